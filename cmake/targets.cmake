@@ -1,0 +1,43 @@
+# What every target of the project shares: warnings, sanitizers, and the two kinds of library. A logic
+# library never links Qt, so a Qt include in it does not compile; a `_ui` library does.
+
+add_library(mw_options INTERFACE)
+target_include_directories(mw_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(mw_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Werror
+                                            -Wnon-virtual-dtor -Woverloaded-virtual)
+if(MAPWRIGHT_SANITIZE)
+  target_compile_options(mw_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                              -fno-omit-frame-pointer)
+  target_link_options(mw_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(MAPWRIGHT_FUZZ)
+  target_compile_options(mw_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined)
+  target_link_options(mw_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# mw_logic(name DEPENDS...): the sources of this folder (not of its subfolders) as a library without Qt.
+function(mw_logic name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(sources)
+    add_library(${name} STATIC ${sources})
+    target_link_libraries(${name} PUBLIC mw_options ${ARGN})
+  else()
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE mw_options ${ARGN})
+  endif()
+endfunction()
+
+# mw_ui(name DEPENDS...): the sources of the folder's ui/ as a library of Qt widgets.
+function(mw_ui name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/ui/*.cpp
+                                      ${CMAKE_CURRENT_SOURCE_DIR}/ui/*.h)
+  if(sources)
+    add_library(${name} STATIC ${sources})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON
+                                             AUTOUIC_SEARCH_PATHS ${CMAKE_SOURCE_DIR}/resources)
+    target_link_libraries(${name} PUBLIC mw_options ${ARGN} Qt6::Widgets)
+  else()
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE mw_options ${ARGN} Qt6::Widgets)
+  endif()
+endfunction()

@@ -1,0 +1,7 @@
+#include "core/hooks.h"
+
+namespace mw {
+
+Hooks hooks;
+
+}  // namespace mw

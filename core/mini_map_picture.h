@@ -1,0 +1,27 @@
+// The grey picture of the height field that the Mini-Map shows: 128 x 128 bytes, rows from the top.
+// Terrain edits set single pixels; the Mini-Map window draws it.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace mw {
+
+inline constexpr int kMiniMapSize = 128;
+
+struct MiniMapPicture {
+  std::array<std::uint8_t, kMiniMapSize * kMiniMapSize> grey;
+  MiniMapPicture() { grey.fill(127); }
+};
+
+extern MiniMapPicture miniMapPicture;
+
+// Sets pixel (128 - x, 128 - y), x and y in picture units counted from the level's origin; a pixel
+// outside the picture is ignored.
+inline void SetMiniMapPixel(int x, int y, std::uint8_t value) {
+  const int column = kMiniMapSize - x, row = kMiniMapSize - y;
+  if (column < 0 || column >= kMiniMapSize || row < 0 || row >= kMiniMapSize) return;
+  miniMapPicture.grey[row * kMiniMapSize + column] = value;
+}
+
+}  // namespace mw

@@ -1,0 +1,113 @@
+// The game's archive files (.vra): one file that holds many named members, stored as they are (mode 0) or
+// as LZO1X segments of 32768 bytes (mode 1). An archive is read and updated in place; `ArchiveList` is the
+// ordered set of archives that are open. docs/formats.md describes the file.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/text.h"
+
+namespace mw {
+
+struct ArchiveEntry {
+  std::uint32_t storedSize = 0;  // bytes in the file
+  std::uint32_t size = 0;        // bytes after decompression
+  std::uint32_t dataOffset = 0;  // from the start of the file
+  std::array<std::uint32_t, 3> reserved{};
+};
+
+enum class StorageMode : std::uint32_t { Stored = 0, Compressed = 1 };
+
+// Member names are compared without regard to case; the first spelling of a name stays.
+using ArchiveEntries = std::map<std::string, ArchiveEntry, LessNoCase>;
+
+inline constexpr std::size_t kMaxMemberName = 511;
+
+// `name` with `/` for every separator.
+std::string NormalMemberName(std::string_view name);
+
+// One archive file. Nothing here throws; after a failure `Error` tells the system's reason.
+class Archive {
+ public:
+  Archive();
+  ~Archive();  // closes without compacting
+  Archive(const Archive&) = delete;
+  Archive& operator=(const Archive&) = delete;
+
+  // Opens an existing archive, playing back a rollback journal that an interrupted save left beside it.
+  // False when the file is missing or damaged (every offset and size is checked against the file's
+  // length first). A read-only archive refuses every change.
+  bool Open(std::string_view path, bool writable);
+  // Creates the file, or takes over an existing one, as an archive without members (mode 0).
+  bool Create(std::string_view path);
+
+  const std::string& Path() const;  // as given when it was opened
+  bool Writable() const;
+  bool Dirty() const;  // the directory has changed since the archive was opened or last compacted
+  StorageMode Mode() const;
+  void SetMode(StorageMode mode);  // for members written from now on
+  const ArchiveEntries& Entries() const;
+  const std::string& Error() const;
+
+  const ArchiveEntry* Find(std::string_view name) const;
+  // The member's bytes, as far as they can be read and decompressed; nothing when there is no such
+  // member.
+  std::optional<std::vector<std::uint8_t>> ReadMember(std::string_view name);
+  // Adds the member or replaces its content. False, with the archive unchanged, when the name is empty
+  // or too long, the archive is read-only, compression fails or the file cannot be written.
+  bool WriteMember(std::string_view name, std::span<const std::uint8_t> data);
+  bool RemoveMember(std::string_view name);
+  void RemoveMembersWithPrefix(std::string_view prefix);
+
+  // A group of changes that is done wholly or not at all, whatever happens to the program meanwhile. A
+  // change outside a group is a group of its own. Groups do not nest: BeginSave within one fails.
+  bool BeginSave();
+  // Makes the group permanent. False, with everything rolled back, when the bytes could not be made
+  // safe.
+  bool CommitSave();
+  void RollbackSave();
+
+  // Compacts the file if its directory has changed (by a new file and a rename), then closes it. False
+  // when compacting failed; the archive on disk is then whole, but not compact.
+  bool Close();
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
+// The archives open at a time, oldest first.
+class ArchiveList {
+ public:
+  // Null, with nothing appended, when opening fails.
+  Archive* OpenArchive(std::string_view path, bool writable);
+  // A new archive in mode 1, writable.
+  Archive* CreateArchive(std::string_view path);
+  // Closes (and compacts) the first archive with that path, compared without regard to case.
+  bool CloseArchive(std::string_view path);
+  // The most recently opened archive that holds the name.
+  Archive* FindHolding(std::string_view name, bool writableOnly) const;
+  // The most recently opened archive, or null.
+  Archive* Last() const;
+  // The most recently opened writable archive, or null.
+  Archive* LastWritable() const;
+  // Forgets all archives without compacting them.
+  void Clear();
+  std::size_t Count() const { return archives_.size(); }
+  Archive* At(std::size_t index) const { return archives_[index].get(); }
+
+ private:
+  std::vector<std::unique_ptr<Archive>> archives_;
+};
+
+extern ArchiveList archives;
+
+}  // namespace mw

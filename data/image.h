@@ -1,0 +1,44 @@
+// Pictures on disk: Windows bitmaps of every kind, plain 24-bit bitmaps, and TGA.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace mw {
+
+// Red, green, blue per pixel, rows from the bottom row up, no padding.
+struct Image {
+  std::int32_t width = 0, height = 0;
+  std::vector<std::uint8_t> rgb;
+};
+
+inline constexpr std::int32_t kMaxImageSide = 8192;
+
+// Decodes 1, 4, 8, 16, 24 and 32 bits per pixel, RLE4, RLE8 and bit fields, core and information
+// headers, both row directions, with or without a file header. `error` gets the message to show.
+std::optional<Image> DecodeBmp(std::span<const std::uint8_t> file, std::string* error = nullptr);
+// A bitmap file on disk. Nothing, without a message, when it cannot be opened; damaged files show
+// "Unknown DIB file format.", "Image file conversion error." or "Out of memory.".
+std::optional<Image> LoadBmp(std::string_view fileName);
+
+// A plain 24-bit bitmap: the 40-byte information header and the pixels as stored (padding included), red
+// and blue swapped.
+struct PlainBmp {
+  std::array<std::uint8_t, 40> information{};
+  std::vector<std::uint8_t> pixels;
+};
+std::optional<PlainBmp> LoadBmp24(std::string_view fileName);
+
+// The picture (rows from the top) as an uncompressed 24-bit TGA file, rows from the bottom. Unlike a
+// writer that works in place, the caller's pixels stay as they are.
+bool WriteTga(std::string_view fileName, int width, int height, std::span<const std::uint8_t> rgb);
+// An image scaled to another size with bilinear filtering; rows keep their direction.
+std::vector<std::uint8_t> ResampleRgb(std::span<const std::uint8_t> rgb, int width, int height,
+                                      int newWidth, int newHeight);
+
+}  // namespace mw

@@ -1,0 +1,47 @@
+// Console scripts (.con): text files in which every line is one console command with its arguments. The
+// editor recognises the commands that carry data it edits and passes everything else over.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/text.h"
+#include "core/vector3.h"
+#include "data/game_file.h"
+
+namespace mw {
+
+// Separator sets of script lines.
+inline constexpr std::string_view kBlankOrSlash = " /";         // commands and numbers
+inline constexpr std::string_view kBlankOrLineEnd = " \n\r";    // paths, whose slashes survive
+inline constexpr std::string_view kBlankSlashOrLineFeed = " /\n";  // game-mode entity files
+
+// Line buffers: longer lines arrive in pieces, each treated as a line of its own.
+inline constexpr std::size_t kSettingsLineBuffer = 255;
+inline constexpr std::size_t kEntityLineBuffer = 256;
+
+// "vector of 3": a missing component is the one before it, a missing first component 0.
+Vector3 ParseVector3(Tokenizer& tokens, std::string_view separators);
+// "3 floats": a missing component is 0.
+Vector3 ParseFloats3(Tokenizer& tokens, std::string_view separators);
+
+// The comment block at the top of every script that the editor creates, line feeds included.
+std::string_view ScriptHeader();
+void WriteScriptHeader(GameFile& file);
+
+// Calls `onLine` for every line (or piece of `bufferSize` - 1 bytes) of the script, without its line
+// feed. False when no archive holds the file.
+bool ReadScript(std::string_view path, std::size_t bufferSize,
+                const std::function<void(std::string_view line)>& onLine);
+
+// Writes the script again in place, line by line: `rebuild` gives the new text of a line that the editor
+// owns (with its "\n"), or nothing for a line to keep as it is. Lines are neither added nor removed, and
+// lines of any length survive. False when no archive holds the file (nothing is written then).
+bool RewriteScript(
+    std::string_view path,
+    const std::function<std::optional<std::string>(std::string_view line)>& rebuild);
+
+}  // namespace mw

@@ -1,0 +1,39 @@
+// The textures of the open level: its surface tiles (64 x 64 cells each) and its detail texture, and the
+// files that a level receives from the texture set.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace mw {
+
+inline constexpr int kMaxTiles = 8;  // per side
+
+struct SurfaceTile {
+  unsigned texture = 0;   // GL name
+  bool hasTexture = false;
+};
+
+struct LevelTextures {
+  std::array<std::array<SurfaceTile, kMaxTiles>, kMaxTiles> tiles;  // [tile row][tile column]
+  // Tiles that surface generation paints.
+  std::array<std::array<bool, kMaxTiles>, kMaxTiles> SurfaceAssigned{};
+  unsigned detailTexture = 0;
+  bool hasDetail = false;
+};
+extern LevelTextures levelTextures;
+
+// Loads the tiles, the height buffer and the detail texture of the level folder, in this order. On
+// opening a level SurfaceAssigned becomes exactly what the files say; on reloading it is only added to.
+enum class LevelTextureLoad { Opening, Reloading };
+void LoadLevelTextures(LevelTextureLoad occasion);
+void DeleteLevelTextures();
+
+// Writes the level's detail texture, environment textures and cube-map description from the texture set.
+void WriteTextureSetToLevel();
+
+// Reads "<baseName>.tga" (24-bit, from disk) and writes it as the level's tile with mip-maps. False when
+// the file cannot be read.
+bool ConvertTgaTileToDds(const char* baseName, int width, int height, int tileRow, int tileColumn);
+
+}  // namespace mw
