@@ -1,0 +1,145 @@
+#include "support/gl_context.h"
+
+#include <EGL/egl.h>
+#include <EGL/eglext.h>
+#include <GL/gl.h>
+#include <algorithm>
+#include <cstdlib>
+
+#include "platform/scripted/script.h"
+
+namespace mw {
+namespace {
+
+class OffscreenGl {
+ public:
+  OffscreenGl() { created_ = Create(); }
+  ~OffscreenGl() {
+    if (display_ == EGL_NO_DISPLAY) return;
+    eglMakeCurrent(display_, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+    eglTerminate(display_);
+  }
+  OffscreenGl(const OffscreenGl&) = delete;
+  OffscreenGl& operator=(const OffscreenGl&) = delete;
+
+  bool Resize(int newWidth, int newHeight) {
+    if (!created_) return false;
+    if (newWidth == width && newHeight == height) return MakeCurrent();
+    const EGLint size[] = {EGL_WIDTH, newWidth, EGL_HEIGHT, newHeight, EGL_NONE};
+    const EGLSurface fresh = eglCreatePbufferSurface(display_, config_, size);
+    if (fresh == EGL_NO_SURFACE) return Fail("no offscreen surface");
+    const EGLSurface old = surface_;
+    surface_ = fresh;
+    width = newWidth;
+    height = newHeight;
+    const bool current = MakeCurrent();
+    if (old != EGL_NO_SURFACE) eglDestroySurface(display_, old);
+    return current;
+  }
+
+  bool MakeCurrent() {
+    if (surface_ == EGL_NO_SURFACE) return false;
+    return eglMakeCurrent(display_, surface_, surface_, context_) || Fail("context not current");
+  }
+
+  int width = 0, height = 0;
+  std::string error;
+
+ private:
+  // Mesa draws without any display server on its surfaceless platform; elsewhere the default
+  // display has to do.
+  bool OpenDisplay() {
+    const auto getPlatformDisplay = reinterpret_cast<PFNEGLGETPLATFORMDISPLAYEXTPROC>(
+        eglGetProcAddress("eglGetPlatformDisplayEXT"));
+    if (getPlatformDisplay) {
+      display_ = getPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
+      if (display_ != EGL_NO_DISPLAY && eglInitialize(display_, nullptr, nullptr)) return true;
+    }
+    display_ = eglGetDisplay(EGL_DEFAULT_DISPLAY);
+    return display_ != EGL_NO_DISPLAY && eglInitialize(display_, nullptr, nullptr);
+  }
+
+  bool Create() {
+    if (!OpenDisplay()) return Fail("no EGL display");
+    if (!eglBindAPI(EGL_OPENGL_API)) return Fail("EGL without OpenGL");
+    const EGLint wanted[] = {EGL_SURFACE_TYPE,
+                             EGL_PBUFFER_BIT,
+                             EGL_RENDERABLE_TYPE,
+                             EGL_OPENGL_BIT,
+                             EGL_RED_SIZE,
+                             8,
+                             EGL_GREEN_SIZE,
+                             8,
+                             EGL_BLUE_SIZE,
+                             8,
+                             EGL_DEPTH_SIZE,
+                             24,
+                             EGL_NONE};
+    EGLint found = 0;
+    if (!eglChooseConfig(display_, wanted, &config_, 1, &found) || found == 0)
+      return Fail("no RGB8 configuration with 24-bit depth");
+    context_ = eglCreateContext(display_, config_, EGL_NO_CONTEXT, nullptr);
+    return context_ != EGL_NO_CONTEXT || Fail("no OpenGL context");
+  }
+
+  bool Fail(const char* what) {
+    error = std::string("no offscreen OpenGL on this machine: ") + what;
+    return false;
+  }
+
+  bool created_ = false;
+  EGLDisplay display_ = EGL_NO_DISPLAY;
+  EGLConfig config_ = nullptr;
+  EGLContext context_ = EGL_NO_CONTEXT;
+  EGLSurface surface_ = EGL_NO_SURFACE;
+};
+
+OffscreenGl& Offscreen() {
+  static OffscreenGl gl;
+  return gl;
+}
+
+}  // namespace
+
+bool OpenTestGl(int width, int height) {
+  if (!Offscreen().Resize(width, height)) return false;
+  scripted::script.makeContextCurrent = [] { return Offscreen().MakeCurrent(); };
+  scripted::script.glFunction = [](const char* name) {
+    return reinterpret_cast<void*>(eglGetProcAddress(name));
+  };
+  glViewport(0, 0, width, height);
+  return true;
+}
+
+const std::string& TestGlError() {
+  return Offscreen().error;
+}
+
+Picture ReadPicture() {
+  const OffscreenGl& gl = Offscreen();
+  const std::size_t rowBytes = static_cast<std::size_t>(gl.width) * 3;
+  Picture picture{gl.width, gl.height, {}};
+  picture.rgb.resize(rowBytes * static_cast<std::size_t>(gl.height));
+  glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+  glPixelStorei(GL_PACK_ALIGNMENT, 1);
+  for (int row = 0; row < gl.height; ++row) {
+    std::uint8_t* const out = picture.rgb.data() + static_cast<std::size_t>(row) * rowBytes;
+    glReadPixels(0, gl.height - 1 - row, gl.width, 1, GL_RGB, GL_UNSIGNED_BYTE, out);
+  }
+  glPopClientAttrib();
+  return picture;
+}
+
+std::size_t DifferentPixels(const Picture& a, const Picture& b, int tolerance) {
+  if (a.width != b.width || a.height != b.height) return std::max(a.rgb.size(), b.rgb.size()) / 3;
+  std::size_t different = 0;
+  for (std::size_t pixel = 0; pixel < a.rgb.size(); pixel += 3) {
+    int largest = 0;
+    for (std::size_t channel = pixel; channel < pixel + 3; ++channel)
+      largest = std::max(largest, std::abs(a.rgb[channel] - b.rgb[channel]));
+    if (largest > tolerance) ++different;
+  }
+  return different;
+}
+
+}  // namespace mw
