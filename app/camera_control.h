@@ -1,0 +1,22 @@
+// How the camera moves: its three modes, and the step that keys and mouse make in every frame.
+#pragma once
+
+#include "core/camera.h"
+
+namespace mw {
+
+void TurnCamera(float deltaYaw);    // degrees
+void TiltCamera(float deltaPitch);  // degrees
+void MoveCameraForward(float distance);
+void StrafeCamera(float distance);
+void SetCameraMode(CameraMode mode);
+// Looks at an entity given in level coordinates (x mirrored against the view).
+void FocusCameraOn(float x, float y, float z);
+// Limits the camera, multiplies its transform onto the model-view matrix and extracts the frustum.
+void ApplyCamera();
+// The limits alone: pitch by mode, position to the level.
+void ClampCamera();
+// One frame's movement from held keys and mouse buttons.
+void UpdateCameraFromInput();
+
+}  // namespace mw

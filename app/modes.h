@@ -1,0 +1,12 @@
+// The editing mode, its toolbar, and the clipboard buttons that depend on it.
+#pragma once
+
+#include "core/editor_state.h"
+
+namespace mw {
+
+void SetEditMode(EditMode mode);
+// Cut and Copy are enabled when `enable` and no paste is pending, Paste when something was copied, too.
+void UpdateClipboardButtons(bool enable);
+
+}  // namespace mw
