@@ -1,7 +1,7 @@
-// Every game file that the editor reads or writes lives inside an open archive. A file is named by its
-// path as it would lie on disk under the game folder; `GameFileOpen` hands out an in-memory copy of the
-// member with a stream interface like the standard library's. A file opened for writing goes back into
-// its archive when it is closed.
+// Every game file that the editor reads or writes lives inside an open archive. A file is named by
+// its path as it would lie on disk under the game folder; `GameFileOpen` hands out an in-memory
+// copy of the member with a stream interface like the standard library's. A file opened for writing
+// goes back into its archive when it is closed.
 #pragma once
 
 #include <cstdarg>
@@ -17,7 +17,8 @@
 
 namespace mw {
 
-// Longest path that names a game file. Longer ones are refused, never cut: two members could become one.
+// Longest path that names a game file. Longer ones are refused, never cut: two members could become
+// one.
 inline constexpr std::size_t kMaxGamePath = 255;
 // GameFilePrintf formats at most this many characters; a longer line is refused.
 inline constexpr std::size_t kMaxPrintfText = 1023;
@@ -31,49 +32,54 @@ struct GameFile {
   bool text = false;  // line ends are translated
 };
 
-// The first failure of a write through this layer since ClearGameFileError, empty when there was none.
-// A save looks at it before it says that the level is saved.
+// The first failure of a write through this layer since ClearGameFileError, empty when there was
+// none. A save looks at it before it says that the level is saved.
 const std::string& GameFileError();
 void SetGameFileError(std::string_view reason);  // keeps the first
 void ClearGameFileError();
 
-// The member name (with `\`) that `path` means: without the game folder, and without the current mod's,
-// the open level's or the base mod's folder. Nothing when it is longer than kMaxGamePath.
+// The member name (with `\`) that `path` means: without the game folder, and without the current
+// mod's, the open level's or the base mod's folder. Nothing when it is longer than kMaxGamePath.
 std::optional<std::string> NormalGamePath(std::string_view path);
 
-// `mode` holds "w" for writing, else the file is read; without "b" it is a text file. Null when reading
-// a file that no archive holds, when writing while no archive is open for writing, and for a path that
-// is too long (both are remembered as GameFileError).
+// `mode` holds "w" for writing, else the file is read; without "b" it is a text file. Null when
+// reading a file that no archive holds, when writing while no archive is open for writing, and for
+// a path that is too long (both are remembered as GameFileError).
 std::unique_ptr<GameFile> GameFileOpen(std::string_view path, std::string_view mode);
 // Writes the member back if the file was opened for writing. Always 0; a failure is remembered as
 // GameFileError.
 int GameFileClose(std::unique_ptr<GameFile> file);
 // Number of whole elements read; no line-end translation.
 std::size_t GameFileRead(void* buffer, std::size_t elementSize, std::size_t count, GameFile& file);
-// `count` as given. In a text file a carriage return is stored before each line feed.
+// `count` as given (0 when the file would outgrow 4 GB). In a text file a carriage return is stored
+// before each line feed.
 std::size_t GameFileWrite(const void* buffer, std::size_t elementSize, std::size_t count,
                           GameFile& file);
 // 0, or -1 if a character could not be written.
 int GameFilePuts(std::string_view text, GameFile& file);
-// The number of characters formatted.
+// The number of characters formatted, or -1 when the text is longer than kMaxPrintfText or could
+// not be written; nothing is written then.
 [[gnu::format(printf, 2, 3)]] int GameFilePrintf(GameFile& file, const char* format, ...);
-// The next line or piece of a line: at most size - 1 bytes, up to and with its line feed; in a text file
-// a carriage return before the line feed is dropped, wherever the piece ends. Nothing at end of file.
+// The next line or piece of a line: at most size - 1 bytes, up to and with its line feed; in a text
+// file a carriage return before the line feed is dropped, wherever the piece ends. Nothing at end
+// of file.
 std::optional<std::string> GameFileGets(std::size_t size, GameFile& file);
-// Origin 0 start, 1 position, 2 end (offsets count backwards). 0, or -1 if the position had to be
-// clamped.
+// Origin 0 start, 1 position, 2 end (offsets count backwards). 0, or -1 if the position would have
+// lain outside the file, which puts it at the end.
 int GameFileSeek(GameFile& file, std::int64_t offset, int origin);
 std::uint32_t GameFileTell(const GameFile& file);
 
-// Copies a disk file into the archives. False when it cannot be read or written.
+// Copies a disk file into the archives. False, with the reason as GameFileError, when it cannot be
+// read or written.
 bool ImportDiskFile(std::string_view diskPath, std::string_view gamePath);
-// The file's first `size` bytes; bytes that the file does not have are 0 (`*available` tells how many it
-// has). Shows "Can't Find The Height Map!" and returns nothing when no archive holds it.
+// The file's first `size` bytes; bytes that the file does not have are 0 (`*available` tells how
+// many it has). Shows "Can't Find The Height Map!" and returns nothing when no archive holds it.
 std::optional<std::vector<std::uint8_t>> LoadGameFileBytes(std::string_view gamePath,
                                                            std::size_t size,
                                                            std::size_t* available = nullptr);
 void SaveGameFileBytes(std::string_view gamePath, std::span<const std::uint8_t> bytes);
-// Removes every member under the path from the most recently opened writable archive.
+// Removes every member under the path from the most recently opened writable archive. A path that
+// means the whole archive removes nothing.
 void RemoveArchiveFolder(std::string_view gamePath);
 
 }  // namespace mw

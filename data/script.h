@@ -1,5 +1,5 @@
-// Console scripts (.con): text files in which every line is one console command with its arguments. The
-// editor recognises the commands that carry data it edits and passes everything else over.
+// Console scripts (.con): text files in which every line is one console command with its arguments.
+// The editor recognises the commands that carry data it edits and passes everything else over.
 #pragma once
 
 #include <functional>
@@ -15,8 +15,8 @@
 namespace mw {
 
 // Separator sets of script lines.
-inline constexpr std::string_view kBlankOrSlash = " /";         // commands and numbers
-inline constexpr std::string_view kBlankOrLineEnd = " \n\r";    // paths, whose slashes survive
+inline constexpr std::string_view kBlankOrSlash = " /";            // commands and numbers
+inline constexpr std::string_view kBlankOrLineEnd = " \n\r";       // paths, whose slashes survive
 inline constexpr std::string_view kBlankSlashOrLineFeed = " /\n";  // game-mode entity files
 
 // Line buffers: longer lines arrive in pieces, each treated as a line of its own.
@@ -32,16 +32,16 @@ Vector3 ParseFloats3(Tokenizer& tokens, std::string_view separators);
 std::string_view ScriptHeader();
 void WriteScriptHeader(GameFile& file);
 
-// Calls `onLine` for every line (or piece of `bufferSize` - 1 bytes) of the script, without its line
-// feed. False when no archive holds the file.
+// Calls `onLine` for every line (or piece of `bufferSize` - 1 bytes) of the script, without its
+// line feed. False when no archive holds the file.
 bool ReadScript(std::string_view path, std::size_t bufferSize,
                 const std::function<void(std::string_view line)>& onLine);
 
-// Writes the script again in place, line by line: `rebuild` gives the new text of a line that the editor
-// owns (with its "\n"), or nothing for a line to keep as it is. Lines are neither added nor removed, and
-// lines of any length survive. False when no archive holds the file (nothing is written then).
-bool RewriteScript(
-    std::string_view path,
-    const std::function<std::optional<std::string>(std::string_view line)>& rebuild);
+// Writes the script again in place, line by line: `rebuild` gives the new text of a line that the
+// editor owns (with its "\n"), or nothing for a line to keep, which then stays byte for byte. Lines
+// are neither added nor removed, and lines of any length survive. False, with nothing written, when
+// no archive holds the file or none is open for writing.
+bool RewriteScript(std::string_view path,
+                   const std::function<std::optional<std::string>(std::string_view line)>& rebuild);
 
 }  // namespace mw

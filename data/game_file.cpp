@@ -1,0 +1,248 @@
+#include "data/game_file.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+#include "core/text.h"
+#include "data/mod_config.h"
+#include "platform/disk.h"
+#include "platform/prompts.h"
+
+namespace mw {
+namespace {
+
+// Room for a script's first lines, so that a new file does not grow with each of them.
+constexpr std::size_t kFirstReserve = 1024;
+constexpr std::uint64_t kMaxFileSize = std::numeric_limits<std::uint32_t>::max();
+
+std::string firstError;
+
+// False for an empty prefix, which no path is under.
+bool RemovePrefix(std::string_view& path, std::string_view prefix) {
+  if (prefix.empty() || !StartsWithNoCase(path, prefix)) return false;
+  path.remove_prefix(prefix.size());
+  return true;
+}
+
+void RemoveModFolder(std::string_view& path) {
+  const std::array<std::string_view, 3> folders = {modConfig.modFolder, openLevelModFolder,
+                                                   kBaseModFolder};
+  for (const std::string_view folder : folders) {
+    if (RemovePrefix(path, folder)) return;
+  }
+}
+
+std::string CollapseSeparators(std::string_view path) {
+  std::string collapsed;
+  for (const char c : path) {
+    if (c != '\\' || collapsed.empty() || collapsed.back() != '\\') collapsed += c;
+  }
+  return collapsed;
+}
+
+std::size_t CountLineFeeds(std::string_view text) {
+  return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+std::uint8_t* CopyWithCarriageReturns(std::string_view text, std::uint8_t* to) {
+  for (const char c : text) {
+    if (c == '\n') *to++ = '\r';
+    *to++ = static_cast<std::uint8_t>(c);
+  }
+  return to;
+}
+
+// False when the file would outgrow its format.
+bool WriteText(std::string_view text, GameFile& file) {
+  const std::uint64_t stored = text.size() + (file.text ? CountLineFeeds(text) : 0);
+  const std::uint64_t end = file.position + stored;
+  if (end > kMaxFileSize) {
+    SetGameFileError("The file " + file.name + " is too large.");
+    return false;
+  }
+  if (end > file.data.size()) file.data.resize(static_cast<std::size_t>(end));
+  std::uint8_t* to = file.data.data() + file.position;
+  if (file.text) {
+    CopyWithCarriageReturns(text, to);
+  } else if (!text.empty()) {
+    std::memcpy(to, text.data(), text.size());
+  }
+  file.position = static_cast<std::uint32_t>(end);
+  return true;
+}
+
+bool WriteBack(GameFile& file) {
+  if (file.archive->WriteMember(file.name, file.data)) return true;
+  const std::string& reason = file.archive->Error();
+  SetGameFileError(reason.empty() ? "The file " + file.name + " could not be written." : reason);
+  return false;
+}
+
+bool SaveBytes(std::string_view gamePath, std::vector<std::uint8_t> bytes) {
+  const std::unique_ptr<GameFile> file = GameFileOpen(gamePath, "wb");
+  if (!file) return false;
+  file->data = std::move(bytes);
+  return WriteBack(*file);
+}
+
+}  // namespace
+
+const std::string& GameFileError() {
+  return firstError;
+}
+
+void SetGameFileError(std::string_view reason) {
+  if (firstError.empty()) firstError = reason;
+}
+
+void ClearGameFileError() {
+  firstError.clear();
+}
+
+std::optional<std::string> NormalGamePath(std::string_view path) {
+  if (path.size() > kMaxGamePath) return std::nullopt;
+  const std::string turned = BackslashPath(path);
+  std::string_view rest = turned;
+  RemovePrefix(rest, modConfig.GamePath);
+  RemoveModFolder(rest);
+  return CollapseSeparators(rest);
+}
+
+std::unique_ptr<GameFile> GameFileOpen(std::string_view path, std::string_view mode) {
+  std::optional<std::string> name = NormalGamePath(path);
+  if (!name) {
+    SetGameFileError("The path is too long: " + std::string(path));
+    return nullptr;
+  }
+  auto file = std::make_unique<GameFile>();
+  file->writing = mode.find('w') != std::string_view::npos;
+  file->text = mode.find('b') == std::string_view::npos;
+  file->name = *std::move(name);
+  file->archive = archives.FindHolding(file->name, file->writing);
+  if (file->writing) {
+    if (!file->archive) file->archive = archives.LastWritable();
+    if (!file->archive) {
+      SetGameFileError("No archive is open for writing.");
+      return nullptr;
+    }
+    file->data.reserve(kFirstReserve);
+    return file;
+  }
+  if (!file->archive) return nullptr;
+  std::optional<std::vector<std::uint8_t>> data = file->archive->ReadMember(file->name);
+  if (!data) return nullptr;
+  file->data = *std::move(data);
+  return file;
+}
+
+int GameFileClose(std::unique_ptr<GameFile> file) {
+  if (file && file->writing) WriteBack(*file);
+  return 0;
+}
+
+std::size_t GameFileRead(void* buffer, std::size_t elementSize, std::size_t count, GameFile& file) {
+  const std::size_t available = file.data.size() - file.position;
+  if (elementSize == 0 || available == 0) return 0;
+  // Compared by division: a product of hostile numbers could wrap.
+  const bool wholeRequest = count <= available / elementSize;
+  const std::size_t bytes = wholeRequest ? elementSize * count : available;
+  if (bytes > 0) std::memcpy(buffer, file.data.data() + file.position, bytes);
+  file.position += static_cast<std::uint32_t>(bytes);
+  return bytes / elementSize;
+}
+
+std::size_t GameFileWrite(const void* buffer, std::size_t elementSize, std::size_t count,
+                          GameFile& file) {
+  if (elementSize == 0 || count == 0) return 0;
+  if (count > kMaxFileSize / elementSize) {
+    SetGameFileError("The file " + file.name + " is too large.");
+    return 0;
+  }
+  const std::string_view text(static_cast<const char*>(buffer), elementSize * count);
+  return WriteText(text, file) ? count : 0;
+}
+
+int GameFilePuts(std::string_view text, GameFile& file) {
+  return WriteText(text, file) ? 0 : -1;
+}
+
+int GameFilePrintf(GameFile& file, const char* format, ...) {
+  std::va_list arguments;
+  va_start(arguments, format);
+  const std::string text = FormatTextV(format, arguments);
+  va_end(arguments);
+  if (text.size() > kMaxPrintfText) {
+    SetGameFileError("A line of " + file.name + " is too long.");
+    return -1;
+  }
+  return GameFilePuts(text, file) == 0 ? static_cast<int>(text.size()) : -1;
+}
+
+std::optional<std::string> GameFileGets(std::size_t size, GameFile& file) {
+  if (file.position >= file.data.size()) return std::nullopt;
+  std::string line;
+  while (line.size() + 1 < size && file.position < file.data.size()) {
+    const std::uint8_t byte = file.data[file.position++];
+    const bool beforeLineFeed =
+        file.position < file.data.size() && file.data[file.position] == '\n';
+    if (file.text && byte == '\r' && beforeLineFeed) continue;
+    line += static_cast<char>(byte);
+    if (byte == '\n') break;
+  }
+  return line;
+}
+
+int GameFileSeek(GameFile& file, std::int64_t offset, int origin) {
+  // Unsigned, as the position is: a position before the start wraps and so lies beyond the end.
+  const std::uint64_t size = file.data.size();
+  const auto distance = static_cast<std::uint64_t>(offset);
+  std::uint64_t target = file.position;
+  if (origin == 0) target = distance;
+  if (origin == 1) target = file.position + distance;
+  if (origin == 2) target = size - distance;
+  file.position = static_cast<std::uint32_t>(std::min(target, size));
+  return target > size ? -1 : 0;
+}
+
+std::uint32_t GameFileTell(const GameFile& file) {
+  return file.position;
+}
+
+bool ImportDiskFile(std::string_view diskPath, std::string_view gamePath) {
+  std::string reason;
+  std::optional<std::vector<std::uint8_t>> bytes = ReadWholeFile(diskPath, &reason);
+  if (!bytes) {
+    SetGameFileError(reason);
+    return false;
+  }
+  return SaveBytes(gamePath, *std::move(bytes));
+}
+
+std::optional<std::vector<std::uint8_t>> LoadGameFileBytes(std::string_view gamePath,
+                                                           std::size_t size,
+                                                           std::size_t* available) {
+  const std::unique_ptr<GameFile> file = GameFileOpen(gamePath, "rb");
+  if (!file) {
+    ShowPrompt("Can't Find The Height Map!", "Error");
+    return std::nullopt;
+  }
+  if (available) *available = std::min(size, file->data.size());
+  file->data.resize(size);
+  return std::move(file->data);
+}
+
+void SaveGameFileBytes(std::string_view gamePath, std::span<const std::uint8_t> bytes) {
+  SaveBytes(gamePath, {bytes.begin(), bytes.end()});
+}
+
+void RemoveArchiveFolder(std::string_view gamePath) {
+  const std::optional<std::string> name = NormalGamePath(gamePath);
+  Archive* const archive = archives.LastWritable();
+  if (!archive || !name || name->empty()) return;
+  archive->RemoveMembersWithPrefix(*name);
+}
+
+}  // namespace mw

@@ -1,0 +1,12 @@
+#include "data/mod_config.h"
+
+namespace mw {
+
+ModConfig modConfig;
+PathText openLevelModFolder;
+
+std::string ModFolderOf(std::string_view modName) {
+  return "Mods\\" + std::string(modName.substr(0, modName.rfind('.'))) + "\\";
+}
+
+}  // namespace mw

@@ -1,0 +1,95 @@
+#include "data/script.h"
+
+#include <memory>
+#include <utility>
+
+namespace mw {
+namespace {
+
+// One line of a file as it is stored.
+struct StoredLine {
+  std::string_view bytes;  // with its line end, if it has one
+  std::string_view text;   // without
+};
+
+StoredLine FirstLine(std::string_view bytes) {
+  const std::size_t lineFeed = bytes.find('\n');
+  if (lineFeed == std::string_view::npos) return {bytes, bytes};
+  StoredLine line{bytes.substr(0, lineFeed + 1), bytes.substr(0, lineFeed)};
+  if (line.text.ends_with('\r')) line.text.remove_suffix(1);
+  return line;
+}
+
+// A line with its "\n", into a file that is written as it is.
+void PutLine(std::string_view line, GameFile& file) {
+  if (line.ends_with('\n')) line.remove_suffix(1);
+  GameFilePuts(line, file);
+  GameFilePuts("\r\n", file);
+}
+
+}  // namespace
+
+Vector3 ParseVector3(Tokenizer& tokens, std::string_view separators) {
+  Vector3 vector;
+  float before = 0;
+  for (float* const component : {&vector.x, &vector.y, &vector.z}) {
+    const auto token = tokens.Next(separators);
+    *component = token ? ParseFloat(token) : before;
+    before = *component;
+  }
+  return vector;
+}
+
+Vector3 ParseFloats3(Tokenizer& tokens, std::string_view separators) {
+  Vector3 vector;
+  for (float* const component : {&vector.x, &vector.y, &vector.z}) {
+    *component = ParseFloat(tokens.Next(separators));
+  }
+  return vector;
+}
+
+std::string_view ScriptHeader() {
+  return "rem *********************************************\n"
+         "rem Created by Mapwright\n"
+         "rem *********************************************\n";
+}
+
+void WriteScriptHeader(GameFile& file) {
+  GameFilePuts(ScriptHeader(), file);
+}
+
+bool ReadScript(std::string_view path, std::size_t bufferSize,
+                const std::function<void(std::string_view line)>& onLine) {
+  const std::unique_ptr<GameFile> file = GameFileOpen(path, "r");
+  if (!file) return false;
+  while (const std::optional<std::string> piece = GameFileGets(bufferSize, *file)) {
+    std::string_view line = *piece;
+    if (line.ends_with('\n')) line.remove_suffix(1);
+    onLine(line);
+  }
+  return true;
+}
+
+bool RewriteScript(
+    std::string_view path,
+    const std::function<std::optional<std::string>(std::string_view line)>& rebuild) {
+  // Both in binary: a text file would give the lines to keep other line ends than they have.
+  const std::unique_ptr<GameFile> before = GameFileOpen(path, "rb");
+  if (!before) return false;
+  std::unique_ptr<GameFile> after = GameFileOpen(path, "wb");
+  if (!after) return false;
+  std::string_view rest(reinterpret_cast<const char*>(before->data.data()), before->data.size());
+  while (!rest.empty()) {
+    const StoredLine line = FirstLine(rest);
+    rest.remove_prefix(line.bytes.size());
+    if (const std::optional<std::string> rebuilt = rebuild(line.text)) {
+      PutLine(*rebuilt, *after);
+    } else {
+      GameFilePuts(line.bytes, *after);
+    }
+  }
+  GameFileClose(std::move(after));
+  return true;
+}
+
+}  // namespace mw
