@@ -1,5 +1,5 @@
-// Every command of the main window in one table: where its menu entry stands, its caption, keys, tool tip
-// and icon. The window builds its menus, toolbar and shortcuts from it.
+// Every command of the main window in one table: where its menu entry stands, its caption, keys,
+// tool tip and icon. The window builds its menus, toolbar and shortcuts from it.
 #pragma once
 
 #include <span>
@@ -16,8 +16,8 @@ struct CommandSpec {
   CommandId id;
   // "File", "File/Import", ...; empty for a command without a menu entry.
   std::string_view menu;
-  // With `&` for the mnemonic; a tab separates the key text that the entry shows. Commands without a menu
-  // entry have the text that a screen reader should say.
+  // With `&` for the mnemonic; a tab separates the key text that the entry shows. Commands without
+  // a menu entry have the text that a screen reader should say.
   std::string_view caption;
   // Portable key sequences that run the command, separated by blanks; empty for none.
   std::string_view shortcuts;

@@ -5,8 +5,8 @@
 
 namespace mw {
 
-// With the view's context current: creates the terrain, sets the fixed GL state, clears once and selects
-// the Terrain Mapper. Sets viewReady.
+// With the view's context current: creates the terrain, sets the fixed GL state, clears once and
+// selects the Terrain Mapper. Sets viewReady.
 void CreateViewObjects();
 // The picture's size in device pixels changed; a height of 0 counts as 1. Context current.
 void ResizeView(int width, int height);

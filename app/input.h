@@ -1,5 +1,5 @@
-// Routes every mouse event of the 3D view and every key to the active mode's tool, to the camera or to a
-// command, and keeps the rubber-band rectangle.
+// Routes every mouse event of the 3D view and every key to the active mode's tool, to the camera or
+// to a command, and keeps the rubber-band rectangle.
 #pragma once
 
 #include <span>
@@ -12,12 +12,12 @@ namespace mw {
 enum class MouseButton : int { None = 0, Left = 1, Middle = 2, Right = 3 };
 enum class MouseEvent : int { Press = 0, Release = 1, Move = 2, DoubleClick = 3 };
 
-// x, y: pixels of the picture from the view's top-left corner, y downwards. Nothing happens until the view
-// is ready and while the main window is not active.
+// x, y: pixels of the picture from the view's top-left corner, y downwards. Nothing happens until
+// the view is ready and while the main window is not active.
 void RouteMouse(MouseButton button, MouseEvent event, int x, int y);
 
-// A key of the main window or the 3D view went down or up. Auto-repeat comes as further downs; for Page
-// Up and Page Down as further ups too.
+// A key of the main window or the 3D view went down or up. Auto-repeat comes as further downs; for
+// Page Up and Page Down as further ups too.
 void RouteKey(int key, bool down);
 
 void StartRubberBand(int x, int y);

@@ -1,5 +1,5 @@
-// Keys as the input routing knows them, and which of them are held. The window library translates its own
-// key codes; letters and digits are their ASCII capitals.
+// Keys as the input routing knows them, and which of them are held. The window library translates
+// its own key codes; letters and digits are their ASCII capitals.
 #pragma once
 
 #include <bitset>

@@ -8,8 +8,8 @@ namespace mw {
 
 // The archive of the level that ModConfig names.
 std::string LevelArchivePath();
-// Names of the levels of the current mod, sorted; archives named with an underscore and three digits at
-// the end are left out.
+// Names of the levels of the current mod, sorted; archives named with an underscore and three
+// digits at the end are left out.
 std::vector<std::string> ListLevels();
 // Makes `name` the level that is to be opened: LevelName and levelFolder.
 void ChooseLevel(const std::string& name);
@@ -18,8 +18,8 @@ void ChooseLevel(const std::string& name);
 bool OpenLevel();
 // Closes (and compacts) the archive of the open level, by the path it was opened with.
 void CloseLevelArchive();
-// Saves every part into the level archive, all or nothing. False, after a message, when it failed; the
-// level on disk is then as it was after the last save.
+// Saves every part into the level archive, all or nothing. False, after a message, when it failed;
+// the level on disk is then as it was after the last save.
 bool SaveLevel();
 // A load test over the game's own levels.
 void RunStockLevelLoad();

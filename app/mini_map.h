@@ -8,8 +8,8 @@
 
 namespace mw {
 
-// Red, green, blue per pixel, rows from the top: the height picture, and over it a yellow square at the
-// camera's place with a line in its viewing direction.
+// Red, green, blue per pixel, rows from the top: the height picture, and over it a yellow square at
+// the camera's place with a line in its viewing direction.
 using MiniMapPixels = std::array<std::uint8_t, kMiniMapSize * kMiniMapSize * 3>;
 void PaintMiniMap(MiniMapPixels& pixels);
 

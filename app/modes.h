@@ -6,7 +6,8 @@
 namespace mw {
 
 void SetEditMode(EditMode mode);
-// Cut and Copy are enabled when `enable` and no paste is pending, Paste when something was copied, too.
+// Cut and Copy are enabled when `enable` and no paste is pending, Paste when something was copied,
+// too.
 void UpdateClipboardButtons(bool enable);
 
 }  // namespace mw

@@ -1,5 +1,5 @@
-// The operations of mappers, objects and generators as the shell calls them. Start-up fills in those that
-// exist; one that does not exist yet does nothing when its command, key or step comes.
+// The operations of mappers, objects and generators as the shell calls them. Start-up fills in
+// those that exist; one that does not exist yet does nothing when its command, key or step comes.
 #pragma once
 
 #include <functional>
@@ -43,7 +43,8 @@ struct Operations {
   std::function<int()> currentMaterial = [] { return 0; };
 
   // Object Mapper.
-  Action drawObjectModeScene = [] {};  // static objects and entities, between the terrain and the water
+  Action drawObjectModeScene = [] {
+  };  // static objects and entities, between the terrain and the water
   Action drawBrowserPreview = [] {};
   std::function<bool()> objectSelectTool = [] { return true; };
   std::function<bool()> objectTranslateTool = [] { return false; };

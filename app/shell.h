@@ -1,5 +1,5 @@
-// What the shell's logic asks of the windows. The window library fills the record in at start-up; a test
-// fills in what it wants to see. Every function has a harmless default.
+// What the shell's logic asks of the windows. The window library fills the record in at start-up; a
+// test fills in what it wants to see. Every function has a harmless default.
 #pragma once
 
 #include <functional>

@@ -1,5 +1,5 @@
-// The one camera: where it stands, where it looks, and its frustum. Renderers cull with it, pickers turn
-// view pixels into world points with it. How keys and mouse move it is the shell's business.
+// The one camera: where it stands, where it looks, and its frustum. Renderers cull with it, pickers
+// turn view pixels into world points with it. How keys and mouse move it is the shell's business.
 #pragma once
 
 #include <array>
@@ -20,9 +20,9 @@ using Matrix4 = std::array<float, 16>;
 struct Camera {
   // Right, left, bottom, top, far, near; normals point inwards and have unit length.
   std::array<Plane, 6> frustum{};
-  float pitch = 0;   // degrees; negative looks down
-  float yaw = 180;   // degrees
-  float roll = 0;    // degrees
+  float pitch = 0;                   // degrees; negative looks down
+  float yaw = 180;                   // degrees
+  float roll = 0;                    // degrees
   Vector3 position{1024, 50, 1024};  // world units, y up
   Vector3 direction;                 // unit vector, from pitch and yaw
 
@@ -30,8 +30,8 @@ struct Camera {
 
   // Recomputes `direction` from the angles.
   void UpdateDirection();
-  // The frustum planes of clip = projection x modelView (Gribb and Hartmann, "Fast Extraction of Viewing
-  // Frustum Planes from the World-View-Projection Matrix", 2001).
+  // The frustum planes of clip = projection x modelView (Gribb and Hartmann, "Fast Extraction of
+  // Viewing Frustum Planes from the World-View-Projection Matrix", 2001).
   void ExtractFrustum(const Matrix4& projection, const Matrix4& modelView);
   // True when the signed distance to each of the six planes is greater than `margin`.
   bool IsPointVisible(float x, float y, float z, float margin) const {
@@ -40,7 +40,8 @@ struct Camera {
     }
     return true;
   }
-  // A point given in the camera's own frame (right, up, towards the viewer) as a point of the world.
+  // A point given in the camera's own frame (right, up, towards the viewer) as a point of the
+  // world.
   Vector3 ToWorld(double eyeX, double eyeY, double eyeZ) const;
 };
 

@@ -1,5 +1,5 @@
-// The flags and values that all houses of the editor share: one record, reached directly. Each group
-// names who owns it, that is, who changes it.
+// The flags and values that all houses of the editor share: one record, reached directly. Each
+// group names who owns it, that is, who changes it.
 #pragma once
 
 #include <array>
@@ -21,8 +21,8 @@ struct EditorState {
   // Level lifecycle.
   bool levelLoaded = false;
   bool levelModified = false;
-  PathText levelFolder;                            // game path, no trailing separator
-  std::array<float, 3> savedCameraPosition{};      // x stored as WorldSize - x
+  PathText levelFolder;                        // game path, no trailing separator
+  std::array<float, 3> savedCameraPosition{};  // x stored as WorldSize - x
   bool levelHasWater = true;
 
   // View commands.
@@ -64,7 +64,8 @@ extern EditorState editor;
 
 bool IsEditMode(EditMode mode);
 
-// Puts the shared state, the camera and the Mini-Map picture back to what they are at program start.
+// Puts the shared state, the camera and the Mini-Map picture back to what they are at program
+// start.
 void ResetEditorState();
 
 }  // namespace mw

@@ -1,5 +1,6 @@
-// Text of bounded size, as the game's formats and tables hold it: at most N - 1 bytes, cut where it is
-// longer. Assigning reports whether the text fitted, for those who must refuse instead of cutting.
+// Text of bounded size, as the game's formats and tables hold it: at most N - 1 bytes, cut where it
+// is longer. Assigning reports whether the text fitted, for those who must refuse instead of
+// cutting.
 #pragma once
 
 #include <algorithm>
@@ -19,9 +20,9 @@ class FixedString {
   static constexpr std::size_t kCapacity = N - 1;
 
   FixedString() = default;
-  FixedString(std::string_view text) { Assign(text); }      // NOLINT: texts convert as they are
+  FixedString(std::string_view text) { Assign(text); }         // NOLINT: texts convert as they are
   FixedString(const char* text) { Assign(text ? text : ""); }  // NOLINT
-  FixedString(const std::string& text) { Assign(text); }    // NOLINT
+  FixedString(const std::string& text) { Assign(text); }       // NOLINT
 
   // False when the text had to be cut. A zero byte ends the text.
   bool Assign(std::string_view text) {

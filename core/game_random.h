@@ -1,5 +1,5 @@
-// The game's pseudo-random numbers: a linear congruential generator, seed x 214013 + 2531011, of which
-// bits 16 to 30 are given out. Seeded from the clock at start, and by a test at will.
+// The game's pseudo-random numbers: a linear congruential generator, seed x 214013 + 2531011, of
+// which bits 16 to 30 are given out. Seeded from the clock at start, and by a test at will.
 #pragma once
 
 #include <cstdint>

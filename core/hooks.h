@@ -1,5 +1,5 @@
-// The few calls that go from a lower house to a higher one. Start-up fills them in; one that nobody has
-// filled in does nothing.
+// The few calls that go from a lower house to a higher one. Start-up fills them in; one that nobody
+// has filled in does nothing.
 #pragma once
 
 #include <functional>
@@ -11,7 +11,8 @@ struct Hooks {
   std::function<void()> loadObjectCatalogue = [] {};
   // Mark the Mini-Map for repainting.
   std::function<void()> invalidateMiniMap = [] {};
-  // Draw the placed static objects into the current frame (overlaid in the terrain and material modes).
+  // Draw the placed static objects into the current frame (overlaid in the terrain and material
+  // modes).
   std::function<void()> drawStaticObjects = [] {};
 };
 

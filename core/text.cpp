@@ -1,12 +1,11 @@
 #include "core/text.h"
 
-#include <locale.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
+#include <locale.h>
 
 namespace mw {
 namespace {
@@ -68,9 +67,8 @@ std::int32_t ParseInt(std::optional<std::string_view> token) {
   if (!token) return 0;
   const std::string text(*token);
   const long long value = std::strtoll(text.c_str(), nullptr, 10);
-  return static_cast<std::int32_t>(
-      std::clamp<long long>(value, std::numeric_limits<std::int32_t>::min(),
-                            std::numeric_limits<std::int32_t>::max()));
+  return static_cast<std::int32_t>(std::clamp<long long>(
+      value, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }
 
 float ParseFloat(std::optional<std::string_view> token) {

@@ -1,5 +1,5 @@
-// Text as the game's files use it: comparison without regard to ASCII case, splitting into tokens, and
-// numbers. Nothing here follows the user's locale.
+// Text as the game's files use it: comparison without regard to ASCII case, splitting into tokens,
+// and numbers. Nothing here follows the user's locale.
 #pragma once
 
 #include <cstdarg>
@@ -16,7 +16,8 @@ constexpr unsigned char LowerByte(char c) {
 }
 std::string LowerCase(std::string_view text);
 
-// <0, 0 or >0: compares as unsigned bytes with ASCII letters as lower case ('_' sorts before letters).
+// <0, 0 or >0: compares as unsigned bytes with ASCII letters as lower case ('_' sorts before
+// letters).
 int CompareNoCase(std::string_view a, std::string_view b);
 bool EqualNoCase(std::string_view a, std::string_view b);
 bool StartsWithNoCase(std::string_view text, std::string_view prefix);
@@ -38,11 +39,12 @@ class Tokenizer {
   std::string_view rest_;
 };
 
-// Decimal integer in the manner of atoi: blanks, a sign, digits; anything else ends it; a missing token
-// or no digits give 0. A value that a 32-bit integer cannot hold becomes the nearest that it can.
+// Decimal integer in the manner of atoi: blanks, a sign, digits; anything else ends it; a missing
+// token or no digits give 0. A value that a 32-bit integer cannot hold becomes the nearest that it
+// can.
 std::int32_t ParseInt(std::optional<std::string_view> token);
-// Number in the manner of atof (decimal or hexadecimal, "inf" and "nan" included), then limited to what
-// a float can hold; "nan", a missing token and no number give 0.
+// Number in the manner of atof (decimal or hexadecimal, "inf" and "nan" included), then limited to
+// what a float can hold; "nan", a missing token and no number give 0.
 float ParseFloat(std::optional<std::string_view> token);
 
 // printf with a decimal point whatever the locale. FormatText has no limit of length.

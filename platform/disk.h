@@ -1,6 +1,6 @@
-// Files on disk. Paths of the game and of configuration files use `\` and may be spelled in any case;
-// these functions take such paths as well as native ones and find existing files and folders without
-// regard to case. A relative path belongs to the working folder. Nothing here throws.
+// Files on disk. Paths of the game and of configuration files use `\` and may be spelled in any
+// case; these functions take such paths as well as native ones and find existing files and folders
+// without regard to case. A relative path belongs to the working folder. Nothing here throws.
 #pragma once
 
 #include <cstddef>
@@ -15,17 +15,17 @@
 namespace mw {
 
 // The native path that `path` means: separators turned, and every component that exists on disk
-// replaced by its real spelling (an exact match wins over one in another case). Components that do not
-// exist are kept as given.
+// replaced by its real spelling (an exact match wins over one in another case). Components that do
+// not exist are kept as given.
 std::filesystem::path NativePath(std::string_view path);
 // A native path written with `\` as configuration files hold it ("/home/me/x" gives "\home\me\x").
 std::string BackslashPath(std::string_view path);
 
 bool FileExists(std::string_view path);
 bool FolderExists(std::string_view path);
-// Names (without folder) of the plain files in `folder` that end in `extension` (given with its dot,
-// compared without regard to case), sorted by name without regard to case. Empty when there is no such
-// folder.
+// Names (without folder) of the plain files in `folder` that end in `extension` (given with its
+// dot, compared without regard to case), sorted by name without regard to case. Empty when there is
+// no such folder.
 std::vector<std::string> ListFiles(std::string_view folder, std::string_view extension);
 
 enum class FolderResult { Created, Existed, Failed };

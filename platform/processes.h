@@ -5,8 +5,8 @@
 
 namespace mw {
 
-// Starts `commandLine` (quoted parts are kept together) in `folder` and returns when it has ended; the
-// program's windows stay alive meanwhile. False when it could not be started.
+// Starts `commandLine` (quoted parts are kept together) in `folder` and returns when it has ended;
+// the program's windows stay alive meanwhile. False when it could not be started.
 bool RunProcessAndWait(std::string_view commandLine, std::string_view folder);
 
 // Opens a document or web page with the program that the user's desktop has for it.

@@ -1,5 +1,5 @@
-// What the program says to its user outside the dialogs: message boxes, the mouse cursor during long
-// work, and the status bar. All texts are UTF-8.
+// What the program says to its user outside the dialogs: message boxes, the mouse cursor during
+// long work, and the status bar. All texts are UTF-8.
 #pragma once
 
 #include <string_view>
@@ -10,8 +10,9 @@ enum class PromptButtons { Ok, OkCancel, YesNo };
 enum class PromptIcon { None, Information, Exclamation, Stop };
 enum class PromptAnswer { Ok, Cancel, Yes, No };
 
-// Shows a modal message box over the active window and waits for the answer. Closing an Ok box answers
-// Ok, closing an OkCancel box answers Cancel; a YesNo box can be neither escaped nor closed.
+// Shows a modal message box over the active window and waits for the answer. Closing an Ok box
+// answers Ok, closing an OkCancel box answers Cancel; a YesNo box can be neither escaped nor
+// closed.
 PromptAnswer ShowPrompt(std::string_view text, std::string_view caption,
                         PromptButtons buttons = PromptButtons::Ok,
                         PromptIcon icon = PromptIcon::None);
@@ -20,8 +21,8 @@ PromptAnswer ShowPrompt(std::string_view text, std::string_view caption,
 void ShowWaitCursor();
 void ShowArrowCursor();
 
-// Two spaces and the text into part 1 (progress and results) or part 2 (frame rate) of the status bar,
-// repainted at once, so that it can be read while long work goes on.
+// Two spaces and the text into part 1 (progress and results) or part 2 (frame rate) of the status
+// bar, repainted at once, so that it can be read while long work goes on.
 void SetStatusText(int part, std::string_view text);
 
 }  // namespace mw

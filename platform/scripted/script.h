@@ -1,5 +1,5 @@
-// The platform of the tests: it records every message box and status text, and answers from a list. A
-// prompt that the test did not expect fails the test.
+// The platform of the tests: it records every message box and status text, and answers from a list.
+// A prompt that the test did not expect fails the test.
 #pragma once
 
 #include <map>
@@ -18,9 +18,9 @@ struct Prompt {
 };
 
 struct Script {
-  std::vector<PromptAnswer> answers;       // used from the front
-  std::vector<Prompt> prompts;             // every box shown
-  std::vector<std::string> status[3];      // every text set, per part, without the two spaces
+  std::vector<PromptAnswer> answers;   // used from the front
+  std::vector<Prompt> prompts;         // every box shown
+  std::vector<std::string> status[3];  // every text set, per part, without the two spaces
   int waitCursorCount = 0;
   std::map<std::string, std::string> gameSettings;
   std::vector<std::string> missingModules;  // names that fail to load

@@ -1,8 +1,7 @@
 #include "support/sandbox.h"
 
-#include <unistd.h>
-
 #include <cstdlib>
+#include <unistd.h>
 
 #include "core/editor_state.h"
 #include "core/hooks.h"

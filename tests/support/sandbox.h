@@ -1,10 +1,9 @@
-// A fresh state and a private folder for every test: the shared records as at program start, an empty
-// script of answers, and a working folder whose name is not plain ASCII.
+// A fresh state and a private folder for every test: the shared records as at program start, an
+// empty script of answers, and a working folder whose name is not plain ASCII.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <string>
 
 #include "platform/scripted/script.h"

@@ -1,0 +1,193 @@
+#include "app/frame.h"
+
+#include <GL/gl.h>
+#include <GL/glu.h>
+#include <algorithm>
+
+#include "app/camera_control.h"
+#include "app/modes.h"
+#include "app/operations.h"
+#include "core/editor_state.h"
+#include "core/text.h"
+#include "data/textures.h"
+#include "platform/prompts.h"
+#include "terrain/level_textures.h"
+#include "terrain/terrain.h"
+#include "terrain/terrain_render.h"
+
+namespace mw {
+namespace {
+
+constexpr double kFieldOfView = 45, kNear = 0.1, kFar = 350;  // degrees, world units
+constexpr std::uint32_t kFpsPeriod = 1000;                    // milliseconds
+constexpr float kShortestFrame = 0.01f;                       // seconds
+
+void SetFixedState() {
+  constexpr float kAmbient[] = {0.5f, 0.5f, 0.5f, 1}, kDiffuse[] = {1, 1, 1, 1};
+  constexpr float kSpecular[] = {0.5f, 0.5f, 0.5f, 1}, kPosition[] = {0, 0, 0, 1};
+  glClearColor(211 / 255.0f, 237 / 255.0f, 254 / 255.0f, 1);
+  glClearDepth(1);
+  glEnable(GL_DEPTH_TEST);
+  glEnable(GL_TEXTURE_2D);
+  glDisable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST);
+  glLightfv(GL_LIGHT1, GL_AMBIENT, kAmbient);
+  glLightfv(GL_LIGHT1, GL_DIFFUSE, kDiffuse);
+  glLightfv(GL_LIGHT1, GL_SPECULAR, kSpecular);
+  glLightfv(GL_LIGHT1, GL_POSITION, kPosition);
+  glEnable(GL_LIGHT1);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
+}
+
+void CountFrame(std::uint32_t now) {
+  if (now >= editor.nextFpsUpdate) {
+    editor.shownFps = editor.framesThisSecond;
+    editor.framesThisSecond = 0;
+    editor.nextFpsUpdate = now + kFpsPeriod;
+  }
+  ++editor.framesThisSecond;
+  const float seconds = static_cast<float>(now - editor.lastFrameTime) * 0.001f;
+  editor.frameSeconds = std::max(seconds, kShortestFrame);
+  editor.lastFrameTime = now;
+}
+
+// The Material Mapper shows the terrain plainly until it has a display of its own.
+void RenderPlainMode(const Operations::Action& drawPlacedThings) {
+  UpdateViewSquare();
+  RenderPlainTerrain();
+  drawPlacedThings();
+  RenderWater();
+}
+
+void RenderScene() {
+  UpdateCameraFromInput();
+  ApplyCamera();
+  switch (editor.editMode) {
+    case EditMode::TerrainMapper:
+      RenderTerrainMode();
+      break;
+    case EditMode::MaterialMapper:
+      if (operations.renderMaterialMode) {
+        operations.renderMaterialMode();
+      } else {
+        RenderPlainMode([] {});
+      }
+      break;
+    case EditMode::ObjectMapper:
+      RenderPlainMode(operations.drawObjectModeScene);
+      break;
+  }
+  DrawOverlay();
+}
+
+void DrawRubberBand() {
+  const auto& band = editor.rubberBand;
+  glDisable(GL_TEXTURE_2D);
+  glColor4f(1, 1, 0, 1);
+  glLineWidth(3);
+  glBegin(GL_LINE_STRIP);
+  glVertex2i(band.x0, band.y0);
+  glVertex2i(band.x1, band.y0);
+  glVertex2i(band.x1, band.y1);
+  glVertex2i(band.x0, band.y1);
+  glVertex2i(band.x0, band.y0);
+  glEnd();
+  glLineWidth(1);
+}
+
+void DrawQuad(float left, float top, float size) {
+  glBegin(GL_QUADS);
+  glTexCoord2f(0, 1), glVertex2f(left, top);
+  glTexCoord2f(0, 0), glVertex2f(left, top + size);
+  glTexCoord2f(1, 0), glVertex2f(left + size, top + size);
+  glTexCoord2f(1, 1), glVertex2f(left + size, top);
+  glEnd();
+}
+
+// Both quads lie at the same depth, so the black one shows as a frame around the picture only.
+void DrawMaterialSwatch() {
+  constexpr float kMargin = 80, kSize = 64, kFrame = 1;
+  const int material = std::clamp(operations.currentMaterial(), 0, kMaterialCount - 1);
+  glEnable(GL_TEXTURE_2D);
+  glBindTexture(GL_TEXTURE_2D, sharedTextures.materials[static_cast<std::size_t>(material)]);
+  glColor4f(1, 1, 1, 1);
+  DrawQuad(editor.viewWidth - kMargin, editor.viewHeight - kMargin, kSize);
+  glDisable(GL_TEXTURE_2D);
+  glColor4f(0, 0, 0, 1);
+  DrawQuad(editor.viewWidth - kMargin - kFrame, editor.viewHeight - kMargin - kFrame,
+           kSize + 2 * kFrame);
+}
+
+}  // namespace
+
+void CreateViewObjects() {
+  camera = Camera{};
+  CreateTerrain();
+  SetTerrainBaseColour(255, 255, 255, 255);
+  InitGrid();
+  SetFixedState();
+  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  SetEditMode(EditMode::TerrainMapper);
+  editor.viewReady = true;
+}
+
+void ResizeView(int width, int height) {
+  height = std::max(height, 1);
+  editor.viewWidth = static_cast<float>(width);
+  editor.viewHeight = static_cast<float>(height);
+  glViewport(0, 0, width, height);
+  glMatrixMode(GL_PROJECTION);
+  glLoadIdentity();
+  gluPerspective(kFieldOfView, static_cast<double>(width) / height, kNear, kFar);
+  glMatrixMode(GL_MODELVIEW);
+  glLoadIdentity();
+}
+
+void RenderFrame(std::uint32_t now) {
+  CountFrame(now);
+  glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  glLoadIdentity();
+  if (editor.browserPreviewActive) {
+    operations.drawBrowserPreview();
+  } else {
+    RenderScene();
+  }
+  SetStatusText(2, FormatText("FPS: %i", editor.shownFps));
+}
+
+void DrawOverlay() {
+  const bool showsSwatch = IsEditMode(EditMode::MaterialMapper);
+  if (!editor.rubberBandActive && !showsSwatch) {
+    glLoadIdentity();
+    return;
+  }
+  glPushAttrib(GL_TRANSFORM_BIT | GL_VIEWPORT_BIT);
+  glMatrixMode(GL_PROJECTION);
+  glPushMatrix();
+  glLoadIdentity();
+  gluOrtho2D(0, editor.viewWidth, 0, editor.viewHeight);
+  glScalef(1, -1, 1);
+  glTranslatef(0, -editor.viewHeight, 0);
+  glMatrixMode(GL_MODELVIEW);
+  glPushMatrix();
+  glLoadIdentity();
+  if (editor.rubberBandActive) DrawRubberBand();
+  if (showsSwatch) DrawMaterialSwatch();
+  glMatrixMode(GL_PROJECTION);
+  glPopMatrix();
+  glMatrixMode(GL_MODELVIEW);
+  glPopMatrix();
+  glPopAttrib();
+  glLoadIdentity();
+}
+
+void DestroyViewObjects() {
+  editor.viewReady = false;
+  DeleteLevelTextures();
+  ReleaseTerrainBuffers();
+  DestroyTerrain();
+}
+
+}  // namespace mw

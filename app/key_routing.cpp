@@ -1,0 +1,164 @@
+#include <algorithm>
+#include <array>
+
+#include "app/commands.h"
+#include "app/input.h"
+#include "app/keys.h"
+#include "app/operations.h"
+#include "data/mod_config.h"
+#include "terrain/terrain.h"
+
+namespace mw {
+namespace {
+
+constexpr int kTerrain = static_cast<int>(EditMode::TerrainMapper);
+constexpr int kObjects = static_cast<int>(EditMode::ObjectMapper);
+constexpr float kMaxWaterLevel = 255;
+constexpr float kKeyHeightStep = 0.1f;  // height units
+constexpr int kMaxBrushSize = 9;
+
+// The first matching row wins.
+constexpr auto kShortcuts = std::to_array<Shortcut>({
+    {'A', false, true, kCommandSurfaceAssignments, kAnyMode},
+    {'C', false, true, kCommandCopy, kAnyMode},
+    {'V', false, true, kCommandPaste, kAnyMode},
+    {'X', false, true, kCommandCut, kAnyMode},
+    {'I', false, false, kCommandCameraOnTerrain, kAnyMode},
+    {'O', false, false, kCommandCameraFly, kAnyMode},
+    {'P', false, false, kCommandCameraTopDown, kAnyMode},
+    {'J', false, false, kCommandWireframe, kAnyMode},
+    {'K', false, false, kCommandTextured, kAnyMode},
+    {'L', false, false, kCommandTexturedWireframe, kAnyMode},
+    {'1', false, true, kCommandShowStandardMeshes, kObjects},
+    {'2', false, true, kCommandShowTreeMeshes, kObjects},
+    {'3', false, true, kCommandShowObjectSpawns, kObjects},
+    {'4', false, true, kCommandShowSoldierSpawns, kObjects},
+    {'5', false, true, kCommandShowControlPoints, kObjects},
+    {'Z', false, false, kCommandSelectObjects, kObjects},
+    {'X', false, false, kCommandTranslateObjects, kObjects},
+    {'C', false, false, kCommandRaiseLowerObjects, kObjects},
+    {'V', false, false, kCommandRotateX, kObjects},
+    {'B', false, false, kCommandRotateY, kObjects},
+    {'N', false, false, kCommandRotateZ, kObjects},
+    {'M', false, false, kCommandSnapToGround, kObjects},
+    {'Z', false, false, kCommandCarving, kTerrain},
+    {'X', false, false, kCommandRaising, kTerrain},
+    {'C', false, false, kCommandSmoothing, kTerrain},
+    {'V', false, false, kCommandFlatten, kTerrain},
+    {'B', false, false, kCommandRoad, kTerrain},
+    {'N', false, false, kCommandPointManipulation, kTerrain},
+    {'M', false, false, kCommandAutoSmoothing, kTerrain},
+});
+
+const Shortcut* FindShortcut(int key) {
+  for (const Shortcut& row : kShortcuts) {
+    if (row.key == key && (row.mode == kAnyMode || row.mode == static_cast<int>(editor.editMode)) &&
+        (!row.needsCtrl || editor.ctrlHeld) && (!row.needsShift || editor.shiftHeld)) {
+      return &row;
+    }
+  }
+  return nullptr;
+}
+
+void RunShortcut(const Shortcut& shortcut) {
+  if (shortcut.mode == kTerrain) {
+    operations.terrainToolbarCommand(shortcut.command);
+  } else if (shortcut.mode == kObjects) {
+    operations.objectToolbarCommand(shortcut.command);
+  } else {
+    RunCommand(shortcut.command);
+  }
+}
+
+// Digits set the brush size, with Shift in the Terrain Mapper the tool's power; 0 counts as 10.
+void DigitKey(int key) {
+  const int number = key == '0' ? 10 : key - '0';
+  const int size = std::min(number, kMaxBrushSize);
+  if (IsEditMode(EditMode::TerrainMapper)) {
+    if (editor.shiftHeld) {
+      terrain->power = static_cast<float>(number);
+      operations.setTerrainPower(number);
+    } else {
+      terrain->brushSize = size;
+      operations.setTerrainBrushSize(size);
+    }
+  } else if (IsEditMode(EditMode::MaterialMapper)) {
+    operations.setMaterialBrushSize(size);
+  }
+}
+
+void PointManipulationKey(int key) {
+  switch (key) {
+    case kKeySpace:
+      operations.clearSelection();
+      break;
+    case kKeyNumpadPlus:
+      operations.moveSelection(kKeyHeightStep);
+      break;
+    case kKeyNumpadMinus:
+      operations.moveSelection(-kKeyHeightStep);
+      break;
+    default:
+      break;
+  }
+}
+
+void KeyDown(int key) {
+  if (const Shortcut* shortcut = FindShortcut(key)) {
+    RunShortcut(*shortcut);
+  } else if (key >= '0' && key <= '9') {
+    DigitKey(key);
+  }
+  if (key == kKeyCtrl) editor.ctrlHeld = true;
+  if (key == kKeyShift) editor.shiftHeld = true;
+  if (IsEditMode(EditMode::TerrainMapper) && terrain->tool == TerrainTool::PointManipulation) {
+    PointManipulationKey(key);
+  }
+  if (IsEditMode(EditMode::MaterialMapper)) operations.materialKey(key);
+  if (IsEditMode(EditMode::ObjectMapper)) operations.objectKey(key);
+}
+
+void ChangeWaterLevel(float change) {
+  modConfig.WaterLevel = std::clamp(modConfig.WaterLevel + change, 0.0f, kMaxWaterLevel);
+  editor.levelModified = true;
+}
+
+void KeyUp(int key) {
+  switch (key) {
+    case kKeyTab:
+      editor.drawObjectsInMappers = !editor.drawObjectsInMappers;
+      break;
+    case kKeyCtrl:
+      editor.ctrlHeld = false;
+      if (IsEditMode(EditMode::TerrainMapper) && terrain->tool == TerrainTool::Road) {
+        operations.finishRoad();
+      }
+      break;
+    case kKeyShift:
+      editor.shiftHeld = false;
+      break;
+    case kKeyPageUp:
+      ChangeWaterLevel(1);
+      break;
+    case kKeyPageDown:
+      ChangeWaterLevel(-1);
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace
+
+std::span<const Shortcut> ShortcutTable() { return kShortcuts; }
+
+void RouteKey(int key, bool down) {
+  if (!editor.viewReady) return;
+  if (down) {
+    KeyDown(key);
+  } else {
+    KeyUp(key);
+  }
+}
+
+}  // namespace mw

@@ -1,0 +1,105 @@
+#include "app/start_up.h"
+
+#include <ctime>
+#include <string>
+
+#include "app/commands.h"
+#include "app/level.h"
+#include "app/operations.h"
+#include "app/shell.h"
+#include "core/game_random.h"
+#include "core/text.h"
+#include "data/mod_config.h"
+#include "platform/modules.h"
+#include "platform/prompts.h"
+#include "platform/settings_store.h"
+
+namespace mw {
+namespace {
+
+constexpr const char* kUnknownVersion = "1.01.100";
+constexpr std::size_t kMaxVersionText = 31;
+constexpr const char* kSurfacePlugin = "mw_smg.mwp";
+constexpr const char* kMaterialPlugin = "mw_amm.mwp";
+
+Module pluginSurfaceMaps, pluginMaterialMaps;
+
+bool LoadPlugin(Module& plugin, const char* fileName) {
+  if (plugin.Load(fileName)) return true;
+  ShowPrompt(FormatText("Unable to load plugin '%s'!", fileName), "ERROR", PromptButtons::Ok,
+             PromptIcon::Exclamation);
+  return false;
+}
+
+}  // namespace
+
+float ParseGameVersion(std::string_view text) {
+  Tokenizer pieces(text);
+  std::string number(pieces.Next(".").value_or(""));
+  number += '.';
+  while (const auto piece = pieces.Next(".")) number += *piece;
+  return ParseFloat(number);
+}
+
+void ReadInstalledVersion() {
+  std::string text = ReadGameSetting("INSTALLEDVERSION").value_or(kUnknownVersion);
+  if (text.size() > kMaxVersionText) text = kUnknownVersion;
+  editor.installedGameVersion = ParseGameVersion(text);
+}
+
+bool LoadPlugins() {
+  return LoadPlugin(pluginSurfaceMaps, kSurfacePlugin) &&
+         LoadPlugin(pluginMaterialMaps, kMaterialPlugin);
+}
+
+void UnloadPlugins() {
+  pluginSurfaceMaps.Unload();
+  pluginMaterialMaps.Unload();
+}
+
+bool InitMaterialPlugin() {
+  const auto initMatMap = reinterpret_cast<bool (*)()>(pluginMaterialMaps.Function("initMatMap"));
+  return initMatMap && initMatMap();
+}
+
+void SetInitialValues() {
+  editor.levelModified = false;
+  editor.ShowGrid = true;
+  editor.ShowTextures = false;
+  editor.drawObjectsInMappers = false;
+  editor.pastePending = false;
+  editor.rubberBandActive = false;
+  editor.somethingCopied = false;
+  editor.browserPreviewActive = false;
+  editor.levelHasWater = true;
+  editor.textureSetName = "Default";
+  SeedGameRandom(static_cast<std::uint32_t>(std::time(nullptr)));
+}
+
+void SendStartCommands() {
+  RunCommand(kCommandCameraFly);
+  RunCommand(kCommandWireframe);
+  RunCommand(kCommandObjectMapper);
+  RunCommand(kCommandViewTexturedMesh);
+}
+
+void CentreCamera() {
+  camera.position.x = camera.position.z = static_cast<float>(modConfig.WorldSize / 2);
+}
+
+bool RunWelcomeLoop() {
+  for (;;) {
+    switch (shell.welcomeDialog()) {
+      case WelcomeChoice::OpenLevel:
+        if (OpenLevel()) return true;
+        break;
+      case WelcomeChoice::NewLevel:
+        if (operations.newLevel()) return true;
+        break;
+      case WelcomeChoice::Close:
+        return false;
+    }
+  }
+}
+
+}  // namespace mw
