@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/fixed_string.h"
+#include "data/image.h"
 
 namespace mw {
 
@@ -48,11 +49,15 @@ extern TextureSet textureSet;
 // True when all required extensions are there. Otherwise their messages are on standard output, and the
 // caller ends the process with exit code 1.
 bool CheckGlExtensions();
-// Checks the extensions first; false as above.
+// Checks the extensions first; false as above. Without a context nothing is loaded.
 bool LoadSharedTextures();
-// Replaces the whole set by `<folder>/index.dat`. False when that file cannot be read.
+// A GL texture of the picture with all its mip-maps, linear filters. A context must be current.
+unsigned MakeMipMappedTexture(const Image& image);
+// Replaces the whole set by `<folder>/index.dat`. False when that file cannot be read; the set is then
+// empty. Without a context the entries have their pixels and no GL texture.
 bool LoadTextureSet(std::string_view folder);
-// Write "%s\terrainPalette.pal" and "%s\Palette.pal" on disk.
+// Write "%s\terrainPalette.pal" and "%s\Palette.pal" on disk. False when the set has no such palette or
+// the file cannot be written.
 bool WriteTerrainPalette(std::string_view folder);
 bool WriteObjectPalette(std::string_view folder);
 

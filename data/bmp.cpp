@@ -1,0 +1,235 @@
+// The bitmap reader. The format is the device-independent bitmap of the Windows graphics interface.
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdlib>
+#include <new>
+
+#include "core/little_endian.h"
+#include "data/bmp_rle.h"
+#include "data/image.h"
+
+namespace mw {
+namespace {
+
+using Bytes = std::span<const std::uint8_t>;
+using Rgb = std::array<std::uint8_t, 3>;
+
+constexpr std::size_t kFileHeaderSize = 14, kPixelOffsetField = 10;
+constexpr std::size_t kCoreHeaderSize = 12, kInformationHeaderSize = 40;
+constexpr std::size_t kMaskTableSize = 12;  // three 32-bit masks behind the information header
+constexpr char kUnknownFormat[] = "Unknown DIB file format.";
+constexpr char kConversionError[] = "Image file conversion error.";
+constexpr char kOutOfMemory[] = "Out of memory.";
+
+enum class Compression : std::uint32_t { None = 0, Rle8 = 1, Rle4 = 2, BitFields = 3 };
+
+// One colour channel of a 16- or 32-bit pixel.
+struct Channel {
+  std::uint32_t mask = 0;
+
+  std::uint8_t Of(std::uint32_t pixel) const {
+    if (mask == 0) return 0;
+    const int shift = std::countr_zero(mask);
+    const std::uint64_t largest = mask >> shift;
+    const std::uint64_t value = (pixel & mask) >> shift;
+    return static_cast<std::uint8_t>((value * 255 + largest / 2) / largest);
+  }
+};
+
+struct Dib {
+  std::int32_t width = 0, height = 0;
+  bool rowsFromTop = false;
+  unsigned bitCount = 0;
+  Compression compression = Compression::None;
+  std::array<Channel, 3> channels;  // red, green, blue of 16- and 32-bit pixels
+  std::size_t colourTable = 0;      // offset in the file
+  std::size_t colourEntrySize = 4;
+  std::size_t colourCount = 0;     // as claimed
+  std::array<Rgb, 256> palette{};  // colours that the file lacks are black
+  Bytes pixels;                    // from the first pixel to the end of the file
+};
+
+std::size_t DefaultColourCount(unsigned bitCount) {
+  return bitCount == 1 || bitCount == 4 || bitCount == 8 ? std::size_t{1} << bitCount : 0;
+}
+
+void ReadCoreHeader(Bytes header, Dib& dib) {
+  dib.width = LoadU16(header, 4);
+  dib.height = LoadU16(header, 6);
+  dib.bitCount = LoadU16(header, 10);
+  dib.colourEntrySize = 3;
+  dib.colourCount = DefaultColourCount(dib.bitCount);
+}
+
+void ReadInformationHeader(Bytes header, Dib& dib) {
+  dib.width = static_cast<std::int32_t>(LoadU32(header, 4));
+  const std::int64_t height = static_cast<std::int32_t>(LoadU32(header, 8));
+  dib.rowsFromTop = height < 0;
+  dib.height = static_cast<std::int32_t>(
+      std::min<std::int64_t>(std::abs(height), std::int64_t{kMaxImageSide} + 1));
+  dib.bitCount = LoadU16(header, 14);
+  dib.compression = static_cast<Compression>(LoadU32(header, 16));
+  const std::uint32_t used = LoadU32(header, 32);
+  dib.colourCount = used != 0 ? used : DefaultColourCount(dib.bitCount);
+}
+
+// Width and height are limited, and only the pairs of bit count and compression that the format
+// has.
+bool IsConvertible(const Dib& dib) {
+  if (dib.width < 1 || dib.width > kMaxImageSide) return false;
+  if (dib.height < 1 || dib.height > kMaxImageSide) return false;
+  switch (dib.compression) {
+    case Compression::None:
+      return dib.bitCount == 1 || dib.bitCount == 4 || dib.bitCount == 8 || dib.bitCount == 16 ||
+             dib.bitCount == 24 || dib.bitCount == 32;
+    case Compression::Rle8:
+      return dib.bitCount == 8;
+    case Compression::Rle4:
+      return dib.bitCount == 4;
+    case Compression::BitFields:
+      return dib.bitCount == 16 || dib.bitCount == 32;
+  }
+  return false;
+}
+
+// The masks of bit fields stand behind the information header, before the colour table.
+bool ReadChannels(Bytes file, Dib& dib) {
+  if (dib.compression != Compression::BitFields) {
+    dib.channels = dib.bitCount == 16
+                       ? std::array<Channel, 3>{{{0x7C00}, {0x03E0}, {0x001F}}}
+                       : std::array<Channel, 3>{{{0xFF0000}, {0x00FF00}, {0x0000FF}}};
+    return true;
+  }
+  if (file.size() < dib.colourTable + kMaskTableSize) return false;
+  for (std::size_t i = 0; i < 3; ++i) dib.channels[i].mask = LoadU32(file, dib.colourTable + 4 * i);
+  dib.colourTable += kMaskTableSize;
+  return true;
+}
+
+void ReadPalette(Bytes file, std::size_t end, Dib& dib) {
+  const std::size_t size = dib.colourEntrySize;
+  const std::size_t held = (std::min(end, file.size()) - dib.colourTable) / size;
+  const std::size_t count = std::min({dib.colourCount, held, dib.palette.size()});
+  for (std::size_t i = 0; i < count; ++i) {
+    const Bytes entry = file.subspan(dib.colourTable + i * size, size);
+    dib.palette[i] = {entry[2], entry[1], entry[0]};
+  }
+}
+
+// Finds the pixels: where the file header says, or behind the colour table.
+bool FindPixels(Bytes file, bool hasFileHeader, Dib& dib) {
+  const std::size_t behindTable = dib.colourTable + dib.colourCount * dib.colourEntrySize;
+  const std::size_t stated = hasFileHeader ? LoadU32(file, kPixelOffsetField) : 0;
+  const std::size_t offset = stated >= dib.colourTable ? stated : behindTable;
+  if (offset >= file.size()) return false;
+  ReadPalette(file, offset, dib);
+  dib.pixels = file.subspan(offset);
+  return true;
+}
+
+// Reads everything before the pixels; the text of the error, or null.
+const char* ReadDib(Bytes file, Dib& dib) {
+  const bool hasFileHeader = file.size() >= 2 && file[0] == 'B' && file[1] == 'M';
+  const std::size_t headerAt = hasFileHeader ? kFileHeaderSize : 0;
+  if (file.size() < headerAt + kCoreHeaderSize) return kUnknownFormat;
+  const std::size_t headerSize = LoadU32(file, headerAt);
+  if (headerSize != kCoreHeaderSize && headerSize != kInformationHeaderSize) return kUnknownFormat;
+  if (file.size() < headerAt + headerSize) return kUnknownFormat;
+  const Bytes header = file.subspan(headerAt, headerSize);
+  if (headerSize == kCoreHeaderSize) {
+    ReadCoreHeader(header, dib);
+  } else {
+    ReadInformationHeader(header, dib);
+  }
+  dib.colourTable = headerAt + headerSize;
+  if (!IsConvertible(dib) || !ReadChannels(file, dib)) return kConversionError;
+  return FindPixels(file, hasFileHeader, dib) ? nullptr : kConversionError;
+}
+
+// The row of the image (counted from the bottom) that holds the file's row.
+std::uint8_t* RowOf(const Dib& dib, Image& image, int fileRow) {
+  const int row = dib.rowsFromTop ? dib.height - 1 - fileRow : fileRow;
+  return image.rgb.data() + static_cast<std::size_t>(row) * static_cast<std::size_t>(dib.width) * 3;
+}
+
+void ConvertIndexedRow(const Dib& dib, const std::uint8_t* in, std::uint8_t* out) {
+  const unsigned mask = (1u << dib.bitCount) - 1;
+  for (unsigned x = 0, bit = 0; x < static_cast<unsigned>(dib.width); ++x, bit += dib.bitCount) {
+    const unsigned index = in[bit / 8] >> (8 - dib.bitCount - bit % 8) & mask;
+    out = std::copy_n(dib.palette[index].begin(), 3, out);
+  }
+}
+
+void ConvertTrueColourRow(const Dib& dib, const std::uint8_t* in, std::uint8_t* out) {
+  for (int x = 0; x < dib.width; ++x, in += 3, out += 3) {
+    out[0] = in[2];
+    out[1] = in[1];
+    out[2] = in[0];
+  }
+}
+
+void ConvertMaskedRow(const Dib& dib, const std::uint8_t* in, std::uint8_t* out) {
+  const std::size_t size = dib.bitCount / 8;
+  for (int x = 0; x < dib.width; ++x, in += size) {
+    const std::uint32_t pixel = size == 2 ? LoadU16({in, size}) : LoadU32({in, size});
+    for (const Channel& channel : dib.channels) *out++ = channel.Of(pixel);
+  }
+}
+
+// Rows take whole 32-bit words in the file; the last one's padding may be missing.
+bool ConvertRows(const Dib& dib, Image& image) {
+  const std::size_t rowBits = static_cast<std::size_t>(dib.width) * dib.bitCount;
+  const std::size_t used = (rowBits + 7) / 8, stride = (rowBits + 31) / 32 * 4;
+  if (dib.pixels.size() < stride * static_cast<std::size_t>(dib.height - 1) + used) return false;
+  image.rgb.resize(static_cast<std::size_t>(dib.width) * static_cast<std::size_t>(dib.height) * 3);
+  const auto convert = dib.bitCount <= 8    ? ConvertIndexedRow
+                       : dib.bitCount == 24 ? ConvertTrueColourRow
+                                            : ConvertMaskedRow;
+  for (int row = 0; row < dib.height; ++row) {
+    convert(dib, dib.pixels.data() + static_cast<std::size_t>(row) * stride,
+            RowOf(dib, image, row));
+  }
+  return true;
+}
+
+bool ConvertRle(const Dib& dib, Image& image) {
+  const auto indices = DecodeRle(dib.pixels, static_cast<int>(dib.bitCount), dib.width, dib.height);
+  if (!indices) return false;
+  image.rgb.resize(indices->size() * 3);  // skipped pixels stay black
+  const std::uint16_t* in = indices->data();
+  for (int row = 0; row < dib.height; ++row) {
+    std::uint8_t* out = RowOf(dib, image, row);
+    for (int x = 0; x < dib.width; ++x, ++in, out += 3) {
+      if (*in != kSkippedPixel) std::copy_n(dib.palette[*in].begin(), 3, out);
+    }
+  }
+  return true;
+}
+
+const char* Decode(Bytes file, Image& image) {
+  Dib dib;
+  if (const char* failure = ReadDib(file, dib)) return failure;
+  const bool runs = dib.compression == Compression::Rle4 || dib.compression == Compression::Rle8;
+  if (!(runs ? ConvertRle(dib, image) : ConvertRows(dib, image))) return kConversionError;
+  image.width = dib.width;
+  image.height = dib.height;
+  return nullptr;
+}
+
+}  // namespace
+
+std::optional<Image> DecodeBmp(std::span<const std::uint8_t> file, std::string* error) {
+  Image image;
+  const char* failure = nullptr;
+  try {
+    failure = Decode(file, image);
+  } catch (const std::bad_alloc&) {
+    failure = kOutOfMemory;
+  }
+  if (!failure) return image;
+  if (error) *error = failure;
+  return std::nullopt;
+}
+
+}  // namespace mw

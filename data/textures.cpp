@@ -1,0 +1,73 @@
+#include "data/textures.h"
+
+#include <GL/gl.h>
+#include <GL/glu.h>
+#include <cstdio>
+
+#include "core/text.h"
+#include "platform/gl_context.h"
+
+namespace mw {
+
+const std::array<const char*, kMaterialCount> kMaterialKeys = {
+    "default",     "water",      "drygrass", "wetgrass",     "drydirt", "wetdirt",
+    "mud",         "outsidemap", "gravel",   "frozenground", "drysand", "wetsand",
+    "rocksurface", "sandroad",   "dirtroad", "pavedroad"};
+
+SharedTextures sharedTextures;
+
+namespace {
+
+constexpr std::array<const char*, 4> kRequiredExtensions = {
+    "GL_EXT_bgra", "GL_ARB_texture_compression", "GL_EXT_texture_compression_s3tc",
+    "WGL_EXT_swap_control"};
+
+// Leaves a texture that is already there alone.
+void LoadSharedTexture(const std::string& fileName, unsigned& texture) {
+  if (texture != 0) return;
+  if (const auto image = LoadBmp(fileName)) texture = MakeMipMappedTexture(*image);
+}
+
+}  // namespace
+
+bool CheckGlExtensions() {
+  bool complete = true;
+  for (const char* name : kRequiredExtensions) {
+    if (HasGlExtension(name)) continue;
+    std::printf("I require the %s OpenGL extension to work.\n", name);
+    complete = false;
+  }
+  if (!complete) {
+    std::printf("\nExiting because required OpenGL extensions are not supported.\n");
+    std::fflush(stdout);
+  }
+  return complete;
+}
+
+bool LoadSharedTextures() {
+  if (!CheckGlExtensions()) return false;
+  if (!MakeViewContextCurrent()) return true;
+  for (std::size_t i = 0; i < kMaterialKeys.size(); ++i) {
+    LoadSharedTexture(FormatText("media/mat_%s.bmp", kMaterialKeys[i]),
+                      sharedTextures.materials[i]);
+  }
+  LoadSharedTexture("media/nosurface.bmp", sharedTextures.noSurface);
+  LoadSharedTexture("media/water.bmp", sharedTextures.water);
+  return true;
+}
+
+unsigned MakeMipMappedTexture(const Image& image) {
+  unsigned texture = 0;
+  glGenTextures(1, &texture);
+  glBindTexture(GL_TEXTURE_2D, texture);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
+  glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+  glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+  gluBuild2DMipmaps(GL_TEXTURE_2D, 3, image.width, image.height, GL_RGB, GL_UNSIGNED_BYTE,
+                    image.rgb.data());
+  glPopClientAttrib();
+  return texture;
+}
+
+}  // namespace mw
