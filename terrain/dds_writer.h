@@ -13,7 +13,7 @@ namespace mw {
 // not, or when the pixels are too few.
 std::vector<std::uint8_t> EncodeDds(int width, int height, std::span<const std::uint8_t> rgb,
                                     bool mipmaps);
-// Writes it through the game-file layer.
+// Writes it through the game-file layer; without pixels the file is empty.
 void SaveDDS(std::string_view path, int width, int height, std::span<const std::uint8_t> rgb,
              bool mipmaps);
 

@@ -25,11 +25,14 @@ extern LevelTextures levelTextures;
 
 // Loads the tiles, the height buffer and the detail texture of the level folder, in this order. On
 // opening a level SurfaceAssigned becomes exactly what the files say; on reloading it is only added to.
+// Without a context the flags are set and no texture is made.
 enum class LevelTextureLoad { Opening, Reloading };
 void LoadLevelTextures(LevelTextureLoad occasion);
+// SurfaceAssigned stays as it is.
 void DeleteLevelTextures();
 
 // Writes the level's detail texture, environment textures and cube-map description from the texture set.
+// Pictures are encoded once, not at every save; entries that are not loaded write no file.
 void WriteTextureSetToLevel();
 
 // Reads "<baseName>.tga" (24-bit, from disk) and writes it as the level's tile with mip-maps. False when
