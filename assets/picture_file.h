@@ -1,0 +1,18 @@
+// Painted pictures as Qt images and files. Used by whoever writes media.
+#pragma once
+
+#include <QImage>
+#include <QString>
+
+#include "assets/picture.h"
+
+namespace mw {
+
+// 24 bits per pixel.
+QImage ToImage(const Picture& picture);
+
+// Both write a line to standard error and answer false when the file could not be written.
+bool WriteImage(const QString& path, const QImage& image);
+bool WriteBytes(const QString& path, const QByteArray& bytes);
+
+}  // namespace mw
