@@ -154,17 +154,15 @@ constexpr SettingsCommand Text(std::string_view name) {
       }};
 }
 
-constexpr auto kSkyHeight = [](ModConfig & config) -> auto& {
+std::int32_t& SkyHeight(ModConfig& config) {
   return config.currentSky.heightOffset;
-};
-constexpr auto kSkyRotation = [](ModConfig & config) -> auto& {
+}
+std::int32_t& SkyRotation(ModConfig& config) {
   return config.currentSky.rotationAngle;
-};
-constexpr auto kSunDirection = [](ModConfig & config) -> auto& {
+}
+Floats3& SunDirection(ModConfig& config) {
   return config.currentSky.sunDirection;
-};
-return config.currentSky.mesh;
-};
+}
 
 // The mesh of the sky: in other scripts the same command names other geometry.
 void ReadSkyMesh(SettingsLine line, const SettingsContext& context) {
@@ -260,9 +258,9 @@ std::optional<std::string> WriteBeforeSpawnCamera(SettingsLine line, SettingsCon
 
 constexpr SettingsCommand kCommands[] = {
     {"GeometryTemplate.file", ReadSkyMesh, WriteSkyMesh},
-    Value<kSkyHeight, Integer>("sky.changeOfsSkyHeight"),
-    Value<kSkyRotation, Integer>("sky.setRotAngle"),
-    Value<kSunDirection, VectorOf3>("sky.sunLightDirectionVec"),
+    Value<SkyHeight, Integer>("sky.changeOfsSkyHeight"),
+    Value<SkyRotation, Integer>("sky.setRotAngle"),
+    Value<SunDirection, VectorOf3>("sky.sunLightDirectionVec"),
     Value<&ModConfig::VertexFogEnable, FloatAsByte>("renderer.vertexFogEnable"),
     Value<&ModConfig::fogStart, Integer>("renderer.fogstart"),
     Value<&ModConfig::fogEnd, Integer>("renderer.fogend"),
