@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, and runs all tests under a virtual display: as they are, and again
+# under the address and undefined-behaviour sanitizers.
+#   ./test.sh             all tests
+#   ./test.sh --fuzz [S]  every fuzz target for S seconds (60), seeded from the sample game
+set -euo pipefail
+cd "$(dirname "$0")"
+source tools/packages.sh
+
+run_fuzzers() {
+  local seconds=${1:-60} fuzzer name corpus failed=0
+  need "${build_packages[@]}" "${fuzz_packages[@]}" libegl-dev
+  build release sample
+  build fuzz
+  for fuzzer in build/fuzz/bin/*_fuzzer; do
+    name=$(basename "$fuzzer" _fuzzer)
+    corpus=build/fuzz/corpus/$name
+    mkdir -p "$corpus"
+    [ ! -x tools/seed_corpus.sh ] || tools/seed_corpus.sh "$name" "$corpus" build/release
+    echo "Fuzzing $name for $seconds s ..."
+    if ! "$fuzzer" -max_total_time="$seconds" -rss_limit_mb=2048 -timeout=20 -verbosity=0 \
+      -artifact_prefix="build/fuzz/$name-" "$corpus" >"build/fuzz/$name.log" 2>&1; then
+      tail -n 40 "build/fuzz/$name.log"
+      failed=$((failed + 1))
+    fi
+  done
+  [ "$failed" -eq 0 ] || { echo "$failed fuzz targets found a fault."; exit 1; }
+  echo "No fuzz target found a fault."
+}
+
+check_format() {
+  local clang_format
+  clang_format=$(command -v clang-format-14 || command -v clang-format)
+  git ls-files '*.cpp' '*.h' | xargs "$clang_format" --dry-run --Werror
+}
+
+# run_tests PRESET: the tests of a build, under a virtual display of their own.
+run_tests() {
+  xvfb-run -a -s "-screen 0 1280x800x24" env LIBGL_ALWAYS_SOFTWARE=1 QT_QPA_PLATFORM=xcb \
+    ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 \
+    ctest --test-dir "build/$1" --output-on-failure -j "$(nproc)" --progress
+}
+
+if [ "${1:-}" = --fuzz ]; then
+  run_fuzzers "${2:-60}"
+  exit
+fi
+
+need "${build_packages[@]}" "${display_packages[@]}" "${test_packages[@]}"
+check_format
+build dev
+run_tests dev
+build asan
+run_tests asan

@@ -1,0 +1,55 @@
+# Sourced by run.sh and test.sh: the Debian packages that the program and its tests need, and how missing
+# ones are installed.
+
+build_packages=(g++ cmake ninja-build ccache qt6-base-dev libqt6opengl6-dev libqt6svg6-dev liblzo2-dev
+  libstb-dev libgl-dev libglu1-mesa-dev)
+display_packages=(xvfb xauth openbox xdotool imagemagick x11-utils libgl1-mesa-dri fonts-dejavu-core)
+test_packages=(libgtest-dev libgmock-dev libbenchmark-dev libegl-dev clang-format-14 locales)
+fuzz_packages=(clang libclang-rt-14-dev)
+
+# need PACKAGE...: installs those that are missing; ends the script with advice when that is impossible.
+need() {
+  local missing=() name
+  for name in "$@"; do
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$name" 2>/dev/null)" = installed ] || missing+=("$name")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  command -v apt-get >/dev/null || {
+    echo "This script installs Debian packages, and there is no apt-get here. Please install what these" >&2
+    echo "packages hold, then build with 'cmake --preset release': ${missing[*]}" >&2
+    exit 1
+  }
+  local sudo=()
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || {
+      echo "These packages are missing; please install them as root: ${missing[*]}" >&2
+      exit 1
+    }
+    sudo=(sudo)
+  fi
+  echo "Installing ${missing[*]} ..."
+  local log
+  log=$(mktemp)
+  if ! { "${sudo[@]}" apt-get update -qq &&
+    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+      "${missing[@]}"; } >"$log" 2>&1; then
+    cat "$log" >&2
+    echo "The packages above could not be installed." >&2
+    exit 1
+  fi
+  rm -f "$log"
+}
+
+# build PRESET [TARGET...]: configures and builds quietly, and shows the compiler's output on failure.
+build() {
+  local preset=$1 log
+  shift
+  log=$(mktemp)
+  if ! { cmake --preset "$preset" && cmake --build --preset "$preset" ${1:+--target "$@"}; } >"$log" 2>&1
+  then
+    tail -n 60 "$log" >&2
+    echo "Building '$preset' failed." >&2
+    exit 1
+  fi
+  rm -f "$log"
+}
