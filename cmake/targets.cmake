@@ -31,6 +31,7 @@ endfunction()
 function(mw_ui name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/ui/*.cpp
                                       ${CMAKE_CURRENT_SOURCE_DIR}/ui/*.h)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   if(sources)
     add_library(${name} STATIC ${sources})
     set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON

@@ -1,0 +1,175 @@
+#include "platform/prompts.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QCursor>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPointer>
+#include <algorithm>
+#include <array>
+
+#include "platform/qt/status_labels.h"
+#include "platform/qt/view_context.h"
+
+namespace mw {
+namespace {
+
+constexpr qsizetype kMaxStatusBytes = 287;
+
+std::array<QPointer<QLabel>, 3> statusLabels;  // by part; part 0 has no width and no label
+
+QString FromUtf8(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// The dialog or window that a box belongs to: the innermost modal one, else the main window.
+QWidget* BoxOwner() {
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible() && window->windowType() == Qt::Window) return window;
+  }
+  return nullptr;
+}
+
+// A question that has no "neither": Escape and the close box do nothing.
+class DecisionBox : public QMessageBox {
+ public:
+  using QMessageBox::QMessageBox;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (!event->matches(QKeySequence::Cancel)) QMessageBox::keyPressEvent(event);
+  }
+  void closeEvent(QCloseEvent* event) override { event->ignore(); }
+};
+
+QMessageBox::StandardButtons StandardButtons(PromptButtons buttons) {
+  switch (buttons) {
+    case PromptButtons::OkCancel:
+      return QMessageBox::Ok | QMessageBox::Cancel;
+    case PromptButtons::YesNo:
+      return QMessageBox::Yes | QMessageBox::No;
+    case PromptButtons::Ok:
+      break;
+  }
+  return QMessageBox::Ok;
+}
+
+QMessageBox::Icon StandardIcon(PromptIcon icon) {
+  switch (icon) {
+    case PromptIcon::Information:
+      return QMessageBox::Information;
+    case PromptIcon::Exclamation:
+      return QMessageBox::Warning;
+    case PromptIcon::Stop:
+      return QMessageBox::Critical;
+    case PromptIcon::None:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+PromptAnswer RunBox(QMessageBox& box, std::string_view text, std::string_view caption,
+                    PromptButtons buttons, PromptIcon icon) {
+  box.setWindowTitle(FromUtf8(caption));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(FromUtf8(text));
+  box.setIcon(StandardIcon(icon));
+  box.setStandardButtons(StandardButtons(buttons));
+  switch (box.exec()) {
+    case QMessageBox::Ok:
+      return PromptAnswer::Ok;
+    case QMessageBox::Yes:
+      return PromptAnswer::Yes;
+    case QMessageBox::No:
+      return PromptAnswer::No;
+    default:
+      return buttons == PromptButtons::Ok ? PromptAnswer::Ok : PromptAnswer::Cancel;
+  }
+}
+
+// Keeps the wait cursor until the mouse has really moved: Qt also reports moves of the windows
+// under it.
+class WaitCursor : public QObject {
+ public:
+  void Show() {
+    startedAt_ = QCursor::pos();
+    if (shown_) return;
+    shown_ = true;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    qApp->installEventFilter(this);
+  }
+  void Hide() {
+    if (!shown_) return;
+    shown_ = false;
+    qApp->removeEventFilter(this);
+    QApplication::restoreOverrideCursor();
+  }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::MouseMove && QCursor::pos() != startedAt_) Hide();
+    return false;
+  }
+
+ private:
+  bool shown_ = false;
+  QPoint startedAt_;
+};
+
+WaitCursor& TheWaitCursor() {
+  static WaitCursor cursor;
+  return cursor;
+}
+
+// Two spaces and the text, cut to the size of the status bar's buffer at a character's border.
+QString StatusBarText(std::string_view text) {
+  QByteArray bytes("  ");
+  bytes.append(text.data(), static_cast<qsizetype>(text.size()));
+  if (bytes.size() > kMaxStatusBytes) {
+    qsizetype end = kMaxStatusBytes;
+    while (end > 0 && (static_cast<unsigned char>(bytes[end]) & 0xC0) == 0x80) --end;
+    bytes.truncate(end);
+  }
+  return QString::fromUtf8(bytes);
+}
+
+}  // namespace
+
+void UseStatusLabels(QLabel* progress, QLabel* frameRate) {
+  statusLabels = {nullptr, progress, frameRate};
+}
+
+PromptAnswer ShowPrompt(std::string_view text, std::string_view caption, PromptButtons buttons,
+                        PromptIcon icon) {
+  const ViewContextKeeper keeper;
+  QWidget* const owner = BoxOwner();
+  if (buttons == PromptButtons::YesNo) {
+    DecisionBox box(owner);
+    box.setWindowFlag(Qt::WindowCloseButtonHint, false);
+    return RunBox(box, text, caption, buttons, icon);
+  }
+  QMessageBox box(owner);
+  return RunBox(box, text, caption, buttons, icon);
+}
+
+void ShowWaitCursor() { TheWaitCursor().Show(); }
+
+void ShowArrowCursor() { TheWaitCursor().Hide(); }
+
+void SetStatusText(int part, std::string_view text) {
+  if (part < 0 || part >= static_cast<int>(statusLabels.size())) return;
+  QLabel* const label = statusLabels[static_cast<std::size_t>(part)];
+  if (!label) return;
+  const QString shown = StatusBarText(text);
+  if (label->text() == shown) return;
+  label->setText(shown);
+  // While the view paints, the label follows with the next turn of the event loop.
+  if (IsViewPainting() || !label->isVisible()) return;
+  const ViewContextKeeper keeper;
+  label->repaint();
+}
+
+}  // namespace mw
