@@ -1,6 +1,6 @@
-// The game's archive files (.vra): one file that holds many named members, stored as they are (mode 0) or
-// as LZO1X segments of 32768 bytes (mode 1). An archive is read and updated in place; `ArchiveList` is the
-// ordered set of archives that are open. docs/formats.md describes the file.
+// The game's archive files (.vra): one file that holds many named members, stored as they are (mode
+// 0) or as LZO1X segments of 32768 bytes (mode 1). An archive is read and updated in place;
+// `ArchiveList` is the ordered set of archives that are open. docs/formats.md describes the file.
 #pragma once
 
 #include <array>
@@ -42,9 +42,9 @@ class Archive {
   Archive(const Archive&) = delete;
   Archive& operator=(const Archive&) = delete;
 
-  // Opens an existing archive, playing back a rollback journal that an interrupted save left beside it.
-  // False when the file is missing or damaged (every offset and size is checked against the file's
-  // length first). A read-only archive refuses every change.
+  // Opens an existing archive, playing back a rollback journal that an interrupted save left beside
+  // it. False when the file is missing or damaged (every offset and size is checked against the
+  // file's length first). A read-only archive refuses every change.
   bool Open(std::string_view path, bool writable);
   // Creates the file, or takes over an existing one, as an archive without members (mode 0).
   bool Create(std::string_view path);
@@ -53,7 +53,9 @@ class Archive {
   bool Writable() const;
   bool Dirty() const;  // the directory has changed since the archive was opened or last compacted
   StorageMode Mode() const;
-  void SetMode(StorageMode mode);  // for members written from now on
+  // For members written from now on. False when the archive holds members in the other mode, which
+  // would become unreadable.
+  bool SetMode(StorageMode mode);
   const ArchiveEntries& Entries() const;
   const std::string& Error() const;
 
@@ -61,22 +63,24 @@ class Archive {
   // The member's bytes, as far as they can be read and decompressed; nothing when there is no such
   // member.
   std::optional<std::vector<std::uint8_t>> ReadMember(std::string_view name);
-  // Adds the member or replaces its content. False, with the archive unchanged, when the name is empty
-  // or too long, the archive is read-only, compression fails or the file cannot be written.
+  // Adds the member or replaces its content. False, with the archive unchanged, when the name is
+  // empty or too long, the archive is read-only, compression fails or the file cannot be written.
   bool WriteMember(std::string_view name, std::span<const std::uint8_t> data);
   bool RemoveMember(std::string_view name);
-  void RemoveMembersWithPrefix(std::string_view prefix);
+  // Without regard to case. False when the archive could not be changed.
+  bool RemoveMembersWithPrefix(std::string_view prefix);
 
-  // A group of changes that is done wholly or not at all, whatever happens to the program meanwhile. A
-  // change outside a group is a group of its own. Groups do not nest: BeginSave within one fails.
+  // A group of changes that is done wholly or not at all, whatever happens to the program
+  // meanwhile. A change outside a group is a group of its own. Groups do not nest: BeginSave within
+  // one fails.
   bool BeginSave();
   // Makes the group permanent. False, with everything rolled back, when the bytes could not be made
   // safe.
   bool CommitSave();
   void RollbackSave();
 
-  // Compacts the file if its directory has changed (by a new file and a rename), then closes it. False
-  // when compacting failed; the archive on disk is then whole, but not compact.
+  // Compacts the file if its directory has changed (by a new file and a rename), then closes it.
+  // False when compacting failed; the archive on disk is then whole, but not compact.
   bool Close();
 
  private:

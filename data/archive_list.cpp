@@ -1,0 +1,54 @@
+#include <algorithm>
+#include <ranges>
+
+#include "data/archive.h"
+
+namespace mw {
+
+ArchiveList archives;
+
+Archive* ArchiveList::OpenArchive(std::string_view path, bool writable) {
+  auto archive = std::make_unique<Archive>();
+  if (!archive->Open(path, writable)) return nullptr;
+  return archives_.emplace_back(std::move(archive)).get();
+}
+
+Archive* ArchiveList::CreateArchive(std::string_view path) {
+  auto archive = std::make_unique<Archive>();
+  if (!archive->Create(path)) return nullptr;
+  archive->SetMode(StorageMode::Compressed);
+  return archives_.emplace_back(std::move(archive)).get();
+}
+
+bool ArchiveList::CloseArchive(std::string_view path) {
+  const auto found = std::ranges::find_if(
+      archives_, [path](const auto& archive) { return EqualNoCase(archive->Path(), path); });
+  if (found == archives_.end()) return false;
+  (*found)->Close();
+  archives_.erase(found);
+  return true;
+}
+
+Archive* ArchiveList::FindHolding(std::string_view name, bool writableOnly) const {
+  for (const auto& archive : archives_ | std::views::reverse) {
+    if ((archive->Writable() || !writableOnly) && archive->Find(name)) return archive.get();
+  }
+  return nullptr;
+}
+
+Archive* ArchiveList::Last() const {
+  return archives_.empty() ? nullptr : archives_.back().get();
+}
+
+Archive* ArchiveList::LastWritable() const {
+  for (const auto& archive : archives_ | std::views::reverse) {
+    if (archive->Writable()) return archive.get();
+  }
+  return nullptr;
+}
+
+void ArchiveList::Clear() {
+  archives_.clear();
+}
+
+}  // namespace mw

@@ -1,0 +1,30 @@
+// Members of a compressed archive: LZO1X segments of 32768 bytes behind a table of their sizes.
+// Used by `Archive`; docs/formats.md describes the layout.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace mw {
+
+inline constexpr std::size_t kSegmentSize = 32768;
+// Longest compressed segment that a reader takes.
+inline constexpr std::size_t kMaxCompressedSegment = 40000;
+
+// False when the LZO library does not fit this program. Called by the others here; start-up may
+// call it to say so at once.
+bool PrepareCompression();
+
+// The stored form of `data`. Segments that `oldStored` (the member's stored form so far, or empty)
+// holds with the same bytes are taken from there as they are; the others are compressed with
+// LZO1X-999, several at a time where the machine has the cores. Nothing when compression fails.
+std::optional<std::vector<std::uint8_t>> CompressMember(std::span<const std::uint8_t> data,
+                                                        std::span<const std::uint8_t> oldStored);
+
+// The bytes that a stored member holds, at most `size`: as far as its table fits it and its
+// segments decompress. Memory grows with what the segments produce, not with `size`.
+std::vector<std::uint8_t> ExpandMember(std::span<const std::uint8_t> stored, std::uint32_t size);
+
+}  // namespace mw

@@ -1,0 +1,195 @@
+#include "platform/file.h"
+
+#include <algorithm>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+namespace mw {
+
+namespace fs = std::filesystem;
+
+std::function<std::optional<DiskFault>(const DiskChange&)> diskFaultPlan;
+
+namespace {
+
+using Kind = DiskChange::Kind;
+
+std::optional<DiskFault> PlannedFault(const DiskChange& change) {
+  return diskFaultPlan ? diskFaultPlan(change) : std::nullopt;
+}
+
+void SetReason(std::string* error, int code) {
+  if (error) *error = std::generic_category().message(code);
+}
+
+// 0, or the system error that ended the writing.
+int WriteBytes(int descriptor, std::uint64_t offset, std::span<const std::uint8_t> bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written =
+        pwrite(descriptor, bytes.data(), bytes.size(), static_cast<off_t>(offset));
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) return errno;
+    if (written == 0) return ENOSPC;
+    offset += static_cast<std::uint64_t>(written);
+    bytes = bytes.subspan(static_cast<std::size_t>(written));
+  }
+  return 0;
+}
+
+int OpenFlags(FileAccess access) {
+  switch (access) {
+    case FileAccess::Read:
+      return O_RDONLY;
+    case FileAccess::ReadWrite:
+      return O_RDWR;
+    case FileAccess::Create:
+      return O_RDWR | O_CREAT;
+    case FileAccess::CreateNew:
+      return O_RDWR | O_CREAT | O_EXCL;
+  }
+  return O_RDONLY;
+}
+
+bool Exists(const fs::path& path) {
+  std::error_code ignored;
+  return fs::exists(fs::symlink_status(path, ignored));
+}
+
+}  // namespace
+
+File::~File() {
+  Close();
+}
+
+File::File(File&& other) noexcept
+    : descriptor_(std::exchange(other.descriptor_, -1)),
+      path_(std::move(other.path_)),
+      error_(std::move(other.error_)) {}
+
+File& File::operator=(File&& other) noexcept {
+  std::swap(descriptor_, other.descriptor_);
+  std::swap(path_, other.path_);
+  std::swap(error_, other.error_);
+  return *this;
+}
+
+bool File::Fail(int code) {
+  SetReason(&error_, code);
+  return false;
+}
+
+bool File::Open(const fs::path& path, FileAccess access) {
+  Close();
+  const int flags = OpenFlags(access);
+  if ((flags & O_CREAT) && !Exists(path)) {
+    if (const auto fault = PlannedFault({Kind::Create, path})) return Fail(fault->code);
+  }
+  // A pipe must not keep the program waiting; plain files do not know O_NONBLOCK.
+  descriptor_ = open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0666);
+  if (descriptor_ < 0) return Fail(errno);
+  struct stat status {};
+  const int code = fstat(descriptor_, &status) != 0 ? errno
+                   : S_ISDIR(status.st_mode)        ? EISDIR
+                   : !S_ISREG(status.st_mode)       ? EINVAL
+                                                    : 0;
+  if (code != 0) {
+    Close();
+    return Fail(code);
+  }
+  path_ = path;
+  return true;
+}
+
+void File::Close() {
+  if (descriptor_ >= 0) close(std::exchange(descriptor_, -1));
+}
+
+std::optional<std::uint64_t> File::Size() {
+  struct stat status {};
+  if (fstat(descriptor_, &status) != 0) {
+    Fail(errno);
+    return std::nullopt;
+  }
+  return static_cast<std::uint64_t>(status.st_size);
+}
+
+bool File::ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) {
+  while (!out.empty()) {
+    const ssize_t got = pread(descriptor_, out.data(), out.size(), static_cast<off_t>(offset));
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return Fail(errno);
+    if (got == 0) {
+      error_ = "Unexpected end of file";
+      return false;
+    }
+    offset += static_cast<std::uint64_t>(got);
+    out = out.subspan(static_cast<std::size_t>(got));
+  }
+  return true;
+}
+
+bool File::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
+  if (const auto fault = PlannedFault({Kind::Write, path_, offset, bytes})) {
+    WriteBytes(descriptor_, offset, bytes.first(std::min(fault->written, bytes.size())));
+    return Fail(fault->code);
+  }
+  const int code = WriteBytes(descriptor_, offset, bytes);
+  return code == 0 || Fail(code);
+}
+
+bool File::Truncate(std::uint64_t size) {
+  if (const auto fault = PlannedFault({Kind::Truncate, path_, size})) return Fail(fault->code);
+  return ftruncate(descriptor_, static_cast<off_t>(size)) == 0 || Fail(errno);
+}
+
+bool File::Sync() {
+  if (const auto fault = PlannedFault({Kind::Sync, path_})) return Fail(fault->code);
+  return fsync(descriptor_) == 0 || Fail(errno);
+}
+
+bool File::CopyPermissions(const File& other) {
+  struct stat status {};
+  return (fstat(other.descriptor_, &status) == 0 &&
+          fchmod(descriptor_, status.st_mode & 07777) == 0) ||
+         Fail(errno);
+}
+
+bool RenameFile(const fs::path& from, const fs::path& to, std::string* error) {
+  if (const auto fault = PlannedFault({Kind::Rename, from, 0, {}, &to})) {
+    SetReason(error, fault->code);
+    return false;
+  }
+  if (rename(from.c_str(), to.c_str()) == 0) return true;
+  SetReason(error, errno);
+  return false;
+}
+
+bool RemoveFile(const fs::path& path, std::string* error) {
+  if (!Exists(path)) return true;
+  if (const auto fault = PlannedFault({Kind::Remove, path})) {
+    SetReason(error, fault->code);
+    return false;
+  }
+  if (unlink(path.c_str()) == 0 || errno == ENOENT) return true;
+  SetReason(error, errno);
+  return false;
+}
+
+bool SyncFolderOf(const fs::path& path, std::string* error) {
+  const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+  if (const auto fault = PlannedFault({Kind::SyncFolder, path})) {
+    SetReason(error, fault->code);
+    return false;
+  }
+  const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  // A file system that cannot sync folders answers EINVAL: nothing better is to be had there.
+  const bool done = descriptor >= 0 && (fsync(descriptor) == 0 || errno == EINVAL);
+  if (!done) SetReason(error, errno);
+  if (descriptor >= 0) close(descriptor);
+  return done;
+}
+
+}  // namespace mw

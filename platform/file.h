@@ -1,0 +1,83 @@
+// Random access to one file on disk, and the folder operations that make changes last. Archives are
+// read and written through this. Paths are native ones (`NativePath` makes them). Nothing here
+// throws.
+#pragma once
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+
+namespace mw {
+
+enum class FileAccess {
+  Read,
+  ReadWrite,
+  Create,     // read and write; made when missing, not emptied when it exists
+  CreateNew,  // read and write; must not exist yet
+};
+
+// One open plain file. After a failure `Error` is the system's reason.
+class File {
+ public:
+  File() = default;
+  ~File();
+  File(File&& other) noexcept;
+  File& operator=(File&& other) noexcept;
+
+  bool Open(const std::filesystem::path& path, FileAccess access);
+  bool IsOpen() const { return descriptor_ >= 0; }
+  void Close();
+
+  std::optional<std::uint64_t> Size();
+  // Fills `out` from `offset`. False when the file ends before or cannot be read.
+  bool ReadAt(std::uint64_t offset, std::span<std::uint8_t> out);
+  // Writes all of `bytes` or fails; after a failure some of them may be in the file.
+  bool WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
+  bool Truncate(std::uint64_t size);
+  // Returns when everything written is safe on the disk.
+  bool Sync();
+  // Gives this file the permissions of `other`.
+  bool CopyPermissions(const File& other);
+
+  const std::string& Error() const { return error_; }
+
+ private:
+  bool Fail(int code);
+
+  int descriptor_ = -1;
+  std::filesystem::path path_;
+  std::string error_;
+};
+
+// Puts `from` in the place of `to` in one step.
+bool RenameFile(const std::filesystem::path& from, const std::filesystem::path& to,
+                std::string* error = nullptr);
+// True when the file is gone afterwards.
+bool RemoveFile(const std::filesystem::path& path, std::string* error = nullptr);
+// Returns when the creation, renaming and removal of files beside `path` are safe on the disk.
+bool SyncFolderOf(const std::filesystem::path& path, std::string* error = nullptr);
+
+// One change that is about to be made to the disk.
+struct DiskChange {
+  enum class Kind { Create, Write, Truncate, Sync, Rename, Remove, SyncFolder };
+  Kind kind;
+  const std::filesystem::path& path;
+  std::uint64_t offset = 0;                          // Write; the new size for Truncate
+  std::span<const std::uint8_t> bytes{};             // Write
+  const std::filesystem::path* renamedTo = nullptr;  // Rename
+};
+
+struct DiskFault {
+  int code = EIO;           // the system error that the change ends with
+  std::size_t written = 0;  // bytes of a Write that still reach the disk
+};
+
+// Tests set this to let any change fail: it is asked before each one. Empty in the program.
+extern std::function<std::optional<DiskFault>(const DiskChange&)> diskFaultPlan;
+
+}  // namespace mw
