@@ -90,17 +90,13 @@ bool SaveBytes(std::string_view gamePath, std::vector<std::uint8_t> bytes) {
 
 }  // namespace
 
-const std::string& GameFileError() {
-  return firstError;
-}
+const std::string& GameFileError() { return firstError; }
 
 void SetGameFileError(std::string_view reason) {
   if (firstError.empty()) firstError = reason;
 }
 
-void ClearGameFileError() {
-  firstError.clear();
-}
+void ClearGameFileError() { firstError.clear(); }
 
 std::optional<std::string> NormalGamePath(std::string_view path) {
   if (path.size() > kMaxGamePath) return std::nullopt;
@@ -165,9 +161,7 @@ std::size_t GameFileWrite(const void* buffer, std::size_t elementSize, std::size
   return WriteText(text, file) ? count : 0;
 }
 
-int GameFilePuts(std::string_view text, GameFile& file) {
-  return WriteText(text, file) ? 0 : -1;
-}
+int GameFilePuts(std::string_view text, GameFile& file) { return WriteText(text, file) ? 0 : -1; }
 
 int GameFilePrintf(GameFile& file, const char* format, ...) {
   std::va_list arguments;
@@ -207,9 +201,7 @@ int GameFileSeek(GameFile& file, std::int64_t offset, int origin) {
   return target > size ? -1 : 0;
 }
 
-std::uint32_t GameFileTell(const GameFile& file) {
-  return file.position;
-}
+std::uint32_t GameFileTell(const GameFile& file) { return file.position; }
 
 bool ImportDiskFile(std::string_view diskPath, std::string_view gamePath) {
   std::string reason;
@@ -242,7 +234,7 @@ void RemoveArchiveFolder(std::string_view gamePath) {
   const std::optional<std::string> name = NormalGamePath(gamePath);
   Archive* const archive = archives.LastWritable();
   if (!archive || !name || name->empty()) return;
-  archive->RemoveMembersWithPrefix(*name);
+  if (!archive->RemoveMembersWithPrefix(*name)) SetGameFileError(archive->Error());
 }
 
 }  // namespace mw

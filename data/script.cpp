@@ -20,6 +20,12 @@ StoredLine FirstLine(std::string_view bytes) {
   return line;
 }
 
+// Whether the file holds all that its archive says it has: a damaged member is read only in part.
+bool IsWhole(const GameFile& file) {
+  const ArchiveEntry* const entry = file.archive->Find(file.name);
+  return entry && file.data.size() >= entry->size;
+}
+
 // A line with its "\n", into a file that is written as it is.
 void PutLine(std::string_view line, GameFile& file) {
   if (line.ends_with('\n')) line.remove_suffix(1);
@@ -54,9 +60,7 @@ std::string_view ScriptHeader() {
          "rem *********************************************\n";
 }
 
-void WriteScriptHeader(GameFile& file) {
-  GameFilePuts(ScriptHeader(), file);
-}
+void WriteScriptHeader(GameFile& file) { GameFilePuts(ScriptHeader(), file); }
 
 bool ReadScript(std::string_view path, std::size_t bufferSize,
                 const std::function<void(std::string_view line)>& onLine) {
@@ -76,6 +80,10 @@ bool RewriteScript(
   // Both in binary: a text file would give the lines to keep other line ends than they have.
   const std::unique_ptr<GameFile> before = GameFileOpen(path, "rb");
   if (!before) return false;
+  if (!IsWhole(*before)) {
+    SetGameFileError("The script " + before->name + " is damaged.");
+    return false;
+  }
   std::unique_ptr<GameFile> after = GameFileOpen(path, "wb");
   if (!after) return false;
   std::string_view rest(reinterpret_cast<const char*>(before->data.data()), before->data.size());

@@ -40,7 +40,8 @@ bool ReadScript(std::string_view path, std::size_t bufferSize,
 // Writes the script again in place, line by line: `rebuild` gives the new text of a line that the
 // editor owns (with its "\n"), or nothing for a line to keep, which then stays byte for byte. Lines
 // are neither added nor removed, and lines of any length survive. False, with nothing written, when
-// no archive holds the file or none is open for writing.
+// no archive holds the file, and, remembered as GameFileError, when none is open for writing or the
+// file is damaged (what cannot be read would be lost).
 bool RewriteScript(std::string_view path,
                    const std::function<std::optional<std::string>(std::string_view line)>& rebuild);
 

@@ -1,0 +1,60 @@
+// A test with the mod "mymod" selected and its level "Island" open for writing.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/editor_state.h"
+#include "data/archive.h"
+#include "data/game_file.h"
+#include "data/mod_config.h"
+#include "support/sandbox.h"
+
+namespace mw {
+
+class LevelArchiveTest : public SandboxTest {
+ protected:
+  LevelArchiveTest() {
+    Forget();
+    modConfig.GamePath = GameFolder();
+    modConfig.modFolder = "Mods\\mymod\\";
+    modConfig.levelsFolder = kLevelsFolder;
+    modConfig.LevelName = "Island";
+    editor.levelFolder = GameFolder() + "Mods\\mymod\\varnhold\\levels\\Island";
+    level = archives.CreateArchive((folder / "Island.vra").string());
+  }
+  ~LevelArchiveTest() override { Forget(); }
+
+  static std::span<const std::uint8_t> Bytes(std::string_view text) {
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+  }
+  static std::string Text(std::span<const std::uint8_t> bytes) {
+    return {bytes.begin(), bytes.end()};
+  }
+  // A file of the level, named from its folder; "(none)" when the archive does not hold it.
+  void Put(std::string_view file, std::string_view content) {
+    ASSERT_TRUE(level->WriteMember("varnhold/levels/Island/" + std::string(file), Bytes(content)));
+  }
+  std::string Get(std::string_view file) const {
+    const auto bytes = level->ReadMember("varnhold/levels/Island/" + std::string(file));
+    return bytes ? Text(*bytes) : "(none)";
+  }
+  static std::string LevelPath(std::string_view file) {
+    return editor.levelFolder.String() + "/" + std::string(file);
+  }
+
+  Archive* level = nullptr;
+
+ private:
+  static void Forget() {
+    archives.Clear();
+    modConfig = ModConfig{};
+    openLevelModFolder.clear();
+    ClearGameFileError();
+  }
+};
+
+}  // namespace mw
