@@ -1,0 +1,213 @@
+#include "data/mods.h"
+
+#include <algorithm>
+
+#include "core/editor_state.h"
+#include "core/hooks.h"
+#include "core/text.h"
+#include "data/content_archives.h"
+#include "data/mod_files.h"
+#include "platform/disk.h"
+#include "platform/prompts.h"
+
+namespace mw {
+
+ModList modList;
+
+namespace {
+
+constexpr std::string_view kConfigExtension = ".cfg";
+
+std::string ConfigFile(std::string_view modName) {
+  return std::string(modName) + std::string(kConfigExtension);
+}
+
+int IndexOfMod(std::string_view name) {
+  const auto found = std::find(modList.names.begin(), modList.names.end(), name);
+  return found == modList.names.end() ? -1 : static_cast<int>(found - modList.names.begin());
+}
+
+bool IsListed(int index) {
+  return index >= 0 && static_cast<std::size_t>(index) < modList.names.size();
+}
+
+// Makes `config` the editor's. The open level's files are named by the game folder that they lie in, so
+// they follow it.
+void AdoptConfig(const ModConfig& config) {
+  const std::string_view level = editor.levelFolder;
+  const std::string_view oldGamePath = modConfig.GamePath;
+  if (editor.levelLoaded && level.starts_with(oldGamePath)) {
+    editor.levelFolder =
+        config.GamePath.String() + std::string(level.substr(oldGamePath.size()));
+  }
+  modConfig = config;
+}
+
+bool SameContent(const ModConfig& a, const ModConfig& b) {
+  return a.configurationName == b.configurationName.View() &&
+         a.ObjectsList == b.ObjectsList.View() &&
+         ContentArchivePathsOf(a) == ContentArchivePathsOf(b);
+}
+
+}  // namespace
+
+void FindMods() {
+  modList = ModList{};
+  for (const std::string& file : ListFiles(".", kConfigExtension)) {
+    if (file == kModTemplateFile) continue;
+    if (modList.names.size() == kMaxMods) {
+      ShowPrompt(FormatText("There are more than %zu mods, the others are not listed.", kMaxMods),
+                 "Warning");
+      return;
+    }
+    modList.names.push_back(file.substr(0, file.size() - kConfigExtension.size()));
+  }
+}
+
+std::string CurrentModName() { return modConfig.configurationName.String(); }
+
+void LoadModContent() {
+  hooks.loadObjectCatalogue();
+  ReopenContentArchives();
+}
+
+bool SelectMod(int index) {
+  if (!IsListed(index)) return false;
+  if (index == modList.current) return true;
+  ModConfig config = modConfig;
+  if (!ParseModConfig(modList.names[static_cast<std::size_t>(index)], config)) return false;
+  modList.current = index;
+  AdoptConfig(config);
+  LoadModContent();
+  return true;
+}
+
+bool ReloadModConfig() {
+  ModConfig config = modConfig;
+  if (!ParseModConfig(CurrentModName(), config)) return false;
+  config.LevelName = modConfig.LevelName;
+  config.GamePath = modConfig.GamePath;
+  config.ObjectsList = modConfig.ObjectsList;
+  modConfig = config;
+  return true;
+}
+
+std::string ModNameFromInput(std::string_view typed) {
+  std::string name;
+  for (const char c : typed) {
+    if (name.size() == kMaxModName) break;
+    const bool continuesCharacter = (static_cast<unsigned char>(c) & 0xC0) == 0x80;  // of UTF-8
+    if (continuesCharacter) continue;
+    const bool plain = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+    name += plain ? c : '_';
+  }
+  return name;
+}
+
+bool CreateMod(std::string_view typedName) {
+  const std::string name = ModNameFromInput(typedName);
+  const std::string file = ConfigFile(name);
+  if (name.empty()) {
+    ShowPrompt("Please enter a name for the mod.", "Error");
+  } else if (FileExists(file)) {
+    ShowPrompt("A mod with this name exists already.", "Error");
+  } else if (modList.names.size() >= kMaxMods) {
+    ShowPrompt(FormatText("There is no room for more than %zu mods.", kMaxMods), "Error");
+  } else if (const auto bytes = ReadWholeFile(kModTemplateFile); !bytes) {
+    ShowPrompt("Can't read " + std::string(kModTemplateFile), "Error");
+  } else if (!WriteWholeFile(file, *bytes)) {
+    ShowPrompt("Can't write " + file, "Error");
+  } else {
+    modList.names.push_back(name);
+    return true;
+  }
+  return false;
+}
+
+bool UseLastMod() {
+  if (modList.names.empty()) return false;
+  ModConfig config = modConfig;
+  if (!ParseModConfig(modList.names.back(), config)) return false;
+  if (editor.levelLoaded) {
+    config.LevelName = modConfig.LevelName;
+    config.MaterialSize = modConfig.MaterialSize;
+    config.WorldSize = modConfig.WorldSize;
+  }
+  modList.current = static_cast<int>(modList.names.size()) - 1;
+  AdoptConfig(config);
+  return true;
+}
+
+bool DeleteMod(int index) {
+  if (modList.names.size() < 2) {
+    ShowPrompt("You must always have at least one mod.", "Error");
+    return false;
+  }
+  if (!IsListed(index)) return false;
+  const std::string name = modList.names[static_cast<std::size_t>(index)];
+  if (ShowPrompt("Are you sure you want to delete the Mod \"" + name + "\"?", "Warning",
+                 PromptButtons::OkCancel) != PromptAnswer::Ok) {
+    return false;
+  }
+  if (FileExists(ConfigFile(name)) && !DeleteDiskFile(ConfigFile(name))) {
+    ShowPrompt("Can't delete " + ConfigFile(name), "Error");
+    return false;
+  }
+  modList.names.erase(modList.names.begin() + index);
+  if (index == modList.current) {
+    modList.current = -1;
+  } else if (index < modList.current) {
+    --modList.current;
+  }
+  return true;
+}
+
+std::vector<std::string> ObjectListChoices() {
+  std::vector<std::string> choices = ListFiles(".", ".lst");
+  const std::string current = modConfig.ObjectsList.String();
+  const bool elsewhere = current.find_first_of("\\/") != current.npos;
+  if (elsewhere && FileExists(current)) choices.push_back(current);
+  return choices;
+}
+
+std::string GamePathFromInput(std::string_view typed) {
+  std::string path = BackslashPath(typed);
+  if (!path.ends_with('\\')) path += '\\';
+  return path;
+}
+
+bool ApplyModSettings(std::string_view typedGamePath, std::string_view objectsList) {
+  const std::string gamePath = GamePathFromInput(typedGamePath);
+  if (typedGamePath.empty()) {
+    ShowPrompt("Please enter the game path.", "Error");
+    return false;
+  }
+  if (gamePath.size() > kMaxSavedGamePath || gamePath.find_first_of("=\r\n") != gamePath.npos) {
+    ShowPrompt(FormatText("This game path cannot be kept in a mod configuration: it may have at "
+                          "most %zu characters, and no \"=\".",
+                          kMaxSavedGamePath),
+               "Error");
+    return false;
+  }
+  ModConfig config = modConfig;
+  config.GamePath = gamePath;
+  if (!objectsList.empty()) config.ObjectsList = objectsList;
+  AdoptConfig(config);
+  CreateModFolders(CurrentModName(), modConfig.GamePath);
+  SaveModGamePath(CurrentModName(), modConfig);
+  hooks.loadObjectCatalogue();
+  if (ContentArchivePathsOf(modConfig) != HeldContentArchives()) ReopenContentArchives();
+  return true;
+}
+
+ModSnapshot TakeModSnapshot() { return {modConfig, editor.levelFolder}; }
+
+void RestoreMod(const ModSnapshot& snapshot) {
+  const bool sameContent = SameContent(modConfig, snapshot.config);
+  modConfig = snapshot.config;
+  editor.levelFolder = snapshot.levelFolder;
+  modList.current = IndexOfMod(CurrentModName());
+  if (!sameContent) LoadModContent();
+}
+
+}  // namespace mw

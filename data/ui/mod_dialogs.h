@@ -1,0 +1,19 @@
+// The dialogs around mods: selecting one, making a new one, editing its settings. Used at start-up, before
+// a level is opened or created, and by the File menu. Where `cancelAllowed` is false the dialog can only
+// be left with OK.
+#pragma once
+
+class QWidget;
+
+namespace mw {
+
+// At start-up: finds the mods and has the user select one, or make the first one.
+void ListMods(QWidget* owner);
+// True when a mod was selected, which is then current.
+bool SelectModDialog(QWidget* owner, bool cancelAllowed);
+// True when a new mod was made, which is then current.
+bool NewModConfig(QWidget* owner, bool cancelAllowed);
+// True when the settings were taken over.
+bool EditModSettings(QWidget* owner, bool cancelAllowed);
+
+}  // namespace mw
