@@ -1,5 +1,5 @@
-// The four archives that hold a mod's content: objects, standard meshes, tree meshes and textures. They
-// are open, read-only, while the mod is current.
+// The four archives that hold a mod's content: objects, standard meshes, tree meshes and textures.
+// They are open, read-only, while the mod is current.
 #pragma once
 
 #include <array>

@@ -52,10 +52,10 @@ class ModConfigParser {
     PathText ModConfig::*field;
   };
   using TableEntry = void (ModConfigParser::*)();
-  using Target = std::variant<PathText ModConfig::*, FixedString<128> ModConfig::*,
-                              std::int32_t ModConfig::*, std::uint8_t ModConfig::*,
-                              bool ModConfig::*, float ModConfig::*, Floats2 ModConfig::*,
-                              Floats3 ModConfig::*, JoinedNames, TableEntry>;
+  using Target =
+      std::variant<PathText ModConfig::*, FixedString<128> ModConfig::*, std::int32_t ModConfig::*,
+                   std::uint8_t ModConfig::*, bool ModConfig::*, float ModConfig::*,
+                   Floats2 ModConfig::*, Floats3 ModConfig::*, JoinedNames, TableEntry>;
   struct KeyRule {
     std::string_view key;
     Target target;

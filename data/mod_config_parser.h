@@ -1,5 +1,5 @@
-// The text of a mod's configuration file, apart from where it lies: used by ParseModConfig and by what
-// feeds it texts that are no files. docs/formats.md describes the format.
+// The text of a mod's configuration file, apart from where it lies: used by ParseModConfig and by
+// what feeds it texts that are no files. docs/formats.md describes the format.
 #pragma once
 
 #include <cstddef>
@@ -9,13 +9,13 @@
 
 namespace mw {
 
-// Bytes of the line buffer, its terminating zero included: longer lines are read in pieces, each as a
-// line of its own.
+// Bytes of the line buffer, its terminating zero included: longer lines are read in pieces, each as
+// a line of its own.
 inline constexpr std::size_t kConfigLineBuffer = 255;
 
-// Applies every line of `text` to the record and sets its counts. Shows "Error in format of cfg file"
-// for a team or sky line that lacks a text; one message each (naming `fileName` and the keys) for tables
-// that are full and for texts that are too long, which stay empty.
+// Applies every line of `text` to the record and sets its counts. Shows "Error in format of cfg
+// file" for a team or sky line that lacks a text; one message each (naming `fileName` and the keys)
+// for tables that are full and for texts that are too long, which stay empty.
 void ApplyModConfigText(std::string_view text, std::string_view fileName, ModConfig& config);
 
 }  // namespace mw

@@ -31,14 +31,13 @@ bool IsListed(int index) {
   return index >= 0 && static_cast<std::size_t>(index) < modList.names.size();
 }
 
-// Makes `config` the editor's. The open level's files are named by the game folder that they lie in, so
-// they follow it.
+// Makes `config` the editor's. The open level's files are named by the game folder that they lie
+// in, so they follow it.
 void AdoptConfig(const ModConfig& config) {
   const std::string_view level = editor.levelFolder;
   const std::string_view oldGamePath = modConfig.GamePath;
   if (editor.levelLoaded && level.starts_with(oldGamePath)) {
-    editor.levelFolder =
-        config.GamePath.String() + std::string(level.substr(oldGamePath.size()));
+    editor.levelFolder = config.GamePath.String() + std::string(level.substr(oldGamePath.size()));
   }
   modConfig = config;
 }

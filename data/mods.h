@@ -1,5 +1,6 @@
-// The mods that the user can work with, and which of them is current. The mod dialogs show the list; the
-// level lifecycle takes a snapshot before those dialogs and puts it back when the user changes their mind.
+// The mods that the user can work with, and which of them is current. The mod dialogs show the
+// list; the level lifecycle takes a snapshot before those dialogs and puts it back when the user
+// changes their mind.
 #pragma once
 
 #include <array>
@@ -24,44 +25,45 @@ struct ModList {
 
 extern ModList modList;
 
-// Fills the list from the working folder; no mod is current afterwards. Says so when there are more than
-// kMaxMods.
+// Fills the list from the working folder; no mod is current afterwards. Says so when there are more
+// than kMaxMods.
 void FindMods();
 // The current mod's name, also when its entry is gone from the list; empty when there was none yet.
 std::string CurrentModName();
 
-// Makes the mod current: reads its configuration, has the object catalogue rebuilt and opens its content
-// archives. Nothing happens when it is current already. False, with the mod before still current, when
-// its configuration cannot be read (which has been shown).
+// Makes the mod current: reads its configuration, has the object catalogue rebuilt and opens its
+// content archives. Nothing happens when it is current already. False, with the mod before still
+// current, when its configuration cannot be read (which has been shown).
 bool SelectMod(int index);
-// Reads the current mod's configuration afresh, so that no level inherits from the one before; what the
-// user chose (LevelName, GamePath, ObjectsList) stays. False when it cannot be read (which has been
-// shown).
+// Reads the current mod's configuration afresh, so that no level inherits from the one before; what
+// the user chose (LevelName, GamePath, ObjectsList) stays. False when it cannot be read (which has
+// been shown).
 bool ReloadModConfig();
 
-// The typed name with every character but ASCII letters and digits replaced by `_`, at most kMaxModName
-// long.
+// The typed name with every character but ASCII letters and digits replaced by `_`, at most
+// kMaxModName long.
 std::string ModNameFromInput(std::string_view typed);
-// Copies the template to the new mod's configuration and appends the mod to the list. False, with the
-// reason shown, when it cannot.
+// Copies the template to the new mod's configuration and appends the mod to the list. False, with
+// the reason shown, when it cannot.
 bool CreateMod(std::string_view typedName);
-// Makes the last mod of the list current and reads its configuration; an open level keeps its name and
-// its sizes. The caller edits its settings and then calls LoadModContent.
+// Makes the last mod of the list current and reads its configuration; an open level keeps its name
+// and its sizes. The caller edits its settings and then calls LoadModContent.
 bool UseLastMod();
 // Has the object catalogue rebuilt and opens the content archives.
 void LoadModContent();
 
-// Asks, then deletes the mod's configuration file (nothing else) and its entry. True when it is gone.
+// Asks, then deletes the mod's configuration file (nothing else) and its entry. True when it is
+// gone.
 bool DeleteMod(int index);
 
-// The file names to choose the object list from: the working folder's *.lst files, and the current object
-// list where it lies elsewhere.
+// The file names to choose the object list from: the working folder's *.lst files, and the current
+// object list where it lies elsewhere.
 std::vector<std::string> ObjectListChoices();
 // A typed or browsed game folder as it is kept: `\` as separator, one at the end.
 std::string GamePathFromInput(std::string_view typed);
-// Takes over the settings: creates the mod's folders, saves the game folder, has the object catalogue
-// rebuilt. An empty `objectsList` leaves it as it is. False, with the reason shown and nothing changed,
-// when the game folder cannot be kept in a configuration file.
+// Takes over the settings: creates the mod's folders, saves the game folder, has the object
+// catalogue rebuilt. An empty `objectsList` leaves it as it is. False, with the reason shown and
+// nothing changed, when the game folder cannot be kept in a configuration file.
 bool ApplyModSettings(std::string_view typedGamePath, std::string_view objectsList);
 
 // The mod and the level's settings as they were before the mod dialogs.
@@ -70,8 +72,8 @@ struct ModSnapshot {
   PathText levelFolder;
 };
 ModSnapshot TakeModSnapshot();
-// Puts both back, even when the mod's entry or file has been deleted meanwhile; the content archives are
-// opened again when they differ.
+// Puts both back, even when the mod's entry or file has been deleted meanwhile; the content
+// archives are opened again when they differ.
 void RestoreMod(const ModSnapshot& snapshot);
 
 }  // namespace mw

@@ -1,5 +1,5 @@
-// What the mod dialogs share: a Designer form with an okButton and a cancelButton, and leaving it only
-// with OK where the user must choose.
+// What the mod dialogs share: a Designer form with an okButton and a cancelButton, and leaving it
+// only with OK where the user must choose.
 #pragma once
 
 #include <QDialog>

@@ -1,6 +1,6 @@
-// The dialogs around mods: selecting one, making a new one, editing its settings. Used at start-up, before
-// a level is opened or created, and by the File menu. Where `cancelAllowed` is false the dialog can only
-// be left with OK.
+// The dialogs around mods: selecting one, making a new one, editing its settings. Used at start-up,
+// before a level is opened or created, and by the File menu. Where `cancelAllowed` is false the
+// dialog can only be left with OK.
 #pragma once
 
 class QWidget;

@@ -1,7 +1,6 @@
 #include "data/mod_config.h"
 
 #include <gmock/gmock.h>
-#include <locale.h>
 
 #include "platform/disk.h"
 #include "support/sandbox.h"
@@ -175,16 +174,6 @@ TEST_F(ModConfigTest, CarriageReturnsNeverReachAValue) {
   EXPECT_EQ(config.GamePath, "C:\\Games\\");
   EXPECT_EQ(config.ObjectsList.size(), 242u);
   EXPECT_EQ(config.theatres[0], "Desert");
-}
-
-TEST_F(ModConfigTest, NumbersDoNotFollowTheLocale) {
-  const locale_t comma = newlocale(LC_ALL_MASK, "de_DE.UTF-8", nullptr);
-  if (!comma) GTEST_SKIP() << "no locale with a decimal comma is installed";
-  const locale_t before = uselocale(comma);
-  Parse("HeightScale=0.75\n");
-  uselocale(before);
-  freelocale(comma);
-  EXPECT_FLOAT_EQ(config.HeightScale, 0.75f);
 }
 
 TEST_F(ModConfigTest, AMissingFileIsReportedByItsName) {

@@ -7,9 +7,9 @@
 #include "data/archive.h"
 #include "data/content_archives.h"
 #include "data/mod_files.h"
+#include "data/mod_sandbox.h"
 #include "data/script.h"
 #include "platform/disk.h"
-#include "support/mods.h"
 
 namespace mw {
 namespace {
@@ -42,9 +42,8 @@ TEST_F(ModsTest, SelectingAModOpensItsArchivesInOrderAndClosesThoseBefore) {
   ASSERT_TRUE(SelectMod(1));
   EXPECT_EQ(CurrentModName(), "winter");
   const std::string winter = GameFolder() + "Mods\\winter\\Archives\\";
-  EXPECT_THAT(OpenArchivePaths(),
-              ElementsAre(winter + "objects.vra", winter + "standardMesh.vra",
-                          winter + "treeMesh.vra", winter + "texture.vra"));
+  EXPECT_THAT(OpenArchivePaths(), ElementsAre(winter + "objects.vra", winter + "standardMesh.vra",
+                                              winter + "treeMesh.vra", winter + "texture.vra"));
   EXPECT_FALSE(archives.At(0)->Writable());
   EXPECT_EQ(catalogueLoads, 1);
 
@@ -164,8 +163,7 @@ TEST_F(ModsTest, SettingsBecomeFoldersAScriptAndTheSavedGamePath) {
   EXPECT_THAT(Read("winter.cfg"), HasSubstr("GamePath=" + GameFolder() + "Other\\\n"));
   EXPECT_THAT(Read("winter.cfg"), ::testing::Not(HasSubstr("other.lst")));
   EXPECT_EQ(catalogueLoads, 2);
-  EXPECT_EQ(HeldContentArchives()[0],
-            GameFolder() + "Other\\Mods\\winter\\Archives\\objects.vra");
+  EXPECT_EQ(HeldContentArchives()[0], GameFolder() + "Other\\Mods\\winter\\Archives\\objects.vra");
 }
 
 TEST_F(ModsTest, AGamePathThatNoConfigurationCanHoldIsRefused) {
@@ -174,7 +172,8 @@ TEST_F(ModsTest, AGamePathThatNoConfigurationCanHoldIsRefused) {
   ASSERT_TRUE(SelectMod(0));
   const std::string before = Read("winter.cfg");
   scripted::script.answers.assign(3, PromptAnswer::Ok);
-  for (const std::string& path : {std::string("/games/a=b"), std::string(245, 'x'), std::string()}) {
+  for (const std::string& path :
+       {std::string("/games/a=b"), std::string(245, 'x'), std::string()}) {
     EXPECT_FALSE(ApplyModSettings(path, "")) << path;
   }
   EXPECT_EQ(Read("winter.cfg"), before);
@@ -235,9 +234,10 @@ TEST_F(ModsTest, TheStartUpScriptIsWrittenOnceAsTheGameReadsIt) {
 TEST_F(ModsTest, AGameFolderWithoutModsIsReportedOnce) {
   scripted::script.answers = {PromptAnswer::Ok};
   CreateModFolders("winter", "C:\\nowhere\\");
-  EXPECT_EQ(scripted::script.prompts.at(0).text,
-            "Failed to create directory C:\\nowhere\\Mods\\winter.  This will cause future problems."
-            "  Please check your Mod configuration");
+  EXPECT_EQ(
+      scripted::script.prompts.at(0).text,
+      "Failed to create directory C:\\nowhere\\Mods\\winter.  This will cause future problems."
+      "  Please check your Mod configuration");
   EXPECT_EQ(scripted::script.prompts.at(0).caption, "Warning");
 }
 

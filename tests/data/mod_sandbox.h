@@ -1,0 +1,62 @@
+// A sandbox for tests about mods: no mod is known, and mods with their content archives are made in
+// one call. The sandbox is both the working folder and the game folder.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/hooks.h"
+#include "data/archive.h"
+#include "data/content_archives.h"
+#include "data/mods.h"
+#include "platform/disk.h"
+#include "support/sandbox.h"
+
+namespace mw {
+
+class ModSandboxTest : public SandboxTest {
+ protected:
+  ModSandboxTest() {
+    CloseContentArchives();
+    archives.Clear();
+    modConfig = ModConfig{};
+    modList = ModList{};
+    hooks.loadObjectCatalogue = [this] { ++catalogueLoads; };
+  }
+
+  void Write(std::string_view path, std::string_view text) {
+    ASSERT_TRUE(WriteWholeFile(path, text)) << path;
+  }
+
+  std::string Read(std::string_view path) {
+    const auto bytes = ReadWholeFile(path);
+    return bytes ? std::string(bytes->begin(), bytes->end()) : "(no such file)";
+  }
+
+  // `<name>.cfg` (with a WaterLevel of 20) and the mod's four content archives, empty.
+  void WriteMod(const std::string& name) {
+    const std::string content = "Path=Mods\\" + name + "\\";
+    Write(name + ".cfg", "GamePath=" + GameFolder() + "\nObjects" + content +
+                             "objects\nStandardMesh" + content + "standardMesh\nTreeMesh" +
+                             content + "treeMesh\nTexture" + content +
+                             "texture\nObjectsList=objects.lst\nWaterLevel=20\n");
+    const auto archiveFolder = folder / "Mods" / name / "Archives";
+    std::filesystem::create_directories(archiveFolder);
+    for (const char* file : {"objects.vra", "standardMesh.vra", "treeMesh.vra", "texture.vra"}) {
+      Archive archive;
+      ASSERT_TRUE(archive.Create((archiveFolder / file).string()));
+      ASSERT_TRUE(archive.Close());
+    }
+  }
+
+  static std::vector<std::string> OpenArchivePaths() {
+    std::vector<std::string> paths;
+    for (std::size_t i = 0; i < archives.Count(); ++i) paths.push_back(archives.At(i)->Path());
+    return paths;
+  }
+
+  int catalogueLoads = 0;
+};
+
+}  // namespace mw
