@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <ranges>
 
 #include "data/archive.h"
 
@@ -30,25 +29,20 @@ bool ArchiveList::CloseArchive(std::string_view path) {
 }
 
 Archive* ArchiveList::FindHolding(std::string_view name, bool writableOnly) const {
-  for (const auto& archive : archives_ | std::views::reverse) {
-    if ((archive->Writable() || !writableOnly) && archive->Find(name)) return archive.get();
-  }
-  return nullptr;
+  const auto found = std::find_if(archives_.rbegin(), archives_.rend(), [&](const auto& archive) {
+    return (archive->Writable() || !writableOnly) && archive->Find(name);
+  });
+  return found == archives_.rend() ? nullptr : found->get();
 }
 
-Archive* ArchiveList::Last() const {
-  return archives_.empty() ? nullptr : archives_.back().get();
-}
+Archive* ArchiveList::Last() const { return archives_.empty() ? nullptr : archives_.back().get(); }
 
 Archive* ArchiveList::LastWritable() const {
-  for (const auto& archive : archives_ | std::views::reverse) {
-    if (archive->Writable()) return archive.get();
-  }
-  return nullptr;
+  const auto found = std::find_if(archives_.rbegin(), archives_.rend(),
+                                  [](const auto& archive) { return archive->Writable(); });
+  return found == archives_.rend() ? nullptr : found->get();
 }
 
-void ArchiveList::Clear() {
-  archives_.clear();
-}
+void ArchiveList::Clear() { archives_.clear(); }
 
 }  // namespace mw
