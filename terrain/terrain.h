@@ -64,7 +64,7 @@ struct Terrain {
 extern std::unique_ptr<Terrain> terrain;
 
 // Derived from ModConfig by InitGrid.
-extern float CellSize;        // world units
+extern float CellSize;    // world units
 extern int TilesPerSide;
 
 // Bounds of the selected vertices and their smoothing neighbourhood.
@@ -102,7 +102,9 @@ struct Cell {
 };
 // The cell under a world position, truncated; not limited to the grid.
 Cell CellOf(float x, float z);
-// World height (h + above) x HeightScale over the cell under the camera; 0 cells outside are clamped.
+// Height units with which vertex (i, j), 0 ... MaterialSize each, is drawn: the seams wrap.
+float DrawnHeight(int i, int j);
+// World height (h + above) x HeightScale over the cell under the camera, which is limited to the grid.
 float HeightUnderCamera(float above);
 
 }  // namespace mw
