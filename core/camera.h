@@ -12,6 +12,7 @@ enum class CameraMode : int { OnTerrain = 0, Fly = 1, TopDown = 2 };
 
 struct Plane {
   float a = 0, b = 0, c = 0, d = 0;
+  friend bool operator==(const Plane&, const Plane&) = default;
 };
 
 // Column-major 4 x 4 matrix, as OpenGL keeps it.

@@ -1,5 +1,5 @@
-// The height field of the level: MaterialSize x MaterialSize samples over WorldSize x WorldSize units, and
-// the editing state of the terrain tools, which the renderer reads together with it.
+// The height field of the level: MaterialSize x MaterialSize samples over WorldSize x WorldSize
+// units, and the editing state of the terrain tools, which the renderer reads together with it.
 #pragma once
 
 #include <array>
@@ -12,7 +12,7 @@
 
 namespace mw {
 
-inline constexpr int kGridCapacity = 1033;    // records per row and rows of the grid
+inline constexpr int kGridCapacity = 1033;  // records per row and rows of the grid
 inline constexpr int kMaxMaterialSize = 1024;
 inline constexpr int kTileCells = 64;         // cells per side of a surface tile
 inline constexpr float kMaxHeight = 256.0f;   // height units
@@ -21,13 +21,13 @@ inline constexpr int kMaxRoadPoints = 32;
 
 // The layout is a binary interface: plug-in modules get the grid whole.
 struct TerrainVertex {
-  float x;                // world x: row x CellSize
-  float h;                // height units, 0 ... 256
-  float z;                // world z: column x CellSize
+  float x;  // world x: row x CellSize
+  float h;  // height units, 0 ... 256
+  float z;  // world z: column x CellSize
   std::uint32_t reserved0;
   std::uint8_t selected;
   std::uint8_t reserved1[3];
-  float weight;           // auto-smoothing weight, 0 = not smoothed
+  float weight;  // auto-smoothing weight, 0 = not smoothed
   std::uint32_t reserved2[2];
 };
 static_assert(sizeof(TerrainVertex) == 32 && offsetof(TerrainVertex, h) == 4 &&
@@ -35,28 +35,34 @@ static_assert(sizeof(TerrainVertex) == 32 && offsetof(TerrainVertex, h) == 4 &&
               offsetof(TerrainVertex, weight) == 20);
 
 enum class TerrainTool : std::int32_t {
-  PointManipulation = 0, Carving = 1, Raising = 2, Smoothing = 3, Flatten = 4, Road = 5
+  PointManipulation = 0,
+  Carving = 1,
+  Raising = 2,
+  Smoothing = 3,
+  Flatten = 4,
+  Road = 5
 };
 
 struct RoadPoint {
   float x = 0, h = 0, z = 0;  // x and z in world units, h in height units
 };
 
-// Data rows are 1 ... MaterialSize, data columns 0 ... MaterialSize - 1. Row 0 and column MaterialSize
-// are drawn with the heights of row MaterialSize and column 0 (the field wraps at its seams).
+// Data rows are 1 ... MaterialSize, data columns 0 ... MaterialSize - 1. Row 0 and column
+// MaterialSize are drawn with the heights of row MaterialSize and column 0 (the field wraps at its
+// seams).
 struct Terrain {
   std::array<std::array<TerrainVertex, kGridCapacity>, kGridCapacity> grid{};
   TerrainTool tool = TerrainTool::PointManipulation;
-  std::int32_t brushSize = 1;   // cells
-  float power = 3.0f;           // height units per second
-  float flattenHeight = 127.0f; // height units
+  std::int32_t brushSize = 1;    // cells
+  float power = 3.0f;            // height units per second
+  float flattenHeight = 127.0f;  // height units
   std::uint8_t flattenSampled = 0, flattenActive = 0;
   std::uint8_t autoSmoothing = 1;
   float smoothingRange = 6.0f;  // cells
   std::int32_t roadPointCount = 0;
   std::int32_t roadWidth = 1, roadMaterial = 1;
   std::uint8_t roadAutoMaterial = 0;
-  float waterScroll = 0.0f;     // texture units
+  float waterScroll = 0.0f;  // texture units
   std::array<RoadPoint, kMaxRoadPoints> roadPoints{};
 };
 
@@ -64,7 +70,7 @@ struct Terrain {
 extern std::unique_ptr<Terrain> terrain;
 
 // Derived from ModConfig by InitGrid.
-extern float CellSize;    // world units
+extern float CellSize;  // world units
 extern int TilesPerSide;
 
 // Bounds of the selected vertices and their smoothing neighbourhood.
@@ -73,19 +79,19 @@ struct SelectionBox {
 };
 extern SelectionBox selectionBox;
 
-// The raw file image of heightmap.raw, 2 bytes per sample, and how much of it came from the file (the
-// grid keeps its flat height where the file ended early).
+// The raw file image of heightmap.raw, 2 bytes per sample, and how much of it came from the file
+// (the grid keeps its flat height where the file ended early).
 extern std::vector<std::uint8_t> heightBuffer;
 extern std::size_t heightBufferFilled;  // bytes
 
 void CreateTerrain();
 void DestroyTerrain();
 
-// Rebuilds the grid, flat, for the current MaterialSize and WorldSize; clears selection, weights and
-// selection box. Does nothing for a MaterialSize below 1 or above kMaxMaterialSize.
+// Rebuilds the grid, flat, for the current MaterialSize and WorldSize; clears selection, weights
+// and selection box. Does nothing for a MaterialSize below 1 or above kMaxMaterialSize.
 void InitGrid();
-// Reads "%s\heightmap.raw" of the level folder into the height buffer. False when no archive holds it
-// (a message was shown; the buffer is then empty).
+// Reads "%s\heightmap.raw" of the level folder into the height buffer. False when no archive holds
+// it (a message was shown; the buffer is then empty).
 bool LoadHeightBuffer();
 // Height buffer to grid; samples that the file lacked keep their height. Repaints the Mini-Map.
 void LoadHeightsFromBuffer();
@@ -99,12 +105,14 @@ void SaveHeightmap();
 float HeightAt(float x, float z);
 struct Cell {
   int i = 0, j = 0;
+  friend bool operator==(const Cell&, const Cell&) = default;
 };
 // The cell under a world position, truncated; not limited to the grid.
 Cell CellOf(float x, float z);
 // Height units with which vertex (i, j), 0 ... MaterialSize each, is drawn: the seams wrap.
 float DrawnHeight(int i, int j);
-// World height (h + above) x HeightScale over the cell under the camera, which is limited to the grid.
+// World height (h + above) x HeightScale over the cell under the camera, which is limited to the
+// grid.
 float HeightUnderCamera(float above);
 
 }  // namespace mw

@@ -1,5 +1,6 @@
-// Draws the terrain around the camera. The cells, their grid lines and colours are kept in buffers that
-// follow every edit; a frame only chooses what is visible and draws each texture's cells with one call.
+// Draws the terrain around the camera. The cells, their grid lines and colours are kept in buffers
+// that follow every edit; a frame only chooses what is visible and draws each texture's cells with
+// one call.
 #pragma once
 
 namespace mw {
@@ -10,10 +11,12 @@ inline constexpr float kCullMargin = -8.0f;        // world units outside the fr
 // Rows and columns drawn, around the camera; set at the start of each terrain pass.
 struct ViewSquare {
   int ViewRowStart = 0, ViewRowEnd = 0, ViewColStart = 0, ViewColEnd = 0;
+  friend bool operator==(const ViewSquare&, const ViewSquare&) = default;
 };
 extern ViewSquare viewSquare;
 
-// The point under the cursor in world units, and whether the next terrain pass selects the vertex there.
+// The point under the cursor in world units, and whether the next terrain pass selects the vertex
+// there.
 struct PickState {
   float x = 0, y = 0, z = 0;
   bool pending = false;
@@ -22,18 +25,19 @@ extern PickState pick;
 
 void SetTerrainBaseColour(int r, int g, int b, int a);  // 0 ... 255 each
 
-// Steps 1 and 2 of every mode's frame: the view square, and the camera's height in its on-terrain mode.
+// Steps 1 and 2 of every mode's frame: the view square, and the camera's height in its on-terrain
+// mode.
 void UpdateViewSquare();
-// The whole pass of the Terrain Mapper: cells with brush colours and steep cells, grid, point markers,
-// placed objects on request, water, brush sphere, road posts.
+// The whole pass of the Terrain Mapper: cells with brush colours and steep cells, grid, point
+// markers, placed objects on request, water, brush sphere, road posts.
 void RenderTerrainMode();
 // The cells plainly, as the Object Mapper shows them: no brush, no steep colour, no markers.
 void RenderPlainTerrain();
 // The animated water plane at WaterLevel; advances its scroll.
 void RenderWater();
 
-// Vertices (rows i0 ... i1, columns j0 ... j1, inclusive) whose height changed: their part of the buffers
-// is written again before the next frame. SetHeight calls it.
+// Vertices (rows i0 ... i1, columns j0 ... j1, inclusive) whose height changed: their part of the
+// buffers is written again before the next frame. SetHeight calls it.
 void MarkTerrainChanged(int i0, int j0, int i1, int j1);
 // Everything changed (a grid was rebuilt).
 void MarkAllTerrainChanged();

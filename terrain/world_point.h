@@ -7,9 +7,9 @@
 
 namespace mw {
 
-// The world point under view pixel (x, y), counted from the view's top-left corner, y downwards; read
-// from the depth of the frame drawn last. Nothing when there is no context, when the pixel is outside the
-// view or when the unprojection fails. Leaves the identity in the model-view matrix.
+// The world point under view pixel (x, y), counted from the view's top-left corner, y downwards;
+// read from the depth of the frame drawn last. Nothing when there is no context, when the pixel is
+// outside the view or when the unprojection fails. Leaves the identity in the model-view matrix.
 std::optional<Vector3> WorldPointUnderCursor(int x, int y);
 
 }  // namespace mw

@@ -1,0 +1,92 @@
+// Which cells of the view square are visible, and the index list that draws them: one batch of
+// triangles per layer (a texture and a colour), and the grid lines. Used by the renderers of all
+// editing modes.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "terrain/terrain_render.h"
+
+namespace mw {
+
+// The two triangle strips in use split a cell along different diagonals.
+enum class CellSplit { FarLeftToNearRight, FarRightToNearLeft };
+
+// What one draw call shows: a texture (0: none) and the colour that multiplies it.
+struct CellLayer {
+  unsigned texture = 0;
+  std::array<float, 4> colour{1, 1, 1, 1};
+  friend bool operator==(const CellLayer&, const CellLayer&) = default;
+};
+
+// Layer of each cell of the view square: 0 for cells that are not drawn, else 1 + its index in
+// `layers`. There is a border of one cell around the square, never drawn.
+class CellMap {
+ public:
+  // Forgets everything; the square becomes the current view square.
+  void Reset();
+  // Sets the layer of every cell whose corner (i, j) passes the frustum test; layerOf(i, j) chooses
+  // it.
+  template <typename LayerOf>
+  void ChooseVisible(LayerOf layerOf) {
+    for (int i = square_.ViewRowEnd; i > square_.ViewRowStart; --i) {
+      for (int j = square_.ViewColStart; j < square_.ViewColEnd; ++j) {
+        if (IsCornerVisible(i, j)) cells_[Place(i, j)] = layerOf(i, j);
+      }
+    }
+  }
+  std::uint8_t At(int i, int j) const { return cells_[Place(i, j)]; }
+  // Gives a visible cell another layer; others stay undrawn.
+  void Replace(int i, int j, std::uint8_t layer);
+  const ViewSquare& Square() const { return square_; }
+
+  static bool IsCornerVisible(int i, int j);
+
+ private:
+  static constexpr int kSide = static_cast<int>(kViewSquareCells) + 4;
+  std::size_t Place(int i, int j) const {
+    return static_cast<std::size_t>((i - square_.ViewRowStart) * kSide + j - square_.ViewColStart +
+                                    1);
+  }
+
+  ViewSquare square_;
+  std::array<std::uint8_t, std::size_t{kSide} * kSide> cells_{};
+};
+
+// One draw call: triangles of a layer, or grid lines.
+struct CellBatch {
+  bool lines = false;
+  std::uint8_t layer = 0;  // 1 + index in the layers
+  std::uint32_t first = 0, count = 0;
+};
+
+inline constexpr int kMaxCellLayers = 64;
+inline constexpr float kGridLineWidth = 2.0f;  // pixels
+
+struct CellDrawList {
+  std::vector<std::uint32_t> indices;
+  std::vector<CellBatch> batches;
+
+  // Working storage of the builder, kept so that no frame has to allocate.
+  std::array<std::vector<std::uint32_t>, kMaxCellLayers + 1> triangles;
+  std::vector<std::uint32_t> lines;
+  std::vector<std::uint8_t> usedLayers;
+};
+
+// Lists the visible cells. Without grid lines each layer is one batch. With them the cells follow
+// in diagonals, each before its lines: where a line lies in the plane of the ground (seen from
+// above it always does) it shows on cells that are drawn after it and is hidden on those drawn
+// before, as when cells are drawn one by one from the last row and the first column on.
+void BuildCellDrawList(const CellMap& cells, CellSplit split, bool grid, CellDrawList& list);
+
+// Copies the list's indices to GL; makes the buffer when `indexBuffer` is 0. Context current.
+void UploadCellDrawList(const CellDrawList& list, unsigned& indexBuffer);
+// Draws the batches from the kept vertices, grid lines in black. Leaves texturing off, no buffer
+// bound and the line width of the grid.
+void DrawCellBatches(const CellDrawList& list, unsigned indexBuffer,
+                     std::span<const CellLayer> layers, bool textured);
+
+}  // namespace mw

@@ -1,0 +1,224 @@
+#include "terrain/terrain_buffers.h"
+
+#define GL_GLEXT_PROTOTYPES
+#include <GL/gl.h>
+#include <GL/glext.h>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+#include "data/mod_config.h"
+#include "terrain/terrain.h"
+#include "terrain/terrain_render.h"
+
+namespace mw {
+namespace {
+
+constexpr float kGridRaise = 0.002f;  // world units between a cell and its grid lines
+constexpr float kSteep = 0.7f;        // height part of a cell edge's unit vector
+
+struct DrawnVertex {
+  float x, y, z;
+  float s, t;
+};
+// A vertex and its raised copy.
+using VertexPair = std::array<DrawnVertex, 2>;
+
+// What the buffer was built for.
+struct Shape {
+  int size = 0;
+  float cellSize = 0, heightScale = 0;
+  friend bool operator==(const Shape&, const Shape&) = default;
+};
+
+// Columns of one row that changed; empty when last < first.
+struct ChangedColumns {
+  int first = kGridCapacity, last = -1;
+};
+
+struct ChangedVertices {
+  bool all = true;
+  int firstRow = kGridCapacity, lastRow = -1;
+  std::array<ChangedColumns, kGridCapacity> rows;
+};
+
+struct Buffers {
+  unsigned name = 0;
+  Shape shape;
+  std::vector<VertexPair> row;      // one row on its way into the buffer
+  std::vector<std::uint8_t> steep;  // per cell, indexed as the vertices
+};
+
+ChangedVertices changed;
+Buffers buffers;
+unsigned version = 0;
+
+std::size_t RowLength() {
+  return static_cast<std::size_t>(buffers.shape.size) + 1;
+}
+
+std::size_t CellIndex(int i, int j) {
+  return static_cast<std::size_t>(i) * RowLength() + static_cast<std::size_t>(j);
+}
+
+float WorldHeight(int i, int j) {
+  return DrawnHeight(i, j) * modConfig.HeightScale;
+}
+
+VertexPair MakeVertexPair(int i, int j) {
+  const auto size = static_cast<float>(buffers.shape.size);
+  const auto tiles = static_cast<float>(TilesPerSide);
+  const TerrainVertex& vertex = terrain->grid[i][j];
+  const float y = WorldHeight(i, j);
+  const float s = (size - static_cast<float>(i)) / size * tiles;
+  const float t = static_cast<float>(j) / size * tiles;
+  return {DrawnVertex{vertex.x, y, vertex.z, s, t},
+          DrawnVertex{vertex.x, y + kGridRaise, vertex.z, s, t}};
+}
+
+// Writes columns first ... last of row i into the bound buffer.
+void WriteRow(int i, int first, int last) {
+  for (int j = first; j <= last; ++j)
+    buffers.row[static_cast<std::size_t>(j)] = MakeVertexPair(i, j);
+  glBufferSubData(GL_ARRAY_BUFFER, static_cast<GLintptr>(CellIndex(i, first) * sizeof(VertexPair)),
+                  static_cast<GLsizeiptr>(last - first + 1) * GLsizeiptr{sizeof(VertexPair)},
+                  &buffers.row[static_cast<std::size_t>(first)]);
+}
+
+// Writes the row's vertices and those that take their heights from it across the seams.
+void WriteRowAndSeams(int i, int first, int last) {
+  const int size = buffers.shape.size;
+  for (const int row : {i, i == size ? 0 : -1}) {
+    if (row < 0) continue;
+    WriteRow(row, first, last);
+    if (first == 0 && last < size) WriteRow(row, size, size);
+  }
+}
+
+bool IsSteepRise(float rise) {
+  return std::abs(rise) > kSteep * std::sqrt(rise * rise + CellSize * CellSize);
+}
+
+void UpdateSteepCell(int i, int j) {
+  const float y = WorldHeight(i, j);
+  buffers.steep[CellIndex(i, j)] =
+      IsSteepRise(WorldHeight(i, j + 1) - y) || IsSteepRise(WorldHeight(i - 1, j) - y);
+}
+
+void UpdateSteepCells(int firstRow, int lastRow, int firstColumn, int lastColumn) {
+  for (int i = std::max(firstRow, 1); i <= std::min(lastRow, buffers.shape.size); ++i) {
+    for (int j = std::max(firstColumn, 0); j <= std::min(lastColumn, buffers.shape.size - 1); ++j) {
+      UpdateSteepCell(i, j);
+    }
+  }
+}
+
+// The cells whose corners or edges use a changed vertex, seams included.
+void UpdateSteepCellsAround(int i, int first, int last) {
+  const int size = buffers.shape.size;
+  UpdateSteepCells(i, i + 1, first - 1, last);
+  if (i == size) UpdateSteepCells(1, 1, first, last);
+  if (first == 0) UpdateSteepCells(i, i, size - 1, size - 1);
+}
+
+void RebuildBuffer() {
+  const std::size_t rowLength = RowLength();
+  buffers.row.resize(rowLength);
+  buffers.steep.assign(rowLength * rowLength, 0);
+  glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(rowLength * rowLength * sizeof(VertexPair)),
+               nullptr, GL_DYNAMIC_DRAW);
+  for (int i = 0; i <= buffers.shape.size; ++i) WriteRow(i, 0, buffers.shape.size);
+  UpdateSteepCells(1, buffers.shape.size, 0, buffers.shape.size - 1);
+}
+
+void UpdateChangedRows() {
+  for (int i = changed.firstRow; i <= std::min(changed.lastRow, buffers.shape.size); ++i) {
+    const int first = changed.rows[i].first;
+    const int last = std::min(changed.rows[i].last, buffers.shape.size - 1);
+    if (last < first) continue;
+    WriteRowAndSeams(i, first, last);
+    UpdateSteepCellsAround(i, first, last);
+  }
+}
+
+void ForgetChanges() {
+  for (int i = changed.firstRow; i <= changed.lastRow; ++i) changed.rows[i] = ChangedColumns{};
+  changed.firstRow = kGridCapacity;
+  changed.lastRow = -1;
+  changed.all = false;
+}
+
+}  // namespace
+
+void MarkTerrainChanged(int i0, int j0, int i1, int j1) {
+  i0 = std::max(i0, 1);  // row 0 is drawn with the heights of another
+  j0 = std::max(j0, 0);
+  i1 = std::min(i1, kMaxMaterialSize);
+  j1 = std::min(j1, kMaxMaterialSize);
+  if (i1 < i0 || j1 < j0) return;
+  changed.firstRow = std::min(changed.firstRow, i0);
+  changed.lastRow = std::max(changed.lastRow, i1);
+  for (int i = i0; i <= i1; ++i) {
+    changed.rows[i].first = std::min(changed.rows[i].first, j0);
+    changed.rows[i].last = std::max(changed.rows[i].last, j1);
+  }
+}
+
+void MarkAllTerrainChanged() {
+  changed.all = true;
+}
+
+void ReleaseTerrainVertices() {
+  if (buffers.name) glDeleteBuffers(1, &buffers.name);
+  buffers = Buffers{};
+}
+
+bool SyncTerrainBuffers() {
+  const Shape shape{modConfig.MaterialSize, CellSize, modConfig.HeightScale};
+  if (!terrain || shape.size < 1 || shape.size > kMaxMaterialSize) return false;
+  const bool rebuild = changed.all || !buffers.name || shape != buffers.shape;
+  if (!rebuild && changed.lastRow < 0) return true;
+  if (!buffers.name) glGenBuffers(1, &buffers.name);
+  glBindBuffer(GL_ARRAY_BUFFER, buffers.name);
+  buffers.shape = shape;
+  if (rebuild)
+    RebuildBuffer();
+  else
+    UpdateChangedRows();
+  glBindBuffer(GL_ARRAY_BUFFER, 0);
+  ForgetChanges();
+  ++version;
+  return true;
+}
+
+unsigned TerrainBufferVersion() {
+  return version;
+}
+
+void BindTerrainVertices(bool textured) {
+  const auto at = [](std::size_t offset) { return reinterpret_cast<const void*>(offset); };
+  glBindBuffer(GL_ARRAY_BUFFER, buffers.name);
+  glEnableClientState(GL_VERTEX_ARRAY);
+  glVertexPointer(3, GL_FLOAT, sizeof(DrawnVertex), at(offsetof(DrawnVertex, x)));
+  if (!textured) return;
+  glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+  glTexCoordPointer(2, GL_FLOAT, sizeof(DrawnVertex), at(offsetof(DrawnVertex, s)));
+}
+
+void UnbindTerrainVertices() {
+  glDisableClientState(GL_TEXTURE_COORD_ARRAY);
+  glDisableClientState(GL_VERTEX_ARRAY);
+  glBindBuffer(GL_ARRAY_BUFFER, 0);
+}
+
+std::uint32_t TerrainVertexIndex(int i, int j) {
+  return static_cast<std::uint32_t>(CellIndex(i, j)) * 2;
+}
+
+bool IsSteepCell(int i, int j) {
+  return buffers.steep[CellIndex(i, j)] != 0;
+}
+
+}  // namespace mw

@@ -1,0 +1,154 @@
+#define GL_GLEXT_PROTOTYPES
+#include <GL/gl.h>
+#include <GL/glext.h>
+#include <algorithm>
+#include <array>
+#include <utility>
+#include <vector>
+
+#include "core/camera.h"
+#include "core/editor_state.h"
+#include "data/mod_config.h"
+#include "data/textures.h"
+#include "terrain/cell_draw_list.h"
+#include "terrain/level_textures.h"
+#include "terrain/terrain_buffers.h"
+#include "terrain/terrain_passes.h"
+
+namespace mw {
+namespace {
+
+using Colour = std::array<float, 4>;
+
+constexpr int kMaxTileBlocks = kMaxMaterialSize / kTileCells;  // per side of the grid
+constexpr Colour kGrey{0.5f, 0.5f, 0.5f, 1}, kOrange{1, 0.5f, 0, 1}, kWhite{1, 1, 1, 1};
+
+// Everything that decides what is drawn. While it stays the same, the list of the last frame serves
+// again.
+struct CellScene {
+  std::array<Plane, 6> frustum{};
+  ViewSquare square;
+  unsigned terrainVersion = 0;
+  bool textured = false, grid = false, showSteep = false;
+  Colour ground{};
+  // Texture of each block of 64 x 64 cells in the square, counted from row 1 and column 0.
+  std::array<std::array<unsigned, kMaxTileBlocks>, kMaxTileBlocks> tileTextures{};
+  std::vector<Cell> brush;
+  Colour brushColour{};
+  friend bool operator==(const CellScene&, const CellScene&) = default;
+};
+
+struct DrawnCells {
+  CellScene scene;
+  CellMap map;
+  std::vector<CellLayer> layers;
+  CellDrawList list;
+  unsigned indexBuffer = 0;  // 0 before the first frame
+};
+
+CellScene wanted;
+DrawnCells drawn;
+
+// The texture of the tile that covers a block of cells; "no surface" where the level has none.
+unsigned TileTexture(int rowBlock, int columnBlock) {
+  const int row = TilesPerSide - rowBlock - 1 - modConfig.TexOffsetX;
+  const int column = columnBlock - modConfig.TexOffsetY;
+  if (row < 0 || column < 0 || row >= kMaxTiles || column >= kMaxTiles)
+    return sharedTextures.noSurface;
+  const SurfaceTile& tile = levelTextures.tiles[row][column];
+  return tile.hasTexture ? tile.texture : sharedTextures.noSurface;
+}
+
+void FindTileTextures() {
+  for (auto& row : wanted.tileTextures) row.fill(0);
+  if (!wanted.textured) return;
+  const ViewSquare& square = wanted.square;
+  for (int i = square.ViewRowStart / kTileCells; i * kTileCells < square.ViewRowEnd; ++i) {
+    for (int j = square.ViewColStart / kTileCells; j * kTileCells < square.ViewColEnd; ++j) {
+      wanted.tileTextures[i][j] = TileTexture(i, j);
+    }
+  }
+}
+
+unsigned TextureOfCell(int i, int j) {
+  return wanted.textured ? wanted.tileTextures[(i - 1) / kTileCells][j / kTileCells] : 0;
+}
+
+// 1 + the layer's index. The few tiles that fit into a view square leave room for all layers.
+std::uint8_t LayerFor(unsigned texture, const Colour& colour) {
+  const CellLayer layer{texture, colour};
+  const auto found = std::find(drawn.layers.begin(), drawn.layers.end(), layer);
+  const auto index = std::min<std::ptrdiff_t>(found - drawn.layers.begin(), kMaxCellLayers - 1);
+  if (found == drawn.layers.end() && drawn.layers.size() < kMaxCellLayers)
+    drawn.layers.push_back(layer);
+  return static_cast<std::uint8_t>(index + 1);
+}
+
+void ChooseVisibleCells() {
+  drawn.map.Reset();
+  drawn.layers.clear();
+  unsigned lastTexture = TextureOfCell(1, 0);
+  std::uint8_t lastLayer = LayerFor(lastTexture, wanted.ground);
+  const std::uint8_t steep = wanted.showSteep ? LayerFor(0, kOrange) : 0;
+  drawn.map.ChooseVisible([&](int i, int j) {
+    if (steep && IsSteepCell(i, j)) return steep;
+    const unsigned texture = TextureOfCell(i, j);
+    if (texture != lastTexture) lastTexture = texture, lastLayer = LayerFor(texture, wanted.ground);
+    return lastLayer;
+  });
+  for (const auto [i, j] : wanted.brush) {
+    if (steep && IsSteepCell(i, j)) continue;
+    drawn.map.Replace(i, j, LayerFor(TextureOfCell(i, j), wanted.brushColour));
+  }
+}
+
+// Describes the frame as far as all modes have it in common.
+void DescribeScene(const Colour& texturedGround) {
+  wanted.frustum = camera.frustum;
+  wanted.square = viewSquare;
+  wanted.terrainVersion = TerrainBufferVersion();
+  wanted.textured = editor.ShowTextures;
+  wanted.grid = editor.ShowGrid;
+  wanted.showSteep = false;
+  wanted.ground = editor.ShowTextures ? texturedGround : kGrey;
+  wanted.brush.clear();
+  wanted.brushColour = {};
+  FindTileTextures();
+}
+
+void DrawScene() {
+  if (!drawn.indexBuffer || wanted != drawn.scene) {
+    ChooseVisibleCells();
+    BuildCellDrawList(
+        drawn.map, wanted.textured ? CellSplit::FarLeftToNearRight : CellSplit::FarRightToNearLeft,
+        wanted.grid, drawn.list);
+    UploadCellDrawList(drawn.list, drawn.indexBuffer);
+    std::swap(wanted, drawn.scene);
+  }
+  DrawCellBatches(drawn.list, drawn.indexBuffer, drawn.layers, drawn.scene.textured);
+}
+
+}  // namespace
+
+void DrawTerrainCells() {
+  if (!SyncTerrainBuffers()) return;
+  DescribeScene(TerrainBaseColour());
+  wanted.showSteep = !editor.ShowTextures;
+  wanted.brush.assign(BrushCells().begin(), BrushCells().end());
+  wanted.brushColour = BrushColour();
+  DrawScene();
+  if (terrain->tool == TerrainTool::PointManipulation) DrawPointMarkers(drawn.map);
+}
+
+void RenderPlainTerrain() {
+  if (!SyncTerrainBuffers()) return;
+  DescribeScene(kWhite);
+  DrawScene();
+}
+
+void ReleaseTerrainCells() {
+  if (drawn.indexBuffer) glDeleteBuffers(1, &drawn.indexBuffer);
+  drawn.indexBuffer = 0;
+}
+
+}  // namespace mw

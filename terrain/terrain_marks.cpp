@@ -1,0 +1,142 @@
+#define GL_GLEXT_PROTOTYPES
+#include <GL/gl.h>
+#include <GL/glext.h>
+#include <GL/glu.h>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "core/camera.h"
+#include "data/mod_config.h"
+#include "terrain/terrain.h"
+#include "terrain/terrain_passes.h"
+#include "terrain/terrain_render.h"
+
+namespace mw {
+namespace {
+
+constexpr float kMarkerHeight = 0.4f, kRoadPostHeight = 10.0f;                      // world units
+constexpr float kMarkerWidth = 10.0f, kRoadPostWidth = 20.0f, kSphereWidth = 2.0f;  // pixels
+constexpr int kSphereSlices = 8, kSphereStacks = 4;
+
+using MarkColour = std::array<std::uint8_t, 4>;
+
+struct MarkVertex {
+  float x, y, z;
+  MarkColour colour;
+};
+
+struct MarkStore {
+  std::vector<MarkVertex> vertices;  // kept so that no frame has to allocate
+  unsigned buffer = 0;
+  GLUquadric* sphere = nullptr;
+};
+MarkStore store;
+
+MarkColour MarkerColour(const TerrainVertex& vertex) {
+  if (vertex.selected) return {255, 0, 0, 255};
+  if (vertex.weight > 0 && terrain->autoSmoothing) {
+    const float red = std::min(vertex.weight / terrain->smoothingRange, 1.0f);
+    return {static_cast<std::uint8_t>(red * 255.0f + 0.5f), 255, 0, 255};
+  }
+  return {0, 0, 0, 255};
+}
+
+// From the vertex up, leaning against the view so that it can also be seen from above.
+void AddMarker(const TerrainVertex& vertex) {
+  const Vector3& d = camera.direction;
+  const float y = vertex.h * modConfig.HeightScale;
+  const MarkColour colour = MarkerColour(vertex);
+  store.vertices.push_back({vertex.x, y, vertex.z, colour});
+  store.vertices.push_back({vertex.x - d.x * d.y, y + kMarkerHeight, vertex.z - d.z * d.y, colour});
+}
+
+void DrawMarkVertices() {
+  const auto at = [](std::size_t offset) { return reinterpret_cast<const void*>(offset); };
+  if (!store.buffer) glGenBuffers(1, &store.buffer);
+  glBindBuffer(GL_ARRAY_BUFFER, store.buffer);
+  glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(store.vertices.size() * sizeof(MarkVertex)),
+               store.vertices.data(), GL_STREAM_DRAW);
+  glEnableClientState(GL_VERTEX_ARRAY);
+  glEnableClientState(GL_COLOR_ARRAY);
+  glVertexPointer(3, GL_FLOAT, sizeof(MarkVertex), at(offsetof(MarkVertex, x)));
+  glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(MarkVertex), at(offsetof(MarkVertex, colour)));
+  glDrawArrays(GL_LINES, 0, static_cast<GLsizei>(store.vertices.size()));
+  glDisableClientState(GL_COLOR_ARRAY);
+  glDisableClientState(GL_VERTEX_ARRAY);
+  glBindBuffer(GL_ARRAY_BUFFER, 0);
+}
+
+bool SameUnit(float a, float b) {
+  return std::trunc(a) == std::trunc(b);
+}
+
+void Vertex(const Vector3& point) {
+  glVertex3f(point.x, point.y, point.z);
+}
+
+Vector3 RoadPostFoot(const RoadPoint& point) {
+  return {point.x, point.h * modConfig.HeightScale, point.z};
+}
+
+Vector3 RoadPostTop(const RoadPoint& point) {
+  return RoadPostFoot(point) + Vector3{0, kRoadPostHeight, 0};
+}
+
+}  // namespace
+
+void DrawPointMarkers(const CellMap& cells) {
+  const ViewSquare& square = cells.Square();
+  store.vertices.clear();
+  for (int i = square.ViewRowEnd; i > square.ViewRowStart; --i) {
+    for (int j = square.ViewColStart; j < square.ViewColEnd; ++j) {
+      if (cells.At(i, j) != 0) AddMarker(terrain->grid[i][j]);
+    }
+  }
+  if (store.vertices.empty()) return;
+  glLineWidth(kMarkerWidth);
+  DrawMarkVertices();
+}
+
+void DrawBrushSphere() {
+  if (SameUnit(camera.position.x, pick.x) || SameUnit(camera.position.y, pick.y) ||
+      SameUnit(camera.position.z, pick.z))
+    return;
+  if (!store.sphere) store.sphere = gluNewQuadric();
+  if (!store.sphere) return;
+  glLineWidth(kSphereWidth);
+  glColor4f(1, 0, 0, 1);
+  gluQuadricDrawStyle(store.sphere, GLU_LINE);
+  glPushMatrix();
+  glTranslatef(pick.x, pick.y, pick.z);
+  gluSphere(store.sphere, static_cast<float>(terrain->brushSize) * CellSize, kSphereSlices,
+            kSphereStacks);
+  glPopMatrix();
+}
+
+void DrawRoadPosts() {
+  const int count = std::clamp(terrain->roadPointCount, 0, kMaxRoadPoints);
+  glLineWidth(kRoadPostWidth);
+  glColor4f(1, 0, 1, 1);
+  glBegin(GL_LINES);
+  for (int k = 0; k < count; ++k) {
+    const RoadPoint& point = terrain->roadPoints[static_cast<std::size_t>(k)];
+    Vertex(RoadPostFoot(point));
+    Vertex(RoadPostTop(point));
+    if (k == 0) continue;
+    Vertex(RoadPostTop(terrain->roadPoints[static_cast<std::size_t>(k - 1)]));
+    Vertex(RoadPostTop(point));
+  }
+  glEnd();
+}
+
+void ReleaseTerrainMarks() {
+  if (store.buffer) glDeleteBuffers(1, &store.buffer);
+  if (store.sphere) gluDeleteQuadric(store.sphere);
+  store = MarkStore{};
+}
+
+}  // namespace mw

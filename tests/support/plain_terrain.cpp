@@ -1,0 +1,217 @@
+#include "support/plain_terrain.h"
+
+#include <GL/gl.h>
+#include <algorithm>
+
+#include "core/camera.h"
+#include "core/editor_state.h"
+#include "core/vector3.h"
+#include "data/mod_config.h"
+#include "data/textures.h"
+#include "terrain/level_textures.h"
+#include "terrain/terrain.h"
+#include "terrain/terrain_passes.h"
+#include "terrain/terrain_render.h"
+#include "terrain/terrain_tools.h"
+
+namespace mw::plain {
+namespace {
+
+struct CellCorners {
+  int i, j;
+  Vector3 nearLeft, nearRight, farLeft, farRight;  // (i, j), (i, j+1), (i-1, j), (i-1, j+1)
+};
+
+Vector3 Corner(int a, int b) {
+  const TerrainVertex& vertex = terrain->grid[a][b];
+  const int row = a == 0 ? modConfig.MaterialSize : a;
+  const int column = b == modConfig.MaterialSize ? 0 : b;
+  return {vertex.x, terrain->grid[row][column].h * modConfig.HeightScale, vertex.z};
+}
+
+CellCorners CornersOf(int i, int j) {
+  return {i, j, Corner(i, j), Corner(i, j + 1), Corner(i - 1, j), Corner(i - 1, j + 1)};
+}
+
+bool Within(float value, float low, float high) {
+  return low < value && value <= high;
+}
+
+void SelectPendingPick(const CellCorners& cell) {
+  const float half = CellSize / 2;
+  if (!pick.pending || !Within(cell.nearLeft.x, pick.x - half, pick.x + half) ||
+      !Within(cell.nearLeft.z, pick.z - half, pick.z + half))
+    return;
+  TerrainVertex& vertex = terrain->grid[cell.i][cell.j];
+  vertex.selected = editor.ctrlHeld ? 1 : !vertex.selected;
+  selectionBox.SelMinRow = std::min(selectionBox.SelMinRow, cell.i);
+  selectionBox.SelMaxRow = std::max(selectionBox.SelMaxRow, cell.i);
+  selectionBox.SelMinCol = std::min(selectionBox.SelMinCol, cell.j);
+  selectionBox.SelMaxCol = std::max(selectionBox.SelMaxCol, cell.j);
+  computeSmoothingWeights();
+  pick.pending = false;
+}
+
+// True when the cell is in the brush.
+bool Flatten(CellCorners& cell) {
+  const float x = cell.nearLeft.x, z = cell.nearLeft.z;
+  TerrainVertex& vertex = terrain->grid[cell.i][cell.j];
+  if (!terrain->flattenSampled || editor.ctrlHeld) {
+    if (!Within(x, pick.x, pick.x + CellSize) || !Within(z, pick.z - CellSize, pick.z))
+      return false;
+    terrain->flattenSampled = 1;
+    terrain->flattenHeight = vertex.h;
+    return true;
+  }
+  const float size = static_cast<float>(terrain->brushSize);
+  const float outer = (size + 1) * CellSize, inner = size * CellSize;
+  if (!Within(x, pick.x - outer, pick.x + outer) || !Within(z, pick.z - outer, pick.z + outer))
+    return false;
+  if (terrain->flattenActive) {
+    vertex.h = terrain->flattenHeight;
+    cell = CornersOf(cell.i, cell.j);
+  }
+  return x > pick.x - inner && z <= pick.z + inner;
+}
+
+void TexturedVertex(const Vector3& p, int a, int b) {
+  const auto size = static_cast<float>(modConfig.MaterialSize);
+  const auto tiles = static_cast<float>(TilesPerSide);
+  glTexCoord2f((size - static_cast<float>(a)) / size * tiles, static_cast<float>(b) / size * tiles);
+  glVertex3f(p.x, p.y, p.z);
+}
+
+void DrawTexturedCell(const CellCorners& cell) {
+  const int row = TilesPerSide - (cell.i - 1) / 64 - 1 - modConfig.TexOffsetX;
+  const int column = cell.j / 64 - modConfig.TexOffsetY;
+  const bool inTable = row >= 0 && column >= 0 && row < kMaxTiles && column < kMaxTiles;
+  const bool present = inTable && levelTextures.tiles[row][column].hasTexture;
+  glBindTexture(GL_TEXTURE_2D,
+                present ? levelTextures.tiles[row][column].texture : sharedTextures.noSurface);
+  glEnable(GL_TEXTURE_2D);
+  glBegin(GL_TRIANGLE_STRIP);
+  TexturedVertex(cell.nearLeft, cell.i, cell.j);
+  TexturedVertex(cell.nearRight, cell.i, cell.j + 1);
+  TexturedVertex(cell.farLeft, cell.i - 1, cell.j);
+  TexturedVertex(cell.farRight, cell.i - 1, cell.j + 1);
+  glEnd();
+  glDisable(GL_TEXTURE_2D);
+}
+
+void Vertex(const Vector3& p, float raise = 0) {
+  glVertex3f(p.x, p.y + raise, p.z);
+}
+
+void DrawUntexturedCell(const CellCorners& cell) {
+  glBegin(GL_TRIANGLE_STRIP);
+  Vertex(cell.nearRight);
+  Vertex(cell.nearLeft);
+  Vertex(cell.farRight);
+  Vertex(cell.farLeft);
+  glEnd();
+}
+
+void DrawGridLoop(const CellCorners& cell) {
+  glLineWidth(2);
+  glColor4f(0, 0, 0, 0);
+  glBegin(GL_LINE_LOOP);
+  Vertex(cell.nearLeft, 0.002f);
+  Vertex(cell.nearRight, 0.002f);
+  Vertex(cell.farRight, 0.002f);
+  Vertex(cell.farLeft, 0.002f);
+  glEnd();
+}
+
+bool IsSteep(const CellCorners& cell) {
+  Vector3 along = cell.nearRight - cell.nearLeft, across = cell.farLeft - cell.nearLeft;
+  along.Normalise();
+  across.Normalise();
+  return along.y > 0.7 || along.y < -0.7 || across.y > 0.7 || across.y < -0.7;
+}
+
+void SetBaseColour() {
+  glColor4fv(TerrainBaseColour().data());
+}
+
+void SetBrushColour() {
+  if (terrain->flattenSampled && !editor.ctrlHeld)
+    glColor4f(1, 0, 0, 1);
+  else
+    glColor4f(0, 0, 1, 1);
+}
+
+void DrawMarker(const CellCorners& cell) {
+  const TerrainVertex& vertex = terrain->grid[cell.i][cell.j];
+  const Vector3& d = camera.direction;
+  if (vertex.selected)
+    glColor4f(1, 0, 0, 1);
+  else if (vertex.weight > 0 && terrain->autoSmoothing)
+    glColor4f(vertex.weight / terrain->smoothingRange, 1, 0, 1);
+  else
+    glColor4f(0, 0, 0, 1);
+  glLineWidth(10);
+  glBegin(GL_LINE_STRIP);
+  Vertex(cell.nearLeft);
+  glVertex3f(cell.nearLeft.x - d.x * d.y, cell.nearLeft.y + 0.4f, cell.nearLeft.z - d.z * d.y);
+  glEnd();
+  SetBaseColour();
+  glLineWidth(2);
+}
+
+void DrawTerrainModeCell(CellCorners cell) {
+  SelectPendingPick(cell);
+  const bool inBrush = terrain->tool == TerrainTool::Flatten && Flatten(cell);
+  if (editor.ShowTextures) {
+    if (inBrush)
+      SetBrushColour();
+    else
+      SetBaseColour();
+    DrawTexturedCell(cell);
+  } else {
+    if (IsSteep(cell))
+      glColor4f(1, 0.5f, 0, 1);
+    else if (inBrush)
+      SetBrushColour();
+    else
+      glColor4f(0.5f, 0.5f, 0.5f, 1);
+    DrawUntexturedCell(cell);
+  }
+  if (editor.ShowGrid) DrawGridLoop(cell);
+  if (terrain->tool == TerrainTool::PointManipulation) DrawMarker(cell);
+}
+
+void DrawPlainCell(const CellCorners& cell) {
+  if (editor.ShowTextures) {
+    glColor3f(1, 1, 1);
+    DrawTexturedCell(cell);
+  } else {
+    glColor3f(0.5f, 0.5f, 0.5f);
+    DrawUntexturedCell(cell);
+  }
+  if (editor.ShowGrid) DrawGridLoop(cell);
+}
+
+template <typename DrawCell>
+void ForEachVisibleCell(DrawCell drawCell) {
+  for (int i = viewSquare.ViewRowEnd; i > viewSquare.ViewRowStart; --i) {
+    for (int j = viewSquare.ViewColStart; j < viewSquare.ViewColEnd; ++j) {
+      const CellCorners cell = CornersOf(i, j);
+      const Vector3& p = cell.nearLeft;
+      if (camera.IsPointVisible(p.x, p.y, p.z, kCullMargin)) drawCell(cell);
+    }
+  }
+}
+
+}  // namespace
+
+void DrawTerrainModeCells() {
+  glDisable(GL_TEXTURE_2D);
+  ForEachVisibleCell(DrawTerrainModeCell);
+}
+
+void DrawPlainCells() {
+  glDisable(GL_TEXTURE_2D);
+  ForEachVisibleCell(DrawPlainCell);
+}
+
+}  // namespace mw::plain
