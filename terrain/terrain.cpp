@@ -43,13 +43,9 @@ std::size_t FileOffset(int i, int j) {
          kBytesPerSample;
 }
 
-std::string HeightmapPath() {
-  return FormatText("%s\\heightmap.raw", editor.levelFolder.c_str());
-}
+std::string HeightmapPath() { return FormatText("%s\\heightmap.raw", editor.levelFolder.c_str()); }
 
-std::uint8_t MiniMapGrey(float h) {
-  return static_cast<std::uint8_t>(static_cast<int>(h));
-}
+std::uint8_t MiniMapGrey(float h) { return static_cast<std::uint8_t>(static_cast<int>(h)); }
 
 // What setting every height one after the other leaves in the picture: each pixel shows the vertex
 // of its block that comes last in file order, the smallest row of the largest column.
@@ -74,13 +70,9 @@ int WholeCell(float position) {
 
 }  // namespace
 
-void CreateTerrain() {
-  terrain = std::make_unique<Terrain>();
-}
+void CreateTerrain() { terrain = std::make_unique<Terrain>(); }
 
-void DestroyTerrain() {
-  terrain.reset();
-}
+void DestroyTerrain() { terrain.reset(); }
 
 void InitGrid() {
   if (!terrain || !HasUsableSize()) return;
@@ -174,9 +166,7 @@ float HeightAt(float x, float z) {
   return modConfig.HeightScale * terrain->grid[i][j].h;
 }
 
-Cell CellOf(float x, float z) {
-  return {WholeCell(x), WholeCell(z)};
-}
+Cell CellOf(float x, float z) { return {WholeCell(x), WholeCell(z)}; }
 
 float DrawnHeight(int i, int j) {
   return terrain->grid[i == 0 ? modConfig.MaterialSize : i][j == modConfig.MaterialSize ? 0 : j].h;

@@ -55,17 +55,13 @@ ChangedVertices changed;
 Buffers buffers;
 unsigned version = 0;
 
-std::size_t RowLength() {
-  return static_cast<std::size_t>(buffers.shape.size) + 1;
-}
+std::size_t RowLength() { return static_cast<std::size_t>(buffers.shape.size) + 1; }
 
 std::size_t CellIndex(int i, int j) {
   return static_cast<std::size_t>(i) * RowLength() + static_cast<std::size_t>(j);
 }
 
-float WorldHeight(int i, int j) {
-  return DrawnHeight(i, j) * modConfig.HeightScale;
-}
+float WorldHeight(int i, int j) { return DrawnHeight(i, j) * modConfig.HeightScale; }
 
 VertexPair MakeVertexPair(int i, int j) {
   const auto size = static_cast<float>(buffers.shape.size);
@@ -166,9 +162,7 @@ void MarkTerrainChanged(int i0, int j0, int i1, int j1) {
   }
 }
 
-void MarkAllTerrainChanged() {
-  changed.all = true;
-}
+void MarkAllTerrainChanged() { changed.all = true; }
 
 void ReleaseTerrainVertices() {
   if (buffers.name) glDeleteBuffers(1, &buffers.name);
@@ -193,9 +187,7 @@ bool SyncTerrainBuffers() {
   return true;
 }
 
-unsigned TerrainBufferVersion() {
-  return version;
-}
+unsigned TerrainBufferVersion() { return version; }
 
 void BindTerrainVertices(bool textured) {
   const auto at = [](std::size_t offset) { return reinterpret_cast<const void*>(offset); };
@@ -217,8 +209,6 @@ std::uint32_t TerrainVertexIndex(int i, int j) {
   return static_cast<std::uint32_t>(CellIndex(i, j)) * 2;
 }
 
-bool IsSteepCell(int i, int j) {
-  return buffers.steep[CellIndex(i, j)] != 0;
-}
+bool IsSteepCell(int i, int j) { return buffers.steep[CellIndex(i, j)] != 0; }
 
 }  // namespace mw

@@ -13,9 +13,7 @@ namespace {
 std::vector<Cell> brushCells;
 
 // low < value <= high.
-bool Within(float value, float low, float high) {
-  return low < value && value <= high;
-}
+bool Within(float value, float low, float high) { return low < value && value <= high; }
 
 // Calls act(i, j) for the visible cells within `reach` cells of the pick point, in drawing order.
 template <typename Act>
@@ -92,9 +90,7 @@ void ApplyTerrainEffects() {
     ForVisibleCellsAroundPick(terrain->brushSize + 2, SampleOrFlatten);
 }
 
-std::span<const Cell> BrushCells() {
-  return brushCells;
-}
+std::span<const Cell> BrushCells() { return brushCells; }
 
 std::array<float, 4> BrushColour() {
   if (terrain->flattenSampled && !editor.ctrlHeld) return {1, 0, 0, 1};

@@ -70,13 +70,9 @@ void DrawMarkVertices() {
   glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
 
-bool SameUnit(float a, float b) {
-  return std::trunc(a) == std::trunc(b);
-}
+bool SameUnit(float a, float b) { return std::trunc(a) == std::trunc(b); }
 
-void Vertex(const Vector3& point) {
-  glVertex3f(point.x, point.y, point.z);
-}
+void Vertex(const Vector3& point) { glVertex3f(point.x, point.y, point.z); }
 
 Vector3 RoadPostFoot(const RoadPoint& point) {
   return {point.x, point.h * modConfig.HeightScale, point.z};

@@ -43,9 +43,7 @@ void SetTerrainBaseColour(int r, int g, int b, int a) {
   for (const int value : {r, g, b, a}) baseColour[channel++] = static_cast<float>(value) / 255.0f;
 }
 
-const std::array<float, 4>& TerrainBaseColour() {
-  return baseColour;
-}
+const std::array<float, 4>& TerrainBaseColour() { return baseColour; }
 
 void UpdateViewSquare() {
   const Range rows = CellsAround(camera.position.x), columns = CellsAround(camera.position.z);
