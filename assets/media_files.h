@@ -10,7 +10,8 @@ namespace mw {
 // could not be written.
 bool WriteWorkingFolderMedia(const QString& folder);
 
-// splash.png and credits.png in a folder; needs a QGuiApplication for its text.
-bool WriteProgramPictures(const QString& folder);
+// splash.png (520 x 316), splash@2x.png and credits.png (258 x 1456) in a folder; `icons` is the
+// folder of the program's icons. Needs a QGuiApplication for its text. Fails like the above.
+bool WriteProgramPictures(const QString& icons, const QString& folder);
 
 }  // namespace mw

@@ -30,13 +30,9 @@ int Wrap(int value, int period) {
   return rest < 0 ? rest + period : rest;
 }
 
-float Fade(float t) {
-  return t * t * t * (t * (t * 6 - 15) + 10);
-}
+float Fade(float t) { return t * t * t * (t * (t * 6 - 15) + 10); }
 
-float Blend(float a, float b, float t) {
-  return a + (b - a) * t;
-}
+float Blend(float a, float b, float t) { return a + (b - a) * t; }
 
 }  // namespace
 

@@ -21,9 +21,7 @@ Normal NormalAt(const Field& height, int x, int y) {
   return {-dx * scale, -dy * scale, scale};
 }
 
-float Dot(Normal a, Normal b) {
-  return a.x * b.x + a.y * b.y + a.z * b.z;
-}
+float Dot(Normal a, Normal b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 
 // Running means along rows (stepX 1) or columns (stepY 1).
 Field MeanAlong(const Field& field, int radius, int stepX, int stepY) {

@@ -13,23 +13,15 @@ struct Colour {
   float r = 0, g = 0, b = 0;  // 0 to 1, as shown on a screen
 };
 
-inline Colour operator+(Colour a, Colour b) {
-  return {a.r + b.r, a.g + b.g, a.b + b.b};
-}
-inline Colour operator*(Colour a, float k) {
-  return {a.r * k, a.g * k, a.b * k};
-}
-inline Colour Mix(Colour a, Colour b, float t) {
-  return a * (1 - t) + b * t;
-}
+inline Colour operator+(Colour a, Colour b) { return {a.r + b.r, a.g + b.g, a.b + b.b}; }
+inline Colour operator*(Colour a, float k) { return {a.r * k, a.g * k, a.b * k}; }
+inline Colour Mix(Colour a, Colour b, float t) { return a * (1 - t) + b * t; }
 // From the usual 0 to 255.
 constexpr Colour Rgb(int r, int g, int b) {
   return {static_cast<float>(r) / 255, static_cast<float>(g) / 255, static_cast<float>(b) / 255};
 }
 
-inline float Clamp01(float t) {
-  return std::clamp(t, 0.0f, 1.0f);
-}
+inline float Clamp01(float t) { return std::clamp(t, 0.0f, 1.0f); }
 // 0 up to `from`, 1 from `to` on, smooth between. `from` may be greater than `to`.
 inline float SmoothStep(float from, float to, float value) {
   const float t = Clamp01((value - from) / (to - from));
@@ -61,8 +53,9 @@ struct Picture {
   Picture(int w, int h) : width(w), height(h), pixels(w * h) {}
   Colour& At(int x, int y) { return pixels[y * width + x]; }
   Colour At(int x, int y) const { return pixels[y * width + x]; }
-  // For square pictures with a power-of-two side.
-  Colour& Wrapped(int x, int y) { return At(x & (width - 1), y & (height - 1)); }
+  Colour& Wrapped(int x, int y) {
+    return At((x % width + width) % width, (y % height + height) % height);
+  }
 
   int width, height;
   std::vector<Colour> pixels;

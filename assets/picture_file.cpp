@@ -7,9 +7,7 @@
 namespace mw {
 namespace {
 
-uchar Byte(float value) {
-  return static_cast<uchar>(Clamp01(value) * 255 + 0.5f);
-}
+uchar Byte(float value) { return static_cast<uchar>(Clamp01(value) * 255 + 0.5f); }
 
 bool Report(const QString& path) {
   std::fprintf(stderr, "make_media: cannot write %s\n", qPrintable(path));

@@ -37,9 +37,7 @@ float TreadMarks(float u, float v, const Tracks& tracks) {
 }
 
 // Soil thrown up beside the ruts.
-float Shoulder(float rut) {
-  return 4 * rut * (1 - rut);
-}
+float Shoulder(float rut) { return 4 * rut * (1 - rut); }
 
 }  // namespace
 

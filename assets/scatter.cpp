@@ -41,9 +41,7 @@ void WalkBlade(const Blade& blade, Function place) {
   }
 }
 
-float BladeRadius(const Blade& blade, float t) {
-  return blade.width / 2 * (1 - 0.75f * t * t);
-}
+float BladeRadius(const Blade& blade, float t) { return blade.width / 2 * (1 - 0.75f * t * t); }
 
 struct Stone {
   Spot centre;

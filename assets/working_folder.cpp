@@ -44,9 +44,7 @@ bool WriteGround(const GroundKind& kind, const QString& media, const QString& se
          WriteImage(QStringLiteral("%1/mat_%2.bmp").arg(media, kind.key), ToImage(Halved(ground)));
 }
 
-QString EnvironmentFile(std::size_t entry) {
-  return QStringLiteral("env_0%1.bmp").arg(entry + 1);
-}
+QString EnvironmentFile(std::size_t entry) { return QStringLiteral("env_0%1.bmp").arg(entry + 1); }
 
 template <std::size_t size>
 QByteArray Bytes(const std::array<std::uint8_t, size>& data) {
