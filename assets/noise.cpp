@@ -34,6 +34,12 @@ float Fade(float t) { return t * t * t * (t * (t * 6 - 15) + 10); }
 
 float Blend(float a, float b, float t) { return a + (b - a) * t; }
 
+// Gradient noise is 0 at its lattice points; each octave is shifted its own way so that they do not
+// all meet at the edges of the square.
+float OctaveNoise(float u, float v, Lattice lattice, std::uint32_t seed) {
+  return GradientNoise(u + HashUnit(1, 0, seed), v + HashUnit(0, 1, seed), lattice, seed);
+}
+
 }  // namespace
 
 std::uint32_t Hash(int x, int y, std::uint32_t seed) {
@@ -74,7 +80,7 @@ float Fbm(float u, float v, const Octaves& octaves) {
   float sum = 0, weight = 1, total = 0;
   Lattice lattice = octaves.lattice;
   for (int i = 0; i < octaves.count; ++i) {
-    sum += weight * GradientNoise(u, v, lattice, octaves.seed + static_cast<std::uint32_t>(i));
+    sum += weight * OctaveNoise(u, v, lattice, octaves.seed + static_cast<std::uint32_t>(i));
     total += weight;
     weight *= octaves.gain;
     lattice = {lattice.across * 2, lattice.down * 2};
@@ -86,7 +92,7 @@ float Ridged(float u, float v, const Octaves& octaves) {
   float sum = 0, weight = 1, total = 0;
   Lattice lattice = octaves.lattice;
   for (int i = 0; i < octaves.count; ++i) {
-    const float noise = GradientNoise(u, v, lattice, octaves.seed + static_cast<std::uint32_t>(i));
+    const float noise = OctaveNoise(u, v, lattice, octaves.seed + static_cast<std::uint32_t>(i));
     const float crest = 1 - std::fabs(noise);
     sum += weight * crest * crest;
     total += weight;

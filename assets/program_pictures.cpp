@@ -1,11 +1,13 @@
 // The pictures that are built into the program: splash and credits, painted scenes with text on
 // them.
 #include <QDir>
+#include <QFontDatabase>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
 #include <QSvgRenderer>
 #include <array>
+#include <cstdio>
 
 #include "assets/landscape.h"
 #include "assets/media_files.h"
@@ -89,7 +91,9 @@ QImage SplashAtTwice() {
   QPainter painter(&image);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.scale(2, 2);
+  painter.translate(0, -8);
   DrawBunker(painter);
+  painter.translate(0, 8);
   DrawForegroundHill(painter);
   DrawText(painter, {22, 62}, TextFont(46, QFont::Bold), QStringLiteral("Mapwright"));
   DrawText(painter, {25, 86}, TextFont(14, QFont::Normal),
@@ -160,6 +164,11 @@ QImage Credits(const QString& icons) {
 }  // namespace
 
 bool WriteProgramPictures(const QString& icons, const QString& folder) {
+  if (QFontDatabase::families().isEmpty()) {
+    std::fputs("make_media: no font found for the text of the pictures (fonts-dejavu-core)\n",
+               stderr);
+    return false;
+  }
   const QImage splash = SplashAtTwice();
   const QImage half =
       splash.scaled(kSplashWidth, kSplashHeight, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

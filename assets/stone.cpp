@@ -20,7 +20,7 @@ Field RockRelief() {
   return MakeField(kGroundSide, [](float u, float v) {
     const Place place = Warp(u, v, 0.06f, {{4, 4}, 5, 0.55f, 121});
     const CellPoint slabs = Worley(place.u, place.v, {6, 9}, 123);
-    const CellPoint blocks = Worley(place.u + 0.3f * place.v, place.v, {15, 20}, 122);
+    const CellPoint blocks = Worley(place.u, place.v, {15, 20}, 122);
     const CellPoint chips = Worley(place.u, place.v, {38, 44}, 124);
     const float crags = Ridged(place.u, place.v, {{3, 5}, 5, 0.52f, 126});
     const float rough = Fbm(u, v, {{24, 24}, 5, 0.6f, 125});

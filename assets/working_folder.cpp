@@ -19,7 +19,7 @@ namespace {
 
 using Job = std::function<bool()>;
 
-constexpr std::array<const char*, 6> kEnvironmentNames{"North", "West", "South",
+constexpr std::array<const char*, 6> kEnvironmentNames{"South", "West", "North",
                                                        "East",  "Up",   "Down"};
 
 // Every job runs, spread over the cores; true when all succeeded.
