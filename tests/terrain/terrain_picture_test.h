@@ -1,0 +1,78 @@
+// A landscape of 512 samples in front of an offscreen 3D view, drawn with the kept buffers and cell
+// by cell.
+#pragma once
+
+#include <cstdlib>
+#include <gtest/gtest.h>
+
+#include "core/editor_state.h"
+#include "data/mod_config.h"
+#include "support/gl_context.h"
+#include "support/plain_terrain.h"
+#include "support/sandbox.h"
+#include "support/terrain_scene.h"
+#include "terrain/terrain.h"
+#include "terrain/terrain_render.h"
+
+namespace mw {
+
+class TerrainPictureTest : public SandboxTest {
+ protected:
+  static constexpr int kWidth = 400, kHeight = 260;
+  // Lines that lie in the plane of the ground may differ in a few pixels.
+  static constexpr std::size_t kFewPixels = kWidth * kHeight / 500;
+  static constexpr int kShades = 3;  // of 255
+
+  static constexpr SceneCamera kFly{1000, 140, 1000, -25, 180}, kLow{1200, 95, 900, -8, 30},
+      kTopDown{1010, 255, 1010, -90, 180}, kFirstCorner{30, 120, 20, -30, 200},
+      kLastCorner{2040, 120, 2030, -35, 20}, kOutside{-150, 150, 500, -20, 270};
+
+  void SetUp() override {
+    if (!OpenTestGl(kWidth, kHeight)) GTEST_SKIP() << TestGlError();
+    MakeLandscape(512);
+    MakeLandscapeTextures();
+    terrain->tool = TerrainTool::Raising;
+  }
+  void TearDown() override {
+    if (!terrain) return;
+    ReleaseTerrainBuffers();
+    DeleteLandscapeTextures();
+    RemoveLandscape();
+  }
+
+  static void ShowWireframe() { editor.ShowGrid = true, editor.ShowTextures = false; }
+  static void ShowTextured() { editor.ShowGrid = false, editor.ShowTextures = true; }
+  static void ShowTexturedWireframe() { editor.ShowGrid = editor.ShowTextures = true; }
+
+  // A whole frame of the Terrain Mapper, and the same with its cells drawn one by one. The tools
+  // used here draw nothing after the water.
+  static Picture Frame(const SceneCamera& from) {
+    BeginScene(from, kWidth, kHeight);
+    terrain->waterScroll = 0;
+    RenderTerrainMode();
+    return ReadPicture();
+  }
+  static Picture PlainFrame(const SceneCamera& from) {
+    BeginScene(from, kWidth, kHeight);
+    terrain->waterScroll = 0;
+    plain::DrawTerrainModeCells();
+    RenderWater();
+    return ReadPicture();
+  }
+  static void ExpectSamePicture(const SceneCamera& from) {
+    const Picture frame = Frame(from);
+    EXPECT_LE(DifferentPixels(frame, PlainFrame(from), kShades), kFewPixels);
+  }
+
+  static std::size_t CountColour(const Picture& picture, int red, int green, int blue) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; at < picture.rgb.size(); at += 3) {
+      count += std::abs(picture.rgb[at] - red) <= kShades &&
+               std::abs(picture.rgb[at + 1] - green) <= kShades &&
+               std::abs(picture.rgb[at + 2] - blue) <= kShades;
+    }
+    return count;
+  }
+};
+
+}  // namespace mw
