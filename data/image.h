@@ -37,7 +37,9 @@ std::optional<PlainBmp> LoadBmp24(std::string_view fileName);
 // The picture (rows from the top) as an uncompressed 24-bit TGA file, rows from the bottom. Unlike a
 // writer that works in place, the caller's pixels stay as they are.
 bool WriteTga(std::string_view fileName, int width, int height, std::span<const std::uint8_t> rgb);
-// An image scaled to another size with bilinear filtering; rows keep their direction.
+// An image scaled to another size with a linear filter (the mean of the pixels it covers when it becomes
+// smaller); rows keep their direction. Empty for sides beyond kMaxImageSide, too few pixels or too little
+// memory.
 std::vector<std::uint8_t> ResampleRgb(std::span<const std::uint8_t> rgb, int width, int height,
                                       int newWidth, int newHeight);
 

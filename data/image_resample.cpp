@@ -1,3 +1,5 @@
+#include <new>
+
 #include "data/image.h"
 
 #define STB_IMAGE_RESIZE_IMPLEMENTATION
@@ -10,7 +12,7 @@
 namespace mw {
 
 std::vector<std::uint8_t> ResampleRgb(std::span<const std::uint8_t> rgb, int width, int height,
-                                      int newWidth, int newHeight) {
+                                      int newWidth, int newHeight) try {
   const auto isSide = [](int side) { return side >= 1 && side <= kMaxImageSide; };
   if (!isSide(width) || !isSide(height) || !isSide(newWidth) || !isSide(newHeight)) return {};
   if (rgb.size() < static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3)
@@ -23,6 +25,8 @@ std::vector<std::uint8_t> ResampleRgb(std::span<const std::uint8_t> rgb, int wid
                                  STBIR_FILTER_TRIANGLE, STBIR_COLORSPACE_LINEAR, nullptr);
   if (!done) scaled.clear();
   return scaled;
+} catch (const std::bad_alloc&) {
+  return {};
 }
 
 }  // namespace mw

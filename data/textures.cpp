@@ -2,6 +2,7 @@
 
 #include <GL/gl.h>
 #include <GL/glu.h>
+#include <bit>
 #include <cstdio>
 
 #include "core/text.h"
@@ -21,6 +22,10 @@ namespace {
 constexpr std::array<const char*, 4> kRequiredExtensions = {
     "GL_EXT_bgra", "GL_ARB_texture_compression", "GL_EXT_texture_compression_s3tc",
     "WGL_EXT_swap_control"};
+
+int PowerOfTwoSide(int side) {
+  return static_cast<int>(std::bit_ceil(static_cast<unsigned>(side)));
+}
 
 // Leaves a texture that is already there alone.
 void LoadSharedTexture(const std::string& fileName, unsigned& texture) {
@@ -57,6 +62,13 @@ bool LoadSharedTextures() {
 }
 
 unsigned MakeMipMappedTexture(const Image& image) {
+  // GLU scales to powers of two too, but leaves rows black when only one side has to change.
+  const int width = PowerOfTwoSide(image.width), height = PowerOfTwoSide(image.height);
+  const bool fits = width == image.width && height == image.height;
+  const std::vector<std::uint8_t> scaled =
+      fits ? std::vector<std::uint8_t>{}
+           : ResampleRgb(image.rgb, image.width, image.height, width, height);
+  if (!fits && scaled.empty()) return 0;
   unsigned texture = 0;
   glGenTextures(1, &texture);
   glBindTexture(GL_TEXTURE_2D, texture);
@@ -64,8 +76,8 @@ unsigned MakeMipMappedTexture(const Image& image) {
   glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
   glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
   glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-  gluBuild2DMipmaps(GL_TEXTURE_2D, 3, image.width, image.height, GL_RGB, GL_UNSIGNED_BYTE,
-                    image.rgb.data());
+  gluBuild2DMipmaps(GL_TEXTURE_2D, 3, width, height, GL_RGB, GL_UNSIGNED_BYTE,
+                    fits ? image.rgb.data() : scaled.data());
   glPopClientAttrib();
   return texture;
 }

@@ -51,7 +51,8 @@ extern TextureSet textureSet;
 bool CheckGlExtensions();
 // Checks the extensions first; false as above. Without a context nothing is loaded.
 bool LoadSharedTextures();
-// A GL texture of the picture with all its mip-maps, linear filters. A context must be current.
+// A GL texture of the picture with all its mip-maps, linear filters; 0 when memory runs out. A context
+// must be current.
 unsigned MakeMipMappedTexture(const Image& image);
 // Replaces the whole set by `<folder>/index.dat`. False when that file cannot be read; the set is then
 // empty. Without a context the entries have their pixels and no GL texture.
