@@ -82,7 +82,7 @@ bool SelectMod(int index) {
 }
 
 bool ReloadModConfig() {
-  ModConfig config = modConfig;
+  ModConfig config;
   if (!ParseModConfig(CurrentModName(), config)) return false;
   config.LevelName = modConfig.LevelName;
   config.GamePath = modConfig.GamePath;

@@ -1,0 +1,241 @@
+#include "app/level.h"
+
+#include <algorithm>
+#include <array>
+
+#include "app/commands.h"
+#include "app/operations.h"
+#include "app/shell.h"
+#include "core/text.h"
+#include "data/archive.h"
+#include "data/game_file.h"
+#include "data/level_settings.h"
+#include "data/mod_config.h"
+#include "data/mods.h"
+#include "platform/disk.h"
+#include "platform/prompts.h"
+#include "terrain/level_textures.h"
+#include "terrain/terrain.h"
+
+namespace mw {
+namespace {
+
+constexpr std::string_view kArchiveExtension = ".vra";
+
+// The path that the open level's archive was opened with; empty when none is open.
+std::string openArchivePath;
+
+// The levels that come with the game.
+constexpr std::array<const char*, 2> kStockLevels{"Harbour_Point", "Stone_Ridge"};
+
+std::string LevelArchiveFolder() {
+  return modConfig.GamePath.String() + modConfig.modFolder.String() + "Archives\\" +
+         modConfig.levelsFolder.String();
+}
+
+// A name that ends with an underscore and three digits, as a patch archive's does.
+bool IsNumberedArchive(std::string_view name) {
+  constexpr std::size_t kSuffix = 4;
+  if (name.size() < kSuffix) return false;
+  name.remove_prefix(name.size() - kSuffix);
+  return name[0] == '_' &&
+         std::all_of(name.begin() + 1, name.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+Archive* OpenLevelArchive() {
+  const std::string path = LevelArchivePath();
+  Archive* archive = archives.OpenArchive(path, true);
+  if (archive) {
+    openArchivePath = path;
+    openLevelModFolder = modConfig.modFolder;
+  }
+  return archive;
+}
+
+// The archive that the open level is saved into, or null.
+Archive* FindLevelArchive() {
+  for (std::size_t i = archives.Count(); i-- > 0;) {
+    Archive* archive = archives.At(i);
+    if (archive->Writable() && !openArchivePath.empty() && archive->Path() == openArchivePath) {
+      return archive;
+    }
+  }
+  return nullptr;
+}
+
+void ClearLevel() {
+  operations.clearAllObjects();
+  operations.buildTree();
+  shell.renderFrameNow();
+}
+
+bool TerrainSizeIsSupported() {
+  const int samples = modConfig.MaterialSize;
+  if ((samples == 256 || samples == 512 || samples == 1024) && modConfig.WorldSize >= samples) {
+    return true;
+  }
+  ShowPrompt(FormatText("The terrain size of this level is not supported (%i samples over %i "
+                        "units).",
+                        samples, modConfig.WorldSize),
+             "Error", PromptButtons::Ok, PromptIcon::Stop);
+  return false;
+}
+
+// The parts of the level, in order, from the archive that was just opened. False when its terrain
+// cannot be edited.
+bool LoadLevelParts() {
+  ReloadModConfig();  // nothing of the level before stays
+  SetStatusText(1, "Loading Init Script...");
+  ReadLevelSettings();
+  if (!TerrainSizeIsSupported()) return false;
+  SetStatusText(1, "Loading Surface Maps...");
+  LoadLevelTextures(LevelTextureLoad::Opening);
+  SetStatusText(1, "Loading Terrain...");
+  InitGrid();
+  LoadHeightsFromBuffer();
+  SetStatusText(1, "Loading Material Map...");
+  operations.loadMaterialMap();
+  SetStatusText(1, "Loading Objects...");
+  operations.loadStaticObjects();
+  editor.levelLoaded = true;
+  editor.levelModified = false;
+  SetStatusText(1, FormatText("Loaded level %s", modConfig.LevelName.c_str()));
+  return true;
+}
+
+// Opens the archive of the chosen level and loads it; when that fails no level archive is open, and
+// the record is as it was.
+bool LoadChosenLevel() {
+  const ModConfig before = modConfig;
+  if (OpenLevelArchive()) {
+    if (LoadLevelParts()) return true;
+    CloseLevelArchive();
+    modConfig = before;
+  }
+  SetStatusText(1, FormatText("Could not open level %s", modConfig.LevelName.c_str()));
+  return false;
+}
+
+void PlaceCameraAtSavedPosition() {
+  const auto& saved = editor.savedCameraPosition;
+  camera.position.Set(static_cast<float>(modConfig.WorldSize) - saved[0], saved[1], saved[2]);
+}
+
+void SendOpenCommands() {
+  RunCommand(kCommandCameraFly);
+  RunCommand(kCommandTextured);
+  RunCommand(kCommandObjectMapper);
+  RunCommand(kCommandViewTexturedMesh);
+}
+
+void WriteLevelParts() {
+  SaveHeightmap();
+  WriteLevelSettings();
+  operations.saveMaterialMap();
+  operations.saveStaticObjects();
+  SetStatusText(1, "Saving Environment Maps...");
+  WriteTextureSetToLevel();
+}
+
+// Writes all parts as one group of changes. The reason when it failed, else an empty text.
+std::string WriteLevelToArchive() {
+  Archive* archive = FindLevelArchive();
+  if (!archive) return "No level archive is open.";
+  ClearGameFileError();
+  if (!archive->BeginSave()) return archive->Error();
+  WriteLevelParts();
+  if (!GameFileError().empty()) {
+    const std::string reason = GameFileError();
+    archive->RollbackSave();
+    return reason;
+  }
+  return archive->CommitSave() ? std::string() : archive->Error();
+}
+
+}  // namespace
+
+std::string LevelArchivePath() {
+  return LevelArchiveFolder() + modConfig.LevelName.String() + std::string(kArchiveExtension);
+}
+
+std::vector<std::string> ListLevels() {
+  std::vector<std::string> names;
+  for (std::string& name : ListFiles(LevelArchiveFolder(), kArchiveExtension)) {
+    name.resize(name.size() - kArchiveExtension.size());
+    if (!IsNumberedArchive(name)) names.push_back(std::move(name));
+  }
+  return names;
+}
+
+void ChooseLevel(const std::string& name) {
+  modConfig.LevelName = name;
+  editor.levelFolder = modConfig.GamePath.String() + modConfig.modFolder.String() +
+                       modConfig.levelsFolder.String() + name;
+}
+
+void CloseLevelArchive() {
+  if (!openArchivePath.empty()) archives.CloseArchive(openArchivePath);
+  openArchivePath.clear();
+  openLevelModFolder.clear();
+}
+
+bool OpenLevel() {
+  const ModSnapshot before = TakeModSnapshot();
+  if (!shell.selectMod(true) || !shell.loadLevelDialog()) {
+    RestoreMod(before);
+    return false;
+  }
+  ShowWaitCursor();
+  CloseLevelArchive();
+  ClearLevel();
+  if (!LoadChosenLevel()) {
+    editor.levelModified = false;  // what was changed is gone, there is nothing left to save
+    RestoreMod(before);
+    return false;
+  }
+  SendOpenCommands();
+  PlaceCameraAtSavedPosition();
+  camera.roll = 0;
+  camera.pitch = 0;
+  camera.yaw = 180;
+  camera.UpdateDirection();
+  return true;
+}
+
+bool SaveLevel() {
+  ShowWaitCursor();
+  const auto cameraBefore = editor.savedCameraPosition;
+  editor.savedCameraPosition = {static_cast<float>(modConfig.WorldSize) - camera.position.x,
+                                camera.position.y, camera.position.z};
+  const std::string failure = WriteLevelToArchive();
+  if (!failure.empty()) {
+    editor.savedCameraPosition = cameraBefore;
+    ShowArrowCursor();
+    SetStatusText(1, FormatText("Could not save level %s", modConfig.LevelName.c_str()));
+    ShowPrompt(FormatText("The level could not be saved.\n\n%s\n\nThe level on disk is as it was "
+                          "after the last save.",
+                          failure.c_str()),
+               "Error", PromptButtons::Ok, PromptIcon::Stop);
+    return false;
+  }
+  SetStatusText(1, FormatText("Saved level %s", modConfig.LevelName.c_str()));
+  LoadLevelTextures(LevelTextureLoad::Reloading);
+  editor.levelModified = false;
+  return true;
+}
+
+void RunStockLevelLoad() {
+  // Unsaved changes are offered for saving: the level that they belong to is about to be replaced.
+  if (!OfferToSave("Would you like to save your changes before opening a new map?")) return;
+  ShowWaitCursor();
+  for (const char* name : kStockLevels) {
+    ChooseLevel(name);
+    ClearLevel();
+    // Two open archives of one file would write over each other.
+    archives.CloseArchive(LevelArchivePath());
+    if (LoadChosenLevel()) PlaceCameraAtSavedPosition();
+  }
+  ShowArrowCursor();
+}
+
+}  // namespace mw
