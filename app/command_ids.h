@@ -15,7 +15,10 @@ enum CommandId : int {
   kCommandAutoSmoothing = 2004,
   kCommandFlatten = 2007,
   kCommandRoad = 2009,
+  // Material toolbar.
+  kCommandFillMaterial = 3000,
   kCommandSurfaceAssignments = 3003,
+  kCommandSurfaceView = 3004,
   // Object toolbar.
   kCommandShowStandardMeshes = 4000,
   kCommandShowTreeMeshes = 4001,
@@ -32,6 +35,8 @@ enum CommandId : int {
   kCommandRotateY = 4012,
   kCommandRotateZ = 4013,
   kCommandSnapToGround = 4014,
+  kCommandScaleWidth = 4015,
+  kCommandScaleHeight = 4016,
   // Main window.
   kCommandOpenLevel = 32770,
   kCommandSaveLevel = 32771,

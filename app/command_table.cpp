@@ -49,7 +49,7 @@ constexpr auto kCommands = std::to_array<CommandSpec>({
     {kCommandGenerateInGameMap, "Tools", "&5   Generate In-Game Map", "", "", ""},
     {kCommandAddFile, "Tools", "&Add File To Archive", "", "", ""},
     {kCommandSnapAllToGround, "Tools", "&Snap All Objects to Ground", "", "", ""},
-    {kCommandAbout, "Help", "&About ...", "Alt+/ Alt+? Alt+Shift+/ Alt+Shift+?", "", ""},
+    {kCommandAbout, "Help", "&About ...", "Alt+/ Alt+?", "", ""},
     {kCommandCredits, "Help", "Credits", "", "", ""},
     {kCommandUsersGuide, "Help", "Users Guide", "", "", ""},
     {kCommandTutorial, "Help", "Tutorial", "", "", ""},

@@ -39,6 +39,7 @@ struct Operations {
   AtPixel pickMaterialPoint = [](int, int) {};
   std::function<void(bool)> setPainting = [](bool) {};
   std::function<void(int size)> setMaterialBrushSize = [](int) {};
+  std::function<void(CommandId)> materialToolbarCommand = [](CommandId) {};
   std::function<void(int key)> materialKey = [](int) {};
   std::function<int()> currentMaterial = [] { return 0; };
 

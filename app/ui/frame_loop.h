@@ -1,0 +1,34 @@
+// Keeps the 3D view drawing: while the main window is active and no dialog is open, one frame
+// follows another whenever no event waits; otherwise nothing runs at all.
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+
+class QWidget;
+
+namespace mw {
+
+class FrameLoop : public QObject {
+ public:
+  // Both must outlive the loop. It is at rest until Start.
+  FrameLoop(QWidget* mainWindow, QWidget* view);
+
+  void Start();
+  bool IsRunning() const { return turns_.isActive(); }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void RunOrRest();
+
+  QWidget* mainWindow_;
+  QTimer turns_;  // fires when the event queue is empty
+  bool started_ = false;
+};
+
+// Whether the user works in this window itself, not in a dialog or another program.
+bool IsWindowInUse(const QWidget* window);
+
+}  // namespace mw

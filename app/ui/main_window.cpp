@@ -1,0 +1,129 @@
+#include "app/ui/main_window.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "app/commands.h"
+#include "app/ui/level_tree_panel.h"
+#include "app/ui/mini_map_window.h"
+#include "app/ui/mode_toolbars.h"
+#include "app/ui/view_widget.h"
+#include "resources/pictures.h"
+
+namespace mw {
+namespace {
+
+constexpr QSize kFirstSize(800, 600), kSmallestSize(640, 400);
+constexpr int kToolbarHeight = 28, kStripWidth = 5, kFrameRateWidth = 100;
+
+}  // namespace
+
+MainWindow::MainWindow() : actions_(this) {
+  setObjectName("mainWindow");
+  setWindowTitle("Mapwright");
+  setWindowIcon(Icon("mapwright"));
+  setContextMenuPolicy(Qt::NoContextMenu);
+  setMinimumSize(kSmallestSize);
+  resize(kFirstSize);
+  actions_.FillMenuBar(menuBar());
+  BuildToolbar();
+  BuildCentre();
+  BuildStatusBar();
+}
+
+void MainWindow::BuildToolbar() {
+  mainToolbar_ = addToolBar("Main Toolbar");
+  mainToolbar_->setObjectName("mainToolbar");
+  mainToolbar_->setProperty("controlId", 3);
+  mainToolbar_->setMovable(false);
+  mainToolbar_->setIconSize(QSize(16, 16));
+  mainToolbar_->setFixedHeight(kToolbarHeight);
+  actions_.FillMainToolbar(mainToolbar_);
+}
+
+void MainWindow::BuildCentre() {
+  auto* centre = new QWidget(this);
+  treePanel_ = new LevelTreePanel(centre);
+  auto* strip = new QWidget(centre);
+  strip->setObjectName("splitterStrip");
+  strip->setProperty("controlId", 1087);
+  strip->setFixedWidth(kStripWidth);
+  modeToolbars_ = new ModeToolbars(centre);
+  view_ = new ViewWidget(centre);
+  miniMap_ = new MiniMapWindow(view_);
+
+  auto* right = new QVBoxLayout;
+  right->setSpacing(0);
+  right->addWidget(modeToolbars_);
+  right->addWidget(view_, 1);
+  auto* layout = new QHBoxLayout(centre);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(treePanel_);
+  layout->addWidget(strip);
+  layout->addLayout(right, 1);
+  setCentralWidget(centre);
+}
+
+void MainWindow::BuildStatusBar() {
+  // Of the three parts the first has no width.
+  progressLabel_ = new QLabel(statusBar());
+  progressLabel_->setObjectName("statusProgress");
+  progressLabel_->setTextFormat(Qt::PlainText);
+  progressLabel_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  frameRateLabel_ = new QLabel(statusBar());
+  frameRateLabel_->setObjectName("statusFrameRate");
+  frameRateLabel_->setTextFormat(Qt::PlainText);
+  frameRateLabel_->setFixedWidth(kFrameRateWidth);
+  statusBar()->setProperty("controlId", 4);
+  statusBar()->setSizeGripEnabled(false);
+  statusBar()->addWidget(progressLabel_, 1);
+  statusBar()->addPermanentWidget(frameRateLabel_);
+}
+
+void MainWindow::SetCommandChecked(CommandId id, bool checked) {
+  QAction* action = actions_.Find(id);
+  if (!action || !action->isCheckable()) action = modeToolbars_->Find(id);
+  if (action && action->isCheckable()) action->setChecked(checked);
+}
+
+void MainWindow::SetCommandEnabled(CommandId id, bool enabled) {
+  QWidget* button = mainToolbar_->widgetForAction(actions_.Find(id));
+  if (button) button->setEnabled(enabled);
+}
+
+void MainWindow::CloseForGood() {
+  hide();
+  QCoreApplication::exit(0);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  RunCommand(kCommandExit);
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+  // Keys that a child did not want come here too; they are not the view's.
+  if (focusWidget() && focusWidget() != this) {
+    event->ignore();
+  } else if (!ViewWidget::RouteKeyEvent(*event, true)) {
+    QMainWindow::keyPressEvent(event);
+  }
+}
+
+void MainWindow::keyReleaseEvent(QKeyEvent* event) {
+  if (focusWidget() && focusWidget() != this) {
+    event->ignore();
+  } else if (!ViewWidget::RouteKeyEvent(*event, false)) {
+    QMainWindow::keyReleaseEvent(event);
+  }
+}
+
+}  // namespace mw

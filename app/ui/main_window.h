@@ -1,0 +1,57 @@
+// The main window: menu bar, main toolbar, the level tree panel at the left, the mode toolbars and
+// the 3D view at the right, and the status bar.
+#pragma once
+
+#include <QMainWindow>
+
+#include "app/ui/command_actions.h"
+
+class QLabel;
+
+namespace mw {
+
+class LevelTreePanel;
+class MiniMapWindow;
+class ModeToolbars;
+class ViewWidget;
+
+class MainWindow : public QMainWindow {
+ public:
+  MainWindow();
+
+  // Hides the window for good, without asking anything more, and ends the event loop.
+  void CloseForGood();
+
+  void SetCommandChecked(CommandId id, bool checked);
+  // Of the command's button in the main toolbar; its menu entry is always there.
+  void SetCommandEnabled(CommandId id, bool enabled);
+
+  ViewWidget* view() const { return view_; }
+  MiniMapWindow* miniMap() const { return miniMap_; }
+  LevelTreePanel* treePanel() const { return treePanel_; }
+  ModeToolbars* modeToolbars() const { return modeToolbars_; }
+  QToolBar* mainToolbar() const { return mainToolbar_; }
+  QLabel* progressLabel() const { return progressLabel_; }
+  QLabel* frameRateLabel() const { return frameRateLabel_; }
+
+ protected:
+  // Closing is the Exit command.
+  void closeEvent(QCloseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+
+ private:
+  void BuildToolbar();
+  void BuildCentre();
+  void BuildStatusBar();
+
+  CommandActions actions_;
+  QToolBar* mainToolbar_ = nullptr;
+  LevelTreePanel* treePanel_ = nullptr;
+  ModeToolbars* modeToolbars_ = nullptr;
+  ViewWidget* view_ = nullptr;
+  MiniMapWindow* miniMap_ = nullptr;
+  QLabel *progressLabel_ = nullptr, *frameRateLabel_ = nullptr;
+};
+
+}  // namespace mw

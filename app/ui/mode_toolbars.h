@@ -1,0 +1,23 @@
+// The toolbars of the three editing modes, of which one is shown above the 3D view.
+#pragma once
+
+#include <QList>
+#include <QStackedWidget>
+
+#include "app/command_ids.h"
+#include "core/editor_state.h"
+
+class QAction;
+
+namespace mw {
+
+class ModeToolbars : public QStackedWidget {
+ public:
+  explicit ModeToolbars(QWidget* parent);
+
+  void ShowMode(EditMode mode);
+  // The button's action, or null. Its `data` is the command.
+  QAction* Find(CommandId id) const;
+};
+
+}  // namespace mw

@@ -1,0 +1,49 @@
+#include "app/ui/picture_dialog.h"
+
+#include <QMouseEvent>
+#include <chrono>
+
+#include "resources/pictures.h"
+#include "ui_187_splash.h"
+#include "ui_200_credits.h"
+
+namespace mw {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kSplashTime = 10s;
+constexpr auto kCreditsTick = 50ms;
+constexpr int kScrollEnd = -1280, kScrollRestart = -1450;  // counter values
+
+}  // namespace
+
+void PictureDialog::keyPressEvent(QKeyEvent*) { accept(); }
+
+void PictureDialog::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton || event->button() == Qt::RightButton) accept();
+}
+
+SplashDialog::SplashDialog(QWidget* parent) : PictureDialog(parent) {
+  Ui::SplashDialog ui;
+  ui.setupUi(this);
+  ui.pictureLabel->setPixmap(SplashPicture());
+  QTimer::singleShot(kSplashTime, this, &QDialog::accept);
+}
+
+CreditsDialog::CreditsDialog(QWidget* parent) : PictureDialog(parent) {
+  Ui::CreditsDialog ui;
+  ui.setupUi(this);
+  picture_ = ui.pictureLabel;
+  picture_->setPixmap(CreditsPicture());
+  connect(&ticks_, &QTimer::timeout, this, &CreditsDialog::Tick);
+  ticks_.start(kCreditsTick);
+}
+
+void CreditsDialog::Tick() {
+  --counter_;
+  if (counter_ > kScrollEnd) picture_->move(0, counter_);
+  if (counter_ < kScrollRestart) counter_ = 0;
+}
+
+}  // namespace mw

@@ -1,0 +1,64 @@
+#include "app/ui/shell_windows.h"
+
+#include <QTreeWidget>
+
+#include "app/shell.h"
+#include "app/ui/frame_loop.h"
+#include "app/ui/level_tree_panel.h"
+#include "app/ui/load_level_dialog.h"
+#include "app/ui/main_window.h"
+#include "app/ui/mini_map_window.h"
+#include "app/ui/mode_toolbars.h"
+#include "app/ui/picture_dialog.h"
+#include "app/ui/view_widget.h"
+#include "app/ui/welcome_dialog.h"
+#include "core/hooks.h"
+#include "data/ui/add_file_dialog.h"
+#include "data/ui/mod_dialogs.h"
+
+namespace mw {
+namespace {
+
+void ConnectWindows(MainWindow& window) {
+  ViewWidget* const view = window.view();
+  shell.setCommandChecked = [&](CommandId id, bool on) { window.SetCommandChecked(id, on); };
+  shell.setCommandEnabled = [&](CommandId id, bool on) { window.SetCommandEnabled(id, on); };
+  shell.showModeToolbar = [&](EditMode mode) { window.modeToolbars()->ShowMode(mode); };
+  shell.mainWindowActive = [&] { return IsWindowInUse(&window); };
+  shell.viewHasFocus = [view] { return view->hasFocus(); };
+  shell.focusView = [view] {
+    if (!view->hasFocus()) view->setFocus(Qt::MouseFocusReason);
+  };
+  shell.focusTreePanel = [&] { window.treePanel()->tree()->setFocus(Qt::ShortcutFocusReason); };
+  shell.showPasteCursor = [view] { view->UpdateCursor(); };
+  shell.closeMainWindow = [&] { window.CloseForGood(); };
+  shell.renderFrameNow = [view] { view->repaint(); };
+  hooks.invalidateMiniMap = [&] { window.miniMap()->Invalidate(); };
+}
+
+void ConnectDialogs(MainWindow& window) {
+  shell.selectMod = [&](bool cancelAllowed) { return SelectModDialog(&window, cancelAllowed); };
+  shell.newModConfig = [&](bool cancelAllowed) { return NewModConfig(&window, cancelAllowed); };
+  shell.editModSettings = [&](bool cancelAllowed) {
+    return EditModSettings(&window, cancelAllowed);
+  };
+  shell.loadLevelDialog = [&] { return RunLoadLevelDialog(&window); };
+  shell.addFileDialog = [&] { AddFileDialog(&window); };
+  shell.aboutDialog = [&] { SplashDialog(&window).exec(); };
+  shell.creditsDialog = [&] { CreditsDialog(&window).exec(); };
+  shell.welcomeDialog = [&] { return WelcomeDialog(&window).Ask(); };
+}
+
+}  // namespace
+
+void ConnectShell(MainWindow& window) {
+  ConnectWindows(window);
+  ConnectDialogs(window);
+}
+
+void DisconnectShell() {
+  shell = Shell{};
+  hooks.invalidateMiniMap = [] {};
+}
+
+}  // namespace mw

@@ -1,0 +1,83 @@
+#include "app/ui/start_up_sequence.h"
+
+#include <QApplication>
+
+#include "app/frame.h"
+#include "app/level.h"
+#include "app/shell.h"
+#include "app/start_up.h"
+#include "app/ui/frame_loop.h"
+#include "app/ui/main_window.h"
+#include "app/ui/picture_dialog.h"
+#include "app/ui/shell_windows.h"
+#include "app/ui/view_widget.h"
+#include "core/hooks.h"
+#include "data/archive.h"
+#include "data/textures.h"
+#include "data/ui/mod_dialogs.h"
+#include "platform/gl_context.h"
+#include "platform/single_instance.h"
+#include "terrain/terrain.h"
+
+namespace mw {
+namespace {
+
+constexpr int kExitCodeWithoutExtensions = 1;
+
+// The view's GL context comes with its first showing.
+void ShowMainWindow(MainWindow& window) {
+  window.showMaximized();
+  if (window.view()->CheckContext() && MakeViewContextCurrent()) CreateViewObjects();
+  window.view()->setFocus();
+  hooks.invalidateMiniMap();
+}
+
+void LoadDefaults() {
+  SetInitialValues();
+  hooks.invalidateMiniMap();
+  LoadTextureSet("TextureSets/Default");
+  SendStartCommands();
+  CentreCamera();
+  shell.renderFrameNow();  // no more frames come until the first level is there
+}
+
+void ShutDown() {
+  CloseLevelArchive();
+  archives.Clear();
+  if (MakeViewContextCurrent()) DestroyViewObjects();
+}
+
+int RunInWindow(MainWindow& window) {
+  FrameLoop frames(&window, window.view());
+  ShowMainWindow(window);
+  ListMods(&window);
+  InitGrid();
+  if (!MakeViewContextCurrent() || !LoadSharedTextures()) return kExitCodeWithoutExtensions;
+  LoadDefaults();
+  if (!RunWelcomeLoop()) return 0;
+  frames.Start();
+  return QApplication::exec();
+}
+
+}  // namespace
+
+int RunEditor(const PlatformConnections& platform) {
+  ReadInstalledVersion();
+  if (!ClaimSingleInstance("Mapwright")) return 0;
+  // Dialogs come and go before and beside the main window; the program ends with Exit only.
+  QApplication::setQuitOnLastWindowClosed(false);
+  if (!LoadPlugins()) return 0;
+  SplashDialog(nullptr).exec();
+
+  MainWindow window;
+  platform.useStatusLabels(window.progressLabel(), window.frameRateLabel());
+  platform.useViewContext(window.view());
+  ConnectShell(window);
+  const int exitCode = RunInWindow(window);
+  ShutDown();
+  DisconnectShell();
+  UnloadPlugins();
+  return exitCode;
+}
+
+}  // namespace mw

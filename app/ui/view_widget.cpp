@@ -1,0 +1,175 @@
+#include "app/ui/view_widget.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+#include <cmath>
+
+#include "app/frame.h"
+#include "app/input.h"
+#include "app/keys.h"
+#include "app/ui/key_translation.h"
+#include "core/editor_state.h"
+#include "platform/clock.h"
+#include "platform/prompts.h"
+
+namespace mw {
+namespace {
+
+constexpr int kDepthBits = 24;
+
+MouseButton PressedButton(const QMouseEvent& event) {
+  switch (event.button()) {
+    case Qt::LeftButton:
+      return MouseButton::Left;
+    case Qt::MiddleButton:
+      return MouseButton::Middle;
+    case Qt::RightButton:
+      return MouseButton::Right;
+    default:
+      return MouseButton::None;
+  }
+}
+
+// The right button hides the middle one, and that the left one.
+MouseButton DraggingButton(const QMouseEvent& event) {
+  if (event.buttons() & Qt::RightButton) return MouseButton::Right;
+  if (event.buttons() & Qt::MiddleButton) return MouseButton::Middle;
+  if (event.buttons() & Qt::LeftButton) return MouseButton::Left;
+  return MouseButton::None;
+}
+
+// The releases of what is held go to another window from now on.
+void ForgetHeldInput() {
+  heldInput = HeldInput{};
+  editor.ctrlHeld = editor.shiftHeld = false;
+  editor.leftHeld = editor.rightHeld = false;
+}
+
+void ShowContextError(const char* text) {
+  ShowPrompt(text, "ERROR", PromptButtons::Ok, PromptIcon::Exclamation);
+}
+
+}  // namespace
+
+ViewWidget::ViewWidget(QWidget* parent) : QOpenGLWidget(parent) {
+  setObjectName("view");
+  setAccessibleName("3D View");
+  setFormat(ContextFormat());
+  // An alpha that the level draws must not let the window's background through.
+  setTextureFormat(GL_RGB8);
+  // The depth of the last frame is read for picking.
+  setUpdateBehavior(QOpenGLWidget::PartialUpdate);
+  setFocusPolicy(Qt::StrongFocus);
+  setMouseTracking(true);
+  setContextMenuPolicy(Qt::PreventContextMenu);
+}
+
+QSurfaceFormat ViewWidget::ContextFormat() {
+  QSurfaceFormat format;
+  format.setRenderableType(QSurfaceFormat::OpenGL);
+  format.setProfile(QSurfaceFormat::CompatibilityProfile);
+  format.setDepthBufferSize(kDepthBits);
+  format.setStencilBufferSize(0);
+  format.setSamples(0);
+  format.setSwapInterval(0);
+  return format;
+}
+
+bool ViewWidget::CheckContext() {
+  if (isValid()) return true;
+  QOffscreenSurface surface;
+  surface.setFormat(ContextFormat());
+  surface.create();
+  QOpenGLContext trial;
+  trial.setFormat(ContextFormat());
+  const bool created = trial.create();
+  if (!surface.isValid()) ShowContextError("Can't Create A GL Device Context.");
+  if (trial.format().renderableType() == QSurfaceFormat::OpenGLES) {
+    ShowContextError("Can't Find A Suitable PixelFormat.");
+  }
+  if (created && trial.format().depthBufferSize() < kDepthBits) {
+    ShowContextError("Can't Set The PixelFormat.");
+  }
+  if (!created) ShowContextError("Can't Create A GL Rendering Context.");
+  ShowContextError("Can't Activate The GL Rendering Context.");
+  return false;
+}
+
+QSize ViewWidget::DeviceSize() const { return size() * devicePixelRatioF(); }
+
+void ViewWidget::paintGL() {
+  if (!editor.viewReady) {
+    context()->functions()->glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    return;
+  }
+  if (projectedSize_ != DeviceSize()) {
+    projectedSize_ = DeviceSize();
+    ResizeView(projectedSize_.width(), projectedSize_.height());
+  }
+  RenderFrame(MillisecondsNow());
+}
+
+bool ViewWidget::event(QEvent* event) {
+  if (event->type() == QEvent::WindowDeactivate) ForgetHeldInput();
+  return QOpenGLWidget::event(event);
+}
+
+void ViewWidget::UpdateCursor() {
+  const Qt::CursorShape shape = editor.pastePending ? Qt::DragCopyCursor : Qt::ArrowCursor;
+  if (cursor().shape() != shape) setCursor(shape);
+}
+
+void ViewWidget::SendMouse(MouseButton button, MouseEvent kind, const QMouseEvent& event) {
+  const QPointF position = event.position() * devicePixelRatioF();
+  heldInput.leftButton = event.buttons() & Qt::LeftButton;
+  heldInput.rightButton = event.buttons() & Qt::RightButton;
+  RouteMouse(button, kind, static_cast<int>(std::floor(position.x())),
+             static_cast<int>(std::floor(position.y())));
+  UpdateCursor();
+}
+
+void ViewWidget::mousePressEvent(QMouseEvent* event) {
+  SendMouse(PressedButton(*event), MouseEvent::Press, *event);
+}
+
+void ViewWidget::mouseReleaseEvent(QMouseEvent* event) {
+  SendMouse(PressedButton(*event), MouseEvent::Release, *event);
+}
+
+void ViewWidget::mouseMoveEvent(QMouseEvent* event) {
+  SendMouse(DraggingButton(*event), MouseEvent::Move, *event);
+}
+
+void ViewWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+  SendMouse(PressedButton(*event), MouseEvent::DoubleClick, *event);
+}
+
+bool ViewWidget::RouteKeyEvent(const QKeyEvent& event, bool down) {
+  const int key = TranslateKey(event);
+  if (key == kKeyNone) return false;
+  // A held key repeats its downs; the ups between them count for the keys that step the water
+  // level.
+  const bool steps = key == kKeyPageUp || key == kKeyPageDown;
+  if (!down && event.isAutoRepeat() && !steps) return true;
+  heldInput.keys.set(static_cast<std::size_t>(key), down);
+  RouteKey(key, down);
+  return true;
+}
+
+void ViewWidget::keyPressEvent(QKeyEvent* event) {
+  if (!RouteKeyEvent(*event, true)) event->ignore();
+}
+
+void ViewWidget::keyReleaseEvent(QKeyEvent* event) {
+  if (!RouteKeyEvent(*event, false)) event->ignore();
+}
+
+void ViewWidget::focusOutEvent(QFocusEvent* event) {
+  ForgetHeldInput();
+  QOpenGLWidget::focusOutEvent(event);
+}
+
+}  // namespace mw

@@ -1,0 +1,48 @@
+// The 3D view: the widget that the level is drawn in. It hands its mouse and key events to the
+// input routing and keeps the record of what is held down.
+#pragma once
+
+#include <QOpenGLWidget>
+#include <QSurfaceFormat>
+
+#include "app/input.h"
+
+class QKeyEvent;
+
+namespace mw {
+
+class ViewWidget : public QOpenGLWidget {
+ public:
+  explicit ViewWidget(QWidget* parent);
+
+  // What the view's context needs; to be made the default format before the application starts.
+  static QSurfaceFormat ContextFormat();
+  // Whether the context exists. If not, tells the user which step of its creation fails.
+  bool CheckContext();
+
+  // A key event of the view or of the main window itself. False for a key without meaning.
+  static bool RouteKeyEvent(const QKeyEvent& event, bool down);
+  // Shows the paste cursor while a paste is pending.
+  void UpdateCursor();
+
+ protected:
+  void paintGL() override;
+  bool event(QEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  // Tab is a key of the editor here.
+  bool focusNextPrevChild(bool) override { return false; }
+
+ private:
+  QSize DeviceSize() const;
+  void SendMouse(MouseButton button, MouseEvent kind, const QMouseEvent& event);
+
+  QSize projectedSize_;  // device pixels that the projection is set for
+};
+
+}  // namespace mw
