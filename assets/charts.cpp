@@ -1,7 +1,6 @@
 #include "assets/charts.h"
 
 #include <array>
-#include <cmath>
 
 #include "assets/noise.h"
 #include "assets/scatter.h"

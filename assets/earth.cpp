@@ -1,7 +1,5 @@
 #include "assets/earth.h"
 
-#include <cmath>
-
 #include "assets/ground.h"
 #include "assets/noise.h"
 #include "assets/scatter.h"

@@ -1,7 +1,5 @@
 #include "assets/grass.h"
 
-#include <cmath>
-
 #include "assets/ground.h"
 #include "assets/noise.h"
 #include "assets/scatter.h"

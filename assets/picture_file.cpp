@@ -1,6 +1,6 @@
 #include "assets/picture_file.h"
 
-#include <QFile>
+#include <QDir>
 #include <QSaveFile>
 #include <cstdio>
 
@@ -40,5 +40,7 @@ bool WriteBytes(const QString& path, const QByteArray& bytes) {
       file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
   return written || Report(path);
 }
+
+bool MakeFolder(const QString& path) { return QDir().mkpath(path) || Report(path); }
 
 }  // namespace mw

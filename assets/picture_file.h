@@ -11,8 +11,10 @@ namespace mw {
 // 24 bits per pixel.
 QImage ToImage(const Picture& picture);
 
-// Both write a line to standard error and answer false when the file could not be written.
+// These write a line to standard error and answer false when the file or folder could not be
+// written.
 bool WriteImage(const QString& path, const QImage& image);
 bool WriteBytes(const QString& path, const QByteArray& bytes);
+bool MakeFolder(const QString& path);
 
 }  // namespace mw

@@ -1,6 +1,5 @@
 // The pictures that are built into the program: splash and credits, painted scenes with text on
 // them.
-#include <QDir>
 #include <QFontDatabase>
 #include <QLinearGradient>
 #include <QPainter>
@@ -172,7 +171,7 @@ bool WriteProgramPictures(const QString& icons, const QString& folder) {
   const QImage splash = SplashAtTwice();
   const QImage half =
       splash.scaled(kSplashWidth, kSplashHeight, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-  return QDir().mkpath(folder) && WriteImage(folder + QStringLiteral("/splash.png"), half) &&
+  return MakeFolder(folder) && WriteImage(folder + QStringLiteral("/splash.png"), half) &&
          WriteImage(folder + QStringLiteral("/splash@2x.png"), splash) &&
          WriteImage(folder + QStringLiteral("/credits.png"), Credits(icons));
 }

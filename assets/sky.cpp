@@ -61,10 +61,10 @@ Colour GroundColour(Direction3 d) {
 }  // namespace
 
 Colour SkyColour(Direction3 d) {
-  const Ramp heights{{0.0f, kHaze},
-                     {0.12f, Rgb(174, 203, 224)},
-                     {0.4f, Rgb(110, 160, 208)},
-                     {1.0f, Rgb(52, 104, 172)}};
+  static const Ramp heights{{0.0f, kHaze},
+                            {0.12f, Rgb(174, 203, 224)},
+                            {0.4f, Rgb(110, 160, 208)},
+                            {1.0f, Rgb(52, 104, 172)}};
   const float towardsSun = std::max(0.0f, Dot(d, Normalised(kSun)));
   Colour sky = heights.At(d.y);
   sky = Mix(sky, Rgb(255, 240, 208), 0.55f * std::pow(towardsSun, 14.0f));

@@ -1,6 +1,5 @@
 // The two grounds that stand for no kind in particular: the default one, short grass over soil, and
 // the heath beyond the edge of the map.
-#include <cmath>
 
 #include "assets/earth.h"
 #include "assets/grass.h"

@@ -1,7 +1,5 @@
 #include "assets/water.h"
 
-#include <cmath>
-
 #include "assets/ground.h"
 #include "assets/noise.h"
 

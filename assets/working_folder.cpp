@@ -1,5 +1,4 @@
 // The pictures of the working folder: media/ and the texture set "Default".
-#include <QDir>
 #include <array>
 #include <atomic>
 #include <functional>
@@ -71,7 +70,7 @@ QByteArray TextureSetIndex() {
 bool WriteWorkingFolderMedia(const QString& folder) {
   const QString media = folder + QStringLiteral("/media");
   const QString set = folder + QStringLiteral("/TextureSets/Default");
-  if (!QDir().mkpath(media) || !QDir().mkpath(set)) return WriteBytes(media, {});
+  if (!MakeFolder(media) || !MakeFolder(set)) return false;
   std::vector<Job> jobs;
   for (const GroundKind& kind : kGroundKinds) {
     jobs.push_back([&kind, &media, &set] { return WriteGround(kind, media, set); });
