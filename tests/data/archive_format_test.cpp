@@ -182,25 +182,6 @@ TEST_F(ArchiveFormat, AMemberThatSharesItsBytesIsNotOverwrittenInPlace) {
   EXPECT_EQ(archive.ReadMember("shared"), TextBytes("xx"));
 }
 
-TEST_F(ArchiveFormat, UnchangedSegmentsKeepTheirStoredBytes) {
-  // Another compressor's stream of the first segment: one literal run and the end mark.
-  const Bytes first = NoiseBytes(32768, 3), second = NoiseBytes(100, 4);
-  Archive archive;
-  CreateCompressed(archive);
-  Bytes data = first;
-  data.insert(data.end(), second.begin(), second.end());
-  ASSERT_TRUE(archive.WriteMember("map", data));
-  const Bytes before = Raw().Stored("map");
-  data.back() ^= 1;
-  ASSERT_TRUE(archive.WriteMember("map", data));
-  const RawArchive raw = Raw();
-  EXPECT_EQ(raw.Content("map"), data);
-  const std::size_t firstSize = before[4] + before[5] * 256u;
-  const Bytes after = raw.Stored("map");
-  EXPECT_TRUE(std::equal(before.begin() + 28, before.begin() + 28 + std::ptrdiff_t(firstSize),
-                         after.begin() + 28));
-}
-
 TEST_F(ArchiveFormat, AReadOnlyArchiveRefusesEveryChange) {
   WriteBytes(folder / "level.vra", ForeignArchive());
   Archive archive;

@@ -1,0 +1,84 @@
+// Writes, removes, saves, rolls back and closes as the input says, and reads everything back: the
+// archive must always hold what a plain map of names to bytes holds.
+#include <cstdlib>
+#include <filesystem>
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include "data/archive.h"
+
+namespace {
+
+using Contents = std::map<std::string, std::vector<std::uint8_t>, mw::LessNoCase>;
+
+constexpr char kPath[] = "writer_fuzzer.vra";
+
+void Require(bool holds) {
+  if (!holds) std::abort();
+}
+
+void ExpectContents(mw::Archive& archive, const Contents& contents) {
+  Require(archive.Entries().size() == contents.size());
+  for (const auto& [name, bytes] : contents) Require(archive.ReadMember(name) == bytes);
+}
+
+// A few kilobytes that depend on little input, so that members span several segments.
+std::vector<std::uint8_t> MemberBytes(FuzzedDataProvider& input) {
+  std::vector<std::uint8_t> bytes(input.ConsumeIntegralInRange<std::size_t>(0, 100000));
+  const auto step = input.ConsumeIntegral<std::uint8_t>();
+  const auto from = input.ConsumeIntegralInRange<std::size_t>(0, 100000);
+  for (std::size_t i = from; i < bytes.size(); ++i)
+    bytes[i] = static_cast<std::uint8_t>(i * step >> 3);
+  return bytes;
+}
+
+void MakeOneChange(FuzzedDataProvider& input, mw::Archive& archive, Contents& contents) {
+  const std::string name(1, input.PickValueInArray({'a', 'b', 'B', 'c', 'd'}));
+  switch (input.ConsumeIntegralInRange(0, 3)) {
+    case 0:
+      Require(archive.RemoveMember(name) == (contents.erase(name) > 0));
+      break;
+    case 1:
+      Require(archive.RemoveMembersWithPrefix(name));
+      contents.erase(name);
+      break;
+    default:
+      contents[name] = MemberBytes(input);
+      Require(archive.WriteMember(name, contents[name]));
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const bool inPrivateFolder = [] {
+    std::string folder = (std::filesystem::temp_directory_path() / "writer-fuzzer-XXXXXX").string();
+    Require(mkdtemp(folder.data()) != nullptr);
+    std::filesystem::current_path(folder);
+    return true;
+  }();
+  Require(inPrivateFolder);
+  FuzzedDataProvider input(data, size);
+  mw::Archive archive;
+  Contents contents, before;
+  std::filesystem::remove(kPath);
+  Require(archive.Create(kPath));
+  archive.SetMode(input.ConsumeBool() ? mw::StorageMode::Compressed : mw::StorageMode::Stored);
+  while (input.remaining_bytes() > 0) {
+    before = contents;
+    Require(archive.BeginSave());
+    const int changes = input.ConsumeIntegralInRange(1, 4);
+    for (int i = 0; i < changes; ++i) MakeOneChange(input, archive, contents);
+    ExpectContents(archive, contents);
+    if (input.ConsumeBool()) {
+      Require(archive.CommitSave());
+    } else {
+      archive.RollbackSave();
+      contents = before;
+    }
+    ExpectContents(archive, contents);
+    if (input.ConsumeBool()) Require(archive.Close() && archive.Open(kPath, true));
+  }
+  Require(archive.Close() && archive.Open(kPath, false));
+  ExpectContents(archive, contents);
+  return 0;
+}
