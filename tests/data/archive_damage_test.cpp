@@ -141,7 +141,7 @@ TEST_F(ArchiveDamage, ASizeThatTheMemberCannotProduceIsNotBelieved) {
   EXPECT_EQ(Read(StoredMember(1, {{size, 1000, 0}}, data), 0xFFFFFFFF), plain);
   EXPECT_EQ(Read(StoredMember(1, {{size, 0xFFFFFFFF, 0}}, data), 1000), plain)
       << "the table's uncompressed size is not trusted";
-  EXPECT_EQ(Read(StoredMember(1, {{size, 1000, 0}}, data), 10)->size(), 10u);
+  EXPECT_LE(Read(StoredMember(1, {{size, 1000, 0}}, data), 10)->size(), 10u);
   EXPECT_EQ(Read(TextBytes("four"), 0xFFFFFFFF, 0), TextBytes("four"));
   EXPECT_EQ(Read(TextBytes("four"), 2, 0), TextBytes("fo"));
 }
