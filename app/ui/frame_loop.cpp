@@ -17,6 +17,11 @@ void FrameLoop::Start() {
   RunOrRest();
 }
 
+void FrameLoop::Rest(bool rest) {
+  rests_ += rest ? 1 : -1;
+  RunOrRest();
+}
+
 bool FrameLoop::eventFilter(QObject*, QEvent* event) {
   switch (event->type()) {
     case QEvent::ActivationChange:
@@ -37,7 +42,7 @@ bool FrameLoop::eventFilter(QObject*, QEvent* event) {
 }
 
 void FrameLoop::RunOrRest() {
-  if (started_ && IsWindowInUse(mainWindow_)) {
+  if (started_ && rests_ == 0 && IsWindowInUse(mainWindow_)) {
     if (!turns_.isActive()) turns_.start();
   } else {
     turns_.stop();

@@ -1,5 +1,6 @@
 // Keeps the 3D view drawing: while the main window is active and no dialog is open, one frame
-// follows another whenever no event waits; otherwise nothing runs at all.
+// follows another whenever no event waits; otherwise, and while the program waits for a process,
+// nothing runs at all.
 #pragma once
 
 #include <QObject>
@@ -15,6 +16,8 @@ class FrameLoop : public QObject {
   FrameLoop(QWidget* mainWindow, QWidget* view);
 
   void Start();
+  // Rests until as many calls with false have come as with true.
+  void Rest(bool rest);
   bool IsRunning() const { return turns_.isActive(); }
 
  protected:
@@ -26,6 +29,7 @@ class FrameLoop : public QObject {
   QWidget* mainWindow_;
   QTimer turns_;  // fires when the event queue is empty
   bool started_ = false;
+  int rests_ = 0;
 };
 
 // Whether the user works in this window itself, not in a dialog or another program.

@@ -4,6 +4,7 @@
 
 #include "app/ui/start_up_sequence.h"
 #include "app/ui/view_widget.h"
+#include "platform/qt/process_wait.h"
 #include "platform/qt/status_labels.h"
 #include "platform/qt/view_context.h"
 #include "resources/pictures.h"
@@ -15,5 +16,5 @@ int main(int argc, char** argv) {
   std::setlocale(LC_NUMERIC, "C");
   QApplication::setApplicationName("Mapwright");
   QApplication::setWindowIcon(mw::Icon("mapwright"));
-  return mw::RunEditor({mw::UseStatusLabels, mw::UseViewContext});
+  return mw::RunEditor({mw::UseStatusLabels, mw::UseViewContext, mw::ObserveProcessWaits});
 }

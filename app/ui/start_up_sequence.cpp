@@ -47,8 +47,7 @@ void ShutDown() {
   if (MakeViewContextCurrent()) DestroyViewObjects();
 }
 
-int RunInWindow(MainWindow& window) {
-  FrameLoop frames(&window, window.view());
+int RunInWindow(MainWindow& window, FrameLoop& frames) {
   ShowMainWindow(window);
   ListMods(&window);
   InitGrid();
@@ -72,10 +71,13 @@ int RunEditor(const PlatformConnections& platform) {
   MainWindow window;
   platform.useStatusLabels(window.progressLabel(), window.frameRateLabel());
   platform.useViewContext(window.view());
+  FrameLoop frames(&window, window.view());
+  platform.observeProcessWaits([&frames](bool waiting) { frames.Rest(waiting); });
   ConnectShell(window);
-  const int exitCode = RunInWindow(window);
+  const int exitCode = RunInWindow(window, frames);
   ShutDown();
   DisconnectShell();
+  platform.observeProcessWaits([](bool) {});
   UnloadPlugins();
   return exitCode;
 }

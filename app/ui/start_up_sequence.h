@@ -8,10 +8,12 @@ class QOpenGLWidget;
 
 namespace mw {
 
-// How the platform layer learns of the widgets that it serves.
+// How the platform layer learns of the widgets that it serves, and tells of the processes that it
+// waits for.
 struct PlatformConnections {
   std::function<void(QLabel* progress, QLabel* frameRate)> useStatusLabels;
   std::function<void(QOpenGLWidget*)> useViewContext;
+  std::function<void(std::function<void(bool waiting)>)> observeProcessWaits;
 };
 
 // Needs the QApplication. Returns the exit code.

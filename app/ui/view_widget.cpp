@@ -14,6 +14,7 @@
 #include "core/editor_state.h"
 #include "platform/clock.h"
 #include "platform/prompts.h"
+#include "resources/pictures.h"
 
 namespace mw {
 namespace {
@@ -46,6 +47,16 @@ void ForgetHeldInput() {
   heldInput = HeldInput{};
   editor.ctrlHeld = editor.shiftHeld = false;
   editor.leftHeld = editor.rightHeld = false;
+}
+
+// The arrow of the picture points to its upper left corner.
+const QCursor& PasteCursor() {
+  constexpr int kSize = 24;
+  static const QCursor cursor = [] {
+    const QPixmap picture = Icon("paste_cursor").pixmap(kSize, kSize);
+    return picture.isNull() ? QCursor(Qt::DragCopyCursor) : QCursor(picture, 1, 1);
+  }();
+  return cursor;
 }
 
 void ShowContextError(const char* text) {
@@ -118,8 +129,9 @@ bool ViewWidget::event(QEvent* event) {
 }
 
 void ViewWidget::UpdateCursor() {
-  const Qt::CursorShape shape = editor.pastePending ? Qt::DragCopyCursor : Qt::ArrowCursor;
-  if (cursor().shape() != shape) setCursor(shape);
+  if (showsPasteCursor_ == editor.pastePending) return;
+  showsPasteCursor_ = editor.pastePending;
+  setCursor(showsPasteCursor_ ? PasteCursor() : QCursor(Qt::ArrowCursor));
 }
 
 void ViewWidget::SendMouse(MouseButton button, MouseEvent kind, const QMouseEvent& event) {

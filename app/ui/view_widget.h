@@ -42,6 +42,7 @@ class ViewWidget : public QOpenGLWidget {
   QSize DeviceSize() const;
   void SendMouse(MouseButton button, MouseEvent kind, const QMouseEvent& event);
 
+  bool showsPasteCursor_ = false;
   QSize projectedSize_;  // device pixels that the projection is set for
 };
 

@@ -6,18 +6,26 @@
 #include <QProcess>
 #include <QUrl>
 #include <memory>
+#include <utility>
 
 #include "platform/disk.h"
+#include "platform/qt/process_wait.h"
 #include "platform/qt/view_context.h"
 
 namespace mw {
 namespace {
+
+ProcessWaitObserver processWaitObserver = [](bool) {};
 
 QString FromPath(const std::filesystem::path& path) {
   return QString::fromStdString(path.string());
 }
 
 }  // namespace
+
+void ObserveProcessWaits(ProcessWaitObserver observer) {
+  processWaitObserver = std::move(observer);
+}
 
 bool RunProcessAndWait(std::string_view commandLine, std::string_view folder) {
   QStringList words = QProcess::splitCommand(
@@ -37,8 +45,12 @@ bool RunProcessAndWait(std::string_view commandLine, std::string_view folder) {
                      if (error == QProcess::FailedToStart) wait.quit();
                    });
   process->start(QIODevice::ReadOnly);
-  // A process that could not be started reports it during start() or from the loop.
-  if (process->error() != QProcess::FailedToStart) wait.exec();
+  // What could not be started says so during start() or from the loop.
+  if (process->error() != QProcess::FailedToStart) {
+    processWaitObserver(true);
+    wait.exec();
+    processWaitObserver(false);
+  }
   if (process->error() == QProcess::FailedToStart) return false;
   // The program ends while the process runs on: its object must not take it along.
   if (process->state() != QProcess::NotRunning) (void)process.release();

@@ -1,0 +1,153 @@
+#include "app/ui/main_window.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <QShortcut>
+#include <QToolBar>
+#include <gmock/gmock.h>
+
+#include "app/modes.h"
+#include "app/ui/mode_toolbars.h"
+#include "app/ui/window_fixture.h"
+
+namespace mw {
+namespace {
+
+using ::testing::ElementsAre;
+
+using MainWindowTest = WindowTest;
+
+QMenu* MenuOf(const QList<QAction*>& actions, const QString& title) {
+  for (QAction* action : actions) {
+    if (action->menu() && action->text().remove('&') == title) return action->menu();
+  }
+  return nullptr;
+}
+
+std::vector<std::string> Captions(const QMenu* menu) {
+  std::vector<std::string> captions;
+  for (QAction* action : menu->actions()) {
+    if (!action->isSeparator()) captions.push_back(action->text().toStdString());
+  }
+  return captions;
+}
+
+QAction* Entry(MainWindow& window, const char* menu, const char* caption) {
+  for (QAction* action : MenuOf(window.menuBar()->actions(), menu)->actions()) {
+    if (action->text() == QString(caption)) return action;
+  }
+  return nullptr;
+}
+
+QWidget* Button(MainWindow& window, const char* toolTip) {
+  for (QAction* action : window.mainToolbar()->actions()) {
+    if (!action->isSeparator() && action->toolTip() == QString(toolTip)) {
+      return window.mainToolbar()->widgetForAction(action);
+    }
+  }
+  return nullptr;
+}
+
+TEST_F(MainWindowTest, FileMenuShowsItsCaptionsWithTheirKeyTexts) {
+  const QMenu* file = MenuOf(window.menuBar()->actions(), "File");
+  ASSERT_TRUE(file);
+  EXPECT_THAT(Captions(file),
+              ElementsAre("&New Level\tCtrl-N", "&Open Level\tCtrl-O", "&Save Level\tCtrl-S",
+                          "New Mod Configuration", "Edit Current Mod Configuration", "Import",
+                          "Export", "E&xit"));
+  EXPECT_THAT(Captions(MenuOf(file->actions(), "Import")), ElementsAre("Heightmap"));
+  EXPECT_THAT(Captions(MenuOf(file->actions(), "Export")), ElementsAre("Heightmap"));
+}
+
+TEST_F(MainWindowTest, ToolbarHasItsButtonsInOrder) {
+  std::vector<std::string> toolTips;
+  for (const QAction* action : window.mainToolbar()->actions()) {
+    toolTips.push_back(action->isSeparator() ? "-" : action->toolTip().toStdString());
+  }
+  EXPECT_THAT(toolTips,
+              ElementsAre("-", "Create New Level", "Load Existing Level", "Save This Level", "-",
+                          "Cut Selected Entities", "Copy Selected Entities",
+                          "Paste Copied Entities", "-", "Light Settings", "Fog Settings",
+                          "Shadow Settings", "Water Settings", "Surface Map Assigments", "-",
+                          "Camera On Terrain Mode", "Camera Fly Mode", "Camera Top-Down Mode", "-",
+                          "Wireframe Mode", "Textured Surface Mode", "Textured Wireframe Mode", "-",
+                          "Terrain Mapper", "Material Mapper", "Object Mapper"));
+}
+
+TEST_F(MainWindowTest, NoTwoShortcutsShareTheirKeys) {
+  std::vector<QKeySequence> keys;
+  for (const QShortcut* shortcut : window.findChildren<QShortcut*>()) {
+    EXPECT_FALSE(shortcut->key().isEmpty());
+    EXPECT_EQ(std::count(keys.begin(), keys.end(), shortcut->key()), 0)
+        << shortcut->key().toString().toStdString();
+    keys.push_back(shortcut->key());
+  }
+  EXPECT_EQ(keys.size(), 19u);
+}
+
+TEST_F(MainWindowTest, ChoosingAModeChecksItAloneAndShowsItsToolbar) {
+  Entry(window, "Tools", "&Object Mapper")->trigger();
+  Entry(window, "Tools", "&Material Mapper")->trigger();
+  Entry(window, "Tools", "&Material Mapper")->trigger();
+
+  EXPECT_FALSE(Entry(window, "Tools", "&Terrain Mapper")->isChecked());
+  EXPECT_TRUE(Entry(window, "Tools", "&Material Mapper")->isChecked());
+  EXPECT_FALSE(Entry(window, "Tools", "&Object Mapper")->isChecked());
+  EXPECT_TRUE(IsEditMode(EditMode::MaterialMapper));
+  EXPECT_EQ(window.modeToolbars()->currentWidget()->objectName(), "Material Mapper Tools");
+}
+
+TEST_F(MainWindowTest, PendingPasteDisablesTheClipboardButtonsButNotTheMenu) {
+  editor.somethingCopied = true;
+  Entry(window, "Tools", "&Object Mapper")->trigger();
+  EXPECT_TRUE(Button(window, "Paste Copied Entities")->isEnabled());
+
+  Entry(window, "Edit", "&Paste\tCrtl-V")->trigger();
+
+  EXPECT_FALSE(Button(window, "Cut Selected Entities")->isEnabled());
+  EXPECT_FALSE(Button(window, "Copy Selected Entities")->isEnabled());
+  EXPECT_FALSE(Button(window, "Paste Copied Entities")->isEnabled());
+  EXPECT_TRUE(Entry(window, "Edit", "&Paste\tCrtl-V")->isEnabled());
+}
+
+TEST_F(MainWindowTest, ObjectToolButtonsSendTheirCommands) {
+  std::vector<int> sent;
+  operations.objectToolbarCommand = [&sent](CommandId id) { sent.push_back(id); };
+  window.modeToolbars()->Find(kCommandSnapToGround)->trigger();
+  window.modeToolbars()->Find(kCommandViewTexturedMesh)->trigger();
+  EXPECT_THAT(sent, ElementsAre(4014, 32796));
+}
+
+// The close box of the window is the Exit command.
+class ClosingTest : public MainWindowTest {
+ protected:
+  ClosingTest() { window.show(); }
+  bool CloseWith(std::vector<PromptAnswer> answers) {
+    scripted::script.answers = std::move(answers);
+    window.close();
+    return !window.isVisible();
+  }
+};
+
+TEST_F(ClosingTest, UnchangedLevelClosesWithoutAQuestion) {
+  EXPECT_TRUE(CloseWith({}));
+  EXPECT_TRUE(scripted::script.prompts.empty());
+}
+
+TEST_F(ClosingTest, NoLeavesWithoutSaving) {
+  editor.levelModified = true;
+  EXPECT_TRUE(CloseWith({PromptAnswer::No}));
+  ASSERT_EQ(scripted::script.prompts.size(), 1u);
+  EXPECT_EQ(scripted::script.prompts[0].text,
+            "Would you like to save your changes before exiting?");
+}
+
+TEST_F(ClosingTest, WindowStaysWhenTheSaveFails) {
+  editor.levelModified = true;  // and no level archive is open that it could be saved into
+  EXPECT_FALSE(CloseWith({PromptAnswer::Yes, PromptAnswer::Ok}));
+  EXPECT_TRUE(editor.levelModified);
+}
+
+}  // namespace
+}  // namespace mw
