@@ -8,23 +8,26 @@ cd "$(dirname "$0")"
 source tools/packages.sh
 
 run_fuzzers() {
-  local seconds=${1:-60} fuzzer name corpus failed=0
-  need "${build_packages[@]}" "${fuzz_packages[@]}" libegl-dev
+  local seconds=$1 fuzzer name failed=0
+  local folder=$PWD/build/fuzz
+  need "${build_packages[@]}" "${fuzz_packages[@]}"
   build release sample
   build fuzz
+  mkdir -p "$folder/tmp"
+  export TMPDIR=$folder/tmp
+  build/fuzz/bin/seed_corpus build/release/work/game build/release/work "$folder/corpus"
   for fuzzer in build/fuzz/bin/*_fuzzer; do
     name=$(basename "$fuzzer" _fuzzer)
-    corpus=build/fuzz/corpus/$name
-    mkdir -p "$corpus"
-    [ ! -x tools/seed_corpus.sh ] || tools/seed_corpus.sh "$name" "$corpus" build/release
+    mkdir -p "$folder/corpus/$name"
     echo "Fuzzing $name for $seconds s ..."
-    if ! "$fuzzer" -max_total_time="$seconds" -rss_limit_mb=2048 -timeout=20 -verbosity=0 \
-      -artifact_prefix="build/fuzz/$name-" "$corpus" >"build/fuzz/$name.log" 2>&1; then
-      tail -n 40 "build/fuzz/$name.log"
+    if ! "$fuzzer" -max_total_time="$seconds" -rss_limit_mb=2048 -timeout=20 \
+      -artifact_prefix="$folder/$name-" "$folder/corpus/$name" >"$folder/$name.log" 2>&1; then
+      tail -n 40 "$folder/$name.log"
       failed=$((failed + 1))
     fi
   done
-  [ "$failed" -eq 0 ] || { echo "$failed fuzz targets found a fault."; exit 1; }
+  rm -rf "$folder/tmp"
+  [ "$failed" -eq 0 ] || { echo "$failed fuzz targets found a fault; the inputs are in $folder"; exit 1; }
   echo "No fuzz target found a fault."
 }
 

@@ -1,0 +1,104 @@
+// seed_corpus GAME WORKING CORPUS: fills the corpus folder of every fuzz target from the sample
+// game, with what is small enough to be mutated well.
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "core/text.h"
+#include "data/archive.h"
+#include "platform/disk.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using mw::Archive;
+
+constexpr std::size_t kLargestSeed = 64 * 1024;
+
+// The fuzz target that reads files with this extension, or an empty text.
+std::string_view TargetFor(const std::string& extension) {
+  if (mw::EqualNoCase(extension, ".con")) return "settings";
+  if (mw::EqualNoCase(extension, ".dds")) return "dds";
+  if (mw::EqualNoCase(extension, ".bmp")) return "bmp";
+  if (mw::EqualNoCase(extension, ".cfg")) return "mod_config";
+  if (mw::EqualNoCase(extension, ".dat")) return "texture_set";
+  return {};
+}
+
+class Corpus {
+ public:
+  explicit Corpus(fs::path folder) : folder_(std::move(folder)) {}
+
+  void Add(std::string_view target, std::span<const std::uint8_t> bytes) {
+    if (target.empty() || bytes.size() > kLargestSeed) return;
+    const fs::path folder = folder_ / target;
+    fs::create_directories(folder);
+    const fs::path file = folder / ("seed-" + std::to_string(count_++));
+    if (!mw::WriteWholeFile(file.string(), bytes)) failed_ = true;
+  }
+
+  int Count() const { return count_; }
+  bool Failed() const { return failed_; }
+
+ private:
+  fs::path folder_;
+  int count_ = 0;
+  bool failed_ = false;
+};
+
+// An archive of the members that are small enough, in both storage modes.
+void AddSmallArchives(Archive& from, Corpus& corpus) {
+  for (const mw::StorageMode mode : {mw::StorageMode::Stored, mw::StorageMode::Compressed}) {
+    const fs::path path = fs::temp_directory_path() / "mapwright-seed.vra";
+    fs::remove(path);
+    Archive small;
+    if (!small.Create(path.string()) || !small.SetMode(mode)) return;
+    for (const auto& [name, entry] : from.Entries()) {
+      if (entry.size > kLargestSeed / 16) continue;
+      if (const auto bytes = from.ReadMember(name)) small.WriteMember(name, *bytes);
+    }
+    small.Close();
+    if (const auto bytes = mw::ReadWholeFile(path.string())) corpus.Add("archive", *bytes);
+    fs::remove(path);
+  }
+}
+
+void AddArchive(const fs::path& path, Corpus& corpus) {
+  Archive archive;
+  if (!archive.Open(path.string(), false)) return;
+  for (const auto& [name, entry] : archive.Entries()) {
+    const std::string_view target = TargetFor(fs::path(name).extension().string());
+    if (target.empty() || entry.size > kLargestSeed) continue;
+    if (const auto bytes = archive.ReadMember(name)) corpus.Add(target, *bytes);
+  }
+  AddSmallArchives(archive, corpus);
+}
+
+void AddFolder(const fs::path& folder, Corpus& corpus) {
+  for (const auto& file : fs::recursive_directory_iterator(folder)) {
+    if (!file.is_regular_file()) continue;
+    const std::string extension = file.path().extension().string();
+    if (mw::EqualNoCase(extension, ".vra")) {
+      AddArchive(file.path(), corpus);
+    } else if (const auto target = TargetFor(extension); !target.empty()) {
+      if (const auto bytes = mw::ReadWholeFile(file.path().string())) corpus.Add(target, *bytes);
+    }
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 4) {
+    std::fprintf(stderr, "usage: seed_corpus GAME WORKING CORPUS\n");
+    return 2;
+  }
+  Corpus corpus(argv[3]);
+  for (const char* folder : {argv[1], argv[2]}) AddFolder(folder, corpus);
+  if (corpus.Failed() || corpus.Count() == 0) {
+    std::fprintf(stderr, "seed_corpus: no seeds could be written to %s\n", argv[3]);
+    return 1;
+  }
+  return 0;
+}
