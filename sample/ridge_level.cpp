@@ -1,0 +1,126 @@
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+
+#include "sample/erosion.h"
+#include "sample/levels.h"
+#include "sample/noise.h"
+
+namespace mw::sample {
+namespace {
+
+constexpr int kSide = 512;
+constexpr float kWorldSize = kSide * kCellSize;
+constexpr float kWaterLevel = 40.0f;
+constexpr float kDeckHeight = kWaterLevel + 7.0f;  // of the bridges' roads
+
+float Turn(float z) {
+  return 2 * std::numbers::pi_v<float> * z / kWorldSize;
+}
+
+// The x of the river's middle: it winds from the south edge to the north edge.
+float RiverMiddle(float z) {
+  return 800 + 120 * std::sin(Turn(z)) + 46 * std::sin(3 * Turn(z) + 1.1f) +
+         16 * std::sin(7 * Turn(z) + 0.4f);
+}
+
+float RiverHalfWidth(float z) {
+  return 21 + 5 * std::sin(4 * Turn(z)) + 3 * std::sin(9 * Turn(z));
+}
+
+// Signed distance in x, the short way around the level's edge.
+float WrappedOffset(float from, float to) {
+  return std::remainder(to - from, kWorldSize);
+}
+
+float FromWater(Point at) {
+  return std::abs(WrappedOffset(RiverMiddle(at.z), at.x)) - RiverHalfWidth(at.z);
+}
+
+// The valley without its river.
+float RawHeight(Point at) {
+  const float bend = 60 * Noise(at, kWorldSize, {4, 3, 61});
+  const float river = WrappedOffset(RiverMiddle(at.z), at.x);
+  const float fromWater = FromWater(at);
+  const float meadow = 4 + 0.018f * std::clamp(fromWater, 0.0f, 300.0f) +
+                       3 * SmoothStep(20, 160, fromWater) * Noise(at, kWorldSize, {16, 3, 71});
+  // The valley is wider in the west.
+  const float valley = SmoothStep(80, river < 0 ? 520.0f : 400.0f, fromWater + bend);
+  const float hills = 52 * valley * (0.25f + 0.75f * RidgedNoise(at, kWorldSize, {8, 5, 81}));
+  // The stone ridge: one long crest east of the river, with two passes.
+  const float crest =
+      WrappedOffset(RiverMiddle(at.z) + 590 + 0.7f * bend + 60 * std::sin(2 * Turn(at.z)), at.x);
+  const float passes = 0.74f + 0.26f * std::sin(2 * Turn(at.z) + 2.2f);
+  const float ridge = 128 * passes * std::exp(-std::abs(crest) / 170) *
+                      (0.7f + 0.3f * RidgedNoise(at, kWorldSize, {16, 4, 91}));
+  return kWaterLevel + meadow + hills + ridge * SmoothStep(60, 260, fromWater);
+}
+
+// The river's bed and banks, cut after the rain so that it cannot fill them.
+void CutRiver(Field& height) {
+  for (int row = 0; row < height.Side(); ++row) {
+    for (int column = 0; column < height.Side(); ++column) {
+      const Point at{static_cast<float>(column) * kCellSize, static_cast<float>(row) * kCellSize};
+      const float fromWater = FromWater(at);
+      const float bed = fromWater < 0 ? kWaterLevel - 7 * (1 - std::exp(fromWater / 8))
+                                      : kWaterLevel + 0.14f * fromWater;
+      float& h = height.At(column, row);
+      h = Lerp(bed, h, SmoothStep(2, 34, fromWater));
+    }
+  }
+}
+
+Field MakeHeights() {
+  Field height(kSide);
+  for (int row = 0; row < kSide; ++row) {
+    for (int column = 0; column < kSide; ++column) {
+      height.At(column, row) =
+          RawHeight({static_cast<float>(column) * kCellSize, static_cast<float>(row) * kCellSize});
+    }
+  }
+  ErodeByRain(height, 170000, 2);
+  SettleSlopes(height, 0.74f, 60);
+  Smooth(height, 1);
+  CutRiver(height);
+  return height;
+}
+
+// The two ends of a bridge over the river at `z`, as waypoints of a road that runs east.
+std::array<Waypoint, 2> BridgeEnds(float z) {
+  const float reach = RiverHalfWidth(z) + 10;
+  return {Waypoint{{RiverMiddle(z) - reach, z}, false, kDeckHeight},
+          Waypoint{{RiverMiddle(z) + reach, z}, true, kDeckHeight}};
+}
+
+}  // namespace
+
+Landscape MakeRidgeLandscape() {
+  Landscape land{MakeHeights(), kWaterLevel, {0.5f, 0.6f, -0.55f}, {}, {}, {}};
+  const auto [westEnd, eastEnd] = BridgeEnds(1010);
+  AddSite(land, {{RiverMiddle(1010) + 120, 1030}, 58, 60, Material::DryDirt}, kWaterLevel + 8);
+  AddSite(land, {{560, 560}, 70, 70, Material::DryDirt});   // airfield hangars
+  AddSite(land, {{1440, 1360}, 30, 34, Material::Gravel});  // fort on the ridge
+  AddSite(land, {{1180, 480}, 46, 50, Material::Gravel});   // quarry
+  AddSite(land, {{470, 1560}, 44, 50, Material::DryDirt});  // western camp
+  AddRoad(land,
+          {{{0, 1000}},
+           {{420, 1040}},
+           westEnd,
+           eastEnd,
+           {{RiverMiddle(1010) + 130, 1010}},
+           {{1300, 1010}},
+           {{2048, 1000}}},
+          Material::PavedRoad, 8);
+  AddRoad(land, {{{RiverMiddle(1010) + 150, 1010}}, {{1180, 470}}, {{1060, 0}}}, Material::DirtRoad,
+          6);
+  AddRoad(land, {{{RiverMiddle(1010) + 150, 1010}}, {{1120, 1500}}, {{1060, 2048}}},
+          Material::DirtRoad, 6);
+  AddRoad(land, {{{1120, 1400}}, {{1432, 1350}}}, Material::DirtRoad, 5);
+  AddRoad(land, {{{420, 1040}}, {{560, 570}}}, Material::DirtRoad, 6);
+  AddRoad(land, {{{420, 1040}}, {{470, 1556}}}, Material::DirtRoad, 6);
+  AssignMaterials(land);
+  return land;
+}
+
+}  // namespace mw::sample

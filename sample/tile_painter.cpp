@@ -1,0 +1,189 @@
+#include "sample/tile_painter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "sample/ground_light.h"
+#include "sample/noise.h"
+
+namespace mw::sample {
+namespace {
+
+constexpr float kRoadVerge = 5.0f;   // world units beside a road that its dust reaches
+constexpr float kWetBand = 2.2f;     // world units above the water that are dark with damp
+constexpr float kClearDepth = 6.0f;  // depth at which the bottom has mostly faded
+constexpr int kGrainSide = 512;
+
+const Colour kDeepWater = Rgb(24, 54, 66), kShallowWater = Rgb(62, 112, 108);
+const Colour kFoam = Rgb(226, 226, 214);
+
+// Grain of several sizes on a grid that wraps: every pixel a little different, in small clumps.
+Field MakeGrain() {
+  Field grain(kGrainSide);
+  const float size = grain.WorldSize();
+  for (int row = 0; row < kGrainSide; ++row) {
+    for (int column = 0; column < kGrainSide; ++column) {
+      const Point at{static_cast<float>(column) * kCellSize, static_cast<float>(row) * kCellSize};
+      // Hashes the position; neighbours are unrelated.
+      std::uint32_t hash = static_cast<std::uint32_t>(row * kGrainSide + column) * 2654435761u;
+      hash = (hash ^ (hash >> 15)) * 2246822519u;
+      const float speck = static_cast<float>(hash >> 16) / 32768.0f - 1.0f;
+      grain.At(column, row) =
+          std::clamp(0.9f * Noise(at, size, {64, 3, 7}) + 0.45f * speck, -1.0f, 1.0f);
+    }
+  }
+  return grain;
+}
+
+Field MakeMottle(const Field& height) {
+  Field mottle(height.Side());
+  const float size = height.WorldSize();
+  for (int row = 0; row < mottle.Side(); ++row) {
+    for (int column = 0; column < mottle.Side(); ++column) {
+      const Point at{static_cast<float>(column) * kCellSize, static_cast<float>(row) * kCellSize};
+      mottle.At(column, row) = std::clamp(1.4f * Noise(at, size, {16, 4, 40}), -1.0f, 1.0f);
+    }
+  }
+  return mottle;
+}
+
+// Two ruts where wheels run, as a factor on the road's brightness.
+float Ruts(float distance, float width) {
+  const float fromRut = std::abs(distance - width * 0.24f);
+  return 1 - 0.16f * (1 - SmoothStep(0.2f, 0.9f, fromRut));
+}
+
+Colour RoadColour(const RoadHit& hit, float grain, float patch) {
+  const float width = hit.road->width;
+  switch (hit.road->surface) {
+    case Material::PavedRoad: {
+      const Colour tar = Rgb(92, 92, 92) * (1 + 0.1f * grain + 0.1f * patch);
+      const float line = 1 - SmoothStep(0.12f, 0.42f, hit.distance);
+      const bool dash = std::fmod(hit.along, 12.0f) < 6.0f;
+      return dash ? Mix(tar, Rgb(206, 200, 176), 0.75f * line) : tar;
+    }
+    case Material::SandRoad:
+      return Rgb(196, 172, 126) * (1 + 0.1f * grain + 0.06f * patch) * Ruts(hit.distance, width);
+    default:
+      return Rgb(132, 107, 76) * (1 + 0.14f * grain + 0.1f * patch) * Ruts(hit.distance, width);
+  }
+}
+
+}  // namespace
+
+GroundPainter::GroundPainter(const Landscape& land)
+    : land_(land),
+      roads_(land.roads, land.height.WorldSize(), kRoadVerge + 2.0f),
+      light_(GroundLight(land)),
+      mottle_(MakeMottle(land.height)),
+      grain_(MakeGrain()) {}
+
+float GroundPainter::Grain(Point at, float unitsPerTexel) const {
+  return grain_.At(static_cast<int>(std::floor(at.x / unitsPerTexel)),
+                   static_cast<int>(std::floor(at.z / unitsPerTexel)));
+}
+
+Material GroundPainter::MaterialAt(int column, int row) const {
+  const int side = land_.height.Side();
+  const auto wrap = [side](int k) { return static_cast<std::size_t>(k & (side - 1)); };
+  return land_.materials[wrap(row) * static_cast<std::size_t>(side) + wrap(column)];
+}
+
+Colour GroundPainter::MaterialColour(Material material, Point at) const {
+  const float fine = Grain(at, 0.5f);
+  const float clumps = grain_.Sample({at.x * 2.0f, at.z * 2.0f});
+  const float patches = mottle_.Sample(at);
+  const float mixed = std::clamp(0.5f + 0.35f * patches + 0.3f * clumps, 0.0f, 1.0f);
+  const auto rough = [&](float amount) { return 1 + amount * fine + 0.6f * amount * clumps; };
+  switch (material) {
+    case Material::DryGrass:
+      return Mix(Rgb(96, 106, 52), Rgb(154, 144, 84), mixed) * rough(0.17f);
+    case Material::WetGrass:
+      return Mix(Rgb(70, 90, 42), Rgb(116, 122, 62), mixed) * rough(0.18f);
+    case Material::DryDirt:
+      return Mix(Rgb(134, 110, 80), Rgb(156, 134, 100), mixed) * rough(0.14f);
+    case Material::WetDirt:
+      return Mix(Rgb(92, 78, 54), Rgb(112, 102, 64), mixed) * rough(0.16f);
+    case Material::Mud:
+      return Mix(Rgb(78, 66, 46), Rgb(98, 84, 60), mixed) * rough(0.1f);
+    case Material::Gravel:
+      return Mix(Rgb(126, 118, 104), Rgb(152, 142, 126), mixed) * rough(0.22f);
+    case Material::DrySand:
+      return Mix(Rgb(206, 186, 140), Rgb(222, 204, 162), mixed) * rough(0.07f);
+    case Material::Water:
+    case Material::WetSand:
+      return Mix(Rgb(168, 148, 108), Rgb(184, 164, 122), mixed) * rough(0.07f);
+    case Material::Rock: {
+      // Layers of stone show as bands along the height lines.
+      const float height = land_.height.Sample(at) + 2.5f * clumps;
+      const float band = 0.5f + 0.5f * std::sin(height * 0.9f + 2.0f * patches);
+      return Mix(Rgb(108, 102, 94), Rgb(148, 140, 128), band) * rough(0.17f);
+    }
+    default:
+      return Mix(Rgb(128, 110, 80), Rgb(150, 130, 96), mixed) * rough(0.12f);
+  }
+}
+
+// The materials of the four cells around the point, their borders frayed.
+Colour GroundPainter::BlendedMaterials(Point at) const {
+  const float fray = 4.5f;
+  const float frayX = fray * grain_.Sample({at.x * 1.3f, at.z * 1.3f});
+  const float frayZ = fray * grain_.Sample({at.z * 1.3f + 700.0f, at.x * 1.3f});
+  const float x = (at.x + frayX) / kCellSize - 0.5f, z = (at.z + frayZ) / kCellSize - 0.5f;
+  const int column = static_cast<int>(std::floor(x)), row = static_cast<int>(std::floor(z));
+  const float u = SmoothStep(0, 1, x - std::floor(x)), v = SmoothStep(0, 1, z - std::floor(z));
+  const Material corners[4] = {MaterialAt(column, row), MaterialAt(column + 1, row),
+                               MaterialAt(column, row + 1), MaterialAt(column + 1, row + 1)};
+  const float weights[4] = {(1 - u) * (1 - v), u * (1 - v), (1 - u) * v, u * v};
+  Colour sum;
+  for (int k = 0; k < 4; ++k) {
+    float weight = weights[k];
+    if (std::find(corners, corners + k, corners[k]) != corners + k) continue;  // counted already
+    for (int other = k + 1; other < 4; ++other) {
+      if (corners[other] == corners[k]) weight += weights[other];
+    }
+    sum = sum + MaterialColour(corners[k], at) * weight;
+  }
+  return sum;
+}
+
+Colour GroundPainter::OverlayRoad(Colour ground, Point at) const {
+  const RoadHit hit = roads_.Nearest(at);
+  if (!hit.road) return ground;
+  const float grain = Grain(at, 0.5f), patch = mottle_.Sample(at);
+  const float ragged = hit.road->surface == Material::PavedRoad ? 0.15f : 0.7f;
+  const float edge =
+      hit.distance - hit.road->width / 2 + ragged * grain_.Sample({at.x * 3, at.z * 3});
+  const float dust = 0.55f * (1 - SmoothStep(0, kRoadVerge, edge));
+  ground = Mix(ground, Rgb(142, 120, 88) * (1 + 0.12f * grain), dust);
+  return Mix(ground, RoadColour(hit, grain, patch), 1 - SmoothStep(-0.6f, 0.5f, edge));
+}
+
+Colour GroundPainter::GroundColour(Point at) const {
+  const float aboveWater = land_.height.Sample(at) - land_.waterLevel;
+  Colour colour = OverlayRoad(BlendedMaterials(at), at);
+  colour = colour * Lerp(0.7f, 1.0f, SmoothStep(0.1f, kWetBand, aboveWater));
+  if (aboveWater < 0) {
+    const float depth = -aboveWater;
+    colour = Mix(colour, kShallowWater, 0.6f * SmoothStep(0, 2.0f, depth));
+    colour = Mix(kDeepWater, colour, std::exp(-depth / kClearDepth));
+  }
+  const float surf = std::abs(aboveWater - 0.12f * Grain(at, 1.0f));
+  colour = Mix(colour, kFoam, 0.35f * (1 - SmoothStep(0.02f, 0.1f, surf)));
+  return colour * light_.Sample(at);
+}
+
+Picture GroundPainter::Paint(Point corner, float unitsPerPixel, int pixels) const {
+  Picture picture(pixels, pixels);
+  for (int y = 0; y < pixels; ++y) {
+    for (int x = 0; x < pixels; ++x) {
+      const Point at{corner.x + (static_cast<float>(x) + 0.5f) * unitsPerPixel,
+                     corner.z + (static_cast<float>(y) + 0.5f) * unitsPerPixel};
+      picture.Set(x, y, GroundColour(at));
+    }
+  }
+  return picture;
+}
+
+}  // namespace mw::sample
