@@ -1,9 +1,10 @@
 #include <cmath>
 #include <numbers>
 
+#include "assets/picture.h"
 #include "sample/erosion.h"
+#include "sample/ground_noise.h"
 #include "sample/levels.h"
-#include "sample/noise.h"
 
 namespace mw::sample {
 namespace {
@@ -13,9 +14,7 @@ constexpr float kWorldSize = kSide * kCellSize;
 constexpr float kWaterLevel = 30.0f;
 constexpr float kSeaDepth = 24.0f;
 
-float Bump(float distance, float width) {
-  return std::exp(-distance * distance / (width * width));
-}
+float Bump(float distance, float width) { return std::exp(-distance * distance / (width * width)); }
 
 // The z of the southern shore: a harbour bay in the west, the point in the east.
 float SouthShore(float x) {
@@ -45,8 +44,8 @@ float RawHeight(Point at) {
   return kWaterLevel + beach + plain + ridges + point;
 }
 
-Field MakeHeights() {
-  Field height(kSide);
+Grid MakeHeights() {
+  Grid height(kSide);
   for (int row = 0; row < kSide; ++row) {
     for (int column = 0; column < kSide; ++column) {
       height.At(column, row) =

@@ -54,22 +54,22 @@ struct HeightAndSlope {
   float height, slopeX, slopeZ;
 };
 
-HeightAndSlope Look(const Field& height, const Spot& spot) {
+HeightAndSlope Look(const Grid& height, const Spot& spot) {
   const float sw = height.At(spot.column, spot.row), se = height.At(spot.column + 1, spot.row);
   const float nw = height.At(spot.column, spot.row + 1),
               ne = height.At(spot.column + 1, spot.row + 1);
-  return {Lerp(Lerp(sw, se, spot.u), Lerp(nw, ne, spot.u), spot.v), Lerp(se - sw, ne - nw, spot.v),
-          Lerp(nw - sw, ne - se, spot.u)};
+  return {std::lerp(std::lerp(sw, se, spot.u), std::lerp(nw, ne, spot.u), spot.v),
+          std::lerp(se - sw, ne - nw, spot.v), std::lerp(nw - sw, ne - se, spot.u)};
 }
 
-void Deposit(Field& height, const Spot& spot, float amount) {
+void Deposit(Grid& height, const Spot& spot, float amount) {
   height.At(spot.column, spot.row) += amount * (1 - spot.u) * (1 - spot.v);
   height.At(spot.column + 1, spot.row) += amount * spot.u * (1 - spot.v);
   height.At(spot.column, spot.row + 1) += amount * (1 - spot.u) * spot.v;
   height.At(spot.column + 1, spot.row + 1) += amount * spot.u * spot.v;
 }
 
-void FollowDrop(Field& height, Point at, const std::vector<BrushCell>& brush) {
+void FollowDrop(Grid& height, Point at, const std::vector<BrushCell>& brush) {
   float directionX = 0, directionZ = 0, speed = 1, water = 1, sediment = 0;
   for (int step = 0; step < kDropLifetime; ++step) {
     const Spot spot(at);
@@ -102,7 +102,7 @@ void FollowDrop(Field& height, Point at, const std::vector<BrushCell>& brush) {
   }
 }
 
-void Scale(Field& field, float factor) {
+void Scale(Grid& field, float factor) {
   for (int row = 0; row < field.Side(); ++row) {
     for (int column = 0; column < field.Side(); ++column) field.At(column, row) *= factor;
   }
@@ -110,7 +110,7 @@ void Scale(Field& field, float factor) {
 
 }  // namespace
 
-void ErodeByRain(Field& height, int drops, std::uint32_t seed) {
+void ErodeByRain(Grid& height, int drops, std::uint32_t seed) {
   const std::vector<BrushCell> brush = MakeBrush();
   std::mt19937 random(seed);
   const float side = static_cast<float>(height.Side());
@@ -123,12 +123,12 @@ void ErodeByRain(Field& height, int drops, std::uint32_t seed) {
   Scale(height, kHeightRange);
 }
 
-void SettleSlopes(Field& height, float maxSlope, int rounds) {
+void SettleSlopes(Grid& height, float maxSlope, int rounds) {
   constexpr int kNeighbours[4][2] = {{1, 0}, {-1, 0}, {0, 1}, {0, -1}};
   constexpr float kSlideRate = 0.22f;  // of the excess, per neighbour and round
   const float maxRise = maxSlope * kCellSize;
   for (int round = 0; round < rounds; ++round) {
-    const Field before = height;
+    const Grid before = height;
     for (int row = 0; row < height.Side(); ++row) {
       for (int column = 0; column < height.Side(); ++column) {
         for (const auto& [x, z] : kNeighbours) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "assets/picture.h"
+
 namespace mw::sample {
 namespace {
 
@@ -31,7 +33,7 @@ float Sunlit(const Landscape& land, int column, int row) {
 
 // Cosine of the angle between the ground's normal and the sun.
 float Facing(const Landscape& land, int column, int row) {
-  const Field& height = land.height;
+  const Grid& height = land.height;
   const float dx = (height.At(column + 1, row) - height.At(column - 1, row)) / (2 * kCellSize);
   const float dz = (height.At(column, row + 1) - height.At(column, row - 1)) / (2 * kCellSize);
   const auto [x, y, z] = land.sunDirection;
@@ -41,13 +43,13 @@ float Facing(const Landscape& land, int column, int row) {
 
 }  // namespace
 
-Field GroundLight(const Landscape& land) {
+Grid GroundLight(const Landscape& land) {
   const int side = land.height.Side();
-  Field surroundings = land.height;
+  Grid surroundings = land.height;
   Smooth(surroundings, 10);
   const auto [x, y, z] = land.sunDirection;
   const float levelFacing = y / std::sqrt(x * x + y * y + z * z);
-  Field light(side);
+  Grid light(side);
   for (int row = 0; row < side; ++row) {
     for (int column = 0; column < side; ++column) {
       const float hollow = surroundings.At(column, row) - land.height.At(column, row);

@@ -7,6 +7,6 @@ namespace mw::sample {
 
 // Brightness of every sample: sun by slope and cast shadows, and the light of the open sky, which
 // hollows get less of. About 0.4 ... 1.2; level ground in the sun is about 1.
-Field GroundLight(const Landscape& land);
+Grid GroundLight(const Landscape& land);
 
 }  // namespace mw::sample

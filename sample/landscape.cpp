@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "sample/noise.h"
+#include "assets/picture.h"
+#include "sample/ground_noise.h"
 
 namespace mw::sample {
 namespace {
@@ -59,7 +60,7 @@ void JoinRoad(Point& end, const std::vector<Road>& roads) {
 }  // namespace
 
 void AddSite(Landscape& land, const Site& site, std::optional<float> height) {
-  Field& field = land.height;
+  Grid& field = land.height;
   const int reach = static_cast<int>((site.radius + site.edge) / kCellSize) + 1;
   const int column0 = static_cast<int>(std::lround(site.centre.x / kCellSize));
   const int row0 = static_cast<int>(std::lround(site.centre.z / kCellSize));
@@ -83,7 +84,7 @@ void AddSite(Landscape& land, const Site& site, std::optional<float> height) {
     for (int column = column0 - reach; column <= column0 + reach; ++column) {
       const float natural =
           SmoothStep(site.radius, site.radius + site.edge, distanceTo(column, row));
-      field.At(column, row) = Lerp(*height, field.At(column, row), natural);
+      field.At(column, row) = std::lerp(*height, field.At(column, row), natural);
     }
   }
   land.sites.push_back(site);

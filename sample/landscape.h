@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "sample/field.h"
+#include "sample/grid.h"
 #include "sample/roads.h"
 
 namespace mw::sample {
@@ -20,7 +20,7 @@ struct Site {
 };
 
 struct Landscape {
-  Field height;  // world units
+  Grid height;  // world units
   float waterLevel = 0;
   std::array<float, 3> sunDirection{};  // towards the sun, in level coordinates
   std::vector<Site> sites;

@@ -1,11 +1,11 @@
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <numbers>
 
+#include "assets/picture.h"
 #include "sample/erosion.h"
+#include "sample/ground_noise.h"
 #include "sample/levels.h"
-#include "sample/noise.h"
 
 namespace mw::sample {
 namespace {
@@ -14,10 +14,9 @@ constexpr int kSide = 512;
 constexpr float kWorldSize = kSide * kCellSize;
 constexpr float kWaterLevel = 40.0f;
 constexpr float kDeckHeight = kWaterLevel + 7.0f;  // of the bridges' roads
+constexpr float kBridgeZ = 1010;                   // where the road crosses the river
 
-float Turn(float z) {
-  return 2 * std::numbers::pi_v<float> * z / kWorldSize;
-}
+float Turn(float z) { return 2 * std::numbers::pi_v<float> * z / kWorldSize; }
 
 // The x of the river's middle: it winds from the south edge to the north edge.
 float RiverMiddle(float z) {
@@ -25,14 +24,10 @@ float RiverMiddle(float z) {
          16 * std::sin(7 * Turn(z) + 0.4f);
 }
 
-float RiverHalfWidth(float z) {
-  return 21 + 5 * std::sin(4 * Turn(z)) + 3 * std::sin(9 * Turn(z));
-}
+float RiverHalfWidth(float z) { return 21 + 5 * std::sin(4 * Turn(z)) + 3 * std::sin(9 * Turn(z)); }
 
 // Signed distance in x, the short way around the level's edge.
-float WrappedOffset(float from, float to) {
-  return std::remainder(to - from, kWorldSize);
-}
+float WrappedOffset(float from, float to) { return std::remainder(to - from, kWorldSize); }
 
 float FromWater(Point at) {
   return std::abs(WrappedOffset(RiverMiddle(at.z), at.x)) - RiverHalfWidth(at.z);
@@ -58,7 +53,7 @@ float RawHeight(Point at) {
 }
 
 // The river's bed and banks, cut after the rain so that it cannot fill them.
-void CutRiver(Field& height) {
+void CutRiver(Grid& height) {
   for (int row = 0; row < height.Side(); ++row) {
     for (int column = 0; column < height.Side(); ++column) {
       const Point at{static_cast<float>(column) * kCellSize, static_cast<float>(row) * kCellSize};
@@ -66,13 +61,13 @@ void CutRiver(Field& height) {
       const float bed = fromWater < 0 ? kWaterLevel - 7 * (1 - std::exp(fromWater / 8))
                                       : kWaterLevel + 0.14f * fromWater;
       float& h = height.At(column, row);
-      h = Lerp(bed, h, SmoothStep(2, 34, fromWater));
+      h = std::lerp(bed, h, SmoothStep(2, 34, fromWater));
     }
   }
 }
 
-Field MakeHeights() {
-  Field height(kSide);
+Grid MakeHeights() {
+  Grid height(kSide);
   for (int row = 0; row < kSide; ++row) {
     for (int column = 0; column < kSide; ++column) {
       height.At(column, row) =
@@ -86,19 +81,20 @@ Field MakeHeights() {
   return height;
 }
 
-// The two ends of a bridge over the river at `z`, as waypoints of a road that runs east.
-std::array<Waypoint, 2> BridgeEnds(float z) {
-  const float reach = RiverHalfWidth(z) + 10;
-  return {Waypoint{{RiverMiddle(z) - reach, z}, false, kDeckHeight},
-          Waypoint{{RiverMiddle(z) + reach, z}, true, kDeckHeight}};
-}
-
 }  // namespace
+
+BridgePlace RidgeBridge() {
+  const float reach = RiverHalfWidth(kBridgeZ) + 10, middle = RiverMiddle(kBridgeZ);
+  return {{middle - reach, kBridgeZ}, {middle + reach, kBridgeZ}, kDeckHeight};
+}
 
 Landscape MakeRidgeLandscape() {
   Landscape land{MakeHeights(), kWaterLevel, {0.5f, 0.6f, -0.55f}, {}, {}, {}};
-  const auto [westEnd, eastEnd] = BridgeEnds(1010);
-  AddSite(land, {{RiverMiddle(1010) + 120, 1030}, 58, 60, Material::DryDirt}, kWaterLevel + 8);
+  const BridgePlace bridge = RidgeBridge();
+  const Waypoint westEnd{bridge.west, false, bridge.height},
+      eastEnd{bridge.east, true, bridge.height};
+  const Point village{bridge.east.x + 90, bridge.east.z + 20};
+  AddSite(land, {village, 58, 60, Material::DryDirt}, kWaterLevel + 8);
   AddSite(land, {{560, 560}, 70, 70, Material::DryDirt});   // airfield hangars
   AddSite(land, {{1440, 1360}, 30, 34, Material::Gravel});  // fort on the ridge
   AddSite(land, {{1180, 480}, 46, 50, Material::Gravel});   // quarry
@@ -108,13 +104,13 @@ Landscape MakeRidgeLandscape() {
            {{420, 1040}},
            westEnd,
            eastEnd,
-           {{RiverMiddle(1010) + 130, 1010}},
+           {{village.x, village.z - 20}},
            {{1300, 1010}},
            {{2048, 1000}}},
           Material::PavedRoad, 8);
-  AddRoad(land, {{{RiverMiddle(1010) + 150, 1010}}, {{1180, 470}}, {{1060, 0}}}, Material::DirtRoad,
-          6);
-  AddRoad(land, {{{RiverMiddle(1010) + 150, 1010}}, {{1120, 1500}}, {{1060, 2048}}},
+  AddRoad(land, {{{village.x + 20, village.z - 20}}, {{1180, 470}}, {{1060, 0}}},
+          Material::DirtRoad, 6);
+  AddRoad(land, {{{village.x + 20, village.z - 20}}, {{1120, 1500}}, {{1060, 2048}}},
           Material::DirtRoad, 6);
   AddRoad(land, {{{1120, 1400}}, {{1432, 1350}}}, Material::DirtRoad, 5);
   AddRoad(land, {{{420, 1040}}, {{560, 570}}}, Material::DirtRoad, 6);

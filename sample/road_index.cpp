@@ -46,7 +46,7 @@ RoadHit RoadIndex::Nearest(Point at) const {
     if (edge >= bestEdge) continue;
     bestEdge = edge;
     best = {distance, piece.along + t * std::sqrt(lengthSquared),
-            Lerp(piece.from->height, piece.to->height, t), piece.road};
+            std::lerp(piece.from->height, piece.to->height, t), piece.road};
   }
   return best;
 }

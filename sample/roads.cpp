@@ -6,6 +6,8 @@
 #include <queue>
 #include <utility>
 
+#include "assets/picture.h"
+
 namespace mw::sample {
 namespace {
 
@@ -25,7 +27,7 @@ constexpr int kMoves[16][2] = {{1, 0},  {-1, 0},  {0, 1},   {0, -1}, {1, 1},  {1
                                {1, -2}, {2, -1},  {-1, -2}, {-2, -1}};
 
 struct RouteGrid {
-  const Field& height;
+  const Grid& height;
   float waterLevel;
   int side;  // places per side
 
@@ -86,7 +88,8 @@ std::vector<Point> Resample(const std::vector<Point>& line, float spacing) {
   for (std::size_t k = 1; k < line.size(); ++k) {
     Point from = line[k - 1];
     for (float length = Distance(from, line[k]); length >= left; length = Distance(from, line[k])) {
-      from = {Lerp(from.x, line[k].x, left / length), Lerp(from.z, line[k].z, left / length)};
+      from = {std::lerp(from.x, line[k].x, left / length),
+              std::lerp(from.z, line[k].z, left / length)};
       result.push_back(from);
       left = spacing;
     }
@@ -121,7 +124,7 @@ void SteadyProfile(std::vector<PathPoint>& path, std::size_t first, std::size_t 
 
 // Adds a stretch that is on land or on a bridge throughout; the heights of its ends are the
 // ground's where they are not given.
-void AppendStretch(Road& road, const Field& height, const std::vector<Point>& line, bool bridge,
+void AppendStretch(Road& road, const Grid& height, const std::vector<Point>& line, bool bridge,
                    std::optional<float> startHeight, std::optional<float> endHeight) {
   std::vector<Point> points = Resample(line, kPathSpacing);
   if (!bridge) RoundCorners(points);
@@ -136,7 +139,7 @@ void AppendStretch(Road& road, const Field& height, const std::vector<Point>& li
 
 }  // namespace
 
-std::vector<Point> FindRoute(const Field& height, float waterLevel, Point from, Point to) {
+std::vector<Point> FindRoute(const Grid& height, float waterLevel, Point from, Point to) {
   const RouteGrid grid{height, waterLevel, height.Side() / kRouteStep};
   const int start = grid.PlaceOf(from), goal = grid.PlaceOf(to);
   const std::vector<int> before = CheapestWays(grid, start, goal);
@@ -150,7 +153,7 @@ std::vector<Point> FindRoute(const Field& height, float waterLevel, Point from, 
   return route;
 }
 
-Road LayRoad(const Field& height, float waterLevel, const std::vector<Waypoint>& waypoints,
+Road LayRoad(const Grid& height, float waterLevel, const std::vector<Waypoint>& waypoints,
              Material surface, float width) {
   Road road{surface, width, {}};
   std::size_t next = 1;
@@ -169,7 +172,7 @@ Road LayRoad(const Field& height, float waterLevel, const std::vector<Waypoint>&
   return road;
 }
 
-void ShapeRoadBed(Field& height, const Road& road) {
+void ShapeRoadBed(Grid& height, const Road& road) {
   const std::vector<Road> roads{road};
   const RoadIndex index(roads, height.WorldSize(), kShoulder);
   const float level = road.width / 2 + kBedMargin;
@@ -180,7 +183,7 @@ void ShapeRoadBed(Field& height, const Road& road) {
       if (!hit.road) continue;
       const float ground = SmoothStep(level, road.width / 2 + kShoulder, hit.distance);
       float& h = height.At(column, row);
-      h = Lerp(hit.height, h, ground);
+      h = std::lerp(hit.height, h, ground);
     }
   }
 }

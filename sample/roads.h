@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "sample/field.h"
+#include "sample/grid.h"
 
 namespace mw::sample {
 
@@ -48,15 +48,15 @@ struct Waypoint {
 };
 
 // The way between two points that costs least, climbing and wading being dear. Both ends included.
-std::vector<Point> FindRoute(const Field& height, float waterLevel, Point from, Point to);
+std::vector<Point> FindRoute(const Grid& height, float waterLevel, Point from, Point to);
 
 // Lays a road through the waypoints: the cheapest route over land, smoothed, with a steady profile
 // that meets the ground at its ends.
-Road LayRoad(const Field& height, float waterLevel, const std::vector<Waypoint>& waypoints,
+Road LayRoad(const Grid& height, float waterLevel, const std::vector<Waypoint>& waypoints,
              Material surface, float width);
 
 // Cuts and fills the ground so that it carries the road, with sloping shoulders.
-void ShapeRoadBed(Field& height, const Road& road);
+void ShapeRoadBed(Grid& height, const Road& road);
 
 // The nearest point of a road's centre line.
 struct RoadHit {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 
+#include "assets/noise.h"
 #include "sample/ground_light.h"
-#include "sample/noise.h"
+#include "sample/ground_noise.h"
 
 namespace mw::sample {
 namespace {
@@ -19,16 +19,13 @@ const Colour kDeepWater = Rgb(24, 54, 66), kShallowWater = Rgb(62, 112, 108);
 const Colour kFoam = Rgb(226, 226, 214);
 
 // Grain of several sizes on a grid that wraps: every pixel a little different, in small clumps.
-Field MakeGrain() {
-  Field grain(kGrainSide);
+Grid MakeGrain() {
+  Grid grain(kGrainSide);
   const float size = grain.WorldSize();
   for (int row = 0; row < kGrainSide; ++row) {
     for (int column = 0; column < kGrainSide; ++column) {
       const Point at{static_cast<float>(column) * kCellSize, static_cast<float>(row) * kCellSize};
-      // Hashes the position; neighbours are unrelated.
-      std::uint32_t hash = static_cast<std::uint32_t>(row * kGrainSide + column) * 2654435761u;
-      hash = (hash ^ (hash >> 15)) * 2246822519u;
-      const float speck = static_cast<float>(hash >> 16) / 32768.0f - 1.0f;
+      const float speck = 2 * HashUnit(column, row, 1) - 1;
       grain.At(column, row) =
           std::clamp(0.9f * Noise(at, size, {64, 3, 7}) + 0.45f * speck, -1.0f, 1.0f);
     }
@@ -36,8 +33,8 @@ Field MakeGrain() {
   return grain;
 }
 
-Field MakeMottle(const Field& height) {
-  Field mottle(height.Side());
+Grid MakeMottle(const Grid& height) {
+  Grid mottle(height.Side());
   const float size = height.WorldSize();
   for (int row = 0; row < mottle.Side(); ++row) {
     for (int column = 0; column < mottle.Side(); ++column) {
@@ -117,7 +114,7 @@ Colour GroundPainter::MaterialColour(Material material, Point at) const {
     case Material::Rock: {
       // Layers of stone show as bands along the height lines.
       const float height = land_.height.Sample(at) + 2.5f * clumps;
-      const float band = 0.5f + 0.5f * std::sin(height * 0.9f + 2.0f * patches);
+      const float band = 0.5f + 0.5f * std::sin(height * 0.45f + 2.0f * patches);
       return Mix(Rgb(108, 102, 94), Rgb(148, 140, 128), band) * rough(0.17f);
     }
     default:
@@ -163,7 +160,7 @@ Colour GroundPainter::OverlayRoad(Colour ground, Point at) const {
 Colour GroundPainter::GroundColour(Point at) const {
   const float aboveWater = land_.height.Sample(at) - land_.waterLevel;
   Colour colour = OverlayRoad(BlendedMaterials(at), at);
-  colour = colour * Lerp(0.7f, 1.0f, SmoothStep(0.1f, kWetBand, aboveWater));
+  colour = colour * std::lerp(0.7f, 1.0f, SmoothStep(0.1f, kWetBand, aboveWater));
   if (aboveWater < 0) {
     const float depth = -aboveWater;
     colour = Mix(colour, kShallowWater, 0.6f * SmoothStep(0, 2.0f, depth));
@@ -180,7 +177,7 @@ Picture GroundPainter::Paint(Point corner, float unitsPerPixel, int pixels) cons
     for (int x = 0; x < pixels; ++x) {
       const Point at{corner.x + (static_cast<float>(x) + 0.5f) * unitsPerPixel,
                      corner.z + (static_cast<float>(y) + 0.5f) * unitsPerPixel};
-      picture.Set(x, y, GroundColour(at));
+      picture.At(x, y) = GroundColour(at);
     }
   }
   return picture;

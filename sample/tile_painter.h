@@ -2,8 +2,8 @@
 // pictures.
 #pragma once
 
+#include "assets/picture.h"
 #include "sample/landscape.h"
-#include "sample/picture.h"
 
 namespace mw::sample {
 
@@ -26,9 +26,9 @@ class GroundPainter {
 
   const Landscape& land_;
   RoadIndex roads_;
-  Field light_;   // how bright sun and sky make the ground, about 0.4 ... 1.2
-  Field mottle_;  // broad patches, -1 ... 1
-  Field grain_;   // fine grain, -1 ... 1; one sample per pixel of the finest pictures
+  Grid light_;   // how bright sun and sky make the ground, about 0.4 ... 1.2
+  Grid mottle_;  // broad patches, -1 ... 1
+  Grid grain_;   // fine grain, -1 ... 1; one sample per pixel of the finest pictures
 };
 
 }  // namespace mw::sample

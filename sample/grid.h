@@ -15,14 +15,11 @@ struct Point {
 };
 
 float Distance(Point a, Point b);
-float Lerp(float a, float b, float t);
-// 0 up to `from`, 1 from `to` on, smooth between.
-float SmoothStep(float from, float to, float value);
 
-class Field {
+class Grid {
  public:
   // `side` is a power of two.
-  explicit Field(int side, float value = 0);
+  explicit Grid(int side, float value = 0);
 
   int Side() const { return side_; }
   float WorldSize() const { return static_cast<float>(side_) * kCellSize; }
@@ -45,6 +42,6 @@ class Field {
 };
 
 // Each value becomes the mean of itself and its eight neighbours, `rounds` times.
-void Smooth(Field& field, int rounds);
+void Smooth(Grid& field, int rounds);
 
 }  // namespace mw::sample

@@ -1,45 +1,34 @@
-#include "sample/field.h"
+#include "sample/grid.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace mw::sample {
 
-float Distance(Point a, Point b) {
-  return std::hypot(a.x - b.x, a.z - b.z);
-}
+float Distance(Point a, Point b) { return std::hypot(a.x - b.x, a.z - b.z); }
 
-float Lerp(float a, float b, float t) {
-  return a + (b - a) * t;
-}
-
-float SmoothStep(float from, float to, float value) {
-  const float t = std::clamp((value - from) / (to - from), 0.0f, 1.0f);
-  return t * t * (3.0f - 2.0f * t);
-}
-
-Field::Field(int side, float value)
+Grid::Grid(int side, float value)
     : side_(side),
       values_(static_cast<std::size_t>(side) * static_cast<std::size_t>(side), value) {}
 
-float Field::Sample(Point at) const {
+float Grid::Sample(Point at) const {
   const float x = at.x / kCellSize, z = at.z / kCellSize;
   const float column = std::floor(x), row = std::floor(z);
   const int c = static_cast<int>(column), r = static_cast<int>(row);
-  const float south = Lerp(At(c, r), At(c + 1, r), x - column);
-  const float north = Lerp(At(c, r + 1), At(c + 1, r + 1), x - column);
-  return Lerp(south, north, z - row);
+  const float south = std::lerp(At(c, r), At(c + 1, r), x - column);
+  const float north = std::lerp(At(c, r + 1), At(c + 1, r + 1), x - column);
+  return std::lerp(south, north, z - row);
 }
 
-float Field::Slope(int column, int row) const {
+float Grid::Slope(int column, int row) const {
   const float dx = At(column + 1, row) - At(column - 1, row);
   const float dz = At(column, row + 1) - At(column, row - 1);
   return std::hypot(dx, dz) / (2.0f * kCellSize);
 }
 
-void Smooth(Field& field, int rounds) {
+void Smooth(Grid& field, int rounds) {
   for (int round = 0; round < rounds; ++round) {
-    const Field before = field;
+    const Grid before = field;
     for (int row = 0; row < field.Side(); ++row) {
       for (int column = 0; column < field.Side(); ++column) {
         float sum = 0;

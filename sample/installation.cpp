@@ -1,0 +1,128 @@
+#include "sample/installation.h"
+
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "core/text.h"
+#include "platform/disk.h"
+#include "sample/content_archives.h"
+#include "sample/level_members.h"
+#include "sample/settings_scripts.h"
+
+namespace mw::sample {
+namespace {
+
+// Lists every file written with a sum of its bytes; while files are being written it is empty.
+constexpr char kManifest[] = "sample.manifest";
+
+constexpr char kArchives[] = "Mods/varnhold/Archives",
+               kLevels[] = "Mods/varnhold/Archives/varnhold/levels";
+
+// Files of the game folder and of the working folder.
+constexpr std::array kGameFiles{"Mods/varnhold/Init.con",
+                                "Mods/varnhold/Archives/objects.vra",
+                                "Mods/varnhold/Archives/standardMesh.vra",
+                                "Mods/varnhold/Archives/treeMesh.vra",
+                                "Mods/varnhold/Archives/texture.vra",
+                                "Mods/varnhold/Archives/varnhold/levels/Harbour_Point.vra",
+                                "Mods/varnhold/Archives/varnhold/levels/Stone_Ridge.vra"};
+constexpr std::array kWorkingFiles{"varnhold.cfg", "mpwr.cfg", "varnhold.lst"};
+
+constexpr int kSmallTileSide = 512, kMediumTileSide = 512;  // pixels
+
+std::vector<std::filesystem::path> FilesOf(const Installation& installation) {
+  std::vector<std::filesystem::path> files;
+  for (const char* file : kGameFiles) files.push_back(installation.gameFolder / file);
+  for (const char* file : kWorkingFiles) files.push_back(installation.workingFolder / file);
+  return files;
+}
+
+// FNV-1a, 64 bits (Fowler, Noll, Vo).
+std::uint64_t SumOf(std::span<const std::uint8_t> bytes) {
+  std::uint64_t sum = 14695981039346656037u;
+  for (const std::uint8_t byte : bytes) sum = (sum ^ byte) * 1099511628211u;
+  return sum;
+}
+
+// One line per file that exists.
+std::string ManifestText(const Installation& installation) {
+  std::string text;
+  for (const std::filesystem::path& file : FilesOf(installation)) {
+    const auto bytes = ReadWholeFile(file.string());
+    if (!bytes) continue;
+    text += FormatText("%016llx %s\n", static_cast<unsigned long long>(SumOf(*bytes)),
+                       file.filename().c_str());
+  }
+  return text;
+}
+
+bool WriteTextFile(const std::filesystem::path& path, const std::string& text) {
+  std::string error;
+  if (WriteWholeFile(path.string(), std::string_view(text), &error)) return true;
+  std::fprintf(stderr, "%s could not be written: %s\n", path.c_str(), error.c_str());
+  return false;
+}
+
+bool CreateFolders(const Installation& installation) {
+  for (const std::filesystem::path& folder :
+       {installation.gameFolder / kLevels, installation.workingFolder}) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (!error) continue;
+    std::fprintf(stderr, "%s could not be created: %s\n", folder.c_str(), error.message().c_str());
+    return false;
+  }
+  return true;
+}
+
+bool WriteTexts(const Installation& installation) {
+  const std::string gamePath = BackslashPath((installation.gameFolder / "").string());
+  const std::filesystem::path& work = installation.workingFolder;
+  return WriteTextFile(work / "varnhold.cfg",
+                       ModConfigText(gamePath, "The base game as a mod of its own.")) &&
+         WriteTextFile(work / "mpwr.cfg",
+                       ModConfigText(gamePath, "The template that new mods start from.")) &&
+         WriteTextFile(work / "varnhold.lst", ObjectListText()) &&
+         WriteTextFile(installation.gameFolder / "Mods/varnhold/Init.con", ModInitText());
+}
+
+bool WriteArchives(const Installation& installation) {
+  const std::filesystem::path content = installation.gameFolder / kArchives;
+  const std::filesystem::path levels = installation.gameFolder / kLevels;
+  // Textures hardly shrink, so they are stored as they are.
+  return WriteArchive((content / "objects.vra").string(), StorageMode::Compressed,
+                      ObjectMembers()) &&
+         WriteArchive((content / "standardMesh.vra").string(), StorageMode::Compressed,
+                      StandardMeshMembers()) &&
+         WriteArchive((content / "treeMesh.vra").string(), StorageMode::Compressed,
+                      TreeMeshMembers()) &&
+         WriteArchive((content / "texture.vra").string(), StorageMode::Stored, TextureMembers()) &&
+         WriteArchive((levels / "Harbour_Point.vra").string(), StorageMode::Compressed,
+                      LevelMembers(MakeHarbourPoint(), kSmallTileSide)) &&
+         WriteArchive((levels / "Stone_Ridge.vra").string(), StorageMode::Compressed,
+                      LevelMembers(MakeStoneRidge(), kMediumTileSide));
+}
+
+}  // namespace
+
+SampleState StateOf(const Installation& installation) {
+  const std::string present = ManifestText(installation);
+  if (present.empty()) return SampleState::Absent;
+  const auto bytes = ReadWholeFile((installation.workingFolder / kManifest).string());
+  if (!bytes) return SampleState::Edited;
+  const std::string manifest(bytes->begin(), bytes->end());
+  if (manifest.empty()) return SampleState::Absent;  // an earlier run did not finish
+  return manifest == present ? SampleState::AsWritten : SampleState::Edited;
+}
+
+bool WriteInstallation(const Installation& installation) {
+  const std::filesystem::path manifest = installation.workingFolder / kManifest;
+  return CreateFolders(installation) && WriteTextFile(manifest, "") && WriteTexts(installation) &&
+         WriteArchives(installation) && WriteTextFile(manifest, ManifestText(installation));
+}
+
+}  // namespace mw::sample
