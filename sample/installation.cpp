@@ -1,5 +1,6 @@
 #include "sample/installation.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdio>
@@ -16,7 +17,8 @@
 namespace mw::sample {
 namespace {
 
-// Lists every file written with a sum of its bytes; while files are being written it is empty.
+// A line for every file written, with a sum of its bytes; while files are being written it is
+// empty.
 constexpr char kManifest[] = "sample.manifest";
 
 constexpr char kArchives[] = "Mods/varnhold/Archives",
@@ -48,15 +50,21 @@ std::uint64_t SumOf(std::span<const std::uint8_t> bytes) {
   return sum;
 }
 
-// One line per file that exists.
-std::string ManifestText(const Installation& installation) {
-  std::string text;
+// A line for every file that exists.
+std::vector<std::string> ManifestLines(const Installation& installation) {
+  std::vector<std::string> lines;
   for (const std::filesystem::path& file : FilesOf(installation)) {
     const auto bytes = ReadWholeFile(file.string());
     if (!bytes) continue;
-    text += FormatText("%016llx %s\n", static_cast<unsigned long long>(SumOf(*bytes)),
-                       file.filename().c_str());
+    lines.push_back(FormatText("%016llx %s\n", static_cast<unsigned long long>(SumOf(*bytes)),
+                               file.filename().c_str()));
   }
+  return lines;
+}
+
+std::string Joined(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += line;
   return text;
 }
 
@@ -109,20 +117,23 @@ bool WriteArchives(const Installation& installation) {
 
 }  // namespace
 
-SampleState StateOf(const Installation& installation) {
-  const std::string present = ManifestText(installation);
-  if (present.empty()) return SampleState::Absent;
+bool IsEdited(const Installation& installation) {
+  const std::vector<std::string> lines = ManifestLines(installation);
+  if (lines.empty()) return false;
   const auto bytes = ReadWholeFile((installation.workingFolder / kManifest).string());
-  if (!bytes) return SampleState::Edited;
+  if (!bytes) return true;
   const std::string manifest(bytes->begin(), bytes->end());
-  if (manifest.empty()) return SampleState::Absent;  // an earlier run did not finish
-  return manifest == present ? SampleState::AsWritten : SampleState::Edited;
+  if (manifest.empty()) return false;  // an earlier run did not finish
+  return std::any_of(lines.begin(), lines.end(), [&](const std::string& line) {
+    return manifest.find(line) == std::string::npos;
+  });
 }
 
 bool WriteInstallation(const Installation& installation) {
   const std::filesystem::path manifest = installation.workingFolder / kManifest;
   return CreateFolders(installation) && WriteTextFile(manifest, "") && WriteTexts(installation) &&
-         WriteArchives(installation) && WriteTextFile(manifest, ManifestText(installation));
+         WriteArchives(installation) &&
+         WriteTextFile(manifest, Joined(ManifestLines(installation)));
 }
 
 }  // namespace mw::sample

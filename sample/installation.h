@@ -10,9 +10,9 @@ struct Installation {
   std::filesystem::path gameFolder, workingFolder;
 };
 
-// What an earlier run wrote, compared with what is there now.
-enum class SampleState { Absent, AsWritten, Edited };
-SampleState StateOf(const Installation& installation);
+// True when a file that belongs to the sample game is not as the last run wrote it: its user's work
+// is in it. Files that are missing do not count.
+bool IsEdited(const Installation& installation);
 
 // Writes every file anew. False, with the reason on standard error, when one could not be written.
 bool WriteInstallation(const Installation& installation);

@@ -19,7 +19,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "The folders cannot be found: %s\n", error.message().c_str());
     return 1;
   }
-  if (!force && StateOf(installation) == SampleState::Edited) {
+  if (!force && IsEdited(installation)) {
     std::printf(
         "The sample game in %s has been edited and stays as it is; --force writes it anew.\n",
         installation.gameFolder.c_str());
