@@ -23,6 +23,7 @@ mw::Archive& OpenLevel() {
   const auto path = std::filesystem::temp_directory_path() / "mapwright-settings-fuzzer.vra";
   mw::Archive* const level = mw::archives.CreateArchive(path.string());
   if (!level) std::abort();
+  level->SetMode(mw::StorageMode::Stored);  // nothing here is about compression
   mw::editor.levelFolder = "varnhold\\levels\\Fuzz";
   return *level;
 }
