@@ -47,15 +47,14 @@ std::size_t CountLineFeeds(std::string_view text) {
   return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
 }
 
-std::uint8_t* CopyWithCarriageReturns(std::string_view text, std::uint8_t* to) {
+void CopyWithCarriageReturns(std::string_view text, std::uint8_t* to) {
   for (const char c : text) {
     if (c == '\n') *to++ = '\r';
     *to++ = static_cast<std::uint8_t>(c);
   }
-  return to;
 }
 
-// False when the file would outgrow its format.
+// Writes at the position; false when the file would outgrow its archive's format.
 bool WriteText(std::string_view text, GameFile& file) {
   const std::uint64_t stored = text.size() + (file.text ? CountLineFeeds(text) : 0);
   const std::uint64_t end = file.position + stored;
@@ -72,6 +71,13 @@ bool WriteText(std::string_view text, GameFile& file) {
   }
   file.position = static_cast<std::uint32_t>(end);
   return true;
+}
+
+// The most recently opened writable archive; none is a failure that is remembered.
+Archive* NewestWritable() {
+  Archive* const archive = archives.LastWritable();
+  if (!archive) SetGameFileError("No archive is open for writing.");
+  return archive;
 }
 
 bool WriteBack(GameFile& file) {
@@ -119,11 +125,8 @@ std::unique_ptr<GameFile> GameFileOpen(std::string_view path, std::string_view m
   file->name = *std::move(name);
   file->archive = archives.FindHolding(file->name, file->writing);
   if (file->writing) {
-    if (!file->archive) file->archive = archives.LastWritable();
-    if (!file->archive) {
-      SetGameFileError("No archive is open for writing.");
-      return nullptr;
-    }
+    if (!file->archive) file->archive = NewestWritable();
+    if (!file->archive) return nullptr;
     file->data.reserve(kFirstReserve);
     return file;
   }
@@ -232,7 +235,7 @@ void SaveGameFileBytes(std::string_view gamePath, std::span<const std::uint8_t> 
 
 void RemoveArchiveFolder(std::string_view gamePath) {
   const std::optional<std::string> name = NormalGamePath(gamePath);
-  Archive* const archive = archives.LastWritable();
+  Archive* const archive = NewestWritable();
   if (!archive || !name || name->empty()) return;
   if (!archive->RemoveMembersWithPrefix(*name)) SetGameFileError(archive->Error());
 }

@@ -5,7 +5,11 @@
 
 namespace mw {
 
+// From the scripts of editor.levelFolder; one that no archive holds is skipped. A team skin that
+// the configuration does not know is shown as a warning.
 void ReadLevelSettings();
+// Into the archive that is open for writing, for the scripts that exist. A failure is remembered as
+// GameFileError.
 void WriteLevelSettings();
 
 }  // namespace mw

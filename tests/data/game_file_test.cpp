@@ -26,18 +26,11 @@ TEST_F(GameFileTest, EverySpellingOfAPathNamesTheSameMember) {
   EXPECT_EQ(NormalGamePath("Mods\\other\\a"), "Mods\\other\\a") << "another mod's folder stays";
   EXPECT_EQ(NormalGamePath("Mods\\mymod\\Mods\\varnhold\\a"), "Mods\\varnhold\\a")
       << "only one mod folder is taken off";
-}
-
-TEST_F(GameFileTest, TheOpenLevelsModFolderStillCountsWhenAnotherModIsSelected) {
-  openLevelModFolder = "Mods\\mymod\\";
-  modConfig.modFolder = "Mods\\other\\";
-  Put("init.con", "found");
-  EXPECT_TRUE(GameFileOpen(LevelPath("init.con"), "r"));
-}
-
-TEST_F(GameFileTest, WithoutAModChosenOnlyTheBaseModFolderIsTakenOff) {
+  openLevelModFolder = "Mods\\other\\";
+  EXPECT_EQ(NormalGamePath("Mods\\other\\a"), "a") << "it is the open level's now";
   modConfig.modFolder.clear();
-  EXPECT_EQ(NormalGamePath("Mods\\varnhold\\objects\\a.con"), "objects\\a.con");
+  openLevelModFolder.clear();
+  EXPECT_EQ(NormalGamePath("Mods\\varnhold\\objects\\a.con"), "objects\\a.con") << "no mod chosen";
 }
 
 TEST_F(GameFileTest, APathOver255CharactersIsRefusedNotCut) {
@@ -59,30 +52,17 @@ TEST_F(GameFileTest, TextGetsACarriageReturnBeforeEachLineFeed) {
   EXPECT_EQ(GameFileGets(255, *file), "a\n");
   EXPECT_EQ(GameFileGets(255, *file), "b\n");
   EXPECT_EQ(GameFileGets(255, *file), std::nullopt);
+  file = GameFileOpen(LevelPath("a.con"), "rb");
+  EXPECT_EQ(GameFileGets(255, *file), "a\r\n") << "a binary file keeps it";
 }
 
-TEST_F(GameFileTest, BinaryFilesKeepEveryByte) {
-  SaveGameFileBytes(LevelPath("raw"), Bytes(std::string_view("\n\r\n\0x", 5)));
-  EXPECT_EQ(Get("raw"), std::string("\n\r\n\0x", 5));
-  auto file = GameFileOpen(LevelPath("raw"), "rb");
-  EXPECT_EQ(GameFileGets(255, *file), "\n");
-  EXPECT_EQ(GameFileGets(255, *file), "\r\n");
-}
-
-TEST_F(GameFileTest, ALongLineArrivesInPieces) {
-  const std::string line(300, 'x');
-  Put("long.con", line + "\r\n");
-  auto file = GameFileOpen(LevelPath("long.con"), "r");
-  EXPECT_EQ(GameFileGets(255, *file), line.substr(0, 254));
-  EXPECT_EQ(GameFileGets(255, *file), line.substr(254) + "\n");
-}
-
-TEST_F(GameFileTest, TheLineEndIsNeverSplitWhereverThePieceEnds) {
-  for (const std::size_t length : {252u, 253u, 254u, 255u}) {
+TEST_F(GameFileTest, ALongLineArrivesInPiecesThatNeverSplitTheLineEnd) {
+  for (const std::size_t length : {252u, 253u, 254u, 255u, 300u}) {
     const std::string line(length, 'x');
-    Put("edge.con", line + "\r\nnext");
-    auto file = GameFileOpen(LevelPath("edge.con"), "r");
-    std::string read;
+    Put("long.con", line + "\r\nnext");
+    auto file = GameFileOpen(LevelPath("long.con"), "r");
+    std::string read = *GameFileGets(255, *file);
+    EXPECT_EQ(read.size(), std::min<std::size_t>(length + 1, 254));
     while (const auto piece = GameFileGets(255, *file)) read += *piece;
     EXPECT_EQ(read, line + "\nnext") << length;
   }
@@ -112,21 +92,17 @@ TEST_F(GameFileTest, SeekingStaysInsideTheFile) {
   EXPECT_EQ(seek(5, 7), std::pair(0, 10u)) << "no such origin";
 }
 
-TEST_F(GameFileTest, WritingInTheMiddleReplacesBytes) {
+TEST_F(GameFileTest, WritingReplacesBytesAndShowsOnClosing) {
+  Put("data", "old");
   auto file = GameFileOpen(LevelPath("data"), "wb");
   GameFileWrite("0123456789", 1, 10, *file);
   GameFileSeek(*file, 8, 0);
   GameFileWrite("abcd", 2, 2, *file);
+  GameFileSeek(*file, 2, 0);
+  GameFileWrite("xy", 1, 2, *file);
+  EXPECT_EQ(Get("data"), "old");
   GameFileClose(std::move(file));
-  EXPECT_EQ(Get("data"), "01234567abcd");
-}
-
-TEST_F(GameFileTest, AFileIsVisibleOnlyAfterItIsClosed) {
-  Put("a.con", "old");
-  auto file = GameFileOpen(LevelPath("a.con"), "w");
-  EXPECT_EQ(Get("a.con"), "old");
-  GameFileClose(std::move(file));
-  EXPECT_EQ(Get("a.con"), "") << "opening for writing starts an empty file";
+  EXPECT_EQ(Get("data"), "01xy4567abcd");
 }
 
 TEST_F(GameFileTest, NeverWritesIntoAnArchiveThatIsReadOnly) {
@@ -159,24 +135,14 @@ TEST_F(GameFileTest, AFormattedLineTooLongIsRefusedWhole) {
   EXPECT_EQ(file->data.size(), kMaxPrintfText);
 }
 
-TEST_F(GameFileTest, TheFirstFailureOfAWriteIsRemembered) {
-  SaveGameFileBytes("", Bytes("a member needs a name"));
-  const std::string first = GameFileError();
-  EXPECT_NE(first, "");
-  SetGameFileError("a later one");
-  EXPECT_EQ(GameFileError(), first);
-}
-
-TEST_F(GameFileTest, LoadingFillsWhatTheFileLacksWithZeros) {
+TEST_F(GameFileTest, LoadingFillsWithZerosAndReportsAMissingFile) {
   Put("heightmap.raw", "abc");
   std::size_t available = 0;
   EXPECT_EQ(Text(*LoadGameFileBytes(LevelPath("heightmap.raw"), 5, &available)),
             std::string("abc\0\0", 5));
   EXPECT_EQ(available, 3u);
   EXPECT_EQ(Text(*LoadGameFileBytes(LevelPath("heightmap.raw"), 2)), "ab");
-}
 
-TEST_F(GameFileTest, LoadingAMissingFileSaysSo) {
   scripted::script.answers = {PromptAnswer::Ok};
   EXPECT_FALSE(LoadGameFileBytes(LevelPath("materialmap.raw"), 4));
   ASSERT_EQ(scripted::script.prompts.size(), 1u);

