@@ -27,6 +27,14 @@ function(mw_logic name)
   endif()
 endfunction()
 
+# CMake looks for forms and meta objects again when a file that it knows changes, not when one is added.
+function(mw_rescan_added_files name)
+  if(NOT "${ARGN}" STREQUAL "${${name}_scanned}")
+    file(REMOVE ${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/timestamp)
+    set(${name}_scanned "${ARGN}" CACHE INTERNAL "")
+  endif()
+endfunction()
+
 # mw_ui(name DEPENDS...): the sources of the folder's ui/ as a library of Qt widgets.
 function(mw_ui name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/ui/*.cpp
@@ -36,6 +44,7 @@ function(mw_ui name)
     add_library(${name} STATIC ${sources})
     set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON
                                              AUTOUIC_SEARCH_PATHS ${CMAKE_SOURCE_DIR}/resources)
+    mw_rescan_added_files(${name} ${sources})
     target_link_libraries(${name} PUBLIC mw_options ${ARGN} Qt6::Widgets)
   else()
     add_library(${name} INTERFACE)
