@@ -185,7 +185,6 @@ Bytes Archive::State::ReadStored(const ArchiveEntry& entry) {
 
 // Whether the bytes of `entry` are its own: another member may lie on the same ones.
 bool Archive::State::MayOverwrite(const ArchiveEntry& entry) const {
-  if (entry.dataOffset < kArchiveHeaderSize) return false;
   const auto end = [](const ArchiveEntry& e) { return std::uint64_t{e.dataOffset} + e.storedSize; };
   return std::ranges::none_of(contents.entries, [&](const auto& other) {
     return &other.second != &entry && other.second.dataOffset < end(entry) &&
@@ -264,24 +263,12 @@ bool Archive::Create(std::string_view path) {
   }
 }
 
-const std::string& Archive::Path() const {
-  return state_->path;
-}
-bool Archive::Writable() const {
-  return state_->writable;
-}
-bool Archive::Dirty() const {
-  return state_->dirty;
-}
-StorageMode Archive::Mode() const {
-  return state_->contents.header.mode;
-}
-const ArchiveEntries& Archive::Entries() const {
-  return state_->contents.entries;
-}
-const std::string& Archive::Error() const {
-  return state_->error;
-}
+const std::string& Archive::Path() const { return state_->path; }
+bool Archive::Writable() const { return state_->writable; }
+bool Archive::Dirty() const { return state_->dirty; }
+StorageMode Archive::Mode() const { return state_->contents.header.mode; }
+const ArchiveEntries& Archive::Entries() const { return state_->contents.entries; }
+const std::string& Archive::Error() const { return state_->error; }
 
 bool Archive::SetMode(StorageMode mode) {
   ArchiveContents& contents = state_->contents;
@@ -366,9 +353,7 @@ bool Archive::CommitSave() {
   }
 }
 
-void Archive::RollbackSave() {
-  state_->Rollback();
-}
+void Archive::RollbackSave() { state_->Rollback(); }
 
 bool Archive::Close() {
   try {

@@ -93,6 +93,7 @@ bool ReadEntry(DirectoryReader& reader, std::uint64_t fileSize, ArchiveEntries& 
     entry.reserved[i] = LoadU32(*tail, 12 + 4 * i);
   }
   if (std::uint64_t{entry.dataOffset} + entry.storedSize > fileSize) return false;
+  if (entry.dataOffset < kArchiveHeaderSize && entry.storedSize > 0) return false;
   // A later entry of the same name replaces the record; the first spelling stays.
   entries.insert_or_assign(std::move(name), entry);
   return true;

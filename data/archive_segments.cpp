@@ -21,9 +21,7 @@ constexpr std::size_t kMaxExpansion = 255;
 // goes.
 constexpr std::uint64_t kUsualExpansion = 16;
 
-constexpr std::size_t WorstCase(std::size_t size) {
-  return size + size / 16 + 64 + 3;
-}
+constexpr std::size_t WorstCase(std::size_t size) { return size + size / 16 + 64 + 3; }
 static_assert(WorstCase(kSegmentSize) <= kMaxCompressedSegment);
 
 // The segments of a stored member, one after the other, until one does not fit the member.

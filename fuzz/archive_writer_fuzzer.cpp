@@ -3,14 +3,20 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fuzzer/FuzzedDataProvider.h>
+#include <map>
+#include <vector>
 
 #include "data/archive.h"
+#include "private_path.h"
 
 namespace {
 
 using Contents = std::map<std::string, std::vector<std::uint8_t>, mw::LessNoCase>;
 
-constexpr char kPath[] = "writer_fuzzer.vra";
+const std::string& Path() {
+  static const std::string path = PrivatePath("fuzz.vra");
+  return path;
+}
 
 void Require(bool holds) {
   if (!holds) std::abort();
@@ -50,18 +56,11 @@ void MakeOneChange(FuzzedDataProvider& input, mw::Archive& archive, Contents& co
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const bool inPrivateFolder = [] {
-    std::string folder = (std::filesystem::temp_directory_path() / "writer-fuzzer-XXXXXX").string();
-    Require(mkdtemp(folder.data()) != nullptr);
-    std::filesystem::current_path(folder);
-    return true;
-  }();
-  Require(inPrivateFolder);
   FuzzedDataProvider input(data, size);
   mw::Archive archive;
   Contents contents, before;
-  std::filesystem::remove(kPath);
-  Require(archive.Create(kPath));
+  std::filesystem::remove(Path());
+  Require(archive.Create(Path()));
   archive.SetMode(input.ConsumeBool() ? mw::StorageMode::Compressed : mw::StorageMode::Stored);
   while (input.remaining_bytes() > 0) {
     before = contents;
@@ -76,9 +75,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       contents = before;
     }
     ExpectContents(archive, contents);
-    if (input.ConsumeBool()) Require(archive.Close() && archive.Open(kPath, true));
+    if (input.ConsumeBool()) Require(archive.Close() && archive.Open(Path(), true));
   }
-  Require(archive.Close() && archive.Open(kPath, false));
+  Require(archive.Close() && archive.Open(Path(), false));
   ExpectContents(archive, contents);
   return 0;
 }

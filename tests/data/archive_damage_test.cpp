@@ -118,6 +118,8 @@ TEST_F(ArchiveDamage, AnEntryOutsideTheFileDoesNotOpen) {
   EXPECT_FALSE(opensWith(10, 0xFFFFFFFF)) << "the sum must not wrap around";
   EXPECT_FALSE(opensWith(0xFFFFFFFF, kHeader));
   EXPECT_FALSE(opensWith(0, kHeader + 1000));
+  EXPECT_FALSE(opensWith(10, kHeader - 1)) << "a member in the header would change with it";
+  EXPECT_TRUE(opensWith(0, 0)) << "an empty member may lie anywhere";
 }
 
 TEST_F(ArchiveDamage, NamesOf511BytesAreTheLongest) {
