@@ -1,6 +1,7 @@
 #include "app/ui/picture_dialog.h"
 
 #include <QMouseEvent>
+#include <QScreen>
 #include <chrono>
 
 #include "resources/pictures.h"
@@ -28,6 +29,10 @@ SplashDialog::SplashDialog(QWidget* parent) : PictureDialog(parent) {
   Ui::SplashDialog ui;
   ui.setupUi(this);
   ui.pictureLabel->setPixmap(SplashPicture());
+  if (!parent) {
+    adjustSize();
+    move(screen()->availableGeometry().center() - rect().center());
+  }
   QTimer::singleShot(kSplashTime, this, &QDialog::accept);
 }
 

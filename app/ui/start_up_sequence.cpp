@@ -1,6 +1,8 @@
 #include "app/ui/start_up_sequence.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
+#include <QWindow>
 
 #include "app/frame.h"
 #include "app/level.h"
@@ -23,10 +25,24 @@ namespace mw {
 namespace {
 
 constexpr int kExitCodeWithoutExtensions = 1;
+constexpr int kEventTurn = 20;  // milliseconds
+
+// Dialogs are centred over the window, so it must have its final place before the first of them
+// opens.
+void WaitUntilMaximized(const MainWindow& window) {
+  constexpr int kPatience = 1000;  // milliseconds; some desktops do not maximise
+  const QDeadlineTimer patience(kPatience);
+  const QSize firstSize = window.size();
+  while (!patience.hasExpired() &&
+         (!window.windowHandle()->isExposed() || window.size() == firstSize)) {
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents, kEventTurn);
+  }
+}
 
 // The view's GL context comes with its first showing.
 void ShowMainWindow(MainWindow& window) {
   window.showMaximized();
+  WaitUntilMaximized(window);
   if (window.view()->CheckContext() && MakeViewContextCurrent()) CreateViewObjects();
   window.view()->setFocus();
   hooks.invalidateMiniMap();

@@ -71,11 +71,21 @@ QMessageBox::Icon StandardIcon(PromptIcon icon) {
   return QMessageBox::NoIcon;
 }
 
+// The texts break their lines themselves; the box is to be wide enough for them.
+void KeepLines(QMessageBox& box) {
+  constexpr int kWidestLine = 700;  // pixels
+  auto* label = box.findChild<QLabel*>("qt_msgbox_label");
+  if (!label) return;
+  const QSize text = label->fontMetrics().size(0, box.text());
+  label->setMinimumWidth(std::min(text.width(), kWidestLine));
+}
+
 PromptAnswer RunBox(QMessageBox& box, std::string_view text, std::string_view caption,
                     PromptButtons buttons, PromptIcon icon) {
   box.setWindowTitle(FromUtf8(caption));
   box.setTextFormat(Qt::PlainText);
   box.setText(FromUtf8(text));
+  KeepLines(box);
   box.setIcon(StandardIcon(icon));
   box.setStandardButtons(StandardButtons(buttons));
   switch (box.exec()) {
