@@ -8,6 +8,7 @@
 #include "core/little_endian.h"
 #include "data/bmp_rle.h"
 #include "data/image.h"
+#include "platform/disk.h"
 
 namespace mw {
 namespace {
@@ -162,11 +163,9 @@ void ConvertIndexedRow(const Dib& dib, const std::uint8_t* in, std::uint8_t* out
 }
 
 void ConvertTrueColourRow(const Dib& dib, const std::uint8_t* in, std::uint8_t* out) {
-  for (int x = 0; x < dib.width; ++x, in += 3, out += 3) {
-    out[0] = in[2];
-    out[1] = in[1];
-    out[2] = in[0];
-  }
+  const std::size_t size = static_cast<std::size_t>(dib.width) * 3;
+  std::copy_n(in, size, out);
+  SwapRedAndBlue({out, size});
 }
 
 void ConvertMaskedRow(const Dib& dib, const std::uint8_t* in, std::uint8_t* out) {
@@ -177,11 +176,17 @@ void ConvertMaskedRow(const Dib& dib, const std::uint8_t* in, std::uint8_t* out)
   }
 }
 
-// Rows take whole 32-bit words in the file; the last one's padding may be missing.
+// Bytes of a row in the file without its padding, and with it: rows take whole 32-bit words.
+std::size_t RowBytes(const Dib& dib) {
+  return (static_cast<std::size_t>(dib.width) * dib.bitCount + 7) / 8;
+}
+std::size_t StrideOf(const Dib& dib) { return (RowBytes(dib) + 3) / 4 * 4; }
+
+// The last row's padding may be missing.
 bool ConvertRows(const Dib& dib, Image& image) {
-  const std::size_t rowBits = static_cast<std::size_t>(dib.width) * dib.bitCount;
-  const std::size_t used = (rowBits + 7) / 8, stride = (rowBits + 31) / 32 * 4;
-  if (dib.pixels.size() < stride * static_cast<std::size_t>(dib.height - 1) + used) return false;
+  const std::size_t stride = StrideOf(dib);
+  const std::size_t needed = stride * static_cast<std::size_t>(dib.height - 1) + RowBytes(dib);
+  if (dib.pixels.size() < needed) return false;
   image.rgb.resize(static_cast<std::size_t>(dib.width) * static_cast<std::size_t>(dib.height) * 3);
   const auto convert = dib.bitCount <= 8    ? ConvertIndexedRow
                        : dib.bitCount == 24 ? ConvertTrueColourRow
@@ -217,6 +222,29 @@ const char* Decode(Bytes file, Image& image) {
   return nullptr;
 }
 
+std::optional<PlainBmp> DecodePlainBmp(std::span<const std::uint8_t> file) {
+  PlainBmp bmp;
+  if (file.size() < kFileHeaderSize + bmp.information.size()) return std::nullopt;
+  if (file[0] != 'B' || file[1] != 'M') return std::nullopt;
+  const auto header = file.subspan(kFileHeaderSize, bmp.information.size());
+  std::copy(header.begin(), header.end(), bmp.information.begin());
+  Dib dib;
+  ReadInformationHeader(header, dib);
+  if (dib.bitCount != 24 || dib.compression != Compression::None || !IsConvertible(dib)) {
+    return std::nullopt;
+  }
+  const std::size_t stride = StrideOf(dib), rows = static_cast<std::size_t>(dib.height);
+  const std::size_t offset = LoadU32(file, kPixelOffsetField);
+  if (offset > file.size() || file.size() - offset < stride * rows) return std::nullopt;
+  const std::size_t size = std::max<std::size_t>(LoadU32(header, 20), stride * rows);
+  const auto pixels = file.subspan(offset, std::min(size, file.size() - offset));
+  bmp.pixels.assign(pixels.begin(), pixels.end());
+  for (std::size_t row = 0; row < rows; ++row) {
+    SwapRedAndBlue(std::span(bmp.pixels).subspan(row * stride, RowBytes(dib)));
+  }
+  return bmp;
+}
+
 }  // namespace
 
 std::optional<Image> DecodeBmp(std::span<const std::uint8_t> file, std::string* error) {
@@ -229,6 +257,13 @@ std::optional<Image> DecodeBmp(std::span<const std::uint8_t> file, std::string* 
   }
   if (!failure) return image;
   if (error) *error = failure;
+  return std::nullopt;
+}
+
+std::optional<PlainBmp> LoadBmp24(std::string_view fileName) try {
+  const auto file = ReadWholeFile(fileName);
+  return file ? DecodePlainBmp(*file) : std::nullopt;
+} catch (const std::bad_alloc&) {
   return std::nullopt;
 }
 

@@ -21,14 +21,14 @@ struct CompressedImage {
 // From the bytes of a file. Nothing for anything but DXT1, DXT3 and DXT5.
 std::optional<CompressedImage> DecodeDds(std::span<const std::uint8_t> file);
 std::optional<CompressedImage> LoadDds(std::string_view gamePath);
-// Uploads the levels that are wholly in the data to the bound 2D texture and tells the texture its last
-// level. Returns how many were uploaded; 0 uploads nothing.
+// Uploads the levels that are wholly in the data to the bound 2D texture and tells the texture its
+// last level. Returns how many were uploaded; 0 uploads nothing.
 int UploadCompressed(const CompressedImage& image);
-// An object texture: repeated, linear, with mip-maps when the file has 9 levels or more. False when it
-// could not be read; `texture` is then 0.
+// An object texture: repeated, linear, with mip-maps when the file has 9 levels or more. False when
+// it could not be read; `texture` is then 0.
 bool LoadDdsTexture(std::string_view gamePath, unsigned& texture);
-// RGBA pixels, rows from the top, of the DXT1 blocks; missing blocks are left 0. Width and height in
-// pixels.
+// RGBA pixels, rows from the top, of the DXT1 blocks; missing blocks are left 0. Width and height
+// in pixels.
 std::vector<std::uint8_t> DecodeDxt1(std::span<const std::uint8_t> blocks, int width, int height);
 
 }  // namespace mw

@@ -26,20 +26,23 @@ std::optional<Image> DecodeBmp(std::span<const std::uint8_t> file, std::string* 
 // "Unknown DIB file format.", "Image file conversion error." or "Out of memory.".
 std::optional<Image> LoadBmp(std::string_view fileName);
 
-// A plain 24-bit bitmap: the 40-byte information header and the pixels as stored (padding included), red
-// and blue swapped.
+// A plain 24-bit bitmap: the 40-byte information header and the rows as stored (padding included),
+// red and blue swapped. Nothing for bitmaps of another kind and for files that do not hold all
+// rows.
 struct PlainBmp {
   std::array<std::uint8_t, 40> information{};
   std::vector<std::uint8_t> pixels;
 };
 std::optional<PlainBmp> LoadBmp24(std::string_view fileName);
 
-// The picture (rows from the top) as an uncompressed 24-bit TGA file, rows from the bottom. Unlike a
-// writer that works in place, the caller's pixels stay as they are.
+// Turns blue-green-red pixels into red-green-blue ones and back, in place.
+void SwapRedAndBlue(std::span<std::uint8_t> pixels);
+// The picture (rows from the top) as an uncompressed 24-bit TGA file, rows from the bottom. Unlike
+// a writer that works in place, the caller's pixels stay as they are.
 bool WriteTga(std::string_view fileName, int width, int height, std::span<const std::uint8_t> rgb);
-// An image scaled to another size with a linear filter (the mean of the pixels it covers when it becomes
-// smaller); rows keep their direction. Empty for sides beyond kMaxImageSide, too few pixels or too little
-// memory.
+// An image scaled to another size with a linear filter (the mean of the pixels it covers when it
+// becomes smaller); rows keep their direction. Empty for sides beyond kMaxImageSide, too few pixels
+// or too little memory.
 std::vector<std::uint8_t> ResampleRgb(std::span<const std::uint8_t> rgb, int width, int height,
                                       int newWidth, int newHeight);
 

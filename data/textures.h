@@ -46,19 +46,19 @@ struct TextureSet {
 };
 extern TextureSet textureSet;
 
-// True when all required extensions are there. Otherwise their messages are on standard output, and the
-// caller ends the process with exit code 1.
+// True when all required extensions are there. Otherwise their messages are on standard output, and
+// the caller ends the process with exit code 1.
 bool CheckGlExtensions();
 // Checks the extensions first; false as above. Without a context nothing is loaded.
 bool LoadSharedTextures();
-// A GL texture of the picture with all its mip-maps, linear filters; 0 when memory runs out. A context
-// must be current.
+// A GL texture of the picture with all its mip-maps, linear filters; 0 when memory runs out. A
+// context must be current.
 unsigned MakeMipMappedTexture(const Image& image);
-// Replaces the whole set by `<folder>/index.dat`. False when that file cannot be read; the set is then
-// empty. Without a context the entries have their pixels and no GL texture.
+// Replaces the whole set by `<folder>/index.dat`. False when that file cannot be read; the set is
+// then empty. Without a context the entries have their pixels and no GL texture.
 bool LoadTextureSet(std::string_view folder);
-// Write "%s\terrainPalette.pal" and "%s\Palette.pal" on disk. False when the set has no such palette or
-// the file cannot be written.
+// Write "%s\terrainPalette.pal" and "%s\Palette.pal" on disk. False when the set has no such
+// palette or the file cannot be written.
 bool WriteTerrainPalette(std::string_view folder);
 bool WriteObjectPalette(std::string_view folder);
 

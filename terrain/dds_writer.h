@@ -8,9 +8,9 @@
 
 namespace mw {
 
-// The whole file: 128 bytes of header, then the opaque DXT1 blocks of each level. `rgb` holds width x
-// height pixels of 3 bytes, rows from the top; width and height are powers of two. Empty when they are
-// not, or when the pixels are too few.
+// The whole file: 128 bytes of header, then the opaque DXT1 blocks of each level. `rgb` holds width
+// x height pixels of 3 bytes, rows from the top; width and height are powers of two. Empty when
+// they are not, or when the pixels are too few.
 std::vector<std::uint8_t> EncodeDds(int width, int height, std::span<const std::uint8_t> rgb,
                                     bool mipmaps);
 // Writes it through the game-file layer; without pixels the file is empty.

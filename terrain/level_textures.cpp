@@ -172,7 +172,7 @@ bool ConvertTgaTileToDds(const char* baseName, int width, int height, int tileRo
   const std::size_t size = static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3;
   if (file->size() < kTgaHeaderSize + size) return false;
   Pixels rgb = TurnRows(std::span(*file).subspan(kTgaHeaderSize, size), width, height);
-  for (std::size_t pixel = 0; pixel < size; pixel += 3) std::swap(rgb[pixel], rgb[pixel + 2]);
+  SwapRedAndBlue(rgb);
   SaveDDS(TilePath("Textures", tileRow, tileColumn), width, height, rgb, true);
   return true;
 }

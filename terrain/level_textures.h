@@ -1,5 +1,5 @@
-// The textures of the open level: its surface tiles (64 x 64 cells each) and its detail texture, and the
-// files that a level receives from the texture set.
+// The textures of the open level: its surface tiles (64 x 64 cells each) and its detail texture,
+// and the files that a level receives from the texture set.
 #pragma once
 
 #include <array>
@@ -10,7 +10,7 @@ namespace mw {
 inline constexpr int kMaxTiles = 8;  // per side
 
 struct SurfaceTile {
-  unsigned texture = 0;   // GL name
+  unsigned texture = 0;  // GL name
   bool hasTexture = false;
 };
 
@@ -24,19 +24,19 @@ struct LevelTextures {
 extern LevelTextures levelTextures;
 
 // Loads the tiles, the height buffer and the detail texture of the level folder, in this order. On
-// opening a level SurfaceAssigned becomes exactly what the files say; on reloading it is only added to.
-// Without a context the flags are set and no texture is made.
+// opening a level SurfaceAssigned becomes exactly what the files say; on reloading it is only added
+// to. Without a context the flags are set and no texture is made.
 enum class LevelTextureLoad { Opening, Reloading };
 void LoadLevelTextures(LevelTextureLoad occasion);
 // SurfaceAssigned stays as it is.
 void DeleteLevelTextures();
 
-// Writes the level's detail texture, environment textures and cube-map description from the texture set.
-// Pictures are encoded once, not at every save; entries that are not loaded write no file.
+// Writes the level's detail texture, environment textures and cube-map description from the texture
+// set. Pictures are encoded once, not at every save; entries that are not loaded write no file.
 void WriteTextureSetToLevel();
 
-// Reads "<baseName>.tga" (24-bit, from disk) and writes it as the level's tile with mip-maps. False when
-// the file cannot be read.
+// Reads "<baseName>.tga" (24-bit, from disk) and writes it as the level's tile with mip-maps. False
+// when the file cannot be read.
 bool ConvertTgaTileToDds(const char* baseName, int width, int height, int tileRow, int tileColumn);
 
 }  // namespace mw
