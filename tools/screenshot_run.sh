@@ -32,11 +32,18 @@ wait_for() {
 
 active_is() { [ "$(xdotool getactivewindow getwindowname 2>/dev/null)" = "$1" ]; }
 
+# The main window and the welcome dialog share their title; only a dialog belongs to another window.
+active_dialog_is() {
+  active_is "$1" || return 1
+  [ "$1" != Mapwright ] ||
+    xprop -id "$(xdotool getactivewindow)" WM_TRANSIENT_FOR 2>/dev/null | grep -q 'window id'
+}
+
 # answer TITLE KEY...: waits for the dialog to be active and types the keys.
 answer() {
   local title=$1
   shift
-  wait_for 30 active_is "$title"
+  wait_for 30 active_dialog_is "$title"
   sleep 0.3
   xdotool key --delay 80 "$@"
 }
@@ -60,6 +67,10 @@ DISPLAY=:$(cat "$number")
 export DISPLAY LIBGL_ALWAYS_SOFTWARE=1 QT_QPA_PLATFORM=xcb LANG=C.UTF-8
 openbox >/dev/null 2>&1 &
 manager_pid=$!
+# A window that opens before the manager is there would not become active.
+for _ in $(seq 100); do
+  xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' && break || sleep 0.05
+done
 
 cd "$build/work"
 "$build/bin/mapwright" >"$log" 2>&1 &
@@ -67,7 +78,7 @@ editor_pid=$!
 
 answer "About Mapwright" space                # the splash picture
 answer "Select a Mod" Return                  # the mod at start-up
-answer "Welcome" Return                       # "Open an Existing Level"
+answer "Mapwright" Return                     # "Open an Existing Level"
 answer "Select a Mod" Return                  # the mod of the level
 answer "Load Level" Home $(printf 'Down %.0s' $(seq $level_row)) Return
 wait_for 60 active_is "Mapwright"
@@ -77,8 +88,7 @@ eval "$(xdotool search --onlyvisible --name '^Mapwright$' getwindowgeometry --sh
 xdotool mousemove $((X + 700)) $((Y + 450))
 sleep 1
 xdotool key o
-read -r map_x map_y < <("$(dirname "$0")/mini_map_place.sh" 2>/dev/null || echo "$((X + 264)) $((Y + 160))")
-xdotool mousemove "$map_x" "$map_y" click 1
+xdotool mousemove $((X + 264)) $((Y + 160)) click 1
 sleep 0.3
 xdotool mousemove $((X + 700)) $((Y + 450))
 xdotool key o
