@@ -1,19 +1,14 @@
 // An index.dat with any content beside one good picture and one damaged one.
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string_view>
 
 #include "data/textures.h"
+#include "fuzz/private_path.h"
+#include "platform/scripted/script.h"
 
 namespace {
-
-std::filesystem::path MakeFolder() {
-  std::string name = (std::filesystem::temp_directory_path() / "texture-set-XXXXXX").string();
-  if (!mkdtemp(name.data())) std::abort();
-  return name;
-}
 
 void Write(const std::filesystem::path& file, std::string_view content) {
   std::ofstream(file, std::ios::binary)
@@ -24,7 +19,8 @@ void Write(const std::filesystem::path& file, std::string_view content) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const std::filesystem::path folder = [] {
-    const std::filesystem::path made = MakeFolder();
+    const std::filesystem::path made =
+        std::filesystem::path(PrivatePath("index.dat")).parent_path();
     constexpr std::string_view kOnePixel(
         "BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0\0\0\0\0\0\0\0\0\0\0\0\0"
         "\0\0\0\0\0\0\0\0\0\0\0\0\1\2\3\0",
@@ -35,5 +31,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }();
   Write(folder / "index.dat", {reinterpret_cast<const char*>(data), size});
   mw::LoadTextureSet(folder.string());
+  mw::scripted::ResetScript();  // forgets the message boxes about damaged pictures
   return 0;
 }
