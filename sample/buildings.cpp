@@ -10,9 +10,8 @@ constexpr float kFoundation = -2.0f;
 constexpr Skin kConcrete{"concrete", 6}, kBrick{"brick", 4}, kStone{"stone", 5},
     kPlaster{"plaster", 6};
 constexpr Skin kPlanks{"planks", 4}, kRoofTiles{"rooftiles", 4}, kCorrugated{"corrugated", 6};
-constexpr Skin kSteel{"steel", 4}, kWhite{"whitepaint", 5}, kRed{"redpaint", 5},
-    kSandbag{"sandbag", 3};
-constexpr Skin kWindow{"window", 0}, kDoor{"door", 0};
+constexpr Skin kWhite{"whitepaint", 5}, kRed{"redpaint", 5}, kSandbag{"sandbag", 3};
+constexpr Skin kWindow{"window", 0}, kDoor{"door", 0}, kDark{"tread", 8};
 
 // A picture just in front of a wall that looks to the front (+z), `x` its middle.
 void HangOnFront(MeshBuilder& mesh, const Skin& skin, float x, float y, float z, float width,
@@ -44,16 +43,16 @@ void HangOnWest(MeshBuilder& mesh, const Skin& skin, float x, float y, float z, 
 
 Mesh BuildBunker() {
   MeshBuilder mesh;
-  mesh.AddBox(kConcrete, {-5, kFoundation, -4}, {5, 1.2f, 4});  // up to the slit
-  mesh.AddBox(kConcrete, {-5, 1.2f, -4}, {-4, 2, 4});           // pillars beside it
-  mesh.AddBox(kConcrete, {4, 1.2f, -4}, {5, 2, 4});
-  mesh.AddBox(kConcrete, {-4, 1.2f, -4}, {4, 2, 2.4f});                 // the room behind, dark
-  mesh.AddClosedBox(kConcrete, {-5.6f, 2, -4.6f}, {5.6f, 3.2f, 4.6f});  // roof slab
-  mesh.AddBox(kConcrete, {-2.5f, 3.2f, -2.5f}, {2.5f, 3.8f, 1.5f});
+  mesh.AddBox(kConcrete, {-5, kFoundation, -4}, {5, 1.3f, 4});  // up to the slit
+  mesh.AddBox(kConcrete, {-5, 1.3f, -4}, {-3.8f, 2.3f, 4});     // pillars beside it
+  mesh.AddBox(kConcrete, {3.8f, 1.3f, -4}, {5, 2.3f, 4});
+  mesh.AddBox(kDark, {-3.8f, 1.3f, -3.9f}, {3.8f, 2.3f, 3});               // the room behind
+  mesh.AddClosedBox(kConcrete, {-5.4f, 2.3f, -4.4f}, {5.4f, 3.3f, 4.4f});  // roof
+  mesh.AddBox(kConcrete, {-2.5f, 3.3f, -2.5f}, {2.5f, 3.9f, 1.5f});
   mesh.SetSolid(false);
-  HangOnBack(mesh, kDoor, 2.5f, 0, -4, 1.3f, 1.9f);
-  mesh.AddBox(kSandbag, {-6, 0, 4}, {-2, 0.9f, 5});
-  mesh.AddBox(kSandbag, {2, 0, 4}, {6, 0.9f, 5});
+  HangOnBack(mesh, kDoor, 2.2f, 0, -4, 1.3f, 2.1f);
+  mesh.AddBox(kSandbag, {-6, 0, 4}, {-2.5f, 0.9f, 5});
+  mesh.AddBox(kSandbag, {2.5f, 0, 4}, {6, 0.9f, 5});
   return mesh.Take();
 }
 

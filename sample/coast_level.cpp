@@ -63,7 +63,7 @@ Grid MakeHeights() {
 Landscape MakeCoastLandscape() {
   Landscape land{MakeHeights(), kWaterLevel, {-0.52f, 0.56f, -0.6f}, {}, {}, {}};
   AddSite(land, {{430, 548}, 54, 70, Material::DryDirt}, kWaterLevel + 4.2f);  // fishing village
-  AddSite(land, {{424, 494}, 20, 16, Material::Gravel}, kWaterLevel + 2.6f);   // quay
+  AddSite(land, {{424, 478}, 20, 14, Material::Gravel}, kWaterLevel + 2.6f);   // quay
   AddSite(land, {{735, 322}, 26, 22, Material::DryDirt});  // battery on the point
   AddSite(land, {{180, 520}, 34, 28, Material::DryDirt});  // western camp
   AddSite(land, {{560, 770}, 18, 18, Material::Gravel});   // watchtower hill
@@ -76,7 +76,7 @@ Landscape MakeCoastLandscape() {
            {{860, 520}},
            {{1024, 548}}},
           Material::PavedRoad, 8);
-  AddRoad(land, {{{424, 556}}, {{424, 496}}}, Material::DirtRoad, 6);
+  AddRoad(land, {{{424, 556}}, {{424, 474}}}, Material::DirtRoad, 6);
   AddRoad(land, {{{662, 470}}, {{735, 330}}}, Material::DirtRoad, 5.5f);
   AddRoad(land, {{{462, 552}}, {{560, 764}}}, Material::DirtRoad, 5);
   AddRoad(land, {{{210, 540}}, {{236, 420}}}, Material::SandRoad, 5);

@@ -17,15 +17,15 @@ void PlaceVillage(Placer& place) {
   place.Put("fisher_hut", {438, 520}, kWest);
   place.PutRow("stone_wall", {384, 596}, {432, 600}, 12);
   place.PutRow("fence", {456, 512}, {480, 514}, 8);
-  place.Put("crate", {414, 500}, 10);
-  place.Put("crate", {416, 501}, 40);
-  place.Put("crate", {415, 500.4f}, 25, 1.5f);
-  place.Put("barrel", {433, 499}, 0);
-  place.Put("barrel", {434.2f, 500}, 0);
-  place.Put("barrel", {432.8f, 500.6f}, 0);
-  place.PutAt("pier", {424, 486}, kSouth, 31.6f);
-  place.PutAt("landing_boat", {434, 462}, 200, 30);
-  place.PutAt("landing_boat", {398, 452}, 150, 30);
+  place.Put("crate", {412, 482}, 10);
+  place.Put("crate", {414, 483}, 40);
+  place.Put("crate", {413, 482.4f}, 25, 1.5f);
+  place.Put("barrel", {435, 481}, 0);
+  place.Put("barrel", {436.2f, 482}, 0);
+  place.Put("barrel", {434.8f, 482.6f}, 0);
+  place.PutAt("pier", {424, 468}, kSouth, 31.8f);
+  place.PutAt("landing_boat", {433, 436}, 190, 30);
+  place.PutAt("landing_boat", {388, 424}, 150, 30);
 }
 
 void PlaceBattery(Placer& place) {
@@ -83,7 +83,7 @@ std::vector<ControlPointPlan> ControlPoints() {
        40,
        {true, false, true},
        {{{418, 546}, kSouth}, {{452, 540}, kWest}, {{400, 560}, kEast}},
-       {{"truck", {{456, 562}, kWest}}, {"landing_boat", {{414, 468}, kSouth}}}},
+       {{"truck", {{456, 562}, kWest}}, {"landing_boat", {{414, 432}, kSouth}}}},
       {"Point_Battery",
        0,
        false,
@@ -138,7 +138,7 @@ Level MakeHarbourPoint() {
   PlaceBattery(place);
   PlaceWesternCamp(place);
   PlaceBeachDefences(place);
-  place.PlantWoods(260, 501);
+  place.PlantWoods(400, 501);
   level.objects = place.Take();
   level.controlPoints = ControlPoints();
   return level;

@@ -99,20 +99,15 @@ Landscape MakeRidgeLandscape() {
   AddSite(land, {{1440, 1360}, 30, 34, Material::Gravel});  // fort on the ridge
   AddSite(land, {{1180, 480}, 46, 50, Material::Gravel});   // quarry
   AddSite(land, {{470, 1560}, 44, 50, Material::DryDirt});  // western camp
-  AddRoad(land,
-          {{{0, 1000}},
-           {{420, 1040}},
-           westEnd,
-           eastEnd,
-           {{village.x, village.z - 20}},
-           {{1300, 1010}},
-           {{2048, 1000}}},
-          Material::PavedRoad, 8);
+  AddRoad(
+      land,
+      {{{0, 1000}}, {{420, 1040}}, westEnd, eastEnd, {{village.x, village.z - 20}}, {{2048, 1000}}},
+      Material::PavedRoad, 8);
   AddRoad(land, {{{village.x + 20, village.z - 20}}, {{1180, 470}}, {{1060, 0}}},
           Material::DirtRoad, 6);
   AddRoad(land, {{{village.x + 20, village.z - 20}}, {{1120, 1500}}, {{1060, 2048}}},
           Material::DirtRoad, 6);
-  AddRoad(land, {{{1120, 1400}}, {{1432, 1350}}}, Material::DirtRoad, 5);
+  AddRoad(land, {{{1036, 1400}}, {{1432, 1350}}}, Material::DirtRoad, 5);
   AddRoad(land, {{{420, 1040}}, {{560, 570}}}, Material::DirtRoad, 6);
   AddRoad(land, {{{420, 1040}}, {{470, 1556}}}, Material::DirtRoad, 6);
   AssignMaterials(land);

@@ -146,7 +146,7 @@ Level MakeStoneRidge() {
   PlaceAirfield(place);
   PlaceFort(place);
   PlaceQuarryAndCamp(place);
-  place.PlantWoods(620, 701);
+  place.PlantWoods(1100, 701);
   level.objects = place.Take();
   level.controlPoints = ControlPoints();
   return level;
