@@ -28,13 +28,18 @@ bool WriteMembers(Archive& archive, StorageMode mode, const std::vector<Member>&
 
 }  // namespace
 
-Member TextMember(std::string_view name, std::string_view text) {
-  Member member{std::string(name), {}};
+std::string WithCarriageReturns(std::string_view text) {
+  std::string result;
   for (const char c : text) {
-    if (c == '\n') member.bytes.push_back('\r');
-    member.bytes.push_back(static_cast<std::uint8_t>(c));
+    if (c == '\n') result += '\r';
+    result += c;
   }
-  return member;
+  return result;
+}
+
+Member TextMember(std::string_view name, std::string_view text) {
+  const std::string bytes = WithCarriageReturns(text);
+  return {std::string(name), {bytes.begin(), bytes.end()}};
 }
 
 Member PictureMember(std::string_view name, const Picture& picture, bool mipmaps) {

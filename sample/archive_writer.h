@@ -16,7 +16,8 @@ struct Member {
   std::vector<std::uint8_t> bytes;
 };
 
-// A text file of the game: its lines end with carriage return and line feed.
+// The text as the game's files hold it: lines end with carriage return and line feed.
+std::string WithCarriageReturns(std::string_view text);
 Member TextMember(std::string_view name, std::string_view text);
 // A texture file.
 Member PictureMember(std::string_view name, const Picture& picture, bool mipmaps);

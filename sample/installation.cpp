@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/text.h"
+#include "data/mod_files.h"
 #include "platform/disk.h"
 #include "sample/content_archives.h"
 #include "sample/level_members.h"
@@ -89,13 +90,19 @@ bool CreateFolders(const Installation& installation) {
 
 bool WriteTexts(const Installation& installation) {
   const std::string gamePath = BackslashPath((installation.gameFolder / "").string());
+  if (gamePath.size() > kMaxSavedGamePath) {
+    std::fprintf(stderr, "%s is too long for a configuration file.\n",
+                 installation.gameFolder.c_str());
+    return false;
+  }
   const std::filesystem::path& work = installation.workingFolder;
   return WriteTextFile(work / "varnhold.cfg",
                        ModConfigText(gamePath, "The base game as a mod of its own.")) &&
          WriteTextFile(work / "mpwr.cfg",
                        ModConfigText(gamePath, "The template that new mods start from.")) &&
          WriteTextFile(work / "varnhold.lst", ObjectListText()) &&
-         WriteTextFile(installation.gameFolder / "Mods/varnhold/Init.con", ModInitText());
+         WriteTextFile(installation.gameFolder / "Mods/varnhold/Init.con",
+                       WithCarriageReturns(ModInitScript("varnhold")));
 }
 
 bool WriteArchives(const Installation& installation) {

@@ -1,4 +1,4 @@
-// Configuration, object list and start-up script of the mod, and the scripts of its objects.
+// Configuration and object list of the mod, and the scripts of its objects.
 #include "core/text.h"
 #include "data/script.h"
 #include "sample/settings_scripts.h"
@@ -124,13 +124,6 @@ std::string ObjectListText() {
                        object.tree ? "TreeMesh" : "StandardMesh", std::string(object.mesh).c_str());
   }
   return text;
-}
-
-std::string ModInitText() {
-  return std::string(ScriptHeader()) +
-         "game.setCustomGameName varnhold\n"
-         "game.addModPath Mods/VARNHOLD/\n"
-         "game.setCustomGameVersion 1.0\n";
 }
 
 std::string ObjectScript(const ObjectKind& object) {

@@ -13,7 +13,6 @@ namespace mw::sample {
 // A mod's configuration, and at the same time the template of new mods. `gamePath` ends with `\`.
 std::string ModConfigText(std::string_view gamePath, std::string_view introduction);
 std::string ObjectListText();
-std::string ModInitText();
 // Tells the game what an object is and which mesh it shows.
 std::string ObjectScript(const ObjectKind& object);
 

@@ -1,0 +1,188 @@
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+
+#include "core/editor_state.h"
+#include "core/text.h"
+#include "data/archive.h"
+#include "data/dds.h"
+#include "data/game_file.h"
+#include "data/level_settings.h"
+#include "data/mod_config.h"
+#include "sample/installation.h"
+#include "sample/level_members.h"
+#include "sample/settings_scripts.h"
+#include "support/sandbox.h"
+#include "terrain/terrain.h"
+
+namespace mw::sample {
+namespace {
+
+constexpr float kTileSize = 256;     // world units
+constexpr float kSteepRise = 3.92f;  // per cell; the editor marks what is steeper
+
+// Made once; the tests only look at them.
+const Level& HarbourPoint() {
+  static const Level level = MakeHarbourPoint();
+  return level;
+}
+const Level& StoneRidge() {
+  static const Level level = MakeStoneRidge();
+  return level;
+}
+
+class SampleLevelTest : public SandboxTest,
+                        public ::testing::WithParamInterface<const Level& (*)()> {
+ protected:
+  SampleLevelTest() : level(GetParam()()) { archives.Clear(); }
+  ~SampleLevelTest() override {
+    archives.Clear();
+    DestroyTerrain();
+    modConfig = ModConfig{};
+  }
+
+  // As the program does on opening a level, up to its settings.
+  void Open(int tileSide) {
+    const std::string name(level.name);
+    std::ofstream("varnhold.cfg") << ModConfigText(GameFolder(), "For a test.");
+    ASSERT_TRUE(ParseModConfig("varnhold", modConfig));
+    const std::string path = name + ".vra";
+    ASSERT_TRUE(WriteArchive(path, StorageMode::Compressed, LevelMembers(level, tileSide)));
+    ASSERT_NE(archives.OpenArchive(path, true), nullptr);
+    modConfig.LevelName = name;
+    editor.levelFolder = GameFolder() + "Mods\\varnhold\\varnhold\\levels\\" + name;
+    ReadLevelSettings();
+  }
+
+  const Level& level;
+};
+
+TEST_P(SampleLevelTest, TheEditorReadsItsSettingsAndHeights) {
+  Open(16);
+  EXPECT_EQ(modConfig.MaterialSize, level.land.height.Side());
+  EXPECT_EQ(modConfig.WorldSize, 4 * level.land.height.Side());
+  EXPECT_EQ(modConfig.HeightScale, level.heightScale);
+  EXPECT_EQ(modConfig.WaterLevel, level.land.waterLevel);
+  EXPECT_EQ(modConfig.chosenTeam[0], 0);
+  EXPECT_EQ(modConfig.chosenTeam[1], 1);
+  EXPECT_EQ(modConfig.fogEnd, level.environment.fogEnd);
+  const bool skyIsListed = std::any_of(
+      modConfig.skies.begin(), modConfig.skies.begin() + modConfig.skyCount,
+      [](const Sky& sky) { return sky.settings.mesh == modConfig.currentSky.mesh.View(); });
+  EXPECT_TRUE(skyIsListed) << modConfig.currentSky.mesh.c_str();
+
+  CreateTerrain();
+  ASSERT_TRUE(LoadHeightBuffer());
+  InitGrid();
+  LoadHeightsFromBuffer();
+  const ControlPointPlan& point = level.controlPoints.front();
+  EXPECT_NEAR(HeightAt(point.at.x, point.at.z), level.land.height.Sample(point.at), 1.0f);
+}
+
+// Red, green, blue, alpha of the tile pixel that the renderer shows at a place.
+std::span<const std::uint8_t> TilePixel(const std::vector<std::uint8_t>& pixels, int side,
+                                        Point at) {
+  const auto inTile = [&](float position) {
+    return static_cast<std::size_t>(std::fmod(position, kTileSize) / kTileSize *
+                                    static_cast<float>(side));
+  };
+  const std::size_t offset = (inTile(at.z) * static_cast<std::size_t>(side) + inTile(at.x)) * 4;
+  return std::span(pixels).subspan(offset, 4);
+}
+
+TEST_P(SampleLevelTest, PavedRoadsInTheTilesLieOnTheirBeds) {
+  Open(128);
+  const Road& road = level.land.roads.front();
+  ASSERT_EQ(road.surface, Material::PavedRoad);
+  int grey = 0, count = 0;
+  for (const PathPoint& point : road.path) {
+    if (point.bridge || point.at.x >= level.land.height.WorldSize()) continue;
+    EXPECT_NEAR(level.land.height.Sample(point.at), point.height, 2.0f);
+    const auto tile = LoadDds(FormatText("%s/textures/Tx0%ix0%i.dds", editor.levelFolder.c_str(),
+                                         static_cast<int>(point.at.x / kTileSize),
+                                         static_cast<int>(point.at.z / kTileSize)));
+    ASSERT_TRUE(tile);
+    const auto pixels = DecodeDxt1(tile->data, tile->width, tile->height);
+    const auto pixel = TilePixel(pixels, tile->width, point.at);
+    grey += std::abs(pixel[0] - pixel[2]) < 40 ? 1 : 0;
+    ++count;
+  }
+  EXPECT_GT(grey, count * 9 / 10) << "of " << count;
+}
+
+TEST_P(SampleLevelTest, TheGroundFitsTogetherAtItsEdgesAndIsSeldomSteep) {
+  const Grid& height = level.land.height;
+  const int side = height.Side();
+  int steep = 0;
+  for (int row = 0; row < side; ++row) {
+    for (int column = 0; column < side; ++column) {
+      const float rise = std::max(std::abs(height.At(column + 1, row) - height.At(column, row)),
+                                  std::abs(height.At(column, row + 1) - height.At(column, row)));
+      steep += rise > kSteepRise ? 1 : 0;
+      if (row < side - 1 && column < side - 1) continue;
+      EXPECT_LT(rise, 2 * kSteepRise) << column << ", " << row;
+    }
+  }
+  EXPECT_LT(steep, side * side / 500);
+}
+
+TEST_P(SampleLevelTest, EveryObjectIsListedAndStandsInTheLevel) {
+  const auto isListed = [](std::string_view name) {
+    return std::any_of(ObjectKinds().begin(), ObjectKinds().end(),
+                       [&](const ObjectKind& object) { return object.name == name; });
+  };
+  EXPECT_LT(level.objects.size(), 2047u);
+  for (const PlacedObject& object : level.objects) {
+    EXPECT_TRUE(isListed(object.name)) << object.name;
+    EXPECT_GT(std::min(object.at.x, object.at.z), 0);
+    EXPECT_LT(std::max(object.at.x, object.at.z), level.land.height.WorldSize());
+  }
+  EXPECT_LE(level.controlPoints.size(), 8u);
+  for (const ControlPointPlan& point : level.controlPoints) {
+    EXPECT_GT(level.land.height.Sample(point.at), level.land.waterLevel) << point.name;
+    for (const VehicleSpawn& spawn : point.vehicles) EXPECT_TRUE(isListed(spawn.vehicle));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Levels, SampleLevelTest, ::testing::Values(HarbourPoint, StoneRidge),
+                         [](const auto& parameter) {
+                           return parameter.index == 0 ? "HarbourPoint" : "StoneRidge";
+                         });
+
+TEST(SampleLevels, AreTheSameOnEveryRun) {
+  const std::vector<Member> first = LevelMembers(HarbourPoint(), 16);
+  const std::vector<Member> second = LevelMembers(MakeHarbourPoint(), 16);
+  ASSERT_EQ(first.size(), second.size());
+  for (std::size_t k = 0; k < first.size(); ++k) {
+    EXPECT_EQ(first[k].name, second[k].name);
+    EXPECT_TRUE(first[k].bytes == second[k].bytes) << first[k].name;
+  }
+}
+
+class SampleInstallationTest : public SandboxTest {
+ protected:
+  void Write(const std::filesystem::path& path, std::string_view text) {
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path) << text;
+  }
+  const Installation installation{folder / "game", folder / "work"};
+};
+
+TEST_F(SampleInstallationTest, EmptyFoldersHoldNobodysWork) {
+  EXPECT_FALSE(IsEdited(installation));
+}
+
+TEST_F(SampleInstallationTest, ALevelThatNoRunWroteIsSomebodysWork) {
+  Write(installation.gameFolder / "Mods/varnhold/Archives/varnhold/levels/Stone_Ridge.vra", "mine");
+  EXPECT_TRUE(IsEdited(installation));
+}
+
+TEST_F(SampleInstallationTest, ARunThatDidNotFinishMayBeRepeated) {
+  Write(installation.workingFolder / "varnhold.cfg", "GamePath=");
+  Write(installation.workingFolder / "sample.manifest", "");
+  EXPECT_FALSE(IsEdited(installation));
+}
+
+}  // namespace
+}  // namespace mw::sample
