@@ -21,7 +21,6 @@ struct Shell {
   std::function<bool()> viewHasFocus = [] { return true; };
   std::function<void()> focusView = [] {};
   std::function<void()> focusTreePanel = [] {};
-  std::function<void()> showPasteCursor = [] {};
   std::function<void()> closeMainWindow = [] {};
   // Draws one frame at once.
   std::function<void()> renderFrameNow = [] {};

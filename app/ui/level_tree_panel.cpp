@@ -6,17 +6,17 @@
 
 namespace mw {
 
-LevelTreePanel::LevelTreePanel(QWidget* parent)
-    : QWidget(parent), modeFilter_(new QComboBox(this)), tree_(new QTreeWidget(this)) {
+LevelTreePanel::LevelTreePanel(QWidget* parent) : QWidget(parent), tree_(new QTreeWidget(this)) {
   constexpr int kPanelWidth = 185, kMargin = 2, kRightMargin = 3;
   setObjectName("levelTreePanel");
   setProperty("controlId", 101);
   setFixedWidth(kPanelWidth);
 
-  modeFilter_->setObjectName("modeFilter");
-  modeFilter_->setProperty("controlId", 1068);
-  modeFilter_->setToolTip("Game Mode Filter");
-  modeFilter_->addItems({"Show All", "Show CQ", "Show CTF", "Show TDM"});
+  auto* modeFilter = new QComboBox(this);
+  modeFilter->setObjectName("modeFilter");
+  modeFilter->setProperty("controlId", 1068);
+  modeFilter->setToolTip("Game Mode Filter");
+  modeFilter->addItems({"Show All", "Show CQ", "Show CTF", "Show TDM"});
 
   tree_->setObjectName("levelTree");
   tree_->setProperty("controlId", 1000);
@@ -26,7 +26,7 @@ LevelTreePanel::LevelTreePanel(QWidget* parent)
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(kMargin, kMargin, kRightMargin, 0);
   layout->setSpacing(kMargin);
-  layout->addWidget(modeFilter_);
+  layout->addWidget(modeFilter);
   layout->addWidget(tree_);
 }
 

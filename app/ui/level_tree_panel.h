@@ -3,7 +3,6 @@
 
 #include <QWidget>
 
-class QComboBox;
 class QTreeWidget;
 
 namespace mw {
@@ -13,10 +12,8 @@ class LevelTreePanel : public QWidget {
   explicit LevelTreePanel(QWidget* parent);
 
   QTreeWidget* tree() const { return tree_; }
-  QComboBox* modeFilter() const { return modeFilter_; }
 
  private:
-  QComboBox* modeFilter_;
   QTreeWidget* tree_;
 };
 

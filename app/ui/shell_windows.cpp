@@ -30,7 +30,6 @@ void ConnectWindows(MainWindow& window) {
     if (!view->hasFocus()) view->setFocus(Qt::MouseFocusReason);
   };
   shell.focusTreePanel = [&] { window.treePanel()->tree()->setFocus(Qt::ShortcutFocusReason); };
-  shell.showPasteCursor = [view] { view->UpdateCursor(); };
   shell.closeMainWindow = [&] { window.CloseForGood(); };
   shell.renderFrameNow = [view] { view->repaint(); };
   hooks.invalidateMiniMap = [&] { window.miniMap()->Invalidate(); };

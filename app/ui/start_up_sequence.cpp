@@ -12,7 +12,9 @@
 #include "app/ui/main_window.h"
 #include "app/ui/picture_dialog.h"
 #include "app/ui/shell_windows.h"
+#include "app/ui/view_context_check.h"
 #include "app/ui/view_widget.h"
+#include "core/editor_state.h"
 #include "core/hooks.h"
 #include "data/archive.h"
 #include "data/textures.h"
@@ -24,7 +26,7 @@
 namespace mw {
 namespace {
 
-constexpr int kExitCodeWithoutExtensions = 1;
+constexpr int kExitCodeWithoutGl = 1;
 constexpr int kEventTurn = 20;  // milliseconds
 
 // Dialogs are centred over the window, so it must have its final place before the first of them
@@ -43,7 +45,7 @@ void WaitUntilMaximized(const MainWindow& window) {
 void ShowMainWindow(MainWindow& window) {
   window.showMaximized();
   WaitUntilMaximized(window);
-  if (window.view()->CheckContext() && MakeViewContextCurrent()) CreateViewObjects();
+  if (MakeViewContextCurrent()) CreateViewObjects();
   window.view()->setFocus();
   hooks.invalidateMiniMap();
 }
@@ -65,9 +67,11 @@ void ShutDown() {
 
 int RunInWindow(MainWindow& window, FrameLoop& frames) {
   ShowMainWindow(window);
+  if (!editor.viewReady) return kExitCodeWithoutGl;
+  if (!window.isVisible()) return 0;  // closed as soon as it was there
   ListMods(&window);
   InitGrid();
-  if (!MakeViewContextCurrent() || !LoadSharedTextures()) return kExitCodeWithoutExtensions;
+  if (!LoadSharedTextures()) return kExitCodeWithoutGl;
   LoadDefaults();
   if (!RunWelcomeLoop()) return 0;
   frames.Start();
@@ -83,6 +87,7 @@ int RunEditor(const PlatformConnections& platform) {
   QApplication::setQuitOnLastWindowClosed(false);
   if (!LoadPlugins()) return 0;
   SplashDialog(nullptr).exec();
+  if (!CheckViewContext()) return kExitCodeWithoutGl;
 
   MainWindow window;
   platform.useStatusLabels(window.progressLabel(), window.frameRateLabel());

@@ -2,7 +2,6 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
 #include <cmath>
@@ -13,13 +12,10 @@
 #include "app/ui/key_translation.h"
 #include "core/editor_state.h"
 #include "platform/clock.h"
-#include "platform/prompts.h"
 #include "resources/pictures.h"
 
 namespace mw {
 namespace {
-
-constexpr int kDepthBits = 24;
 
 MouseButton PressedButton(const QMouseEvent& event) {
   switch (event.button()) {
@@ -59,10 +55,6 @@ const QCursor& PasteCursor() {
   return cursor;
 }
 
-void ShowContextError(const char* text) {
-  ShowPrompt(text, "ERROR", PromptButtons::Ok, PromptIcon::Exclamation);
-}
-
 }  // namespace
 
 ViewWidget::ViewWidget(QWidget* parent) : QOpenGLWidget(parent) {
@@ -79,6 +71,7 @@ ViewWidget::ViewWidget(QWidget* parent) : QOpenGLWidget(parent) {
 }
 
 QSurfaceFormat ViewWidget::ContextFormat() {
+  constexpr int kDepthBits = 24;
   QSurfaceFormat format;
   format.setRenderableType(QSurfaceFormat::OpenGL);
   format.setProfile(QSurfaceFormat::CompatibilityProfile);
@@ -87,26 +80,6 @@ QSurfaceFormat ViewWidget::ContextFormat() {
   format.setSamples(0);
   format.setSwapInterval(0);
   return format;
-}
-
-bool ViewWidget::CheckContext() {
-  if (isValid()) return true;
-  QOffscreenSurface surface;
-  surface.setFormat(ContextFormat());
-  surface.create();
-  QOpenGLContext trial;
-  trial.setFormat(ContextFormat());
-  const bool created = trial.create();
-  if (!surface.isValid()) ShowContextError("Can't Create A GL Device Context.");
-  if (trial.format().renderableType() == QSurfaceFormat::OpenGLES) {
-    ShowContextError("Can't Find A Suitable PixelFormat.");
-  }
-  if (created && trial.format().depthBufferSize() < kDepthBits) {
-    ShowContextError("Can't Set The PixelFormat.");
-  }
-  if (!created) ShowContextError("Can't Create A GL Rendering Context.");
-  ShowContextError("Can't Activate The GL Rendering Context.");
-  return false;
 }
 
 QSize ViewWidget::DeviceSize() const { return size() * devicePixelRatioF(); }
@@ -121,11 +94,6 @@ void ViewWidget::paintGL() {
     ResizeView(projectedSize_.width(), projectedSize_.height());
   }
   RenderFrame(MillisecondsNow());
-}
-
-bool ViewWidget::event(QEvent* event) {
-  if (event->type() == QEvent::WindowDeactivate) ForgetHeldInput();
-  return QOpenGLWidget::event(event);
 }
 
 void ViewWidget::UpdateCursor() {

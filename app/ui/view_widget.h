@@ -17,17 +17,12 @@ class ViewWidget : public QOpenGLWidget {
 
   // What the view's context needs; to be made the default format before the application starts.
   static QSurfaceFormat ContextFormat();
-  // Whether the context exists. If not, tells the user which step of its creation fails.
-  bool CheckContext();
 
   // A key event of the view or of the main window itself. False for a key without meaning.
   static bool RouteKeyEvent(const QKeyEvent& event, bool down);
-  // Shows the paste cursor while a paste is pending.
-  void UpdateCursor();
 
  protected:
   void paintGL() override;
-  bool event(QEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
@@ -40,6 +35,8 @@ class ViewWidget : public QOpenGLWidget {
 
  private:
   QSize DeviceSize() const;
+  // Shows the paste cursor while a paste is pending.
+  void UpdateCursor();
   void SendMouse(MouseButton button, MouseEvent kind, const QMouseEvent& event);
 
   bool showsPasteCursor_ = false;
