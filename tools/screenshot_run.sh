@@ -4,6 +4,8 @@
 set -euo pipefail
 build=$1
 picture=$build/screenshot.png
+map_x=62 map_y=88  # pixel of the Mini-Map to go to
+main_title="Mapwright - Varnhold Level Editor"
 level_row=1  # of the "Load Level" list, from 0: the larger of the two sample levels
 
 fail() {
@@ -55,6 +57,14 @@ level_is_drawn() {
   [ "$colours" -gt 300 ]
 }
 
+# The top-left corner of the 3D view on the screen.
+view_corner() {
+  local window X Y
+  window=$(xdotool search --onlyvisible --name "^$main_title\$" | head -n 1)
+  eval "$(xwininfo -id "$window" | awk '/Absolute upper-left X/ {print "X=" $NF} /Absolute upper-left Y/ {print "Y=" $NF}')"
+  echo $((X + 190)) $((Y + 79))
+}
+
 log=$(mktemp)
 number=$(mktemp)
 trap stop_all EXIT
@@ -81,16 +91,16 @@ answer "Select a Mod" Return                  # the mod at start-up
 answer "Mapwright" Return                     # "Open an Existing Level"
 answer "Select a Mod" Return                  # the mod of the level
 answer "Load Level" Home $(printf 'Down %.0s' $(seq $level_row)) Return
-wait_for 60 active_is "Mapwright"
+wait_for 60 active_is "$main_title"
 
-# Up into the air, then to the middle of the level by a click into the Mini-Map.
-eval "$(xdotool search --onlyvisible --name '^Mapwright$' getwindowgeometry --shell)"
-xdotool mousemove $((X + 700)) $((Y + 450))
-sleep 1
+# Up into the air, then to a place of the level by a click into the Mini-Map, as a user would go there. The
+# view's top-left corner lies beside the 190 pixels of panel and strip, below menu and toolbars.
+read -r view_x view_y < <(view_corner)
+over_view() { xdotool mousemove $((view_x + 500)) $((view_y + 350)); }
+over_view
 xdotool key o
-xdotool mousemove $((X + 264)) $((Y + 160)) click 1
-sleep 0.3
-xdotool mousemove $((X + 700)) $((Y + 450))
+xdotool mousemove $((view_x + 7 + map_x)) $((view_y + 25 + map_y)) click 1
+over_view
 xdotool key o
 wait_for 30 level_is_drawn
 sleep 1

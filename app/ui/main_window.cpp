@@ -27,7 +27,7 @@ constexpr int kToolbarHeight = 28, kStripWidth = 5, kFrameRateWidth = 100;
 
 MainWindow::MainWindow() : actions_(this) {
   setObjectName("mainWindow");
-  setWindowTitle("Mapwright");
+  setWindowTitle("Mapwright - Varnhold Level Editor");
   setWindowIcon(Icon("mapwright"));
   setContextMenuPolicy(Qt::NoContextMenu);
   setMinimumSize(kSmallestSize);
