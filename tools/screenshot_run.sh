@@ -34,18 +34,11 @@ wait_for() {
 
 active_is() { [ "$(xdotool getactivewindow getwindowname 2>/dev/null)" = "$1" ]; }
 
-# The main window and the welcome dialog share their title; only a dialog belongs to another window.
-active_dialog_is() {
-  active_is "$1" || return 1
-  [ "$1" != Mapwright ] ||
-    xprop -id "$(xdotool getactivewindow)" WM_TRANSIENT_FOR 2>/dev/null | grep -q 'window id'
-}
-
 # answer TITLE KEY...: waits for the dialog to be active and types the keys.
 answer() {
   local title=$1
   shift
-  wait_for 30 active_dialog_is "$title"
+  wait_for 30 active_is "$title"
   sleep 0.3
   xdotool key --delay 80 "$@"
 }
