@@ -15,21 +15,13 @@ namespace {
 
 // Argument values.
 
-std::int32_t Integer(Tokenizer& arguments) {
-  return ParseInt(arguments.Next(kBlankOrSlash));
-}
+std::int32_t Integer(Tokenizer& arguments) { return ParseInt(arguments.Next(kBlankOrSlash)); }
 
-float Float(Tokenizer& arguments) {
-  return ParseFloat(arguments.Next(kBlankOrSlash));
-}
+float Float(Tokenizer& arguments) { return ParseFloat(arguments.Next(kBlankOrSlash)); }
 
-bool Switch(Tokenizer& arguments) {
-  return Integer(arguments) != 0;
-}
+bool Switch(Tokenizer& arguments) { return Integer(arguments) != 0; }
 
-std::uint8_t LowEightBits(std::int32_t value) {
-  return static_cast<std::uint8_t>(value & 0xFF);
-}
+std::uint8_t LowEightBits(std::int32_t value) { return static_cast<std::uint8_t>(value & 0xFF); }
 
 std::uint8_t FloatAsByte(Tokenizer& arguments) {
   constexpr double kLowest = std::numeric_limits<std::int32_t>::min();
@@ -82,9 +74,7 @@ std::string TwoNames(Tokenizer& arguments) {
 
 // Values as text.
 
-std::string Written(std::int32_t value) {
-  return std::to_string(value);
-}
+std::string Written(std::int32_t value) { return std::to_string(value); }
 
 std::string Written(float value) {
   constexpr float kLimit = std::numeric_limits<float>::max();
@@ -106,21 +96,22 @@ std::string Written(const std::array<T, N>& vector) {
   return Joined(vector, '/');
 }
 
-std::string Written(const std::array<std::int32_t, 4>& area) {
-  return Joined(area, ' ');
-}
+std::string Written(const std::array<std::int32_t, 4>& area) { return Joined(area, ' '); }
 
-// The text of a field, or nothing when the line has more than the field could take (or no text at
-// all) and the field has not been changed since: the line is then better than what would replace
-// it.
+// The text of a field, or nothing when the line's own argument (`whole`) is longer than what was
+// read of it (or there is none) and the field has not been changed since: the line is then better
+// than what would replace it.
 template <std::size_t N>
-std::optional<std::string> WrittenText(const FixedString<N>& current, std::string_view argument,
-                                       std::string_view allArguments) {
-  const FixedString<N> asRead = argument;
-  const std::string_view whole = Tokenizer(allArguments).Next(kBlankOrLineEnd).value_or("");
+std::optional<std::string> WrittenText(const FixedString<N>& current, std::string_view read,
+                                       std::string_view whole) {
+  const FixedString<N> asRead = read;
   const bool readWhole = !asRead.empty() && asRead.size() >= whole.size();
   if (!readWhole && current == asRead.View()) return std::nullopt;
   return current.String();
+}
+
+std::string_view FirstArgument(const SettingsLine& line) {
+  return Tokenizer(line.allArguments).Next(kBlankOrLineEnd).value_or("");
 }
 
 // Kinds of commands. A field is a member of ModConfig or a function that gives a part of it.
@@ -150,19 +141,13 @@ constexpr SettingsCommand Text(std::string_view name) {
       name,
       [](SettingsLine line, const SettingsContext&) { Field<kField>() = kParse(line.arguments); },
       [](SettingsLine line, SettingsContext&) {
-        return WrittenText(Field<kField>(), kParse(line.arguments), line.allArguments);
+        return WrittenText(Field<kField>(), kParse(line.arguments), FirstArgument(line));
       }};
 }
 
-std::int32_t& SkyHeight(ModConfig& config) {
-  return config.currentSky.heightOffset;
-}
-std::int32_t& SkyRotation(ModConfig& config) {
-  return config.currentSky.rotationAngle;
-}
-Floats3& SunDirection(ModConfig& config) {
-  return config.currentSky.sunDirection;
-}
+std::int32_t& SkyHeight(ModConfig& config) { return config.currentSky.heightOffset; }
+std::int32_t& SkyRotation(ModConfig& config) { return config.currentSky.rotationAngle; }
+Floats3& SunDirection(ModConfig& config) { return config.currentSky.sunDirection; }
 
 // The mesh of the sky: in other scripts the same command names other geometry.
 void ReadSkyMesh(SettingsLine line, const SettingsContext& context) {
@@ -171,14 +156,12 @@ void ReadSkyMesh(SettingsLine line, const SettingsContext& context) {
 
 std::optional<std::string> WriteSkyMesh(SettingsLine line, SettingsContext& context) {
   if (!context.skyScript) return std::nullopt;
-  return WrittenText(modConfig.currentSky.mesh, Name(line.arguments), line.allArguments);
+  return WrittenText(modConfig.currentSky.mesh, Name(line.arguments), FirstArgument(line));
 }
 
 // Teams, numbered from 1 in the scripts.
 
-bool IsSide(std::int32_t team) {
-  return team == 1 || team == 2;
-}
+bool IsSide(std::int32_t team) { return team == 1 || team == 2; }
 
 bool HasTeamEntry(std::int32_t index) {
   return index >= 0 && index < std::min(modConfig.teamCount, kMaxTeams);
@@ -191,8 +174,11 @@ const Team* ChosenTeam(std::int32_t side) {
   return HasTeamEntry(index) ? &modConfig.teams[index] : nullptr;
 }
 
-std::optional<std::string> NonEmpty(const NameText& text) {
-  return text.empty() ? std::nullopt : std::optional(text.String());
+// A text of the team table, or nothing when the entry lacks it or has only the beginning of the one
+// that the line goes on with.
+std::optional<std::string> TeamText(const NameText& text, SettingsLine& line) {
+  const std::string argument = Name(line.arguments);
+  return text.empty() ? std::nullopt : WrittenText(text, argument, argument);
 }
 
 std::int32_t TakeCurrentTeam(SettingsLine& line, SettingsContext& context) {
@@ -205,26 +191,26 @@ std::optional<std::string> WriteTeam(SettingsLine line, SettingsContext& context
   return IsSide(team) ? std::optional(Written(team)) : std::nullopt;
 }
 
-std::optional<std::string> WriteTeamTemplate(SettingsLine, SettingsContext& context) {
+std::optional<std::string> WriteTeamTemplate(SettingsLine line, SettingsContext& context) {
   const Team* const team = ChosenTeam(context.currentTeam);
-  return team ? NonEmpty(team->templateName) : std::nullopt;
+  return team ? TeamText(team->templateName, line) : std::nullopt;
 }
 
-void WarnOfUnknownSkin(std::string_view skin) {
-  const std::string name = modConfig.configurationName.String();
-  ShowPrompt(FormatText("Team skin \"%s\" not available in config file \"%s\"\n",
-                        std::string(skin).c_str(), name.c_str()),
+void WarnOfUnknownSkin(const std::string& skin) {
+  ShowPrompt(FormatText("Team skin \"%s\" not available in config file \"%s\"\n", skin.c_str(),
+                        modConfig.configurationName.c_str()),
              "Warning", PromptButtons::Ok, PromptIcon::Exclamation);
 }
 
 void ReadTeamSkin(SettingsLine line, const SettingsContext&) {
   const std::int32_t side = Integer(line.arguments);
-  const std::string skin = Name(line.arguments);
+  const std::string name = Name(line.arguments);
+  const NameText skin = name;  // cut as the table's texts are
   if (!IsSide(side) || skin.empty()) return;
   std::int32_t index = 0;
   while (HasTeamEntry(index) && !EqualNoCase(modConfig.teams[index].skin, skin)) ++index;
   if (!HasTeamEntry(index)) {
-    WarnOfUnknownSkin(skin);
+    WarnOfUnknownSkin(name);
     index = side - 1;
   }
   if (HasTeamEntry(index)) modConfig.chosenTeam[side - 1] = index;
@@ -233,16 +219,19 @@ void ReadTeamSkin(SettingsLine line, const SettingsContext&) {
 std::optional<std::string> WriteTeamSkin(SettingsLine line, SettingsContext& context) {
   const std::int32_t side = TakeCurrentTeam(line, context);
   const Team* const team = ChosenTeam(side);
-  if (!team || team->skin.empty()) return std::nullopt;
-  return Written(side) + " " + team->skin.String();
+  const auto skin = team ? TeamText(team->skin, line) : std::nullopt;
+  if (!skin) return std::nullopt;
+  return Written(side) + " " + *skin;
 }
 
 std::optional<std::string> WriteTeamKit(SettingsLine line, SettingsContext& context) {
   const std::int32_t side = TakeCurrentTeam(line, context);
   const std::int32_t kit = Integer(line.arguments);
   const Team* const team = ChosenTeam(side);
-  if (!team || kit < 0 || kit >= kMaxKits || team->kits[kit].empty()) return std::nullopt;
-  return Written(side) + " " + Written(kit) + " " + team->kits[kit].String();
+  if (!team || kit < 0 || kit >= kMaxKits) return std::nullopt;
+  const auto name = TeamText(team->kits[kit], line);
+  if (!name) return std::nullopt;
+  return Written(side) + " " + Written(kit) + " " + *name;
 }
 
 void ReadBeforeSpawnCamera(SettingsLine line, const SettingsContext&) {

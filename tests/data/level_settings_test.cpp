@@ -226,6 +226,15 @@ TEST_F(LevelSettingsTest, LinesOfOtherTeamsAndKitsAreKept) {
   EXPECT_EQ(OpenAndSave(script), script);
 }
 
+TEST_F(LevelSettingsTest, TeamTextsThatTheTableHasOnlyInPartKeepTheirLines) {
+  const std::string name(40, 'n');
+  modConfig.teams[2].skin = modConfig.teams[2].templateName = modConfig.teams[2].kits[0] = name;
+  const std::string script = "game.setTeamSkin 1 " + name + "\r\ngame.setKit 1 0 " + name +
+                             "\r\nObjectTemplate.addTemplate " + name + "\r\n";
+  EXPECT_EQ(OpenAndSave(script), script);
+  EXPECT_EQ(modConfig.chosenTeam[0], 2);
+}
+
 TEST_F(LevelSettingsTest, AnUnknownSkinWarnsAndTakesTheSidesOwnEntry) {
   modConfig.chosenTeam = {2, 2};
   scripted::script.answers = {PromptAnswer::Ok};
