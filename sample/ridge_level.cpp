@@ -96,7 +96,7 @@ Landscape MakeRidgeLandscape() {
   const Point village{bridge.east.x + 90, bridge.east.z + 20};
   AddSite(land, {village, 58, 60, Material::DryDirt}, kWaterLevel + 8);
   AddSite(land, {{560, 560}, 70, 70, Material::DryDirt});   // airfield hangars
-  AddSite(land, {{1440, 1360}, 30, 34, Material::Gravel});  // fort on the ridge
+  AddSite(land, {{1384, 1280}, 30, 40, Material::Gravel});  // fort on the ridge
   AddSite(land, {{1180, 480}, 46, 50, Material::Gravel});   // quarry
   AddSite(land, {{470, 1560}, 44, 50, Material::DryDirt});  // western camp
   AddRoad(
@@ -105,9 +105,8 @@ Landscape MakeRidgeLandscape() {
       Material::PavedRoad, 8);
   AddRoad(land, {{{village.x + 20, village.z - 20}}, {{1180, 470}}, {{1060, 0}}},
           Material::DirtRoad, 6);
-  AddRoad(land, {{{village.x + 20, village.z - 20}}, {{1120, 1500}}, {{1060, 2048}}},
-          Material::DirtRoad, 6);
-  AddRoad(land, {{{1036, 1400}}, {{1432, 1350}}}, Material::DirtRoad, 5);
+  AddRoad(land, {{{1090, 1524}}, {{1060, 2048}}}, Material::DirtRoad, 6);
+  AddRoad(land, {{{1440, 1358}}, {{1384, 1286}}}, Material::DirtRoad, 5);
   AddRoad(land, {{{420, 1040}}, {{560, 570}}}, Material::DirtRoad, 6);
   AddRoad(land, {{{420, 1040}}, {{470, 1556}}}, Material::DirtRoad, 6);
   AssignMaterials(land);

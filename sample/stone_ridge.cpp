@@ -40,15 +40,15 @@ void PlaceAirfield(Placer& place) {
 }
 
 void PlaceFort(Placer& place) {
-  place.Put("bunker", {1426, 1356}, kWest);
-  place.Put("bunker", {1438, 1376}, 300);
-  place.Put("bunker", {1436, 1340}, 220);
-  place.Put("field_gun", {1424, 1368}, kWest);
-  place.Put("sandbags", {1426, 1368}, kWest);
-  place.Put("watchtower", {1452, 1362}, kWest);
-  place.Put("tent", {1450, 1348}, kNorth);
-  place.Put("crate", {1446, 1374}, 30);
-  place.Put("crate", {1448, 1374.6f}, 70);
+  place.Put("bunker", {1370, 1276}, kWest);
+  place.Put("bunker", {1366, 1302}, 300);
+  place.Put("bunker", {1380, 1260}, 220);
+  place.Put("field_gun", {1368, 1288}, kWest);
+  place.Put("sandbags", {1370, 1288}, kWest);
+  place.Put("watchtower", {1396, 1282}, kWest);
+  place.Put("tent", {1394, 1268}, kNorth);
+  place.Put("crate", {1390, 1294}, 30);
+  place.Put("crate", {1392, 1294.6f}, 70);
 }
 
 void PlaceQuarryAndCamp(Placer& place) {
@@ -103,11 +103,11 @@ std::vector<ControlPointPlan> ControlPoints() {
       {"Ridge_Fort",
        2,
        false,
-       {1440, 1360},
+       {1384, 1280},
        30,
        {true, false, false},
-       {{{1444, 1366}, kWest}, {{1444, 1352}, kWest}},
-       {{"field_gun", {{1428, 1348}, kWest}}}},
+       {{{1388, 1286}, kWest}, {{1388, 1272}, kWest}},
+       {{"field_gun", {{1372, 1268}, kWest}}}},
       {"Quarry",
        2,
        true,
