@@ -45,13 +45,7 @@ float RawHeight(Point at) {
 }
 
 Grid MakeHeights() {
-  Grid height(kSide);
-  for (int row = 0; row < kSide; ++row) {
-    for (int column = 0; column < kSide; ++column) {
-      height.At(column, row) =
-          RawHeight({static_cast<float>(column) * kCellSize, static_cast<float>(row) * kCellSize});
-    }
-  }
+  Grid height = MakeGrid(kSide, RawHeight);
   ErodeByRain(height, 42000, 1);
   SettleSlopes(height, 0.72f, 60);
   Smooth(height, 1);

@@ -2,6 +2,7 @@
 // field does. Everything that shapes or paints the sample levels works on it.
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 namespace mw::sample {
@@ -40,6 +41,23 @@ class Grid {
   int side_;
   std::vector<float> values_;
 };
+
+// Where a sample lies.
+inline Point PositionOf(int column, int row) {
+  return {static_cast<float>(column) * kCellSize, static_cast<float>(row) * kCellSize};
+}
+
+// Calls value(position) for every sample.
+template <typename Value>
+Grid MakeGrid(int side, Value value) {
+  Grid grid(side);
+  for (int row = 0; row < side; ++row) {
+    for (int column = 0; column < side; ++column) {
+      grid.At(column, row) = value(PositionOf(column, row));
+    }
+  }
+  return grid;
+}
 
 // Each value becomes the mean of itself and its eight neighbours, `rounds` times.
 void Smooth(Grid& field, int rounds);

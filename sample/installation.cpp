@@ -1,9 +1,9 @@
 #include "sample/installation.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <cstdio>
+#include <iterator>
 #include <span>
 #include <string>
 #include <vector>
@@ -22,24 +22,30 @@ namespace {
 // empty.
 constexpr char kManifest[] = "sample.manifest";
 
-constexpr char kArchives[] = "Mods/varnhold/Archives",
-               kLevels[] = "Mods/varnhold/Archives/varnhold/levels";
+constexpr char kInitScript[] = "Mods/varnhold/Init.con";
+constexpr char kLevelsFolder[] = "Mods/varnhold/Archives/varnhold/levels";
+constexpr const char* kWorkingFiles[] = {"varnhold.cfg", "mpwr.cfg", "varnhold.lst"};
+constexpr int kTileSide = 512;  // pixels
 
-// Files of the game folder and of the working folder.
-constexpr std::array kGameFiles{"Mods/varnhold/Init.con",
-                                "Mods/varnhold/Archives/objects.vra",
-                                "Mods/varnhold/Archives/standardMesh.vra",
-                                "Mods/varnhold/Archives/treeMesh.vra",
-                                "Mods/varnhold/Archives/texture.vra",
-                                "Mods/varnhold/Archives/varnhold/levels/Harbour_Point.vra",
-                                "Mods/varnhold/Archives/varnhold/levels/Stone_Ridge.vra"};
-constexpr std::array kWorkingFiles{"varnhold.cfg", "mpwr.cfg", "varnhold.lst"};
-
-constexpr int kSmallTileSide = 512, kMediumTileSide = 512;  // pixels
+struct ArchivePlan {
+  const char* path;  // in the game folder
+  StorageMode mode;
+  std::vector<Member> (*members)();
+};
+// Textures hardly shrink, so they are stored as they are.
+constexpr ArchivePlan kArchives[] = {
+    {"Mods/varnhold/Archives/objects.vra", StorageMode::Compressed, ObjectMembers},
+    {"Mods/varnhold/Archives/standardMesh.vra", StorageMode::Compressed, StandardMeshMembers},
+    {"Mods/varnhold/Archives/treeMesh.vra", StorageMode::Compressed, TreeMeshMembers},
+    {"Mods/varnhold/Archives/texture.vra", StorageMode::Stored, TextureMembers},
+    {"Mods/varnhold/Archives/varnhold/levels/Harbour_Point.vra", StorageMode::Compressed,
+     [] { return LevelMembers(MakeHarbourPoint(), kTileSide); }},
+    {"Mods/varnhold/Archives/varnhold/levels/Stone_Ridge.vra", StorageMode::Compressed,
+     [] { return LevelMembers(MakeStoneRidge(), kTileSide); }}};
 
 std::vector<std::filesystem::path> FilesOf(const Installation& installation) {
-  std::vector<std::filesystem::path> files;
-  for (const char* file : kGameFiles) files.push_back(installation.gameFolder / file);
+  std::vector<std::filesystem::path> files{installation.gameFolder / kInitScript};
+  for (const ArchivePlan& plan : kArchives) files.push_back(installation.gameFolder / plan.path);
   for (const char* file : kWorkingFiles) files.push_back(installation.workingFolder / file);
   return files;
 }
@@ -58,7 +64,7 @@ std::vector<std::string> ManifestLines(const Installation& installation) {
     const auto bytes = ReadWholeFile(file.string());
     if (!bytes) continue;
     lines.push_back(FormatText("%016llx %s\n", static_cast<unsigned long long>(SumOf(*bytes)),
-                               file.filename().c_str()));
+                               file.filename().string().c_str()));
   }
   return lines;
 }
@@ -72,17 +78,18 @@ std::string Joined(const std::vector<std::string>& lines) {
 bool WriteTextFile(const std::filesystem::path& path, const std::string& text) {
   std::string error;
   if (WriteWholeFile(path.string(), std::string_view(text), &error)) return true;
-  std::fprintf(stderr, "%s could not be written: %s\n", path.c_str(), error.c_str());
+  std::fprintf(stderr, "%s could not be written: %s\n", path.string().c_str(), error.c_str());
   return false;
 }
 
 bool CreateFolders(const Installation& installation) {
   for (const std::filesystem::path& folder :
-       {installation.gameFolder / kLevels, installation.workingFolder}) {
+       {installation.gameFolder / kLevelsFolder, installation.workingFolder}) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (!error) continue;
-    std::fprintf(stderr, "%s could not be created: %s\n", folder.c_str(), error.message().c_str());
+    std::fprintf(stderr, "%s could not be created: %s\n", folder.string().c_str(),
+                 error.message().c_str());
     return false;
   }
   return true;
@@ -92,7 +99,7 @@ bool WriteTexts(const Installation& installation) {
   const std::string gamePath = BackslashPath((installation.gameFolder / "").string());
   if (gamePath.size() > kMaxSavedGamePath) {
     std::fprintf(stderr, "%s is too long for a configuration file.\n",
-                 installation.gameFolder.c_str());
+                 installation.gameFolder.string().c_str());
     return false;
   }
   const std::filesystem::path& work = installation.workingFolder;
@@ -101,25 +108,14 @@ bool WriteTexts(const Installation& installation) {
          WriteTextFile(work / "mpwr.cfg",
                        ModConfigText(gamePath, "The template that new mods start from.")) &&
          WriteTextFile(work / "varnhold.lst", ObjectListText()) &&
-         WriteTextFile(installation.gameFolder / "Mods/varnhold/Init.con",
+         WriteTextFile(installation.gameFolder / kInitScript,
                        WithCarriageReturns(ModInitScript("varnhold")));
 }
 
 bool WriteArchives(const Installation& installation) {
-  const std::filesystem::path content = installation.gameFolder / kArchives;
-  const std::filesystem::path levels = installation.gameFolder / kLevels;
-  // Textures hardly shrink, so they are stored as they are.
-  return WriteArchive((content / "objects.vra").string(), StorageMode::Compressed,
-                      ObjectMembers()) &&
-         WriteArchive((content / "standardMesh.vra").string(), StorageMode::Compressed,
-                      StandardMeshMembers()) &&
-         WriteArchive((content / "treeMesh.vra").string(), StorageMode::Compressed,
-                      TreeMeshMembers()) &&
-         WriteArchive((content / "texture.vra").string(), StorageMode::Stored, TextureMembers()) &&
-         WriteArchive((levels / "Harbour_Point.vra").string(), StorageMode::Compressed,
-                      LevelMembers(MakeHarbourPoint(), kSmallTileSide)) &&
-         WriteArchive((levels / "Stone_Ridge.vra").string(), StorageMode::Compressed,
-                      LevelMembers(MakeStoneRidge(), kMediumTileSide));
+  return std::all_of(std::begin(kArchives), std::end(kArchives), [&](const ArchivePlan& plan) {
+    return WriteArchive((installation.gameFolder / plan.path).string(), plan.mode, plan.members());
+  });
 }
 
 }  // namespace

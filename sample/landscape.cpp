@@ -35,8 +35,9 @@ Material NaturalGround(float aboveWater, float slope, float noise) {
   if (slope < kFlatShore && aboveWater < kWetSandTop) return Material::WetSand;
   if (slope < kFlatShore && aboveWater < kBeachTop + 1.2f * noise) return Material::DrySand;
   if (aboveWater < kWetSandTop) return Material::Mud;
-  if (slope > kScreeSlope + 0.12f * noise)
+  if (slope > kScreeSlope + 0.12f * noise) {
     return noise > 0.1f ? Material::Gravel : Material::DryDirt;
+  }
   if (aboveWater > kBareHeight + 40.0f * noise) {
     return slope > 0.3f ? Material::Rock : Material::Gravel;
   }
@@ -45,6 +46,34 @@ Material NaturalGround(float aboveWater, float slope, float noise) {
                                                               : Material::DryGrass;
 }
 
+// Calls visit(column, row, distance) for every sample within `reach` of a point.
+template <typename Visit>
+void ForSamplesNear(Point centre, float reach, Visit visit) {
+  const auto first = [&](float middle) {
+    return static_cast<int>(std::ceil((middle - reach) / kCellSize));
+  };
+  const auto last = [&](float middle) {
+    return static_cast<int>(std::floor((middle + reach) / kCellSize));
+  };
+  for (int row = first(centre.z); row <= last(centre.z); ++row) {
+    for (int column = first(centre.x); column <= last(centre.x); ++column) {
+      const float distance = Distance(centre, PositionOf(column, row));
+      if (distance <= reach) visit(column, row, distance);
+    }
+  }
+}
+
+float MeanHeight(const Grid& height, const Site& site) {
+  float sum = 0;
+  int count = 0;
+  ForSamplesNear(site.centre, site.radius, [&](int column, int row, float) {
+    sum += height.At(column, row);
+    ++count;
+  });
+  return sum / static_cast<float>(count);
+}
+
+// Moves the end of a new road onto the nearest road within reach.
 void JoinRoad(Point& end, const std::vector<Road>& roads) {
   const Point wanted = end;
   float nearest = kJunctionReach;
@@ -60,33 +89,11 @@ void JoinRoad(Point& end, const std::vector<Road>& roads) {
 }  // namespace
 
 void AddSite(Landscape& land, const Site& site, std::optional<float> height) {
-  Grid& field = land.height;
-  const int reach = static_cast<int>((site.radius + site.edge) / kCellSize) + 1;
-  const int column0 = static_cast<int>(std::lround(site.centre.x / kCellSize));
-  const int row0 = static_cast<int>(std::lround(site.centre.z / kCellSize));
-  const auto distanceTo = [&](int column, int row) {
-    return Distance(site.centre,
-                    {static_cast<float>(column) * kCellSize, static_cast<float>(row) * kCellSize});
-  };
-  if (!height) {
-    float sum = 0;
-    int count = 0;
-    for (int row = row0 - reach; row <= row0 + reach; ++row) {
-      for (int column = column0 - reach; column <= column0 + reach; ++column) {
-        if (distanceTo(column, row) > site.radius) continue;
-        sum += field.At(column, row);
-        ++count;
-      }
-    }
-    height = sum / static_cast<float>(std::max(count, 1));
-  }
-  for (int row = row0 - reach; row <= row0 + reach; ++row) {
-    for (int column = column0 - reach; column <= column0 + reach; ++column) {
-      const float natural =
-          SmoothStep(site.radius, site.radius + site.edge, distanceTo(column, row));
-      field.At(column, row) = std::lerp(*height, field.At(column, row), natural);
-    }
-  }
+  const float level = height ? *height : MeanHeight(land.height, site);
+  ForSamplesNear(site.centre, site.radius + site.edge, [&](int column, int row, float distance) {
+    float& h = land.height.At(column, row);
+    h = std::lerp(level, h, SmoothStep(site.radius, site.radius + site.edge, distance));
+  });
   land.sites.push_back(site);
 }
 

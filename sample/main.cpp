@@ -22,7 +22,7 @@ int main(int argc, char** argv) {
   if (!force && IsEdited(installation)) {
     std::printf(
         "The sample game in %s has been edited and stays as it is; --force writes it anew.\n",
-        installation.gameFolder.c_str());
+        installation.gameFolder.string().c_str());
     return 0;
   }
   return WriteInstallation(installation) ? 0 : 1;

@@ -56,8 +56,7 @@ float RawHeight(Point at) {
 void CutRiver(Grid& height) {
   for (int row = 0; row < height.Side(); ++row) {
     for (int column = 0; column < height.Side(); ++column) {
-      const Point at{static_cast<float>(column) * kCellSize, static_cast<float>(row) * kCellSize};
-      const float fromWater = FromWater(at);
+      const float fromWater = FromWater(PositionOf(column, row));
       const float bed = fromWater < 0 ? kWaterLevel - 7 * (1 - std::exp(fromWater / 8))
                                       : kWaterLevel + 0.14f * fromWater;
       float& h = height.At(column, row);
@@ -67,13 +66,7 @@ void CutRiver(Grid& height) {
 }
 
 Grid MakeHeights() {
-  Grid height(kSide);
-  for (int row = 0; row < kSide; ++row) {
-    for (int column = 0; column < kSide; ++column) {
-      height.At(column, row) =
-          RawHeight({static_cast<float>(column) * kCellSize, static_cast<float>(row) * kCellSize});
-    }
-  }
+  Grid height = MakeGrid(kSide, RawHeight);
   ErodeByRain(height, 170000, 2);
   SettleSlopes(height, 0.74f, 60);
   Smooth(height, 1);

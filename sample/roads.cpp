@@ -81,6 +81,21 @@ std::vector<int> CheapestWays(const RouteGrid& grid, int start, int goal) {
   return before;
 }
 
+// The way between two points that costs least, climbing and wading being dear. Both ends included.
+std::vector<Point> FindRoute(const Grid& height, float waterLevel, Point from, Point to) {
+  const RouteGrid grid{height, waterLevel, height.Side() / kRouteStep};
+  const int start = grid.PlaceOf(from), goal = grid.PlaceOf(to);
+  const std::vector<int> before = CheapestWays(grid, start, goal);
+  std::vector<Point> route{to};
+  for (int place = before[static_cast<std::size_t>(goal)]; place >= 0 && place != start;
+       place = before[static_cast<std::size_t>(place)]) {
+    route.push_back(grid.PointOf(place));
+  }
+  route.push_back(from);
+  std::reverse(route.begin(), route.end());
+  return route;
+}
+
 // A polyline with points at even distances, ends kept.
 std::vector<Point> Resample(const std::vector<Point>& line, float spacing) {
   std::vector<Point> result{line.front()};
@@ -139,20 +154,6 @@ void AppendStretch(Road& road, const Grid& height, const std::vector<Point>& lin
 
 }  // namespace
 
-std::vector<Point> FindRoute(const Grid& height, float waterLevel, Point from, Point to) {
-  const RouteGrid grid{height, waterLevel, height.Side() / kRouteStep};
-  const int start = grid.PlaceOf(from), goal = grid.PlaceOf(to);
-  const std::vector<int> before = CheapestWays(grid, start, goal);
-  std::vector<Point> route{to};
-  for (int place = before[static_cast<std::size_t>(goal)]; place >= 0 && place != start;
-       place = before[static_cast<std::size_t>(place)]) {
-    route.push_back(grid.PointOf(place));
-  }
-  route.push_back(from);
-  std::reverse(route.begin(), route.end());
-  return route;
-}
-
 Road LayRoad(const Grid& height, float waterLevel, const std::vector<Waypoint>& waypoints,
              Material surface, float width) {
   Road road{surface, width, {}};
@@ -178,8 +179,7 @@ void ShapeRoadBed(Grid& height, const Road& road) {
   const float level = road.width / 2 + kBedMargin;
   for (int row = 0; row < height.Side(); ++row) {
     for (int column = 0; column < height.Side(); ++column) {
-      const Point at{static_cast<float>(column) * kCellSize, static_cast<float>(row) * kCellSize};
-      const RoadHit hit = index.Nearest(at);
+      const RoadHit hit = index.Nearest(PositionOf(column, row));
       if (!hit.road) continue;
       const float ground = SmoothStep(level, road.width / 2 + kShoulder, hit.distance);
       float& h = height.At(column, row);

@@ -47,9 +47,6 @@ struct Waypoint {
   std::optional<float> height{};  // of the road there; the ground's when not given
 };
 
-// The way between two points that costs least, climbing and wading being dear. Both ends included.
-std::vector<Point> FindRoute(const Grid& height, float waterLevel, Point from, Point to);
-
 // Lays a road through the waypoints: the cheapest route over land, smoothed, with a steady profile
 // that meets the ground at its ends.
 Road LayRoad(const Grid& height, float waterLevel, const std::vector<Waypoint>& waypoints,

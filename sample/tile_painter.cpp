@@ -13,6 +13,7 @@ namespace {
 constexpr float kRoadVerge = 5.0f;   // world units beside a road that its dust reaches
 constexpr float kWetBand = 2.2f;     // world units above the water that are dark with damp
 constexpr float kClearDepth = 6.0f;  // depth at which the bottom has mostly faded
+constexpr float kFray = 4.5f;        // world units by which borders of materials wander
 constexpr int kGrainSide = 512;
 
 const Colour kDeepWater = Rgb(24, 54, 66), kShallowWater = Rgb(62, 112, 108);
@@ -20,29 +21,49 @@ const Colour kFoam = Rgb(226, 226, 214);
 
 // Grain of several sizes on a grid that wraps: every pixel a little different, in small clumps.
 Grid MakeGrain() {
-  Grid grain(kGrainSide);
-  const float size = grain.WorldSize();
-  for (int row = 0; row < kGrainSide; ++row) {
-    for (int column = 0; column < kGrainSide; ++column) {
-      const Point at{static_cast<float>(column) * kCellSize, static_cast<float>(row) * kCellSize};
-      const float speck = 2 * HashUnit(column, row, 1) - 1;
-      grain.At(column, row) =
-          std::clamp(0.9f * Noise(at, size, {64, 3, 7}) + 0.45f * speck, -1.0f, 1.0f);
-    }
-  }
-  return grain;
+  return MakeGrid(kGrainSide, [](Point at) {
+    const float speck = 2 * HashUnit(static_cast<int>(at.x), static_cast<int>(at.z), 1) - 1;
+    const float clumps = Noise(at, kGrainSide * kCellSize, {64, 3, 7});
+    return std::clamp(0.9f * clumps + 0.45f * speck, -1.0f, 1.0f);
+  });
 }
 
 Grid MakeMottle(const Grid& height) {
-  Grid mottle(height.Side());
-  const float size = height.WorldSize();
-  for (int row = 0; row < mottle.Side(); ++row) {
-    for (int column = 0; column < mottle.Side(); ++column) {
-      const Point at{static_cast<float>(column) * kCellSize, static_cast<float>(row) * kCellSize};
-      mottle.At(column, row) = std::clamp(1.4f * Noise(at, size, {16, 4, 40}), -1.0f, 1.0f);
-    }
+  return MakeGrid(height.Side(), [&](Point at) {
+    return std::clamp(1.4f * Noise(at, height.WorldSize(), {16, 4, 40}), -1.0f, 1.0f);
+  });
+}
+
+// A ground varies between two colours; its grain is a share of its brightness.
+struct GroundLook {
+  Colour dark, light;
+  float grain;
+};
+
+GroundLook LookOf(Material material) {
+  switch (material) {
+    case Material::DryGrass:
+      return {Rgb(96, 106, 52), Rgb(154, 144, 84), 0.17f};
+    case Material::WetGrass:
+      return {Rgb(70, 90, 42), Rgb(116, 122, 62), 0.18f};
+    case Material::DryDirt:
+      return {Rgb(134, 110, 80), Rgb(156, 134, 100), 0.14f};
+    case Material::WetDirt:
+      return {Rgb(92, 78, 54), Rgb(112, 102, 64), 0.16f};
+    case Material::Mud:
+      return {Rgb(78, 66, 46), Rgb(98, 84, 60), 0.1f};
+    case Material::Gravel:
+      return {Rgb(126, 118, 104), Rgb(152, 142, 126), 0.22f};
+    case Material::DrySand:
+      return {Rgb(206, 186, 140), Rgb(222, 204, 162), 0.07f};
+    case Material::Water:
+    case Material::WetSand:
+      return {Rgb(168, 148, 108), Rgb(184, 164, 122), 0.07f};
+    case Material::Rock:
+      return {Rgb(108, 102, 94), Rgb(148, 140, 128), 0.17f};
+    default:
+      return {Rgb(128, 110, 80), Rgb(150, 130, 96), 0.12f};  // what shows beside a road
   }
-  return mottle;
 }
 
 // Two ruts where wheels run, as a factor on the road's brightness.
@@ -91,42 +112,20 @@ Colour GroundPainter::MaterialColour(Material material, Point at) const {
   const float fine = Grain(at, 0.5f);
   const float clumps = grain_.Sample({at.x * 2.0f, at.z * 2.0f});
   const float patches = mottle_.Sample(at);
-  const float mixed = std::clamp(0.5f + 0.35f * patches + 0.3f * clumps, 0.0f, 1.0f);
-  const auto rough = [&](float amount) { return 1 + amount * fine + 0.6f * amount * clumps; };
-  switch (material) {
-    case Material::DryGrass:
-      return Mix(Rgb(96, 106, 52), Rgb(154, 144, 84), mixed) * rough(0.17f);
-    case Material::WetGrass:
-      return Mix(Rgb(70, 90, 42), Rgb(116, 122, 62), mixed) * rough(0.18f);
-    case Material::DryDirt:
-      return Mix(Rgb(134, 110, 80), Rgb(156, 134, 100), mixed) * rough(0.14f);
-    case Material::WetDirt:
-      return Mix(Rgb(92, 78, 54), Rgb(112, 102, 64), mixed) * rough(0.16f);
-    case Material::Mud:
-      return Mix(Rgb(78, 66, 46), Rgb(98, 84, 60), mixed) * rough(0.1f);
-    case Material::Gravel:
-      return Mix(Rgb(126, 118, 104), Rgb(152, 142, 126), mixed) * rough(0.22f);
-    case Material::DrySand:
-      return Mix(Rgb(206, 186, 140), Rgb(222, 204, 162), mixed) * rough(0.07f);
-    case Material::Water:
-    case Material::WetSand:
-      return Mix(Rgb(168, 148, 108), Rgb(184, 164, 122), mixed) * rough(0.07f);
-    case Material::Rock: {
-      // Layers of stone show as bands along the height lines.
-      const float height = land_.height.Sample(at) + 2.5f * clumps;
-      const float band = 0.5f + 0.5f * std::sin(height * 0.45f + 2.0f * patches);
-      return Mix(Rgb(108, 102, 94), Rgb(148, 140, 128), band) * rough(0.17f);
-    }
-    default:
-      return Mix(Rgb(128, 110, 80), Rgb(150, 130, 96), mixed) * rough(0.12f);
+  float light = 0.5f + 0.35f * patches + 0.3f * clumps;
+  if (material == Material::Rock) {
+    // Layers of stone show as bands along the height lines.
+    light =
+        0.5f + 0.5f * std::sin(0.45f * land_.height.Sample(at) + 1.1f * clumps + 2.0f * patches);
   }
+  const GroundLook look = LookOf(material);
+  return Mix(look.dark, look.light, Clamp01(light)) * (1 + look.grain * (fine + 0.6f * clumps));
 }
 
 // The materials of the four cells around the point, their borders frayed.
 Colour GroundPainter::BlendedMaterials(Point at) const {
-  const float fray = 4.5f;
-  const float frayX = fray * grain_.Sample({at.x * 1.3f, at.z * 1.3f});
-  const float frayZ = fray * grain_.Sample({at.z * 1.3f + 700.0f, at.x * 1.3f});
+  const float frayX = kFray * grain_.Sample({at.x * 1.3f, at.z * 1.3f});
+  const float frayZ = kFray * grain_.Sample({at.z * 1.3f + 700.0f, at.x * 1.3f});
   const float x = (at.x + frayX) / kCellSize - 0.5f, z = (at.z + frayZ) / kCellSize - 0.5f;
   const int column = static_cast<int>(std::floor(x)), row = static_cast<int>(std::floor(z));
   const float u = SmoothStep(0, 1, x - std::floor(x)), v = SmoothStep(0, 1, z - std::floor(z));
