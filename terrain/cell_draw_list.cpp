@@ -37,13 +37,14 @@ class ListBuilder {
     auto& out = list_.triangles[layer];
     if (out.empty()) list_.usedLayers.push_back(layer);
     const Corners c(i, j);
-    // The triangles that a strip of the four corners gives, in the order of their vertices.
+    // The triangles that a strip of the four corners gives. Where GL shades flat, their last vertex
+    // gives the colour: it is the cell's own corner.
     if (split_ == CellSplit::FarLeftToNearRight)
       out.insert(out.end(),
                  {c.nearLeft, c.nearRight, c.farLeft, c.farLeft, c.nearRight, c.farRight});
     else
       out.insert(out.end(),
-                 {c.nearRight, c.nearLeft, c.farRight, c.farRight, c.nearLeft, c.farLeft});
+                 {c.farRight, c.nearRight, c.nearLeft, c.farLeft, c.farRight, c.nearLeft});
   }
 
   // Each line once: the two that the cell shares with cells drawn later, and those that no other
@@ -84,6 +85,66 @@ class ListBuilder {
   CellDrawList& list_;
 };
 
+// Rows and columns, inclusive; may be empty.
+struct CellBlock {
+  int firstRow, lastRow, firstColumn, lastColumn;
+};
+
+void AddCells(const CellBlock& block, ListBuilder& builder) {
+  for (int i = block.lastRow; i >= block.firstRow; --i) {
+    for (int j = block.firstColumn; j <= block.lastColumn; ++j) builder.AddCell(i, j);
+  }
+  builder.EndStep();
+}
+
+// From the corner of the last row and the first column on, one diagonal per step.
+void AddDiagonals(const CellBlock& block, ListBuilder& builder) {
+  const int rows = block.lastRow - block.firstRow + 1;
+  const int columns = block.lastColumn - block.firstColumn + 1;
+  if (rows <= 0 || columns <= 0) return;
+  for (int diagonal = 0; diagonal < rows + columns - 1; ++diagonal) {
+    const int first = std::max(0, diagonal - rows + 1), last = std::min(diagonal, columns - 1);
+    for (int column = first; column <= last; ++column) {
+      const int i = block.lastRow - (diagonal - column), j = block.firstColumn + column;
+      builder.AddCell(i, j);
+      builder.AddGridLines(i, j);
+    }
+    builder.EndStep();
+  }
+}
+
+// Changes only the GL state that differs from the batch before.
+class LayerSwitch {
+ public:
+  explicit LayerSwitch(bool textured) : textured_(textured) {
+    if (textured_) glBindTexture(GL_TEXTURE_2D, texture_);
+  }
+
+  void Select(const CellLayer& layer) {
+    if (textured_ && texture_ != layer.texture) {
+      texture_ = layer.texture;
+      glBindTexture(GL_TEXTURE_2D, layer.texture);
+    }
+    if (layer.ownColour) glColor4fv(layer.colour.data());
+    SetOwnColour(layer.ownColour);
+  }
+
+  // Else the vertices' colours.
+  void SetOwnColour(bool own) {
+    if (own == ownColour_) return;
+    ownColour_ = own;
+    if (own)
+      glDisableClientState(GL_COLOR_ARRAY);
+    else
+      glEnableClientState(GL_COLOR_ARRAY);
+  }
+
+ private:
+  bool textured_;
+  bool ownColour_ = false;
+  unsigned texture_ = 0;
+};
+
 }  // namespace
 
 void CellMap::Reset() {
@@ -103,27 +164,24 @@ bool CellMap::IsCornerVisible(int i, int j) {
   return camera.IsPointVisible(vertex.x, vertex.h * modConfig.HeightScale, vertex.z, kCullMargin);
 }
 
-void BuildCellDrawList(const CellMap& cells, CellSplit split, bool grid, CellDrawList& list) {
+void BuildCellDrawList(const CellMap& cells, CellSplit split, bool grid, CellOrder order,
+                       CellDrawList& list) {
   const ViewSquare& square = cells.Square();
-  const int rows = square.ViewRowEnd - square.ViewRowStart;
-  const int columns = square.ViewColEnd - square.ViewColStart;
+  const int side = order == CellOrder::TileByTile && grid ? kTileCells : kMaxMaterialSize;
   ListBuilder builder(cells, split, list);
-  if (rows <= 0 || columns <= 0) return;
-  if (!grid) {
-    for (int i = square.ViewRowEnd; i > square.ViewRowStart; --i) {
-      for (int j = square.ViewColStart; j < square.ViewColEnd; ++j) builder.AddCell(i, j);
+  // Blocks start at row 1 and column 0, where the tiles do; later ones are drawn later.
+  for (int rowBlock = (square.ViewRowEnd - 1) / side; rowBlock >= 0; --rowBlock) {
+    const int lastRow = std::min(square.ViewRowEnd, (rowBlock + 1) * side);
+    const int firstRow = std::max(square.ViewRowStart, rowBlock * side) + 1;
+    for (int column = square.ViewColStart; column < square.ViewColEnd;) {
+      const int end = std::min(square.ViewColEnd, (column / side + 1) * side);
+      const CellBlock block{firstRow, lastRow, column, end - 1};
+      if (grid)
+        AddDiagonals(block, builder);
+      else
+        AddCells(block, builder);
+      column = end;
     }
-    builder.EndStep();
-    return;
-  }
-  for (int diagonal = 0; diagonal < rows + columns - 1; ++diagonal) {
-    const int first = std::max(0, diagonal - rows + 1), last = std::min(diagonal, columns - 1);
-    for (int column = first; column <= last; ++column) {
-      const int i = square.ViewRowEnd - (diagonal - column), j = square.ViewColStart + column;
-      builder.AddCell(i, j);
-      builder.AddGridLines(i, j);
-    }
-    builder.EndStep();
   }
 }
 
@@ -140,23 +198,23 @@ void DrawCellBatches(const CellDrawList& list, unsigned indexBuffer,
                      std::span<const CellLayer> layers, bool textured) {
   BindTerrainVertices(textured);
   glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, indexBuffer);
+  glLineWidth(kGridLineWidth);
   if (textured)
     glEnable(GL_TEXTURE_2D);
   else
     glDisable(GL_TEXTURE_2D);
-  glLineWidth(kGridLineWidth);
+  glShadeModel(GL_FLAT);
+  LayerSwitch layerSwitch(textured);
   for (const CellBatch& batch : list.batches) {
-    if (batch.lines) {
-      glColor4f(0, 0, 0, 0);  // black whatever texture is bound
-    } else {
-      const CellLayer& layer = layers[batch.layer - 1u];
-      if (textured) glBindTexture(GL_TEXTURE_2D, layer.texture);
-      glColor4fv(layer.colour.data());
-    }
+    if (batch.lines)
+      layerSwitch.SetOwnColour(false);
+    else
+      layerSwitch.Select(layers[batch.layer - 1u]);
     glDrawElements(batch.lines ? GL_LINES : GL_TRIANGLES, static_cast<GLsizei>(batch.count),
                    GL_UNSIGNED_INT,
                    reinterpret_cast<const void*>(batch.first * sizeof(std::uint32_t)));
   }
+  glShadeModel(GL_SMOOTH);
   glDisable(GL_TEXTURE_2D);
   glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
   UnbindTerrainVertices();

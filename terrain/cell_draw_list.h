@@ -15,10 +15,11 @@ namespace mw {
 // The two triangle strips in use split a cell along different diagonals.
 enum class CellSplit { FarLeftToNearRight, FarRightToNearLeft };
 
-// What one draw call shows: a texture (0: none) and the colour that multiplies it.
+// What one draw call shows: a texture (0: none), with the colours of the cells or one of its own.
 struct CellLayer {
   unsigned texture = 0;
-  std::array<float, 4> colour{1, 1, 1, 1};
+  bool ownColour = false;
+  std::array<float, 4> colour{};
   friend bool operator==(const CellLayer&, const CellLayer&) = default;
 };
 
@@ -79,8 +80,11 @@ struct CellDrawList {
 // Lists the visible cells. Without grid lines each layer is one batch. With them the cells follow
 // in diagonals, each before its lines: where a line lies in the plane of the ground (seen from
 // above it always does) it shows on cells that are drawn after it and is hidden on those drawn
-// before, as when cells are drawn one by one from the last row and the first column on.
-void BuildCellDrawList(const CellMap& cells, CellSplit split, bool grid, CellDrawList& list);
+// before, as when cells are drawn one by one from the last row and the first column on. A map with
+// a layer per surface tile is best listed tile by tile, so that few batches change the texture.
+enum class CellOrder { Whole, TileByTile };
+void BuildCellDrawList(const CellMap& cells, CellSplit split, bool grid, CellOrder order,
+                       CellDrawList& list);
 
 // Copies the list's indices to GL; makes the buffer when `indexBuffer` is 0. Context current.
 void UploadCellDrawList(const CellDrawList& list, unsigned& indexBuffer);

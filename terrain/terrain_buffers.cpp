@@ -22,6 +22,7 @@ constexpr float kSteep = 0.7f;        // height part of a cell edge's unit vecto
 struct DrawnVertex {
   float x, y, z;
   float s, t;
+  ByteColour colour;
 };
 // A vertex and its raised copy.
 using VertexPair = std::array<DrawnVertex, 2>;
@@ -30,10 +31,11 @@ using VertexPair = std::array<DrawnVertex, 2>;
 struct Shape {
   int size = 0;
   float cellSize = 0, heightScale = 0;
+  CellColours colours;
   friend bool operator==(const Shape&, const Shape&) = default;
 };
 
-// Columns of one row that changed; empty when last < first.
+// Columns of one row that have to be written again; none when last < first.
 struct ChangedColumns {
   int first = kGridCapacity, last = -1;
 };
@@ -67,56 +69,36 @@ VertexPair MakeVertexPair(int i, int j) {
   const auto size = static_cast<float>(buffers.shape.size);
   const auto tiles = static_cast<float>(TilesPerSide);
   const TerrainVertex& vertex = terrain->grid[i][j];
+  const CellColours& colours = buffers.shape.colours;
   const float y = WorldHeight(i, j);
   const float s = (size - static_cast<float>(i)) / size * tiles;
   const float t = static_cast<float>(j) / size * tiles;
-  return {DrawnVertex{vertex.x, y, vertex.z, s, t},
-          DrawnVertex{vertex.x, y + kGridRaise, vertex.z, s, t}};
-}
-
-// Writes columns first ... last of row i into the bound buffer.
-void WriteRow(int i, int first, int last) {
-  for (int j = first; j <= last; ++j)
-    buffers.row[static_cast<std::size_t>(j)] = MakeVertexPair(i, j);
-  glBufferSubData(GL_ARRAY_BUFFER, static_cast<GLintptr>(CellIndex(i, first) * sizeof(VertexPair)),
-                  static_cast<GLsizeiptr>(last - first + 1) * GLsizeiptr{sizeof(VertexPair)},
-                  &buffers.row[static_cast<std::size_t>(first)]);
-}
-
-// Writes the row's vertices and those that take their heights from it across the seams.
-void WriteRowAndSeams(int i, int first, int last) {
-  const int size = buffers.shape.size;
-  for (const int row : {i, i == size ? 0 : -1}) {
-    if (row < 0) continue;
-    WriteRow(row, first, last);
-    if (first == 0 && last < size) WriteRow(row, size, size);
-  }
+  const ByteColour colour = IsSteepCell(i, j) ? colours.steep : colours.ground;
+  return {DrawnVertex{vertex.x, y, vertex.z, s, t, colour},
+          DrawnVertex{vertex.x, y + kGridRaise, vertex.z, s, t, {}}};
 }
 
 bool IsSteepRise(float rise) {
   return std::abs(rise) > kSteep * std::sqrt(rise * rise + CellSize * CellSize);
 }
 
-void UpdateSteepCell(int i, int j) {
-  const float y = WorldHeight(i, j);
-  buffers.steep[CellIndex(i, j)] =
-      IsSteepRise(WorldHeight(i, j + 1) - y) || IsSteepRise(WorldHeight(i - 1, j) - y);
-}
-
-void UpdateSteepCells(int firstRow, int lastRow, int firstColumn, int lastColumn) {
-  for (int i = std::max(firstRow, 1); i <= std::min(lastRow, buffers.shape.size); ++i) {
-    for (int j = std::max(firstColumn, 0); j <= std::min(lastColumn, buffers.shape.size - 1); ++j) {
-      UpdateSteepCell(i, j);
-    }
+void UpdateSteepCells(int i, int first, int last) {
+  if (i == 0) return;  // no cell has its corner here or in the last column
+  for (int j = first; j <= std::min(last, buffers.shape.size - 1); ++j) {
+    const float y = WorldHeight(i, j);
+    buffers.steep[CellIndex(i, j)] =
+        IsSteepRise(WorldHeight(i, j + 1) - y) || IsSteepRise(WorldHeight(i - 1, j) - y);
   }
 }
 
-// The cells whose corners or edges use a changed vertex, seams included.
-void UpdateSteepCellsAround(int i, int first, int last) {
-  const int size = buffers.shape.size;
-  UpdateSteepCells(i, i + 1, first - 1, last);
-  if (i == size) UpdateSteepCells(1, 1, first, last);
-  if (first == 0) UpdateSteepCells(i, i, size - 1, size - 1);
+// Writes columns first ... last of row i into the bound buffer.
+void WriteRow(int i, int first, int last) {
+  UpdateSteepCells(i, first, last);
+  for (int j = first; j <= last; ++j)
+    buffers.row[static_cast<std::size_t>(j)] = MakeVertexPair(i, j);
+  glBufferSubData(GL_ARRAY_BUFFER, static_cast<GLintptr>(CellIndex(i, first) * sizeof(VertexPair)),
+                  static_cast<GLsizeiptr>(last - first + 1) * GLsizeiptr{sizeof(VertexPair)},
+                  &buffers.row[static_cast<std::size_t>(first)]);
 }
 
 void RebuildBuffer() {
@@ -126,16 +108,25 @@ void RebuildBuffer() {
   glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(rowLength * rowLength * sizeof(VertexPair)),
                nullptr, GL_DYNAMIC_DRAW);
   for (int i = 0; i <= buffers.shape.size; ++i) WriteRow(i, 0, buffers.shape.size);
-  UpdateSteepCells(1, buffers.shape.size, 0, buffers.shape.size - 1);
 }
 
 void UpdateChangedRows() {
   for (int i = changed.firstRow; i <= std::min(changed.lastRow, buffers.shape.size); ++i) {
-    const int first = changed.rows[i].first;
-    const int last = std::min(changed.rows[i].last, buffers.shape.size - 1);
-    if (last < first) continue;
-    WriteRowAndSeams(i, first, last);
-    UpdateSteepCellsAround(i, first, last);
+    const auto [first, last] = changed.rows[i];
+    if (first <= last) WriteRow(i, first, std::min(last, buffers.shape.size));
+  }
+}
+
+// Vertices to be written again; limited to the grid.
+void MarkVertices(int i0, int j0, int i1, int j1) {
+  i0 = std::max(i0, 0), j0 = std::max(j0, 0);
+  i1 = std::min(i1, modConfig.MaterialSize), j1 = std::min(j1, modConfig.MaterialSize);
+  if (i1 < i0 || j1 < j0 || i1 > kMaxMaterialSize) return;
+  changed.firstRow = std::min(changed.firstRow, i0);
+  changed.lastRow = std::max(changed.lastRow, i1);
+  for (int i = i0; i <= i1; ++i) {
+    changed.rows[i].first = std::min(changed.rows[i].first, j0);
+    changed.rows[i].last = std::max(changed.rows[i].last, j1);
   }
 }
 
@@ -149,17 +140,13 @@ void ForgetChanges() {
 }  // namespace
 
 void MarkTerrainChanged(int i0, int j0, int i1, int j1) {
-  i0 = std::max(i0, 1);  // row 0 is drawn with the heights of another
-  j0 = std::max(j0, 0);
-  i1 = std::min(i1, kMaxMaterialSize);
-  j1 = std::min(j1, kMaxMaterialSize);
-  if (i1 < i0 || j1 < j0) return;
-  changed.firstRow = std::min(changed.firstRow, i0);
-  changed.lastRow = std::max(changed.lastRow, i1);
-  for (int i = i0; i <= i1; ++i) {
-    changed.rows[i].first = std::min(changed.rows[i].first, j0);
-    changed.rows[i].last = std::max(changed.rows[i].last, j1);
-  }
+  const int size = modConfig.MaterialSize;
+  // The next row and the column before have cells whose edges end here.
+  MarkVertices(i0, j0 - 1, i1 + 1, j1);
+  // So have the cells on the other side of a seam, where the heights are drawn a second time.
+  if (i1 >= size) MarkVertices(0, j0 - 1, 1, j1);
+  if (j0 <= 0) MarkVertices(i0, size - 1, i1 + 1, size);
+  if (i1 >= size && j0 <= 0) MarkVertices(0, size - 1, 1, size);
 }
 
 void MarkAllTerrainChanged() { changed.all = true; }
@@ -169,8 +156,8 @@ void ReleaseTerrainVertices() {
   buffers = Buffers{};
 }
 
-bool SyncTerrainBuffers() {
-  const Shape shape{modConfig.MaterialSize, CellSize, modConfig.HeightScale};
+bool SyncTerrainBuffers(const CellColours& colours) {
+  const Shape shape{modConfig.MaterialSize, CellSize, modConfig.HeightScale, colours};
   if (!terrain || shape.size < 1 || shape.size > kMaxMaterialSize) return false;
   const bool rebuild = changed.all || !buffers.name || shape != buffers.shape;
   if (!rebuild && changed.lastRow < 0) return true;
@@ -194,12 +181,15 @@ void BindTerrainVertices(bool textured) {
   glBindBuffer(GL_ARRAY_BUFFER, buffers.name);
   glEnableClientState(GL_VERTEX_ARRAY);
   glVertexPointer(3, GL_FLOAT, sizeof(DrawnVertex), at(offsetof(DrawnVertex, x)));
+  glEnableClientState(GL_COLOR_ARRAY);
+  glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(DrawnVertex), at(offsetof(DrawnVertex, colour)));
   if (!textured) return;
   glEnableClientState(GL_TEXTURE_COORD_ARRAY);
   glTexCoordPointer(2, GL_FLOAT, sizeof(DrawnVertex), at(offsetof(DrawnVertex, s)));
 }
 
 void UnbindTerrainVertices() {
+  glDisableClientState(GL_COLOR_ARRAY);
   glDisableClientState(GL_TEXTURE_COORD_ARRAY);
   glDisableClientState(GL_VERTEX_ARRAY);
   glBindBuffer(GL_ARRAY_BUFFER, 0);

@@ -3,13 +3,24 @@
 // frame. Used by the renderers of all editing modes.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 namespace mw {
 
-// Brings buffer and cell flags up to date with the grid. Needs the GL context. False when there is
-// no terrain to draw.
-bool SyncTerrainBuffers();
+using ByteColour = std::array<std::uint8_t, 4>;  // red, green, blue, alpha
+
+// The colours that the vertices carry: that of vertex (i, j) is the colour of the cell with this
+// corner.
+struct CellColours {
+  ByteColour ground{255, 255, 255, 255};
+  ByteColour steep = ground;
+  friend bool operator==(const CellColours&, const CellColours&) = default;
+};
+
+// Brings buffer and cell flags up to date with the grid; other colours than before rebuild all.
+// Needs the GL context. False when there is no terrain to draw.
+bool SyncTerrainBuffers(const CellColours& colours);
 // Grows whenever SyncTerrainBuffers changed something.
 unsigned TerrainBufferVersion();
 
@@ -23,7 +34,7 @@ void ReleaseTerrainVertices();
 
 // Place of vertex (i, j) in the buffer; a copy that is raised for grid lines follows each vertex.
 std::uint32_t TerrainVertexIndex(int i, int j);
-inline constexpr std::uint32_t kRaisedCopy = 1;
+inline constexpr std::uint32_t kRaisedCopy = 1;  // black
 
 // Whether the cell with corner (i, j), spanning rows i - 1 ... i and columns j ... j + 1, rises or
 // falls steeply along its edges from that corner.

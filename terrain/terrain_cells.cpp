@@ -21,7 +21,8 @@ namespace {
 using Colour = std::array<float, 4>;
 
 constexpr int kMaxTileBlocks = kMaxMaterialSize / kTileCells;  // per side of the grid
-constexpr Colour kGrey{0.5f, 0.5f, 0.5f, 1}, kOrange{1, 0.5f, 0, 1}, kWhite{1, 1, 1, 1};
+constexpr ByteColour kGrey{128, 128, 128, 255}, kOrange{255, 128, 0, 255},
+    kWhite{255, 255, 255, 255};
 
 // Everything that decides what is drawn. While it stays the same, the list of the last frame serves
 // again.
@@ -30,7 +31,6 @@ struct CellScene {
   ViewSquare square;
   unsigned terrainVersion = 0;
   bool textured = false, grid = false, showSteep = false;
-  Colour ground{};
   // Texture of each block of 64 x 64 cells in the square, counted from row 1 and column 0.
   std::array<std::array<unsigned, kMaxTileBlocks>, kMaxTileBlocks> tileTextures{};
   std::vector<Cell> brush;
@@ -75,8 +75,7 @@ unsigned TextureOfCell(int i, int j) {
 }
 
 // 1 + the layer's index. The few tiles that fit into a view square leave room for all layers.
-std::uint8_t LayerFor(unsigned texture, const Colour& colour) {
-  const CellLayer layer{texture, colour};
+std::uint8_t LayerFor(const CellLayer& layer) {
   const auto found = std::find(drawn.layers.begin(), drawn.layers.end(), layer);
   const auto index = std::min<std::ptrdiff_t>(found - drawn.layers.begin(), kMaxCellLayers - 1);
   if (found == drawn.layers.end() && drawn.layers.size() < kMaxCellLayers)
@@ -87,30 +86,30 @@ std::uint8_t LayerFor(unsigned texture, const Colour& colour) {
 void ChooseVisibleCells() {
   drawn.map.Reset();
   drawn.layers.clear();
-  unsigned lastTexture = TextureOfCell(1, 0);
-  std::uint8_t lastLayer = LayerFor(lastTexture, wanted.ground);
-  const std::uint8_t steep = wanted.showSteep ? LayerFor(0, kOrange) : 0;
+  CellLayer last{TextureOfCell(1, 0), false, {}};
+  std::uint8_t lastIndex = LayerFor(last);
   drawn.map.ChooseVisible([&](int i, int j) {
-    if (steep && IsSteepCell(i, j)) return steep;
     const unsigned texture = TextureOfCell(i, j);
-    if (texture != lastTexture) lastTexture = texture, lastLayer = LayerFor(texture, wanted.ground);
-    return lastLayer;
+    if (texture != last.texture) {
+      last.texture = texture;
+      lastIndex = LayerFor(last);
+    }
+    return lastIndex;
   });
   for (const auto [i, j] : wanted.brush) {
-    if (steep && IsSteepCell(i, j)) continue;
-    drawn.map.Replace(i, j, LayerFor(TextureOfCell(i, j), wanted.brushColour));
+    if (wanted.showSteep && IsSteepCell(i, j)) continue;
+    drawn.map.Replace(i, j, LayerFor({TextureOfCell(i, j), true, wanted.brushColour}));
   }
 }
 
 // Describes the frame as far as all modes have it in common.
-void DescribeScene(const Colour& texturedGround) {
+void DescribeScene() {
   wanted.frustum = camera.frustum;
   wanted.square = viewSquare;
   wanted.terrainVersion = TerrainBufferVersion();
   wanted.textured = editor.ShowTextures;
   wanted.grid = editor.ShowGrid;
   wanted.showSteep = false;
-  wanted.ground = editor.ShowTextures ? texturedGround : kGrey;
   wanted.brush.clear();
   wanted.brushColour = {};
   FindTileTextures();
@@ -121,18 +120,36 @@ void DrawScene() {
     ChooseVisibleCells();
     BuildCellDrawList(
         drawn.map, wanted.textured ? CellSplit::FarLeftToNearRight : CellSplit::FarRightToNearLeft,
-        wanted.grid, drawn.list);
+        wanted.grid, wanted.textured ? CellOrder::TileByTile : CellOrder::Whole, drawn.list);
     UploadCellDrawList(drawn.list, drawn.indexBuffer);
     std::swap(wanted, drawn.scene);
   }
   DrawCellBatches(drawn.list, drawn.indexBuffer, drawn.layers, drawn.scene.textured);
 }
 
+ByteColour BaseColourBytes() {
+  ByteColour bytes{};
+  std::transform(
+      TerrainBaseColour().begin(), TerrainBaseColour().end(), bytes.begin(),
+      [](float c) { return static_cast<std::uint8_t>(std::clamp(c, 0.0f, 1.0f) * 255.0f + 0.5f); });
+  return bytes;
+}
+
+CellColours TerrainModeColours() {
+  if (editor.ShowTextures) return {BaseColourBytes(), BaseColourBytes()};
+  return {kGrey, kOrange};
+}
+
+CellColours PlainColours() {
+  const ByteColour& colour = editor.ShowTextures ? kWhite : kGrey;
+  return {colour, colour};
+}
+
 }  // namespace
 
 void DrawTerrainCells() {
-  if (!SyncTerrainBuffers()) return;
-  DescribeScene(TerrainBaseColour());
+  if (!SyncTerrainBuffers(TerrainModeColours())) return;
+  DescribeScene();
   wanted.showSteep = !editor.ShowTextures;
   wanted.brush.assign(BrushCells().begin(), BrushCells().end());
   wanted.brushColour = BrushColour();
@@ -141,8 +158,8 @@ void DrawTerrainCells() {
 }
 
 void RenderPlainTerrain() {
-  if (!SyncTerrainBuffers()) return;
-  DescribeScene(kWhite);
+  if (!SyncTerrainBuffers(PlainColours())) return;
+  DescribeScene();
   DrawScene();
 }
 

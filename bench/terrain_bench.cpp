@@ -1,0 +1,193 @@
+// Frames of a Medium level's terrain, drawn from kept buffers and cell by cell, and what an edit
+// costs. Each ratio compares two ways in the same run: how many times faster the program's own way
+// is.
+#include <GL/gl.h>
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <cmath>
+#include <cstdlib>
+#include <vector>
+
+#include "core/editor_state.h"
+#include "data/mod_config.h"
+#include "support/gl_context.h"
+#include "support/plain_terrain.h"
+#include "support/terrain_scene.h"
+#include "terrain/terrain.h"
+#include "terrain/terrain_render.h"
+
+namespace mw {
+namespace {
+
+constexpr int kWidth = 1090, kHeight = 670;  // about the 3D view of a main window of 1280 x 800
+
+constexpr SceneCamera kFlying{1000, 140, 1000, -25, 180}, kTopDown{1010, 255, 1010, -90, 180};
+
+bool OpenScene(benchmark::State& state) {
+  if (!OpenTestGl(kWidth, kHeight)) {
+    state.SkipWithError(TestGlError().c_str());
+    return false;
+  }
+  MakeLandscape(512);
+  static bool texturesMade = false;
+  if (!texturesMade) MakeLandscapeTextures();
+  texturesMade = true;
+  return true;
+}
+
+template <typename Work>
+double Seconds(Work work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  glFinish();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double Median(std::vector<double> times) {
+  const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
+  std::nth_element(times.begin(), middle, times.end());
+  return *middle;
+}
+
+// Runs the two ways in turns, so that whatever else the machine does meets both.
+template <typename Ours, typename Plain>
+void Compare(benchmark::State& state, Ours ours, Plain plain) {
+  std::vector<double> ourTimes, plainTimes;
+  for ([[maybe_unused]] auto _ : state) {
+    ourTimes.push_back(ours());
+    plainTimes.push_back(plain());
+    state.SetIterationTime(ourTimes.back());
+  }
+  state.counters["ours_ms"] = Median(ourTimes) * 1e3;
+  state.counters["plain_ms"] = Median(plainTimes) * 1e3;
+  state.counters["ratio"] = Median(plainTimes) / Median(ourTimes);
+}
+
+// A camera that turns a little from frame to frame, as in flight: nothing can be reused.
+SceneCamera Turning(SceneCamera from, int frame) {
+  from.yaw += static_cast<float>(frame % 40) * 0.5f;
+  return from;
+}
+
+void CompareFrames(benchmark::State& state, const SceneCamera& from, bool turning) {
+  if (!OpenScene(state)) return;
+  editor.ShowTextures = state.range(0) != 0;
+  editor.ShowGrid = state.range(1) != 0;
+  terrain->tool = state.range(2) != 0 ? TerrainTool::PointManipulation : TerrainTool::Smoothing;
+  int frame = 0;
+  const auto begin = [&] {
+    BeginScene(turning ? Turning(from, frame) : from, kWidth, kHeight);
+    glFinish();
+  };
+  begin();
+  RenderTerrainMode();
+  Compare(
+      state,
+      [&] {
+        ++frame;
+        begin();
+        return Seconds(RenderTerrainMode);
+      },
+      [&] {
+        begin();
+        return Seconds([] {
+          plain::DrawTerrainModeCells();
+          RenderWater();
+        });
+      });
+}
+
+void Standing(benchmark::State& state) { CompareFrames(state, kFlying, false); }
+void Flying(benchmark::State& state) { CompareFrames(state, kFlying, true); }
+void TopDown(benchmark::State& state) { CompareFrames(state, kTopDown, true); }
+
+void DisplayModes(benchmark::internal::Benchmark* bench) {
+  bench->ArgNames({"textures", "grid", "markers"})->UseManualTime()->Iterations(60);
+  for (const int markers : {0, 1}) {
+    bench->Args({0, 1, markers});
+    bench->Args({1, 0, markers});
+    bench->Args({1, 1, markers});
+  }
+}
+BENCHMARK(Standing)->Apply(DisplayModes);
+BENCHMARK(Flying)->Apply(DisplayModes);
+BENCHMARK(TopDown)->Apply(DisplayModes);
+
+void RaiseAround(int row, int column, int reach) {
+  for (int i = row - reach; i <= row + reach; ++i) {
+    for (int j = column - reach; j <= column + reach; ++j)
+      SetHeight(i, j, terrain->grid[i][j].h + 0.1f);
+  }
+}
+
+// A frame in which a brush of size 9 changed heights, with only those vertices written to the
+// buffers, against a frame that rebuilds them all.
+void FrameWithEdit(benchmark::State& state) {
+  if (!OpenScene(state)) return;
+  editor.ShowTextures = editor.ShowGrid = true;
+  terrain->tool = TerrainTool::Raising;
+  const auto frame = [](bool rebuildAll) {
+    BeginScene(kFlying, kWidth, kHeight);
+    glFinish();
+    return Seconds([&] {
+      RaiseAround(250, 275, 9);
+      if (rebuildAll) MarkAllTerrainChanged();
+      RenderTerrainMode();
+    });
+  };
+  frame(true);
+  Compare(
+      state, [&] { return frame(false); }, [&] { return frame(true); });
+}
+BENCHMARK(FrameWithEdit)->UseManualTime()->Iterations(60);
+
+// The same against a frame without any edit: how much of the frame rate a stroke leaves.
+void FrameWithEditAgainstFrameWithout(benchmark::State& state) {
+  if (!OpenScene(state)) return;
+  editor.ShowTextures = editor.ShowGrid = true;
+  terrain->tool = TerrainTool::Raising;
+  int turn = 0;
+  const auto frame = [&](bool edit) {
+    BeginScene(Turning(kFlying, ++turn), kWidth, kHeight);
+    glFinish();
+    return Seconds([&] {
+      if (edit) RaiseAround(250, 275, 9);
+      RenderTerrainMode();
+    });
+  };
+  frame(true);
+  Compare(
+      state, [&] { return frame(true); }, [&] { return frame(false); });
+}
+BENCHMARK(FrameWithEditAgainstFrameWithout)->UseManualTime()->Iterations(60);
+
+// Reading the file image into the grid, against setting its heights one by one.
+void LoadHeights(benchmark::State& state) {
+  MakeLandscape(static_cast<int>(state.range(0)));
+  const int size = modConfig.MaterialSize;
+  heightBuffer.resize(static_cast<std::size_t>(size) * static_cast<std::size_t>(size) * 2);
+  for (std::uint8_t& byte : heightBuffer) byte = static_cast<std::uint8_t>(std::rand());
+  heightBufferFilled = heightBuffer.size();
+  const auto time = [](auto work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  };
+  Compare(
+      state, [&] { return time(LoadHeightsFromBuffer); },
+      [&] {
+        return time([size] {
+          std::size_t at = 0;
+          for (int r = 0; r < size; ++r) {
+            for (int c = 0; c < size; ++c, at += 2)
+              SetHeight(size - c, r,
+                        static_cast<float>(heightBuffer[at] + 256 * heightBuffer[at + 1]) / 256);
+          }
+        });
+      });
+}
+BENCHMARK(LoadHeights)->Arg(512)->Arg(1024)->UseManualTime()->Iterations(20);
+
+}  // namespace
+}  // namespace mw
