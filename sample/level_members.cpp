@@ -42,8 +42,9 @@ std::vector<std::uint8_t> HeightMap(const Level& level) {
 std::vector<std::uint8_t> MaterialMap(const Landscape& land) {
   std::vector<std::uint8_t> bytes;
   bytes.reserve(land.materials.size());
-  for (const Material material : land.materials)
+  for (const Material material : land.materials) {
     bytes.push_back(static_cast<std::uint8_t>(material));
+  }
   return bytes;
 }
 
