@@ -242,7 +242,7 @@ void ReadBeforeSpawnCamera(SettingsLine line, const SettingsContext&) {
 std::optional<std::string> WriteBeforeSpawnCamera(SettingsLine line, SettingsContext& context) {
   const std::int32_t side = TakeCurrentTeam(line, context);
   if (!IsSide(side)) return std::nullopt;
-  return Written(side) + " " + Written(modConfig.beforeSpawnCamera[side - 1]);
+  return Written(side).append(" ").append(Written(modConfig.beforeSpawnCamera[side - 1]));
 }
 
 constexpr SettingsCommand kCommands[] = {
