@@ -47,8 +47,8 @@ class ListBuilder {
                  {c.farRight, c.nearRight, c.nearLeft, c.farLeft, c.farRight, c.nearLeft});
   }
 
-  // Each line once: the two that the cell shares with cells drawn later, and those that no other
-  // draws.
+  // Each line once: the two that the cell shares with its far and right neighbours, and those that
+  // no other cell draws.
   void AddGridLines(int i, int j) {
     if (cells_.At(i, j) == 0) return;
     const Corners c(i, j);
@@ -58,9 +58,8 @@ class ListBuilder {
     if (cells_.At(i, j - 1) == 0) AddLine(c.farLeft, c.nearLeft);
   }
 
-  // Moves what was added since the last call into batches: the triangles of each layer, then the
-  // lines.
-  void EndStep() {
+  // Puts what was added into batches: the triangles of each layer, then the lines.
+  void Finish() {
     for (const std::uint8_t layer : list_.usedLayers)
       AddBatch(false, layer, list_.triangles[layer]);
     list_.usedLayers.clear();
@@ -85,65 +84,37 @@ class ListBuilder {
   CellDrawList& list_;
 };
 
-// Rows and columns, inclusive; may be empty.
-struct CellBlock {
-  int firstRow, lastRow, firstColumn, lastColumn;
-};
-
-void AddCells(const CellBlock& block, ListBuilder& builder) {
-  for (int i = block.lastRow; i >= block.firstRow; --i) {
-    for (int j = block.firstColumn; j <= block.lastColumn; ++j) builder.AddCell(i, j);
-  }
-  builder.EndStep();
+// The tile's own corner becomes the origin of its texture coordinates.
+void UseTextureOrigin(float s, float t) {
+  glMatrixMode(GL_TEXTURE);
+  glLoadIdentity();
+  if (s != 0 || t != 0) glTranslatef(-s, -t, 0);
+  glMatrixMode(GL_MODELVIEW);
 }
 
-// From the corner of the last row and the first column on, one diagonal per step.
-void AddDiagonals(const CellBlock& block, ListBuilder& builder) {
-  const int rows = block.lastRow - block.firstRow + 1;
-  const int columns = block.lastColumn - block.firstColumn + 1;
-  if (rows <= 0 || columns <= 0) return;
-  for (int diagonal = 0; diagonal < rows + columns - 1; ++diagonal) {
-    const int first = std::max(0, diagonal - rows + 1), last = std::min(diagonal, columns - 1);
-    for (int column = first; column <= last; ++column) {
-      const int i = block.lastRow - (diagonal - column), j = block.firstColumn + column;
-      builder.AddCell(i, j);
-      builder.AddGridLines(i, j);
-    }
-    builder.EndStep();
+void SelectLayer(const CellLayer& layer, bool textured) {
+  if (textured) {
+    glBindTexture(GL_TEXTURE_2D, layer.texture);
+    UseTextureOrigin(layer.originS, layer.originT);
+  }
+  if (layer.ownColour) {
+    glDisableClientState(GL_COLOR_ARRAY);
+    glColor4fv(layer.colour.data());
+  } else {
+    glEnableClientState(GL_COLOR_ARRAY);
   }
 }
 
-// Changes only the GL state that differs from the batch before.
-class LayerSwitch {
- public:
-  explicit LayerSwitch(bool textured) : textured_(textured) {
-    if (textured_) glBindTexture(GL_TEXTURE_2D, texture_);
-  }
+// The raised copies of the vertices are black; no texture may lighten them.
+void SelectGridLines() {
+  glDisable(GL_TEXTURE_2D);
+  glEnableClientState(GL_COLOR_ARRAY);
+  glLineWidth(kGridLineWidth);
+}
 
-  void Select(const CellLayer& layer) {
-    if (textured_ && texture_ != layer.texture) {
-      texture_ = layer.texture;
-      glBindTexture(GL_TEXTURE_2D, layer.texture);
-    }
-    if (layer.ownColour) glColor4fv(layer.colour.data());
-    SetOwnColour(layer.ownColour);
-  }
-
-  // Else the vertices' colours.
-  void SetOwnColour(bool own) {
-    if (own == ownColour_) return;
-    ownColour_ = own;
-    if (own)
-      glDisableClientState(GL_COLOR_ARRAY);
-    else
-      glEnableClientState(GL_COLOR_ARRAY);
-  }
-
- private:
-  bool textured_;
-  bool ownColour_ = false;
-  unsigned texture_ = 0;
-};
+bool HasGridLines(const CellDrawList& list) {
+  return !list.batches.empty() && list.batches.back().lines;
+}
 
 }  // namespace
 
@@ -164,25 +135,16 @@ bool CellMap::IsCornerVisible(int i, int j) {
   return camera.IsPointVisible(vertex.x, vertex.h * modConfig.HeightScale, vertex.z, kCullMargin);
 }
 
-void BuildCellDrawList(const CellMap& cells, CellSplit split, bool grid, CellOrder order,
-                       CellDrawList& list) {
+void BuildCellDrawList(const CellMap& cells, CellSplit split, bool grid, CellDrawList& list) {
   const ViewSquare& square = cells.Square();
-  const int side = order == CellOrder::TileByTile && grid ? kTileCells : kMaxMaterialSize;
   ListBuilder builder(cells, split, list);
-  // Blocks start at row 1 and column 0, where the tiles do; later ones are drawn later.
-  for (int rowBlock = (square.ViewRowEnd - 1) / side; rowBlock >= 0; --rowBlock) {
-    const int lastRow = std::min(square.ViewRowEnd, (rowBlock + 1) * side);
-    const int firstRow = std::max(square.ViewRowStart, rowBlock * side) + 1;
-    for (int column = square.ViewColStart; column < square.ViewColEnd;) {
-      const int end = std::min(square.ViewColEnd, (column / side + 1) * side);
-      const CellBlock block{firstRow, lastRow, column, end - 1};
-      if (grid)
-        AddDiagonals(block, builder);
-      else
-        AddCells(block, builder);
-      column = end;
+  for (int i = square.ViewRowEnd; i > square.ViewRowStart; --i) {
+    for (int j = square.ViewColStart; j < square.ViewColEnd; ++j) {
+      builder.AddCell(i, j);
+      if (grid) builder.AddGridLines(i, j);
     }
   }
+  builder.Finish();
 }
 
 void UploadCellDrawList(const CellDrawList& list, unsigned& indexBuffer) {
@@ -198,24 +160,26 @@ void DrawCellBatches(const CellDrawList& list, unsigned indexBuffer,
                      std::span<const CellLayer> layers, bool textured) {
   BindTerrainVertices(textured);
   glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, indexBuffer);
-  glLineWidth(kGridLineWidth);
   if (textured)
     glEnable(GL_TEXTURE_2D);
   else
     glDisable(GL_TEXTURE_2D);
+  if (HasGridLines(list)) glEnable(GL_POLYGON_OFFSET_FILL);
+  glPolygonOffset(kGridDepthOffset, kGridDepthOffset);
   glShadeModel(GL_FLAT);
-  LayerSwitch layerSwitch(textured);
   for (const CellBatch& batch : list.batches) {
     if (batch.lines)
-      layerSwitch.SetOwnColour(false);
+      SelectGridLines();
     else
-      layerSwitch.Select(layers[batch.layer - 1u]);
+      SelectLayer(layers[batch.layer - 1u], textured);
     glDrawElements(batch.lines ? GL_LINES : GL_TRIANGLES, static_cast<GLsizei>(batch.count),
                    GL_UNSIGNED_INT,
                    reinterpret_cast<const void*>(batch.first * sizeof(std::uint32_t)));
   }
   glShadeModel(GL_SMOOTH);
+  glDisable(GL_POLYGON_OFFSET_FILL);
   glDisable(GL_TEXTURE_2D);
+  UseTextureOrigin(0, 0);
   glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
   UnbindTerrainVertices();
 }

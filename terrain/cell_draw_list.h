@@ -18,6 +18,9 @@ enum class CellSplit { FarLeftToNearRight, FarRightToNearLeft };
 // What one draw call shows: a texture (0: none), with the colours of the cells or one of its own.
 struct CellLayer {
   unsigned texture = 0;
+  // Texture coordinates of the tile's corner, so that a tile's texture is met between 0 and 1 and
+  // can end at its edge; 0 for a texture that repeats over the tiles.
+  float originS = 0, originT = 0;
   bool ownColour = false;
   std::array<float, 4> colour{};
   friend bool operator==(const CellLayer&, const CellLayer&) = default;
@@ -66,6 +69,8 @@ struct CellBatch {
 
 inline constexpr int kMaxCellLayers = 64;
 inline constexpr float kGridLineWidth = 2.0f;  // pixels
+// glPolygonOffset's factor and units for cells under grid lines.
+inline constexpr float kGridDepthOffset = 1.0f;
 
 struct CellDrawList {
   std::vector<std::uint32_t> indices;
@@ -77,19 +82,15 @@ struct CellDrawList {
   std::vector<std::uint8_t> usedLayers;
 };
 
-// Lists the visible cells. Without grid lines each layer is one batch. With them the cells follow
-// in diagonals, each before its lines: where a line lies in the plane of the ground (seen from
-// above it always does) it shows on cells that are drawn after it and is hidden on those drawn
-// before, as when cells are drawn one by one from the last row and the first column on. A map with
-// a layer per surface tile is best listed tile by tile, so that few batches change the texture.
-enum class CellOrder { Whole, TileByTile };
-void BuildCellDrawList(const CellMap& cells, CellSplit split, bool grid, CellOrder order,
-                       CellDrawList& list);
+// Lists the visible cells: one batch per layer, then the grid lines as one more. Where cells meet,
+// their common line is listed once.
+void BuildCellDrawList(const CellMap& cells, CellSplit split, bool grid, CellDrawList& list);
 
 // Copies the list's indices to GL; makes the buffer when `indexBuffer` is 0. Context current.
 void UploadCellDrawList(const CellDrawList& list, unsigned& indexBuffer);
-// Draws the batches from the kept vertices, grid lines in black. Leaves texturing off, no buffer
-// bound and the line width of the grid.
+// Draws the batches from the kept vertices, grid lines in black. With grid lines the triangles are
+// drawn a little farther away, so that the lines on them show whole. Leaves texturing off, no
+// buffer bound and the line width of the grid.
 void DrawCellBatches(const CellDrawList& list, unsigned indexBuffer,
                      std::span<const CellLayer> layers, bool textured);
 

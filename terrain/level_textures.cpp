@@ -49,12 +49,19 @@ bool MakeTexture(const CompressedImage& image, unsigned& texture) {
   return false;
 }
 
+// At a tile's border its own texels count, not those of the opposite border.
+void EndTextureAtItsEdges() {
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+}
+
 void LoadTile(int tileRow, int tileColumn, LevelTextureLoad occasion) {
   const auto row = static_cast<std::size_t>(tileRow), column = static_cast<std::size_t>(tileColumn);
   SurfaceTile& tile = levelTextures.tiles[row][column];
   DeleteTexture(tile.texture);
   const auto image = LoadDds(TilePath("textures", tileRow, tileColumn));
   tile.hasTexture = image && MakeTexture(*image, tile.texture);
+  if (tile.hasTexture) EndTextureAtItsEdges();
   bool& assigned = levelTextures.SurfaceAssigned[row][column];
   assigned = image.has_value() || (assigned && occasion == LevelTextureLoad::Reloading);
 }

@@ -31,8 +31,8 @@ struct CellScene {
   ViewSquare square;
   unsigned terrainVersion = 0;
   bool textured = false, grid = false, showSteep = false;
-  // Texture of each block of 64 x 64 cells in the square, counted from row 1 and column 0.
-  std::array<std::array<unsigned, kMaxTileBlocks>, kMaxTileBlocks> tileTextures{};
+  // What covers each block of 64 x 64 cells in the square, counted from row 1 and column 0.
+  std::array<std::array<CellLayer, kMaxTileBlocks>, kMaxTileBlocks> blocks{};
   std::vector<Cell> brush;
   Colour brushColour{};
   friend bool operator==(const CellScene&, const CellScene&) = default;
@@ -49,29 +49,34 @@ struct DrawnCells {
 CellScene wanted;
 DrawnCells drawn;
 
-// The texture of the tile that covers a block of cells; "no surface" where the level has none.
-unsigned TileTexture(int rowBlock, int columnBlock) {
-  const int row = TilesPerSide - rowBlock - 1 - modConfig.TexOffsetX;
+// The tile that covers a block of cells; "no surface", which repeats, where the level has none.
+CellLayer LayerOfBlock(int rowBlock, int columnBlock) {
+  const int blockRow = TilesPerSide - rowBlock - 1;
+  const int row = blockRow - modConfig.TexOffsetX;
   const int column = columnBlock - modConfig.TexOffsetY;
-  if (row < 0 || column < 0 || row >= kMaxTiles || column >= kMaxTiles)
-    return sharedTextures.noSurface;
+  CellLayer layer{.texture = sharedTextures.noSurface};
+  if (row < 0 || column < 0 || row >= kMaxTiles || column >= kMaxTiles) return layer;
   const SurfaceTile& tile = levelTextures.tiles[row][column];
-  return tile.hasTexture ? tile.texture : sharedTextures.noSurface;
+  if (!tile.hasTexture) return layer;
+  layer.texture = tile.texture;
+  layer.originS = static_cast<float>(blockRow);
+  layer.originT = static_cast<float>(columnBlock);
+  return layer;
 }
 
-void FindTileTextures() {
-  for (auto& row : wanted.tileTextures) row.fill(0);
+void FindBlockLayers() {
+  for (auto& row : wanted.blocks) row.fill({});
   if (!wanted.textured) return;
   const ViewSquare& square = wanted.square;
   for (int i = square.ViewRowStart / kTileCells; i * kTileCells < square.ViewRowEnd; ++i) {
     for (int j = square.ViewColStart / kTileCells; j * kTileCells < square.ViewColEnd; ++j) {
-      wanted.tileTextures[i][j] = TileTexture(i, j);
+      wanted.blocks[i][j] = LayerOfBlock(i, j);
     }
   }
 }
 
-unsigned TextureOfCell(int i, int j) {
-  return wanted.textured ? wanted.tileTextures[(i - 1) / kTileCells][j / kTileCells] : 0;
+const CellLayer& LayerOfCell(int i, int j) {
+  return wanted.blocks[(i - 1) / kTileCells][j / kTileCells];
 }
 
 // 1 + the layer's index. The few tiles that fit into a view square leave room for all layers.
@@ -86,19 +91,22 @@ std::uint8_t LayerFor(const CellLayer& layer) {
 void ChooseVisibleCells() {
   drawn.map.Reset();
   drawn.layers.clear();
-  CellLayer last{TextureOfCell(1, 0), false, {}};
-  std::uint8_t lastIndex = LayerFor(last);
+  const CellLayer* last = nullptr;
+  std::uint8_t lastIndex = 0;
   drawn.map.ChooseVisible([&](int i, int j) {
-    const unsigned texture = TextureOfCell(i, j);
-    if (texture != last.texture) {
-      last.texture = texture;
-      lastIndex = LayerFor(last);
+    const CellLayer& layer = LayerOfCell(i, j);
+    if (&layer != last) {
+      last = &layer;
+      lastIndex = LayerFor(layer);
     }
     return lastIndex;
   });
   for (const auto [i, j] : wanted.brush) {
     if (wanted.showSteep && IsSteepCell(i, j)) continue;
-    drawn.map.Replace(i, j, LayerFor({TextureOfCell(i, j), true, wanted.brushColour}));
+    CellLayer layer = LayerOfCell(i, j);
+    layer.ownColour = true;
+    layer.colour = wanted.brushColour;
+    drawn.map.Replace(i, j, LayerFor(layer));
   }
 }
 
@@ -112,7 +120,7 @@ void DescribeScene() {
   wanted.showSteep = false;
   wanted.brush.clear();
   wanted.brushColour = {};
-  FindTileTextures();
+  FindBlockLayers();
 }
 
 void DrawScene() {
@@ -120,7 +128,7 @@ void DrawScene() {
     ChooseVisibleCells();
     BuildCellDrawList(
         drawn.map, wanted.textured ? CellSplit::FarLeftToNearRight : CellSplit::FarRightToNearLeft,
-        wanted.grid, wanted.textured ? CellOrder::TileByTile : CellOrder::Whole, drawn.list);
+        wanted.grid, drawn.list);
     UploadCellDrawList(drawn.list, drawn.indexBuffer);
     std::swap(wanted, drawn.scene);
   }

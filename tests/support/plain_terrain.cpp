@@ -8,6 +8,7 @@
 #include "core/vector3.h"
 #include "data/mod_config.h"
 #include "data/textures.h"
+#include "terrain/cell_draw_list.h"
 #include "terrain/level_textures.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_passes.h"
@@ -33,9 +34,7 @@ CellCorners CornersOf(int i, int j) {
   return {i, j, Corner(i, j), Corner(i, j + 1), Corner(i - 1, j), Corner(i - 1, j + 1)};
 }
 
-bool Within(float value, float low, float high) {
-  return low < value && value <= high;
-}
+bool Within(float value, float low, float high) { return low < value && value <= high; }
 
 void SelectPendingPick(const CellCorners& cell) {
   const float half = CellSize / 2;
@@ -74,33 +73,39 @@ bool Flatten(CellCorners& cell) {
   return x > pick.x - inner && z <= pick.z + inner;
 }
 
-void TexturedVertex(const Vector3& p, int a, int b) {
+// Texture coordinates count tiles over the whole level; those of a tile start at its own corner.
+struct TextureOrigin {
+  float s = 0, t = 0;
+};
+
+void TexturedVertex(const Vector3& p, int a, int b, const TextureOrigin& origin) {
   const auto size = static_cast<float>(modConfig.MaterialSize);
   const auto tiles = static_cast<float>(TilesPerSide);
-  glTexCoord2f((size - static_cast<float>(a)) / size * tiles, static_cast<float>(b) / size * tiles);
+  glTexCoord2f((size - static_cast<float>(a)) / size * tiles - origin.s,
+               static_cast<float>(b) / size * tiles - origin.t);
   glVertex3f(p.x, p.y, p.z);
 }
 
 void DrawTexturedCell(const CellCorners& cell) {
-  const int row = TilesPerSide - (cell.i - 1) / 64 - 1 - modConfig.TexOffsetX;
-  const int column = cell.j / 64 - modConfig.TexOffsetY;
+  const int blockRow = TilesPerSide - (cell.i - 1) / 64 - 1, blockColumn = cell.j / 64;
+  const int row = blockRow - modConfig.TexOffsetX, column = blockColumn - modConfig.TexOffsetY;
   const bool inTable = row >= 0 && column >= 0 && row < kMaxTiles && column < kMaxTiles;
   const bool present = inTable && levelTextures.tiles[row][column].hasTexture;
   glBindTexture(GL_TEXTURE_2D,
                 present ? levelTextures.tiles[row][column].texture : sharedTextures.noSurface);
+  TextureOrigin origin;
+  if (present) origin = {static_cast<float>(blockRow), static_cast<float>(blockColumn)};
   glEnable(GL_TEXTURE_2D);
   glBegin(GL_TRIANGLE_STRIP);
-  TexturedVertex(cell.nearLeft, cell.i, cell.j);
-  TexturedVertex(cell.nearRight, cell.i, cell.j + 1);
-  TexturedVertex(cell.farLeft, cell.i - 1, cell.j);
-  TexturedVertex(cell.farRight, cell.i - 1, cell.j + 1);
+  TexturedVertex(cell.nearLeft, cell.i, cell.j, origin);
+  TexturedVertex(cell.nearRight, cell.i, cell.j + 1, origin);
+  TexturedVertex(cell.farLeft, cell.i - 1, cell.j, origin);
+  TexturedVertex(cell.farRight, cell.i - 1, cell.j + 1, origin);
   glEnd();
   glDisable(GL_TEXTURE_2D);
 }
 
-void Vertex(const Vector3& p, float raise = 0) {
-  glVertex3f(p.x, p.y + raise, p.z);
-}
+void Vertex(const Vector3& p, float raise = 0) { glVertex3f(p.x, p.y + raise, p.z); }
 
 void DrawUntexturedCell(const CellCorners& cell) {
   glBegin(GL_TRIANGLE_STRIP);
@@ -129,9 +134,7 @@ bool IsSteep(const CellCorners& cell) {
   return along.y > 0.7 || along.y < -0.7 || across.y > 0.7 || across.y < -0.7;
 }
 
-void SetBaseColour() {
-  glColor4fv(TerrainBaseColour().data());
-}
+void SetBaseColour() { glColor4fv(TerrainBaseColour().data()); }
 
 void SetBrushColour() {
   if (terrain->flattenSampled && !editor.ctrlHeld)
@@ -193,6 +196,8 @@ void DrawPlainCell(const CellCorners& cell) {
 
 template <typename DrawCell>
 void ForEachVisibleCell(DrawCell drawCell) {
+  if (editor.ShowGrid) glEnable(GL_POLYGON_OFFSET_FILL);
+  glPolygonOffset(kGridDepthOffset, kGridDepthOffset);
   for (int i = viewSquare.ViewRowEnd; i > viewSquare.ViewRowStart; --i) {
     for (int j = viewSquare.ViewColStart; j < viewSquare.ViewColEnd; ++j) {
       const CellCorners cell = CornersOf(i, j);
@@ -200,6 +205,7 @@ void ForEachVisibleCell(DrawCell drawCell) {
       if (camera.IsPointVisible(p.x, p.y, p.z, kCullMargin)) drawCell(cell);
     }
   }
+  glDisable(GL_POLYGON_OFFSET_FILL);
 }
 
 }  // namespace

@@ -134,10 +134,17 @@ TEST_F(WorldPointTest, ThePointUnderAPixelIsTheGroundThatIsSeenThere) {
   glGetFloatv(GL_MODELVIEW_MATRIX, modelView);
   EXPECT_EQ(modelView[12], 0) << "the model-view matrix is the identity now";
 
+  ShowTextured();
   Frame({1010, 120, 900, -30, 250});
   const auto ahead = WorldPointUnderCursor(250, 180);
   ASSERT_TRUE(ahead);
   EXPECT_NEAR(ahead->y, 127 * 0.6f, 0.2f);
+
+  ShowTexturedWireframe();  // under grid lines the ground lies a pixel's slope farther away
+  Frame({1010, 120, 900, -30, 250});
+  const auto onGrid = WorldPointUnderCursor(250, 180);
+  ASSERT_TRUE(onGrid);
+  EXPECT_LT(onGrid->DistanceTo(*ahead), 1) << "still well within a cell";
 }
 
 TEST_F(WorldPointTest, APixelOutsideTheViewHasNoPoint) {
