@@ -72,7 +72,7 @@ struct Archive::State {
   template <typename Change>
   bool InGroup(Change change);
   void MarkChanged();
-  void StageDirectory();
+  bool StageDirectory();
 
   Bytes ReadStored(const ArchiveEntry& entry);
   bool MayOverwrite(const ArchiveEntry& entry) const;
@@ -114,12 +114,15 @@ bool Archive::State::Begin() {
 
 bool Archive::State::Commit() {
   if (!saving) return Fail("No save is under way");
-  if (changed) StageDirectory();
+  if (changed && !StageDirectory()) {
+    Rollback();
+    return false;
+  }
   ArchiveUndo undo;
   const ApplyResult result = ApplyWrites(file, realPath, staged, undo, error);
   if (result == ApplyResult::Pending) {
-    for (const auto& range : undo.ranges) undone.Write(range.offset, range.before);
     pendingUndo = std::move(undo);
+    for (const auto& range : pendingUndo->ranges) undone.Write(range.offset, range.before);
   }
   if (result != ApplyResult::Done) {
     Rollback();
@@ -158,11 +161,13 @@ void Archive::State::MarkChanged() {
   dirty = true;
 }
 
-void Archive::State::StageDirectory() {
+bool Archive::State::StageDirectory() {
   const std::uint64_t end = DataEnd(contents.entries);
+  if (end + DirectorySize(contents.entries) > kMaxArchiveSize) return Fail(kTooLarge);
   contents.header.directoryOffset = static_cast<std::uint32_t>(end);
   staged.Write(0, HeaderBytes(contents.header));
   staged.Write(end, DirectoryBytes(contents.entries));
+  return true;
 }
 
 // The member's bytes in the file, as they are or will be once the group under way is complete;
@@ -197,12 +202,10 @@ bool Archive::State::PlaceMember(std::string name, Bytes stored, std::uint32_t s
   const auto found = contents.entries.find(name);
   ArchiveEntry entry = found != contents.entries.end() ? found->second : ArchiveEntry{};
   std::uint64_t offset = DataEnd(contents.entries);
-  const std::uint64_t newEnd = offset + stored.size();
   if (found != contents.entries.end() && entry.storedSize >= stored.size() &&
       MayOverwrite(found->second)) {
     offset = entry.dataOffset;
-  } else if (newEnd + DirectorySize(contents.entries) + DirectorySize({{name, entry}}) >
-             kMaxArchiveSize) {
+  } else if (offset + stored.size() > kMaxArchiveSize) {
     return Fail(kTooLarge);
   }
   entry.dataOffset = static_cast<std::uint32_t>(offset);

@@ -199,16 +199,20 @@ TEST_F(ArchiveDamage, ASegmentOfAnotherCompressorStaysWhileItsBytesStay) {
 
 TEST_F(ArchiveDamage, OffsetsBeyond4GiBAreRefused) {
   Bytes file = Header(kHeader, 0);
-  PutU32(file, 1);
-  PutEntry(file, "far", 0xFF, 0xFF, 0xFFFFFF00);
+  PutU32(file, 2);
+  PutEntry(file, "far", 0x200, 0x200, 0xFFFFFF00);
+  PutEntry(file, "near", 4, 4, kHeader);
   WriteBytes("x.vra", file);
-  std::filesystem::resize_file("x.vra", std::uintmax_t{1} << 32);  // sparse
+  std::filesystem::resize_file("x.vra", (std::uintmax_t{1} << 32) + 0x100);  // sparse
   Archive archive;
   ASSERT_TRUE(archive.Open("x.vra", true)) << archive.Error();
   EXPECT_FALSE(archive.WriteMember("next", TextBytes("does not fit")));
   EXPECT_EQ(archive.Error(), "The archive would be larger than 4 GiB");
-  EXPECT_EQ(archive.Entries().size(), 1u);
-  EXPECT_EQ(archive.ReadMember("far")->size(), 0xFFu);
+  EXPECT_FALSE(archive.WriteMember("near", TextBytes("n"))) << "no offset for the directory";
+  EXPECT_FALSE(archive.RemoveMember("near"));
+  EXPECT_EQ(archive.Entries().size(), 2u);
+  EXPECT_EQ(archive.ReadMember("far")->size(), 0x200u);
+  EXPECT_TRUE(archive.RemoveMember("far")) << "what makes room is possible";
 }
 
 }  // namespace
