@@ -71,8 +71,9 @@ class Archive {
   bool RemoveMembersWithPrefix(std::string_view prefix);
 
   // A group of changes that is done wholly or not at all, whatever happens to the program
-  // meanwhile. A change outside a group is a group of its own. Groups do not nest: BeginSave within
-  // one fails.
+  // meanwhile. It is kept in memory until CommitSave; reading sees it at once. A change outside a
+  // group is a group of its own, which waits several times for the disk. Groups do not nest:
+  // BeginSave within one fails.
   bool BeginSave();
   // Makes the group permanent. False, with everything rolled back, when the bytes could not be made
   // safe.

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <filesystem>
 #include <gtest/gtest.h>
 
 #include "data/archive.h"
@@ -192,6 +193,29 @@ TEST_F(ArchiveFormat, AReadOnlyArchiveRefusesEveryChange) {
   EXPECT_FALSE(archive.BeginSave());
   EXPECT_TRUE(archive.Close());
   EXPECT_EQ(ReadBytes(folder / "level.vra"), ForeignArchive());
+}
+
+TEST_F(ArchiveFormat, CompactingKeepsLinksAndPermissions) {
+  using std::filesystem::perms;
+  constexpr perms kMode = perms::owner_read | perms::owner_write | perms::group_read;
+  WriteBytes(folder / "real.vra", ForeignArchive());
+  std::filesystem::permissions("real.vra", kMode);
+  std::filesystem::create_symlink("real.vra", "level.vra");
+  Archive archive;
+  ASSERT_TRUE(archive.Open("level.vra", true));
+  ASSERT_TRUE(archive.RemoveMember("shared"));
+  ASSERT_TRUE(archive.Close()) << archive.Error();
+  EXPECT_TRUE(std::filesystem::is_symlink("level.vra"));
+  EXPECT_EQ(std::filesystem::status("real.vra").permissions(), kMode);
+  EXPECT_EQ(Raw().file.size(), Raw().directoryEnd);
+}
+
+TEST_F(ArchiveFormat, TheModeStaysWhileMembersAreStoredInIt) {
+  Archive archive;
+  CreateCompressed(archive);
+  ASSERT_TRUE(archive.WriteMember("m", TextBytes("text")));
+  EXPECT_FALSE(archive.SetMode(StorageMode::Stored));
+  EXPECT_EQ(archive.ReadMember("m"), TextBytes("text"));
 }
 
 TEST_F(ArchiveFormat, CreatingTakesOverAnExistingFile) {
