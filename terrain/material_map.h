@@ -1,0 +1,41 @@
+// What each ground cell is made of: the grid of material indices and its file materialmap.raw.
+// Painted in the Material Mapper, set by roads and by the random terrain.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+
+#include "data/textures.h"
+#include "terrain/terrain.h"
+
+namespace mw {
+
+// As the lists show them, in material order.
+extern const std::array<const char*, kMaterialCount> kMaterialNames;
+
+// The grid's layout is a binary interface: plug-in modules get it whole. Cell (i, j) is the one
+// whose corner is vertex (i, j); data rows are 1 ... MaterialSize, data columns 0 ... MaterialSize
+// - 1.
+struct MaterialMapper {
+  std::array<std::array<std::uint32_t, kGridCapacity>, kGridCapacity> grid{};
+  std::uint8_t painting = 0;
+  std::uint32_t currentMaterial = 0;  // 0 ... kMaterialCount - 1
+  std::uint32_t brushSize = 1;        // half-width plus one, 1 ... 9 cells
+};
+
+// The one material mapper, created with the view; null before.
+extern std::unique_ptr<MaterialMapper> materialMapper;
+
+void CreateMaterialMapper();
+void DestroyMaterialMapper();
+
+// Reads "%s\materialmap.raw" of the level folder into the grid. When no archive holds it a message
+// is shown and the level's cells become 0.
+void LoadMaterialMap();
+// Writes "%s/materialmap.raw" of the level folder from the grid, the low byte of each index.
+void SaveMaterialMap();
+// Stores one cell; indices outside the grid are ignored.
+void SetMaterial(std::uint32_t material, int i, int j);
+
+}  // namespace mw
