@@ -1,5 +1,6 @@
-// `ModConfig`: the configuration record of the current mod and the open level, read by the whole editor.
-// It is filled from the mod's .cfg file, then from the level's settings scripts; dialogs edit it.
+// `ModConfig`: the configuration record of the current mod and the open level, read by the whole
+// editor. It is filled from the mod's .cfg file, then from the level's settings scripts; dialogs
+// edit it.
 #pragma once
 
 #include <array>
@@ -38,16 +39,16 @@ struct Sky {
 // Fields that have a configuration key are named by it.
 struct ModConfig {
   PathText LevelName;
-  PathText GamePath;  // ends with `\`
+  PathText GamePath;      // ends with `\`
   PathText modFolder;     // Mods\<mod name>\ .
   PathText levelsFolder;  // varnhold\levels\ .
   PathText ObjectsPath, StandardMeshPath, TreeMeshPath, TexturePath;
   PathText ObjectsList;
   PathText configurationName;  // the mod name whose file was parsed last
 
-  std::int32_t MaterialSize = 0;  // samples per side
-  std::int32_t WorldSize = 0;     // world units per side
-  float HeightScale = 0;          // world units per height unit
+  std::int32_t MaterialSize = 0;                // samples per side
+  std::int32_t WorldSize = 0;                   // world units per side
+  float HeightScale = 0;                        // world units per height unit
   std::int32_t TexOffsetX = 0, TexOffsetY = 0;  // surface tiles
   float WaterLevel = 0;                         // world units
 
@@ -87,16 +88,16 @@ struct ModConfig {
 
 extern ModConfig modConfig;
 
-// The mod folder of the open level, which path normalising strips as well as the current mod's; empty
-// when no level is open.
+// The mod folder of the open level, which path normalising strips as well as the current mod's;
+// empty when no level is open.
 extern PathText openLevelModFolder;
 
 // Folder of a mod relative to the game folder: Mods\<name, cut at its last dot>\ .
 std::string ModFolderOf(std::string_view modName);
 
-// Reads `<mod name>.cfg` of the working folder into the record. Keys that the file lacks leave their
-// fields as they were. Shows "Can't load %s" or "Error in format of cfg file"; false when the file cannot
-// be read.
+// Reads `<mod name>.cfg` of the working folder into the record. Keys that the file lacks leave
+// their fields as they were. Shows "Can't load %s" or "Error in format of cfg file"; false when the
+// file cannot be read.
 bool ParseModConfig(std::string_view modName, ModConfig& config);
 
 }  // namespace mw

@@ -60,9 +60,7 @@ bool Exists(const fs::path& path) {
 
 }  // namespace
 
-File::~File() {
-  Close();
-}
+File::~File() { Close(); }
 
 File::File(File&& other) noexcept
     : descriptor_(std::exchange(other.descriptor_, -1)),

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-
 #include "support/archive_bytes.h"
 #include "support/disk_faults.h"
 #include "support/sandbox.h"

@@ -98,9 +98,7 @@ void PutU32(Bytes& bytes, std::uint32_t value) {
   for (int i = 0; i < 4; ++i) bytes.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
 }
 
-Bytes TextBytes(const std::string& text) {
-  return {text.begin(), text.end()};
-}
+Bytes TextBytes(const std::string& text) { return {text.begin(), text.end()}; }
 
 Bytes NoiseBytes(std::size_t size, std::uint32_t seed) {
   std::minstd_rand random(seed + 1);
