@@ -1,7 +1,7 @@
 # Sourced by run.sh and test.sh: the Debian packages that the program and its tests need, and how missing
 # ones are installed.
 
-build_packages=(g++ cmake ninja-build ccache qt6-base-dev libqt6opengl6-dev libqt6svg6-dev liblzo2-dev
+build_packages=(g++ cmake ninja-build ccache qt6-base-dev libqt6opengl6-dev qt6-svg-dev liblzo2-dev
   libstb-dev libgl-dev libglu1-mesa-dev fonts-dejavu-core)
 display_packages=(xvfb xauth openbox xdotool imagemagick x11-utils libgl1-mesa-dri)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev libegl-dev clang-format-14 locales)
