@@ -1,12 +1,10 @@
 #include "terrain/cell_draw_list.h"
 
-#define GL_GLEXT_PROTOTYPES
-#include <GL/gl.h>
-#include <GL/glext.h>
 #include <algorithm>
 
 #include "core/camera.h"
 #include "data/mod_config.h"
+#include "terrain/gl_buffers.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_buffers.h"
 
@@ -173,8 +171,7 @@ void DrawCellBatches(const CellDrawList& list, unsigned indexBuffer,
     else
       SelectLayer(layers[batch.layer - 1u], textured);
     glDrawElements(batch.lines ? GL_LINES : GL_TRIANGLES, static_cast<GLsizei>(batch.count),
-                   GL_UNSIGNED_INT,
-                   reinterpret_cast<const void*>(batch.first * sizeof(std::uint32_t)));
+                   GL_UNSIGNED_INT, BufferOffset(batch.first * sizeof(std::uint32_t)));
   }
   glShadeModel(GL_SMOOTH);
   glDisable(GL_POLYGON_OFFSET_FILL);

@@ -1,8 +1,5 @@
 #include "terrain/terrain_buffers.h"
 
-#define GL_GLEXT_PROTOTYPES
-#include <GL/gl.h>
-#include <GL/glext.h>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -10,6 +7,7 @@
 #include <vector>
 
 #include "data/mod_config.h"
+#include "terrain/gl_buffers.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_render.h"
 
@@ -177,15 +175,15 @@ bool SyncTerrainBuffers(const CellColours& colours) {
 unsigned TerrainBufferVersion() { return version; }
 
 void BindTerrainVertices(bool textured) {
-  const auto at = [](std::size_t offset) { return reinterpret_cast<const void*>(offset); };
   glBindBuffer(GL_ARRAY_BUFFER, buffers.name);
   glEnableClientState(GL_VERTEX_ARRAY);
-  glVertexPointer(3, GL_FLOAT, sizeof(DrawnVertex), at(offsetof(DrawnVertex, x)));
+  glVertexPointer(3, GL_FLOAT, sizeof(DrawnVertex), BufferOffset(offsetof(DrawnVertex, x)));
   glEnableClientState(GL_COLOR_ARRAY);
-  glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(DrawnVertex), at(offsetof(DrawnVertex, colour)));
+  glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(DrawnVertex),
+                 BufferOffset(offsetof(DrawnVertex, colour)));
   if (!textured) return;
   glEnableClientState(GL_TEXTURE_COORD_ARRAY);
-  glTexCoordPointer(2, GL_FLOAT, sizeof(DrawnVertex), at(offsetof(DrawnVertex, s)));
+  glTexCoordPointer(2, GL_FLOAT, sizeof(DrawnVertex), BufferOffset(offsetof(DrawnVertex, s)));
 }
 
 void UnbindTerrainVertices() {

@@ -1,8 +1,7 @@
-#define GL_GLEXT_PROTOTYPES
-#include <GL/gl.h>
-#include <GL/glext.h>
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -11,6 +10,7 @@
 #include "data/mod_config.h"
 #include "data/textures.h"
 #include "terrain/cell_draw_list.h"
+#include "terrain/gl_buffers.h"
 #include "terrain/level_textures.h"
 #include "terrain/terrain_buffers.h"
 #include "terrain/terrain_passes.h"
@@ -52,11 +52,13 @@ DrawnCells drawn;
 // The tile that covers a block of cells; "no surface", which repeats, where the level has none.
 CellLayer LayerOfBlock(int rowBlock, int columnBlock) {
   const int blockRow = TilesPerSide - rowBlock - 1;
-  const int row = blockRow - modConfig.TexOffsetX;
-  const int column = columnBlock - modConfig.TexOffsetY;
+  // Offsets come from the level's scripts and may be of any size.
+  const auto row = std::int64_t{blockRow} - modConfig.TexOffsetX;
+  const auto column = std::int64_t{columnBlock} - modConfig.TexOffsetY;
   CellLayer layer{.texture = sharedTextures.noSurface};
   if (row < 0 || column < 0 || row >= kMaxTiles || column >= kMaxTiles) return layer;
-  const SurfaceTile& tile = levelTextures.tiles[row][column];
+  const SurfaceTile& tile =
+      levelTextures.tiles[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
   if (!tile.hasTexture) return layer;
   layer.texture = tile.texture;
   layer.originS = static_cast<float>(blockRow);

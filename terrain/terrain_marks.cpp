@@ -1,6 +1,3 @@
-#define GL_GLEXT_PROTOTYPES
-#include <GL/gl.h>
-#include <GL/glext.h>
 #include <GL/glu.h>
 #include <algorithm>
 #include <array>
@@ -11,6 +8,7 @@
 
 #include "core/camera.h"
 #include "data/mod_config.h"
+#include "terrain/gl_buffers.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/terrain_render.h"
@@ -55,15 +53,15 @@ void AddMarker(const TerrainVertex& vertex) {
 }
 
 void DrawMarkVertices() {
-  const auto at = [](std::size_t offset) { return reinterpret_cast<const void*>(offset); };
   if (!store.buffer) glGenBuffers(1, &store.buffer);
   glBindBuffer(GL_ARRAY_BUFFER, store.buffer);
   glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(store.vertices.size() * sizeof(MarkVertex)),
                store.vertices.data(), GL_STREAM_DRAW);
   glEnableClientState(GL_VERTEX_ARRAY);
   glEnableClientState(GL_COLOR_ARRAY);
-  glVertexPointer(3, GL_FLOAT, sizeof(MarkVertex), at(offsetof(MarkVertex, x)));
-  glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(MarkVertex), at(offsetof(MarkVertex, colour)));
+  glVertexPointer(3, GL_FLOAT, sizeof(MarkVertex), BufferOffset(offsetof(MarkVertex, x)));
+  glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(MarkVertex),
+                 BufferOffset(offsetof(MarkVertex, colour)));
   glDrawArrays(GL_LINES, 0, static_cast<GLsizei>(store.vertices.size()));
   glDisableClientState(GL_COLOR_ARRAY);
   glDisableClientState(GL_VERTEX_ARRAY);

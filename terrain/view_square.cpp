@@ -33,7 +33,7 @@ Range CellsAround(float position) {
   if (std::isnan(cells)) cells = 0;
   cells = std::clamp(cells, -kFarOutside, kFarOutside);
   return {std::max(static_cast<int>(cells - kHalf), 0),
-          std::min(static_cast<int>(cells + kHalf), modConfig.MaterialSize)};
+          std::min({static_cast<int>(cells + kHalf), modConfig.MaterialSize, kMaxMaterialSize})};
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <GL/gl.h>
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 
 #include "core/camera.h"
 #include "core/editor_state.h"
@@ -88,13 +90,15 @@ void TexturedVertex(const Vector3& p, int a, int b, const TextureOrigin& origin)
 
 void DrawTexturedCell(const CellCorners& cell) {
   const int blockRow = TilesPerSide - (cell.i - 1) / 64 - 1, blockColumn = cell.j / 64;
-  const int row = blockRow - modConfig.TexOffsetX, column = blockColumn - modConfig.TexOffsetY;
+  const auto row = std::int64_t{blockRow} - modConfig.TexOffsetX;
+  const auto column = std::int64_t{blockColumn} - modConfig.TexOffsetY;
   const bool inTable = row >= 0 && column >= 0 && row < kMaxTiles && column < kMaxTiles;
-  const bool present = inTable && levelTextures.tiles[row][column].hasTexture;
-  glBindTexture(GL_TEXTURE_2D,
-                present ? levelTextures.tiles[row][column].texture : sharedTextures.noSurface);
+  const SurfaceTile tile =
+      inTable ? levelTextures.tiles[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)]
+              : SurfaceTile{};
+  glBindTexture(GL_TEXTURE_2D, tile.hasTexture ? tile.texture : sharedTextures.noSurface);
   TextureOrigin origin;
-  if (present) origin = {static_cast<float>(blockRow), static_cast<float>(blockColumn)};
+  if (tile.hasTexture) origin = {static_cast<float>(blockRow), static_cast<float>(blockColumn)};
   glEnable(GL_TEXTURE_2D);
   glBegin(GL_TRIANGLE_STRIP);
   TexturedVertex(cell.nearLeft, cell.i, cell.j, origin);

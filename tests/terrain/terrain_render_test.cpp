@@ -1,6 +1,7 @@
 #include "terrain/terrain_render.h"
 
 #include <GL/gl.h>
+#include <climits>
 #include <cmath>
 #include <gmock/gmock.h>
 
@@ -51,7 +52,8 @@ TEST_F(TerrainRenderTest, TilesMoveWithTheOffsetsAndMissingOnesShowNoSurface) {
   const SceneCamera overMissingTile{800, 200, 1150, -90, 180};
   EXPECT_GT(CountColour(Frame(overMissingTile), 255, 0, 255), 1000u);
   ExpectSamePicture(overMissingTile);
-  for (const auto& [x, y] : {std::pair{1, 2}, std::pair{-1, -3}, std::pair{5, 5}}) {
+  for (const auto& [x, y] :
+       {std::pair{1, 2}, std::pair{-1, -3}, std::pair{INT_MIN, INT_MAX}, std::pair{5, 5}}) {
     modConfig.TexOffsetX = x, modConfig.TexOffsetY = y;
     ExpectSamePicture(kFly);
     ExpectSamePicture(kTopDown);
