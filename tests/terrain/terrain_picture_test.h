@@ -20,7 +20,7 @@ class TerrainPictureTest : public SandboxTest {
  protected:
   static constexpr int kWidth = 400, kHeight = 260;
   // Lines that lie in the plane of the ground may differ in a few pixels.
-  static constexpr std::size_t kFewPixels = kWidth * kHeight / 300;
+  static constexpr std::size_t kFewPixels = kWidth * kHeight / 500;
   static constexpr int kShades = 3;  // of 255
 
   static constexpr SceneCamera kFly{1000, 140, 1000, -25, 180}, kLow{1200, 95, 900, -8, 30},
