@@ -12,6 +12,7 @@
 #include "data/textures.h"
 #include "platform/prompts.h"
 #include "terrain/level_textures.h"
+#include "terrain/material_map.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_render.h"
 
@@ -125,6 +126,7 @@ void DrawMaterialSwatch() {
 void CreateViewObjects() {
   camera = Camera{};
   CreateTerrain();
+  CreateMaterialMapper();
   SetTerrainBaseColour(255, 255, 255, 255);
   InitGrid();
   SetFixedState();
@@ -187,6 +189,7 @@ void DestroyViewObjects() {
   editor.viewReady = false;
   DeleteLevelTextures();
   ReleaseTerrainBuffers();
+  DestroyMaterialMapper();
   DestroyTerrain();
 }
 

@@ -30,10 +30,11 @@ extern std::unique_ptr<MaterialMapper> materialMapper;
 void CreateMaterialMapper();
 void DestroyMaterialMapper();
 
-// Reads "%s\materialmap.raw" of the level folder into the grid. When no archive holds it a message
-// is shown and the level's cells become 0.
+// Reads "%s\materialmap.raw" of the level folder into the grid; bytes above the last material are
+// kept, cells that the file lacks become 0. When no archive holds the file a message is shown and
+// the level's cells become 0.
 void LoadMaterialMap();
-// Writes "%s/materialmap.raw" of the level folder from the grid, the low byte of each index.
+// Writes the same file from the grid: of each index the low byte of its absolute value.
 void SaveMaterialMap();
 // Stores one cell; indices outside the grid are ignored.
 void SetMaterial(std::uint32_t material, int i, int j);

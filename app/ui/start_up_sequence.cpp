@@ -8,6 +8,7 @@
 #include "app/level.h"
 #include "app/shell.h"
 #include "app/start_up.h"
+#include "app/terrain_operations.h"
 #include "app/ui/frame_loop.h"
 #include "app/ui/main_window.h"
 #include "app/ui/picture_dialog.h"
@@ -95,6 +96,7 @@ int RunEditor(const PlatformConnections& platform) {
   FrameLoop frames(&window, window.view());
   platform.observeProcessWaits([&frames](bool waiting) { frames.Rest(waiting); });
   ConnectShell(window);
+  ConnectTerrainOperations();
   const int exitCode = RunInWindow(window, frames);
   ShutDown();
   DisconnectShell();

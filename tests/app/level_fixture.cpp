@@ -4,7 +4,9 @@
 #include <fstream>
 
 #include "app/level.h"
+#include "app/terrain_operations.h"
 #include "data/mods.h"
+#include "terrain/material_map.h"
 
 namespace mw {
 namespace {
@@ -25,9 +27,20 @@ Bytes HeightSamples(int materialSize) {
   return samples;
 }
 
+// Every material, and bytes that stand for none.
+Bytes Materials(int materialSize) {
+  Bytes cells;
+  for (int i = 0; i < materialSize * materialSize; ++i) {
+    cells.push_back(static_cast<std::uint8_t>(i * 3 + i / materialSize));
+  }
+  return cells;
+}
+
 }  // namespace
 
 LevelTest::LevelTest() {
+  CreateMaterialMapper();
+  ConnectTerrainOperations();
   std::filesystem::create_directories(folder / "Mods/varnhold/Archives/varnhold/levels");
   std::ofstream(folder / "varnhold.cfg")
       << "GamePath=" << GameFolder() << "\nObjectsList=varnhold.lst\nMaterialSize=512\n"
@@ -43,6 +56,7 @@ LevelTest::LevelTest() {
 LevelTest::~LevelTest() {
   CloseLevelArchive();
   archives.Clear();
+  DestroyMaterialMapper();
 }
 
 void LevelTest::MakeLevel(const std::string& name, int materialSize, int worldSize) {
@@ -62,6 +76,7 @@ void LevelTest::MakeLevel(const std::string& name, int materialSize, int worldSi
   add("Init/SkyAndSun.con", "renderer.fogstart 150\r\n");
   add("notes.txt", "not the editor's");
   ASSERT_TRUE(archive.WriteMember(base + "heightmap.raw", HeightSamples(materialSize)));
+  ASSERT_TRUE(archive.WriteMember(base + "materialmap.raw", Materials(materialSize)));
   ASSERT_TRUE(archive.Close());
 }
 

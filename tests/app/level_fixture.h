@@ -18,7 +18,8 @@ class LevelTest : public ShellTest {
   LevelTest();
   ~LevelTest() override;
 
-  // Writes `<name>.vra` with scripts, a height map and a member that no editor knows.
+  // Writes `<name>.vra` with scripts, a height map, a material map and a member that no editor
+  // knows.
   void MakeLevel(const std::string& name, int materialSize, int worldSize);
   // The path of a level's archive.
   std::string ArchivePath(const std::string& name) const;

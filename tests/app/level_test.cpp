@@ -40,12 +40,14 @@ TEST_F(LevelTest, SavingWithoutAnEditKeepsEveryMember) {
   AnswerDialogs("Island");
   ASSERT_TRUE(OpenLevel());
   const Bytes heights = MemberOnDisk("Island", "heightmap.raw");
+  const Bytes materials = MemberOnDisk("Island", "materialmap.raw");
   const std::string init = TextOnDisk("Island", "init.con");
   ASSERT_TRUE(SaveLevel());
   ASSERT_TRUE(SaveLevel()) << "twice in a row";
   EXPECT_EQ(status().back(), "Saved level Island");
   CloseLevelArchive();
   EXPECT_EQ(MemberOnDisk("Island", "heightmap.raw"), heights);
+  EXPECT_EQ(MemberOnDisk("Island", "materialmap.raw"), materials);
   EXPECT_EQ(TextOnDisk("Island", "init.con"), init);
   EXPECT_EQ(TextOnDisk("Island", "notes.txt"), "not the editor's");
   EXPECT_EQ(TextOnDisk("Island", "init/terrain.con"),

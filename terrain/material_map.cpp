@@ -1,0 +1,78 @@
+#include "terrain/material_map.h"
+
+#include <string>
+#include <vector>
+
+#include "core/editor_state.h"
+#include "core/text.h"
+#include "data/game_file.h"
+#include "data/mod_config.h"
+
+namespace mw {
+
+const std::array<const char*, kMaterialCount> kMaterialNames{
+    "Default",      "Water",       "Dry Grass", "Wet Grass",     "Dry Dirt", "Wet Dirt",
+    "Mud",          "Outside Map", "Gravel",    "Frozen Ground", "Dry Sand", "Wet Sand",
+    "Rock Surface", "Sand Road",   "Dirt Road", "Paved Road"};
+
+std::unique_ptr<MaterialMapper> materialMapper;
+
+namespace {
+
+bool HasUsableSize() {
+  return modConfig.MaterialSize >= 1 && modConfig.MaterialSize <= kMaxMaterialSize;
+}
+
+std::size_t MaterialMapBytes() {
+  const auto side = static_cast<std::size_t>(modConfig.MaterialSize);
+  return side * side;
+}
+
+std::string MaterialMapPath() {
+  return FormatText("%s\\materialmap.raw", editor.levelFolder.c_str());
+}
+
+// Calls visit(cell, offset) with every cell that carries data and its place in the file.
+template <typename Visit>
+void ForEachDataCell(Visit visit) {
+  const int side = modConfig.MaterialSize;
+  for (int i = 1; i <= side; ++i) {
+    for (int j = 0; j < side; ++j) {
+      visit(materialMapper->grid[i][j], static_cast<std::size_t>(j * side + side - i));
+    }
+  }
+}
+
+// A plug-in may leave negative numbers: of those the absolute value counts.
+std::uint8_t StoredMaterial(std::uint32_t material) {
+  const bool negative = (material & 0x80000000u) != 0;
+  return static_cast<std::uint8_t>(negative ? 0u - material : material);
+}
+
+}  // namespace
+
+void CreateMaterialMapper() { materialMapper = std::make_unique<MaterialMapper>(); }
+
+void DestroyMaterialMapper() { materialMapper.reset(); }
+
+void LoadMaterialMap() {
+  if (!materialMapper || !HasUsableSize()) return;
+  const auto bytes = LoadGameFileBytes(MaterialMapPath(), MaterialMapBytes());
+  ForEachDataCell(
+      [&](std::uint32_t& cell, std::size_t offset) { cell = bytes ? (*bytes)[offset] : 0u; });
+}
+
+void SaveMaterialMap() {
+  if (!materialMapper || !HasUsableSize()) return;
+  std::vector<std::uint8_t> bytes(MaterialMapBytes());
+  ForEachDataCell(
+      [&](const std::uint32_t& cell, std::size_t offset) { bytes[offset] = StoredMaterial(cell); });
+  SaveGameFileBytes(MaterialMapPath(), bytes);
+}
+
+void SetMaterial(std::uint32_t material, int i, int j) {
+  if (!materialMapper || i < 0 || j < 0 || i >= kGridCapacity || j >= kGridCapacity) return;
+  materialMapper->grid[i][j] = material;
+}
+
+}  // namespace mw
