@@ -12,7 +12,7 @@ run_fuzzers() {
   local folder=$PWD/build/fuzz
   need "${build_packages[@]}" "${fuzz_packages[@]}"
   build release sample
-  build fuzz
+  build fuzz fuzzers
   mkdir -p "$folder/tmp"
   export TMPDIR=$folder/tmp
   build/fuzz/bin/seed_corpus build/release/work/game build/release/work "$folder/corpus"
