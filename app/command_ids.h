@@ -1,6 +1,8 @@
 // Identifiers of the program's commands and of the buttons of the mode toolbars.
 #pragma once
 
+#include "terrain/terrain_controls.h"
+
 namespace mw {
 
 enum CommandId : int {
@@ -8,13 +10,13 @@ enum CommandId : int {
   kCommandAbout = 104,
   kCommandExit = 105,
   // Terrain toolbar.
-  kCommandPointManipulation = 2000,
-  kCommandCarving = 2001,
-  kCommandRaising = 2002,
-  kCommandSmoothing = 2003,
-  kCommandAutoSmoothing = 2004,
-  kCommandFlatten = 2007,
-  kCommandRoad = 2009,
+  kCommandPointManipulation = static_cast<int>(TerrainControl::PointManipulation),
+  kCommandCarving = static_cast<int>(TerrainControl::Carving),
+  kCommandRaising = static_cast<int>(TerrainControl::Raising),
+  kCommandSmoothing = static_cast<int>(TerrainControl::Smoothing),
+  kCommandAutoSmoothing = static_cast<int>(TerrainControl::AutoSmoothing),
+  kCommandFlatten = static_cast<int>(TerrainControl::Flatten),
+  kCommandRoad = static_cast<int>(TerrainControl::Road),
   // Material toolbar.
   kCommandFillMaterial = 3000,
   kCommandSurfaceAssignments = 3003,

@@ -16,6 +16,7 @@
 #include "support/terrain_scene.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_render.h"
+#include "terrain/terrain_tools.h"
 
 namespace mw {
 namespace {
@@ -114,24 +115,32 @@ BENCHMARK(Standing)->Apply(DisplayModes);
 BENCHMARK(Flying)->Apply(DisplayModes);
 BENCHMARK(TopDown)->Apply(DisplayModes);
 
-void RaiseAround(int row, int column, int reach) {
-  for (int i = row - reach; i <= row + reach; ++i) {
-    for (int j = column - reach; j <= column + reach; ++j)
-      SetHeight(i, j, terrain->grid[i][j].h + 0.1f);
-  }
+// A tool of the largest brush, held on the ground in front of the camera.
+void HoldBrush(TerrainTool tool) {
+  SelectTool(tool);
+  SetBrushSize(kMaxBrushSize);
+  terrain->flattenSampled = 1;
+  editor.ShowTextures = editor.ShowGrid = true;
+  pick = {1000, 60, 1100, false};
 }
 
-// A frame in which a brush of size 9 changed heights, with only those vertices written to the
-// buffers, against a frame that rebuilds them all.
-void FrameWithEdit(benchmark::State& state) {
+void SculptingTools(benchmark::internal::Benchmark* bench) {
+  bench->ArgName("tool")->UseManualTime()->Iterations(60);
+  for (const TerrainTool tool :
+       {TerrainTool::Carving, TerrainTool::Smoothing, TerrainTool::Flatten})
+    bench->Arg(static_cast<int>(tool));
+}
+
+// A frame with a stroke of the brush, with only the vertices it touched written to the buffers,
+// against a frame that rebuilds them all.
+void FrameWithStroke(benchmark::State& state) {
   if (!OpenScene(state)) return;
-  editor.ShowTextures = editor.ShowGrid = true;
-  terrain->tool = TerrainTool::Raising;
+  HoldBrush(static_cast<TerrainTool>(state.range(0)));
   const auto frame = [](bool rebuildAll) {
     BeginScene(kFlying, kWidth, kHeight);
     glFinish();
     return Seconds([&] {
-      RaiseAround(250, 275, 9);
+      ApplyBrush();
       if (rebuildAll) MarkAllTerrainChanged();
       RenderTerrainMode();
     });
@@ -140,19 +149,19 @@ void FrameWithEdit(benchmark::State& state) {
   Compare(
       state, [&] { return frame(false); }, [&] { return frame(true); });
 }
-BENCHMARK(FrameWithEdit)->UseManualTime()->Iterations(60);
+BENCHMARK(FrameWithStroke)->Apply(SculptingTools);
 
-// The same against a frame without any edit: how much of the frame rate a stroke leaves.
-void FrameWithEditAgainstFrameWithout(benchmark::State& state) {
+// The same against a frame without a stroke, both from a camera that turns: how much of the frame
+// rate a stroke leaves.
+void FrameWithStrokeAgainstFrameWithout(benchmark::State& state) {
   if (!OpenScene(state)) return;
-  editor.ShowTextures = editor.ShowGrid = true;
-  terrain->tool = TerrainTool::Raising;
+  HoldBrush(static_cast<TerrainTool>(state.range(0)));
   int turn = 0;
-  const auto frame = [&](bool edit) {
+  const auto frame = [&](bool stroke) {
     BeginScene(Turning(kFlying, ++turn), kWidth, kHeight);
     glFinish();
     return Seconds([&] {
-      if (edit) RaiseAround(250, 275, 9);
+      if (stroke) ApplyBrush();
       RenderTerrainMode();
     });
   };
@@ -160,7 +169,7 @@ void FrameWithEditAgainstFrameWithout(benchmark::State& state) {
   Compare(
       state, [&] { return frame(true); }, [&] { return frame(false); });
 }
-BENCHMARK(FrameWithEditAgainstFrameWithout)->UseManualTime()->Iterations(60);
+BENCHMARK(FrameWithStrokeAgainstFrameWithout)->Apply(SculptingTools);
 
 // Reading the file image into the grid, against setting its heights one by one.
 void LoadHeights(benchmark::State& state) {

@@ -126,9 +126,13 @@ void SetHeight(int i, int j, float h) {
   if (!terrain || i < 0 || j < 0 || i >= kGridCapacity || j >= kGridCapacity) return;
   h = std::max(0.0f, std::min(h, kMaxHeight));  // what is not a number becomes 0
   terrain->grid[i][j].h = h;
-  const int block = modConfig.MaterialSize / kMiniMapSize;
-  if (block > 0) SetMiniMapPixel(i / block, j / block, MiniMapGrey(h));
+  ShowOnMiniMap(i, j);
   MarkTerrainChanged(i, j, i, j);
+}
+
+void ShowOnMiniMap(int i, int j) {
+  const int block = modConfig.MaterialSize / kMiniMapSize;
+  if (block > 0) SetMiniMapPixel(i / block, j / block, MiniMapGrey(terrain->grid[i][j].h));
 }
 
 float AverageOfNeighbours(int i, int j) {

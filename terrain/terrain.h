@@ -97,6 +97,8 @@ bool LoadHeightBuffer();
 void LoadHeightsFromBuffer();
 // Clamps to 0 ... 256, stores, updates the Mini-Map picture and marks the vertex for redrawing.
 void SetHeight(int i, int j, float h);
+// Gives the vertex its pixel in the Mini-Map picture; who edits repaints the Mini-Map when done.
+void ShowOnMiniMap(int i, int j);
 // Mean height of the up to four neighbours that carry data.
 float AverageOfNeighbours(int i, int j);
 // Writes "%s\heightmap.raw" of the level folder from the grid.

@@ -2,10 +2,11 @@
 #include <vector>
 
 #include "core/editor_state.h"
+#include "core/hooks.h"
+#include "terrain/point_selection.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/terrain_render.h"
-#include "terrain/terrain_tools.h"
 
 namespace mw {
 namespace {
@@ -30,13 +31,6 @@ void ForVisibleCellsAroundPick(int reach, Act act) {
   }
 }
 
-void GrowSelectionBox(int i, int j) {
-  selectionBox.SelMinRow = std::min(selectionBox.SelMinRow, i);
-  selectionBox.SelMaxRow = std::max(selectionBox.SelMaxRow, i);
-  selectionBox.SelMinCol = std::min(selectionBox.SelMinCol, j);
-  selectionBox.SelMaxCol = std::max(selectionBox.SelMaxCol, j);
-}
-
 void SelectPickedVertex(int i, int j) {
   TerrainVertex& vertex = terrain->grid[i][j];
   const float half = CellSize / 2;
@@ -45,7 +39,7 @@ void SelectPickedVertex(int i, int j) {
     return;
   vertex.selected = editor.ctrlHeld || !vertex.selected;
   GrowSelectionBox(i, j);
-  computeSmoothingWeights();
+  ComputeSmoothingWeights();
   pick.pending = false;
 }
 
@@ -59,17 +53,22 @@ void SampleHeight(int i, int j) {
   brushCells.push_back({i, j});
 }
 
+void LevelVertex(int i, int j) {
+  terrain->grid[i][j].h = terrain->flattenHeight;
+  MarkTerrainChanged(i, j, i, j);
+  ShowOnMiniMap(i, j);
+  editor.levelModified = true;
+  hooks.invalidateMiniMap();
+}
+
 void FlattenVertex(int i, int j) {
-  TerrainVertex& vertex = terrain->grid[i][j];
+  const TerrainVertex& vertex = terrain->grid[i][j];
   const auto size = static_cast<float>(terrain->brushSize);
   const float outer = (size + 1) * CellSize, inner = size * CellSize;
   if (!Within(vertex.x, pick.x - outer, pick.x + outer) ||
       !Within(vertex.z, pick.z - outer, pick.z + outer))
     return;
-  if (terrain->flattenActive && vertex.h != terrain->flattenHeight) {
-    vertex.h = terrain->flattenHeight;
-    MarkTerrainChanged(i, j, i, j);
-  }
+  if (terrain->flattenActive && vertex.h != terrain->flattenHeight) LevelVertex(i, j);
   if (vertex.x > pick.x - inner && vertex.z <= pick.z + inner) brushCells.push_back({i, j});
 }
 

@@ -7,13 +7,11 @@
 #include "terrain/terrain.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/terrain_render.h"
-#include "terrain/terrain_tools.h"
 
 namespace mw {
 
 ViewSquare viewSquare;
 PickState pick;
-void (*computeSmoothingWeights)() = [] {};
 
 namespace {
 

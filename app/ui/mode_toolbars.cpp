@@ -9,6 +9,7 @@
 #include "app/operations.h"
 #include "app/ui/qt_text.h"
 #include "resources/pictures.h"
+#include "terrain/ui/terrain_toolbar.h"
 
 namespace mw {
 namespace {
@@ -23,18 +24,6 @@ struct ButtonSpec {
 };
 
 using enum Button;
-
-constexpr ButtonSpec kTerrainButtons[] = {
-    {},
-    {Radio, kCommandPointManipulation, "Point Manipulation Tool", "point_manipulation", true},
-    {Toggle, kCommandAutoSmoothing, "Toggle Point Auto Smoothing", "auto_smoothing", true},
-    {},
-    {Radio, kCommandCarving, "Carving Tool", "carving"},
-    {Radio, kCommandRaising, "Raising Tool", "raising"},
-    {Radio, kCommandSmoothing, "Smoothing Tool", "smoothing"},
-    {Radio, kCommandFlatten, "Flatten Tool", "flatten"},
-    {Radio, kCommandRoad, "Road Tool", "road"},
-};
 
 constexpr ButtonSpec kMaterialButtons[] = {
     {},
@@ -100,13 +89,13 @@ QToolBar* MakeToolbar(QWidget* parent, const char* name, std::span<const ButtonS
 
 }  // namespace
 
-ModeToolbars::ModeToolbars(QWidget* parent) : QStackedWidget(parent) {
+ModeToolbars::ModeToolbars(QWidget* parent)
+    : QStackedWidget(parent), terrainToolbar_(new TerrainToolbar(this)) {
   constexpr int kHeight = 32;
   setObjectName("modeToolbars");
   setFixedHeight(kHeight);
   // In the order of ShowMode.
-  addWidget(MakeToolbar(this, "Terrain Mapper Tools", kTerrainButtons,
-                        [](CommandId id) { operations.terrainToolbarCommand(id); }));
+  addWidget(terrainToolbar_);
   addWidget(MakeToolbar(this, "Material Mapper Tools", kMaterialButtons,
                         [](CommandId id) { operations.materialToolbarCommand(id); }));
   addWidget(MakeToolbar(this, "Object Mapper Tools", kObjectButtons,
@@ -116,6 +105,7 @@ ModeToolbars::ModeToolbars(QWidget* parent) : QStackedWidget(parent) {
 void ModeToolbars::ShowMode(EditMode mode) {
   switch (mode) {
     case EditMode::TerrainMapper:
+      terrainToolbar_->Refresh();
       setCurrentIndex(0);
       break;
     case EditMode::MaterialMapper:

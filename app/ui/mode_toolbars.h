@@ -11,6 +11,8 @@ class QAction;
 
 namespace mw {
 
+class TerrainToolbar;
+
 class ModeToolbars : public QStackedWidget {
  public:
   explicit ModeToolbars(QWidget* parent);
@@ -18,6 +20,10 @@ class ModeToolbars : public QStackedWidget {
   void ShowMode(EditMode mode);
   // The button's action, or null. Its `data` is the command.
   QAction* Find(CommandId id) const;
+  TerrainToolbar* terrainToolbar() const { return terrainToolbar_; }
+
+ private:
+  TerrainToolbar* terrainToolbar_;
 };
 
 }  // namespace mw

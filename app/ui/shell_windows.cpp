@@ -2,6 +2,7 @@
 
 #include <QTreeWidget>
 
+#include "app/operations.h"
 #include "app/shell.h"
 #include "app/ui/frame_loop.h"
 #include "app/ui/level_tree_panel.h"
@@ -10,6 +11,7 @@
 #include "app/ui/mini_map_window.h"
 #include "app/ui/mode_toolbars.h"
 #include "app/ui/picture_dialog.h"
+#include "app/ui/terrain_operations.h"
 #include "app/ui/view_widget.h"
 #include "app/ui/welcome_dialog.h"
 #include "core/hooks.h"
@@ -53,10 +55,12 @@ void ConnectDialogs(MainWindow& window) {
 void ConnectShell(MainWindow& window) {
   ConnectWindows(window);
   ConnectDialogs(window);
+  ConnectTerrainTools(*window.modeToolbars()->terrainToolbar());
 }
 
 void DisconnectShell() {
   shell = Shell{};
+  operations = Operations{};
   hooks.invalidateMiniMap = [] {};
 }
 

@@ -12,10 +12,10 @@
 #include "data/textures.h"
 #include "terrain/cell_draw_list.h"
 #include "terrain/level_textures.h"
+#include "terrain/point_selection.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/terrain_render.h"
-#include "terrain/terrain_tools.h"
 
 namespace mw::plain {
 namespace {
@@ -45,11 +45,8 @@ void SelectPendingPick(const CellCorners& cell) {
     return;
   TerrainVertex& vertex = terrain->grid[cell.i][cell.j];
   vertex.selected = editor.ctrlHeld ? 1 : !vertex.selected;
-  selectionBox.SelMinRow = std::min(selectionBox.SelMinRow, cell.i);
-  selectionBox.SelMaxRow = std::max(selectionBox.SelMaxRow, cell.i);
-  selectionBox.SelMinCol = std::min(selectionBox.SelMinCol, cell.j);
-  selectionBox.SelMaxCol = std::max(selectionBox.SelMaxCol, cell.j);
-  computeSmoothingWeights();
+  GrowSelectionBox(cell.i, cell.j);
+  ComputeSmoothingWeights();
   pick.pending = false;
 }
 

@@ -11,7 +11,6 @@
 #include "terrain/level_textures.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_render.h"
-#include "terrain/terrain_tools.h"
 
 namespace mw {
 namespace {
@@ -75,7 +74,6 @@ void MakeLandscape(int materialSize) {
   modConfig.HeightScale = 0.6f;
   modConfig.WaterLevel = 45;
   pick = PickState{};
-  computeSmoothingWeights = [] {};
   SetTerrainBaseColour(255, 255, 255, 255);
   CreateTerrain();
   InitGrid();

@@ -1,23 +1,15 @@
 #include <GL/gl.h>
 
+#include "core/mini_map_picture.h"
 #include "terrain/terrain_picture_test.h"
-#include "terrain/terrain_tools.h"
 #include "terrain/world_point.h"
 
 namespace mw {
 namespace {
 
-int weightComputations = 0;
-
 // Effects of the tools that take place when the terrain is drawn.
 class TerrainEffectsTest : public TerrainPictureTest {
  protected:
-  void SetUp() override {
-    TerrainPictureTest::SetUp();
-    weightComputations = 0;
-    computeSmoothingWeights = [] { ++weightComputations; };
-  }
-
   static void PickAt(float x, float z) { pick = {x, 60, z, true}; }
   static int CountSelected() {
     int count = 0;
@@ -34,14 +26,14 @@ TEST_F(TerrainEffectsTest, APendingPickTogglesTheNearestVertex) {
   EXPECT_EQ(terrain->grid[250][265].selected, 1) << "x 1000, z 1060";
   EXPECT_EQ(CountSelected(), 1);
   EXPECT_FALSE(pick.pending);
-  EXPECT_EQ(weightComputations, 1);
-  EXPECT_EQ(selectionBox.SelMinRow, 250);
-  EXPECT_EQ(selectionBox.SelMaxCol, 265);
+  EXPECT_EQ(terrain->grid[250][267].weight, 2) << "its neighbours are weighed";
+  EXPECT_EQ(selectionBox.SelMinRow, 250 - 6);
+  EXPECT_EQ(selectionBox.SelMaxCol, 265 + 6);
 
   PickAt(1002.1f, 1058.1f);
   Frame(kFly);
   EXPECT_EQ(terrain->grid[251][265].selected, 1);
-  EXPECT_EQ(selectionBox.SelMaxRow, 251);
+  EXPECT_EQ(selectionBox.SelMaxRow, 251 + 6);
 
   PickAt(1001.9f, 1058.1f);
   Frame(kFly);
@@ -86,6 +78,9 @@ TEST_F(TerrainEffectsTest, FlattenSamplesThenLevelsASquareAroundTheCursor) {
   EXPECT_NE(terrain->grid[255][275].h, sampled);
   EXPECT_NE(terrain->grid[250][271].h, sampled);
   EXPECT_NE(terrain->grid[250][280].h, sampled);
+  const auto grey = miniMapPicture.grey[(128 - 275 / 4) * 128 + 128 - 250 / 4];
+  EXPECT_EQ(grey, static_cast<int>(sampled)) << "the Mini-Map shows it";
+  EXPECT_TRUE(editor.levelModified);
   ShowTexturedWireframe();
   ExpectSamePicture(kFly);
 }

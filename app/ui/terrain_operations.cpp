@@ -1,0 +1,24 @@
+#include "app/ui/terrain_operations.h"
+
+#include "app/operations.h"
+#include "terrain/point_selection.h"
+#include "terrain/terrain_tools.h"
+#include "terrain/ui/terrain_toolbar.h"
+
+namespace mw {
+
+void ConnectTerrainTools(TerrainToolbar& toolbar) {
+  operations.pickUnderCursor = PickUnderCursor;
+  // The brush is where the last mouse move picked, whatever has been raised there since.
+  operations.applyTerrainTool = [](int, int) { ApplyHeldBrush(); };
+  operations.moveSelection = MoveSelection;
+  operations.clearSelection = ClearSelection;
+  operations.selectRectangle = SelectRectangle;
+  operations.terrainToolbarCommand = [&toolbar](CommandId id) {
+    toolbar.Press(static_cast<TerrainControl>(id));
+  };
+  operations.setTerrainBrushSize = [&toolbar](int size) { toolbar.ChooseBrushSize(size); };
+  operations.setTerrainPower = [&toolbar](int power) { toolbar.ChoosePower(power); };
+}
+
+}  // namespace mw

@@ -1,0 +1,174 @@
+#include "terrain/ui/terrain_toolbar.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QComboBox>
+#include <QSignalBlocker>
+#include <QSlider>
+#include <optional>
+
+#include "resources/pictures.h"
+#include "terrain/terrain_tools.h"
+
+namespace mw {
+namespace {
+
+constexpr int kIconSize = 16, kListWidth = 40;
+constexpr QSize kSliderSize(140, 20);
+
+struct ButtonSpec {
+  TerrainControl control;
+  const char* toolTip;
+  const char* icon;
+};
+
+constexpr ButtonSpec kButtons[] = {
+    {TerrainControl::PointManipulation, "Point Manipulation Tool", "point_manipulation"},
+    {TerrainControl::AutoSmoothing, "Toggle Point Auto Smoothing", "auto_smoothing"},
+    {TerrainControl::Carving, "Carving Tool", "carving"},
+    {TerrainControl::Raising, "Raising Tool", "raising"},
+    {TerrainControl::Smoothing, "Smoothing Tool", "smoothing"},
+    {TerrainControl::Flatten, "Flatten Tool", "flatten"},
+    {TerrainControl::Road, "Road Tool", "road"},
+};
+
+std::optional<TerrainTool> ToolOf(TerrainControl control) {
+  switch (control) {
+    case TerrainControl::PointManipulation:
+      return TerrainTool::PointManipulation;
+    case TerrainControl::Carving:
+      return TerrainTool::Carving;
+    case TerrainControl::Raising:
+      return TerrainTool::Raising;
+    case TerrainControl::Smoothing:
+      return TerrainTool::Smoothing;
+    case TerrainControl::Flatten:
+      return TerrainTool::Flatten;
+    case TerrainControl::Road:
+      return TerrainTool::Road;
+    default:
+      return std::nullopt;
+  }
+}
+
+void Describe(QWidget* widget, TerrainControl control, const char* objectName,
+              const char* toolTip) {
+  widget->setObjectName(objectName);
+  widget->setProperty("controlId", static_cast<int>(control));
+  widget->setAccessibleName(toolTip);
+  widget->setToolTip(toolTip);
+}
+
+// Entries "1" ... "count". It takes no keyboard focus: its digit keys are the 3D view's.
+QComboBox* MakeNumberList(QWidget* parent, int count) {
+  auto* list = new QComboBox(parent);
+  for (int number = 1; number <= count; ++number) list->addItem(QString::number(number));
+  list->setMaxVisibleItems(count);
+  list->setFixedWidth(kListWidth);
+  list->setFocusPolicy(Qt::NoFocus);
+  return list;
+}
+
+QSlider* MakePowerSlider(QWidget* parent) {
+  auto* slider = new QSlider(Qt::Horizontal, parent);
+  slider->setRange(1, kMaxToolPower);
+  slider->setPageStep(1);
+  slider->setFixedSize(kSliderSize);
+  slider->setFocusPolicy(Qt::ClickFocus);  // until the mouse is over the 3D view again
+  return slider;
+}
+
+// Shows a setting without sending it.
+template <typename Widget, typename Set>
+void Show(Widget* widget, bool enabled, Set set) {
+  const QSignalBlocker quiet(widget);
+  set();
+  widget->setEnabled(enabled);
+}
+
+}  // namespace
+
+TerrainToolbar::TerrainToolbar(QWidget* parent) : QToolBar("Terrain Mapper Tools", parent) {
+  setObjectName("Terrain Mapper Tools");
+  setIconSize(QSize(kIconSize, kIconSize));
+  AddButtons();
+  AddSettings();
+  Refresh();
+}
+
+void TerrainToolbar::AddButtons() {
+  addSeparator();
+  auto* tools = new QActionGroup(this);
+  for (const ButtonSpec& button : kButtons) {
+    QAction* action = addAction(Icon(button.icon), button.toolTip);
+    action->setToolTip(button.toolTip);
+    action->setData(static_cast<int>(button.control));
+    action->setProperty("controlId", static_cast<int>(button.control));
+    action->setCheckable(true);
+    if (ToolOf(button.control)) tools->addAction(action);
+    connect(action, &QAction::triggered, this,
+            [this, control = button.control] { Press(control); });
+  }
+}
+
+// The list for auto-smoothing stands behind its button, the settings of the brush behind the tools.
+void TerrainToolbar::AddSettings() {
+  smoothingRange_ = MakeNumberList(this, kMaxSmoothingRange);
+  brushSize_ = MakeNumberList(this, kMaxBrushSize);
+  power_ = MakePowerSlider(this);
+  Describe(smoothingRange_, TerrainControl::SmoothingRange, "smoothingRange", "Smoothing Range");
+  Describe(brushSize_, TerrainControl::BrushSize, "brushSize", "Brush Size");
+  Describe(power_, TerrainControl::Power, "power", "Tool Power Setting");
+
+  QAction* firstSculptingTool = Button(TerrainControl::Carving);
+  insertWidget(firstSculptingTool, smoothingRange_);
+  insertSeparator(firstSculptingTool);
+  addSeparator();
+  addWidget(brushSize_);
+  addSeparator();
+  addWidget(power_);
+
+  connect(smoothingRange_, &QComboBox::currentIndexChanged, this,
+          [](int index) { SetSmoothingRange(index + 1); });
+  connect(brushSize_, &QComboBox::currentIndexChanged, this,
+          [](int index) { SetBrushSize(index + 1); });
+  connect(power_, &QSlider::valueChanged, this, SetPower);
+}
+
+QAction* TerrainToolbar::Button(TerrainControl button) const {
+  for (QAction* action : actions()) {
+    if (action->data().toInt() == static_cast<int>(button)) return action;
+  }
+  return nullptr;
+}
+
+void TerrainToolbar::Press(TerrainControl button) {
+  if (const auto tool = ToolOf(button)) SelectTool(*tool);
+  if (button == TerrainControl::AutoSmoothing) ToggleAutoSmoothing();
+  Refresh();
+}
+
+void TerrainToolbar::ChooseBrushSize(int cells) {
+  SetBrushSize(cells);
+  Refresh();
+}
+
+void TerrainToolbar::ChoosePower(int power) {
+  SetPower(power);
+  Refresh();
+}
+
+void TerrainToolbar::Refresh() {
+  if (!terrain) return;
+  for (const ButtonSpec& button : kButtons)
+    Button(button.control)->setChecked(ToolOf(button.control) == terrain->tool);
+  Button(TerrainControl::AutoSmoothing)->setChecked(terrain->autoSmoothing);
+  Show(smoothingRange_, terrain->autoSmoothing,
+       [this] { smoothingRange_->setCurrentIndex(static_cast<int>(terrain->smoothingRange) - 1); });
+  Show(brushSize_, UsesBrushSize(terrain->tool),
+       [this] { brushSize_->setCurrentIndex(terrain->brushSize - 1); });
+  Show(power_, UsesPower(terrain->tool),
+       [this] { power_->setValue(static_cast<int>(terrain->power)); });
+}
+
+}  // namespace mw

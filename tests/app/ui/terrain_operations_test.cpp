@@ -1,0 +1,39 @@
+#include <QAction>
+#include <QTest>
+
+#include "app/modes.h"
+#include "app/ui/mode_toolbars.h"
+#include "app/ui/view_widget.h"
+#include "app/ui/window_fixture.h"
+
+namespace mw {
+namespace {
+
+class TerrainKeysTest : public WindowTest {
+ protected:
+  TerrainKeysTest() { SetEditMode(EditMode::TerrainMapper); }
+  bool IsChecked(CommandId id) { return window.modeToolbars()->Find(id)->isChecked(); }
+};
+
+TEST_F(TerrainKeysTest, ToolKeysPressTheirButtons) {
+  QTest::keyClick(window.view(), Qt::Key_V);
+  EXPECT_EQ(terrain->tool, TerrainTool::Flatten);
+  EXPECT_TRUE(IsChecked(kCommandFlatten));
+  EXPECT_FALSE(IsChecked(kCommandPointManipulation));
+  QTest::keyClick(window.view(), Qt::Key_M);
+  EXPECT_FALSE(terrain->autoSmoothing);
+  EXPECT_FALSE(IsChecked(kCommandAutoSmoothing));
+}
+
+TEST_F(TerrainKeysTest, KeypadAndSpaceActOnTheSelectedPoints) {
+  terrain->autoSmoothing = 0;
+  terrain->grid[100][50].selected = 1;
+  selectionBox = {100, 100, 50, 50};
+  QTest::keyClick(window.view(), Qt::Key_Plus, Qt::KeypadModifier);
+  EXPECT_FLOAT_EQ(terrain->grid[100][50].h, 127.1f);
+  QTest::keyClick(window.view(), Qt::Key_Space);
+  EXPECT_EQ(terrain->grid[100][50].selected, 0);
+}
+
+}  // namespace
+}  // namespace mw
