@@ -4,9 +4,8 @@
 set -euo pipefail
 build=$1
 picture=$build/screenshot.png
-map_x=62 map_y=88  # pixel of the Mini-Map to go to
+map_x=45 map_y=88  # pixel of the Mini-Map to go to
 main_title="Mapwright - Varnhold Level Editor"
-level_row=1  # of the "Load Level" list, from 0: the larger of the two sample levels
 
 fail() {
   echo "The sample level could not be shown: $*" >&2
@@ -83,7 +82,7 @@ answer "About Mapwright" space                # the splash picture
 answer "Select a Mod" Return                  # the mod at start-up
 answer "Mapwright" Return                     # "Open an Existing Level"
 answer "Select a Mod" Return                  # the mod of the level
-answer "Load Level" Home $(printf 'Down %.0s' $(seq $level_row)) Return
+answer "Load Level" Return                    # the first of the levels
 wait_for 60 active_is "$main_title"
 
 # Up into the air, then to a place of the level by a click into the Mini-Map, as a user would go there. The
