@@ -34,7 +34,8 @@ run_fuzzers() {
 check_format() {
   local clang_format
   clang_format=$(command -v clang-format-14 || command -v clang-format)
-  git ls-files '*.cpp' '*.h' | xargs "$clang_format" --dry-run --Werror
+  find . -path ./build -prune -o \( -name '*.cpp' -o -name '*.h' \) -print0 |
+    xargs -0 "$clang_format" --dry-run --Werror
 }
 
 # run_tests PRESET: the tests of a build, under a virtual display of their own.
