@@ -4,7 +4,7 @@
 set -euo pipefail
 build=$1
 picture=$build/screenshot.png
-map_x=47 map_y=80  # pixel of the Mini-Map to go to
+map_x=47 map_y=83  # pixel of the Mini-Map to go to
 main_title="Mapwright - Varnhold Level Editor"
 
 fail() {
