@@ -31,6 +31,7 @@ struct Shell {
   std::function<bool(bool cancelAllowed)> editModSettings = [](bool) { return false; };
   // Sets LevelName and levelFolder on OK.
   std::function<bool()> loadLevelDialog = [] { return false; };
+  std::function<bool()> createRoadDialog = [] { return false; };
   std::function<void()> addFileDialog = [] {};
   std::function<void()> aboutDialog = [] {};
   std::function<void()> creditsDialog = [] {};

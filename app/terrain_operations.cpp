@@ -1,13 +1,17 @@
 #include "app/terrain_operations.h"
 
 #include "app/operations.h"
+#include "app/shell.h"
 #include "terrain/material_map.h"
+#include "terrain/roads.h"
 
 namespace mw {
 
 void ConnectTerrainOperations() {
   operations.loadMaterialMap = LoadMaterialMap;
   operations.saveMaterialMap = SaveMaterialMap;
+  operations.addRoadPoint = AddRoadPoint;
+  operations.finishRoad = [] { FinishRoadPoints(shell.createRoadDialog); };
 }
 
 }  // namespace mw

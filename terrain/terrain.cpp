@@ -90,6 +90,7 @@ void InitGrid() {
     }
   }
   selectionBox = SelectionBox{};
+  terrain->roadPointCount = 0;
   MarkAllTerrainChanged();
 }
 

@@ -87,8 +87,9 @@ extern std::size_t heightBufferFilled;  // bytes
 void CreateTerrain();
 void DestroyTerrain();
 
-// Rebuilds the grid, flat, for the current MaterialSize and WorldSize; clears selection, weights
-// and selection box. Does nothing for a MaterialSize below 1 or above kMaxMaterialSize.
+// Rebuilds the grid, flat, for the current MaterialSize and WorldSize; clears selection, weights,
+// selection box and pending road points. Does nothing for a MaterialSize below 1 or above
+// kMaxMaterialSize.
 void InitGrid();
 // Reads "%s\heightmap.raw" of the level folder into the height buffer. False when no archive holds
 // it (a message was shown; the buffer is then empty).

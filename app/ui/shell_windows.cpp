@@ -17,6 +17,7 @@
 #include "core/hooks.h"
 #include "data/ui/add_file_dialog.h"
 #include "data/ui/mod_dialogs.h"
+#include "terrain/ui/road_dialog.h"
 
 namespace mw {
 namespace {
@@ -44,6 +45,7 @@ void ConnectDialogs(MainWindow& window) {
     return EditModSettings(&window, cancelAllowed);
   };
   shell.loadLevelDialog = [&] { return RunLoadLevelDialog(&window); };
+  shell.createRoadDialog = [&] { return CreateRoadDialog(&window); };
   shell.addFileDialog = [&] { AddFileDialog(&window); };
   shell.aboutDialog = [&] { SplashDialog(&window).exec(); };
   shell.creditsDialog = [&] { CreditsDialog(&window).exec(); };
