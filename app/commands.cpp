@@ -142,7 +142,7 @@ void RunViewCommand(CommandId id) {
 void RunToolsCommand(CommandId id) {
   switch (id) {
     case kCommandRandomTerrain:
-      operations.randomTerrain();
+      operations.randomTerrain(true);
       break;
     case kCommandGenerateMaterialMap:
       if (InitMaterialPlugin()) operations.generateMaterialMap();

@@ -63,7 +63,8 @@ struct Operations {
   // Commands of the menus and toolbars.
   Action importHeightmap = [] {};
   Action exportHeightmap = [] {};
-  Action randomTerrain = [] {};
+  // Asks before it replaces the terrain, if told to; true when it did.
+  std::function<bool(bool askFirst)> randomTerrain = [](bool) { return false; };
   Action generateMaterialMap = [] {};
   Action testLevel = [] {};
   Action generateSurfaceMaps = [] {};

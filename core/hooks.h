@@ -14,6 +14,8 @@ struct Hooks {
   // Draw the placed static objects into the current frame (overlaid in the terrain and material
   // modes).
   std::function<void()> drawStaticObjects = [] {};
+  // The whole ground changed: set the placed objects on it again.
+  std::function<void()> seatObjectsOnGround = [] {};
 };
 
 extern Hooks hooks;

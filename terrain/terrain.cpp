@@ -74,8 +74,10 @@ void CreateTerrain() { terrain = std::make_unique<Terrain>(); }
 
 void DestroyTerrain() { terrain.reset(); }
 
+bool HasUsableTerrain() { return terrain && HasUsableSize(); }
+
 void InitGrid() {
-  if (!terrain || !HasUsableSize()) return;
+  if (!HasUsableTerrain()) return;
   const int cellSize = modConfig.WorldSize / modConfig.MaterialSize;
   CellSize = static_cast<float>(cellSize);
   TilesPerSide = modConfig.MaterialSize / kTileCells;
@@ -108,7 +110,7 @@ bool LoadHeightBuffer() {
 }
 
 void LoadHeightsFromBuffer() {
-  if (!terrain || !HasUsableSize()) return;
+  if (!HasUsableTerrain()) return;
   const std::size_t filled = std::min(heightBufferFilled, heightBuffer.size());
   for (int i = 1; i <= modConfig.MaterialSize; ++i) {
     for (int j = 0; j < modConfig.MaterialSize; ++j) {
@@ -148,8 +150,8 @@ float AverageOfNeighbours(int i, int j) {
   return count > 0 ? sum / static_cast<float>(count) : grid[i][j].h;
 }
 
-void SaveHeightmap() {
-  if (!terrain || !HasUsableSize()) return;
+bool StoreHeightsInBuffer() {
+  if (!HasUsableTerrain()) return false;
   heightBuffer.resize(HeightmapBytes());
   heightBufferFilled = heightBuffer.size();
   for (int i = 1; i <= modConfig.MaterialSize; ++i) {
@@ -161,12 +163,16 @@ void SaveHeightmap() {
       heightBuffer[offset + 1] = static_cast<std::uint8_t>(stored >> 8);
     }
   }
-  SaveGameFileBytes(HeightmapPath(), heightBuffer);
+  return true;
+}
+
+void SaveHeightmap() {
+  if (StoreHeightsInBuffer()) SaveGameFileBytes(HeightmapPath(), heightBuffer);
 }
 
 float HeightAt(float x, float z) {
   const auto [i, j] = CellOf(static_cast<float>(modConfig.WorldSize) - x, z);
-  if (!terrain || !HasUsableSize()) return 0;
+  if (!HasUsableTerrain()) return 0;
   if (i < 0 || j < 0 || i >= modConfig.MaterialSize || j >= modConfig.MaterialSize) return 0;
   return modConfig.HeightScale * terrain->grid[i][j].h;
 }
@@ -178,7 +184,7 @@ float DrawnHeight(int i, int j) {
 }
 
 float HeightUnderCamera(float above) {
-  if (!terrain || !HasUsableSize()) return 0;
+  if (!HasUsableTerrain()) return 0;
   const auto [i, j] = CellOf(camera.position.x, camera.position.z);
   const int row = std::clamp(i, 0, modConfig.MaterialSize);
   const int column = std::clamp(j, 0, modConfig.MaterialSize);

@@ -86,6 +86,8 @@ extern std::size_t heightBufferFilled;  // bytes
 
 void CreateTerrain();
 void DestroyTerrain();
+// True when there is a terrain and MaterialSize is a size that its grid can hold.
+bool HasUsableTerrain();
 
 // Rebuilds the grid, flat, for the current MaterialSize and WorldSize; clears selection, weights,
 // selection box and pending road points. Does nothing for a MaterialSize below 1 or above
@@ -102,6 +104,9 @@ void SetHeight(int i, int j, float h);
 void ShowOnMiniMap(int i, int j);
 // Mean height of the up to four neighbours that carry data.
 float AverageOfNeighbours(int i, int j);
+// Grid to height buffer: trunc(h x 256), limited to 0 ... 65535, low byte first. False when there
+// is no terrain of a usable size.
+bool StoreHeightsInBuffer();
 // Writes "%s\heightmap.raw" of the level folder from the grid.
 void SaveHeightmap();
 // World height under a position in level coordinates (x mirrored against the view); 0 outside.

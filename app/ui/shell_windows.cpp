@@ -5,6 +5,7 @@
 #include "app/operations.h"
 #include "app/shell.h"
 #include "app/ui/frame_loop.h"
+#include "app/ui/height_operations.h"
 #include "app/ui/level_tree_panel.h"
 #include "app/ui/load_level_dialog.h"
 #include "app/ui/main_window.h"
@@ -58,6 +59,7 @@ void ConnectShell(MainWindow& window) {
   ConnectWindows(window);
   ConnectDialogs(window);
   ConnectTerrainTools(*window.modeToolbars()->terrainToolbar());
+  ConnectHeightOperations(window);
 }
 
 void DisconnectShell() {
