@@ -6,7 +6,6 @@
 #include "core/editor_state.h"
 #include "core/game_random.h"
 #include "core/hooks.h"
-#include "core/mini_map_picture.h"
 #include "data/mod_config.h"
 #include "platform/prompts.h"
 #include "terrain/material_map.h"
@@ -85,15 +84,10 @@ void StoreInGrid(HeightField& field) {
 }
 
 // The outermost samples do not reach the picture.
-void PaintMiniMap(HeightField& field) {
-  const int block = field.Side() / kMiniMapSize;
-  if (block == 0) return;
-  for (int r = 1; r <= field.Side() - 2; ++r) {
-    const float* row = field.Row(r);
-    for (int c = 1; c <= field.Side() - 2; ++c) {
-      SetMiniMapPixel((r + 1) / block, c / block,
-                      static_cast<std::uint8_t>(static_cast<int>(row[c])));
-    }
+void PaintMiniMap() {
+  const int side = modConfig.MaterialSize;
+  for (int r = 1; r <= side - 2; ++r) {
+    for (int c = 1; c <= side - 2; ++c) ShowOnMiniMap(r + 1, c);
   }
 }
 
@@ -132,7 +126,7 @@ void GenerateTerrain(const RandomTerrainParameters& parameters) {
   Scale(field, static_cast<float>(parameters.amplitude), static_cast<float>(parameters.base));
   for (int pass = 0; pass < parameters.smoothPasses; ++pass) Smooth(field);
   StoreInGrid(field);
-  PaintMiniMap(field);
+  PaintMiniMap();
   AssignMaterialsByHeight();
   if (editor.levelHasWater) modConfig.WaterLevel = kWaterLevel;
   hooks.seatObjectsOnGround();
