@@ -23,6 +23,7 @@ std::string_view TargetFor(const std::string& extension) {
   if (mw::EqualNoCase(extension, ".bmp")) return "bmp";
   if (mw::EqualNoCase(extension, ".cfg")) return "mod_config";
   if (mw::EqualNoCase(extension, ".dat")) return "texture_set";
+  if (mw::EqualNoCase(extension, ".raw")) return "heightmap";
   return {};
 }
 
