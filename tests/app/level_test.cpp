@@ -5,8 +5,11 @@
 #include <gmock/gmock.h>
 
 #include "app/commands.h"
+#include "app/input.h"
 #include "app/level_fixture.h"
+#include "app/modes.h"
 #include "platform/file.h"
+#include "terrain/roads.h"
 
 namespace mw {
 namespace {
@@ -54,6 +57,31 @@ TEST_F(LevelTest, SavingWithoutAnEditKeepsEveryMember) {
             "GeometryTemplate.materialSize 256\r\nGeometryTemplate.worldSize 1024\r\n"
             "GeometryTemplate.yScale 0.500000\r\nGeometryTemplate.waterLevel 12.000000\r\n"
             "unknown.command stays  as it is\r\n");
+}
+
+TEST_F(LevelTest, ARoadIsAskedForWhenCtrlIsReleasedAndSavedWithTheLevel) {
+  AnswerDialogs("Island");
+  ASSERT_TRUE(OpenLevel());
+  SetEditMode(EditMode::TerrainMapper);
+  terrain->tool = TerrainTool::Road;
+  SetHeight(10, 20, 90);
+  SetHeight(12, 20, 90);
+  AddRoadPointAt(40, 80);
+  AddRoadPointAt(48, 80);
+  shell.createRoadDialog = [] {
+    terrain->roadAutoMaterial = 1;
+    terrain->roadMaterial = 14;
+    return true;
+  };
+  RouteKey(kKeyCtrl, true);
+  RouteKey(kKeyCtrl, false);
+  EXPECT_TRUE(editor.levelModified);
+  ASSERT_TRUE(SaveLevel());
+  const Bytes heights = MemberOnDisk("Island", "heightmap.raw");
+  const Bytes materials = MemberOnDisk("Island", "materialmap.raw");
+  const std::size_t cell = 20 * 256 + (256 - 11);  // (11, 20)
+  EXPECT_EQ(heights[cell * 2 + 1], 90);
+  EXPECT_EQ(materials[cell], 14);
 }
 
 TEST_F(LevelTest, NothingIsInheritedFromTheLevelBefore) {
