@@ -83,11 +83,13 @@ void RenderScene() {
   DrawOverlay();
 }
 
+// Leaves the depth of the ground, which its corners are picked from.
 void DrawRubberBand() {
   const auto& band = editor.rubberBand;
   glDisable(GL_TEXTURE_2D);
   glColor4f(1, 1, 0, 1);
   glLineWidth(3);
+  glDepthMask(GL_FALSE);
   glBegin(GL_LINE_STRIP);
   glVertex2i(band.x0, band.y0);
   glVertex2i(band.x1, band.y0);
@@ -95,6 +97,7 @@ void DrawRubberBand() {
   glVertex2i(band.x0, band.y1);
   glVertex2i(band.x0, band.y0);
   glEnd();
+  glDepthMask(GL_TRUE);
   glLineWidth(1);
 }
 

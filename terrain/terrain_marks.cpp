@@ -95,6 +95,7 @@ void DrawPointMarkers(const CellMap& cells) {
   DrawMarkVertices();
 }
 
+// Leaves the depth of the ground: under its own lines, too, the brush follows the cursor over it.
 void DrawBrushSphere() {
   if (SameUnit(camera.position.x, pick.x) || SameUnit(camera.position.y, pick.y) ||
       SameUnit(camera.position.z, pick.z))
@@ -104,11 +105,13 @@ void DrawBrushSphere() {
   glLineWidth(kSphereWidth);
   glColor4f(1, 0, 0, 1);
   gluQuadricDrawStyle(store.sphere, GLU_LINE);
+  glDepthMask(GL_FALSE);
   glPushMatrix();
   glTranslatef(pick.x, pick.y, pick.z);
   gluSphere(store.sphere, static_cast<float>(terrain->brushSize) * CellSize, kSphereSlices,
             kSphereStacks);
   glPopMatrix();
+  glDepthMask(GL_TRUE);
 }
 
 void DrawRoadPosts() {

@@ -237,6 +237,20 @@ TEST_F(PickingTest, AMissedPickKeepsThePoint) {
   EXPECT_TRUE(pick.pending) << "the click is still to be served";
 }
 
+TEST_F(PickingTest, TheBrushSphereDoesNotHideTheGround) {
+  SetBrushSize(9);
+  Frame(kFly);
+  PickUnderCursor(kWidth / 3, 2 * kHeight / 3, false);
+  const PickState centre = pick;
+  EXPECT_GT(CountColour(Frame(kFly), 255, 0, 0), 100u) << "the sphere is there";
+  for (int y = kHeight / 2; y < kHeight; y += 4) {
+    for (int x = kWidth / 4; x < 3 * kWidth / 4; x += 4) {
+      PickUnderCursor(x, y, false);
+      ASSERT_NEAR(pick.y, centre.y, 0.5f) << x << ' ' << y;
+    }
+  }
+}
+
 TEST_F(PickingTest, ARectangleFromAboveTogglesTheVerticesInIt) {
   Frame(kTopDown);
   const auto vertexAt = [](int x, int y) {
