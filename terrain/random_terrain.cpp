@@ -1,8 +1,5 @@
 #include "terrain/random_terrain.h"
 
-#include <cstddef>
-#include <vector>
-
 #include "core/editor_state.h"
 #include "core/game_random.h"
 #include "core/hooks.h"
@@ -16,78 +13,57 @@ namespace mw {
 namespace {
 
 constexpr int kBorder = 10;  // samples along each edge that the walk leaves at the base
-constexpr int kTaps = 5;     // samples of the row before that a step starts from
-constexpr float kDamping = 20.0f / 101.0f;  // a little less than one over the taps
+constexpr int kReach = 2;    // samples to either side in the row before that a step stands on
+constexpr float kDamping = 20.0f / 101.0f;  // a little less than one over their number
 constexpr int kSteps = 151;                 // different steps of the walk
 constexpr float kStepSize = 0.02f;          // height units before the amplitude
 constexpr float kWaterLevel = 25.0f;        // world units
 
-// The samples side by side in one block: grid row r + 1, column c of the grid for r, c in
-// 0 ... side - 1. The passes run over it many times; the grid's wide records would not stay in the
-// processor's cache.
-class HeightField {
- public:
-  explicit HeightField(int side)
-      : side_(side), heights_(static_cast<std::size_t>(side) * static_cast<std::size_t>(side)) {}
+// The sample of the r-th data row and c-th data column, both from 0.
+float& Sample(int r, int c) { return terrain->grid[r + 1][c].h; }
 
-  int Side() const { return side_; }
-  float* Row(int r) {
-    return heights_.data() + static_cast<std::size_t>(r) * static_cast<std::size_t>(side_);
+// Calls change(sample) with every sample, row by row.
+template <typename Change>
+void ForEachSample(Change change) {
+  for (int r = 0; r < modConfig.MaterialSize; ++r) {
+    for (int c = 0; c < modConfig.MaterialSize; ++c) change(Sample(r, c));
   }
-
- private:
-  int side_;
-  std::vector<float> heights_;
-};
+}
 
 // A uniform step of -1.5 ... 1.5.
 float RandomStep() { return static_cast<float>(GameRandom() % kSteps - kSteps / 2) * kStepSize; }
 
+float DampedMeanOfRowBefore(int r, int c) {
+  float sum = 0;
+  for (int tap = -kReach; tap <= kReach; ++tap) sum += Sample(r - 1, c + tap);
+  return sum * kDamping;
+}
+
 // Each row is the damped mean of the row before plus a random step at every sample.
-void Walk(HeightField& field) {
-  const int last = field.Side() - kBorder;
+void Walk() {
+  ForEachSample([](float& h) { h = 0; });
+  const int last = modConfig.MaterialSize - kBorder;
   for (int r = kBorder; r <= last; ++r) {
-    const float* before = field.Row(r - 1);
-    float* row = field.Row(r);
-    for (int c = kBorder; c <= last; ++c) {
-      float sum = 0;
-      for (int tap = 0; tap < kTaps; ++tap) sum += before[c - kTaps / 2 + tap];
-      row[c] = sum * kDamping + RandomStep();
+    for (int c = kBorder; c <= last; ++c) Sample(r, c) = DampedMeanOfRowBefore(r, c) + RandomStep();
+  }
+}
+
+// In place: two of the neighbours are smoothed already. The outermost samples stay.
+void Smooth() {
+  const int last = modConfig.MaterialSize - 2;
+  for (int r = 1; r <= last; ++r) {
+    for (int c = 1; c <= last; ++c) {
+      Sample(r, c) =
+          (Sample(r + 1, c) + Sample(r - 1, c) + Sample(r, c + 1) + Sample(r, c - 1)) * 0.25f;
     }
   }
-}
-
-void Scale(HeightField& field, float amplitude, float base) {
-  for (int r = 0; r < field.Side(); ++r) {
-    float* row = field.Row(r);
-    for (int c = 0; c < field.Side(); ++c) row[c] = amplitude * row[c] + base;
-  }
-}
-
-// In place: the neighbours above and to the left are smoothed already.
-void Smooth(HeightField& field) {
-  for (int r = 1; r <= field.Side() - 2; ++r) {
-    const float *above = field.Row(r - 1), *below = field.Row(r + 1);
-    float* row = field.Row(r);
-    for (int c = 1; c <= field.Side() - 2; ++c) {
-      row[c] = (below[c] + above[c] + row[c + 1] + row[c - 1]) * 0.25f;
-    }
-  }
-}
-
-void StoreInGrid(HeightField& field) {
-  for (int r = 0; r < field.Side(); ++r) {
-    const float* row = field.Row(r);
-    for (int c = 0; c < field.Side(); ++c) terrain->grid[r + 1][c].h = row[c];
-  }
-  MarkAllTerrainChanged();
 }
 
 // The outermost samples do not reach the picture.
 void PaintMiniMap() {
-  const int side = modConfig.MaterialSize;
-  for (int r = 1; r <= side - 2; ++r) {
-    for (int c = 1; c <= side - 2; ++c) ShowOnMiniMap(r + 1, c);
+  const int last = modConfig.MaterialSize - 2;
+  for (int r = 1; r <= last; ++r) {
+    for (int c = 1; c <= last; ++c) ShowOnMiniMap(r + 1, c);
   }
 }
 
@@ -121,11 +97,12 @@ bool ConfirmReplacing() {
 
 void GenerateTerrain(const RandomTerrainParameters& parameters) {
   if (!HasUsableTerrain()) return;
-  HeightField field(modConfig.MaterialSize);
-  Walk(field);
-  Scale(field, static_cast<float>(parameters.amplitude), static_cast<float>(parameters.base));
-  for (int pass = 0; pass < parameters.smoothPasses; ++pass) Smooth(field);
-  StoreInGrid(field);
+  Walk();
+  const auto amplitude = static_cast<float>(parameters.amplitude);
+  const auto base = static_cast<float>(parameters.base);
+  ForEachSample([&](float& h) { h = amplitude * h + base; });
+  for (int pass = 0; pass < parameters.smoothPasses; ++pass) Smooth();
+  MarkAllTerrainChanged();
   PaintMiniMap();
   AssignMaterialsByHeight();
   if (editor.levelHasWater) modConfig.WaterLevel = kWaterLevel;
