@@ -27,7 +27,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (!mw::WriteWholeFile("heightmap.raw", file)) std::abort();
 
   mw::scripted::ResetScript();
-  mw::InitGrid();
   mw::editor.levelModified = false;
   mw::scripted::script.answers.assign(1, mw::PromptAnswer::Ok);
   mw::ImportHeightmap(ask);

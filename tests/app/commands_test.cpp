@@ -40,6 +40,15 @@ TEST_F(CommandsTest, AGroupHasOneCheckedButton) {
   EXPECT_TRUE(editor.ShowTextures);
 }
 
+TEST_F(CommandsTest, TheMenuWarnsBeforeARandomTerrainReplacesTheOld) {
+  operations.randomTerrain = [this](bool askFirst) {
+    calls.emplace_back(askFirst ? "ask" : "do not ask");
+    return true;
+  };
+  RunCommand(kCommandRandomTerrain);
+  EXPECT_THAT(calls, ElementsAre("ask"));
+}
+
 TEST_F(CommandsTest, OldGamesAreRefusedForThreeGenerations) {
   operations.openShadowDialog = [this] { calls.emplace_back("shadows"); };
   operations.mergeTerrainLightmaps = [this] { calls.emplace_back("merge"); };

@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <functional>
 #include <gtest/gtest.h>
+#include <stdexcept>
 
 #include "terrain/ui/random_terrain_dialog.h"
 #include "terrain/ui/sample_bits_dialog.h"
