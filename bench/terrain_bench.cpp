@@ -15,6 +15,7 @@
 #include "support/plain_terrain.h"
 #include "support/terrain_scene.h"
 #include "terrain/terrain.h"
+#include "terrain/terrain_buffers.h"
 #include "terrain/terrain_render.h"
 #include "terrain/terrain_tools.h"
 
@@ -151,7 +152,24 @@ void FrameWithStroke(benchmark::State& state) {
 }
 BENCHMARK(FrameWithStroke)->Apply(SculptingTools);
 
-// The same against a frame without a stroke, both from a camera that turns: how much of the frame
+// Only the update of the buffers after such a stroke.
+void BuffersAfterStroke(benchmark::State& state) {
+  if (!OpenScene(state)) return;
+  HoldBrush(TerrainTool::Carving);
+  BeginScene(kFlying, kWidth, kHeight);
+  const auto update = [](bool rebuildAll) {
+    ApplyBrush();
+    if (rebuildAll) MarkAllTerrainChanged();
+    glFinish();
+    return Seconds([] { SyncTerrainBuffers(CellColours{}); });
+  };
+  update(true);
+  Compare(
+      state, [&] { return update(false); }, [&] { return update(true); });
+}
+BENCHMARK(BuffersAfterStroke)->UseManualTime()->Iterations(60);
+
+// A frame with a stroke against one without, both from a camera that turns: how much of the frame
 // rate a stroke leaves.
 void FrameWithStrokeAgainstFrameWithout(benchmark::State& state) {
   if (!OpenScene(state)) return;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/camera.h"
+#include "core/editor_state.h"
 #include "data/mod_config.h"
 #include "terrain/gl_buffers.h"
 #include "terrain/terrain.h"
@@ -18,6 +19,7 @@ namespace {
 
 constexpr float kMarkerHeight = 0.4f, kRoadPostHeight = 10.0f;                      // world units
 constexpr float kMarkerWidth = 10.0f, kRoadPostWidth = 20.0f, kSphereWidth = 2.0f;  // pixels
+constexpr float kMarkerDot = 4.0f;                                                  // pixels
 constexpr int kSphereSlices = 8, kSphereStacks = 4;
 
 using MarkColour = std::array<std::uint8_t, 4>;
@@ -52,6 +54,9 @@ void AddMarker(const TerrainVertex& vertex) {
   store.vertices.push_back({vertex.x - d.x * d.y, y + kMarkerHeight, vertex.z - d.z * d.y, colour});
 }
 
+// Straight from above the markers are seen end on, as good as invisible; a dot then shows each.
+bool NeedDots() { return editor.cameraMode == CameraMode::TopDown; }
+
 void DrawMarkVertices() {
   if (!store.buffer) glGenBuffers(1, &store.buffer);
   glBindBuffer(GL_ARRAY_BUFFER, store.buffer);
@@ -63,6 +68,11 @@ void DrawMarkVertices() {
   glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(MarkVertex),
                  BufferOffset(offsetof(MarkVertex, colour)));
   glDrawArrays(GL_LINES, 0, static_cast<GLsizei>(store.vertices.size()));
+  if (NeedDots()) {
+    glPointSize(kMarkerDot);
+    glDrawArrays(GL_POINTS, 0, static_cast<GLsizei>(store.vertices.size()));
+    glPointSize(1);
+  }
   glDisableClientState(GL_COLOR_ARRAY);
   glDisableClientState(GL_VERTEX_ARRAY);
   glBindBuffer(GL_ARRAY_BUFFER, 0);

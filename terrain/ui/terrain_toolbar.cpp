@@ -1,5 +1,6 @@
 #include "terrain/ui/terrain_toolbar.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QActionGroup>
 #include <QComboBox>
@@ -86,6 +87,12 @@ void Show(Widget* widget, bool enabled, Set set) {
   widget->setEnabled(enabled);
 }
 
+// The closed list, too, has the shown number as its selected entry: screen readers tell that one.
+void ShowNumber(QComboBox* list, int number) {
+  list->setCurrentIndex(number - 1);
+  list->view()->setCurrentIndex(list->model()->index(number - 1, list->modelColumn()));
+}
+
 }  // namespace
 
 TerrainToolbar::TerrainToolbar(QWidget* parent) : QToolBar("Terrain Mapper Tools", parent) {
@@ -164,9 +171,9 @@ void TerrainToolbar::Refresh() {
     Button(button.control)->setChecked(ToolOf(button.control) == terrain->tool);
   Button(TerrainControl::AutoSmoothing)->setChecked(terrain->autoSmoothing);
   Show(smoothingRange_, terrain->autoSmoothing,
-       [this] { smoothingRange_->setCurrentIndex(static_cast<int>(terrain->smoothingRange) - 1); });
+       [this] { ShowNumber(smoothingRange_, static_cast<int>(terrain->smoothingRange)); });
   Show(brushSize_, UsesBrushSize(terrain->tool),
-       [this] { brushSize_->setCurrentIndex(terrain->brushSize - 1); });
+       [this] { ShowNumber(brushSize_, terrain->brushSize); });
   Show(power_, UsesPower(terrain->tool),
        [this] { power_->setValue(static_cast<int>(terrain->power)); });
 }

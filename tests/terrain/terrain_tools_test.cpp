@@ -275,6 +275,11 @@ TEST_F(PickingTest, ARectangleFromAboveTogglesTheVerticesInIt) {
   EXPECT_EQ(terrain->grid[std::min(first.i, last.i)][(first.j + last.j) / 2].weight, 6)
       << "of all points in reach the last one counts";
 
+  terrain->tool = TerrainTool::PointManipulation;
+  editor.cameraMode = CameraMode::TopDown;
+  EXPECT_GT(CountColour(Frame(kTopDown), 255, 0, 0), 5u * static_cast<unsigned>(vertices))
+      << "every selected point can be seen";
+
   SelectRectangle(150, 90, 250, 190);
   EXPECT_EQ(terrain->grid[std::min(first.i, last.i) + 1][(first.j + last.j) / 2].selected, 0);
 }

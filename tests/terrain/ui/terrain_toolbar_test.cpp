@@ -1,5 +1,6 @@
 #include "terrain/ui/terrain_toolbar.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QComboBox>
 #include <QSlider>
@@ -116,6 +117,7 @@ TEST_F(TerrainToolbarTest, SettingsFromKeysShow) {
   toolbar->ChooseBrushSize(7);
   toolbar->ChoosePower(1);
   EXPECT_EQ(Brush()->currentText(), "7");
+  EXPECT_EQ(Brush()->view()->currentIndex().row(), 6) << "what a screen reader takes for chosen";
   EXPECT_EQ(Power()->value(), 1);
   EXPECT_EQ(terrain->brushSize, 7);
   EXPECT_EQ(terrain->power, 1);
