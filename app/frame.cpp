@@ -54,11 +54,10 @@ void CountFrame(std::uint32_t now) {
   editor.lastFrameTime = now;
 }
 
-// The Material Mapper shows the terrain plainly until it has a display of its own.
-void RenderPlainMode(const Operations::Action& drawPlacedThings) {
+void RenderObjectMode() {
   UpdateViewSquare();
   RenderPlainTerrain();
-  drawPlacedThings();
+  operations.drawObjectModeScene();
   RenderWater();
 }
 
@@ -70,14 +69,10 @@ void RenderScene() {
       RenderTerrainMode();
       break;
     case EditMode::MaterialMapper:
-      if (operations.renderMaterialMode) {
-        operations.renderMaterialMode();
-      } else {
-        RenderPlainMode([] {});
-      }
+      operations.renderMaterialMode();
       break;
     case EditMode::ObjectMapper:
-      RenderPlainMode(operations.drawObjectModeScene);
+      RenderObjectMode();
       break;
   }
   DrawOverlay();

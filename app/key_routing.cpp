@@ -114,7 +114,6 @@ void KeyDown(int key) {
   if (IsEditMode(EditMode::TerrainMapper) && terrain->tool == TerrainTool::PointManipulation) {
     PointManipulationKey(key);
   }
-  if (IsEditMode(EditMode::MaterialMapper)) operations.materialKey(key);
   if (IsEditMode(EditMode::ObjectMapper)) operations.objectKey(key);
 }
 

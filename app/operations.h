@@ -35,12 +35,10 @@ struct Operations {
   std::function<void(int power)> setTerrainPower = [](int) {};
 
   // Material Mapper.
-  Action renderMaterialMode;  // empty: the terrain is drawn plainly
+  Action renderMaterialMode = [] {};
   AtPixel pickMaterialPoint = [](int, int) {};
   std::function<void(bool)> setPainting = [](bool) {};
   std::function<void(int size)> setMaterialBrushSize = [](int) {};
-  std::function<void(CommandId)> materialToolbarCommand = [](CommandId) {};
-  std::function<void(int key)> materialKey = [](int) {};
   std::function<int()> currentMaterial = [] { return 0; };
 
   // Object Mapper.

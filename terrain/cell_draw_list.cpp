@@ -82,18 +82,19 @@ class ListBuilder {
   CellDrawList& list_;
 };
 
-// The tile's own corner becomes the origin of its texture coordinates.
-void UseTextureOrigin(float s, float t) {
+// From the vertices' texture coordinates, which count surface tiles, to those of the layer.
+void UseTextureCoordinates(const CellLayer& layer) {
   glMatrixMode(GL_TEXTURE);
   glLoadIdentity();
-  if (s != 0 || t != 0) glTranslatef(-s, -t, 0);
+  if (layer.originS != 0 || layer.originT != 0) glTranslatef(-layer.originS, -layer.originT, 0);
+  if (layer.repeats != 1) glScalef(layer.repeats, layer.repeats, 1);
   glMatrixMode(GL_MODELVIEW);
 }
 
 void SelectLayer(const CellLayer& layer, bool textured) {
   if (textured) {
     glBindTexture(GL_TEXTURE_2D, layer.texture);
-    UseTextureOrigin(layer.originS, layer.originT);
+    UseTextureCoordinates(layer);
   }
   if (layer.ownColour) {
     glDisableClientState(GL_COLOR_ARRAY);
@@ -176,7 +177,7 @@ void DrawCellBatches(const CellDrawList& list, unsigned indexBuffer,
   glShadeModel(GL_SMOOTH);
   glDisable(GL_POLYGON_OFFSET_FILL);
   glDisable(GL_TEXTURE_2D);
-  UseTextureOrigin(0, 0);
+  UseTextureCoordinates({});
   glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
   UnbindTerrainVertices();
 }

@@ -18,8 +18,9 @@ enum class CellSplit { FarLeftToNearRight, FarRightToNearLeft };
 // What one draw call shows: a texture (0: none), with the colours of the cells or one of its own.
 struct CellLayer {
   unsigned texture = 0;
-  // Texture coordinates of the tile's corner, so that a tile's texture is met between 0 and 1 and
-  // can end at its edge; 0 for a texture that repeats over the tiles.
+  float repeats = 1;  // of the texture along the side of a surface tile
+  // Texture coordinates of the point where the texture begins: those of its tile's corner, so that
+  // a tile's texture is met between 0 and 1 and can end at its edge; 0 for a texture that repeats.
   float originS = 0, originT = 0;
   bool ownColour = false;
   std::array<float, 4> colour{};

@@ -60,6 +60,7 @@ void LoadMaterialMap() {
   const auto bytes = LoadGameFileBytes(MaterialMapPath(), MaterialMapBytes());
   ForEachDataCell(
       [&](std::uint32_t& cell, std::size_t offset) { cell = bytes ? (*bytes)[offset] : 0u; });
+  MarkMaterialsChanged();
 }
 
 void SaveMaterialMap() {
@@ -70,9 +71,14 @@ void SaveMaterialMap() {
   SaveGameFileBytes(MaterialMapPath(), bytes);
 }
 
+void MarkMaterialsChanged() {
+  if (materialMapper) ++materialMapper->edits;
+}
+
 void SetMaterial(std::uint32_t material, int i, int j) {
   if (!materialMapper || i < 0 || j < 0 || i >= kGridCapacity || j >= kGridCapacity) return;
   materialMapper->grid[i][j] = material;
+  MarkMaterialsChanged();
 }
 
 }  // namespace mw

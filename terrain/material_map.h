@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "core/vector3.h"
 #include "data/textures.h"
 #include "terrain/terrain.h"
 
@@ -19,9 +20,13 @@ extern const std::array<const char*, kMaterialCount> kMaterialNames;
 // - 1.
 struct MaterialMapper {
   std::array<std::array<std::uint32_t, kGridCapacity>, kGridCapacity> grid{};
-  std::uint8_t painting = 0;
+  std::uint8_t painting = 0;          // the left button is held over the view
   std::uint32_t currentMaterial = 0;  // 0 ... kMaterialCount - 1
   std::uint32_t brushSize = 1;        // half-width plus one, 1 ... 9 cells
+  bool SurfaceView = false;           // the texture set's pictures instead of the icons
+  float materialCellSize = 0;         // world units
+  Vector3 pick;                       // world point under the cursor
+  unsigned edits = 0;                 // grows when the grid changed otherwise than by the brush
 };
 
 // The one material mapper, created with the view; null before.
@@ -36,6 +41,8 @@ void DestroyMaterialMapper();
 void LoadMaterialMap();
 // Writes the same file from the grid: of each index the low byte of its absolute value.
 void SaveMaterialMap();
+// For those who write into the grid themselves: the whole of it is drawn anew.
+void MarkMaterialsChanged();
 // Stores one cell; indices outside the grid are ignored.
 void SetMaterial(std::uint32_t material, int i, int j);
 

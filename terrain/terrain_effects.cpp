@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <vector>
 
 #include "core/editor_state.h"
@@ -7,35 +6,18 @@
 #include "terrain/terrain.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/terrain_render.h"
+#include "terrain/visible_cells.h"
 
 namespace mw {
 namespace {
 
 std::vector<Cell> brushCells;
 
-// low < value <= high.
-bool Within(float value, float low, float high) { return low < value && value <= high; }
-
-// Calls act(i, j) for the visible cells within `reach` cells of the pick point, in drawing order.
-template <typename Act>
-void ForVisibleCellsAroundPick(int reach, Act act) {
-  const auto [row, column] = CellOf(pick.x, pick.z);
-  const int firstRow = std::max(row - reach, viewSquare.ViewRowStart + 1);
-  const int lastRow = std::min(row + reach, viewSquare.ViewRowEnd);
-  const int firstColumn = std::max(column - reach, viewSquare.ViewColStart);
-  const int lastColumn = std::min(column + reach, viewSquare.ViewColEnd - 1);
-  for (int i = lastRow; i >= firstRow; --i) {
-    for (int j = firstColumn; j <= lastColumn; ++j) {
-      if (CellMap::IsCornerVisible(i, j)) act(i, j);
-    }
-  }
-}
-
 void SelectPickedVertex(int i, int j) {
   TerrainVertex& vertex = terrain->grid[i][j];
   const float half = CellSize / 2;
-  if (!pick.pending || !Within(vertex.x, pick.x - half, pick.x + half) ||
-      !Within(vertex.z, pick.z - half, pick.z + half))
+  if (!pick.pending || !IsWithin(vertex.x, pick.x - half, pick.x + half) ||
+      !IsWithin(vertex.z, pick.z - half, pick.z + half))
     return;
   vertex.selected = editor.ctrlHeld || !vertex.selected;
   GrowSelectionBox(i, j);
@@ -46,7 +28,8 @@ void SelectPickedVertex(int i, int j) {
 // Takes the height of the cell under the cursor.
 void SampleHeight(int i, int j) {
   const TerrainVertex& vertex = terrain->grid[i][j];
-  if (!Within(vertex.x, pick.x, pick.x + CellSize) || !Within(vertex.z, pick.z - CellSize, pick.z))
+  if (!IsWithin(vertex.x, pick.x, pick.x + CellSize) ||
+      !IsWithin(vertex.z, pick.z - CellSize, pick.z))
     return;
   terrain->flattenSampled = 1;
   terrain->flattenHeight = vertex.h;
@@ -65,8 +48,8 @@ void FlattenVertex(int i, int j) {
   const TerrainVertex& vertex = terrain->grid[i][j];
   const auto size = static_cast<float>(terrain->brushSize);
   const float outer = (size + 1) * CellSize, inner = size * CellSize;
-  if (!Within(vertex.x, pick.x - outer, pick.x + outer) ||
-      !Within(vertex.z, pick.z - outer, pick.z + outer))
+  if (!IsWithin(vertex.x, pick.x - outer, pick.x + outer) ||
+      !IsWithin(vertex.z, pick.z - outer, pick.z + outer))
     return;
   if (terrain->flattenActive && vertex.h != terrain->flattenHeight) LevelVertex(i, j);
   if (vertex.x > pick.x - inner && vertex.z <= pick.z + inner) brushCells.push_back({i, j});
@@ -84,9 +67,9 @@ void SampleOrFlatten(int i, int j) {
 void ApplyTerrainEffects() {
   brushCells.clear();
   if (!terrain) return;
-  if (pick.pending) ForVisibleCellsAroundPick(2, SelectPickedVertex);
+  if (pick.pending) ForVisibleCellsAround(pick.x, pick.z, 2, SelectPickedVertex);
   if (terrain->tool == TerrainTool::Flatten)
-    ForVisibleCellsAroundPick(terrain->brushSize + 2, SampleOrFlatten);
+    ForVisibleCellsAround(pick.x, pick.z, terrain->brushSize + 2, SampleOrFlatten);
 }
 
 std::span<const Cell> BrushCells() { return brushCells; }

@@ -29,8 +29,18 @@ void DrawBrushSphere();
 // A post at every pending road point, and the lines between their tops.
 void DrawRoadPosts();
 
+// Paints while the button is held: acts on the visible cells in the brush of the Material Mapper,
+// which are then known.
+void ApplyMaterialBrush();
+std::span<const Cell> MaterialBrushCells();
+// The visible cells of the Material Mapper with their materials, brush and grid.
+void DrawMaterialCells();
+// The index that the lists know: materials above the last one show as "Default".
+std::uint32_t ShownMaterial(int i, int j);
+
 // Free what the steps keep in GL.
 void ReleaseTerrainCells();
+void ReleaseMaterialCells();
 void ReleaseTerrainMarks();
 
 }  // namespace mw

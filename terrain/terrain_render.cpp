@@ -75,6 +75,7 @@ void RenderWater() {
 void ReleaseTerrainBuffers() {
   ReleaseTerrainVertices();
   ReleaseTerrainCells();
+  ReleaseMaterialCells();
   ReleaseTerrainMarks();
 }
 

@@ -9,12 +9,13 @@
 #include "app/operations.h"
 #include "app/ui/qt_text.h"
 #include "resources/pictures.h"
+#include "terrain/ui/material_toolbar.h"
 #include "terrain/ui/terrain_toolbar.h"
 
 namespace mw {
 namespace {
 
-enum class Button { Separator, Push, Toggle, Radio };
+enum class Button { Separator, Toggle, Radio };
 
 struct ButtonSpec {
   Button kind = Button::Separator;
@@ -24,13 +25,6 @@ struct ButtonSpec {
 };
 
 using enum Button;
-
-constexpr ButtonSpec kMaterialButtons[] = {
-    {},
-    {Push, kCommandFillMaterial, "Fill With Material", "fill_material"},
-    {},
-    {Toggle, kCommandSurfaceView, "Toggle Surface View", "surface_view"},
-};
 
 constexpr ButtonSpec kObjectButtons[] = {
     {Toggle, kCommandShowStandardMeshes, "Show Standard Meshes", "show_standard_meshes", true},
@@ -75,7 +69,7 @@ QToolBar* MakeToolbar(QWidget* parent, const char* name, std::span<const ButtonS
     action->setToolTip(FromText(button.toolTip));
     action->setData(button.id);
     action->setProperty("controlId", static_cast<int>(button.id));
-    action->setCheckable(button.kind != Push);
+    action->setCheckable(true);
     if (button.kind == Radio) {
       if (!group) group = new QActionGroup(toolbar);
       group->addAction(action);
@@ -90,14 +84,15 @@ QToolBar* MakeToolbar(QWidget* parent, const char* name, std::span<const ButtonS
 }  // namespace
 
 ModeToolbars::ModeToolbars(QWidget* parent)
-    : QStackedWidget(parent), terrainToolbar_(new TerrainToolbar(this)) {
+    : QStackedWidget(parent),
+      terrainToolbar_(new TerrainToolbar(this)),
+      materialToolbar_(new MaterialToolbar(this)) {
   constexpr int kHeight = 32;
   setObjectName("modeToolbars");
   setFixedHeight(kHeight);
   // In the order of ShowMode.
   addWidget(terrainToolbar_);
-  addWidget(MakeToolbar(this, "Material Mapper Tools", kMaterialButtons,
-                        [](CommandId id) { operations.materialToolbarCommand(id); }));
+  addWidget(materialToolbar_);
   addWidget(MakeToolbar(this, "Object Mapper Tools", kObjectButtons,
                         [](CommandId id) { operations.objectToolbarCommand(id); }));
 }
@@ -109,6 +104,7 @@ void ModeToolbars::ShowMode(EditMode mode) {
       setCurrentIndex(0);
       break;
     case EditMode::MaterialMapper:
+      materialToolbar_->Refresh();
       setCurrentIndex(1);
       break;
     case EditMode::ObjectMapper:

@@ -11,6 +11,7 @@ class QAction;
 
 namespace mw {
 
+class MaterialToolbar;
 class TerrainToolbar;
 
 class ModeToolbars : public QStackedWidget {
@@ -21,9 +22,11 @@ class ModeToolbars : public QStackedWidget {
   // The button's action, or null. Its `data` is the command.
   QAction* Find(CommandId id) const;
   TerrainToolbar* terrainToolbar() const { return terrainToolbar_; }
+  MaterialToolbar* materialToolbar() const { return materialToolbar_; }
 
  private:
   TerrainToolbar* terrainToolbar_;
+  MaterialToolbar* materialToolbar_;
 };
 
 }  // namespace mw

@@ -59,6 +59,7 @@ void ConnectShell(MainWindow& window) {
   ConnectWindows(window);
   ConnectDialogs(window);
   ConnectTerrainTools(*window.modeToolbars()->terrainToolbar());
+  ConnectMaterialTools(*window.modeToolbars()->materialToolbar());
   ConnectHeightOperations(window);
 }
 

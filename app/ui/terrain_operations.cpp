@@ -1,8 +1,11 @@
 #include "app/ui/terrain_operations.h"
 
 #include "app/operations.h"
+#include "terrain/material_map.h"
+#include "terrain/material_mapper.h"
 #include "terrain/point_selection.h"
 #include "terrain/terrain_tools.h"
+#include "terrain/ui/material_toolbar.h"
 #include "terrain/ui/terrain_toolbar.h"
 
 namespace mw {
@@ -19,6 +22,16 @@ void ConnectTerrainTools(TerrainToolbar& toolbar) {
   };
   operations.setTerrainBrushSize = [&toolbar](int size) { toolbar.ChooseBrushSize(size); };
   operations.setTerrainPower = [&toolbar](int power) { toolbar.ChoosePower(power); };
+}
+
+void ConnectMaterialTools(MaterialToolbar& toolbar) {
+  operations.renderMaterialMode = RenderMaterialMode;
+  operations.pickMaterialPoint = PickMaterialPoint;
+  operations.setPainting = SetPainting;
+  operations.setMaterialBrushSize = [&toolbar](int size) { toolbar.ChooseBrushSize(size); };
+  operations.currentMaterial = [] {
+    return materialMapper ? static_cast<int>(materialMapper->currentMaterial) : 0;
+  };
 }
 
 }  // namespace mw

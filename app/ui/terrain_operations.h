@@ -1,12 +1,15 @@
-// Gives the shell's terrain operations to the terrain tools. Called at start-up.
+// Gives the shell's terrain and material operations to their tools. Called at start-up.
 #pragma once
 
 namespace mw {
 
+class MaterialToolbar;
 class TerrainToolbar;
 
 // Keys and mouse act on the terrain and keep the toolbar in step, which must outlive the
 // operations.
 void ConnectTerrainTools(TerrainToolbar& toolbar);
+// The same for the ground materials.
+void ConnectMaterialTools(MaterialToolbar& toolbar);
 
 }  // namespace mw

@@ -96,6 +96,11 @@ void MakeLandscapeTextures() {
   levelTextures.tiles[4][4].hasTexture = false;
   sharedTextures.noSurface = MakeTexture(255, 0, 255);
   sharedTextures.water = MakeTexture(120, 160, 255);
+  for (int material = 0; material < kMaterialCount; ++material) {
+    const auto index = static_cast<std::size_t>(material);
+    sharedTextures.materials[index] = MakeTexture(60 + material * 12, 250 - material * 15, 90);
+    textureSet.textures[index].texture = MakeTexture(200 - material * 10, 80, 60 + material * 12);
+  }
 }
 
 void DeleteLandscapeTextures() {
@@ -107,7 +112,10 @@ void DeleteLandscapeTextures() {
   }
   glDeleteTextures(1, &sharedTextures.noSurface);
   glDeleteTextures(1, &sharedTextures.water);
+  glDeleteTextures(kMaterialCount, sharedTextures.materials.data());
+  for (const SetTexture& texture : textureSet.textures) glDeleteTextures(1, &texture.texture);
   sharedTextures = SharedTextures{};
+  textureSet = TextureSet{};
 }
 
 void BeginScene(const SceneCamera& from, int width, int height) {

@@ -11,8 +11,8 @@ namespace mw {
 void MakeLandscape(int materialSize);
 void RemoveLandscape();
 
-// Gives every tile of the level but one, the "no surface" picture and the water a texture of its
-// own. Needs the GL context, as all that follows.
+// Gives every tile of the level but one, the "no surface" picture, the water and the materials, as
+// icon and in the texture set, a texture of their own. Needs the GL context, as all that follows.
 void MakeLandscapeTextures();
 void DeleteLandscapeTextures();
 

@@ -1,10 +1,12 @@
 #include <QAction>
+#include <QComboBox>
 #include <QTest>
 
 #include "app/modes.h"
 #include "app/ui/mode_toolbars.h"
 #include "app/ui/view_widget.h"
 #include "app/ui/window_fixture.h"
+#include "terrain/material_map.h"
 
 namespace mw {
 namespace {
@@ -33,6 +35,21 @@ TEST_F(TerrainKeysTest, KeypadAndSpaceActOnTheSelectedPoints) {
   EXPECT_FLOAT_EQ(terrain->grid[100][50].h, 127.1f);
   QTest::keyClick(window.view(), Qt::Key_Space);
   EXPECT_EQ(terrain->grid[100][50].selected, 0);
+}
+
+class MaterialKeysTest : public WindowTest {
+ protected:
+  MaterialKeysTest() { SetEditMode(EditMode::MaterialMapper); }
+};
+
+TEST_F(MaterialKeysTest, DigitsSetTheBrushSizeAndItsListFollows) {
+  const auto* list = window.modeToolbars()->findChild<QComboBox*>("materialBrushSize");
+  QTest::keyClick(window.view(), Qt::Key_4);
+  EXPECT_EQ(materialMapper->brushSize, 4u);
+  EXPECT_EQ(list->currentText(), "4");
+  QTest::keyClick(window.view(), Qt::Key_0);
+  EXPECT_EQ(materialMapper->brushSize, 9u);
+  EXPECT_EQ(list->currentText(), "9");
 }
 
 }  // namespace

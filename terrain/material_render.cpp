@@ -1,0 +1,153 @@
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "core/camera.h"
+#include "core/editor_state.h"
+#include "core/hooks.h"
+#include "data/mod_config.h"
+#include "data/textures.h"
+#include "terrain/cell_draw_list.h"
+#include "terrain/gl_buffers.h"
+#include "terrain/material_map.h"
+#include "terrain/material_mapper.h"
+#include "terrain/terrain_buffers.h"
+#include "terrain/terrain_passes.h"
+#include "terrain/terrain_render.h"
+
+namespace mw {
+namespace {
+
+constexpr int kCellsPerSurfaceRepeat = 16;
+
+// One layer per material, then one per material under the brush.
+using MaterialLayers = std::array<CellLayer, 2 * kMaterialCount>;
+static_assert(MaterialLayers{}.size() <= kMaxCellLayers);
+
+struct BrushCell {
+  int i = 0, j = 0;
+  std::uint8_t layer = 0;
+  friend bool operator==(const BrushCell&, const BrushCell&) = default;
+};
+
+// Everything but the brush that decides which cells are drawn and with which layer. While it stays
+// the same, only the brush's cells are looked at.
+struct MaterialScene {
+  std::array<Plane, 6> frustum{};
+  ViewSquare square;
+  unsigned terrainVersion = 0, materialEdits = 0;
+  bool grid = false;
+  friend bool operator==(const MaterialScene&, const MaterialScene&) = default;
+};
+
+struct DrawnMaterials {
+  MaterialScene scene;
+  std::vector<BrushCell> brush;
+  CellMap map;
+  CellDrawList list;
+  unsigned indexBuffer = 0;  // 0 before the first frame
+};
+
+DrawnMaterials drawn;
+std::vector<BrushCell> wantedBrush;
+
+std::uint8_t GroundLayer(int i, int j) {
+  return static_cast<std::uint8_t>(ShownMaterial(i, j) + 1);
+}
+
+void FindBrushLayers() {
+  wantedBrush.clear();
+  for (const auto [i, j] : MaterialBrushCells()) {
+    const int layer = GroundLayer(i, j) + kMaterialCount;
+    wantedBrush.push_back({i, j, static_cast<std::uint8_t>(layer)});
+  }
+}
+
+// The whole icon in each cell, its first coordinate against the rows. The vertices' own coordinates
+// count surface tiles, and the pictures repeat.
+CellLayer IconLayer(std::size_t material) {
+  return {.texture = sharedTextures.materials[material], .repeats = kTileCells};
+}
+
+// The pictures of the texture set lie one column off the tiles.
+CellLayer SurfaceLayer(std::size_t material) {
+  return {.texture = textureSet.textures[material].texture,
+          .repeats = static_cast<float>(kTileCells) / kCellsPerSurfaceRepeat,
+          .originT = 1.0f / kCellsPerSurfaceRepeat};
+}
+
+MaterialLayers FindLayers() {
+  MaterialLayers layers;
+  for (std::size_t material = 0; material < kMaterialCount; ++material) {
+    CellLayer layer = materialMapper->SurfaceView ? SurfaceLayer(material) : IconLayer(material);
+    layer.ownColour = true;
+    layer.colour = {1, 1, 1, 1};
+    layers[material] = layer;
+    layer.colour = {1, 0, 0, 1};
+    layers[material + kMaterialCount] = layer;
+  }
+  return layers;
+}
+
+void ChooseAllCells() {
+  drawn.map.Reset();
+  drawn.map.ChooseVisible(GroundLayer);
+}
+
+// Where the brush was the ground shows again, with what was painted.
+void UncoverBrush() {
+  for (const BrushCell& cell : drawn.brush)
+    drawn.map.Replace(cell.i, cell.j, GroundLayer(cell.i, cell.j));
+}
+
+void CoverWithBrush() {
+  for (const BrushCell& cell : wantedBrush) drawn.map.Replace(cell.i, cell.j, cell.layer);
+  std::swap(drawn.brush, wantedBrush);
+}
+
+void UpdateDrawnCells() {
+  const MaterialScene scene{camera.frustum, viewSquare, TerrainBufferVersion(),
+                            materialMapper->edits, editor.ShowGrid};
+  FindBrushLayers();
+  const bool sceneChanged = !drawn.indexBuffer || scene != drawn.scene;
+  if (!sceneChanged && wantedBrush == drawn.brush) return;
+  if (sceneChanged)
+    ChooseAllCells();
+  else
+    UncoverBrush();
+  CoverWithBrush();
+  drawn.scene = scene;
+  BuildCellDrawList(drawn.map, CellSplit::FarLeftToNearRight, scene.grid, drawn.list);
+  UploadCellDrawList(drawn.list, drawn.indexBuffer);
+}
+
+}  // namespace
+
+void DrawMaterialCells() {
+  if (!SyncTerrainBuffers({})) return;
+  UpdateDrawnCells();
+  DrawCellBatches(drawn.list, drawn.indexBuffer, FindLayers(), true);
+}
+
+void ReleaseMaterialCells() {
+  if (drawn.indexBuffer) glDeleteBuffers(1, &drawn.indexBuffer);
+  drawn.indexBuffer = 0;
+}
+
+void RenderMaterialMode() {
+  if (!materialMapper || !HasUsableTerrain()) return;
+  materialMapper->materialCellSize =
+      static_cast<float>(modConfig.WorldSize) / static_cast<float>(modConfig.MaterialSize);
+  UpdateViewSquare();
+  ApplyMaterialBrush();
+  DrawMaterialCells();
+  glLineWidth(kGridLineWidth);
+  glColor4f(1, 1, 1, 1);
+  if (editor.drawObjectsInMappers) hooks.drawStaticObjects();
+  RenderWater();
+  glLineWidth(1);
+}
+
+}  // namespace mw

@@ -1,0 +1,31 @@
+// The cells that a tool's brush can act on: those around a point that the current frame draws.
+// Used by the brushes of the mappers, which act only on what the user sees.
+#pragma once
+
+#include <algorithm>
+
+#include "terrain/cell_draw_list.h"
+#include "terrain/terrain.h"
+
+namespace mw {
+
+// low < value <= high.
+inline bool IsWithin(float value, float low, float high) { return low < value && value <= high; }
+
+// Calls act(i, j) for the visible cells of the view square within `reach` cells of the world
+// position, in drawing order.
+template <typename Act>
+void ForVisibleCellsAround(float x, float z, int reach, Act act) {
+  const auto [row, column] = CellOf(x, z);
+  const int firstRow = std::max(row - reach, viewSquare.ViewRowStart + 1);
+  const int lastRow = std::min(row + reach, viewSquare.ViewRowEnd);
+  const int firstColumn = std::max(column - reach, viewSquare.ViewColStart);
+  const int lastColumn = std::min(column + reach, viewSquare.ViewColEnd - 1);
+  for (int i = lastRow; i >= firstRow; --i) {
+    for (int j = firstColumn; j <= lastColumn; ++j) {
+      if (CellMap::IsCornerVisible(i, j)) act(i, j);
+    }
+  }
+}
+
+}  // namespace mw

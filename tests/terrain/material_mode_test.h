@@ -1,0 +1,58 @@
+// The landscape of the picture tests with patches of all materials, drawn by the Material Mapper.
+#pragma once
+
+#include "support/plain_material.h"
+#include "terrain/material_map.h"
+#include "terrain/material_mapper.h"
+#include "terrain/terrain_picture_test.h"
+
+namespace mw {
+
+class MaterialModeTest : public TerrainPictureTest {
+ protected:
+  void SetUp() override {
+    TerrainPictureTest::SetUp();
+    if (!terrain) return;
+    CreateMaterialMapper();
+    for (int i = 0; i <= 512; ++i) {
+      for (int j = 0; j <= 512; ++j)
+        Material(i, j) = static_cast<std::uint32_t>(i / 7 + j / 5) % 16;
+    }
+    editor.ShowGrid = false;
+  }
+  void TearDown() override {
+    TerrainPictureTest::TearDown();
+    DestroyMaterialMapper();
+  }
+
+  static std::uint32_t& Material(int i, int j) { return materialMapper->grid[i][j]; }
+
+  // Whole frames of the mode.
+  static Picture MaterialFrame(const SceneCamera& from) {
+    BeginScene(from, kWidth, kHeight);
+    terrain->waterScroll = 0;
+    RenderMaterialMode();
+    return ReadPicture();
+  }
+  static Picture PlainMaterialFrame(const SceneCamera& from) {
+    BeginScene(from, kWidth, kHeight);
+    terrain->waterScroll = 0;
+    plain::DrawMaterialModeCells();
+    RenderWater();
+    return ReadPicture();
+  }
+  static void ExpectSameMaterialPicture(const SceneCamera& from) {
+    const Picture frame = MaterialFrame(from);
+    EXPECT_LE(DifferentPixels(frame, PlainMaterialFrame(from), kShades), kFewPixels);
+  }
+
+  // One frame with the button held and the brush on this world position.
+  static void PaintAt(float x, float z, const SceneCamera& from = kTopDown) {
+    materialMapper->pick = {x, 60, z};
+    SetPainting(true);
+    MaterialFrame(from);
+    SetPainting(false);
+  }
+};
+
+}  // namespace mw
