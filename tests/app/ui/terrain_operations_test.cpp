@@ -39,7 +39,11 @@ TEST_F(TerrainKeysTest, KeypadAndSpaceActOnTheSelectedPoints) {
 
 class MaterialKeysTest : public WindowTest {
  protected:
-  MaterialKeysTest() { SetEditMode(EditMode::MaterialMapper); }
+  MaterialKeysTest() {
+    CreateMaterialMapper();
+    SetEditMode(EditMode::MaterialMapper);
+  }
+  ~MaterialKeysTest() override { DestroyMaterialMapper(); }
 };
 
 TEST_F(MaterialKeysTest, DigitsSetTheBrushSizeAndItsListFollows) {
