@@ -16,7 +16,7 @@ constexpr Lattice kWideWaves{380, 380}, kFineWaves{1500, 1500};
 constexpr float kNoisePeriod = MAPWRIGHT_MAX_SIZE;  // cells
 // What a ground's own grain adds to its share, and how far below the strongest a ground still
 // shows.
-constexpr float kGrain = 0.2f, kOverlap = 0.5f;
+constexpr float kGrain = 0.26f, kOverlap = 0.85f;
 // Cells around one that its pixels can look up: one by the sway and one by the spline.
 constexpr int kReach = 2;
 
