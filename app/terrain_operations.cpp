@@ -2,6 +2,7 @@
 
 #include "app/operations.h"
 #include "app/shell.h"
+#include "terrain/in_game_map.h"
 #include "terrain/material_map.h"
 #include "terrain/roads.h"
 
@@ -12,6 +13,7 @@ void ConnectTerrainOperations() {
   operations.saveMaterialMap = SaveMaterialMap;
   operations.addRoadPoint = AddRoadPoint;
   operations.finishRoad = [] { FinishRoadPoints(shell.createRoadDialog); };
+  operations.generateInGameMap = GenerateInGameMap;
 }
 
 }  // namespace mw

@@ -3,7 +3,6 @@
 #include <GL/gl.h>
 #include <GL/glext.h>
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <new>
 
@@ -178,6 +177,16 @@ std::vector<std::uint8_t> DecodeDxt1(std::span<const std::uint8_t> blocks, int w
     }
   }
   return rgba;
+}
+
+std::array<std::uint8_t, 4> DecodeDxt1Pixel(std::span<const std::uint8_t> blocks, int width, int x,
+                                            int y) {
+  const auto block = [](int pixel) { return static_cast<std::size_t>(pixel) / 4; };
+  const std::size_t offset = (block(y) * block(width + 3) + block(x)) * 8;
+  if (offset + 8 > blocks.size()) return {};
+  const unsigned bits = blocks[offset + 4 + static_cast<std::size_t>(y % 4)];
+  return BlockColours(LoadU16(blocks, offset),
+                      LoadU16(blocks, offset + 2))[bits >> (2 * (x % 4)) & 3];
 }
 
 }  // namespace mw

@@ -1,6 +1,7 @@
 // Compressed DDS textures of the game, read through the game-file layer and uploaded as they are.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -30,5 +31,8 @@ bool LoadDdsTexture(std::string_view gamePath, unsigned& texture);
 // RGBA pixels, rows from the top, of the DXT1 blocks; missing blocks are left 0. Width and height
 // in pixels.
 std::vector<std::uint8_t> DecodeDxt1(std::span<const std::uint8_t> blocks, int width, int height);
+// One RGBA pixel of the same picture, column x and row y within it, from its own block only.
+std::array<std::uint8_t, 4> DecodeDxt1Pixel(std::span<const std::uint8_t> blocks, int width, int x,
+                                            int y);
 
 }  // namespace mw

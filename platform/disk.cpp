@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 #include "core/text.h"
 
@@ -53,6 +54,24 @@ bool WriteAll(int descriptor, std::span<const std::uint8_t> bytes) {
   return true;
 }
 
+// Names of the entries of a folder that are wanted, sorted without regard to case.
+template <typename Wanted>
+std::vector<std::string> ListEntries(std::string_view folder, Wanted wanted) {
+  std::vector<std::string> names;
+  fs::path native = NativePath(folder);
+  if (native.empty()) native = ".";
+  std::error_code error;
+  for (fs::directory_iterator it(native, error), end; !error && it != end; it.increment(error)) {
+    std::string name = it->path().filename().string();
+    if (wanted(*it, name)) names.push_back(std::move(name));
+  }
+  std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
+    const int order = CompareNoCase(a, b);
+    return order != 0 ? order < 0 : a < b;
+  });
+  return names;
+}
+
 }  // namespace
 
 fs::path NativePath(std::string_view path) {
@@ -88,23 +107,18 @@ bool FolderExists(std::string_view path) {
 }
 
 std::vector<std::string> ListFiles(std::string_view folder, std::string_view extension) {
-  std::vector<std::string> names;
-  fs::path native = NativePath(folder);
-  if (native.empty()) native = ".";
-  std::error_code error;
-  for (fs::directory_iterator it(native, error), end; !error && it != end; it.increment(error)) {
+  return ListEntries(folder, [&](const fs::directory_entry& entry, std::string_view name) {
     std::error_code ignored;
-    const std::string name = it->path().filename().string();
-    if (name.size() > extension.size() && it->is_regular_file(ignored) &&
-        EqualNoCase(std::string_view(name).substr(name.size() - extension.size()), extension)) {
-      names.push_back(name);
-    }
-  }
-  std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
-    const int order = CompareNoCase(a, b);
-    return order != 0 ? order < 0 : a < b;
+    return name.size() > extension.size() && entry.is_regular_file(ignored) &&
+           EqualNoCase(name.substr(name.size() - extension.size()), extension);
   });
-  return names;
+}
+
+std::vector<std::string> ListFolders(std::string_view folder) {
+  return ListEntries(folder, [](const fs::directory_entry& entry, std::string_view) {
+    std::error_code ignored;
+    return entry.is_directory(ignored);
+  });
 }
 
 FolderResult CreateFolder(std::string_view path) {

@@ -28,6 +28,9 @@ bool FolderExists(std::string_view path);
 // no such folder.
 std::vector<std::string> ListFiles(std::string_view folder, std::string_view extension);
 
+// Names of the folders in `folder`, sorted in the same way.
+std::vector<std::string> ListFolders(std::string_view folder);
+
 enum class FolderResult { Created, Existed, Failed };
 // Creates one folder; its parent must exist.
 FolderResult CreateFolder(std::string_view path);

@@ -6,6 +6,7 @@ build_packages=(g++ cmake ninja-build ccache qt6-base-dev libqt6opengl6-dev qt6-
 display_packages=(xvfb xauth openbox xdotool imagemagick x11-utils libgl1-mesa-dri)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev libegl-dev clang-format-14 locales)
 fuzz_packages=(clang libclang-rt-14-dev)
+bench_packages=(libbenchmark-dev libegl-dev libsquish-dev)
 
 # need PACKAGE...: installs those that are missing; ends the script with advice when that is impossible.
 need() {

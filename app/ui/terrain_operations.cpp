@@ -1,11 +1,14 @@
 #include "app/ui/terrain_operations.h"
 
 #include "app/operations.h"
+#include "app/shell.h"
+#include "app/ui/main_window.h"
 #include "terrain/material_map.h"
 #include "terrain/material_mapper.h"
 #include "terrain/point_selection.h"
 #include "terrain/terrain_tools.h"
 #include "terrain/ui/material_toolbar.h"
+#include "terrain/ui/surface_assignments_dialog.h"
 #include "terrain/ui/terrain_toolbar.h"
 
 namespace mw {
@@ -31,6 +34,12 @@ void ConnectMaterialTools(MaterialToolbar& toolbar) {
   operations.setMaterialBrushSize = [&toolbar](int size) { toolbar.ChooseBrushSize(size); };
   operations.currentMaterial = [] {
     return materialMapper ? static_cast<int>(materialMapper->currentMaterial) : 0;
+  };
+}
+
+void ConnectSurfaceAssignments(MainWindow& window) {
+  operations.openSurfaceAssignments = [&window] {
+    SurfaceAssignmentsDialog(&window, shell.renderFrameNow);
   };
 }
 

@@ -4,6 +4,7 @@
 namespace mw {
 
 class MaterialToolbar;
+class MainWindow;
 class TerrainToolbar;
 
 // Keys and mouse act on the terrain and keep the toolbar in step, which must outlive the
@@ -11,5 +12,7 @@ class TerrainToolbar;
 void ConnectTerrainTools(TerrainToolbar& toolbar);
 // The same for the ground materials.
 void ConnectMaterialTools(MaterialToolbar& toolbar);
+// The dialog that assigns surface tiles, over the window.
+void ConnectSurfaceAssignments(MainWindow& window);
 
 }  // namespace mw

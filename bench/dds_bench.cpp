@@ -1,0 +1,177 @@
+// Encoding the picture of a surface tile, against the encoders of the same format at their plain
+// settings: how near the decoded picture comes to the original (dB, more is better), and how many
+// times as long the other takes (ratio). Ours runs on all cores, the others on one.
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <span>
+#include <vector>
+
+#include "data/dds.h"
+#include "terrain/dds_writer.h"
+
+#define STB_DXT_IMPLEMENTATION
+#define STB_DXT_STATIC
+#include <stb/stb_dxt.h>
+
+#ifdef MAPWRIGHT_BENCH_SQUISH
+#include <squish.h>
+#endif
+
+namespace mw {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+using Clock = std::chrono::steady_clock;
+
+constexpr int kSide = 1024;  // pixels
+constexpr std::size_t kHeaderSize = 128;
+constexpr std::size_t kBlockSize = 8;
+enum Picture { Natural, Smooth, HardEdged };
+enum Encoder { Plain, Squish };
+
+double Noise(int x, int y) {
+  auto hash =
+      static_cast<std::uint32_t>(x) * 374761393u + static_cast<std::uint32_t>(y) * 668265263u;
+  hash = (hash ^ hash >> 13) * 1274126177u;
+  return (hash ^ hash >> 16) % 65536 / 65535.0;
+}
+
+double SmoothNoise(double x, double y) {
+  const int column = static_cast<int>(x), row = static_cast<int>(y);
+  const double u = x - column, v = y - row;
+  return std::lerp(std::lerp(Noise(column, row), Noise(column + 1, row), u),
+                   std::lerp(Noise(column, row + 1), Noise(column + 1, row + 1), u), v);
+}
+
+// Ground with grain of every size.
+double Ground(int x, int y) {
+  double value = 0, share = 0.5;
+  for (double scale = 1.0 / 128; scale <= 1; scale *= 2, share *= 0.6) {
+    value += share * (SmoothNoise(x * scale, y * scale) - 0.5);
+  }
+  return std::clamp(value + 0.5, 0.0, 1.0);
+}
+
+void PutPixel(Picture picture, int x, int y, std::uint8_t* rgb) {
+  const auto set = [rgb](double r, double g, double b) {
+    rgb[0] = static_cast<std::uint8_t>(r * 255);
+    rgb[1] = static_cast<std::uint8_t>(g * 255);
+    rgb[2] = static_cast<std::uint8_t>(b * 255);
+  };
+  if (picture == Natural) {
+    const double dryness = Ground(x + 4000, y), light = Ground(x, y);
+    set(light * (0.45 + 0.4 * dryness), light * 0.8, light * (0.25 + 0.2 * dryness));
+  } else if (picture == Smooth) {
+    const double u = x / double{kSide}, v = y / double{kSide};
+    set(u, (1 - u) * v, 0.5 + 0.5 * std::sin(6 * (u + v)));
+  } else {
+    const bool stripe = (x + y / 3) / 19 % 2 == 0, disc = std::hypot(x % 61 - 30, y % 61 - 30) < 21;
+    set(stripe ? 0.9 : 0.1, disc ? 0.85 : 0.2, stripe == disc ? 0.15 : 0.7);
+  }
+}
+
+Bytes Paint(Picture picture) {
+  Bytes rgb(std::size_t{kSide} * kSide * 3);
+  std::uint8_t* pixel = rgb.data();
+  for (int y = 0; y < kSide; ++y) {
+    for (int x = 0; x < kSide; ++x, pixel += 3) PutPixel(picture, x, y, pixel);
+  }
+  return rgb;
+}
+
+Bytes WithAlpha(const Bytes& rgb) {
+  Bytes rgba;
+  rgba.reserve(rgb.size() / 3 * 4);
+  for (std::size_t i = 0; i < rgb.size(); i += 3) {
+    rgba.insert(rgba.end(), {rgb[i], rgb[i + 1], rgb[i + 2], 255});
+  }
+  return rgba;
+}
+
+Bytes EncodeOurs(const Bytes& rgb) { return EncodeDds(kSide, kSide, rgb, false); }
+
+Bytes EncodePlain(const Bytes& rgba) {
+  Bytes blocks(std::size_t{kSide} * kSide / 2);
+  std::uint8_t* out = blocks.data();
+  for (int y = 0; y < kSide; y += 4) {
+    for (int x = 0; x < kSide; x += 4, out += kBlockSize) {
+      std::uint8_t block[64];
+      for (int row = 0; row < 4; ++row) {
+        const std::size_t from =
+            (static_cast<std::size_t>(y + row) * kSide + static_cast<std::size_t>(x)) * 4;
+        std::memcpy(block + 16 * row, rgba.data() + from, 16);
+      }
+      stb_compress_dxt_block(out, block, 0, STB_DXT_NORMAL);
+    }
+  }
+  return blocks;
+}
+
+Bytes EncodeOther(Encoder encoder, const Bytes& rgba) {
+#ifdef MAPWRIGHT_BENCH_SQUISH
+  if (encoder == Squish) {
+    Bytes blocks(std::size_t{kSide} * kSide / 2);
+    squish::CompressImage(rgba.data(), kSide, kSide, blocks.data(), squish::kDxt1);
+    return blocks;
+  }
+#endif
+  (void)encoder;
+  return EncodePlain(rgba);
+}
+
+// Signal to noise of the decoded blocks in decibels; more is better.
+double Quality(const Bytes& rgb, std::span<const std::uint8_t> blocks) {
+  const Bytes decoded = DecodeDxt1(blocks, kSide, kSide);
+  double squares = 0;
+  for (std::size_t i = 0; i < rgb.size(); ++i) {
+    const double difference = double{rgb[i]} - decoded[i / 3 * 4 + i % 3];
+    squares += difference * difference;
+  }
+  return 10 * std::log10(255.0 * 255.0 * static_cast<double>(rgb.size()) / squares);
+}
+
+// Both in turn, so that the ratio comes from the same moments of the machine.
+void AgainstEncoder(benchmark::State& state, Encoder encoder, Picture picture) {
+  const Bytes rgb = Paint(picture), rgba = WithAlpha(rgb);
+  Bytes ours, others;
+  Clock::duration ourTime{}, otherTime{};
+  for (auto _ : state) {
+    const auto start = Clock::now();
+    ours = EncodeOurs(rgb);
+    const auto middle = Clock::now();
+    others = EncodeOther(encoder, rgba);
+    ourTime += middle - start;
+    otherTime += Clock::now() - middle;
+  }
+  state.counters["ratio"] =
+      static_cast<double>(otherTime.count()) / static_cast<double>(ourTime.count());
+  state.counters["dB"] = Quality(rgb, std::span(ours).subspan(kHeaderSize));
+  state.counters["other_dB"] = Quality(rgb, others);
+}
+BENCHMARK_CAPTURE(AgainstEncoder, plain_natural, Plain, Natural)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(AgainstEncoder, plain_smooth, Plain, Smooth)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(AgainstEncoder, plain_hard_edged, Plain, HardEdged)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+#ifdef MAPWRIGHT_BENCH_SQUISH
+BENCHMARK_CAPTURE(AgainstEncoder, squish_natural, Squish, Natural)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(AgainstEncoder, squish_smooth, Squish, Smooth)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(AgainstEncoder, squish_hard_edged, Squish, HardEdged)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+#endif
+
+}  // namespace
+}  // namespace mw

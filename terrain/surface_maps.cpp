@@ -1,0 +1,154 @@
+#include "terrain/surface_maps.h"
+
+#include <array>
+#include <cstring>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "core/editor_state.h"
+#include "core/text.h"
+#include "data/archive.h"
+#include "data/game_file.h"
+#include "data/image.h"
+#include "data/mod_config.h"
+#include "data/textures.h"
+#include "platform/disk.h"
+#include "platform/prompts.h"
+#include "terrain/dds_writer.h"
+#include "terrain/level_textures.h"
+#include "terrain/material_map.h"
+
+namespace mw {
+namespace {
+
+constexpr int kTilePixels = MAPWRIGHT_TILE_PIXELS;  // per side of a tile
+
+struct Tile {
+  int row = 0, column = 0;
+};
+
+// In the order in which they are painted.
+std::vector<Tile> AssignedTiles() {
+  std::vector<Tile> tiles;
+  for (int column = 0; column < kMaxTiles; ++column) {
+    for (int row = 0; row < kMaxTiles; ++row) {
+      if (levelTextures
+              .SurfaceAssigned[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)]) {
+        tiles.push_back({row, column});
+      }
+    }
+  }
+  return tiles;
+}
+
+MapwrightTextureSlot SlotOf(const SetTexture& texture) {
+  MapwrightTextureSlot slot{};
+  static_assert(sizeof slot.name == decltype(texture.name)::kCapacity + 1);
+  static_assert(sizeof slot.file == decltype(texture.file)::kCapacity + 1);
+  std::memcpy(slot.name, texture.name.c_str(), texture.name.size());
+  std::memcpy(slot.file, texture.file.c_str(), texture.file.size());
+  slot.texture = texture.texture;
+  slot.loaded = texture.loaded;
+  slot.width = texture.width;
+  slot.height = texture.height;
+  slot.pixels = texture.rgb.data();
+  return slot;
+}
+
+void GivePicturesTo(const SurfacePlugin& plugin,
+                    std::array<MapwrightTextureSlot, kMaxSetTextures>& slots) {
+  for (std::size_t k = 0; k < slots.size(); ++k) {
+    slots[k] = SlotOf(textureSet.textures[k]);
+    plugin.InitSurfaceBmp(static_cast<std::int32_t>(k), &slots[k]);
+  }
+}
+
+// The folder of the shadow work that holds the level's tiles, made as far as it can be made.
+std::string MakeShadowWorkFolder() {
+  std::string path = modConfig.GamePath.String() + "ShadowWork";
+  CreateFolder(path);
+  for (const char* const name : {"Varnhold", "levels", modConfig.LevelName.c_str(), "textures"}) {
+    path += FormatText("\\%s", name);
+    CreateFolder(path);
+  }
+  return path;
+}
+
+void NoteFailure(bool written, const std::string& path) {
+  if (!written) SetGameFileError("The file " + path + " could not be written.");
+}
+
+void PaintTile(const SurfacePlugin& plugin, const Tile& tile, const std::string& shadowFolder) {
+  const std::string name = FormatText("Tx0%ix0%i", tile.row, tile.column);
+  const std::uint8_t* const pixels = plugin.GenerateSurfaceMap(kTilePixels, tile.row, tile.column);
+  if (!pixels) {
+    SetGameFileError("The surface plug-in could not paint the tile " + name + ".");
+    return;
+  }
+  const std::span rgb(pixels, std::size_t{kTilePixels} * kTilePixels * 3);
+  SaveDDS(FormatText("%s/Textures/%s.dds", editor.levelFolder.c_str(), name.c_str()), kTilePixels,
+          kTilePixels, rgb, true);
+  const std::string tga = shadowFolder + "\\" + name + ".tga";
+  NoteFailure(WriteTga(tga, kTilePixels, kTilePixels, rgb), tga);
+}
+
+void PaintTiles(const SurfacePlugin& plugin, const std::vector<Tile>& tiles) {
+  const std::string shadowFolder = MakeShadowWorkFolder();
+  int number = 0;
+  for (const Tile& tile : tiles) {
+    SetStatusText(1, FormatText("Generating Surface Map %i of %i...", ++number,
+                                static_cast<int>(tiles.size())));
+    PaintTile(plugin, tile, shadowFolder);
+  }
+  if (textureSet.terrainPalette.loaded) {
+    NoteFailure(WriteTerrainPalette(shadowFolder), shadowFolder + "\\terrainPalette.pal");
+  }
+}
+
+// One group for all tiles: the disk is waited for once, not at every tile.
+void PaintTilesAsOneChange(const SurfacePlugin& plugin, const std::vector<Tile>& tiles) {
+  ClearGameFileError();
+  Archive* const archive = archives.LastWritable();
+  if (archive && !archive->BeginSave()) {
+    SetGameFileError(archive->Error());
+    return;
+  }
+  PaintTiles(plugin, tiles);
+  if (archive && !archive->CommitSave()) SetGameFileError(archive->Error());
+}
+
+void ShowNothingAssigned() {
+  ShowPrompt(
+      "ERROR: There are no surface assigments specified.\n"
+      "Please activate the 'Surface Map Assignements' dialog and assign some\n"
+      "surface areas to generate.",
+      "Surface Mapper Error", PromptButtons::Ok, PromptIcon::Stop);
+}
+
+}  // namespace
+
+void GenerateSurfaceMaps(const SurfacePlugin& plugin) {
+  const std::vector<Tile> tiles = AssignedTiles();
+  if (tiles.empty()) {
+    ShowArrowCursor();
+    ShowNothingAssigned();
+    return;
+  }
+  if (!plugin.InitSurfaceMap || !plugin.InitSurfaceBmp || !plugin.GenerateSurfaceMap) return;
+  if (!materialMapper) return;
+  ShowWaitCursor();
+  if (!plugin.InitSurfaceMap(materialMapper->grid.front().data(), modConfig.MaterialSize,
+                             modConfig.TexOffsetX, modConfig.TexOffsetY)) {
+    return;
+  }
+  std::array<MapwrightTextureSlot, kMaxSetTextures> slots;  // valid as long as the plug-in paints
+  GivePicturesTo(plugin, slots);
+  PaintTilesAsOneChange(plugin, tiles);
+  SetStatusText(1, "");
+  if (GameFileError().empty()) return;
+  ShowArrowCursor();
+  ShowPrompt(GameFileError(), "Error", PromptButtons::Ok, PromptIcon::Stop);
+}
+
+}  // namespace mw
