@@ -31,6 +31,11 @@ bool LoadPlugin(Module& plugin, const char* fileName) {
   return false;
 }
 
+template <typename Function>
+void FindFunction(const Module& plugin, const char* name, Function& function) {
+  function = reinterpret_cast<Function>(plugin.Function(name));
+}
+
 }  // namespace
 
 float ParseGameVersion(std::string_view text) {
@@ -60,6 +65,14 @@ void UnloadPlugins() {
 bool InitMaterialPlugin() {
   const auto initMatMap = reinterpret_cast<bool (*)()>(pluginMaterialMaps.Function("initMatMap"));
   return initMatMap && initMatMap();
+}
+
+SurfacePlugin LoadedSurfacePlugin() {
+  SurfacePlugin plugin;
+  FindFunction(pluginSurfaceMaps, "initSurfaceMap", plugin.InitSurfaceMap);
+  FindFunction(pluginSurfaceMaps, "initSurfaceBmp", plugin.InitSurfaceBmp);
+  FindFunction(pluginSurfaceMaps, "generateSurfaceMap", plugin.GenerateSurfaceMap);
+  return plugin;
 }
 
 void SetInitialValues() {

@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+#include "terrain/surface_maps.h"
+
 namespace mw {
 
 // "1.04.000" gives 1.04: the text up to its first "." and everything after it without further dots,
@@ -17,6 +19,8 @@ bool LoadPlugins();
 void UnloadPlugins();
 // Asks the material-map plug-in whether it can work; false also when it is not loaded.
 bool InitMaterialPlugin();
+// The entry points of the surface plug-in; null where it has none.
+SurfacePlugin LoadedSurfacePlugin();
 
 // The shared flags that start-up sets after the mod is chosen, and the seed of the random numbers.
 void SetInitialValues();

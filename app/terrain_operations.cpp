@@ -2,9 +2,11 @@
 
 #include "app/operations.h"
 #include "app/shell.h"
+#include "app/start_up.h"
 #include "terrain/in_game_map.h"
 #include "terrain/material_map.h"
 #include "terrain/roads.h"
+#include "terrain/surface_maps.h"
 
 namespace mw {
 
@@ -13,6 +15,7 @@ void ConnectTerrainOperations() {
   operations.saveMaterialMap = SaveMaterialMap;
   operations.addRoadPoint = AddRoadPoint;
   operations.finishRoad = [] { FinishRoadPoints(shell.createRoadDialog); };
+  operations.generateSurfaceMaps = [] { GenerateSurfaceMaps(LoadedSurfacePlugin()); };
   operations.generateInGameMap = GenerateInGameMap;
 }
 
