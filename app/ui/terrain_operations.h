@@ -3,8 +3,8 @@
 
 namespace mw {
 
-class MaterialToolbar;
 class MainWindow;
+class MaterialToolbar;
 class TerrainToolbar;
 
 // Keys and mouse act on the terrain and keep the toolbar in step, which must outlive the
