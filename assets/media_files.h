@@ -6,8 +6,8 @@
 
 namespace mw {
 
-// media/ and TextureSets/Default/ below a folder. False, with a line on standard error, when a file
-// could not be written.
+// media/, TextureSets/Default/ and TextureSets/Winter/ below a folder. False, with a line on
+// standard error, when a file could not be written.
 bool WriteWorkingFolderMedia(const QString& folder);
 
 // splash.png (520 x 316), splash@2x.png and credits.png (258 x 1456) in a folder; `icons` is the

@@ -48,4 +48,14 @@ PaletteFile ObjectPaletteFile() {
       {{0.0f, Rgb(52, 54, 60)}, {0.5f, Rgb(148, 147, 145)}, {1.0f, Rgb(255, 252, 246)}});
 }
 
+PaletteFile WinterTerrainPaletteFile() {
+  return FromRamp(
+      {{0.0f, Rgb(74, 84, 106)}, {0.5f, Rgb(150, 157, 168)}, {1.0f, Rgb(246, 249, 255)}});
+}
+
+PaletteFile WinterObjectPaletteFile() {
+  return FromRamp(
+      {{0.0f, Rgb(70, 76, 90)}, {0.5f, Rgb(152, 156, 162)}, {1.0f, Rgb(248, 250, 255)}});
+}
+
 }  // namespace mw

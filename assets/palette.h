@@ -17,5 +17,8 @@ using PaletteFile = std::array<std::uint8_t, kPaletteHeader + 4 * kPaletteEntrie
 PaletteFile TerrainPaletteFile();
 // Light on objects, the same with less blue in the shade.
 PaletteFile ObjectPaletteFile();
+// The same over snow, which fills its shade with the light of the sky.
+PaletteFile WinterTerrainPaletteFile();
+PaletteFile WinterObjectPaletteFile();
 
 }  // namespace mw

@@ -1,4 +1,4 @@
-// The pictures of the working folder: media/ and the texture set "Default".
+// The pictures of the working folder: media/ and the texture sets "Default" and "Winter".
 #include <array>
 #include <atomic>
 #include <functional>
@@ -11,6 +11,7 @@
 #include "assets/palette.h"
 #include "assets/picture_file.h"
 #include "assets/sky.h"
+#include "assets/snow.h"
 #include "assets/water.h"
 
 namespace mw {
@@ -36,11 +37,22 @@ bool RunAll(const std::vector<Job>& jobs) {
   return allDone;
 }
 
-// A ground serves twice: whole in the texture set, and at half its size as the material's picture.
-bool WriteGround(const GroundKind& kind, const QString& media, const QString& set) {
+struct Folders {
+  QString media, defaultSet, winterSet;
+};
+
+bool WriteBitmap(const QString& folder, const QString& file, const Picture& picture) {
+  return WriteImage(folder + u'/' + file, ToImage(picture));
+}
+
+// A ground is the material's picture at half its size, and whole in each texture set.
+bool WriteGround(std::size_t material, const Folders& folders) {
+  const GroundKind& kind = kGroundKinds[material];
   const Picture ground = kind.paint();
-  return WriteImage(QStringLiteral("%1/%2.bmp").arg(set, kind.key), ToImage(ground)) &&
-         WriteImage(QStringLiteral("%1/mat_%2.bmp").arg(media, kind.key), ToImage(Halved(ground)));
+  const QString file = QStringLiteral("%1.bmp").arg(kind.key);
+  return WriteBitmap(folders.media, "mat_" + file, Halved(ground)) &&
+         WriteBitmap(folders.defaultSet, file, ground) &&
+         WriteBitmap(folders.winterSet, file, WinterGround(ground, material));
 }
 
 QString EnvironmentFile(std::size_t entry) { return QStringLiteral("env_0%1.bmp").arg(entry + 1); }
@@ -65,29 +77,50 @@ QByteArray TextureSetIndex() {
   return text.toLatin1();
 }
 
+bool WriteEnvironment(std::size_t entry, const Folders& folders) {
+  const Picture side = PaintEnvironment(kEnvironmentFaces[entry]);
+  const QString file = EnvironmentFile(entry);
+  return WriteBitmap(folders.defaultSet, file, side) &&
+         WriteBitmap(folders.winterSet, file, WinterSky(side));
+}
+
+bool WriteDetail(const Folders& folders) {
+  const Picture detail = PaintDetail();
+  return WriteBitmap(folders.defaultSet, "detail.bmp", detail) &&
+         WriteBitmap(folders.winterSet, "detail.bmp", WinterDetail(detail));
+}
+
+bool WriteSetData(const QString& set, const PaletteFile& terrain, const PaletteFile& objects) {
+  return WriteBytes(set + "/terrain.pal", Bytes(terrain)) &&
+         WriteBytes(set + "/object.pal", Bytes(objects)) &&
+         WriteBytes(set + "/index.dat", TextureSetIndex());
+}
+
 }  // namespace
 
 bool WriteWorkingFolderMedia(const QString& folder) {
-  const QString media = folder + QStringLiteral("/media");
-  const QString set = folder + QStringLiteral("/TextureSets/Default");
-  if (!MakeFolder(media) || !MakeFolder(set)) return false;
+  const QString sets = folder + QStringLiteral("/TextureSets");
+  const Folders folders{folder + "/media", sets + "/Default", sets + "/Winter"};
+  if (!MakeFolder(folders.media) || !MakeFolder(folders.defaultSet) ||
+      !MakeFolder(folders.winterSet)) {
+    return false;
+  }
   std::vector<Job> jobs;
-  for (const GroundKind& kind : kGroundKinds) {
-    jobs.push_back([&kind, &media, &set] { return WriteGround(kind, media, set); });
+  for (std::size_t i = 0; i < kGroundKinds.size(); ++i) {
+    jobs.push_back([i, &folders] { return WriteGround(i, folders); });
   }
   for (std::size_t i = 0; i < kEnvironmentFaces.size(); ++i) {
-    jobs.push_back([i, &set] {
-      return WriteImage(set + u'/' + EnvironmentFile(i),
-                        ToImage(PaintEnvironment(kEnvironmentFaces[i])));
-    });
+    jobs.push_back([i, &folders] { return WriteEnvironment(i, folders); });
   }
-  jobs.push_back([&] { return WriteImage(set + "/detail.bmp", ToImage(PaintDetail())); });
-  jobs.push_back([&] { return WriteImage(media + "/nosurface.bmp", ToImage(PaintNoSurface())); });
-  jobs.push_back([&] { return WriteImage(media + "/water.bmp", ToImage(PaintWaterFilter())); });
-  jobs.push_back([&] { return WriteImage(media + "/igmfont.bmp", ToImage(PaintMapGlyphs())); });
-  jobs.push_back([&] { return WriteBytes(set + "/terrain.pal", Bytes(TerrainPaletteFile())); });
-  jobs.push_back([&] { return WriteBytes(set + "/object.pal", Bytes(ObjectPaletteFile())); });
-  jobs.push_back([&] { return WriteBytes(set + "/index.dat", TextureSetIndex()); });
+  jobs.push_back([&] { return WriteDetail(folders); });
+  jobs.push_back([&] { return WriteBitmap(folders.media, "nosurface.bmp", PaintNoSurface()); });
+  jobs.push_back([&] { return WriteBitmap(folders.media, "water.bmp", PaintWaterFilter()); });
+  jobs.push_back([&] { return WriteBitmap(folders.media, "igmfont.bmp", PaintMapGlyphs()); });
+  jobs.push_back(
+      [&] { return WriteSetData(folders.defaultSet, TerrainPaletteFile(), ObjectPaletteFile()); });
+  jobs.push_back([&] {
+    return WriteSetData(folders.winterSet, WinterTerrainPaletteFile(), WinterObjectPaletteFile());
+  });
   return RunAll(jobs);
 }
 

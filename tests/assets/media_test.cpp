@@ -15,7 +15,11 @@ namespace {
 
 QString Work(const QString& path) { return QStringLiteral(MAPWRIGHT_WORK "/") + path; }
 
-QString Set(const QString& file) { return Work(QStringLiteral("TextureSets/Default/") + file); }
+const char* const kSets[] = {"Default", "Winter"};
+
+QString Set(const QString& file, const QString& set = kSets[0]) {
+  return Work(QStringLiteral("TextureSets/%1/%2").arg(set, file));
+}
 
 QImage Load(const QString& path) {
   const QImage image(path);
@@ -55,7 +59,8 @@ void ExpectTiles(const QString& path, int side) {
 TEST(Media, EveryMaterialHasATilingPictureAndTexture) {
   for (const GroundKind& kind : kGroundKinds) {
     ExpectTiles(Work(QStringLiteral("media/mat_%1.bmp").arg(kind.key)), 256);
-    ExpectTiles(Set(QStringLiteral("%1.bmp").arg(kind.key)), 512);
+    for (const char* set : kSets)
+      ExpectTiles(Set(QStringLiteral("%1.bmp").arg(kind.key), set), 512);
   }
 }
 
@@ -64,8 +69,28 @@ TEST(Media, WaterAndDetailTile) {
   ExpectTiles(Set("detail.bmp"), 512);
 }
 
-TEST(Media, TheTextureSetNamesOnlyFilesThatExist) {
-  QFile index(Set("index.dat"));
+// Mean brightness, 0 ... 255.
+double Brightness(const QImage& image) {
+  double sum = 0;
+  for (int k = 0; k < image.width() * image.height(); ++k) {
+    sum += qGray(image.pixel(k % image.width(), k / image.width()));
+  }
+  return sum / (image.width() * image.height());
+}
+
+TEST(Media, WinterLaysSnowOnEveryGround) {
+  for (const GroundKind& kind : kGroundKinds) {
+    const QString file = QStringLiteral("%1.bmp").arg(kind.key);
+    EXPECT_GT(Brightness(Load(Set(file, "Winter"))), Brightness(Load(Set(file))) + 10) << kind.key;
+  }
+}
+
+class TextureSetTest : public testing::TestWithParam<const char*> {};
+
+INSTANTIATE_TEST_SUITE_P(Media, TextureSetTest, testing::ValuesIn(kSets));
+
+TEST_P(TextureSetTest, NamesOnlyFilesThatExist) {
+  QFile index(Set("index.dat", GetParam()));
   ASSERT_TRUE(index.open(QIODevice::ReadOnly));
   int lines = 0;
   while (!index.atEnd()) {
@@ -73,15 +98,15 @@ TEST(Media, TheTextureSetNamesOnlyFilesThatExist) {
     ASSERT_TRUE(line.endsWith('\n') && !line.contains('\r')) << line.toStdString();
     const QByteArray file = line.trimmed().split('=').last().split(',').last();
     EXPECT_LE(file.size(), 31);
-    EXPECT_TRUE(QFile::exists(Set(file))) << line.toStdString();
+    EXPECT_TRUE(QFile::exists(Set(file, GetParam()))) << line.toStdString();
     ++lines;
   }
   EXPECT_EQ(lines, 16 + 6 + 3);
 }
 
-TEST(Media, PalettesHoldAHeaderAnd256Entries) {
+TEST_P(TextureSetTest, PalettesHoldAHeaderAnd256Entries) {
   for (const char* name : {"terrain.pal", "object.pal"}) {
-    QFile file(Set(name));
+    QFile file(Set(name, GetParam()));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll();
     ASSERT_EQ(bytes.size(), 24 + 1024) << name;
