@@ -6,7 +6,6 @@
 #include "app/modes.h"
 #include "app/operations.h"
 #include "app/shell.h"
-#include "app/start_up.h"
 #include "core/text.h"
 #include "platform/processes.h"
 #include "platform/prompts.h"
@@ -145,7 +144,7 @@ void RunToolsCommand(CommandId id) {
       operations.randomTerrain(true);
       break;
     case kCommandGenerateMaterialMap:
-      if (InitMaterialPlugin()) operations.generateMaterialMap();
+      operations.generateMaterialMap();
       break;
     case kCommandTestLevel:
       operations.testLevel();

@@ -62,9 +62,11 @@ void UnloadPlugins() {
   pluginMaterialMaps.Unload();
 }
 
-bool InitMaterialPlugin() {
-  const auto initMatMap = reinterpret_cast<bool (*)()>(pluginMaterialMaps.Function("initMatMap"));
-  return initMatMap && initMatMap();
+MaterialPlugin LoadedMaterialPlugin() {
+  MaterialPlugin plugin;
+  FindFunction(pluginMaterialMaps, "initMatMap", plugin.InitMatMap);
+  FindFunction(pluginMaterialMaps, "generateMatMap", plugin.GenerateMatMap);
+  return plugin;
 }
 
 SurfacePlugin LoadedSurfacePlugin() {

@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "terrain/material_generation.h"
 #include "terrain/surface_maps.h"
 
 namespace mw {
@@ -17,10 +18,10 @@ void ReadInstalledVersion();
 // one is missing.
 bool LoadPlugins();
 void UnloadPlugins();
-// Asks the material-map plug-in whether it can work; false also when it is not loaded.
-bool InitMaterialPlugin();
 // The entry points of the surface plug-in; null where it has none.
 SurfacePlugin LoadedSurfacePlugin();
+// The entry points of the material plug-in; null where it has none.
+MaterialPlugin LoadedMaterialPlugin();
 
 // The shared flags that start-up sets after the mod is chosen, and the seed of the random numbers.
 void SetInitialValues();

@@ -4,6 +4,7 @@
 #include "app/shell.h"
 #include "app/start_up.h"
 #include "terrain/in_game_map.h"
+#include "terrain/material_generation.h"
 #include "terrain/material_map.h"
 #include "terrain/roads.h"
 #include "terrain/surface_maps.h"
@@ -13,6 +14,7 @@ namespace mw {
 void ConnectTerrainOperations() {
   operations.loadMaterialMap = LoadMaterialMap;
   operations.saveMaterialMap = SaveMaterialMap;
+  operations.generateMaterialMap = [] { GenerateMaterialMap(LoadedMaterialPlugin()); };
   operations.addRoadPoint = AddRoadPoint;
   operations.finishRoad = [] { FinishRoadPoints(shell.createRoadDialog); };
   operations.generateSurfaceMaps = [] { GenerateSurfaceMaps(LoadedSurfacePlugin()); };
