@@ -33,7 +33,7 @@ constexpr std::array<Snowfall, kGroundKinds.size()> kSnowfalls{{
     {0.44f, 0.6f},   // Rock Surface
     {0.46f, 0.2f},   // Sand Road
     {0.42f, 0.2f},   // Dirt Road
-    {0.32f, -0.3f},  // Paved Road
+    {0.46f, -0.3f},  // Paved Road
 }};
 
 constexpr Colour kSnowShade = Rgb(164, 184, 210), kSnowLight = Rgb(249, 251, 253);
