@@ -1,12 +1,10 @@
 // Frames of the Material Mapper over a Medium level, drawn from kept buffers and cell by cell. Each
 // ratio compares two ways in the same run: how many times faster the program's own way is.
 #include <GL/gl.h>
-#include <algorithm>
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <cstdint>
-#include <vector>
 
+#include "compare.h"
 #include "core/editor_state.h"
 #include "support/gl_context.h"
 #include "support/plain_material.h"
@@ -42,20 +40,6 @@ bool OpenScene(benchmark::State& state) {
   return true;
 }
 
-template <typename Draw>
-double FrameSeconds(Draw draw) {
-  const auto start = std::chrono::steady_clock::now();
-  draw();
-  glFinish();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> times) {
-  const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
-  std::nth_element(times.begin(), middle, times.end());
-  return *middle;
-}
-
 // Moves camera and brush on as the action does from frame to frame.
 void Prepare(Action action, int frame) {
   SceneCamera from = kFlying;
@@ -72,18 +56,17 @@ void Prepare(Action action, int frame) {
 void Frame(benchmark::State& state) {
   if (!OpenScene(state)) return;
   const auto action = static_cast<Action>(state.range(0));
-  std::vector<double> ours, plain;
   int frame = 0;
-  for ([[maybe_unused]] auto _ : state) {
-    Prepare(action, ++frame);
-    ours.push_back(FrameSeconds(RenderMaterialMode));
-    state.SetIterationTime(ours.back());
-    Prepare(action, frame);
-    plain.push_back(FrameSeconds([] { plain::DrawMaterialModeCells(), RenderWater(); }));
-  }
-  state.counters["ours_ms"] = Median(ours) * 1e3;
-  state.counters["plain_ms"] = Median(plain) * 1e3;
-  state.counters["ratio"] = Median(plain) / Median(ours);
+  Compare(
+      state,
+      [&] {
+        Prepare(action, ++frame);
+        return Seconds(RenderMaterialMode);
+      },
+      [&] {
+        Prepare(action, frame);
+        return Seconds([] { plain::DrawMaterialModeCells(), RenderWater(); });
+      });
 }
 BENCHMARK(Frame)
     ->ArgName("stand0_turn1_hover2_paint3")
