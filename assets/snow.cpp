@@ -19,7 +19,7 @@ struct Snowfall {
 // In the order of the material numbers.
 constexpr std::array<Snowfall, kGroundKinds.size()> kSnowfalls{{
     {0.62f, -0.4f},  // Default
-    {0.34f, 0.0f},   // Water: drifts on the ice
+    {0.22f, 0.3f},   // Water: drifts on the ice
     {0.60f, -0.7f},  // Dry Grass
     {0.52f, -0.8f},  // Wet Grass
     {0.66f, -0.2f},  // Dry Dirt
@@ -74,14 +74,14 @@ Field Standing(const Picture& ground) {
 Field SnowCover(const Picture& ground, const Snowfall& fall, std::uint32_t seed) {
   const Field standing = Standing(ground);
   Field drifts = MakeField(ground.width, [seed](float u, float v) {
-    const Place place = Warp(u, v, 0.03f, {{5, 5}, 3, 0.5f, seed});
-    return 0.75f * Fbm(place.u, place.v, {{4, 4}, 5, 0.52f, seed + 10}) +
-           0.25f * Fbm(u, v, {{40, 40}, 3, 0.6f, seed + 20});
+    const Place place = Warp(u, v, 0.02f, {{10, 10}, 3, 0.5f, seed});
+    return 0.6f * Fbm(place.u, place.v, {{10, 10}, 4, 0.55f, seed + 10}) +
+           0.3f * Fbm(u, v, {{48, 48}, 3, 0.6f, seed + 20});
   });
   const float line = 1.1f * (1 - 2 * fall.cover);
   for (std::size_t k = 0; k < drifts.values.size(); ++k) {
-    const float lies = drifts.values[k] + 0.55f * fall.clinging * standing.values[k];
-    drifts.values[k] = SmoothStep(line - 0.28f, line + 0.28f, lies);
+    const float lies = drifts.values[k] + 0.75f * fall.clinging * standing.values[k];
+    drifts.values[k] = SmoothStep(line - 0.42f, line + 0.42f, lies);
   }
   return drifts;
 }
