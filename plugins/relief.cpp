@@ -1,5 +1,6 @@
 #include "plugins/relief.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -22,19 +23,22 @@ float CellSizeOf(const MapwrightVertex* vertices) {
   return std::isfinite(size) && size > 0 ? size : kUsualCell;
 }
 
+constexpr float kMost = 1e6f;  // world units above or below the water
+
 // Mean of the four vertices around each cell, so that heights belong to cells as materials do.
 Plane<float> CellHeights(int size, const MapwrightVertex* vertices, float waterLevel,
                          float heightScale) {
   const auto height = [&](int i, int j) {
-    const float h = vertices[std::max(i, 1) * MAPWRIGHT_GRID_ROW + std::min(j, size - 1)].h;
-    return std::isfinite(h) ? h : 0.0f;
+    return vertices[std::max(i, 1) * MAPWRIGHT_GRID_ROW + std::min(j, size - 1)].h;
   };
   Plane<float> heights(size);
   for (int i = 1; i <= size; ++i) {
     for (int j = 0; j < size; ++j) {
       const float mean =
           (height(i, j) + height(i, j + 1) + height(i - 1, j) + height(i - 1, j + 1)) / 4;
-      heights.At(i - 1, j) = mean * heightScale - waterLevel;
+      const float above = mean * heightScale - waterLevel;
+      // What follows sorts and sums the heights, which needs numbers.
+      heights.At(i - 1, j) = std::isfinite(above) ? std::clamp(above, -kMost, kMost) : 0.0f;
     }
   }
   return heights;

@@ -139,6 +139,14 @@ TEST_F(MaterialPluginTest, NoCellStandsAlone) {
   EXPECT_EQ(alone, 0);
 }
 
+TEST_F(MaterialPluginTest, HeightsThatAreNoNumbersGetAMaterialToo) {
+  MakeCoast(256);
+  const float odd[] = {NAN, INFINITY, -INFINITY, 3e38f};
+  for (int i = 1; i <= side; ++i) Vertex(i, i * 7 % side).h = odd[i % 4];
+  auto shares = Shares(Generate(), [](int, int) { return true; });
+  EXPECT_LE(shares.rbegin()->first, Material::PavedRoad);
+}
+
 TEST_F(MaterialPluginTest, SizesOutsideTheGridLeaveTheMapAsItWas) {
   MakeCoast(256);
   for (const int size : {-1, 0, MAPWRIGHT_MAX_SIZE + 1}) {
