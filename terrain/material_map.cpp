@@ -19,10 +19,6 @@ std::unique_ptr<MaterialMapper> materialMapper;
 
 namespace {
 
-bool HasUsableSize() {
-  return modConfig.MaterialSize >= 1 && modConfig.MaterialSize <= kMaxMaterialSize;
-}
-
 std::size_t MaterialMapBytes() {
   const auto side = static_cast<std::size_t>(modConfig.MaterialSize);
   return side * side;

@@ -27,10 +27,6 @@ constexpr float kStoredPerUnit = 256.0f;  // steps of heightmap.raw per height u
 constexpr float kMaxStored = 65535;
 constexpr std::size_t kBytesPerSample = 2;
 
-bool HasUsableSize() {
-  return modConfig.MaterialSize >= 1 && modConfig.MaterialSize <= kMaxMaterialSize;
-}
-
 std::size_t HeightmapBytes() {
   const auto side = static_cast<std::size_t>(modConfig.MaterialSize);
   return side * side * kBytesPerSample;
@@ -73,6 +69,10 @@ int WholeCell(float position) {
 void CreateTerrain() { terrain = std::make_unique<Terrain>(); }
 
 void DestroyTerrain() { terrain.reset(); }
+
+bool HasUsableSize() {
+  return modConfig.MaterialSize >= 1 && modConfig.MaterialSize <= kMaxMaterialSize;
+}
 
 bool HasUsableTerrain() { return terrain && HasUsableSize(); }
 

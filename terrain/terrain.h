@@ -88,6 +88,8 @@ void CreateTerrain();
 void DestroyTerrain();
 // True when there is a terrain and MaterialSize is a size that its grid can hold.
 bool HasUsableTerrain();
+// Whether MaterialSize fits the grids.
+bool HasUsableSize();
 
 // Rebuilds the grid, flat, for the current MaterialSize and WorldSize; clears selection, weights,
 // selection box and pending road points. Does nothing for a MaterialSize below 1 or above

@@ -1,4 +1,4 @@
-#include "app/ui/terrain_operations.h"
+#include "app/ui/mapper_operations.h"
 
 #include "app/operations.h"
 #include "app/shell.h"
