@@ -40,7 +40,7 @@ check_format() {
 
 # run_tests PRESET: the tests of a build, under a virtual display of their own.
 run_tests() {
-  xvfb-run -a -s "-screen 0 1280x800x24" env LIBGL_ALWAYS_SOFTWARE=1 QT_QPA_PLATFORM=xcb \
+  xvfb-run -a -s "-screen 0 1280x800x24 -noreset" env LIBGL_ALWAYS_SOFTWARE=1 QT_QPA_PLATFORM=xcb \
     ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 \
     ctest --test-dir "build/$1" --output-on-failure -j "$(nproc)" |
     { grep -vE '^ +Start |Passed +[0-9.]+ sec$' || true; }

@@ -17,7 +17,9 @@ struct Image {
   std::vector<std::uint8_t> rgb;
 };
 
-inline constexpr std::int32_t kMaxImageSide = 8192;
+// Pixels per side of a picture that is read or written; larger ones are refused before anything is
+// allocated for them.
+inline constexpr std::int32_t kMaxImageSide = 4096;
 
 // Decodes 1, 4, 8, 16, 24 and 32 bits per pixel, RLE4, RLE8 and bit fields, core and information
 // headers, both row directions, with or without a file header. `error` gets the message to show.

@@ -166,7 +166,12 @@ std::vector<std::uint8_t> EncodeDds(int width, int height, std::span<const std::
 
 void SaveDDS(std::string_view path, int width, int height, std::span<const std::uint8_t> rgb,
              bool mipmaps) {
-  SaveGameFileBytes(path, EncodeDds(width, height, rgb, mipmaps));
+  const std::vector<std::uint8_t> file = EncodeDds(width, height, rgb, mipmaps);
+  if (file.empty() && !rgb.empty()) {
+    SetGameFileError("A picture could not be encoded.");
+    return;
+  }
+  SaveGameFileBytes(path, file);
 }
 
 }  // namespace mw

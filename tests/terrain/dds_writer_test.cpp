@@ -145,6 +145,10 @@ TEST_F(SaveDDSTest, WritesTheFileIntoTheLevelArchive) {
   EXPECT_EQ(Get("Menu/thumbnail.dds"), Text(EncodeDds(128, 128, black, false)));
   SaveDDS(LevelPath("none.dds"), 128, 128, {}, false);
   EXPECT_EQ(Get("none.dds"), "") << "opened, and nothing written";
+  ClearGameFileError();
+  SaveDDS(LevelPath("Menu/thumbnail.dds"), 100, 128, black, false);
+  EXPECT_EQ(Get("Menu/thumbnail.dds"), Text(EncodeDds(128, 128, black, false))) << "the old one";
+  EXPECT_FALSE(GameFileError().empty());
 }
 
 }  // namespace
