@@ -7,6 +7,7 @@
 #include "app/operations.h"
 #include "data/mod_config.h"
 #include "terrain/terrain.h"
+#include "terrain/terrain_tools.h"
 
 namespace mw {
 namespace {
@@ -15,7 +16,6 @@ constexpr int kTerrain = static_cast<int>(EditMode::TerrainMapper);
 constexpr int kObjects = static_cast<int>(EditMode::ObjectMapper);
 constexpr float kMaxWaterLevel = 255;
 constexpr float kKeyHeightStep = 0.1f;  // height units
-constexpr int kMaxBrushSize = 9;
 
 // The first matching row wins.
 constexpr auto kShortcuts = std::to_array<Shortcut>({
@@ -76,10 +76,10 @@ void DigitKey(int key) {
   const int size = std::min(number, kMaxBrushSize);
   if (IsEditMode(EditMode::TerrainMapper)) {
     if (editor.shiftHeld) {
-      terrain->power = static_cast<float>(number);
+      SetPower(number);
       operations.setTerrainPower(number);
     } else {
-      terrain->brushSize = size;
+      SetBrushSize(size);
       operations.setTerrainBrushSize(size);
     }
   } else if (IsEditMode(EditMode::MaterialMapper)) {
