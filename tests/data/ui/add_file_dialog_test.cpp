@@ -9,24 +9,15 @@
 #include <QTimer>
 #include <functional>
 #include <gtest/gtest.h>
-#include <stdexcept>
 
 #include "data/level_archive_test.h"
 #include "platform/disk.h"
+#include "support/open_dialog.h"
 
 namespace mw {
 namespace {
 
-// The open dialog, as its user sees it.
-struct OpenDialog {
-  QDialog& window;
-
-  template <typename W>
-  W& Widget(const char* name) const {
-    W* const widget = window.findChild<W*>(name);
-    if (!widget) throw std::logic_error(name);
-    return *widget;
-  }
+struct OpenDialog : DialogUnderTest {
   QPushButton& Ok() const { return Widget<QPushButton>("okButton"); }
   QComboBox& Destination() const { return Widget<QComboBox>("destinationCombo"); }
   QLineEdit& Source() const { return Widget<QLineEdit>("sourceEdit"); }

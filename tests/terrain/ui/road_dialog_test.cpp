@@ -9,24 +9,15 @@
 #include <QTimer>
 #include <functional>
 #include <gtest/gtest.h>
-#include <stdexcept>
 
+#include "support/open_dialog.h"
 #include "support/sandbox.h"
 #include "terrain/terrain.h"
 
 namespace mw {
 namespace {
 
-// The open dialog, as its user sees it.
-struct OpenDialog {
-  QDialog& window;
-
-  template <typename W>
-  W& Widget(const char* name) const {
-    W* const widget = window.findChild<W*>(name);
-    if (!widget) throw std::logic_error(name);
-    return *widget;
-  }
+struct OpenDialog : DialogUnderTest {
   QComboBox& Width() const { return Widget<QComboBox>("widthCombo"); }
   QComboBox& Material() const { return Widget<QComboBox>("materialCombo"); }
   QCheckBox& AutoMaterial() const { return Widget<QCheckBox>("autoMaterialCheck"); }

@@ -12,13 +12,13 @@
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <stdexcept>
 
 #include "core/editor_state.h"
 #include "core/mini_map_picture.h"
 #include "data/mod_config.h"
 #include "data/textures.h"
 #include "platform/disk.h"
+#include "support/open_dialog.h"
 #include "support/sandbox.h"
 #include "terrain/level_textures.h"
 
@@ -27,16 +27,7 @@ namespace {
 
 const QColor kAssigned(115, 210, 100), kFree(115, 111, 200), kBeforeOffset(215, 110, 100);
 
-// The open dialog, as its user sees it.
-struct OpenDialog {
-  QDialog& window;
-
-  template <typename W>
-  W& Widget(const char* name) const {
-    W* const widget = window.findChild<W*>(name);
-    if (!widget) throw std::logic_error(name);
-    return *widget;
-  }
+struct OpenDialog : DialogUnderTest {
   QWidget& Grid() const { return Widget<QWidget>("grid"); }
   void Press(const char* button) const { Widget<QPushButton>(button).click(); }
   // A cell by its column from the left and its row from the bottom, and a pixel near its far
