@@ -6,6 +6,7 @@
 
 #include "app/frame.h"
 #include "app/level.h"
+#include "app/object_operations.h"
 #include "app/shell.h"
 #include "app/start_up.h"
 #include "app/terrain_operations.h"
@@ -97,6 +98,7 @@ int RunEditor(const PlatformConnections& platform) {
   platform.observeProcessWaits([&frames](bool waiting) { frames.Rest(waiting); });
   ConnectShell(window);
   ConnectTerrainOperations();
+  ConnectObjectOperations();
   const int exitCode = RunInWindow(window, frames);
   ShutDown();
   DisconnectShell();

@@ -1,0 +1,27 @@
+// What the level tree does when an item is selected, activated, deleted or dragged into the view.
+// The panel calls these; it knows no more than its items.
+#pragma once
+
+#include "objects/level_tree.h"
+
+namespace mw {
+
+// The user chose the item: selects what it stands for and moves the camera there. Does nothing
+// while the editor itself changes the tree.
+void LevelTreeItemSelected(TreeItem item);
+// Double click or Enter. False when the item opens nothing (Enter then expands or collapses it).
+bool ActivateLevelTreeItem(TreeItem item);
+// The Delete key.
+void DeleteLevelTreeItem(TreeItem item);
+
+bool CanDragLevelTreeItem(TreeItem item);
+// A drag begins: the Object Mapper becomes the mode and nothing is selected.
+void BeginLevelTreeDrag();
+// Released over the 3D view at this pixel of it.
+void DropLevelTreeItem(TreeItem item, int x, int y);
+
+// Choices of the game mode filter, in the order of its list.
+inline constexpr int kModeFilterChoices = 4;
+void ChooseModeFilter(int choice);
+
+}  // namespace mw

@@ -1,0 +1,47 @@
+// What the user does with entities: creating by drag and drop, deleting, editing, choosing which
+// game modes are shown.
+#pragma once
+
+#include "core/vector3.h"
+#include "objects/entities.h"
+
+namespace mw {
+
+// A new soldier spawn or control point, with a template of its own, at the CursorPoint. Refused
+// with the kind's message when its tables are full.
+void DropNewEntity(EntityKind kind);
+// A new object spawn of the template with this item (or index) at the CursorPoint. False when there
+// is no such template or, after a message, no room.
+bool DropTemplate(TreeItem templateItem);
+bool DropTemplateAt(int templateIndex);
+// A new object spawn template, if its dialog ends with OK.
+void AddObjectSpawnTemplate();
+
+void DeleteInstance(EntityKind kind, int index);
+// Deletes the instance or the unused template with this item.
+void DeleteByTreeItem(TreeItem item);
+void DeleteTemplate(EntityKind kind, int index);
+void RemoveUnusedTemplates();
+void ClearAllEntities();
+
+// Shows what the mode filter lets through.
+void RefreshTreeItems();
+void SetModeFilter(GameModeMask modes);
+
+// True when the item was an entity's or an object spawn template's.
+bool EditByTreeItem(TreeItem item);
+// Selects the instance with this item and moves the camera to it. False for any other item.
+bool SelectFromTree(TreeItem item);
+
+// 1 + index of the control point nearest to a place of the level (within 4000 units), or 1.
+int NearestControlPoint(const Vector3& position);
+// Index of the object spawn template with this item, or -1.
+int FindObjectSpawnTemplate(TreeItem item);
+// "Soldier Spawn: <name> ( CQ CTF )" for the status bar.
+std::string StatusTextOf(const SpawnInstance& instance);
+// Every character that is neither a digit nor an ASCII letter becomes '_'.
+void CleanName(EntityName& name);
+// The instance's template takes the modes of all its instances too.
+void WidenTemplateModes(const SpawnInstance& instance);
+
+}  // namespace mw

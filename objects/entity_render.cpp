@@ -1,0 +1,7 @@
+#include "objects/entity_render.h"
+
+namespace mw {
+
+void DrawEntities() {}
+
+}  // namespace mw

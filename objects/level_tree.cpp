@@ -1,0 +1,90 @@
+#include "objects/level_tree.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "objects/entities.h"
+
+namespace mw {
+
+LevelTree levelTree;
+
+void BuildTree() {
+  levelTree.items.clear();
+  levelTree.view.clear();
+  LevelTree::FixedItems& fixed = levelTree.fixed;
+  fixed.world = InsertItem(0, "World");
+  fixed.lighting = InsertItem(fixed.world, "Lighting");
+  fixed.shadows = InsertItem(fixed.world, "Shadows");
+  fixed.fog = InsertItem(fixed.world, "Fog Settings");
+  fixed.water = InsertItem(fixed.world, "Water Settings");
+  fixed.teams = InsertItem(0, "Teams");
+  fixed.controlPoints = InsertItem(0, "Control Points");
+  fixed.newControlPoint = InsertItem(fixed.controlPoints, "Drag New Control Point");
+  fixed.soldierSpawns = InsertItem(0, "Soldier Spawns");
+  fixed.newSoldierSpawn = InsertItem(fixed.soldierSpawns, "Drag New Soldier Spawn");
+  fixed.objectSpawns = InsertItem(0, "Object Spawns");
+  fixed.addTemplate = InsertItem(fixed.objectSpawns, "Add Template");
+  fixed.staticObjects = InsertItem(0, "Static Objects");
+  fixed.standardMeshes = InsertItem(fixed.staticObjects, "Standard Meshes");
+  fixed.treeMeshes = InsertItem(fixed.staticObjects, "Tree Meshes");
+  fixed.cachedObjects = InsertItem(0, "Cached Objects");
+  fixed.addNewObject = InsertItem(fixed.cachedObjects, "Add New Object");
+  entities.ModeFilter = kAllModes;
+  levelTree.view.resetFilter();
+}
+
+TreeItem InsertItem(TreeItem parent, std::string_view text) {
+  const TreeItem item = ++levelTree.lastItem;
+  const auto above = levelTree.items.find(parent);
+  if (above != levelTree.items.end()) ++above->second.children;
+  levelTree.items.emplace(item, LevelTree::Item{parent, 0, std::string(text)});
+  levelTree.view.insert(item, parent, levelTree.items[item].text);
+  return item;
+}
+
+void SetItemText(TreeItem item, std::string_view text) {
+  const auto found = levelTree.items.find(item);
+  if (found == levelTree.items.end() || found->second.text == text) return;
+  found->second.text = text;
+  levelTree.view.setText(item, found->second.text);
+}
+
+void DeleteItem(TreeItem item) {
+  const auto found = levelTree.items.find(item);
+  if (found == levelTree.items.end()) return;
+  if (found->second.children > 0) {
+    for (const TreeItem child : ChildrenOf(item)) DeleteItem(child);
+  }
+  const auto above = levelTree.items.find(found->second.parent);
+  if (above != levelTree.items.end()) --above->second.children;
+  levelTree.view.remove(item);
+  levelTree.items.erase(item);
+}
+
+void SelectItem(TreeItem item) {
+  const bool enabled = std::exchange(levelTree.notificationsEnabled, false);
+  levelTree.view.select(item);
+  levelTree.notificationsEnabled = enabled;
+}
+
+TreeItem ParentOf(TreeItem item) {
+  const auto found = levelTree.items.find(item);
+  return found == levelTree.items.end() ? 0 : found->second.parent;
+}
+
+std::string ItemText(TreeItem item) {
+  const auto found = levelTree.items.find(item);
+  return found == levelTree.items.end() ? std::string() : found->second.text;
+}
+
+std::vector<TreeItem> ChildrenOf(TreeItem parent) {
+  std::vector<TreeItem> children;
+  for (const auto& [item, record] : levelTree.items) {
+    if (record.parent == parent) children.push_back(item);
+  }
+  std::sort(children.begin(), children.end());
+  return children;
+}
+
+}  // namespace mw

@@ -1,0 +1,35 @@
+// The Object Mapper's tools: selecting, moving, raising, turning, copying and pasting static
+// objects and entities with the mouse in the 3D view. Pixels count from the view's top left.
+#pragma once
+
+#include "objects/level_tree.h"
+#include "objects/object_controls.h"
+#include "objects/placement.h"
+
+namespace mw {
+
+// Buttons of the mapper's toolbar. A disabled tool is not chosen.
+void PressObjectControl(ObjectControl control);
+// Whether anything is selected: chooses the Select tool and enables or disables the others.
+void UpdateToolButtons(bool anySelected);
+
+// CursorPoint becomes the point of the scene drawn under the pixel, if there is one.
+void PickCursorPoint(int x, int y);
+void DeselectAll();
+// The SelectionPivot of what is selected, and every selected item's offset from it.
+void ComputePivot();
+// Selects one object or entity alone and shows its item in the tree.
+void SelectOnly(Placement& item, TreeItem treeItem);
+
+void ToggleSelectAtCursor(int x, int y);
+void PressTranslate(int x, int y);
+// A move with the button held, by the current tool.
+void DragObjects(int x, int y, int previousX, int previousY);
+// Opens the hovered and selected item's dialog; false when the double click means something else.
+bool EditHovered();
+void DeleteSelected();
+// Marks what is selected for Paste.
+void CopySelected();
+void PasteCopied(int x, int y);
+
+}  // namespace mw

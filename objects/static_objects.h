@@ -1,0 +1,35 @@
+// The static objects of a level: buildings, props and vegetation. Reading, writing, adding,
+// deleting and setting them on the ground.
+#pragma once
+
+#include <string_view>
+
+#include "core/vector3.h"
+#include "objects/object_store.h"
+
+namespace mw {
+
+// Reads the level's objects, then its entities. When not all of them can be held, what was read
+// stays, and saving will leave the level's own files as they are.
+void LoadStaticObjects();
+// Writes the level's objects and entities, unless they were not loaded completely; then it says so.
+void SaveStaticObjects();
+// Deletes all objects, meshes, textures and entities.
+void ClearAllObjects();
+
+// A new, selected object of a cached mesh at the CursorPoint. False, after a message, when the
+// table is full; false when the mesh's name is not in the catalogue.
+bool AddStaticObjectFromCache(int mesh);
+// A new, unselected object at view position x, z and the height of the CursorPoint. False as above.
+bool PlaceStaticObject(std::string_view name, float x, float z, const Vector3& rotation);
+void DeleteStaticObject(int index);
+// Shows the "Edit Object" sheet; true on OK.
+bool EditStaticObject(int index);
+// Sets every object and every entity on the ground.
+void SnapAllToGround();
+// Index of the object in use with this item, or -1.
+int FindObjectByTreeItem(TreeItem item);
+// The objects' entries in a catalogue that was read again.
+void FindObjectEntriesAgain();
+
+}  // namespace mw
