@@ -104,6 +104,18 @@ void SetGameFileError(std::string_view reason) {
 
 void ClearGameFileError() { firstError.clear(); }
 
+bool WriteAsOneChange(const std::function<void()>& write) {
+  ClearGameFileError();
+  Archive* const archive = archives.LastWritable();
+  if (archive && !archive->BeginSave()) {
+    SetGameFileError(archive->Error());
+    return false;
+  }
+  write();
+  if (archive && !archive->CommitSave()) SetGameFileError(archive->Error());
+  return GameFileError().empty();
+}
+
 std::optional<std::string> NormalGamePath(std::string_view path) {
   if (path.size() > kMaxGamePath) return std::nullopt;
   const std::string turned = BackslashPath(path);

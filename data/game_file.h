@@ -6,6 +6,7 @@
 
 #include <cstdarg>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -37,6 +38,10 @@ struct GameFile {
 const std::string& GameFileError();
 void SetGameFileError(std::string_view reason);  // keeps the first
 void ClearGameFileError();
+// Clears the error and writes a group of members into the newest writable archive: the disk is
+// waited for once, at the end. False when something failed; what could be written is in the archive
+// then, each member whole.
+bool WriteAsOneChange(const std::function<void()>& write);
 
 // The member name (with `\`) that `path` means: without the game folder, and without the current
 // mod's, the open level's or the base mod's folder. Nothing when it is longer than kMaxGamePath.

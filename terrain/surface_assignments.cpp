@@ -44,15 +44,19 @@ AssignmentCell AssignmentCellAt(int column, int row) {
   } else if (Contains(cell.tileRow, cell.tileColumn, kMaxTiles) &&
              Assigned(cell.tileRow, cell.tileColumn)) {
     cell.state = State::Assigned;
-  } else if (!Contains(cell.tileRow, cell.tileColumn, AssignableTiles())) {
+  } else if (!HoldsTileOfLevel(cell)) {
     cell.state = State::OutsideLevel;
   }
   return cell;
 }
 
+bool HoldsTileOfLevel(const AssignmentCell& cell) {
+  return Contains(cell.tileRow, cell.tileColumn, AssignableTiles());
+}
+
 bool ToggleAssignment(int column, int row) {
   const AssignmentCell cell = AssignmentCellAt(column, row);
-  if (!Contains(cell.tileRow, cell.tileColumn, AssignableTiles())) return false;
+  if (!HoldsTileOfLevel(cell)) return false;
   bool& assigned = Assigned(cell.tileRow, cell.tileColumn);
   assigned = !assigned;
   editor.levelModified = true;

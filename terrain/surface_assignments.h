@@ -21,6 +21,8 @@ struct AssignmentCell {
   std::int64_t tileRow = 0, tileColumn = 0;
 };
 AssignmentCell AssignmentCellAt(int column, int row);
+// Whether it is a cell of the level's tiles, assigned or free.
+bool HoldsTileOfLevel(const AssignmentCell& cell);
 
 // Each of these sets editor.levelModified when it changes something.
 // Switches the tile of a cell; false when the cell holds no tile of the level.

@@ -8,39 +8,20 @@
 
 #include "core/editor_state.h"
 #include "core/text.h"
-#include "data/archive.h"
 #include "data/game_file.h"
 #include "data/image.h"
 #include "data/mod_config.h"
 #include "data/textures.h"
-#include "platform/disk.h"
 #include "platform/prompts.h"
 #include "terrain/dds_writer.h"
 #include "terrain/level_textures.h"
 #include "terrain/material_map.h"
+#include "terrain/shadow_work.h"
 
 namespace mw {
 namespace {
 
 constexpr int kTilePixels = MAPWRIGHT_TILE_PIXELS;  // per side of a tile
-
-struct Tile {
-  int row = 0, column = 0;
-};
-
-// In the order in which they are painted.
-std::vector<Tile> AssignedTiles() {
-  std::vector<Tile> tiles;
-  for (int column = 0; column < kMaxTiles; ++column) {
-    for (int row = 0; row < kMaxTiles; ++row) {
-      if (levelTextures
-              .SurfaceAssigned[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)]) {
-        tiles.push_back({row, column});
-      }
-    }
-  }
-  return tiles;
-}
 
 MapwrightTextureSlot SlotOf(const SetTexture& texture) {
   MapwrightTextureSlot slot{};
@@ -64,22 +45,12 @@ void GivePicturesTo(const SurfacePlugin& plugin,
   }
 }
 
-// The folder of the shadow work that holds the level's tiles, made as far as it can be made.
-std::string MakeShadowWorkFolder() {
-  std::string path = modConfig.GamePath.String() + "ShadowWork";
-  CreateFolder(path);
-  for (const char* const name : {"Varnhold", "levels", modConfig.LevelName.c_str(), "textures"}) {
-    path += FormatText("\\%s", name);
-    CreateFolder(path);
-  }
-  return path;
-}
-
 void NoteFailure(bool written, const std::string& path) {
   if (!written) SetGameFileError("The file " + path + " could not be written.");
 }
 
-void PaintTile(const SurfacePlugin& plugin, const Tile& tile, const std::string& shadowFolder) {
+void PaintTile(const SurfacePlugin& plugin, const TileIndex& tile,
+               const std::string& shadowFolder) {
   const std::string name = FormatText("Tx0%ix0%i", tile.row, tile.column);
   const std::uint8_t* const pixels = plugin.GenerateSurfaceMap(kTilePixels, tile.row, tile.column);
   if (!pixels) {
@@ -93,10 +64,11 @@ void PaintTile(const SurfacePlugin& plugin, const Tile& tile, const std::string&
   NoteFailure(WriteTga(tga, kTilePixels, kTilePixels, rgb), tga);
 }
 
-void PaintTiles(const SurfacePlugin& plugin, const std::vector<Tile>& tiles) {
-  const std::string shadowFolder = MakeShadowWorkFolder();
+void PaintTiles(const SurfacePlugin& plugin, const std::vector<TileIndex>& tiles) {
+  const std::string shadowFolder = ScratchTexturesFolder();
+  MakeScratchFolder(shadowFolder);
   int number = 0;
-  for (const Tile& tile : tiles) {
+  for (const TileIndex& tile : tiles) {
     SetStatusText(1, FormatText("Generating Surface Map %i of %i...", ++number,
                                 static_cast<int>(tiles.size())));
     PaintTile(plugin, tile, shadowFolder);
@@ -104,18 +76,6 @@ void PaintTiles(const SurfacePlugin& plugin, const std::vector<Tile>& tiles) {
   if (textureSet.terrainPalette.loaded) {
     NoteFailure(WriteTerrainPalette(shadowFolder), shadowFolder + "\\terrainPalette.pal");
   }
-}
-
-// One group for all tiles: the disk is waited for once, not at every tile.
-void PaintTilesAsOneChange(const SurfacePlugin& plugin, const std::vector<Tile>& tiles) {
-  ClearGameFileError();
-  Archive* const archive = archives.LastWritable();
-  if (archive && !archive->BeginSave()) {
-    SetGameFileError(archive->Error());
-    return;
-  }
-  PaintTiles(plugin, tiles);
-  if (archive && !archive->CommitSave()) SetGameFileError(archive->Error());
 }
 
 void ShowNothingAssigned() {
@@ -129,7 +89,7 @@ void ShowNothingAssigned() {
 }  // namespace
 
 void GenerateSurfaceMaps(const SurfacePlugin& plugin) {
-  const std::vector<Tile> tiles = AssignedTiles();
+  const std::vector<TileIndex> tiles = AssignedTiles();
   if (tiles.empty()) {
     ShowArrowCursor();
     ShowNothingAssigned();
@@ -144,7 +104,8 @@ void GenerateSurfaceMaps(const SurfacePlugin& plugin) {
   }
   std::array<MapwrightTextureSlot, kMaxSetTextures> slots;  // valid as long as the plug-in paints
   GivePicturesTo(plugin, slots);
-  PaintTilesAsOneChange(plugin, tiles);
+  // One group for all tiles: the disk is waited for once, not at every tile.
+  WriteAsOneChange([&] { PaintTiles(plugin, tiles); });
   SetStatusText(1, "");
   if (GameFileError().empty()) return;
   ShowArrowCursor();

@@ -1,5 +1,6 @@
 #include "app/ui/mapper_operations.h"
 
+#include "app/light_map_commands.h"
 #include "app/operations.h"
 #include "app/shell.h"
 #include "app/ui/main_window.h"
@@ -8,6 +9,7 @@
 #include "terrain/point_selection.h"
 #include "terrain/terrain_tools.h"
 #include "terrain/ui/material_toolbar.h"
+#include "terrain/ui/shadow_dialog.h"
 #include "terrain/ui/surface_assignments_dialog.h"
 #include "terrain/ui/terrain_toolbar.h"
 
@@ -37,10 +39,11 @@ void ConnectMaterialTools(MaterialToolbar& toolbar) {
   };
 }
 
-void ConnectSurfaceAssignments(MainWindow& window) {
+void ConnectSurfaceDialogs(MainWindow& window) {
   operations.openSurfaceAssignments = [&window] {
     SurfaceAssignmentsDialog(&window, shell.renderFrameNow);
   };
+  ConnectLightMapCommands([&window] { return ShadowDialog(&window); });
 }
 
 }  // namespace mw

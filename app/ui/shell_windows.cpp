@@ -60,7 +60,7 @@ void ConnectShell(MainWindow& window) {
   ConnectDialogs(window);
   ConnectTerrainTools(*window.modeToolbars()->terrainToolbar());
   ConnectMaterialTools(*window.modeToolbars()->materialToolbar());
-  ConnectSurfaceAssignments(window);
+  ConnectSurfaceDialogs(window);
   ConnectHeightOperations(window);
 }
 

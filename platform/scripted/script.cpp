@@ -61,7 +61,7 @@ void* GlFunction(const char* name) { return script.glFunction ? script.glFunctio
 
 bool RunProcessAndWait(std::string_view commandLine, std::string_view) {
   script.startedProcesses.emplace_back(commandLine);
-  return true;
+  return !script.program || script.program(commandLine);
 }
 void OpenDocument(std::string_view path) { script.openedDocuments.emplace_back(path); }
 

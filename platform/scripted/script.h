@@ -2,6 +2,7 @@
 // A prompt that the test did not expect fails the test.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -26,6 +27,8 @@ struct Script {
   std::vector<std::string> missingModules;  // names that fail to load
   std::vector<std::string> missingGlExtensions;
   std::vector<std::string> startedProcesses, openedDocuments;
+  // Does what the started program would have done; false when it could not be started.
+  std::function<bool(std::string_view commandLine)> program;
   bool instanceTaken = false;
   bool (*makeContextCurrent)() = nullptr;  // set by tests that draw
   void* (*glFunction)(const char*) = nullptr;

@@ -14,7 +14,8 @@ namespace {
 constexpr int kGridSide = 256, kCellSide = kGridSide / kMaxTiles;  // pixels
 constexpr QPoint kTextPlace(4, 2);                                 // in a cell
 constexpr int kTextSize = 11;                                      // pixels
-const QColor kOffsetLineColour(255, 220, 60);
+constexpr int kMarkSide = 16;                                      // pixels
+const QColor kOffsetLineColour(255, 220, 60), kMarkColour(255, 255, 0);
 
 QColor ColourOf(AssignmentCell::State state) {
   switch (state) {
@@ -28,17 +29,6 @@ QColor ColourOf(AssignmentCell::State state) {
       return {215, 110, 100};
   }
   return Qt::black;
-}
-
-// Grid rows run from the bottom.
-void PaintCell(QPainter& painter, int column, int row) {
-  const QRect place(column * kCellSide, (kMaxTiles - 1 - row) * kCellSide, kCellSide, kCellSide);
-  const AssignmentCell cell = AssignmentCellAt(column, row);
-  painter.fillRect(place, ColourOf(cell.state));
-  if (cell.state != AssignmentCell::State::Assigned) return;
-  painter.setPen(Qt::white);
-  painter.drawText(place.translated(kTextPlace), Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip,
-                   QString("%1x%2").arg(cell.tileRow).arg(cell.tileColumn));
 }
 
 void PaintLines(QPainter& painter) {
@@ -79,7 +69,7 @@ SurfaceGrid::SurfaceGrid(QWidget* parent) : QWidget(parent) {
   setFixedSize(kGridSide, kGridSide);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setAccessibleName("Surface Tiles");
-  Refresh();
+  setAccessibleDescription(SurfaceGrid::Description());
 }
 
 void SurfaceGrid::ShowMap(bool shown) {
@@ -88,8 +78,29 @@ void SurfaceGrid::ShowMap(bool shown) {
 }
 
 void SurfaceGrid::Refresh() {
-  setAccessibleDescription(QString::fromStdString(DescribeAssignments()));
+  setAccessibleDescription(Description());
   update();
+}
+
+bool SurfaceGrid::Toggle(int column, int row) { return ToggleAssignment(column, row); }
+
+bool SurfaceGrid::IsMarked(int, int) const { return false; }
+
+QString SurfaceGrid::Description() const { return QString::fromStdString(DescribeAssignments()); }
+
+// Grid rows run from the bottom.
+void SurfaceGrid::PaintCell(QPainter& painter, int column, int row) const {
+  const QRect place(column * kCellSide, (kMaxTiles - 1 - row) * kCellSide, kCellSide, kCellSide);
+  const AssignmentCell cell = AssignmentCellAt(column, row);
+  painter.fillRect(place, ColourOf(cell.state));
+  if (cell.state != AssignmentCell::State::Assigned) return;
+  if (IsMarked(column, row)) {
+    painter.fillRect(place.left(), place.bottom() + 1 - kMarkSide, kMarkSide, kMarkSide,
+                     kMarkColour);
+  }
+  painter.setPen(Qt::white);
+  painter.drawText(place.translated(kTextPlace), Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip,
+                   QString("%1x%2").arg(cell.tileRow).arg(cell.tileColumn));
 }
 
 QImage SurfaceGrid::Picture() const {
@@ -115,7 +126,7 @@ void SurfaceGrid::paintEvent(QPaintEvent*) { QPainter(this).drawImage(rect(), Pi
 void SurfaceGrid::mousePressEvent(QMouseEvent* event) {
   const QPoint at = event->position().toPoint();
   if (event->button() != Qt::LeftButton || !rect().contains(at)) return;
-  if (!ToggleAssignment(at.x() / kCellSide, (kGridSide - 1 - at.y()) / kCellSide)) return;
+  if (!Toggle(at.x() / kCellSide, (kGridSide - 1 - at.y()) / kCellSide)) return;
   Refresh();
   emit toggled();
 }

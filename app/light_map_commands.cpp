@@ -1,0 +1,191 @@
+#include "app/light_map_commands.h"
+
+#include <string>
+#include <utility>
+
+#include "app/level.h"
+#include "app/operations.h"
+#include "core/editor_state.h"
+#include "core/text.h"
+#include "data/game_file.h"
+#include "data/mod_config.h"
+#include "data/textures.h"
+#include "platform/disk.h"
+#include "platform/processes.h"
+#include "platform/prompts.h"
+#include "terrain/level_textures.h"
+#include "terrain/shadow_work.h"
+
+namespace mw {
+namespace {
+
+constexpr char kGameNotStarted[] = "The game could not be started.";
+
+bool Confirm(const char* question, const char* caption) {
+  return ShowPrompt(question, caption, PromptButtons::YesNo, PromptIcon::Information) ==
+         PromptAnswer::Yes;
+}
+
+// The game reads the level as it is on disk. False when the command is not to go on.
+bool IsReadyForTheGame(const char* question) {
+  if (!editor.levelLoaded) return false;
+  if (!editor.levelModified) return true;
+  return Confirm(question, "Save?") && SaveLevel();
+}
+
+// Shows what could not be written; true when nothing failed.
+bool ReportFailure() {
+  if (GameFileError().empty()) return true;
+  ShowArrowCursor();
+  SetStatusText(1, "");
+  ShowPrompt(GameFileError(), "Error", PromptButtons::Ok, PromptIcon::Stop);
+  return false;
+}
+
+// Runs the game's program on the scratch folder. `task` is the switch, `argument` follows the
+// level's path in the same quotes. A closing backslash belongs to the path, not to the quote.
+bool RunTracer(const char* task, const char* argument) {
+  const char* const game = modConfig.GamePath.c_str();
+  return RunProcessAndWait(FormatText("\"%svarnhold.exe\" +workingFolder \"%sShadowWork\\\" +%s "
+                                      "\"varnhold\\levels\\%s\\%s\"",
+                                      game, game, task, modConfig.LevelName.c_str(), argument),
+                           game);
+}
+
+void ReloadLevelTextures() {
+  DeleteLevelTextures();
+  LoadLevelTextures(LevelTextureLoad::Reloading);
+}
+
+// The closing words of a command, with what there is to add.
+void ShowCompleted(const char* text, const std::string& addition) {
+  SetStatusText(1, addition.empty() ? text : text + (" " + addition));
+}
+
+void TakeMergedTiles(int& missing) {
+  const std::vector<TileIndex> tiles = TilesToTrace();
+  int number = 0;
+  for (const TileIndex& tile : tiles) {
+    SetStatusText(1, FormatText("Compressing Surface Map %i of %i...", ++number,
+                                static_cast<int>(tiles.size())));
+    if (!TakeMergedTile(tile)) ++missing;
+  }
+}
+
+bool PrepareTracing() {
+  WriteAsOneChange([] {
+    WriteTileList();
+    WriteLightingScripts();
+  });
+  return ReportFailure();
+}
+
+// What the last run left, so that only new light maps come into the level.
+void EmptyScratchObjectLightMaps() {
+  const std::string folder = ScratchObjectLightMapsFolder();
+  if (!MakeScratchFolder(folder)) return;
+  for (const std::string& name : ListFiles(folder, "")) {
+    if (!DeleteDiskFile(folder + "\\" + name)) {
+      SetGameFileError("The file " + folder + "\\" + name + " could not be deleted.");
+    }
+  }
+}
+
+bool PrepareObjectTracing() {
+  WriteAsOneChange([] {
+    WriteLightingScripts();
+    EmptyScratchObjectLightMaps();
+  });
+  return ReportFailure();
+}
+
+void TakeNewObjectLightMaps() {
+  const std::string folder = ScratchObjectLightMapsFolder();
+  if (textureSet.objectPalette.loaded && !WriteObjectPalette(folder)) {
+    SetGameFileError("The file " + folder + "\\Palette.pal could not be written.");
+  }
+  TakeObjectLightMaps();
+}
+
+}  // namespace
+
+void GenerateTerrainShadows() {
+  if (!IsReadyForTheGame("In order to generate terrain shadows, you must save your map.\n\n"
+                         "Would you like to save your map now?")) {
+    return;
+  }
+  ShowWaitCursor();
+  if (TilesToTrace().empty()) return;
+  SetStatusText(1, "Generating Terrain Shadows...");
+  if (!PrepareTracing()) return;
+  const bool started = RunTracer("traceTerrainShadows", "");
+  ShowCompleted("Completed Terrain Shadow Generation.", started ? "" : kGameNotStarted);
+  if (Confirm("After generating Terrain Shadow Maps, they must be merged \n"
+              "into the surface map before any changes can be seen.  However, \n"
+              "you can Merge Surface Maps later from the Tools menu if you wish.\n\n"
+              "Would you like to Merge Surface Light Maps now?",
+              "Merge Surface Light Maps")) {
+    MergeTerrainLightmaps();
+  }
+  WriteAsOneChange(TakeShadowBits);
+  ReportFailure();
+  ReloadLevelTextures();
+}
+
+void MergeTerrainLightmaps() {
+  if (!IsReadyForTheGame("In order to merge terrain lightmaps, you must save your map.\n\n"
+                         "Would you like to save your map now?")) {
+    return;
+  }
+  ShowWaitCursor();
+  SetStatusText(1, "Merging Terrain Lightmaps...");
+  const bool started = RunTracer("mergeTerrainShadows", " 1.5 0.6");
+  int missing = 0;
+  WriteAsOneChange([&] { TakeMergedTiles(missing); });
+  if (ReportFailure()) {
+    std::string addition = started ? "" : kGameNotStarted;
+    if (missing > 0) {
+      addition +=
+          FormatText("%s%i merged %s missing or of another size.", addition.empty() ? "" : " ",
+                     missing, missing == 1 ? "tile was" : "tiles were");
+    }
+    ShowCompleted("Completed Merging Terrain Lightmaps.", addition);
+  }
+  ReloadLevelTextures();
+}
+
+void GenerateObjectLightmaps() {
+  if (!IsReadyForTheGame("In order to generate object lightmaps, you must save your map.\n\n"
+                         "Would you like to save your map now?")) {
+    return;
+  }
+  if (!Confirm("This process will generate a lightmap for every object placed in the level.\n"
+               "If you move an object, you will have to regenerate all lightmaps again.  It\n"
+               "is recommended that you do this process as the last step of the level\n"
+               "building process since this process can take quite a while.\n\n"
+               "Would you like to Generate Object Light Maps now?",
+               "Generate Object Light Maps")) {
+    return;
+  }
+  ShowWaitCursor();
+  SetStatusText(1, "Generating Object Light Maps...");
+  if (!PrepareObjectTracing()) return;
+  const bool started = RunTracer("traceObjectShadows", "");
+  WriteAsOneChange(TakeNewObjectLightMaps);
+  if (ReportFailure()) {
+    ShowCompleted("Completed Generating Object Light Maps.", started ? "" : kGameNotStarted);
+  }
+  ReloadLevelTextures();
+}
+
+void ConnectLightMapCommands(std::function<bool()> shadowDialog) {
+  operations.openShadowDialog = [shadowDialog = std::move(shadowDialog)] {
+    if (!shadowDialog()) return;
+    ShowWaitCursor();
+    GenerateTerrainShadows();
+  };
+  operations.mergeTerrainLightmaps = MergeTerrainLightmaps;
+  operations.generateObjectLightmaps = GenerateObjectLightmaps;
+}
+
+}  // namespace mw

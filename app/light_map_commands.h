@@ -1,0 +1,17 @@
+// The commands of the Tools menu that let the game trace shadows and light maps and bring them back
+// into the level. The game's program does the work; the windows stay alive meanwhile.
+#pragma once
+
+#include <functional>
+
+namespace mw {
+
+void GenerateTerrainShadows();
+void MergeTerrainLightmaps();
+void GenerateObjectLightmaps();
+
+// Fills in the commands of the shell; `shadowDialog` is the Generate Terrain Shadows dialog, true
+// on OK.
+void ConnectLightMapCommands(std::function<bool()> shadowDialog);
+
+}  // namespace mw

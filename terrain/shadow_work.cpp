@@ -1,0 +1,207 @@
+#include "terrain/shadow_work.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "core/editor_state.h"
+#include "core/text.h"
+#include "data/game_file.h"
+#include "data/mod_config.h"
+#include "platform/disk.h"
+#include "terrain/surface_assignments.h"
+
+namespace mw {
+
+ShadowSettings shadowSettings;
+
+namespace {
+
+constexpr int kMergedTileSide = 1024;  // pixels
+constexpr std::string_view kLightDirection = "raytracer.light.direction";
+
+bool& Selected(std::int64_t tileRow, std::int64_t tileColumn) {
+  return shadowSettings
+      .ShadowSelected[static_cast<std::size_t>(tileRow)][static_cast<std::size_t>(tileColumn)];
+}
+
+std::string ScratchLevelFolder() {
+  return FormatText("%sShadowWork\\varnhold\\levels\\%s", modConfig.GamePath.c_str(),
+                    modConfig.LevelName.c_str());
+}
+
+std::string LevelFile(const char* name) {
+  return FormatText("%s\\%s", editor.levelFolder.c_str(), name);
+}
+
+std::string SunDirectionLine() {
+  const auto [x, y, z] = modConfig.currentSky.sunDirection;
+  return FormatText("raytracer.light.direction %f/%f/%f\n", static_cast<double>(x),
+                    static_cast<double>(y), static_cast<double>(z));
+}
+
+// The new text of a line of a template, or nothing to copy it.
+class TerrainLightingLines {
+ public:
+  std::optional<std::string> Replace(std::string_view line) {
+    Tokenizer words(line);
+    const auto command = words.Next(" ");
+    if (command == "GeometryTemplate.shadowPrecision") {
+      return FormatText("GeometryTemplate.shadowPrecision %f\n",
+                        static_cast<double>(shadowSettings.ShadowPrecision));
+    }
+    // The first light that does not shine from straight above is the sun.
+    if (command == kLightDirection && !sunWritten_ && words.Next(" ") != "0/1/0") {
+      sunWritten_ = true;
+      return SunDirectionLine();
+    }
+    return std::nullopt;
+  }
+
+ private:
+  bool sunWritten_ = false;
+};
+
+std::optional<std::string> ObjectLightingLine(std::string_view line) {
+  if (Tokenizer(line).Next(" ") == kLightDirection) return SunDirectionLine();
+  return std::nullopt;
+}
+
+template <typename Replace>
+void WriteFromTemplate(const char* name, const Replace& replace) {
+  const std::string path = FormatText("scripts\\%s", name);
+  const auto bytes = ReadWholeFile(path);
+  if (!bytes) {
+    SetGameFileError("The template " + path + " could not be read.");
+    return;
+  }
+  std::unique_ptr<GameFile> file = GameFileOpen(LevelFile(name), "w");
+  if (!file) return;
+  std::string_view rest(reinterpret_cast<const char*>(bytes->data()), bytes->size());
+  while (!rest.empty()) {
+    const std::size_t lineFeed = rest.find('\n');
+    std::string_view line = rest.substr(0, lineFeed);
+    rest.remove_prefix(lineFeed == std::string_view::npos ? rest.size() : lineFeed + 1);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    GameFilePuts(replace(line).value_or(std::string(line) + "\n"), *file);
+  }
+  GameFileClose(std::move(file));
+}
+
+}  // namespace
+
+float ShadowDetailValue(int index) { return 0.5f * static_cast<float>(index + 1); }
+
+int ShadowDetailIndex() {
+  for (int index = 0; index < static_cast<int>(kShadowDetails.size()); ++index) {
+    if (ShadowDetailValue(index) == shadowSettings.ShadowPrecision) return index;
+  }
+  return 0;
+}
+
+bool ToggleShadowSelection(int column, int row) {
+  const AssignmentCell cell = AssignmentCellAt(column, row);
+  if (!HoldsTileOfLevel(cell)) return false;
+  bool& selected = Selected(cell.tileRow, cell.tileColumn);
+  selected = !selected;
+  return true;
+}
+
+bool IsShadowSelected(int column, int row) {
+  const AssignmentCell cell = AssignmentCellAt(column, row);
+  return HoldsTileOfLevel(cell) && Selected(cell.tileRow, cell.tileColumn);
+}
+
+void SelectAllShadows(bool selected) {
+  for (auto& row : shadowSettings.ShadowSelected) row.fill(selected);
+}
+
+std::vector<TileIndex> AssignedTiles() {
+  std::vector<TileIndex> tiles;
+  for (int column = 0; column < kMaxTiles; ++column) {
+    for (int row = 0; row < kMaxTiles; ++row) {
+      if (levelTextures
+              .SurfaceAssigned[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)]) {
+        tiles.push_back({row, column});
+      }
+    }
+  }
+  return tiles;
+}
+
+std::vector<TileIndex> TilesToTrace() {
+  std::vector<TileIndex> tiles = AssignedTiles();
+  std::erase_if(tiles, [](const TileIndex& tile) { return !Selected(tile.row, tile.column); });
+  return tiles;
+}
+
+std::string DescribeTilesToTrace() {
+  const std::vector<TileIndex> tiles = TilesToTrace();
+  std::string text = FormatText("%i %s selected", static_cast<int>(tiles.size()),
+                                tiles.size() == 1 ? "tile" : "tiles");
+  const char* separator = ": ";
+  for (const TileIndex& tile : tiles) {
+    text += FormatText("%s%ix%i", separator, tile.row, tile.column);
+    separator = ", ";
+  }
+  return text;
+}
+
+std::string ScratchTexturesFolder() { return ScratchLevelFolder() + "\\textures"; }
+
+std::string ScratchMergedFolder() { return ScratchTexturesFolder() + "\\merged"; }
+
+std::string ScratchObjectLightMapsFolder() { return ScratchLevelFolder() + "\\ObjectLightMaps"; }
+
+bool MakeScratchFolder(std::string_view path) {
+  // The game folder itself is not made: without it there is no game.
+  for (std::size_t end = path.find('\\', modConfig.GamePath.size());;
+       end = path.find('\\', end + 1)) {
+    if (CreateFolder(path.substr(0, end)) == FolderResult::Failed) {
+      SetGameFileError("The folder " + std::string(path.substr(0, end)) + " could not be created.");
+      return false;
+    }
+    if (end == std::string_view::npos) return true;
+  }
+}
+
+void WriteTileList() {
+  std::vector<std::uint8_t> bytes;
+  for (const TileIndex& tile : TilesToTrace()) {
+    bytes.push_back(static_cast<std::uint8_t>(tile.row));
+    bytes.push_back(static_cast<std::uint8_t>(tile.column));
+  }
+  if (!MakeScratchFolder(ScratchTexturesFolder())) return;
+  const std::string path = ScratchTexturesFolder() + "\\lmList.dat";
+  if (!WriteWholeFile(path, bytes)) {
+    SetGameFileError("The file " + path + " could not be written.");
+  }
+}
+
+void WriteLightingScripts() {
+  TerrainLightingLines terrainLines;
+  WriteFromTemplate("terrainLightmap.con",
+                    [&](std::string_view line) { return terrainLines.Replace(line); });
+  WriteFromTemplate("objectsLightmap.con", ObjectLightingLine);
+}
+
+bool TakeMergedTile(const TileIndex& tile) {
+  const std::string name =
+      FormatText("%s\\Tx%02ix%02i", ScratchMergedFolder().c_str(), tile.row, tile.column);
+  return ConvertTgaTileToDds(name.c_str(), kMergedTileSide, kMergedTileSide, tile.row, tile.column);
+}
+
+void TakeShadowBits() {
+  const std::string path = ScratchTexturesFolder() + "\\LightmapShadowBits.lsb";
+  if (FileExists(path)) ImportDiskFile(path, LevelFile("Textures\\LightmapShadowBits.lsb"));
+}
+
+void TakeObjectLightMaps() {
+  const std::string folder = ScratchObjectLightMapsFolder();
+  for (const std::string& name : ListFiles(folder, "")) {
+    ImportDiskFile(folder + "\\" + name, LevelFile(("ObjectLightMaps\\" + name).c_str()));
+  }
+}
+
+}  // namespace mw
