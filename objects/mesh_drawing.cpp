@@ -1,12 +1,166 @@
 #include "objects/mesh_drawing.h"
 
-namespace mw {
+#include <array>
+#include <cstddef>
+#include <unordered_map>
 
-MeshListId CreateMeshList(std::span<const MeshSurface>) { return 0; }
-void DeleteMeshList(MeshListId) {}
-void CallMeshList(MeshListId) {}
-void BindMeshList(MeshListId) {}
-void DrawBoundMeshList() {}
-void UnbindMeshList() {}
+#include "platform/gl_context.h"
+#include "terrain/gl_buffers.h"
+
+namespace mw {
+namespace {
+
+constexpr float kUsualLineWidth = 1;
+
+// What one draw call shows.
+struct DrawRange {
+  GLenum mode = GL_TRIANGLES;
+  unsigned texture = 0;
+  float lineWidth = kUsualLineWidth;
+  std::size_t firstIndex = 0;
+  GLsizei indexCount = 0;
+
+  bool Continues(const DrawRange& before) const {
+    return mode == before.mode && texture == before.texture && lineWidth == before.lineWidth;
+  }
+};
+
+struct MeshPicture {
+  std::array<GLuint, 2> buffers{};  // vertices, indices
+  std::vector<DrawRange> ranges;
+};
+
+struct MeshPictures {
+  std::unordered_map<MeshListId, MeshPicture> byId;
+  MeshListId lastId = 0;  // an identifier is never used twice
+
+  // While a picture is bound, and what GL was told last.
+  const MeshPicture* bound = nullptr;
+  unsigned texture = 0;
+  float lineWidth = kUsualLineWidth;
+};
+MeshPictures pictures;
+
+// All surfaces one behind the other.
+struct Collected {
+  std::vector<MeshVertex> vertices;
+  std::vector<std::uint32_t> indices;
+  std::vector<DrawRange> ranges;
+};
+
+void Append(const MeshSurface& surface, Collected& out) {
+  if (surface.indices.empty()) return;
+  const bool lines = surface.kind == MeshSurface::Kind::Lines;
+  const DrawRange range{.mode = lines ? GLenum{GL_LINES} : GLenum{GL_TRIANGLES},
+                        .texture = surface.texture,
+                        .lineWidth = surface.lineWidth,
+                        .firstIndex = out.indices.size(),
+                        .indexCount = static_cast<GLsizei>(surface.indices.size())};
+  const auto base = static_cast<std::uint32_t>(out.vertices.size());
+  for (const std::uint32_t index : surface.indices) out.indices.push_back(base + index);
+  out.vertices.insert(out.vertices.end(), surface.vertices.begin(), surface.vertices.end());
+  if (!out.ranges.empty() && range.Continues(out.ranges.back()))
+    out.ranges.back().indexCount += range.indexCount;
+  else
+    out.ranges.push_back(range);
+}
+
+template <typename Element>
+void FillBuffer(GLenum target, GLuint buffer, const std::vector<Element>& elements) {
+  glBindBuffer(target, buffer);
+  glBufferData(target, static_cast<GLsizeiptr>(elements.size() * sizeof(Element)), elements.data(),
+               GL_STATIC_DRAW);
+  glBindBuffer(target, 0);
+}
+
+void ForgetOldErrors() {
+  constexpr int kMostErrors = 16;  // a lost context answers with errors for ever
+  for (int i = 0; i < kMostErrors && glGetError() != GL_NO_ERROR; ++i) continue;
+}
+
+// False when the card has no room; nothing is kept then.
+bool Upload(const Collected& collected, MeshPicture& picture) {
+  ForgetOldErrors();
+  glGenBuffers(static_cast<GLsizei>(picture.buffers.size()), picture.buffers.data());
+  FillBuffer(GL_ARRAY_BUFFER, picture.buffers[0], collected.vertices);
+  FillBuffer(GL_ELEMENT_ARRAY_BUFFER, picture.buffers[1], collected.indices);
+  if (glGetError() == GL_NO_ERROR) return true;
+  glDeleteBuffers(static_cast<GLsizei>(picture.buffers.size()), picture.buffers.data());
+  return false;
+}
+
+void UseLineWidth(float width) {
+  if (pictures.lineWidth == width) return;
+  glLineWidth(width);
+  pictures.lineWidth = width;
+}
+
+void DrawRangeOfBound(const DrawRange& range) {
+  if (pictures.texture != range.texture) {
+    glBindTexture(GL_TEXTURE_2D, range.texture);
+    pictures.texture = range.texture;
+  }
+  if (range.mode == GL_LINES) UseLineWidth(range.lineWidth);
+  glDrawElements(range.mode, range.indexCount, GL_UNSIGNED_INT,
+                 BufferOffset(range.firstIndex * sizeof(std::uint32_t)));
+}
+
+}  // namespace
+
+MeshListId CreateMeshList(std::span<const MeshSurface> surfaces) {
+  Collected collected;
+  for (const MeshSurface& surface : surfaces) Append(surface, collected);
+  if (collected.ranges.empty() || !MakeViewContextCurrent()) return 0;
+  MeshPicture picture;
+  if (!Upload(collected, picture)) return 0;
+  picture.ranges = std::move(collected.ranges);
+  pictures.byId.emplace(++pictures.lastId, std::move(picture));
+  return pictures.lastId;
+}
+
+void DeleteMeshList(MeshListId list) {
+  const auto found = pictures.byId.find(list);
+  if (found == pictures.byId.end()) return;
+  const auto& buffers = found->second.buffers;
+  if (MakeViewContextCurrent())
+    glDeleteBuffers(static_cast<GLsizei>(buffers.size()), buffers.data());
+  pictures.byId.erase(found);
+}
+
+void CallMeshList(MeshListId list) {
+  BindMeshList(list);
+  DrawBoundMeshList();
+  UnbindMeshList();
+}
+
+void BindMeshList(MeshListId list) {
+  const auto found = pictures.byId.find(list);
+  if (found == pictures.byId.end()) return;
+  const MeshPicture& picture = found->second;
+  pictures.bound = &picture;
+  pictures.texture = picture.ranges.front().texture;
+  glBindTexture(GL_TEXTURE_2D, pictures.texture);
+  glBindBuffer(GL_ARRAY_BUFFER, picture.buffers[0]);
+  glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, picture.buffers[1]);
+  glEnableClientState(GL_VERTEX_ARRAY);
+  glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+  glVertexPointer(3, GL_FLOAT, sizeof(MeshVertex), BufferOffset(offsetof(MeshVertex, position)));
+  glTexCoordPointer(2, GL_FLOAT, sizeof(MeshVertex), BufferOffset(offsetof(MeshVertex, u)));
+}
+
+void DrawBoundMeshList() {
+  if (!pictures.bound) return;
+  for (const DrawRange& range : pictures.bound->ranges) DrawRangeOfBound(range);
+}
+
+void UnbindMeshList() {
+  if (!pictures.bound) return;
+  pictures.bound = nullptr;
+  UseLineWidth(kUsualLineWidth);
+  glDisableClientState(GL_TEXTURE_COORD_ARRAY);
+  glDisableClientState(GL_VERTEX_ARRAY);
+  glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+  glBindBuffer(GL_ARRAY_BUFFER, 0);
+}
 
 }  // namespace mw
