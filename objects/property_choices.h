@@ -1,0 +1,28 @@
+// What the lists of a property sheet offer: vehicles, control points and teams.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "objects/game_modes.h"
+
+namespace mw {
+
+struct PropertyChoice {
+  std::string text;
+  std::int32_t value = 0;
+
+  bool operator==(const PropertyChoice&) const = default;
+};
+
+// The catalogue's vehicles and stationary weapons, sorted whatever the case.
+std::vector<std::string> VehicleNames();
+// The control point templates that share a mode with `modes`, each with its spawn group; the second
+// with "(none)", which is 0, before them.
+std::vector<PropertyChoice> ControlPointChoices(GameModeMask modes);
+std::vector<PropertyChoice> ControlPointOrNoneChoices(GameModeMask modes);
+// "Neutral" and the teams of the level.
+std::vector<PropertyChoice> TeamChoices();
+
+}  // namespace mw

@@ -1,0 +1,261 @@
+#include "objects/ui/property_rows.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/text.h"
+#include "objects/property_choices.h"
+
+namespace mw {
+namespace {
+
+// Layout pixels.
+constexpr int kLabelLeft = 10, kLabelWidth = 130, kHeadingWidth = 326;
+constexpr int kValueLeft = 144, kValueWidth = 196, kValuesPitch = 200;
+constexpr int kListHeight = 256, kListLineHeight = 16;
+
+constexpr int kLongestNumber = 256;  // characters
+constexpr int kNarrowest = 75;       // percent of a letter's width
+constexpr int kBoxPadding = 12;      // real pixels beside the text of a box
+
+using Store = std::function<QWidget*()>;
+
+QWidget* StoreNothing() { return nullptr; }
+
+QString Shown(const PropertyField& field) { return QString::fromUtf8(field.label.c_str()); }
+
+// Narrows the letters of a text that would not fit, as far as it can be read well.
+void NarrowToFit(QWidget& control, const QString& text, int width) {
+  const int needed = control.fontMetrics().horizontalAdvance(text);
+  if (needed <= width) return;
+  QFont font = control.font();
+  font.setStretch(std::max(kNarrowest, 100 * width / needed));
+  control.setFont(font);
+}
+
+QLabel* AddText(const RowPlace& place, int x, int width, const QString& text) {
+  auto* const label = new QLabel(place.page);
+  label->setGeometry(place.At(x, width));
+  label->setTextFormat(Qt::PlainText);
+  label->setAccessibleName(text);
+  NarrowToFit(*label, text, label->width());
+  label->setText(label->fontMetrics().elidedText(text, Qt::ElideRight, label->width()));
+  if (label->text() != text) label->setToolTip(text);
+  return label;
+}
+
+// Names a control after its field, in the tree of objects and for who cannot see the label.
+void Name(QWidget& control, const RowPlace& place, const QString& name) {
+  control.setObjectName(QString("row%1.%2").arg(place.row).arg(name));
+  control.setAccessibleName(name);
+}
+
+// One of a row's values side by side.
+QRect ValuePlace(const RowPlace& place, int index, int count) {
+  return place.At(kValueLeft + kValuesPitch / count * index, (50 - count) * 4 / count);
+}
+
+int ValueCount(const PropertyField& field) {
+  return std::clamp<int>(field.count, 1, kMaxFieldControls);
+}
+
+// A text of at most this many bytes, cut at a character's border.
+std::string BoundedText(const QString& text, std::int32_t longest) {
+  std::string bytes = text.toStdString();
+  const std::size_t limit = static_cast<std::size_t>(std::max(longest, 0));
+  if (bytes.size() <= limit) return bytes;
+  std::size_t end = limit;
+  while (end > 0 && (static_cast<unsigned char>(bytes[end]) & 0xC0) == 0x80) --end;
+  return bytes.substr(0, end);
+}
+
+// Text.
+
+Store AddTextBox(const RowPlace& place, const PropertyField& field, const TextVariable& variable) {
+  auto* const box = new QLineEdit(place.page);
+  box->setGeometry(place.At(kValueLeft, kValueWidth));
+  Name(*box, place, Shown(field));
+  box->setMaxLength(std::max(field.count, 0));
+  const QString text = QString::fromStdString(variable.read());
+  box->setText(text);
+  box->setCursorPosition(0);
+  return [&field, &variable, box, text]() -> QWidget* {
+    if (box->text().isEmpty()) return box;
+    // Bytes that are no text are shown with marks in their place: they stay unless they are edited.
+    if (box->text() != text) variable.write(BoundedText(box->text(), field.count));
+    return nullptr;
+  };
+}
+
+Store AddTextRow(const RowPlace& place, const PropertyField& field) {
+  const auto* const variable = std::get_if<TextVariable>(&field.value);
+  if (!variable) return StoreNothing;
+  if (field.editable) return AddTextBox(place, field, *variable);
+  QLabel* const text =
+      AddText(place, kValueLeft, kValueWidth, QString::fromStdString(variable->read()));
+  text->setObjectName(QString("row%1.%2").arg(place.row).arg(Shown(field)));
+  return StoreNothing;
+}
+
+// Numbers.
+
+QString ShownNumber(std::int32_t value) { return QString::number(value); }
+QString ShownNumber(float value) {
+  return QString::fromStdString(FormatText("%.4f", double{value}));
+}
+
+void ReadNumber(const std::string& text, std::int32_t& value) { value = ParseInt(text); }
+void ReadNumber(const std::string& text, float& value) { value = ParseFloat(text); }
+
+QLineEdit* AddNumberBox(const RowPlace& place, const PropertyField& field, int index,
+                        const QString& number) {
+  const int count = ValueCount(field);
+  auto* const box = new QLineEdit(place.page);
+  box->setGeometry(ValuePlace(place, index, count));
+  Name(*box, place, count == 1 ? Shown(field) : QString("%1 %2").arg(Shown(field)).arg(index + 1));
+  box->setMaxLength(kLongestNumber);
+  NarrowToFit(*box, number, box->width() - kBoxPadding);
+  box->setText(number);
+  box->setCursorPosition(0);
+  return box;
+}
+
+template <typename Number>
+Store AddNumbersRow(const RowPlace& place, const PropertyField& field) {
+  Number* const* const values = std::get_if<Number*>(&field.value);
+  if (!values) return StoreNothing;
+  std::vector<QLineEdit*> boxes;
+  for (int i = 0; i < ValueCount(field); ++i) {
+    boxes.push_back(AddNumberBox(place, field, i, ShownNumber((*values)[i])));
+  }
+  return [boxes, numbers = *values]() -> QWidget* {
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+      if (boxes[i]->text().isEmpty()) return boxes[i];
+      ReadNumber(boxes[i]->text().toStdString(), numbers[i]);
+    }
+    return nullptr;
+  };
+}
+
+// Choices.
+
+QComboBox* AddList(const RowPlace& place, const PropertyField& field) {
+  auto* const list = new QComboBox(place.page);
+  list->setGeometry(place.At(kValueLeft, kValueWidth));
+  list->setMaxVisibleItems(kListHeight / kListLineHeight);
+  list->setToolTip(Shown(field));
+  Name(*list, place, Shown(field));
+  return list;
+}
+
+Store AddVehicleRow(const RowPlace& place, const PropertyField& field) {
+  const auto* const variable = std::get_if<TextVariable>(&field.value);
+  if (!variable) return StoreNothing;
+  QComboBox* const list = AddList(place, field);
+  const std::string current = variable->read();
+  for (const std::string& name : VehicleNames()) {
+    list->addItem(QString::fromStdString(name));
+    if (EqualNoCase(name, current)) list->setCurrentIndex(list->count() - 1);
+  }
+  return [&field, variable, list]() -> QWidget* {
+    if (list->currentText().isEmpty()) return list;
+    variable->write(BoundedText(list->currentText(), field.count));
+    return nullptr;
+  };
+}
+
+// `otherwise`: the entry for a value that is not among the choices; -1 for none. A list without a
+// chosen entry leaves the variable as it is.
+Store AddChoiceRow(const RowPlace& place, const PropertyField& field,
+                   const std::vector<PropertyChoice>& choices, int otherwise) {
+  std::int32_t* const* const value = std::get_if<std::int32_t*>(&field.value);
+  if (!value) return StoreNothing;
+  QComboBox* const list = AddList(place, field);
+  for (const PropertyChoice& choice : choices) {
+    list->addItem(QString::fromStdString(choice.text), choice.value);
+  }
+  const int current = list->findData(**value);
+  list->setCurrentIndex(current >= 0 ? current : otherwise);
+  return [list, variable = *value] {
+    if (list->currentIndex() >= 0) *variable = list->currentData().toInt();
+    return nullptr;
+  };
+}
+
+Store AddGameModesRow(const RowPlace& place, const PropertyField& field) {
+  GameModeChoice* const* const choices = std::get_if<GameModeChoice*>(&field.value);
+  if (!choices) return StoreNothing;
+  const int count = ValueCount(field);
+  std::vector<QCheckBox*> boxes;
+  for (int i = 0; i < count; ++i) {
+    const GameModeChoice& choice = (*choices)[i];
+    auto* const box = new QCheckBox(QString::fromStdString(std::string(choice.label)), place.page);
+    box->setObjectName(QString("row%1.%2").arg(place.row).arg(box->text()));
+    box->setGeometry(place.At(kValueLeft + kValuesPitch / count * i, kValuesPitch / count));
+    box->setChecked(choice.checked);
+    box->setEnabled(choice.enabled);
+    boxes.push_back(box);
+  }
+  return [boxes, rows = *choices] {
+    for (std::size_t i = 0; i < boxes.size(); ++i) rows[i].checked = boxes[i]->isChecked();
+    return nullptr;
+  };
+}
+
+Store AddHeading(const RowPlace& place, const PropertyField& field) {
+  AddText(place, kLabelLeft, kHeadingWidth, QString("---- %1 ----").arg(Shown(field)))
+      ->setAlignment(Qt::AlignCenter);
+  return StoreNothing;
+}
+
+Store AddControls(const RowPlace& place, const PropertyField& field) {
+  switch (field.type) {
+    case FieldType::Text:
+      return AddTextRow(place, field);
+    case FieldType::Integers:
+      return AddNumbersRow<std::int32_t>(place, field);
+    case FieldType::Floats:
+      return AddNumbersRow<float>(place, field);
+    case FieldType::Vehicle:
+      return AddVehicleRow(place, field);
+    case FieldType::ControlPoint:
+      return AddChoiceRow(place, field, ControlPointChoices(field.filterModes), 0);
+    case FieldType::ControlPointOrNone:
+      return AddChoiceRow(place, field, ControlPointOrNoneChoices(field.filterModes), 0);
+    case FieldType::Team:
+      return AddChoiceRow(place, field, TeamChoices(), -1);
+    case FieldType::GameModes:
+      return AddGameModesRow(place, field);
+    case FieldType::Heading:
+      return AddHeading(place, field);
+  }
+  return StoreNothing;
+}
+
+}  // namespace
+
+QRect RowPlace::At(int x, int width) const {
+  const auto real = [this](int pixels) { return static_cast<int>(std::lround(pixels * scale)); };
+  return {real(x), real(kFirstRowTop + kRowPitch * row), real(width), real(kRowPitch)};
+}
+
+PropertyRow AddPropertyRow(const RowPlace& place, const PropertyField& field) {
+  if (field.type == FieldType::Heading) return {&field, AddHeading(place, field)};
+  QLabel* const label = AddText(place, kLabelLeft, kLabelWidth, Shown(field));
+  const qsizetype before = place.page->children().size();
+  Store store = AddControls(place, field);
+  // The first control is the label's.
+  if (place.page->children().size() > before) {
+    label->setBuddy(static_cast<QWidget*>(place.page->children().at(before)));
+  }
+  return {&field, std::move(store)};
+}
+
+}  // namespace mw

@@ -1,0 +1,95 @@
+#include "objects/ui/property_sheet_dialog.h"
+
+#include <QDialog>
+#include <QScreen>
+#include <QScrollBar>
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "core/text.h"
+#include "objects/ui/property_rows.h"
+#include "platform/prompts.h"
+#include "ui_2005_edit_properties.h"
+
+namespace mw {
+namespace {
+
+// Layout pixels.
+constexpr int kSheetWidth = 350, kLowestRowsEnd = 70, kButtonsHeight = 50;
+// Real pixels that the desktop puts around the dialog.
+constexpr int kWindowFrame = 48;
+
+class PropertySheetDialog : public QDialog {
+ public:
+  PropertySheetDialog(QWidget* owner, const PropertySheet& sheet) : QDialog(owner) {
+    form_.setupUi(this);
+    setWindowTitle(QString::fromStdString(sheet.title));
+    scale_ = std::max(1.0, (fontMetrics().height() + kRoomAroundText) / double{kRowPitch});
+    AddRows(sheet);
+    FitSize();
+  }
+
+  // Stays open when a field lacks its value.
+  void accept() override {
+    for (const PropertyRow& row : rows_) {
+      if (!row.field->editable) continue;
+      if (QWidget* const lacking = row.store()) {
+        Refuse(*row.field, *lacking);
+        return;
+      }
+    }
+    QDialog::accept();
+  }
+
+ private:
+  // Real pixels of a box above and below its text, frame included.
+  static constexpr int kRoomAroundText = 6;
+
+  void AddRows(const PropertySheet& sheet) {
+    const int count = std::clamp<int>(sheet.fieldCount, 0, kMaxPropertyFields);
+    for (int i = 0; i < count; ++i) {
+      rows_.push_back(
+          AddPropertyRow({form_.rowsPage, i, scale_}, sheet.fields[static_cast<std::size_t>(i)]));
+    }
+    // The rows come before the buttons.
+    if (const QObjectList& controls = form_.rowsPage->children(); !controls.isEmpty()) {
+      setTabOrder(static_cast<QWidget*>(controls.last()), form_.okButton);
+      setTabOrder(form_.okButton, form_.cancelButton);
+    }
+  }
+
+  // As high as its rows, and no higher than the screen.
+  void FitSize() {
+    const int rowsEnd = kFirstRowTop + kRowPitch * static_cast<int>(rows_.size());
+    const QSize rows(Scaled(kSheetWidth), Scaled(std::max(rowsEnd, kLowestRowsEnd)));
+    const int height = rows.height() + Scaled(kButtonsHeight);
+    const int room = screen()->availableGeometry().height() - kWindowFrame;
+    const int scrollBar =
+        height > room ? form_.rowsArea->verticalScrollBar()->sizeHint().width() : 0;
+    form_.rowsPage->setFixedSize(rows);
+    form_.buttonsPanel->setFixedHeight(Scaled(kButtonsHeight));
+    setFixedSize(rows.width() + scrollBar, std::min(height, room));
+  }
+
+  void Refuse(const PropertyField& field, QWidget& control) {
+    ShowPrompt(FormatText("Field '%s' must contain a value!", field.label.c_str()), "ERROR",
+               PromptButtons::Ok, PromptIcon::Exclamation);
+    form_.rowsArea->ensureWidgetVisible(&control);
+    control.setFocus();
+  }
+
+  int Scaled(int pixels) const { return static_cast<int>(std::lround(pixels * scale_)); }
+
+  Ui::EditProperties form_;
+  double scale_ = 1;
+  std::vector<PropertyRow> rows_;
+};
+
+}  // namespace
+
+bool RunPropertySheet(QWidget* owner, PropertySheet& sheet) {
+  return PropertySheetDialog(owner, sheet).exec() == QDialog::Accepted;
+}
+
+}  // namespace mw

@@ -1,0 +1,16 @@
+// The "Edit Properties" dialog, in which all objects and entities are edited: one row for each
+// field of a property sheet.
+#pragma once
+
+#include "objects/property_sheet.h"
+
+class QWidget;
+
+namespace mw {
+
+// Runs the dialog over `owner`, which may be null. OK puts the fields into the sheet's variables
+// one after the other; a field without a value is named in a message and keeps the dialog open,
+// with the fields before it stored. False when the user cancels, then or at once.
+bool RunPropertySheet(QWidget* owner, PropertySheet& sheet);
+
+}  // namespace mw

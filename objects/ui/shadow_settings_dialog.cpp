@@ -1,0 +1,34 @@
+#include <QDialog>
+
+#include "objects/ui/environment_dialogs.h"
+#include "objects/ui/environment_fields.h"
+#include "ui_166_shadow_settings.h"
+
+namespace mw {
+namespace {
+
+void ShowSettings(const Ui::ShadowSettings& ui) {
+  ui.ambientSwatch->SetColour(modConfig.terrainShadowAmbient);
+  ShowInteger(*ui.cullEdit, modConfig.terrainShadowSamplingCull);
+  ShowFloat(*ui.intensityEdit, modConfig.ShadowColor);
+}
+
+void StoreSettings(const Ui::ShadowSettings& ui) {
+  ChangeSetting(modConfig.terrainShadowAmbient, ui.ambientSwatch->Colour());
+  ChangeSetting(modConfig.terrainShadowSamplingCull, IntegerIn(*ui.cullEdit));
+  ChangeSetting(modConfig.ShadowColor, FloatIn(*ui.intensityEdit));
+}
+
+}  // namespace
+
+bool ShadowSettingsDialog(QWidget* owner) {
+  QDialog dialog(owner);
+  Ui::ShadowSettings ui;
+  ui.setupUi(&dialog);
+  ShowSettings(ui);
+  if (dialog.exec() != QDialog::Accepted) return false;
+  StoreSettings(ui);
+  return true;
+}
+
+}  // namespace mw

@@ -1,0 +1,37 @@
+#include <QDialog>
+#include <algorithm>
+
+#include "objects/ui/environment_dialogs.h"
+#include "objects/ui/environment_fields.h"
+#include "ui_2006_team_selection.h"
+
+namespace mw {
+namespace {
+
+void ShowTeams(QComboBox& list, std::int32_t chosen) {
+  const int count = std::clamp(modConfig.teamCount, 0, kMaxTeams);
+  for (int team = 0; team < count; ++team) {
+    list.addItem(QString::fromUtf8(modConfig.teams[static_cast<std::size_t>(team)].name.c_str()));
+  }
+  list.setCurrentIndex(chosen < count ? chosen : -1);
+}
+
+void StoreTeam(const QComboBox& list, std::int32_t& chosen) {
+  if (list.currentIndex() >= 0) ChangeSetting<std::int32_t>(chosen, list.currentIndex());
+}
+
+}  // namespace
+
+bool TeamSelectionDialog(QWidget* owner) {
+  QDialog dialog(owner);
+  Ui::TeamSelection ui;
+  ui.setupUi(&dialog);
+  ShowTeams(*ui.teamOneCombo, modConfig.chosenTeam[0]);
+  ShowTeams(*ui.teamTwoCombo, modConfig.chosenTeam[1]);
+  if (dialog.exec() != QDialog::Accepted) return false;
+  StoreTeam(*ui.teamOneCombo, modConfig.chosenTeam[0]);
+  StoreTeam(*ui.teamTwoCombo, modConfig.chosenTeam[1]);
+  return true;
+}
+
+}  // namespace mw
