@@ -115,15 +115,6 @@ void SetCameraMode(CameraMode mode) {
   editor.cameraMode = mode;
 }
 
-void FocusCameraOn(float x, float y, float z) {
-  constexpr float kPitch = -35, kAbove = 35, kBehind = 50;
-  camera.pitch = kPitch;
-  camera.yaw = 0;
-  camera.position.Set(static_cast<float>(modConfig.WorldSize) - x, y + kAbove, z + kBehind);
-  camera.UpdateDirection();
-  hooks.invalidateMiniMap();
-}
-
 void ClampCamera() {
   if (editor.cameraMode == CameraMode::TopDown) {
     camera.pitch = -90;

@@ -10,8 +10,6 @@ void TiltCamera(float deltaPitch);  // degrees
 void MoveCameraForward(float distance);
 void StrafeCamera(float distance);
 void SetCameraMode(CameraMode mode);
-// Looks at an entity given in level coordinates (x mirrored against the view).
-void FocusCameraOn(float x, float y, float z);
 // Limits the camera, multiplies its transform onto the model-view matrix and extracts the frustum.
 void ApplyCamera();
 // The limits alone: pitch by mode, position to the level.

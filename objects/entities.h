@@ -48,7 +48,7 @@ struct SpawnTemplate {
   // An instance with the template's name and modes, shown in the tree. The caller places it and
   // appends it.
   virtual std::unique_ptr<SpawnInstance> CreateInstance(int templateIndex) = 0;
-  // Opens the edit dialog; true on OK.
+  // Opens the edit dialog; true on OK. Nothing changes otherwise.
   virtual bool Edit(EntityKind kind);
   // Shows, renames or removes the item, as the mode filter has it.
   virtual void UpdateTreeItem(EntityKind kind);
@@ -101,7 +101,7 @@ struct SpawnInstance : Placement {
   EntityName name;                  // its template's
   std::int32_t templateIndex = -1;  // in its kind's templates
   GameModeMask modes = 0;
-  TreeItem treeItem = 0, parentTreeItem = 0;  // parent: its template's item, where that has one
+  TreeItem treeItem = 0;
 
   virtual ~SpawnInstance() = default;
   virtual EntityKind Kind() const = 0;

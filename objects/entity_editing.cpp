@@ -1,24 +1,126 @@
 #include "objects/entity_editing.h"
 
-namespace mw {
+#include <algorithm>
 
-void DropNewEntity(EntityKind) {}
-bool DropTemplate(TreeItem) { return false; }
-bool DropTemplateAt(int) { return false; }
-void AddObjectSpawnTemplate() {}
-void DeleteInstance(EntityKind, int) {}
-void DeleteByTreeItem(TreeItem) {}
-void DeleteTemplate(EntityKind, int) {}
-void RemoveUnusedTemplates() {}
-void ClearAllEntities() {}
-void RefreshTreeItems() {}
-void SetModeFilter(GameModeMask) {}
-bool EditByTreeItem(TreeItem) { return false; }
-bool SelectFromTree(TreeItem) { return false; }
-int NearestControlPoint(const Vector3&) { return 1; }
-int FindObjectSpawnTemplate(TreeItem) { return -1; }
-std::string StatusTextOf(const SpawnInstance&) { return {}; }
-void CleanName(EntityName&) {}
-void WidenTemplateModes(const SpawnInstance&) {}
+#include "core/editor_state.h"
+
+namespace mw {
+namespace {
+
+// The first with this id; ids repeat once all numbers are taken.
+void DeleteSpawnGroup(std::int32_t id) {
+  auto& groups = entities.spawnGroups;
+  const auto group = std::ranges::find(groups, id, &SpawnGroup::id);
+  if (group != groups.end()) groups.erase(group);
+}
+
+void DeleteGroupOf(const SpawnInstance& controlPoint) {
+  const ControlPointTemplate* own = ControlPointTemplateOf(controlPoint);
+  if (!own) return;
+  const auto sharesGroup = [&](const auto& other) {
+    const ControlPointTemplate* others = ControlPointTemplateOf(*other);
+    return other.get() != &controlPoint && others && others->spawnGroupId == own->spawnGroupId;
+  };
+  if (std::ranges::none_of(entities.Of(EntityKind::ControlPoint).instances, sharesGroup)) {
+    DeleteSpawnGroup(own->spawnGroupId);
+  }
+}
+
+void ClearTable(EntityTables& tables) {
+  while (!tables.instances.empty()) {
+    DeleteItem(tables.instances.back()->treeItem);
+    tables.instances.pop_back();
+  }
+  while (!tables.templates.empty()) {
+    DeleteItem(tables.templates.back()->treeItem);
+    tables.templates.pop_back();
+  }
+}
+
+std::string_view TitleOf(EntityKind kind) {
+  switch (kind) {
+    case EntityKind::SoldierSpawn:
+      return "Soldier Spawn";
+    case EntityKind::ObjectSpawn:
+      return "Object Spawn";
+    case EntityKind::ControlPoint:
+      return "Control Point";
+  }
+  return {};
+}
+
+bool IsLetterOrDigit(char c) {
+  const unsigned char lower = LowerByte(c);
+  return (lower >= 'a' && lower <= 'z') || (c >= '0' && c <= '9');
+}
+
+}  // namespace
+
+void DeleteInstance(EntityKind kind, int index) {
+  auto& instances = entities.Of(kind).instances;
+  if (index < 0 || static_cast<std::size_t>(index) >= instances.size()) return;
+  const auto deleted = instances.begin() + index;
+  if (kind == EntityKind::ControlPoint) DeleteGroupOf(**deleted);
+  DeleteItem((*deleted)->treeItem);
+  const int templateIndex = (*deleted)->templateIndex;
+  instances.erase(deleted);
+  entities.hovered = {};
+  editor.levelModified = true;
+  if (kind != EntityKind::ObjectSpawn && !IsTemplateUsed(kind, templateIndex)) {
+    DeleteTemplate(kind, templateIndex);
+  }
+}
+
+void DeleteTemplate(EntityKind kind, int index) {
+  EntityTables& tables = entities.Of(kind);
+  if (index < 0 || static_cast<std::size_t>(index) >= tables.templates.size()) return;
+  const auto deleted = tables.templates.begin() + index;
+  DeleteItem((*deleted)->treeItem);
+  tables.templates.erase(deleted);
+  for (const auto& instance : tables.instances) {
+    if (instance->templateIndex >= index) --instance->templateIndex;
+  }
+  editor.levelModified = true;
+}
+
+bool IsTemplateUsed(EntityKind kind, int index) {
+  return std::ranges::any_of(entities.Of(kind).instances, [index](const auto& instance) {
+    return instance->templateIndex == index;
+  });
+}
+
+void RemoveUnusedTemplates() {
+  for (const EntityKind kind : kEntityKinds) {
+    for (int i = static_cast<int>(entities.Of(kind).templates.size()); i-- > 0;) {
+      if (!IsTemplateUsed(kind, i)) DeleteTemplate(kind, i);
+    }
+  }
+}
+
+void ClearAllEntities() {
+  for (EntityTables& tables : entities.tables) ClearTable(tables);
+  entities.spawnGroups.clear();
+  entities.hovered = {};
+}
+
+std::string StatusTextOf(const SpawnInstance& instance) {
+  return std::string(TitleOf(instance.Kind())) + ": " + instance.name.String() + " ( " +
+         ModesForStatus(instance.modes) + ")";
+}
+
+void CleanName(EntityName& name) {
+  std::string text = name.String();
+  std::ranges::replace_if(
+      text, [](char c) { return !IsLetterOrDigit(c); }, '_');
+  name = text;
+}
+
+void WidenTemplateModes(const SpawnInstance& instance) {
+  SpawnTemplate* widened = TemplateOf(instance);
+  if (!widened) return;
+  for (const auto& sibling : entities.Of(instance.Kind()).instances) {
+    if (sibling->templateIndex == instance.templateIndex) widened->modes |= sibling->modes;
+  }
+}
 
 }  // namespace mw

@@ -21,6 +21,8 @@ void DeleteInstance(EntityKind kind, int index);
 // Deletes the instance or the unused template with this item.
 void DeleteByTreeItem(TreeItem item);
 void DeleteTemplate(EntityKind kind, int index);
+// Whether an instance was made from the template.
+bool IsTemplateUsed(EntityKind kind, int index);
 void RemoveUnusedTemplates();
 void ClearAllEntities();
 

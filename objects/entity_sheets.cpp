@@ -1,11 +1,232 @@
+#include <algorithm>
+#include <array>
+#include <limits>
+
+#include "core/editor_state.h"
 #include "objects/entities.h"
+#include "objects/entity_editing.h"
+#include "objects/object_catalogue.h"
+#include "objects/object_windows.h"
+#include "objects/property_sheet.h"
 
 namespace mw {
+namespace {
+
+constexpr auto kNameLength = static_cast<std::int32_t>(EntityName::kCapacity);
+
+// A sheet works on copies, which are stored only after OK: a dialog that found a wrong value has
+// already written the fields above it, and may still be cancelled.
+using VectorCopy = std::array<float, 3>;
+
+VectorCopy CopyOf(const Vector3& vector) { return {vector.x, vector.y, vector.z}; }
+Vector3 VectorOf(const VectorCopy& copy) { return {copy[0], copy[1], copy[2]}; }
+
+struct InstanceCopy {
+  VectorCopy position, rotation;
+  GameModeChoices modes;
+
+  explicit InstanceCopy(const SpawnInstance& instance)
+      : position(CopyOf(instance.position)),
+        rotation(CopyOf(instance.rotation)),
+        modes(ChoicesOf(instance.modes)) {}
+  void StoreIn(SpawnInstance& instance) const {
+    instance.position = VectorOf(position);
+    instance.rotation = VectorOf(rotation);
+    instance.modes = ModesOf(modes);
+  }
+};
+
+PropertyField* AddText(PropertySheet& sheet, EntityName& text, std::string_view label) {
+  return AddField(sheet, TextOf(text), kNameLength, FieldType::Text, label);
+}
+
+void AddVehicle(PropertySheet& sheet, EntityName& name, std::string_view label) {
+  AddField(sheet, TextOf(name), kNameLength, FieldType::Vehicle, label);
+}
+
+void AddInteger(PropertySheet& sheet, std::int32_t& value, std::string_view label,
+                FieldType type = FieldType::Integers) {
+  AddField(sheet, &value, 1, type, label);
+}
+
+void AddVector(PropertySheet& sheet, VectorCopy& vector, std::string_view label) {
+  AddField(sheet, vector.data(), static_cast<std::int32_t>(vector.size()), FieldType::Floats,
+           label);
+}
+
+// A choice among the control point templates that share one of these modes.
+void AddControlPoint(PropertySheet& sheet, std::int32_t& groupId, FieldType type,
+                     GameModeMask filterModes, std::string_view label) {
+  if (PropertyField* field = AddField(sheet, &groupId, 1, type, label)) {
+    field->filterModes = filterModes;
+  }
+}
+
+void AddGameModes(PropertySheet& sheet, GameModeChoices& modes) {
+  AddField(sheet, modes.data(), kGameModeCount, FieldType::GameModes, "Game Modes");
+}
+
+// After a change of a template: its instances are called like it, and the tree shows it.
+void PassNameOn(SpawnTemplate& renamed, EntityKind kind) {
+  renamed.UpdateTreeItem(kind);
+  for (const auto& instance : entities.Of(kind).instances) {
+    if (TemplateOf(*instance) != &renamed) continue;
+    instance->name = renamed.name;
+    instance->UpdateTreeItem();
+  }
+}
+
+// What every edit of an instance ends with.
+void FinishEdit(SpawnInstance& instance) {
+  WidenTemplateModes(instance);
+  if (SpawnTemplate* own = TemplateOf(instance)) {
+    CleanName(own->name);
+    PassNameOn(*own, instance.Kind());
+  } else {
+    CleanName(instance.name);
+    instance.UpdateTreeItem();
+  }
+  editor.levelModified = true;
+}
+
+// The lookup is by the name in lower case, and so the name is kept.
+std::int32_t FindObjectEntry(EntityName& object) {
+  object = LowerCase(object);
+  return FindCatalogueEntry(object);
+}
+
+void AddControlPointFields(PropertySheet& sheet, ControlPointTemplate& point,
+                           VectorCopy& relativePosition) {
+  AddText(sheet, point.name, "Name");
+  AddText(sheet, point.controlPointName, "controlPointName");
+  AddInteger(sheet, point.radius, "radius");
+  AddInteger(sheet, point.team, "team", FieldType::Team);
+  AddInteger(sheet, point.areaValue, "areaValue");
+  AddInteger(sheet, point.timeToGetControl, "timeToGetControl");
+  AddInteger(sheet, point.timeToLoseControl, "timeToLoseControl");
+  AddInteger(sheet, point.disableIfEnemyInsideRadius, "disableIfEnemyInsideRadius");
+  AddInteger(sheet, point.disableWhenLosingControl, "disableWhenLosingControl");
+  AddInteger(sheet, point.loseControlWhenEnemyClose, "loseControlWhenEnemyClose");
+  AddInteger(sheet, point.loseControlWhenNotClose, "loseControlWhenNotClose");
+  AddInteger(sheet, point.unableToChangeTeam, "unableToChangeTeam");
+  AddText(sheet, point.geometry, "geometry");
+  AddInteger(sheet, point.hasCollisionPhysics, "hasCollisionPhysics");
+  AddText(sheet, point.addTemplate, "addTemplate");
+  AddText(sheet, point.teamGeometry1, "teamGeometry 1");
+  AddText(sheet, point.teamGeometry2, "teamGeometry 2");
+  AddVector(sheet, relativePosition, "relative position");
+}
+
+void CleanNames(ControlPointTemplate& point) {
+  for (EntityName* name : {&point.controlPointName, &point.geometry, &point.addTemplate,
+                           &point.teamGeometry1, &point.teamGeometry2}) {
+    CleanName(*name);
+  }
+}
+
+// The spawn group of a control point belongs to the same team and to all its modes.
+void UpdateGroupOf(const ControlPointTemplate& point) {
+  const auto group = std::ranges::find(entities.spawnGroups, point.spawnGroupId, &SpawnGroup::id);
+  if (group == entities.spawnGroups.end()) return;
+  group->team = point.team;
+  group->modes |= point.modes;
+}
+
+}  // namespace
 
 bool SpawnTemplate::Edit(EntityKind) { return false; }
-bool ObjectSpawnTemplate::Edit(EntityKind) { return false; }
-bool SoldierSpawn::Edit() { return false; }
-bool ObjectSpawn::Edit() { return false; }
-bool ControlPoint::Edit() { return false; }
+
+bool ObjectSpawnTemplate::Edit(EntityKind kind) {
+  ObjectSpawnTemplate copy = *this;
+  PropertySheet sheet;
+  sheet.title = "Edit Object Spawn Template";
+  AddText(sheet, copy.name, "Name");
+  AddVehicle(sheet, copy.team1Object, "Team 1 Object");
+  AddVehicle(sheet, copy.team2Object, "Team 2 Object");
+  AddInteger(sheet, copy.minSpawnDelay, "minSpawnDelay");
+  AddInteger(sheet, copy.maxSpawnDelay, "maxSpawnDelay");
+  AddInteger(sheet, copy.spawnDelayAtStart, "spawnDelayAtStart");
+  AddInteger(sheet, copy.timeToLive, "timeToLive");
+  AddInteger(sheet, copy.distance, "distance");
+  AddInteger(sheet, copy.damageWhenLost, "damageWhenLost");
+  AddInteger(sheet, copy.maxNrOfObjectSpawned, "maxNrOfObjectSpawned");
+  if (!objectWindows.runPropertySheet(sheet)) return false;
+
+  constexpr std::int32_t kLongestDelay = std::numeric_limits<std::int32_t>::max();
+  copy.minSpawnDelay = std::clamp(copy.minSpawnDelay, 0, kLongestDelay - 1);
+  copy.maxSpawnDelay = std::max(copy.maxSpawnDelay, copy.minSpawnDelay + 1);
+  copy.team1Entry = FindObjectEntry(copy.team1Object);
+  copy.team2Entry = FindObjectEntry(copy.team2Object);
+  CleanName(copy.name);
+  *this = copy;
+  PassNameOn(*this, kind);
+  editor.levelModified = true;
+  return true;
+}
+
+bool SoldierSpawn::Edit() {
+  auto* own = static_cast<SoldierSpawnTemplate*>(TemplateOf(*this));
+  if (!own) return false;
+  SoldierSpawnTemplate templateCopy = *own;
+  InstanceCopy copy(*this);
+  PropertySheet sheet;
+  sheet.title = "Edit Soldier Spawn";
+  AddText(sheet, templateCopy.name, "Name");
+  AddControlPoint(sheet, templateCopy.group, FieldType::ControlPoint, own->modes, "Spawn Group");
+  AddInteger(sheet, templateCopy.spawnId, "SpawnID");
+  AddInteger(sheet, templateCopy.spawnAsParaTrooper, "spawnAsParaTrooper");
+  AddVector(sheet, copy.position, "Pos");
+  AddVector(sheet, copy.rotation, "Rot");
+  AddGameModes(sheet, copy.modes);
+  if (!objectWindows.runPropertySheet(sheet)) return false;
+
+  *own = templateCopy;
+  copy.StoreIn(*this);
+  FinishEdit(*this);
+  return true;
+}
+
+bool ObjectSpawn::Edit() {
+  EntityName shownName = name;
+  std::int32_t controlPoint = osId, side = team;
+  InstanceCopy copy(*this);
+  PropertySheet sheet;
+  sheet.title = "Edit Object Spawn";
+  if (PropertyField* field = AddText(sheet, shownName, "Name")) field->editable = false;
+  AddVector(sheet, copy.position, "Pos");
+  AddVector(sheet, copy.rotation, "Rot");
+  AddControlPoint(sheet, controlPoint, FieldType::ControlPointOrNone, modes, "OsID");
+  AddInteger(sheet, side, "Team", FieldType::Team);
+  AddGameModes(sheet, copy.modes);
+  if (!objectWindows.runPropertySheet(sheet)) return false;
+
+  osId = controlPoint;
+  team = side;
+  copy.StoreIn(*this);
+  FinishEdit(*this);
+  return true;
+}
+
+bool ControlPoint::Edit() {
+  ControlPointTemplate* own = ControlPointTemplateOf(*this);
+  if (!own) return false;
+  ControlPointTemplate templateCopy = *own;
+  VectorCopy relativePosition = CopyOf(own->relativePosition);
+  InstanceCopy copy(*this);
+  PropertySheet sheet;
+  sheet.title = "Edit Control Point";
+  AddControlPointFields(sheet, templateCopy, relativePosition);
+  AddVector(sheet, copy.position, "Pos");
+  AddGameModes(sheet, copy.modes);
+  if (!objectWindows.runPropertySheet(sheet)) return false;
+
+  CleanNames(templateCopy);
+  templateCopy.relativePosition = VectorOf(relativePosition);
+  *own = templateCopy;
+  copy.StoreIn(*this);
+  FinishEdit(*this);
+  UpdateGroupOf(*own);
+  return true;
+}
 
 }  // namespace mw

@@ -10,6 +10,9 @@ namespace mw {
 // at level X is drawn at WorldSize - X. The same function goes both ways.
 float MirrorX(float x);
 
+// The camera looks at a place given in level coordinates, from above it.
+void FocusCameraOn(float x, float y, float z);
+
 struct Placement {
   Vector3 position;        // level coordinates, y up
   Vector3 rotation;        // degrees: about the vertical axis, about X, about Z

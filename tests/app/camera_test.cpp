@@ -3,6 +3,7 @@
 #include "app/camera_control.h"
 #include "app/shell_fixture.h"
 #include "core/hooks.h"
+#include "objects/placement.h"
 
 namespace mw {
 namespace {
