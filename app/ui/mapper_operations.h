@@ -12,7 +12,6 @@ class TerrainToolbar;
 void ConnectTerrainTools(TerrainToolbar& toolbar);
 // The same for the ground materials.
 void ConnectMaterialTools(MaterialToolbar& toolbar);
-// The dialog that assigns surface tiles, over the window.
 // The Surface Map Assignments and Generate Terrain Shadows dialogs, and what follows from them.
 void ConnectSurfaceDialogs(MainWindow& window);
 
