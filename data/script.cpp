@@ -1,5 +1,6 @@
 #include "data/script.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -34,6 +35,15 @@ void PutLine(std::string_view line, GameFile& file) {
 }
 
 }  // namespace
+
+std::string_view TakeLine(std::string_view& text, std::size_t bufferSize) {
+  const std::size_t longest = bufferSize - 1;
+  std::string_view line = text.substr(0, longest);
+  line = line.substr(0, line.find('\n'));
+  text.remove_prefix(std::min(text.size(), line.size() + (line.size() < longest ? 1 : 0)));
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
 
 Vector3 ParseVector3(Tokenizer& tokens, std::string_view separators) {
   Vector3 vector;

@@ -23,6 +23,10 @@ inline constexpr std::string_view kBlankSlashOrLineFeed = " /\n";  // game-mode 
 inline constexpr std::size_t kSettingsLineBuffer = 255;
 inline constexpr std::size_t kEntityLineBuffer = 256;
 
+// Takes the next line, or piece of bufferSize - 1 bytes of a line, from the front of a text that
+// is not empty; without its line end.
+std::string_view TakeLine(std::string_view& text, std::size_t bufferSize);
+
 // "vector of 3": a missing component is the one before it, a missing first component 0.
 Vector3 ParseVector3(Tokenizer& tokens, std::string_view separators);
 // "3 floats": a missing component is 0.

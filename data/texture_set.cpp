@@ -4,6 +4,7 @@
 #include <span>
 
 #include "core/text.h"
+#include "data/script.h"
 #include "data/textures.h"
 #include "platform/disk.h"
 #include "platform/gl_context.h"
@@ -102,15 +103,6 @@ void ReadLine(std::string_view folder, std::string_view line) {
   }
 }
 
-// The next line, or piece of a line, of the text; without its line end.
-std::string_view TakeLine(std::string_view& text) {
-  std::string_view line = text.substr(0, kLineBuffer - 1);
-  line = line.substr(0, line.find('\n'));
-  text.remove_prefix(std::min(text.size(), line.size() + (line.size() < kLineBuffer - 1 ? 1 : 0)));
-  if (line.ends_with('\r')) line.remove_suffix(1);
-  return line;
-}
-
 bool WritePalette(std::string_view folder, const char* name, const Palette& palette) {
   if (!palette.loaded) return false;
   std::vector<std::uint8_t> bytes(palette.header.begin(), palette.header.end());
@@ -125,7 +117,7 @@ bool LoadTextureSet(std::string_view folder) {
   const auto index = ReadWholeFile(PathInFolder(folder, "index.dat"));
   if (!index) return false;
   std::string_view text(reinterpret_cast<const char*>(index->data()), index->size());
-  while (!text.empty()) ReadLine(folder, TakeLine(text));
+  while (!text.empty()) ReadLine(folder, TakeLine(text, kLineBuffer));
   return true;
 }
 

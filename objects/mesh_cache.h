@@ -28,13 +28,14 @@ inline constexpr int kViewModeCount = 4;
 // A material of a mesh, from its shader file.
 struct Subshader {
   FixedString<64> name;
-  std::int32_t textureSlot = 0;  // in the ObjectTextureTable
+  std::int32_t textureSlot = -1;  // in the ObjectTextureTable; -1 without a texture
   Vector3 tint{1, 1, 1};
   bool transparent = false, textureFade = false, twoSided = false;
 };
 
 struct CachedMesh {
   NameText name, meshName;
+  Vector3 boxA, boxB;                              // bounding box
   std::array<MeshListId, kViewModeCount> lists{};  // by ViewMode; several may be the same
   std::vector<Subshader> subshaders;               // at most kMaxSubshaders
   std::vector<int> treeTextures;                   // slots that a tree's groups hold
@@ -44,8 +45,8 @@ struct CachedMesh {
 struct StaticObject;
 
 // Fill the mesh and the entry's bounding box from the entry's files. False when the mesh file is
-// missing or broken or a table is full; the mesh is then empty. A context must be current for its
-// pictures; without one the lists are 0.
+// missing or broken or a table is full; the mesh is then empty. What the mesh held before is
+// forgotten, so free it first. Without a context its lists are 0.
 bool LoadStandardMesh(int entry, CachedMesh& mesh);
 bool LoadTreeMesh(int entry, CachedMesh& mesh);
 // Gives the object the lists of a newly loaded mesh, or none when it cannot be loaded.
@@ -54,7 +55,8 @@ void CacheMeshForObject(int entry, StaticObject& object);
 int FindCachedMesh(std::string_view name);
 // Index of the cached mesh with this tree item, or -1.
 int FindMeshByTreeItem(TreeItem item);
-// Removes the mesh's tree item, deletes its lists and releases its textures.
+// Removes the mesh's tree item, deletes its lists and releases its textures; the mesh is then
+// empty.
 void FreeMesh(CachedMesh& mesh);
 // Frees every cached mesh and every object texture.
 void ClearMeshes();

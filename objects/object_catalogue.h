@@ -32,6 +32,9 @@ struct ObjectCatalogue {
   std::string_view CategoryOf(int entry) const;
 };
 
+// The catalogue that the text of an object list describes. What is beyond its capacities is left
+// out.
+ObjectCatalogue ParseObjectList(std::string_view text);
 // Reads the object list that ModConfig names (a file on disk), in place of the catalogue, and looks
 // the entries of the placed objects up again. Without a list nothing happens; one that cannot be
 // opened leaves the catalogue empty, and the status bar says so.

@@ -21,6 +21,8 @@ struct ObjectTexture {
 struct ObjectTextureTable {
   std::array<ObjectTexture, kMaxObjectTextures> slots;
   int count = 0;  // index of the highest used slot plus one
+
+  bool IsFull() const;
 };
 
 struct AcquiredTexture {
@@ -33,6 +35,10 @@ struct AcquiredTexture {
 std::optional<AcquiredTexture> AcquireObjectTexture(std::string_view name);
 // One reference less; the last one frees the slot and deletes the texture.
 void ReleaseObjectTexture(int slot);
+// Deletes every texture, however many references it has.
+void ClearObjectTextures();
+// The GL texture in the slot; 0 for a free slot and for -1.
+unsigned TextureInSlot(int slot);
 // The GL texture of that name if it is loaded, else 0.
 unsigned FindObjectTexture(std::string_view name);
 
