@@ -21,12 +21,6 @@ StoredLine FirstLine(std::string_view bytes) {
   return line;
 }
 
-// Whether the file holds all that its archive says it has: a damaged member is read only in part.
-bool IsWhole(const GameFile& file) {
-  const ArchiveEntry* const entry = file.archive->Find(file.name);
-  return entry && file.data.size() >= entry->size;
-}
-
 // A line with its "\n", into a file that is written as it is.
 void PutLine(std::string_view line, GameFile& file) {
   if (line.ends_with('\n')) line.remove_suffix(1);
@@ -72,15 +66,25 @@ std::string_view ScriptHeader() {
 
 void WriteScriptHeader(GameFile& file) { GameFilePuts(ScriptHeader(), file); }
 
-bool ReadScript(std::string_view path, std::size_t bufferSize,
-                const std::function<void(std::string_view line)>& onLine) {
-  const std::unique_ptr<GameFile> file = GameFileOpen(path, "r");
-  if (!file) return false;
-  while (const std::optional<std::string> piece = GameFileGets(bufferSize, *file)) {
+bool IsWhole(const GameFile& file) {
+  const ArchiveEntry* const entry = file.archive->Find(file.name);
+  return entry && file.data.size() >= entry->size;
+}
+
+void ForEachLine(GameFile& file, std::size_t bufferSize,
+                 const std::function<void(std::string_view line)>& onLine) {
+  while (const std::optional<std::string> piece = GameFileGets(bufferSize, file)) {
     std::string_view line = *piece;
     if (line.ends_with('\n')) line.remove_suffix(1);
     onLine(line);
   }
+}
+
+bool ReadScript(std::string_view path, std::size_t bufferSize,
+                const std::function<void(std::string_view line)>& onLine) {
+  const std::unique_ptr<GameFile> file = GameFileOpen(path, "r");
+  if (!file) return false;
+  ForEachLine(*file, bufferSize, onLine);
   return true;
 }
 

@@ -36,8 +36,16 @@ Vector3 ParseFloats3(Tokenizer& tokens, std::string_view separators);
 std::string_view ScriptHeader();
 void WriteScriptHeader(GameFile& file);
 
-// Calls `onLine` for every line (or piece of `bufferSize` - 1 bytes) of the script, without its
-// line feed. False when no archive holds the file.
+// Whether an opened file holds all that its archive says it has: a damaged member is read only in
+// part.
+bool IsWhole(const GameFile& file);
+
+// Calls `onLine` for every line (or piece of `bufferSize` - 1 bytes) from the file's position on,
+// without its line feed.
+void ForEachLine(GameFile& file, std::size_t bufferSize,
+                 const std::function<void(std::string_view line)>& onLine);
+
+// The same for the whole script. False when no archive holds it.
 bool ReadScript(std::string_view path, std::size_t bufferSize,
                 const std::function<void(std::string_view line)>& onLine);
 

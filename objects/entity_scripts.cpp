@@ -1,8 +1,299 @@
 #include "objects/entity_scripts.h"
 
-namespace mw {
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
-void ReadGameModeFiles() {}
-void WriteGameModeFiles() {}
+#include "core/editor_state.h"
+#include "core/text.h"
+#include "data/game_file.h"
+#include "data/script.h"
+#include "objects/entities.h"
+#include "objects/entity_editing.h"
+#include "objects/object_store.h"
+#include "platform/prompts.h"
+
+namespace mw {
+namespace {
+
+struct ModeFolder {
+  const char* name;
+  GameModeMask mode;
+};
+constexpr std::array kModeFolders{ModeFolder{"conquest", kModeConquest},
+                                  ModeFolder{"ctf", kModeCaptureTheFlag},
+                                  ModeFolder{"tdm", kModeTeamDeathMatch}};
+
+// A script that every mode's folder has: what it is called and what its records are.
+struct EntityFile {
+  const char* name;
+  const char* createCommand;
+  const char* records;  // in messages
+  std::size_t capacity;
+  const char* preamble = "";
+};
+
+constexpr std::array kTemplateFiles{EntityFile{"SoldierSpawnTemplates.con", "ObjectTemplate.create",
+                                               "soldier spawn templates", kMaxTemplates},
+                                    EntityFile{"ObjectSpawnTemplates.con", "ObjectTemplate.create",
+                                               "object spawn templates", kMaxTemplates},
+                                    EntityFile{"ControlPointTemplates.con", "ObjectTemplate.create",
+                                               "control point templates", kMaxTemplates,
+                                               "NetworkableInfo.createNewInfo ControlPointInfo\n"
+                                               "NetworkableInfo.setPredictionMode PMNone\n"
+                                               "NetworkableInfo.setBasePriority c_NIGhostAlways\n"
+                                               "\n"}};
+constexpr std::array kInstanceFiles{
+    EntityFile{"SoldierSpawns.con", "Object.create", "soldier spawns", kMaxInstances},
+    EntityFile{"ObjectSpawns.con", "Object.create", "object spawns", kMaxInstances},
+    EntityFile{"ControlPoints.con", "Object.create", "control points", kMaxInstances}};
+constexpr EntityFile kSpawnGroupFile{"spawnPointManagerSettings.con", "spawnPointManager.group",
+                                     "spawn groups", kMaxSpawnGroups};
+
+const EntityFile& TemplateFileOf(EntityKind kind) {
+  return kTemplateFiles[static_cast<std::size_t>(kind)];
+}
+const EntityFile& InstanceFileOf(EntityKind kind) {
+  return kInstanceFiles[static_cast<std::size_t>(kind)];
+}
+
+std::string PathOf(const EntityFile& file, const ModeFolder& folder) {
+  return FormatText("%s/%s/%s", editor.levelFolder.c_str(), folder.name, file.name);
+}
+
+// The folder whose file brought a record in: modes are read in the order of their bits.
+const ModeFolder& FirstFolderOf(GameModeMask modes) {
+  return *std::find_if(kModeFolders.begin(), kModeFolders.end() - 1,
+                       [modes](const ModeFolder& folder) { return (modes & folder.mode) != 0; });
+}
+
+// Reading
+
+using OnCommand = std::function<void(std::string_view command, Tokenizer& arguments)>;
+
+// Passes on every command outside comment blocks, which end with the file.
+void ReadCommands(GameFile& script, const OnCommand& onCommand) {
+  bool inComment = false;
+  ForEachLine(script, kEntityLineBuffer, [&](std::string_view line) {
+    Tokenizer tokens(line);
+    const auto command = tokens.Next(kBlankSlashOrLineFeed);
+    if (!command) return;
+    if (EqualNoCase(*command, "beginrem")) {
+      inComment = true;
+    } else if (EqualNoCase(*command, "endrem")) {
+      inComment = false;
+    } else if (!inComment) {
+      onCommand(*command, tokens);
+    }
+  });
+}
+
+// What is left out in memory must stay in the file.
+void ReportLoss(const std::string& text) {
+  objectStore.loadedIncompletely = true;
+  ShowPrompt(text, "Error", PromptButtons::Ok, PromptIcon::Stop);
+}
+
+void ReportFull(const EntityFile& file, const ModeFolder& folder) {
+  ReportLoss(FormatText("Too many %s in %s/%s: only the first %zu were loaded.", file.records,
+                        folder.name, file.name, file.capacity));
+}
+
+void ReportDamage(const EntityFile& file, const ModeFolder& folder) {
+  ReportLoss(FormatText("The file %s/%s is damaged: not all of its %s could be loaded.",
+                        folder.name, file.name, file.records));
+}
+
+bool AreCopies(const SpawnTemplate& a, const SpawnTemplate& b) { return a.Equals(b); }
+bool AreCopies(const SpawnInstance& a, const SpawnInstance& b) { return a.Equals(b); }
+bool AreCopies(const SpawnGroup& a, const SpawnGroup& b) {
+  return a.id == b.id && a.team == b.team && a.status == b.status && EqualNoCase(a.icon, b.icon);
+}
+
+template <class Record>
+using Records = std::vector<std::unique_ptr<Record>>;
+
+// Each record, from the last to the second, goes into the nearest one below that is its copy.
+template <class Record>
+void MergeCopies(Records<Record>& records) {
+  for (std::size_t i = records.size(); i-- > 1;) {
+    for (std::size_t below = i; below-- > 0;) {
+      if (!AreCopies(*records[below], *records[i])) continue;
+      records[below]->modes |= records[i]->modes;
+      records[i].reset();
+      break;
+    }
+  }
+  std::erase(records, nullptr);
+}
+
+// The records of a file in all mode folders, copies merged. `make` gives the record that a create
+// command starts, or null for one to leave out. A current record ends with its file.
+template <class Record, class Make>
+Records<Record> ReadRecords(const EntityFile& file, const Make& make) {
+  // Before they are merged, there can be a copy in each folder.
+  const std::size_t limit = file.capacity * kModeFolders.size();
+  const ModeFolder* fullAt = nullptr;
+  Records<Record> records;
+  for (const ModeFolder& folder : kModeFolders) {
+    const std::unique_ptr<GameFile> script = GameFileOpen(PathOf(file, folder), "r");
+    if (!script) continue;
+    if (!IsWhole(*script)) ReportDamage(file, folder);
+    Record* current = nullptr;
+    ReadCommands(*script, [&](std::string_view command, Tokenizer& arguments) {
+      if (!EqualNoCase(command, file.createCommand)) {
+        if (current) current->ParseLine(command, arguments);
+        return;
+      }
+      current = nullptr;
+      std::unique_ptr<Record> record = make(arguments, folder.mode);
+      if (record && records.size() < limit) {
+        record->modes = folder.mode;
+        current = records.emplace_back(std::move(record)).get();
+      } else if (record && !fullAt) {
+        fullAt = &folder;
+      }
+    });
+  }
+  MergeCopies(records);
+  if (records.size() > file.capacity) {
+    fullAt = &FirstFolderOf(records[file.capacity]->modes);
+    records.resize(file.capacity);
+  }
+  if (fullAt) ReportFull(file, *fullAt);
+  return records;
+}
+
+std::unique_ptr<SpawnTemplate> EmptyTemplate(EntityKind kind) {
+  if (kind == EntityKind::SoldierSpawn) return std::make_unique<SoldierSpawnTemplate>();
+  if (kind == EntityKind::ObjectSpawn) return std::make_unique<ObjectSpawnTemplate>();
+  return std::make_unique<ControlPointTemplate>();
+}
+
+std::unique_ptr<SpawnInstance> EmptyInstance(EntityKind kind) {
+  if (kind == EntityKind::SoldierSpawn) return std::make_unique<SoldierSpawn>();
+  if (kind == EntityKind::ObjectSpawn) return std::make_unique<ObjectSpawn>();
+  return std::make_unique<ControlPoint>();
+}
+
+// The first template of that name in that mode, or -1.
+int FindTemplate(EntityKind kind, std::string_view name, GameModeMask mode) {
+  const auto& templates = entities.Of(kind).templates;
+  const auto found = std::find_if(templates.begin(), templates.end(), [&](const auto& candidate) {
+    return (candidate->modes & mode) != 0 && EqualNoCase(candidate->name, name);
+  });
+  return found == templates.end() ? -1 : static_cast<int>(found - templates.begin());
+}
+
+EntityName NextName(Tokenizer& arguments) {
+  return arguments.Next(kBlankOrLineEnd).value_or(std::string_view());
+}
+
+void ReadTemplates(EntityKind kind) {
+  const auto make = [kind](Tokenizer& arguments, GameModeMask) {
+    std::unique_ptr<SpawnTemplate> made = EmptyTemplate(kind);
+    arguments.Next(kBlankSlashOrLineFeed);  // the type, which the file's name tells already
+    made->name = NextName(arguments);
+    return made;
+  };
+  auto& templates = entities.Of(kind).templates;
+  templates = ReadRecords<SpawnTemplate>(TemplateFileOf(kind), make);
+  for (const auto& read : templates) read->UpdateTreeItem(kind);
+}
+
+// Instances without a template are left out.
+void ReadInstances(EntityKind kind) {
+  const auto& templates = entities.Of(kind).templates;
+  const auto make = [&](Tokenizer& arguments, GameModeMask mode) {
+    const int index = FindTemplate(kind, NextName(arguments), mode);
+    if (index < 0) return std::unique_ptr<SpawnInstance>();
+    const SpawnTemplate& from = *templates[static_cast<std::size_t>(index)];
+    std::unique_ptr<SpawnInstance> made = EmptyInstance(kind);
+    made->name = from.name;
+    made->templateIndex = index;
+    made->parentTreeItem = from.treeItem;
+    return made;
+  };
+  auto& instances = entities.Of(kind).instances;
+  instances = ReadRecords<SpawnInstance>(InstanceFileOf(kind), make);
+  for (const auto& read : instances) read->UpdateTreeItem();
+}
+
+void ReadSpawnGroups() {
+  const auto make = [](Tokenizer& arguments, GameModeMask) {
+    auto made = std::make_unique<SpawnGroup>();
+    made->id = ParseInt(arguments.Next(kBlankSlashOrLineFeed));
+    return made;
+  };
+  entities.spawnGroups.clear();
+  for (const auto& read : ReadRecords<SpawnGroup>(kSpawnGroupFile, make)) {
+    entities.spawnGroups.push_back(*read);
+  }
+}
+
+// Writing
+
+const SpawnGroup& RecordIn(const SpawnGroup& group) { return group; }
+template <class Record>
+const Record& RecordIn(const std::unique_ptr<Record>& record) {
+  return *record;
+}
+
+std::string TitleOf(const SpawnTemplate& record) { return record.name.String(); }
+std::string TitleOf(const SpawnInstance& record) { return record.name.String(); }
+std::string TitleOf(const SpawnGroup& group) { return FormatText("group %d", group.id); }
+
+template <class Record>
+void WriteRecord(const Record& record, GameFile& script) {
+  constexpr std::string_view kRule = "rem ----------------------------------------- \n";
+  GameFilePuts(kRule, script);
+  GameFilePrintf(script, "rem ---  %s  ---\n", TitleOf(record).c_str());
+  GameFilePuts(kRule, script);
+  record.Write(script);
+  GameFilePuts("\n", script);
+}
+
+// The file in all mode folders, with or without records.
+template <class Table>
+void WriteRecords(const EntityFile& file, const Table& records) {
+  for (const ModeFolder& folder : kModeFolders) {
+    const std::string path = PathOf(file, folder);
+    std::unique_ptr<GameFile> script = GameFileOpen(path, "w");
+    if (!script) continue;
+    GameFilePrintf(*script, "rem %s created by Mapwright\n", file.name);
+    GameFilePrintf(*script, "rem (%s)\n\n", path.c_str());
+    GameFilePuts(file.preamble, *script);
+    for (const auto& entry : records) {
+      if (RecordIn(entry).modes & folder.mode) WriteRecord(RecordIn(entry), *script);
+    }
+    GameFilePuts("rem EndOfFile\n", *script);
+    GameFileClose(std::move(script));
+  }
+}
+
+}  // namespace
+
+void ReadGameModeFiles() {
+  ClearAllEntities();
+  ReadSpawnGroups();
+  for (const EntityKind kind : kEntityKinds) {
+    ReadTemplates(kind);
+    ReadInstances(kind);
+  }
+  RemoveUnusedTemplates();
+}
+
+void WriteGameModeFiles() {
+  for (const EntityKind kind : kEntityKinds) {
+    WriteRecords(TemplateFileOf(kind), entities.Of(kind).templates);
+    WriteRecords(InstanceFileOf(kind), entities.Of(kind).instances);
+  }
+  WriteRecords(kSpawnGroupFile, entities.spawnGroups);
+}
 
 }  // namespace mw

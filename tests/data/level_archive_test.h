@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <fstream>
 #include <span>
 #include <string>
 #include <string_view>
@@ -41,6 +42,12 @@ class LevelArchiveTest : public SandboxTest {
   std::string Get(std::string_view file) const {
     const auto bytes = level->ReadMember("varnhold/levels/Island/" + std::string(file));
     return bytes ? Text(*bytes) : "(none)";
+  }
+  // A compressed file of the level that can no longer be read on disk.
+  void Damage(std::string_view file) {
+    std::fstream disk(level->Path(), std::ios::in | std::ios::out | std::ios::binary);
+    disk.seekp(level->Find("varnhold/levels/Island/" + std::string(file))->dataOffset + 4);
+    disk.write("\xFF\xFF\xFF\xFF", 4);  // the compressed size of its first segment
   }
   static std::string LevelPath(std::string_view file) {
     return editor.levelFolder.String() + "/" + std::string(file);

@@ -1,6 +1,5 @@
 #include "data/script.h"
 
-#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -95,10 +94,7 @@ TEST_F(ScriptTest, FilesAndLinesOfAnyLengthSurvive) {
 
 TEST_F(ScriptTest, ADamagedScriptIsLeftAsItIs) {
   Put("a.con", "own 1\r\nrem kept\r\n");
-  std::fstream disk(level->Path(), std::ios::in | std::ios::out | std::ios::binary);
-  disk.seekp(level->Find("varnhold/levels/Island/a.con")->dataOffset + 4);
-  disk.write("\xFF\xFF\xFF\xFF", 4);  // the compressed size of its first segment
-  disk.close();
+  Damage("a.con");
   const auto before = ReadWholeFile(level->Path());
   EXPECT_FALSE(Rewrite("a.con"));
   EXPECT_EQ(GameFileError(), "The script varnhold\\levels\\Island\\a.con is damaged.");
