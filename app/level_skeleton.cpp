@@ -1,0 +1,68 @@
+#include "app/level_skeleton.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "app/skeleton_scripts.h"
+#include "core/editor_state.h"
+#include "core/text.h"
+#include "data/mod_config.h"
+#include "data/script.h"
+#include "platform/disk.h"
+
+namespace mw {
+namespace {
+
+std::vector<std::string_view> InnerFolders(const GameRules& rules) {
+  std::vector<std::string_view> folders = {
+      "AI", "GameTypes", "Init", "Menu", "ObjectLightMaps", "Pathfinding", "Sounds", "Textures"};
+  if (rules.singlePlayer) folders.emplace_back("SinglePlayer");
+  if (rules.conquest) folders.emplace_back("Conquest");
+  if (rules.teamDeathMatch) folders.emplace_back("TDM");
+  if (rules.captureTheFlag) folders.emplace_back("Ctf");
+  return folders;
+}
+
+}  // namespace
+
+std::optional<std::string> CreateLevelFolders(const GameRules& rules) {
+  const std::string levelFolder = editor.levelFolder.String();
+  std::vector<std::string> paths;
+  // The level's own folder and those around it, from the game folder inwards.
+  for (std::size_t end = modConfig.GamePath.size(); end < levelFolder.size();) {
+    end = std::min(levelFolder.find('\\', end + 1), levelFolder.size());
+    paths.push_back(levelFolder.substr(0, end));
+  }
+  for (const std::string_view folder : InnerFolders(rules)) {
+    paths.push_back(levelFolder + "\\" + std::string(folder));
+  }
+  for (const std::string& path : paths) {
+    if (CreateFolder(path) == FolderResult::Failed) return path;
+  }
+  return std::nullopt;
+}
+
+void WriteLevelScripts(const GameRules& rules) {
+  if (rules.singlePlayer) WriteSinglePlayerScripts();
+  if (rules.conquest) WriteConquestScripts();
+  if (rules.teamDeathMatch) WriteTeamDeathMatchScripts();
+  if (rules.captureTheFlag) WriteCaptureTheFlagScripts();
+  WriteCommonScripts();
+}
+
+void WriteNewScript(std::string_view path, std::string_view text) {
+  auto file = GameFileOpen(editor.levelFolder.String() + "\\" + std::string(path), "w");
+  if (!file) return;  // remembered as GameFileError
+  WriteScriptHeader(*file);
+  GameFilePuts(text, *file);
+  GameFileClose(std::move(file));
+}
+
+std::string PositionText(int x, int y, int z) {
+  return FormatText("%.2f/%.2f/%.2f", static_cast<double>(x), static_cast<double>(y),
+                    static_cast<double>(z));
+}
+
+}  // namespace mw
