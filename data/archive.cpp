@@ -8,6 +8,7 @@
 #include "data/archive_compact.h"
 #include "data/archive_directory.h"
 #include "data/archive_journal.h"
+#include "data/archive_replace.h"
 #include "data/archive_segments.h"
 #include "platform/disk.h"
 #include "platform/file.h"
@@ -41,6 +42,7 @@ std::string NormalMemberName(std::string_view name) {
 struct Archive::State {
   std::string path;  // as given
   fs::path realPath;
+  std::optional<fs::path> place;  // that it is to take: realPath lies aside
   File file;
   bool writable = false;
   bool dirty = false;
@@ -63,6 +65,7 @@ struct Archive::State {
     return false;
   }
   bool OpenFile(FileAccess access);
+  bool CreateFile(std::string_view path, fs::path at);
   bool Close();
 
   bool FinishUndo();
@@ -85,6 +88,11 @@ bool Archive::State::OpenFile(FileAccess access) {
 
 bool Archive::State::Close() {
   if (!file.IsOpen()) return true;
+  if (place) {
+    file.Close();
+    contents = {};
+    return RemoveAside(*place, error);
+  }
   Rollback();
   const bool good = FinishUndo() && (!dirty || CompactArchive(file, realPath, contents, error));
   file.Close();
@@ -153,6 +161,25 @@ bool Archive::State::InGroup(Change change) {
     Fail(kNoMemory);
   }
   if (ownGroup) Rollback();
+  return false;
+}
+
+bool Archive::State::CreateFile(std::string_view givenPath, fs::path at) {
+  path = givenPath;
+  realPath = std::move(at);
+  writable = true;
+  std::error_code ignored;
+  const bool existed = fs::exists(realPath, ignored);
+  if (!OpenFile(FileAccess::Create)) return false;
+  // What an existing file held before is cut off when the archive is closed.
+  dirty = file.Size().value_or(0) > 0;
+  const bool written = InGroup([&] {
+    changed = true;
+    return existed || SyncFolderOf(realPath, &error);
+  });
+  if (written) return true;
+  file.Close();
+  if (!existed) RemoveFile(realPath);
   return false;
 }
 
@@ -244,24 +271,36 @@ bool Archive::Open(std::string_view path, bool writable) {
 bool Archive::Create(std::string_view path) {
   try {
     state_ = std::make_unique<State>();
-    state_->path = path;
-    state_->realPath = RealPath(path);
-    state_->writable = true;
-    std::error_code ignored;
-    const bool existed = fs::exists(state_->realPath, ignored);
-    if (!state_->OpenFile(FileAccess::Create)) return false;
-    // What an existing file held before is cut off when the archive is closed.
-    state_->dirty = state_->file.Size().value_or(0) > 0;
-    const bool written = state_->InGroup([&] {
-      state_->changed = true;
-      return existed || SyncFolderOf(state_->realPath, &state_->error);
-    });
-    if (written) return true;
-    state_->file.Close();
-    if (!existed) RemoveFile(state_->realPath);
-    return false;
+    return state_->CreateFile(path, RealPath(path));
   } catch (const std::bad_alloc&) {
     state_->file.Close();
+    return state_->Fail(kNoMemory);
+  }
+}
+
+bool Archive::CreateAside(std::string_view path) {
+  try {
+    state_ = std::make_unique<State>();
+    state_->place = RealPath(path);
+    return RemoveAside(*state_->place, state_->error) &&
+           state_->CreateFile(path, AsidePath(*state_->place));
+  } catch (const std::bad_alloc&) {
+    state_->file.Close();
+    return state_->Fail(kNoMemory);
+  }
+}
+
+bool Archive::PutInPlace() {
+  if (!state_->place) return true;
+  try {
+    if (state_->saving) return state_->Fail("A save is under way");
+    const bool done =
+        state_->FinishUndo() && PutAsideInPlace(state_->file, *state_->place, state_->error);
+    std::error_code ignored;
+    if (fs::exists(state_->realPath, ignored)) return done;
+    state_->realPath = *std::exchange(state_->place, std::nullopt);
+    return done;
+  } catch (const std::bad_alloc&) {
     return state_->Fail(kNoMemory);
   }
 }

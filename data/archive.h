@@ -48,6 +48,13 @@ class Archive {
   bool Open(std::string_view path, bool writable);
   // Creates the file, or takes over an existing one, as an archive without members (mode 0).
   bool Create(std::string_view path);
+  // Creates an archive without members (mode 0) that is to take the place of the file at `path`.
+  // Until PutInPlace it lies beside that file, which stays as it is; closed before, it is gone.
+  bool CreateAside(std::string_view path);
+  // Gives an archive that was created aside its place. What was there stays as `<path>.bak`. At any
+  // moment the old or the new file is there whole. Does nothing when the archive has its place
+  // already. False when that failed.
+  bool PutInPlace();
 
   const std::string& Path() const;  // as given when it was opened
   bool Writable() const;
@@ -96,6 +103,9 @@ class ArchiveList {
   Archive* OpenArchive(std::string_view path, bool writable);
   // A new archive in mode 1, writable.
   Archive* CreateArchive(std::string_view path);
+  // The same, created aside (Archive::CreateAside). Null, with the reason in `error`, when it
+  // fails.
+  Archive* CreateArchiveAside(std::string_view path, std::string& error);
   // Closes (and compacts) the first archive with that path, compared without regard to case.
   bool CloseArchive(std::string_view path);
   // The most recently opened archive that holds the name.

@@ -19,6 +19,16 @@ Archive* ArchiveList::CreateArchive(std::string_view path) {
   return archives_.emplace_back(std::move(archive)).get();
 }
 
+Archive* ArchiveList::CreateArchiveAside(std::string_view path, std::string& error) {
+  auto archive = std::make_unique<Archive>();
+  if (!archive->CreateAside(path)) {
+    error = archive->Error();
+    return nullptr;
+  }
+  archive->SetMode(StorageMode::Compressed);
+  return archives_.emplace_back(std::move(archive)).get();
+}
+
 bool ArchiveList::CloseArchive(std::string_view path) {
   const auto found = std::ranges::find_if(
       archives_, [path](const auto& archive) { return EqualNoCase(archive->Path(), path); });
