@@ -216,7 +216,6 @@ void ReadInstances(EntityKind kind) {
     std::unique_ptr<SpawnInstance> made = EmptyInstance(kind);
     made->name = from.name;
     made->templateIndex = index;
-    made->parentTreeItem = from.treeItem;
     return made;
   };
   auto& instances = entities.Of(kind).instances;

@@ -443,5 +443,19 @@ TEST_F(EntityScriptsTest, ADamagedFileIsReportedAndNotToBeReplaced) {
   EXPECT_TRUE(objectStore.loadedIncompletely);
 }
 
+TEST_F(EntityScriptsTest, TheTreeShowsWhatWasRead) {
+  Put("conquest/ObjectSpawnTemplates.con", "ObjectTemplate.create ObjectSpawner Tanks\n");
+  Put("conquest/ObjectSpawns.con", "Object.create Tanks\n");
+  PutSoldierSpawn("conquest", "Camp_Spawn1");
+  ReadGameModeFiles();
+  const SpawnTemplate& vehicle = TemplateAt<SpawnTemplate>(EntityKind::ObjectSpawn, 0);
+  const SpawnInstance& placed = InstanceAt(EntityKind::ObjectSpawn, 0);
+  EXPECT_EQ(ItemText(vehicle.treeItem), "Tanks (CQ)");
+  EXPECT_EQ(ParentOf(vehicle.treeItem), levelTree.fixed.objectSpawns);
+  EXPECT_EQ(ParentOf(placed.treeItem), vehicle.treeItem);
+  EXPECT_EQ(ParentOf(InstanceAt(EntityKind::SoldierSpawn, 0).treeItem),
+            levelTree.fixed.soldierSpawns);
+}
+
 }  // namespace
 }  // namespace mw
