@@ -64,6 +64,7 @@ void ReleaseLeft(int x, int y) {
   } else if (IsEditMode(EditMode::MaterialMapper)) {
     operations.setPainting(false);
   }
+  operations.releaseObjects();  // even if the mode has changed since the press
   editor.leftHeld = false;
 }
 

@@ -30,6 +30,7 @@ void ConnectMapper() {
   operations.toggleSelectAtCursor = ToggleSelectAtCursor;
   operations.pressTranslate = [](int x, int y, int, int) { PressTranslate(x, y); };
   operations.dragObjects = DragObjects;
+  operations.releaseObjects = ReleaseObjects;
   operations.editHovered = EditHovered;
   operations.objectKey = ObjectKey;
   operations.objectToolbarCommand = [](CommandId id) {

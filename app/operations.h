@@ -52,6 +52,7 @@ struct Operations {
   AtPixel toggleSelectAtCursor = [](int, int) {};
   Drag pressTranslate = [](int, int, int, int) {};
   Drag dragObjects = [](int, int, int, int) {};  // by the current tool
+  Action releaseObjects = [] {};
   std::function<bool()> editHovered = [] { return false; };
   std::function<void(int key)> objectKey = [](int) {};
   std::function<void(CommandId)> objectToolbarCommand = [](CommandId) {};

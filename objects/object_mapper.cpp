@@ -1,19 +1,230 @@
 #include "objects/object_mapper.h"
 
-namespace mw {
+#include <algorithm>
+#include <optional>
+#include <utility>
 
-void PressObjectControl(ObjectControl) {}
-void UpdateToolButtons(bool) {}
-void PickCursorPoint(int, int) {}
-void DeselectAll() {}
-void ComputePivot() {}
-void SelectOnly(Placement&, TreeItem) {}
-void ToggleSelectAtCursor(int, int) {}
-void PressTranslate(int, int) {}
-void DragObjects(int, int, int, int) {}
-bool EditHovered() { return false; }
-void DeleteSelected() {}
-void CopySelected() {}
-void PasteCopied(int, int) {}
+#include "core/editor_state.h"
+#include "objects/entity_editing.h"
+#include "objects/object_selection.h"
+#include "objects/object_windows.h"
+#include "objects/static_objects.h"
+#include "terrain/terrain.h"
+#include "terrain/world_point.h"
+
+namespace mw {
+namespace {
+
+// Of a drag, per pixel upwards.
+constexpr float kRaisePerPixel = 0.05f;  // world units
+constexpr float kTurnPerPixel = 0.5f;    // degrees
+constexpr float kScalePerPixel = 0.01f;
+
+bool* SwitchOf(ObjectControl control) {
+  switch (control) {
+    case ObjectControl::ShowStandardMeshes:
+      return &objectStore.showStandardMeshes;
+    case ObjectControl::ShowTreeMeshes:
+      return &objectStore.showTreeMeshes;
+    case ObjectControl::ShowObjectSpawns:
+      return &objectStore.showObjectSpawns;
+    case ObjectControl::ShowSoldierSpawns:
+      return &objectStore.showSoldierSpawns;
+    case ObjectControl::ShowControlPoints:
+      return &objectStore.showControlPoints;
+    case ObjectControl::SnapToGround:
+      return &objectStore.snapToGround;
+    default:
+      return nullptr;
+  }
+}
+
+std::optional<ViewMode> ViewModeOf(ObjectControl control) {
+  switch (control) {
+    case ObjectControl::ViewBoundingBox:
+      return ViewMode::BoundingBox;
+    case ObjectControl::ViewCollisionMesh:
+      return ViewMode::CollisionMesh;
+    case ObjectControl::ViewDetailMesh:
+      return ViewMode::DetailMesh;
+    case ObjectControl::ViewTexturedMesh:
+      return ViewMode::TexturedMesh;
+    default:
+      return std::nullopt;
+  }
+}
+
+// The tool that can be chosen with the control now. The scale tools never can.
+std::optional<ObjectTool> ChoosableTool(ObjectControl control) {
+  if (control == ObjectControl::Select) return ObjectTool::Select;
+  if (!objectStore.toolsEnabled) return std::nullopt;
+  switch (control) {
+    case ObjectControl::Translate:
+      return ObjectTool::Translate;
+    case ObjectControl::RaiseLower:
+      return ObjectTool::RaiseLower;
+    case ObjectControl::RotateX:
+      return ObjectTool::RotateX;
+    case ObjectControl::RotateY:
+      return ObjectTool::RotateY;
+    case ObjectControl::RotateZ:
+      return ObjectTool::RotateZ;
+    default:
+      return std::nullopt;
+  }
+}
+
+// Presses an item with the Translate tool.
+void SelectPressed(Placement& item, TreeItem treeItem) {
+  if (item.selected) return;
+  if (!editor.ctrlHeld) DeselectAll();
+  Select(item, treeItem);
+  objectStore.pressChangedSelection = true;
+}
+
+float GroundUnder(const Placement& item) { return HeightAt(item.position.x, item.position.z); }
+
+void DragTranslate(int x, int y) {
+  PickCursorPoint(x, y);
+  const Vector3 pivot = objectStore.CursorPoint;
+  objectStore.SelectionPivot = pivot;
+  ForEachSelected([&pivot](Placement& item) {
+    const Vector3 offset = PivotOffset(item);
+    item.position.x = MirrorX(pivot.x + offset.x);
+    item.position.z = pivot.z + offset.z;
+    if (objectStore.snapToGround) item.position.y = GroundUnder(item);
+  });
+  editor.levelModified = true;
+}
+
+void DragRaise(int pixelsUp) {
+  const float change = static_cast<float>(pixelsUp) * kRaisePerPixel;
+  ForEachSelected([change](Placement& item) {
+    item.position.y += change;
+    if (objectStore.snapToGround) item.position.y = std::max(item.position.y, GroundUnder(item));
+  });
+  editor.levelModified = true;
+}
+
+// `axis` is a component of the rotation.
+void DragRotate(float Vector3::*axis, int pixelsUp) {
+  const float change = static_cast<float>(pixelsUp) * kTurnPerPixel;
+  ForEachSelected([axis, change](Placement& item) { item.rotation.*axis += change; });
+  editor.levelModified = true;
+}
+
+// Entities have no scale.
+void DragScale(float Vector3::*axis, int pixelsUp) {
+  const float change = static_cast<float>(pixelsUp) * kScalePerPixel;
+  for (StaticObject& object : objectStore.objects) {
+    if (object.selected) object.scale.*axis += change;
+  }
+  editor.levelModified = true;
+}
+
+void DeleteSelectedObjects() {
+  for (int i = static_cast<int>(objectStore.objects.size()); i-- > 0;) {
+    if (objectStore.objects[static_cast<std::size_t>(i)].selected) DeleteStaticObject(i);
+  }
+}
+
+void DeleteSelectedEntities(EntityKind kind) {
+  const auto& instances = entities.Of(kind).instances;
+  for (std::size_t i = instances.size(); i-- > 0;) {
+    if (instances[i]->selected) DeleteInstance(kind, static_cast<int>(i));
+  }
+}
+
+}  // namespace
+
+void PressObjectControl(ObjectControl control) {
+  if (bool* const shown = SwitchOf(control)) {
+    *shown = !*shown;
+  } else if (const auto viewMode = ViewModeOf(control)) {
+    objectStore.viewMode = *viewMode;
+  } else if (const auto tool = ChoosableTool(control)) {
+    objectStore.tool = *tool;
+  }
+  objectWindows.refreshToolbar();
+}
+
+void UpdateToolButtons(bool anySelected) {
+  objectStore.toolsEnabled = anySelected;
+  objectStore.tool = ObjectTool::Select;
+  objectWindows.refreshToolbar();
+}
+
+void PickCursorPoint(int x, int y) {
+  if (const auto point = WorldPointUnderCursor(x, y)) objectStore.CursorPoint = *point;
+}
+
+void PressTranslate(int x, int y) {
+  PickCursorPoint(x, y);
+  if (StaticObject* const object = HoveredObject()) {
+    SelectPressed(*object, object->treeItem);
+  } else if (SpawnInstance* const entity = HoveredInstance()) {
+    SelectPressed(*entity, entity->treeItem);
+  } else {
+    DragTranslate(x, y);
+  }
+  ComputePivot();
+}
+
+void ReleaseObjects() {
+  if (std::exchange(objectStore.pressChangedSelection, false)) UpdateToolButtons(AnySelected());
+}
+
+void DragObjects(int x, int y, int, int previousY) {
+  const int pixelsUp = previousY - y;
+  switch (objectStore.tool) {
+    case ObjectTool::Select:
+      break;
+    case ObjectTool::Translate:
+      DragTranslate(x, y);
+      break;
+    case ObjectTool::RaiseLower:
+      DragRaise(pixelsUp);
+      break;
+    case ObjectTool::RotateX:
+      DragRotate(&Vector3::x, pixelsUp);
+      break;
+    case ObjectTool::RotateY:
+      DragRotate(&Vector3::y, pixelsUp);
+      break;
+    case ObjectTool::RotateZ:
+      DragRotate(&Vector3::z, pixelsUp);
+      break;
+    case ObjectTool::ScaleWidth:
+      DragScale(&Vector3::x, pixelsUp);
+      DragScale(&Vector3::z, pixelsUp);
+      break;
+    case ObjectTool::ScaleHeight:
+      DragScale(&Vector3::y, pixelsUp);
+      break;
+  }
+}
+
+bool EditHovered() {
+  if (editor.ctrlHeld) return false;
+  if (const StaticObject* const object = HoveredObject(); object && object->selected) {
+    EditStaticObject(objectStore.lastHoveredObject);
+    return true;
+  }
+  if (SpawnInstance* const entity = HoveredInstance(); entity && entity->selected) {
+    entity->Edit();
+    return true;
+  }
+  return false;
+}
+
+void DeleteSelected() {
+  levelTree.suppressObjectSelection = true;
+  DeleteSelectedObjects();
+  for (const EntityKind kind : kEntityKinds) DeleteSelectedEntities(kind);
+  DeselectAll();
+  RefreshTreeItems();
+  UpdateToolButtons(false);
+  levelTree.suppressObjectSelection = false;
+}
 
 }  // namespace mw

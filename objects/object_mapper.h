@@ -22,7 +22,11 @@ void ComputePivot();
 void SelectOnly(Placement& item, TreeItem treeItem);
 
 void ToggleSelectAtCursor(int x, int y);
+// An item that is not selected becomes so and can be moved at once; on empty ground the selection
+// jumps to the pixel.
 void PressTranslate(int x, int y);
+// The button went up. After a press that changed the selection the tool is Select again.
+void ReleaseObjects();
 // A move with the button held, by the current tool.
 void DragObjects(int x, int y, int previousX, int previousY);
 // Opens the hovered and selected item's dialog; false when the double click means something else.

@@ -66,7 +66,8 @@ struct ObjectStore {
   std::int32_t hoveredObject = -1, lastHoveredObject = -1;
 
   ObjectTool tool = ObjectTool::Select;
-  bool toolsEnabled = false;  // Translate to RotateZ can be chosen
+  bool toolsEnabled = false;           // Translate to RotateZ can be chosen
+  bool pressChangedSelection = false;  // by the Translate tool, until the button goes up
   ViewMode viewMode = ViewMode::BoundingBox;
   bool showStandardMeshes = true, showTreeMeshes = true;
   bool showObjectSpawns = true, showSoldierSpawns = true, showControlPoints = true;

@@ -1,0 +1,35 @@
+// What can be selected, and what is: static objects and entities alike. For the parts of the Object
+// Mapper.
+#pragma once
+
+#include "objects/entities.h"
+#include "objects/object_store.h"
+
+namespace mw {
+
+// Calls `act` with every static object, the deleted ones too, then with every entity, kind by kind.
+template <typename Action>
+void ForEachPlacement(Action act) {
+  for (StaticObject& object : objectStore.objects) act(static_cast<Placement&>(object));
+  for (EntityTables& table : entities.tables) {
+    for (const auto& instance : table.instances) act(static_cast<Placement&>(*instance));
+  }
+}
+
+// The same for what is selected. A deleted object never is.
+template <typename Action>
+void ForEachSelected(Action act) {
+  ForEachPlacement([&act](Placement& item) {
+    if (item.selected) act(item);
+  });
+}
+
+bool AnySelected();
+// Selects the item besides what is selected, and its item in the tree.
+void Select(Placement& item, TreeItem treeItem);
+// The object under the mouse, or null.
+StaticObject* HoveredObject();
+// From the SelectionPivot, as it was when ComputePivot ran; view coordinates.
+Vector3 PivotOffset(const Placement& item);
+
+}  // namespace mw

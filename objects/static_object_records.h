@@ -1,0 +1,28 @@
+// The records of static objects: how one is made and comes into the table. For those who read the
+// level's objects and those who place new ones.
+#pragma once
+
+#include <string_view>
+
+#include "objects/object_store.h"
+
+namespace mw {
+
+// The catalogue entry that objects of this name show: the one of that name, else "default", else
+// -1.
+int CatalogueEntryToShow(std::string_view name);
+// A record in use, with the name in lower case, that shows its catalogue entry. It has no mesh yet.
+StaticObject NewStaticObject(std::string_view name);
+
+// Shows a mesh of the cache.
+void UseCachedMesh(StaticObject& object, int mesh);
+// Finds the mesh of the object's name in the cache, or loads it if the catalogue has the name.
+void FindMesh(StaticObject& object);
+
+bool ObjectTableIsFull();
+// Puts the record at the end of the table, which has room, and into the level tree.
+void AppendStaticObject(StaticObject object);
+// Takes the record out of use; it keeps its place in the table.
+void RetireStaticObject(StaticObject& object);
+
+}  // namespace mw

@@ -1,0 +1,143 @@
+// StaticObjects.con, the script that places the static objects of a level.
+#include <string_view>
+#include <utility>
+
+#include "core/editor_state.h"
+#include "core/text.h"
+#include "data/script.h"
+#include "objects/entity_scripts.h"
+#include "objects/static_object_records.h"
+#include "objects/static_objects.h"
+#include "platform/prompts.h"
+
+namespace mw {
+namespace {
+
+constexpr std::string_view kFileName = "/StaticObjects.con";
+
+std::string ScriptPath() { return editor.levelFolder.String() + std::string(kFileName); }
+
+// Missing components keep their values.
+void ReadVector(Tokenizer& arguments, Vector3& vector) {
+  for (float* const component : {&vector.x, &vector.y, &vector.z}) {
+    const auto token = arguments.Next(kBlankOrSlash);
+    if (!token) return;
+    *component = ParseFloat(token);
+  }
+}
+
+// Without a name the record is there, to take the lines that follow, but stands for no object.
+void CreateObject(Tokenizer& arguments) {
+  const auto name = arguments.Next(kBlankOrSlash);
+  if (!name) {
+    objectStore.objects.emplace_back();
+    return;
+  }
+  StaticObject object = NewStaticObject(*name);
+  FindMesh(object);
+  AppendStaticObject(std::move(object));
+}
+
+void ReadField(std::string_view command, Tokenizer& arguments, StaticObject& object) {
+  if (EqualNoCase(command, "Object.absolutePosition")) {
+    ReadVector(arguments, object.position);
+  } else if (EqualNoCase(command, "Object.rotation")) {
+    ReadVector(arguments, object.rotation);
+  } else if (EqualNoCase(command, "Object.geometry.scale")) {
+    ReadVector(arguments, object.scale);
+    object.scaleGiven = true;
+  } else if (EqualNoCase(command, "Object.geometry.color")) {
+    ReadVector(arguments, object.colour);
+    object.colorGiven = true;
+  }
+}
+
+void DropLastObject() {
+  RetireStaticObject(objectStore.objects.back());
+  objectStore.objects.pop_back();
+}
+
+// False when the line is more than the table can hold. The last record is then given up: it may
+// lack the lines that follow.
+bool ReadObjectLine(std::string_view line) {
+  Tokenizer tokens(line);
+  const auto command = tokens.Next(kBlankOrSlash);
+  if (!command) return true;
+  if (ObjectTableIsFull()) {
+    DropLastObject();
+    return false;
+  }
+  if (EqualNoCase(*command, "Object.create")) {
+    CreateObject(tokens);
+  } else if (!objectStore.objects.empty()) {
+    ReadField(*command, tokens, objectStore.objects.back());
+  }
+  return true;
+}
+
+void ReportLoss(const char* reason) {
+  objectStore.loadedIncompletely = true;
+  ShowPrompt(FormatText("Could not load all objects - %s!", reason), "ERROR", PromptButtons::Ok,
+             PromptIcon::Stop);
+}
+
+// A missing file is a level without static objects. False, after a message, when not all objects of
+// the file could be read.
+bool ReadObjectScript() {
+  const auto file = GameFileOpen(ScriptPath(), "r");
+  if (!file) return true;
+  bool overflowed = false;
+  ForEachLine(*file, kEntityLineBuffer, [&overflowed](std::string_view line) {
+    overflowed = overflowed || !ReadObjectLine(line);
+  });
+  if (overflowed) {
+    ReportLoss("Maximum number of objects exceeded");
+  } else if (!IsWhole(*file)) {
+    ReportLoss("StaticObjects.con is damaged");
+  } else {
+    return true;
+  }
+  return false;
+}
+
+void PrintVector(GameFile& file, const char* command, const Vector3& vector) {
+  GameFilePrintf(file, "%s %.4f/%.4f/%.4f\n", command, static_cast<double>(vector.x),
+                 static_cast<double>(vector.y), static_cast<double>(vector.z));
+}
+
+void WriteObject(GameFile& file, const StaticObject& object) {
+  GameFilePuts("rem\nrem ***  ***\nrem\n", file);
+  GameFilePrintf(file, "Object.create %s\n", object.name.c_str());
+  PrintVector(file, "Object.absolutePosition", object.position);
+  PrintVector(file, "Object.rotation", object.rotation);
+  if (object.scaleGiven) PrintVector(file, "Object.geometry.scale", object.scale);
+  if (object.colorGiven) PrintVector(file, "Object.geometry.color", object.colour);
+}
+
+void WriteObjectScript() {
+  auto file = GameFileOpen(ScriptPath(), "w");
+  if (!file) return;
+  GameFilePuts("rem StaticObjects created by Mapwright\n", *file);
+  for (const StaticObject& object : objectStore.objects) {
+    if (object.inUse) WriteObject(*file, object);
+  }
+  GameFileClose(std::move(file));
+}
+
+}  // namespace
+
+void LoadStaticObjects() {
+  if (ReadObjectScript()) ReadGameModeFiles();
+}
+
+void SaveStaticObjects() {
+  if (objectStore.loadedIncompletely) {
+    ShowPrompt("This level was not loaded completely. Its objects and entities were not saved.",
+               "Warning", PromptButtons::Ok, PromptIcon::Exclamation);
+    return;
+  }
+  WriteObjectScript();
+  WriteGameModeFiles();
+}
+
+}  // namespace mw
