@@ -31,6 +31,7 @@ class ObjectLevelTest : public LevelArchiveTest {
         "[STRUCTURES]\nbunker01=StandardMesh(bunker01_m1)\nhut=StandardMesh(hut_m1)\n"
         "[TREES]\noak=TreeMesh(oak_m1)\n");
     BuildTree();
+    objectStore.objects.reserve(kMaxStaticObjects);  // what AddObject gives stays valid
   }
   ~ObjectLevelTest() override {
     DestroyTerrain();

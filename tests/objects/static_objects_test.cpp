@@ -179,10 +179,10 @@ TEST_F(StaticObjectsTest, ATooLargeLevelIsNotOverwritten) {
 
 TEST_F(StaticObjectsTest, ADamagedFileIsNotOverwritten) {
   Put(kScript, Lines(2000));
-  Bytes file = ReadBytes(folder / "Island.vra");
-  const RawEntry* const entry =
-      ReadRawArchive(folder / "Island.vra").Find("varnhold/levels/Island/StaticObjects.con");
+  const RawArchive archive = ReadRawArchive(folder / "Island.vra");
+  const RawEntry* const entry = archive.Find("varnhold/levels/Island/StaticObjects.con");
   ASSERT_TRUE(entry);
+  mw::Bytes file = archive.file;
   std::fill_n(file.begin() + entry->offset + entry->storedSize / 2, 64, std::uint8_t{0xEE});
   WriteBytes(folder / "Island.vra", file);
   ExpectLossSaidAndNothingSaved("StaticObjects.con is damaged!");

@@ -1,0 +1,289 @@
+#include "objects/object_mapper.h"
+
+#include <gmock/gmock.h>
+#include <vector>
+
+#include "objects/object_level_test.h"
+#include "objects/property_sheet.h"
+#include "objects/static_objects.h"
+
+namespace mw {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ObjectMapperTest : public ObjectLevelTest {
+ protected:
+  ObjectMapperTest() {
+    levelTree.view.select = [this](TreeItem item) {
+      EXPECT_FALSE(levelTree.notificationsEnabled) << "the tree must not act on it";
+      treeSelection = item;
+    };
+  }
+  static void HoverObject(int index) {
+    objectStore.lastHoveredObject = index;
+    entities.hovered = {};
+  }
+  static void HoverEntity(int index) {
+    objectStore.lastHoveredObject = -1;
+    entities.hovered = {EntityKind::ObjectSpawn, index};
+  }
+  static void HoverNothing() { HoverObject(-1); }
+  static void Click() { ToggleSelectAtCursor(0, 0); }
+  static void ClickObject(int index) {
+    HoverObject(index);
+    Click();
+  }
+  static void Choose(ObjectControl tool) {
+    PressObjectControl(tool);
+    ASSERT_NE(objectStore.tool, ObjectTool::Select);
+  }
+  static void DragUp(int pixels) { DragObjects(50, 80 - pixels, 50, 80); }
+
+  TreeItem treeSelection = 0;
+};
+
+TEST_F(ObjectMapperTest, AClickSelectsOneThingAndCtrlAddsToIt) {
+  StaticObject& hut = AddObject("hut", {100, 0, 100});
+  StaticObject& oak = AddObject("oak", {200, 0, 100});
+  ObjectSpawn& spawn = AddObjectSpawn({300, 0, 100});
+  ClickObject(0);
+  EXPECT_TRUE(hut.selected);
+  EXPECT_EQ(treeSelection, hut.treeItem);
+  ClickObject(1);
+  EXPECT_FALSE(hut.selected);
+  editor.ctrlHeld = true;
+  HoverEntity(0);
+  Click();
+  EXPECT_TRUE(oak.selected && spawn.selected);
+  EXPECT_EQ(treeSelection, spawn.treeItem);
+  Click();
+  EXPECT_FALSE(spawn.selected);
+  EXPECT_TRUE(objectStore.toolsEnabled) << "the oak is still selected";
+  editor.ctrlHeld = false;
+  HoverNothing();
+  Click();
+  EXPECT_FALSE(oak.selected);
+  EXPECT_FALSE(objectStore.toolsEnabled);
+}
+
+TEST_F(ObjectMapperTest, OnlyToolsThatAreEnabledCanBeChosen) {
+  AddObject("hut", {100, 0, 100});
+  PressObjectControl(ObjectControl::RotateY);
+  EXPECT_EQ(objectStore.tool, ObjectTool::Select) << "nothing is selected";
+  ClickObject(0);
+  PressObjectControl(ObjectControl::RotateY);
+  EXPECT_EQ(objectStore.tool, ObjectTool::RotateY);
+  PressObjectControl(ObjectControl::ScaleWidth);
+  PressObjectControl(ObjectControl::ScaleHeight);
+  EXPECT_EQ(objectStore.tool, ObjectTool::RotateY);
+  ClickObject(0);
+  EXPECT_EQ(objectStore.tool, ObjectTool::Select) << "the selection changed";
+}
+
+TEST_F(ObjectMapperTest, TheToolbarSwitchesAndViewsAreShown) {
+  int refreshed = 0;
+  objectWindows.refreshToolbar = [&refreshed] { ++refreshed; };
+  PressObjectControl(ObjectControl::ShowTreeMeshes);
+  PressObjectControl(ObjectControl::SnapToGround);
+  PressObjectControl(ObjectControl::SnapToGround);
+  PressObjectControl(ObjectControl::ViewDetailMesh);
+  EXPECT_FALSE(objectStore.showTreeMeshes);
+  EXPECT_TRUE(objectStore.snapToGround && objectStore.showStandardMeshes);
+  EXPECT_EQ(objectStore.viewMode, ViewMode::DetailMesh);
+  EXPECT_EQ(refreshed, 4);
+}
+
+TEST_F(ObjectMapperTest, ADraggedGroupFollowsTheCursorOverTheGround) {
+  StaticObject& hut = AddObject("hut", {100, 0, 100});
+  ObjectSpawn& spawn = AddObjectSpawn({140, 5, 160});
+  hut.selected = spawn.selected = true;
+  ComputePivot();
+  EXPECT_EQ(objectStore.SelectionPivot.x, kSide - 120);
+  EXPECT_EQ(objectStore.SelectionPivot.z, 130);
+  UpdateToolButtons(true);
+  Choose(ObjectControl::Translate);
+  PutCursorOver(500, 40, 600);
+  DragObjects(1, 1, 0, 0);
+  EXPECT_NEAR(hut.position.x, 480, 1e-3);
+  EXPECT_NEAR(hut.position.z, 570, 1e-3);
+  EXPECT_FLOAT_EQ(hut.position.y, kGround);
+  EXPECT_NEAR(spawn.position.x, 520, 1e-3);
+  EXPECT_NEAR(spawn.position.z, 630, 1e-3);
+  EXPECT_TRUE(editor.levelModified);
+
+  PressObjectControl(ObjectControl::SnapToGround);
+  hut.position.y = 300;
+  PutCursorOver(400, 40, 600);
+  DragObjects(2, 1, 1, 1);
+  EXPECT_NEAR(hut.position.x, 380, 1e-3);
+  EXPECT_EQ(hut.position.y, 300) << "without snapping the height stays";
+}
+
+TEST_F(ObjectMapperTest, RaisingStopsAtTheGroundWhileItSnaps) {
+  StaticObject& hut = AddObject("hut", {100, 100, 100});
+  StaticObject& oak = AddObject("oak", {100, 100, 100});
+  ClickObject(0);
+  Choose(ObjectControl::RaiseLower);
+  DragUp(20);
+  EXPECT_FLOAT_EQ(hut.position.y, 101);
+  DragUp(-2000);
+  EXPECT_FLOAT_EQ(hut.position.y, kGround);
+  PressObjectControl(ObjectControl::SnapToGround);
+  DragUp(-100);
+  EXPECT_FLOAT_EQ(hut.position.y, kGround - 5);
+  EXPECT_EQ(oak.position.y, 100);
+}
+
+TEST_F(ObjectMapperTest, TenPixelsUpTurnByFiveDegrees) {
+  StaticObject& hut = AddObject("hut", {});
+  ObjectSpawn& spawn = AddObjectSpawn({});
+  hut.selected = spawn.selected = true;
+  UpdateToolButtons(true);
+  Choose(ObjectControl::RotateX);
+  DragUp(10);
+  Choose(ObjectControl::RotateY);
+  DragUp(-4);
+  Choose(ObjectControl::RotateZ);
+  DragUp(1);
+  EXPECT_EQ(hut.rotation, (Vector3{5, -2, 0.5f}));
+  EXPECT_EQ(spawn.rotation, (Vector3{5, -2, 0.5f}));
+  EXPECT_TRUE(editor.levelModified);
+}
+
+TEST_F(ObjectMapperTest, TheTranslateToolSelectsWhatItIsPressedOnAndMovesItAtOnce) {
+  StaticObject& hut = AddObject("hut", {100, 0, 100});
+  StaticObject& oak = AddObject("oak", {200, 0, 100});
+  ClickObject(0);
+  Choose(ObjectControl::Translate);
+  HoverObject(1);
+  PressTranslate(0, 0);
+  EXPECT_TRUE(oak.selected);
+  EXPECT_FALSE(hut.selected);
+  PutCursorOver(250, 0, 100);
+  DragObjects(1, 1, 0, 0);
+  EXPECT_EQ(oak.position.x, 250);
+  EXPECT_EQ(hut.position.x, 100);
+  ReleaseObjects();
+  EXPECT_EQ(objectStore.tool, ObjectTool::Select) << "the selection changed";
+  EXPECT_TRUE(objectStore.toolsEnabled);
+}
+
+TEST_F(ObjectMapperTest, APressOnTheSelectionOrOnGroundKeepsTheTranslateTool) {
+  StaticObject& hut = AddObject("hut", {100, 0, 100});
+  ClickObject(0);
+  Choose(ObjectControl::Translate);
+  PressTranslate(0, 0);
+  EXPECT_EQ(hut.position.x, 100);
+  HoverNothing();
+  PutCursorOver(700, 0, 800);
+  PressTranslate(0, 0);
+  EXPECT_EQ(hut.position.x, 700) << "the selection jumps to the ground pressed on";
+  ReleaseObjects();
+  EXPECT_EQ(objectStore.tool, ObjectTool::Translate);
+}
+
+TEST_F(ObjectMapperTest, AHoveredIndexThatIsNoMoreIsNothing) {
+  AddObject("hut", {});
+  ClickObject(0);
+  DeleteSelected();
+  for (const int index : {0, 1, 5000}) {
+    ClickObject(index);
+    HoverEntity(index);
+    Click();
+    PressTranslate(0, 0);
+    EXPECT_FALSE(EditHovered());
+  }
+  EXPECT_FALSE(objectStore.toolsEnabled);
+}
+
+TEST_F(ObjectMapperTest, ADoubleClickEditsWhatIsHoveredAndSelected) {
+  AddObject("hut", {});
+  int sheets = 0;
+  objectWindows.runPropertySheet = [&sheets](PropertySheet&) { return ++sheets > 0; };
+  HoverObject(0);
+  EXPECT_FALSE(EditHovered()) << "it is not selected";
+  Click();
+  EXPECT_TRUE(EditHovered());
+  editor.ctrlHeld = true;
+  EXPECT_FALSE(EditHovered());
+  EXPECT_EQ(sheets, 1);
+}
+
+TEST_F(ObjectMapperTest, DeletingTakesObjectsAndEntitiesWithTheirItems) {
+  AddObject("hut", {}).selected = true;
+  AddObject("oak", {});
+  AddObjectSpawn({1, 0, 0}).selected = true;
+  AddObjectSpawn({2, 0, 0});
+  AddObjectSpawn({3, 0, 0}).selected = true;
+  levelTree.view.remove = [](TreeItem) { EXPECT_TRUE(levelTree.suppressObjectSelection); };
+  DeleteSelected();
+  levelTree.view.remove = [](TreeItem) {};
+  EXPECT_FALSE(objectStore.objects[0].inUse);
+  EXPECT_TRUE(objectStore.objects[1].inUse);
+  const auto& spawns = entities.Of(EntityKind::ObjectSpawn).instances;
+  ASSERT_EQ(spawns.size(), 1u);
+  EXPECT_EQ(spawns[0]->position.x, 2);
+  EXPECT_EQ(ItemText(objectStore.objects[0].treeItem), "");
+  EXPECT_FALSE(levelTree.suppressObjectSelection || objectStore.toolsEnabled);
+  EXPECT_TRUE(editor.levelModified);
+}
+
+TEST_F(ObjectMapperTest, PastedCopiesKeepTheirArrangementAtWholeUnits) {
+  StaticObject& hut = AddObject("hut", {100.25f, 0, 100});
+  hut.rotation = {90, 1, 2};
+  StaticObject& oak = AddObject("oak", {110.75f, 0, 104.5f});
+  hut.selected = oak.selected = true;
+  CopySelected();
+  EXPECT_TRUE(editor.somethingCopied);
+  DeselectAll();
+  objectStore.CursorPoint = {3, 20, 500};  // the centre; the hut lies 5.25 to the right in the view
+  PasteCopied(0, 0);
+
+  ASSERT_EQ(objectStore.objects.size(), 4u) << "what was pasted is not copied itself";
+  const StaticObject& newHut = objectStore.objects[2];
+  EXPECT_EQ(newHut.position, (Vector3{kSide - 8, 20, 497}));
+  EXPECT_EQ(newHut.rotation, (Vector3{90, 1, 2}));
+  EXPECT_EQ(objectStore.objects[3].position, (Vector3{kSide + 2, 20, 502}))
+      << "-2.25 becomes -2, toward zero";
+  EXPECT_FALSE(newHut.selected || newHut.copied);
+  EXPECT_TRUE(hut.inUse) << "copying removes nothing";
+  EXPECT_EQ(objectStore.CursorPoint, (Vector3{3, 20, 500}));
+}
+
+TEST_F(ObjectMapperTest, APastedObjectSpawnIsOneMoreOfItsTemplate) {
+  ObjectSpawn& a = AddObjectSpawn({100, 0, 100});
+  ObjectSpawn& b = AddObjectSpawn({104, 0, 100.5f});
+  a.selected = b.selected = true;
+  CopySelected();
+  PutCursorOver(300, 20, 300);
+  PasteCopied(0, 0);
+  const EntityTables& table = entities.Of(EntityKind::ObjectSpawn);
+  ASSERT_EQ(table.instances.size(), 4u);
+  EXPECT_EQ(table.templates.size(), 1u);
+  EXPECT_EQ(table.instances[2]->position, (Vector3{298, 20, 299.75f}));
+  EXPECT_EQ(table.instances[3]->position, (Vector3{302, 20, 300.25f}));
+}
+
+TEST_F(ObjectMapperTest, APasteIntoAFullTableSaysSoOnce) {
+  for (int i = 0; i < 2046; ++i) AddObject("hut", {}).selected = i < 5;
+  CopySelected();
+  scripted::script.answers = {PromptAnswer::Ok};
+  PasteCopied(0, 0);
+  EXPECT_EQ(objectStore.objects.size(), 2048u);
+  EXPECT_EQ(scripted::script.prompts.size(), 1u);
+}
+
+TEST_F(ObjectMapperTest, CopyingNothingLeavesNothingToPaste) {
+  AddObject("hut", {}).selected = true;
+  CopySelected();
+  DeselectAll();
+  CopySelected();
+  PasteCopied(0, 0);
+  EXPECT_FALSE(editor.somethingCopied);
+  EXPECT_EQ(objectStore.objects.size(), 1u);
+}
+
+}  // namespace
+}  // namespace mw
