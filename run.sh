@@ -8,6 +8,9 @@ source tools/packages.sh
 need "${build_packages[@]}"
 build release
 
+# The version of the sample game is read where a desktop keeps it for installed programs.
+export XDG_CONFIG_DIRS=$PWD/build/release/work/settings:${XDG_CONFIG_DIRS:-/etc/xdg}
+
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   cd build/release/work
   exec ../bin/mapwright

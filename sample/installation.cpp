@@ -25,6 +25,10 @@ constexpr char kManifest[] = "sample.manifest";
 constexpr char kInitScript[] = "Mods/varnhold/Init.con";
 constexpr char kLevelsFolder[] = "Mods/varnhold/Archives/varnhold/levels";
 constexpr const char* kWorkingFiles[] = {"varnhold.cfg", "mpwr.cfg", "varnhold.lst"};
+// Where a desktop looks for the settings of installed programs, with this folder among its
+// configuration folders.
+constexpr char kSettings[] = "settings/Quorrin/Varnhold.conf";
+constexpr char kSettingsText[] = "[General]\nINSTALLEDVERSION=1.04\n";
 constexpr int kTileSide = 512;  // pixels
 
 struct ArchivePlan {
@@ -84,7 +88,8 @@ bool WriteTextFile(const std::filesystem::path& path, const std::string& text) {
 
 bool CreateFolders(const Installation& installation) {
   for (const std::filesystem::path& folder :
-       {installation.gameFolder / kLevelsFolder, installation.workingFolder}) {
+       {installation.gameFolder / kLevelsFolder,
+        (installation.workingFolder / kSettings).parent_path()}) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (!error) continue;
@@ -108,6 +113,7 @@ bool WriteTexts(const Installation& installation) {
          WriteTextFile(work / "mpwr.cfg",
                        ModConfigText(gamePath, "The template that new mods start from.")) &&
          WriteTextFile(work / "varnhold.lst", ObjectListText()) &&
+         WriteTextFile(work / kSettings, kSettingsText) &&
          WriteTextFile(installation.gameFolder / kInitScript,
                        WithCarriageReturns(ModInitScript("varnhold")));
 }

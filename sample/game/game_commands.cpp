@@ -95,7 +95,7 @@ bool WriteShadowBits(const GameLevel& level, const std::string& folder) {
   return WriteWholeFile(folder + "/LightmapShadowBits.lsb", bits);
 }
 
-bool MergeOne(const std::string& folder, const Tile& tile, float gain, float shadow) {
+bool MergeOne(const std::string& folder, const Tile& tile, float contrast, float shadow) {
   int side = 0, shadowSide = 0;
   auto pixels = ReadTgaPixels(TilePath(folder, tile, ""), &side);
   const auto grey = ReadTgaPixels(TilePath(folder, tile, "_shadow"), &shadowSide);
@@ -103,9 +103,10 @@ bool MergeOne(const std::string& folder, const Tile& tile, float gain, float sha
   const std::vector<std::uint8_t> light = ResampleRgb(*grey, shadowSide, shadowSide, side, side);
   if (light.size() != pixels->size()) return false;
   for (std::size_t i = 0; i < pixels->size(); ++i) {
-    const float bright = shadow + (1 - shadow) * gain * static_cast<float>(light[i]) / 255;
-    (*pixels)[i] = static_cast<std::uint8_t>(
-        std::lround(std::min(bright, 1.0f) * static_cast<float>((*pixels)[i])));
+    const float bright =
+        shadow + (1 - shadow) * std::pow(static_cast<float>(light[i]) / 255, contrast);
+    (*pixels)[i] =
+        static_cast<std::uint8_t>(std::lround(bright * static_cast<float>((*pixels)[i])));
   }
   // As they are stored: the file's writer turns the rows and the colours itself.
   SwapRedAndBlue(*pixels);
@@ -181,7 +182,7 @@ int TraceTerrainShadows(const fs::path& gameFolder, const fs::path& workFolder,
   return WriteShadowBits(*level, folder) ? 0 : Fail("The shadow bits could not be written.");
 }
 
-int MergeTerrainShadows(const fs::path& workFolder, const std::string& name, float gain,
+int MergeTerrainShadows(const fs::path& workFolder, const std::string& name, float contrast,
                         float shadow) {
   const std::string folder = TexturesFolder(workFolder, name);
   const auto tiles = ReadTileList(folder);
@@ -190,7 +191,7 @@ int MergeTerrainShadows(const fs::path& workFolder, const std::string& name, flo
     return Fail("No folder for the merged tiles.");
   int exitCode = 0;
   for (const Tile& tile : *tiles) {
-    if (MergeOne(folder, tile, gain, shadow)) {
+    if (MergeOne(folder, tile, contrast, shadow)) {
       std::printf("merged tile %ix%i\n", tile.row, tile.column);
     } else {
       exitCode = Fail(FormatText("Tile %ix%i or its shadow is missing.", tile.row, tile.column));

@@ -13,10 +13,10 @@ int HostGame(const std::filesystem::path& gameFolder, const std::string& mod);
 // the whole level: a bit for every height sample, row by row, set where the sun shines.
 int TraceTerrainShadows(const std::filesystem::path& gameFolder,
                         const std::filesystem::path& workFolder, const std::string& level);
-// Darkens the level's tiles by their shadows: a tile's brightness is shadow + (1 - shadow) x gain x
-// light, at most 1.
+// Darkens the level's tiles by their shadows: a tile's brightness is shadow + (1 - shadow) x light
+// to the power of contrast.
 int MergeTerrainShadows(const std::filesystem::path& workFolder, const std::string& level,
-                        float gain, float shadow);
+                        float contrast, float shadow);
 // A light map for every placed object: how the sun reaches the ground around it.
 int TraceObjectShadows(const std::filesystem::path& gameFolder,
                        const std::filesystem::path& workFolder, const std::string& level);

@@ -52,8 +52,8 @@ int main(int argc, char** argv) {
   if (switches.contains("+mergeTerrainShadows")) {
     const LevelArgument level = ReadLevelArgument(value("+mergeTerrainShadows"));
     mw::Tokenizer numbers(level.rest);
-    const float gain = mw::ParseFloat(numbers.Next(" "));
-    return MergeTerrainShadows(work, level.name, gain, mw::ParseFloat(numbers.Next(" ")));
+    const float contrast = mw::ParseFloat(numbers.Next(" "));
+    return MergeTerrainShadows(work, level.name, contrast, mw::ParseFloat(numbers.Next(" ")));
   }
   if (switches.contains("+traceObjectShadows")) {
     return TraceObjectShadows(game, work, ReadLevelArgument(value("+traceObjectShadows")).name);

@@ -13,11 +13,30 @@ constexpr float kStep = kCellSize / 2;  // world units along the ground between 
 constexpr float kPenumbra = 1.5f;       // world units over which a shadow fades in
 constexpr float kHighestGround = 256;   // nothing of a level is higher
 
+Vector3 NormalAt(const Grid& height, Point at) {
+  const float dx =
+      height.Sample({at.x + kCellSize, at.z}) - height.Sample({at.x - kCellSize, at.z});
+  const float dz =
+      height.Sample({at.x, at.z + kCellSize}) - height.Sample({at.x, at.z - kCellSize});
+  Vector3 normal{-dx, 2 * kCellSize, -dz};
+  normal.Normalise();
+  return normal;
+}
+
+// How much brighter than level ground a slope is under a light; ground that looks away gets none.
+float Facing(const Vector3& normal, const Vector3& towardsLight) {
+  const float dot =
+      normal.x * towardsLight.x + normal.y * towardsLight.y + normal.z * towardsLight.z;
+  return std::max(dot, 0.0f) / std::max(towardsLight.y, 0.01f);
+}
+
 float BrightnessAt(const Grid& height, const Lighting& lighting, Point at) {
   const float ground = height.Sample(at);
+  const Vector3 normal = NormalAt(height, at);
   float light = 0, all = 0;
   for (const Light& source : lighting.lights) {
-    light += source.intensity * LightAt(height, at, ground, source.direction);
+    light += source.intensity * LightAt(height, at, ground, source.direction) *
+             Facing(normal, source.direction);
     all += source.intensity;
   }
   return all > 0 ? std::clamp(light / all, 0.0f, 1.0f) : 1;

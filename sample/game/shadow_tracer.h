@@ -13,8 +13,8 @@ inline constexpr float kTracedTileSize = 256;  // world units per side of a surf
 // below reaches nothing.
 float LightAt(const Grid& height, Point at, float y, const Vector3& towardsLight);
 
-// The brightness of a tile's ground, 0 ... 1: `side` x `side` samples, columns eastwards, rows
-// northwards.
+// The brightness of a tile's ground, 0 ... 1 as level ground in the light: `side` x `side` samples,
+// columns eastwards, rows northwards.
 std::vector<float> TraceTile(const Grid& height, const Lighting& lighting, int tileRow,
                              int tileColumn, int side);
 
