@@ -1,13 +1,154 @@
 #include "app/level_tree_actions.h"
 
-namespace mw {
+#include <array>
+#include <utility>
 
-void LevelTreeItemSelected(TreeItem) {}
-bool ActivateLevelTreeItem(TreeItem) { return false; }
-void DeleteLevelTreeItem(TreeItem) {}
-bool CanDragLevelTreeItem(TreeItem) { return false; }
-void BeginLevelTreeDrag() {}
-void DropLevelTreeItem(TreeItem, int, int) {}
-void ChooseModeFilter(int) {}
+#include "app/camera_control.h"
+#include "app/commands.h"
+#include "app/operations.h"
+#include "app/shell.h"
+#include "core/editor_state.h"
+#include "objects/entity_editing.h"
+#include "objects/object_mapper.h"
+#include "objects/object_store.h"
+#include "objects/static_objects.h"
+
+namespace mw {
+namespace {
+
+constexpr std::array<GameModeMask, kModeFilterChoices> kFilterModes{
+    kAllModes, kModeConquest, kModeCaptureTheFlag, kModeTeamDeathMatch};
+
+void SelectObjectOf(TreeItem item) {
+  const int index = FindObjectByTreeItem(item);
+  if (index < 0) return;
+  RunCommand(kCommandObjectMapper);
+  if (levelTree.suppressObjectSelection) return;
+  StaticObject& object = objectStore.objects[static_cast<std::size_t>(index)];
+  SelectOnly(object, item);
+  FocusCameraOn(object.position.x, object.position.y, object.position.z);
+  shell.renderFrameNow();
+  UpdateToolButtons(true);
+}
+
+// Every object that shows the mesh, wherever it stands.
+void SelectObjectsOfMesh(TreeItem item) {
+  const int mesh = FindMeshByTreeItem(item);
+  if (mesh < 0) return;
+  RunCommand(kCommandObjectMapper);
+  if (levelTree.suppressObjectSelection) return;
+  DeselectAll();
+  const int entry =
+      FindCatalogueEntry(objectStore.meshes[static_cast<std::size_t>(mesh)].name.c_str());
+  bool anySelected = false;
+  for (StaticObject& object : objectStore.objects) {
+    if (!object.inUse || entry < 0 || object.catalogueIndex != entry) continue;
+    object.selected = true;
+    anySelected = true;
+  }
+  ComputePivot();
+  UpdateToolButtons(anySelected);
+}
+
+bool IsEntityPlace(TreeItem parent, TreeItem grandparent) {
+  const LevelTree::FixedItems& fixed = levelTree.fixed;
+  return grandparent == fixed.objectSpawns || grandparent == fixed.soldierSpawns ||
+         grandparent == fixed.controlPoints || parent == fixed.soldierSpawns ||
+         parent == fixed.controlPoints;
+}
+
+// What the fixed items open; nothing for any other item.
+Operations::Action OpeningOf(TreeItem item) {
+  const LevelTree::FixedItems& fixed = levelTree.fixed;
+  if (item == fixed.lighting) return operations.lightSettings;
+  if (item == fixed.shadows) return operations.shadowSettings;
+  if (item == fixed.fog) return operations.fogSettings;
+  if (item == fixed.water) return operations.waterSettings;
+  if (item == fixed.teams) return operations.teamSelection;
+  if (item == fixed.addTemplate) return AddObjectSpawnTemplate;
+  if (item == fixed.addNewObject) return operations.objectBrowser;
+  return nullptr;
+}
+
+// An object spawn of a template, or a static object of a cached mesh.
+bool DropTemplateOrMesh(TreeItem item) {
+  if (FindObjectSpawnTemplate(item) >= 0) return DropTemplate(item);
+  const int mesh = FindMeshByTreeItem(item);
+  return mesh >= 0 && AddStaticObjectFromCache(mesh);
+}
+
+}  // namespace
+
+void LevelTreeItemSelected(TreeItem item) {
+  if (!levelTree.notificationsEnabled || item == 0) return;
+  const LevelTree::FixedItems& fixed = levelTree.fixed;
+  const TreeItem parent = ParentOf(item), grandparent = ParentOf(parent);
+  if (parent == fixed.standardMeshes || parent == fixed.treeMeshes) {
+    SelectObjectOf(item);
+  } else if (parent == fixed.cachedObjects) {
+    SelectObjectsOfMesh(item);
+  } else if (IsEntityPlace(parent, grandparent) && !levelTree.suppressObjectSelection) {
+    SelectFromTree(item);
+  }
+}
+
+bool ActivateLevelTreeItem(TreeItem item) {
+  if (item == 0) return false;
+  if (const Operations::Action open = OpeningOf(item)) {
+    open();
+    return true;
+  }
+  if (const int index = FindObjectByTreeItem(item); index >= 0) {
+    EditStaticObject(index);
+    return true;
+  }
+  return EditByTreeItem(item);
+}
+
+bool DeleteLevelTreeItem(TreeItem item) {
+  if (item == 0) return false;
+  if (const int index = FindObjectByTreeItem(item); index >= 0) {
+    DeleteStaticObject(index);
+    return true;
+  }
+  const bool suppressed = std::exchange(levelTree.suppressObjectSelection, true);
+  DeleteByTreeItem(item);
+  levelTree.suppressObjectSelection = suppressed;
+  return false;
+}
+
+bool CanDragLevelTreeItem(TreeItem item) {
+  if (item == 0) return false;
+  const LevelTree::FixedItems& fixed = levelTree.fixed;
+  if (item == fixed.newControlPoint || item == fixed.newSoldierSpawn) return true;
+  const TreeItem parent = ParentOf(item);
+  return (parent == fixed.cachedObjects && item != fixed.addNewObject) ||
+         (parent == fixed.objectSpawns && item != fixed.addTemplate);
+}
+
+void BeginLevelTreeDrag() {
+  RunCommand(kCommandObjectMapper);
+  DeselectAll();
+  UpdateToolButtons(false);
+}
+
+void DropLevelTreeItem(TreeItem item, int x, int y) {
+  if (!CanDragLevelTreeItem(item)) return;
+  PickCursorPoint(x, y);
+  if (item == levelTree.fixed.newControlPoint) {
+    DropNewEntity(EntityKind::ControlPoint);
+  } else if (item == levelTree.fixed.newSoldierSpawn) {
+    DropNewEntity(EntityKind::SoldierSpawn);
+  } else if (DropTemplateOrMesh(item)) {
+    editor.levelModified = true;
+  }
+}
+
+void ChooseModeFilter(int choice) {
+  if (choice < 0 || choice >= kModeFilterChoices) return;
+  const bool enabled = std::exchange(levelTree.notificationsEnabled, false);
+  SetModeFilter(kFilterModes[static_cast<std::size_t>(choice)]);
+  levelTree.notificationsEnabled = enabled;
+}
 
 }  // namespace mw

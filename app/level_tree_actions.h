@@ -11,8 +11,8 @@ namespace mw {
 void LevelTreeItemSelected(TreeItem item);
 // Double click or Enter. False when the item opens nothing (Enter then expands or collapses it).
 bool ActivateLevelTreeItem(TreeItem item);
-// The Delete key.
-void DeleteLevelTreeItem(TreeItem item);
+// The Delete key. True when the item that takes the deleted one's place is chosen in turn.
+bool DeleteLevelTreeItem(TreeItem item);
 
 bool CanDragLevelTreeItem(TreeItem item);
 // A drag begins: the Object Mapper becomes the mode and nothing is selected.
@@ -22,6 +22,7 @@ void DropLevelTreeItem(TreeItem item, int x, int y);
 
 // Choices of the game mode filter, in the order of its list.
 inline constexpr int kModeFilterChoices = 4;
+// Shows the entities of the choice's modes. No effect for a choice that the list does not have.
 void ChooseModeFilter(int choice);
 
 }  // namespace mw

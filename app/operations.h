@@ -77,6 +77,8 @@ struct Operations {
   Action fogSettings = [] {};
   Action shadowSettings = [] {};
   Action waterSettings = [] {};
+  Action teamSelection = [] {};
+  Action objectBrowser = [] {};
   Action openSurfaceAssignments = [] {};
 };
 

@@ -45,6 +45,8 @@ function(mw_ui name)
     set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON
                                              AUTOUIC_SEARCH_PATHS ${CMAKE_SOURCE_DIR}/resources)
     mw_rescan_added_files(${name} ${sources})
+    # The logic's names may be words that Qt would otherwise make its own, such as "slots".
+    target_compile_definitions(${name} PUBLIC QT_NO_KEYWORDS)
     target_link_libraries(${name} PUBLIC mw_options ${ARGN} Qt6::Widgets)
   else()
     add_library(${name} INTERFACE)

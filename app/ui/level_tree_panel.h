@@ -3,18 +3,27 @@
 
 #include <QWidget>
 
-class QTreeWidget;
+#include "objects/level_tree.h"
+
+class QComboBox;
 
 namespace mw {
+
+class LevelTreeWidget;
 
 class LevelTreePanel : public QWidget {
  public:
   explicit LevelTreePanel(QWidget* parent);
 
-  QTreeWidget* tree() const { return tree_; }
+  LevelTreeWidget* tree() const { return tree_; }
+  // Shows the items of the level tree here. The panel must outlive the view.
+  LevelTreeView View();
 
  private:
-  QTreeWidget* tree_;
+  void ShowFixedItems();
+
+  QComboBox* modeFilter_;
+  LevelTreeWidget* tree_;
 };
 
 }  // namespace mw

@@ -90,8 +90,6 @@ void MainWindow::BuildStatusBar() {
 
 void MainWindow::SetCommandChecked(CommandId id, bool checked) {
   QAction* action = actions_.Find(id);
-  // The view modes of the Object Mapper are commands, too, but their buttons stand in its toolbar.
-  if (!action || !action->isCheckable()) action = modeToolbars_->Find(id);
   if (action && action->isCheckable()) action->setChecked(checked);
 }
 

@@ -1,7 +1,6 @@
 // The toolbars of the three editing modes, of which one is shown above the 3D view.
 #pragma once
 
-#include <QList>
 #include <QStackedWidget>
 
 #include "app/command_ids.h"
@@ -12,6 +11,7 @@ class QAction;
 namespace mw {
 
 class MaterialToolbar;
+class ObjectToolbar;
 class TerrainToolbar;
 
 class ModeToolbars : public QStackedWidget {
@@ -23,10 +23,12 @@ class ModeToolbars : public QStackedWidget {
   QAction* Find(CommandId id) const;
   TerrainToolbar* terrainToolbar() const { return terrainToolbar_; }
   MaterialToolbar* materialToolbar() const { return materialToolbar_; }
+  ObjectToolbar* objectToolbar() const { return objectToolbar_; }
 
  private:
   TerrainToolbar* terrainToolbar_;
   MaterialToolbar* materialToolbar_;
+  ObjectToolbar* objectToolbar_;
 };
 
 }  // namespace mw

@@ -1,17 +1,17 @@
 #include "app/ui/shell_windows.h"
 
-#include <QTreeWidget>
-
 #include "app/operations.h"
 #include "app/shell.h"
 #include "app/ui/frame_loop.h"
 #include "app/ui/height_operations.h"
 #include "app/ui/level_tree_panel.h"
+#include "app/ui/level_tree_widget.h"
 #include "app/ui/load_level_dialog.h"
 #include "app/ui/main_window.h"
 #include "app/ui/mapper_operations.h"
 #include "app/ui/mini_map_window.h"
 #include "app/ui/mode_toolbars.h"
+#include "app/ui/object_connections.h"
 #include "app/ui/picture_dialog.h"
 #include "app/ui/view_widget.h"
 #include "app/ui/welcome_dialog.h"
@@ -62,9 +62,11 @@ void ConnectShell(MainWindow& window) {
   ConnectMaterialTools(*window.modeToolbars()->materialToolbar());
   ConnectSurfaceDialogs(window);
   ConnectHeightOperations(window);
+  ConnectObjectWindows(window);
 }
 
 void DisconnectShell() {
+  DisconnectObjectWindows();
   shell = Shell{};
   operations = Operations{};
   hooks.invalidateMiniMap = [] {};

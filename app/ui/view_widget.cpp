@@ -10,6 +10,7 @@
 #include "app/input.h"
 #include "app/keys.h"
 #include "app/ui/key_translation.h"
+#include "app/ui/level_tree_drag.h"
 #include "core/editor_state.h"
 #include "platform/clock.h"
 #include "resources/pictures.h"
@@ -68,6 +69,7 @@ ViewWidget::ViewWidget(QWidget* parent) : QOpenGLWidget(parent) {
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   setContextMenuPolicy(Qt::PreventContextMenu);
+  setAcceptDrops(true);
 }
 
 QSurfaceFormat ViewWidget::ContextFormat() {
@@ -83,6 +85,11 @@ QSurfaceFormat ViewWidget::ContextFormat() {
 }
 
 QSize ViewWidget::DeviceSize() const { return size() * devicePixelRatioF(); }
+
+QPoint ViewWidget::DevicePixel(QPointF position) const {
+  position *= devicePixelRatioF();
+  return {static_cast<int>(std::floor(position.x())), static_cast<int>(std::floor(position.y()))};
+}
 
 void ViewWidget::paintGL() {
   if (!editor.viewReady) {
@@ -103,11 +110,10 @@ void ViewWidget::UpdateCursor() {
 }
 
 void ViewWidget::SendMouse(MouseButton button, MouseEvent kind, const QMouseEvent& event) {
-  const QPointF position = event.position() * devicePixelRatioF();
+  const QPoint pixel = DevicePixel(event.position());
   heldInput.leftButton = event.buttons() & Qt::LeftButton;
   heldInput.rightButton = event.buttons() & Qt::RightButton;
-  RouteMouse(button, kind, static_cast<int>(std::floor(position.x())),
-             static_cast<int>(std::floor(position.y())));
+  RouteMouse(button, kind, pixel.x(), pixel.y());
   UpdateCursor();
 }
 
@@ -150,6 +156,24 @@ void ViewWidget::keyReleaseEvent(QKeyEvent* event) {
 void ViewWidget::focusOutEvent(QFocusEvent* event) {
   ForgetHeldInput();
   QOpenGLWidget::focusOutEvent(event);
+}
+
+void ViewWidget::dragEnterEvent(QDragEnterEvent* event) { dragMoveEvent(event); }
+
+void ViewWidget::dragMoveEvent(QDragMoveEvent* event) {
+  // The Mini-Map lies on the view, but is not the view.
+  if (IsTreeItemDrag(*event) && !childAt(event->position().toPoint())) {
+    event->acceptProposedAction();
+  } else {
+    event->ignore();
+  }
+}
+
+void ViewWidget::dropEvent(QDropEvent* event) {
+  if (!IsTreeItemDrag(*event) || childAt(event->position().toPoint())) return;
+  event->acceptProposedAction();
+  const QPoint pixel = DevicePixel(event->position());
+  AcceptTreeItemDrop(pixel.x(), pixel.y());
 }
 
 }  // namespace mw

@@ -30,11 +30,17 @@ class ViewWidget : public QOpenGLWidget {
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  // Items of the level tree may be dropped here.
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
   // Tab is a key of the editor here.
   bool focusNextPrevChild(bool) override { return false; }
 
  private:
   QSize DeviceSize() const;
+  // The pixel of the picture under a position in the widget.
+  QPoint DevicePixel(QPointF position) const;
   // Shows the paste cursor while a paste is pending.
   void UpdateCursor();
   void SendMouse(MouseButton button, MouseEvent kind, const QMouseEvent& event);

@@ -128,7 +128,7 @@ void SurfaceGrid::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || !rect().contains(at)) return;
   if (!Toggle(at.x() / kCellSide, (kGridSide - 1 - at.y()) / kCellSide)) return;
   Refresh();
-  emit toggled();
+  Q_EMIT toggled();
 }
 
 }  // namespace mw

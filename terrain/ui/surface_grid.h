@@ -19,7 +19,7 @@ class SurfaceGrid : public QWidget {
   // Paints the table as it is now.
   void Refresh();
 
- signals:
+ Q_SIGNALS:
   // A tile was switched by a click.
   void toggled();
 

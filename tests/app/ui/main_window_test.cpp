@@ -111,14 +111,6 @@ TEST_F(MainWindowTest, PendingPasteDisablesTheClipboardButtonsButNotTheMenu) {
   EXPECT_TRUE(Entry(window, "Edit", "&Paste\tCrtl-V")->isEnabled());
 }
 
-TEST_F(MainWindowTest, ObjectToolButtonsSendTheirCommands) {
-  std::vector<int> sent;
-  operations.objectToolbarCommand = [&sent](CommandId id) { sent.push_back(id); };
-  window.modeToolbars()->Find(kCommandSnapToGround)->trigger();
-  window.modeToolbars()->Find(kCommandViewTexturedMesh)->trigger();
-  EXPECT_THAT(sent, ElementsAre(4014, 32796));
-}
-
 // The close box of the window is the Exit command.
 class ClosingTest : public MainWindowTest {
  protected:

@@ -1,0 +1,204 @@
+#include "app/ui/level_tree_widget.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QSignalBlocker>
+#include <QToolTip>
+#include <algorithm>
+
+#include "app/level_tree_actions.h"
+#include "app/ui/level_tree_drag.h"
+#include "resources/pictures.h"
+
+namespace mw {
+namespace {
+
+constexpr int kIndentation = 14, kIconSize = 16;  // pixels
+
+// 0 for no entry.
+TreeItem ItemOf(const QTreeWidgetItem* entry) {
+  return entry ? entry->data(0, Qt::UserRole).toUInt() : 0;
+}
+
+bool IsInside(const QTreeWidgetItem* entry, const QTreeWidgetItem* branch) {
+  while (entry && entry != branch) entry = entry->parent();
+  return entry != nullptr;
+}
+
+// The one below it on its level, else above it, else its parent.
+TreeItem NeighbourOf(const QTreeWidgetItem* entry) {
+  const QTreeWidgetItem* parent = entry->parent();
+  if (!parent) return 0;
+  const int row = parent->indexOfChild(const_cast<QTreeWidgetItem*>(entry));
+  for (const int neighbour : {row + 1, row - 1}) {
+    if (neighbour >= 0 && neighbour < parent->childCount()) return ItemOf(parent->child(neighbour));
+  }
+  return ItemOf(parent);
+}
+
+}  // namespace
+
+LevelTreeWidget::LevelTreeWidget(QWidget* parent) : QTreeWidget(parent) {
+  setHeaderHidden(true);
+  setUniformRowHeights(true);
+  setIndentation(kIndentation);
+  setIconSize(QSize(kIconSize, kIconSize));
+  setExpandsOnDoubleClick(false);  // activation decides
+  connect(this, &QTreeWidget::currentItemChanged, this,
+          [](QTreeWidgetItem* entry) { LevelTreeItemSelected(ItemOf(entry)); });
+  connect(this, &QTreeWidget::itemDoubleClicked, this, &LevelTreeWidget::Activate);
+}
+
+QTreeWidgetItem* LevelTreeWidget::Find(TreeItem item) const {
+  const auto found = entries_.find(item);
+  return found == entries_.end() ? nullptr : found->second;
+}
+
+void LevelTreeWidget::Clear() {
+  const QSignalBlocker quiet(this);
+  pressedItem_ = 0;
+  entries_.clear();
+  clear();
+}
+
+void LevelTreeWidget::Insert(TreeItem item, TreeItem parent, const std::string& text) {
+  auto* entry = new QTreeWidgetItem;
+  entry->setText(0, QString::fromStdString(text));
+  entry->setData(0, Qt::UserRole, item);
+  if (QTreeWidgetItem* above = Find(parent)) {
+    above->addChild(entry);
+  } else {
+    addTopLevelItem(entry);
+  }
+  entries_[item] = entry;
+}
+
+void LevelTreeWidget::SetText(TreeItem item, const std::string& text) {
+  if (QTreeWidgetItem* entry = Find(item)) entry->setText(0, QString::fromStdString(text));
+}
+
+// The selection does not move on to another item, as if the user had chosen that.
+void LevelTreeWidget::Remove(TreeItem item) {
+  QTreeWidgetItem* entry = Find(item);
+  if (!entry) return;
+  const QSignalBlocker quiet(this);
+  if (IsInside(currentItem(), entry)) setCurrentItem(nullptr);
+  entries_.erase(item);
+  delete entry;
+}
+
+void LevelTreeWidget::Select(TreeItem item) {
+  QTreeWidgetItem* entry = Find(item);
+  setCurrentItem(entry);
+  if (entry) scrollToItem(entry);
+}
+
+void LevelTreeWidget::DecorateFixedItems() {
+  const LevelTree::FixedItems& fixed = levelTree.fixed;
+  const std::pair<TreeItem, const char*> icons[] = {
+      {fixed.lighting, "light_settings"},
+      {fixed.shadows, "shadow_settings"},
+      {fixed.fog, "fog_settings"},
+      {fixed.water, "water_settings"},
+      {fixed.controlPoints, "show_control_points"},
+      {fixed.soldierSpawns, "show_soldier_spawns"},
+      {fixed.objectSpawns, "show_object_spawns"},
+      {fixed.standardMeshes, "show_standard_meshes"},
+      {fixed.treeMeshes, "show_tree_meshes"},
+  };
+  for (const auto& [item, icon] : icons) {
+    if (QTreeWidgetItem* entry = Find(item)) entry->setIcon(0, Icon(icon));
+  }
+}
+
+void LevelTreeWidget::Activate(QTreeWidgetItem* entry) {
+  if (!entry || ActivateLevelTreeItem(ItemOf(entry))) return;
+  entry->setExpanded(!entry->isExpanded());
+}
+
+void LevelTreeWidget::DeleteCurrent() {
+  QTreeWidgetItem* entry = currentItem();
+  if (!entry) return;
+  const TreeItem item = ItemOf(entry), neighbour = NeighbourOf(entry);
+  const bool choosesNext = DeleteLevelTreeItem(item);
+  if (Find(item) || currentItem()) return;
+  {
+    const QSignalBlocker quiet(this);
+    Select(neighbour);
+  }
+  if (choosesNext) LevelTreeItemSelected(neighbour);
+}
+
+void LevelTreeWidget::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (!event->isAutoRepeat()) Activate(currentItem());
+      break;
+    case Qt::Key_Delete:
+      if (!event->isAutoRepeat()) DeleteCurrent();
+      break;
+    default:
+      QTreeWidget::keyPressEvent(event);
+  }
+}
+
+// A click on the item that is the current one already brings the user back to what it stands for.
+void LevelTreeWidget::mousePressEvent(QMouseEvent* event) {
+  const QTreeWidgetItem* const pressed = itemAt(event->position().toPoint());
+  const bool again = pressed && pressed == currentItem();
+  if (event->button() == Qt::LeftButton) {
+    pressedItem_ = ItemOf(pressed);
+    pressedAt_ = event->position().toPoint();
+  }
+  QTreeWidget::mousePressEvent(event);
+  if (again && event->button() == Qt::LeftButton) LevelTreeItemSelected(ItemOf(pressed));
+}
+
+// Moving with a button held drags, or does nothing; it does not select what it passes over.
+void LevelTreeWidget::mouseMoveEvent(QMouseEvent* event) {
+  if (event->buttons() == Qt::NoButton) {
+    QTreeWidget::mouseMoveEvent(event);
+    return;
+  }
+  const QPoint distance = event->position().toPoint() - pressedAt_;
+  if (!(event->buttons() & Qt::LeftButton) ||
+      distance.manhattanLength() < QApplication::startDragDistance()) {
+    return;
+  }
+  const TreeItem item = std::exchange(pressedItem_, 0);
+  QTreeWidgetItem* const entry = Find(item);
+  if (entry && CanDragLevelTreeItem(item)) DragTreeItem(this, item, PictureOf(entry));
+}
+
+void LevelTreeWidget::mouseReleaseEvent(QMouseEvent* event) {
+  pressedItem_ = 0;
+  QTreeWidget::mouseReleaseEvent(event);
+}
+
+// The item as it stands in the tree.
+QPixmap LevelTreeWidget::PictureOf(QTreeWidgetItem* entry) const {
+  constexpr int kTextMargin = 8;
+  QRect row = visualItemRect(entry);
+  row.setWidth(
+      std::min(row.width(), fontMetrics().horizontalAdvance(entry->text(0)) + kTextMargin));
+  return viewport()->grab(row);
+}
+
+// Texts that do not fit show as tool tips.
+bool LevelTreeWidget::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QTreeWidget::viewportEvent(event);
+  const auto* help = static_cast<QHelpEvent*>(event);
+  const QModelIndex index = indexAt(help->pos());
+  const QRect row = visualRect(index);
+  if (index.isValid() && sizeHintForIndex(index).width() > row.width()) {
+    QToolTip::showText(help->globalPos(), index.data().toString(), viewport(), row);
+  } else {
+    QToolTip::hideText();
+  }
+  return true;
+}
+
+}  // namespace mw

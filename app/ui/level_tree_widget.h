@@ -1,0 +1,43 @@
+// The level tree as a widget: shows the items of the level tree and tells what the user does with
+// them.
+#pragma once
+
+#include <QTreeWidget>
+#include <unordered_map>
+
+#include "objects/level_tree.h"
+
+namespace mw {
+
+class LevelTreeWidget : public QTreeWidget {
+ public:
+  explicit LevelTreeWidget(QWidget* parent);
+
+  void Clear();
+  void Insert(TreeItem item, TreeItem parent, const std::string& text);
+  void SetText(TreeItem item, const std::string& text);
+  void Remove(TreeItem item);
+  // Scrolls to it; 0 selects nothing.
+  void Select(TreeItem item);
+  // Gives the fixed items their icons.
+  void DecorateFixedItems();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
+
+ private:
+  QTreeWidgetItem* Find(TreeItem item) const;
+  void Activate(QTreeWidgetItem* entry);
+  void DeleteCurrent();
+  QPixmap PictureOf(QTreeWidgetItem* entry) const;
+
+  std::unordered_map<TreeItem, QTreeWidgetItem*> entries_;
+  TreeItem pressedItem_ = 0;  // that the left button was pressed on, until it is dragged
+  QPoint pressedAt_;
+};
+
+}  // namespace mw

@@ -1,0 +1,24 @@
+#include "app/ui/object_connections.h"
+
+#include "app/ui/level_tree_panel.h"
+#include "app/ui/main_window.h"
+#include "app/ui/mode_toolbars.h"
+#include "objects/level_tree.h"
+#include "objects/object_windows.h"
+#include "objects/ui/object_toolbar.h"
+
+namespace mw {
+
+void ConnectObjectWindows(MainWindow& window) {
+  ObjectToolbar* const toolbar = window.modeToolbars()->objectToolbar();
+  objectWindows.refreshToolbar = [toolbar] { toolbar->Refresh(); };
+  levelTree.view = window.treePanel()->View();
+  BuildTree();
+}
+
+void DisconnectObjectWindows() {
+  objectWindows = ObjectWindows{};
+  levelTree.view = LevelTreeView{};
+}
+
+}  // namespace mw

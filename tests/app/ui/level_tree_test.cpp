@@ -1,0 +1,168 @@
+#include <QComboBox>
+#include <QDrag>
+#include <QDropEvent>
+#include <QTest>
+
+#include "app/level_tree_actions.h"
+#include "app/ui/level_tree_drag.h"
+#include "app/ui/level_tree_panel.h"
+#include "app/ui/level_tree_widget.h"
+#include "app/ui/mini_map_window.h"
+#include "app/ui/view_widget.h"
+#include "app/ui/window_fixture.h"
+#include "objects/entities.h"
+#include "objects/object_store.h"
+
+namespace mw {
+namespace {
+
+// The panel over a freshly built tree. The operations record what the tree opens.
+class LevelTreeTest : public WindowTest {
+ protected:
+  LevelTreeTest() {
+    ResetObjectStore();
+    ResetEntities();
+    BuildTree();
+    operations.lightSettings = [this] { calls.push_back("light"); };
+    operations.objectBrowser = [this] { calls.push_back("browser"); };
+    window.show();
+    QApplication::processEvents();
+  }
+  ~LevelTreeTest() override { ResetObjectStore(); }
+
+  LevelTreeWidget& tree() { return *window.treePanel()->tree(); }
+  QTreeWidgetItem* Entry(const char* text) {
+    const auto found = tree().findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
+    return found.size() == 1 ? found[0] : nullptr;
+  }
+  QPoint PlaceOf(const char* text) {
+    tree().scrollToItem(Entry(text));
+    QApplication::processEvents();
+    return tree().visualItemRect(Entry(text)).center();
+  }
+  void Click(const char* text) {
+    QTest::mouseClick(tree().viewport(), Qt::LeftButton, {}, PlaceOf(text));
+  }
+  // An object that stands in the level and in the tree.
+  void Place(const char* name, Vector3 position) {
+    StaticObject object;
+    object.name = name;
+    object.inUse = true;
+    object.position = position;
+    object.treeItem = InsertItem(levelTree.fixed.standardMeshes, name);
+    objectStore.objects.push_back(object);
+  }
+};
+
+TEST_F(LevelTreeTest, ShowsTheFixedItemsInTheirOrder) {
+  QStringList texts;
+  for (QTreeWidgetItemIterator entry(&tree()); *entry; ++entry) texts << (*entry)->text(0);
+  EXPECT_EQ(texts, QStringList({"World", "Lighting", "Shadows", "Fog Settings", "Water Settings",
+                                "Teams", "Control Points", "Drag New Control Point",
+                                "Soldier Spawns", "Drag New Soldier Spawn", "Object Spawns",
+                                "Add Template", "Static Objects", "Standard Meshes", "Tree Meshes",
+                                "Cached Objects", "Add New Object"}));
+}
+
+TEST_F(LevelTreeTest, FollowsRenamingAndDeleting) {
+  Place("Bunker", {});
+  SetItemText(objectStore.objects[0].treeItem, "Watchtower");
+  EXPECT_TRUE(Entry("Watchtower"));
+  DeleteItem(objectStore.objects[0].treeItem);
+  EXPECT_FALSE(Entry("Watchtower"));
+}
+
+TEST_F(LevelTreeTest, SelectingFromTheEditorUnfoldsAndShowsTheItemWithoutActingOnIt) {
+  Place("Bunker", {});
+  SelectItem(objectStore.objects[0].treeItem);
+  EXPECT_EQ(tree().currentItem(), Entry("Bunker"));
+  EXPECT_TRUE(Entry("Standard Meshes")->isExpanded());
+  EXPECT_TRUE(IsEditMode(EditMode::TerrainMapper));
+  SelectItem(0);
+  EXPECT_EQ(tree().currentItem(), nullptr);
+}
+
+TEST_F(LevelTreeTest, DoubleClickAndEnterOpenWhatTheItemStandsForOrUnfoldIt) {
+  Click("World");
+  QTest::keyClick(&tree(), Qt::Key_Return);
+  EXPECT_TRUE(Entry("World")->isExpanded());
+  QTest::mouseClick(tree().viewport(), Qt::LeftButton, {}, PlaceOf("Lighting"));
+  QTest::mouseDClick(tree().viewport(), Qt::LeftButton, {}, PlaceOf("Lighting"));
+  Click("Add New Object");
+  QTest::keyClick(&tree(), Qt::Key_Enter);
+  EXPECT_EQ(calls, (std::vector<std::string>{"light", "browser"}));
+}
+
+TEST_F(LevelTreeTest, FilterListSetsTheModesAndANewTreeShowsAll) {
+  auto* filter = window.findChild<QComboBox*>("modeFilter");
+  QTest::keyClick(filter, Qt::Key_End);
+  EXPECT_EQ(entities.ModeFilter, kModeTeamDeathMatch);
+  BuildTree();
+  EXPECT_EQ(filter->currentText(), "Show All");
+  EXPECT_EQ(entities.ModeFilter, kAllModes);
+}
+
+TEST_F(LevelTreeTest, DeletingTheCurrentItemChoosesNoOtherByItself) {
+  Place("Bunker", {1, 0, 1});
+  Place("Barracks", {2, 0, 2});
+  SelectItem(objectStore.objects[0].treeItem);
+  camera.position.Set(7, 7, 7);
+  DeleteItem(objectStore.objects[0].treeItem);
+  EXPECT_EQ(tree().currentItem(), nullptr);
+  EXPECT_EQ(camera.position, (Vector3{7, 7, 7}));
+}
+
+// The drag's event loop runs inside the mouse move; what is dropped where happens in it.
+class LevelTreeDragTest : public LevelTreeTest {
+ protected:
+  void Drag(const char* text, std::function<void()> meanwhile) {
+    QTest::mousePress(tree().viewport(), Qt::LeftButton, {}, PlaceOf(text));
+    bool dragged = false;
+    QTimer::singleShot(0, qApp, [&] {
+      dragged = true;
+      meanwhile();
+      QDrag::cancel();
+    });
+    const QPoint to = PlaceOf(text) + QPoint(40, 0);
+    QMouseEvent move(QEvent::MouseMove, to, tree().viewport()->mapToGlobal(to), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QApplication::sendEvent(tree().viewport(), &move);
+    if (!dragged) QApplication::processEvents();
+    QTest::mouseRelease(tree().viewport(), Qt::LeftButton, {}, to);
+  }
+  // Whether the view takes the drop at this place.
+  bool DropOnView(QPoint place) {
+    QMimeData data;
+    data.setData("application/x-mapwright-level-tree-item", "1");
+    QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(window.view(), &enter);
+    return enter.isAccepted();
+  }
+};
+
+TEST_F(LevelTreeDragTest, ViewTakesDropsOfTheTreeButNotOnTheMiniMap) {
+  Entry("Control Points")->setExpanded(true);
+  bool onView = false, onMiniMap = true;
+  Drag("Drag New Control Point", [&] {
+    EXPECT_TRUE(IsEditMode(EditMode::ObjectMapper));
+    const QRect miniMap = window.miniMap()->geometry();
+    onView = DropOnView(miniMap.bottomRight() + QPoint(20, 20));
+    onMiniMap = DropOnView(miniMap.center());
+  });
+  EXPECT_TRUE(onView);
+  EXPECT_FALSE(onMiniMap);
+  EXPECT_FALSE(DropOnView(window.view()->rect().center())) << "nothing is dragged any more";
+}
+
+TEST_F(LevelTreeDragTest, MovingWithTheButtonHeldOverOtherItemsDoesNothing) {
+  Entry("Object Spawns")->setExpanded(true);
+  Click("Add Template");
+  bool taken = false;
+  Drag("Add Template", [&] { taken = DropOnView(window.view()->rect().center()); });
+  EXPECT_FALSE(taken);
+  EXPECT_EQ(tree().currentItem(), Entry("Add Template"));
+  EXPECT_TRUE(IsEditMode(EditMode::TerrainMapper));
+}
+
+}  // namespace
+}  // namespace mw
