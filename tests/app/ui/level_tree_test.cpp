@@ -1,6 +1,7 @@
 #include <QComboBox>
 #include <QDrag>
 #include <QDropEvent>
+#include <QMimeData>
 #include <QTest>
 
 #include "app/level_tree_actions.h"
@@ -116,18 +117,18 @@ TEST_F(LevelTreeTest, DeletingTheCurrentItemChoosesNoOtherByItself) {
 class LevelTreeDragTest : public LevelTreeTest {
  protected:
   void Drag(const char* text, std::function<void()> meanwhile) {
-    QTest::mousePress(tree().viewport(), Qt::LeftButton, {}, PlaceOf(text));
-    bool dragged = false;
+    const QPoint from = PlaceOf(text), to = from + QPoint(40, 0);
+    QTest::mousePress(tree().viewport(), Qt::LeftButton, {}, from);
+    bool looked = false;
     QTimer::singleShot(0, qApp, [&] {
-      dragged = true;
+      looked = true;
       meanwhile();
       QDrag::cancel();
     });
-    const QPoint to = PlaceOf(text) + QPoint(40, 0);
     QMouseEvent move(QEvent::MouseMove, to, tree().viewport()->mapToGlobal(to), Qt::NoButton,
                      Qt::LeftButton, {});
     QApplication::sendEvent(tree().viewport(), &move);
-    if (!dragged) QApplication::processEvents();
+    if (!looked) QApplication::processEvents();
     QTest::mouseRelease(tree().viewport(), Qt::LeftButton, {}, to);
   }
   // Whether the view takes the drop at this place.
