@@ -3,7 +3,6 @@
 #include <array>
 #include <utility>
 
-#include "app/camera_control.h"
 #include "app/commands.h"
 #include "app/operations.h"
 #include "app/shell.h"
