@@ -24,6 +24,10 @@ std::string_view TargetFor(const std::string& extension) {
   if (mw::EqualNoCase(extension, ".cfg")) return "mod_config";
   if (mw::EqualNoCase(extension, ".dat")) return "texture_set";
   if (mw::EqualNoCase(extension, ".raw")) return "heightmap";
+  if (mw::EqualNoCase(extension, ".sm")) return "standard_mesh";
+  if (mw::EqualNoCase(extension, ".tm")) return "tree_mesh";
+  if (mw::EqualNoCase(extension, ".rs")) return "shader_file";
+  if (mw::EqualNoCase(extension, ".lst")) return "object_list";
   return {};
 }
 

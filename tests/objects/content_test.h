@@ -1,0 +1,75 @@
+// A game whose content archive holds meshes, shaders and textures that the test puts into it, and a
+// 3D view to load them for.
+#pragma once
+
+#include <GL/gl.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+
+#include "core/text.h"
+#include "data/archive.h"
+#include "data/mod_config.h"
+#include "objects/level_tree.h"
+#include "objects/mesh_bytes.h"
+#include "objects/object_store.h"
+#include "support/dds_file.h"
+#include "support/gl_context.h"
+#include "support/sandbox.h"
+
+namespace mw {
+
+class ContentTest : public SandboxTest {
+ protected:
+  static constexpr std::uint16_t kRed = 0xF800, kBlue = 0x001F;
+
+  void SetUp() override {
+    if (!OpenTestGl(8, 8)) GTEST_SKIP() << TestGlError();
+    ResetObjectStore();
+    archives.Clear();
+    modConfig = ModConfig{};
+    modConfig.GamePath = GameFolder();
+    modConfig.StandardMeshPath = "Mods\\varnhold\\standardMesh";
+    modConfig.TreeMeshPath = "Mods\\varnhold\\treeMesh\\";
+    modConfig.TexturePath = "Mods\\varnhold\\texture";
+    content_ = archives.CreateArchive((folder / "content.vra").string());
+    BuildTree();
+  }
+  void TearDown() override {
+    archives.Clear();
+    modConfig = ModConfig{};
+    ResetObjectStore();
+  }
+
+  void Put(std::string_view member, const Bytes& bytes) {
+    ASSERT_TRUE(content_->WriteMember(member, bytes));
+  }
+  void PutTexture(std::string_view member, std::uint16_t colour = kRed) {
+    DdsFile file;
+    file.data = UniformBlocks(1, colour);
+    Put(member, file.Bytes());
+  }
+  // A shader file with a block for each name, which shows the texture of that name.
+  void PutShader(std::string_view mesh, std::initializer_list<std::string_view> names) {
+    std::string text;
+    for (const std::string_view name : names) {
+      text += "subshader \"" + std::string(name) + "\" \"x\"\n{\n\ttexture \"texture/" +
+              std::string(name) + "\";\n}\n";
+    }
+    Put("standardMesh/" + std::string(mesh) + ".rs", TextBytes(text));
+  }
+
+  // Number of GL textures that meshes hold, references counted.
+  static int References() {
+    int references = 0;
+    for (const ObjectTexture& texture : objectStore.textures.slots) {
+      references += texture.references;
+    }
+    return references;
+  }
+
+ private:
+  Archive* content_ = nullptr;
+};
+
+}  // namespace mw
