@@ -1,0 +1,374 @@
+#include "objects/entity_editing.h"
+
+#include <gmock/gmock.h>
+
+#include "objects/entity_test.h"
+
+namespace mw {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class EntityCreationTest : public EntityTest {
+ protected:
+  static void AddGroupOfTeam2(std::int32_t id) {
+    SpawnGroup& group = entities.spawnGroups.emplace_back();
+    group.id = id;
+    group.team = 2;
+  }
+};
+class EntityDeletionTest : public EntityTest {};
+class EntityTreeTest : public EntityTest {};
+
+TEST_F(EntityCreationTest, ThreeControlPointsOnAnEmptyLevel) {
+  for (const float x : {100.0f, 200.0f, 300.0f}) DropControlPoint(x, 50);
+  ASSERT_EQ(ControlPoints().templates.size(), 3U);
+  ASSERT_EQ(entities.spawnGroups.size(), 3U);
+  for (std::size_t i = 0; i < 3; ++i) {
+    const int number = static_cast<int>(i) + 1;
+    const std::string name = "New_Control_Point" + std::to_string(number);
+    EXPECT_EQ(PointTemplate(i).name, name);
+    EXPECT_EQ(PointTemplate(i).controlPointName, name);
+    EXPECT_EQ(PointTemplate(i).group, number);
+    EXPECT_EQ(PointTemplate(i).spawnGroupId, number);
+    EXPECT_EQ(entities.spawnGroups[i].id, number);
+    EXPECT_EQ(ControlPoints().instances[i]->name, name);
+  }
+  EXPECT_EQ(ControlPoints().instances[1]->position, (Vector3{200, 20, 50}));
+  EXPECT_THAT(TextsUnder(levelTree.fixed.controlPoints),
+              ElementsAre("Drag New Control Point", "New_Control_Point1 (CQ,CTF,TDM)",
+                          "New_Control_Point2 (CQ,CTF,TDM)", "New_Control_Point3 (CQ,CTF,TDM)"));
+  EXPECT_TRUE(editor.levelModified);
+}
+
+TEST_F(EntityCreationTest, ControlPointsStartWithTheGamesUsualValues) {
+  DropControlPoint(100, 100);
+  const ControlPointTemplate& made = PointTemplate(0);
+  EXPECT_EQ(made.radius, 50);
+  EXPECT_EQ(made.team, 1);
+  EXPECT_EQ(made.objectSpawnerId, 1);
+  EXPECT_EQ(made.areaValue, 20);
+  EXPECT_EQ(made.timeToGetControl, 10);
+  EXPECT_EQ(made.timeToLoseControl, 10);
+  EXPECT_EQ(made.disableIfEnemyInsideRadius, 0);
+  EXPECT_EQ(made.disableWhenLosingControl, 0);
+  EXPECT_EQ(made.loseControlWhenEnemyClose, 1);
+  EXPECT_EQ(made.loseControlWhenNotClose, 0);
+  EXPECT_EQ(made.unableToChangeTeam, 0);
+  EXPECT_EQ(made.geometry, "flagbase_m1");
+  EXPECT_EQ(made.hasCollisionPhysics, 1);
+  EXPECT_EQ(made.addTemplate, "AnimatedFlag");
+  EXPECT_EQ(made.teamGeometry1, "flagge_m1");
+  EXPECT_EQ(made.teamGeometry2, "flagus_m1");
+  EXPECT_EQ(made.relativePosition, (Vector3{0, 8.2f, 0}));
+  EXPECT_EQ(entities.spawnGroups[0].icon, "test1.tga");
+  EXPECT_EQ(entities.spawnGroups[0].status, -1);
+}
+
+TEST_F(EntityCreationTest, TheNinthControlPointSharesTheEighthsTemplate) {
+  for (int i = 0; i < 8; ++i) DropControlPoint(100.0f * static_cast<float>(i), 50);
+  ExpectMessages(1);
+  DropControlPoint(900, 50);
+  EXPECT_THAT(Messages(), ElementsAre("Too many control point templates."));
+  EXPECT_EQ(ControlPoints().templates.size(), 8U);
+  EXPECT_EQ(entities.spawnGroups.size(), 9U) << "its group was made before";
+  ASSERT_EQ(ControlPoints().instances.size(), 9U);
+  EXPECT_EQ(ControlPoints().instances.back()->templateIndex, 7);
+}
+
+TEST_F(EntityCreationTest, ANewGroupTakesTheSmallestFreeNumberAndTheShownModes) {
+  for (const int id : {1, 2, 4}) AddGroupOfTeam2(id);
+  SetModeFilter(kModeCaptureTheFlag);
+  DropControlPoint(10, 10);
+  EXPECT_EQ(entities.spawnGroups.back().id, 3);
+  EXPECT_EQ(entities.spawnGroups.back().modes, kModeCaptureTheFlag);
+  EXPECT_EQ(PointTemplate(0).modes, kModeCaptureTheFlag);
+  EXPECT_EQ(ControlPoints().instances[0]->modes, kModeCaptureTheFlag);
+}
+
+TEST_F(EntityCreationTest, WithoutRoomForAGroupAControlPointTakesTheLastOne) {
+  for (int id = 1; id <= 48; ++id) AddGroupOfTeam2(id);
+  ExpectMessages(1);
+  DropControlPoint(10, 10);
+  EXPECT_THAT(Messages(), ElementsAre("Too many spawn groups."));
+  EXPECT_EQ(PointTemplate(0).spawnGroupId, 48);
+  EXPECT_EQ(PointTemplate(0).team, 2);
+}
+
+TEST_F(EntityCreationTest, ASoldierSpawnBelongsToTheNearestControlPoint) {
+  DropControlPoint(100, 100);
+  DropControlPoint(600, 100);
+  SpawnInstance& spawn = DropSoldierSpawn(605, 110);
+  EXPECT_EQ(SoldierTemplate(0).group, 2);
+  EXPECT_EQ(SoldierTemplate(0).spawnId, 1);
+  EXPECT_EQ(spawn.name, "New_Control_Point2_Spawn1");
+  EXPECT_EQ(DropSoldierSpawn(605, 90).name, "New_Control_Point2_Spawn2");
+  EXPECT_EQ(SoldierTemplate(1).spawnId, 2);
+  EXPECT_THAT(TextsUnder(levelTree.fixed.soldierSpawns),
+              ElementsAre("Drag New Soldier Spawn", "New_Control_Point2_Spawn1 (CQ,CTF,TDM)",
+                          "New_Control_Point2_Spawn2 (CQ,CTF,TDM)"));
+}
+
+TEST_F(EntityCreationTest, ASoldierSpawnIsNamedAfterItsControlPointsOwnTemplate) {
+  DropControlPoint(100, 100);
+  DropControlPoint(600, 100);
+  auto& points = ControlPoints().instances;
+  std::swap(points[0], points[1]);
+  DropSoldierSpawn(100, 100);
+  EXPECT_EQ(SoldierTemplate(0).group, 2) << "the number counts control points";
+  EXPECT_EQ(SoldierTemplate(0).name, "New_Control_Point1_Spawn1");
+}
+
+TEST_F(EntityCreationTest, ASoldierSpawnWithoutControlPointsIsInGroup1) {
+  DropSoldierSpawn(100, 100);
+  EXPECT_EQ(SoldierTemplate(0).name, "_Spawn1");
+  EXPECT_EQ(SoldierTemplate(0).group, 1);
+}
+
+TEST_F(EntityCreationTest, ANameWithoutRoomForItsNumberIsCut) {
+  DropControlPoint(100, 100);
+  PointTemplate(0).name = std::string(47, 'p');
+  for (int i = 0; i < 11; ++i) DropSoldierSpawn(100, 100);
+  EXPECT_EQ(SoldierTemplate(0).name, std::string(46, 'p') + "1");
+  EXPECT_EQ(SoldierTemplate(10).name, std::string(45, 'p') + "11");
+}
+
+TEST_F(EntityCreationTest, TheLaterOfTwoEquallyNearControlPointsWins) {
+  DropControlPoint(100, 100);
+  DropControlPoint(300, 100);
+  EXPECT_EQ(NearestControlPoint({200, 20, 100}), 2);
+  EXPECT_EQ(NearestControlPoint({199.5f, 20, 100}), 1);
+  EXPECT_EQ(NearestControlPoint({199.9f, 20, 100.5f}), 1);
+  ControlPoints().instances[1]->position = {100.9f, 20, 100};
+  EXPECT_EQ(NearestControlPoint({100, 20, 100}), 2) << "fractions of a unit do not count";
+}
+
+TEST_F(EntityCreationTest, AControlPointCountsWithin4000Units) {
+  DropControlPoint(0, 0);
+  DropControlPoint(0, 0);
+  ControlPoints().instances[0]->position = {0, 0, 9000};
+  EXPECT_EQ(NearestControlPoint({0, 20, 4000.9f}), 2);
+  EXPECT_EQ(NearestControlPoint({0, 20, 4001}), 1) << "neither is near";
+}
+
+TEST_F(EntityCreationTest, AVehicleTakesNumberAndTeamOfTheNearestControlPoint) {
+  AddVehicleTemplate();
+  EXPECT_EQ(DropVehicle(10, 10).team, 1);
+  EXPECT_EQ(Vehicle(0).osId, 1);
+  DropControlPoint(100, 100);
+  DropControlPoint(600, 100);
+  PointTemplate(1).team = 2;
+  const ObjectSpawn& second = DropVehicle(620, 100);
+  EXPECT_EQ(second.osId, 2);
+  EXPECT_EQ(second.team, 2);
+  EXPECT_EQ(second.position, (Vector3{620, 20, 100}));
+  EXPECT_THAT(TextsUnder(ObjectSpawns().templates[0]->treeItem),
+              ElementsAre("New_Object_Spawn1 (CQ,CTF,TDM)", "New_Object_Spawn1 (CQ,CTF,TDM)"));
+  EXPECT_FALSE(DropTemplate(second.treeItem)) << "an instance is no template";
+}
+
+TEST_F(EntityCreationTest, AnObjectSpawnTemplateIsMadeOnlyOnOk) {
+  std::string title;
+  CancelSheets([&](PropertySheet& sheet) { title = sheet.title; });
+  AddObjectSpawnTemplate();
+  EXPECT_EQ(title, "Edit Object Spawn Template");
+  EXPECT_THAT(ObjectSpawns().templates, IsEmpty());
+  EXPECT_THAT(TextsUnder(levelTree.fixed.objectSpawns), ElementsAre("Add Template"));
+  EXPECT_TRUE(editor.levelModified);
+
+  AddVehicleTemplate();
+  AddVehicleTemplate();
+  EXPECT_THAT(TextsUnder(levelTree.fixed.objectSpawns),
+              ElementsAre("Add Template", "New_Object_Spawn1 (CQ,CTF,TDM)",
+                          "New_Object_Spawn2 (CQ,CTF,TDM)"));
+  const ObjectSpawnTemplate& made = ObjectTemplate(0);
+  EXPECT_EQ(made.team1Object, "object1");
+  EXPECT_EQ(made.team2Object, "object2");
+  EXPECT_EQ(made.minSpawnDelay, 10);
+  EXPECT_EQ(made.maxSpawnDelay, 20);
+  EXPECT_EQ(made.timeToLive, 45);
+  EXPECT_EQ(made.distance, 40);
+  EXPECT_EQ(made.damageWhenLost, 10);
+}
+
+TEST_F(EntityCreationTest, FullTablesRefuseDropsWithTheirMessage) {
+  AddVehicleTemplate();
+  ExpectMessages(5);
+  for (const EntityKind kind : kEntityKinds) {
+    while (Of(kind).instances.size() < kMaxInstances) {
+      Of(kind).instances.push_back(std::make_unique<SoldierSpawn>());
+    }
+  }
+  DropNewEntity(EntityKind::SoldierSpawn);
+  DropNewEntity(EntityKind::ControlPoint);
+  EXPECT_FALSE(DropTemplateAt(0));
+  EXPECT_THAT(SoldierSpawns().templates, IsEmpty());
+  EXPECT_THAT(ControlPoints().templates, IsEmpty());
+  EXPECT_THAT(entities.spawnGroups, IsEmpty());
+  for (const EntityKind kind : kEntityKinds) {
+    EXPECT_EQ(Of(kind).instances.size(), kMaxInstances);
+    while (Of(kind).templates.size() < kMaxTemplates) {
+      Of(kind).templates.push_back(std::make_unique<ObjectSpawnTemplate>());
+    }
+  }
+  AddObjectSpawnTemplate();
+  EXPECT_EQ(ObjectSpawns().templates.size(), kMaxTemplates);
+  SoldierSpawns().instances.clear();
+  DropNewEntity(EntityKind::SoldierSpawn);
+  EXPECT_EQ(SoldierSpawns().templates.size(), kMaxTemplates);
+  EXPECT_EQ(SoldierSpawns().instances.size(), 1U) << "the last template serves";
+  EXPECT_THAT(Messages(),
+              ElementsAre("Too many soldier spawn templates.", "Too many control point templates.",
+                          "Too many object spawn templates.", "Too many object spawn templates.",
+                          "Too many soldier spawn templates."));
+}
+
+TEST_F(EntityDeletionTest, AControlPointTakesItsGroupAndTemplateAlong) {
+  for (const float x : {100.0f, 200.0f, 300.0f}) DropControlPoint(x, 50);
+  editor.levelModified = false;
+  DeleteInstance(EntityKind::ControlPoint, 1);
+  EXPECT_TRUE(editor.levelModified);
+  ASSERT_EQ(entities.spawnGroups.size(), 2U);
+  EXPECT_EQ(entities.spawnGroups[1].id, 3);
+  ASSERT_EQ(ControlPoints().templates.size(), 2U);
+  EXPECT_EQ(PointTemplate(1).name, "New_Control_Point3");
+  EXPECT_EQ(TemplateOf(*ControlPoints().instances[1]), &PointTemplate(1));
+  EXPECT_THAT(TextsUnder(levelTree.fixed.controlPoints),
+              ElementsAre("Drag New Control Point", "New_Control_Point1 (CQ,CTF,TDM)",
+                          "New_Control_Point3 (CQ,CTF,TDM)"));
+}
+
+TEST_F(EntityDeletionTest, AGroupThatAnotherControlPointUsesStays) {
+  DropControlPoint(100, 50);
+  DropControlPoint(200, 50);
+  PointTemplate(1).spawnGroupId = 1;
+  DeleteLast(EntityKind::ControlPoint);
+  EXPECT_EQ(entities.spawnGroups.size(), 2U);
+  DeleteLast(EntityKind::ControlPoint);
+  ASSERT_EQ(entities.spawnGroups.size(), 1U);
+  EXPECT_EQ(entities.spawnGroups[0].id, 2);
+}
+
+TEST_F(EntityDeletionTest, TheLastSoldierSpawnTakesItsTemplateAlongButAVehicleDoesNot) {
+  DropSoldierSpawn(100, 100);
+  DeleteLast(EntityKind::SoldierSpawn);
+  EXPECT_THAT(SoldierSpawns().templates, IsEmpty());
+  AddVehicleTemplate();
+  DropVehicle(100, 100);
+  DeleteLast(EntityKind::ObjectSpawn);
+  EXPECT_THAT(ObjectSpawns().instances, IsEmpty());
+  EXPECT_EQ(ObjectSpawns().templates.size(), 1U);
+}
+
+TEST_F(EntityDeletionTest, ATemplateWithVehiclesIsKept) {
+  AddVehicleTemplate();
+  const TreeItem templateItem = ObjectTemplate(0).treeItem;
+  DropVehicle(100, 100);
+  ExpectMessages(1);
+  DeleteByTreeItem(templateItem);
+  EXPECT_THAT(Messages(), ElementsAre("Can't delete a template with spawns under it."));
+  EXPECT_EQ(ObjectSpawns().templates.size(), 1U);
+  EXPECT_EQ(ItemText(templateItem), "New_Object_Spawn1 (CQ,CTF,TDM)");
+
+  DeleteByTreeItem(Vehicle(0).treeItem);
+  DeleteByTreeItem(templateItem);
+  EXPECT_THAT(ObjectSpawns().templates, IsEmpty());
+  EXPECT_THAT(TextsUnder(levelTree.fixed.objectSpawns), ElementsAre("Add Template"));
+}
+
+TEST_F(EntityDeletionTest, UnusedTemplatesAreRemovedAndTheOthersKeepTheirInstances) {
+  for (int i = 0; i < 4; ++i) AddVehicleTemplate();
+  DropVehicle(100, 100);
+  PointAt(200, 200);
+  DropTemplateAt(1);
+  const SpawnTemplate* first = TemplateOf(Vehicle(0));
+  const SpawnTemplate* second = TemplateOf(Vehicle(1));
+  editor.levelModified = false;
+  RemoveUnusedTemplates();
+  EXPECT_EQ(ObjectSpawns().templates.size(), 2U);
+  EXPECT_EQ(TemplateOf(Vehicle(0)), first);
+  EXPECT_EQ(TemplateOf(Vehicle(1)), second);
+  EXPECT_TRUE(editor.levelModified);
+  editor.levelModified = false;
+  RemoveUnusedTemplates();
+  EXPECT_FALSE(editor.levelModified) << "nothing was unused";
+}
+
+TEST_F(EntityDeletionTest, ClearingLeavesTheFixedItemsAndTheNextSpawnId) {
+  DropControlPoint(100, 100);
+  DropSoldierSpawn(100, 100);
+  AddVehicleTemplate();
+  DropVehicle(100, 100);
+  editor.levelModified = false;
+  ClearAllEntities();
+  for (const EntityKind kind : kEntityKinds) {
+    EXPECT_THAT(Of(kind).instances, IsEmpty());
+    EXPECT_THAT(Of(kind).templates, IsEmpty());
+  }
+  EXPECT_THAT(entities.spawnGroups, IsEmpty());
+  EXPECT_EQ(levelTree.items.size(), 17U) << "the fixed items";
+  EXPECT_EQ(entities.nextSpawnId, 2);
+  EXPECT_FALSE(editor.levelModified);
+}
+
+TEST_F(EntityTreeTest, AFilterHidesWhatIsInOtherModes) {
+  SetModeFilter(kModeConquest);
+  DropControlPoint(100, 100);
+  AddVehicleTemplate();
+  DropVehicle(100, 100);
+  const std::vector<std::string> both{"Add Template", "New_Object_Spawn1 (CQ)"};
+  EXPECT_EQ(TextsUnder(levelTree.fixed.objectSpawns), both);
+
+  SetModeFilter(kModeCaptureTheFlag);
+  EXPECT_THAT(TextsUnder(levelTree.fixed.controlPoints), ElementsAre("Drag New Control Point"));
+  EXPECT_THAT(TextsUnder(levelTree.fixed.objectSpawns), ElementsAre("Add Template"));
+
+  SetModeFilter(kAllModes);
+  EXPECT_THAT(TextsUnder(levelTree.fixed.controlPoints),
+              ElementsAre("Drag New Control Point", "New_Control_Point1 (CQ)"));
+  EXPECT_EQ(TextsUnder(levelTree.fixed.objectSpawns), both);
+  EXPECT_THAT(TextsUnder(ObjectTemplate(0).treeItem), ElementsAre("New_Object_Spawn1 (CQ)"));
+  EXPECT_EQ(ItemText(Vehicle(0).treeItem), "New_Object_Spawn1 (CQ)");
+}
+
+TEST_F(EntityTreeTest, AVehicleWhoseTemplateIsHiddenShowsUnderTheRootMeanwhile) {
+  AddVehicleTemplate();
+  DropVehicle(100, 100);
+  ObjectTemplate(0).modes = kModeConquest;
+  SetModeFilter(kModeCaptureTheFlag);
+  EXPECT_EQ(ParentOf(Vehicle(0).treeItem), levelTree.fixed.objectSpawns);
+  SetModeFilter(kAllModes);
+  EXPECT_EQ(ParentOf(Vehicle(0).treeItem), ObjectTemplate(0).treeItem);
+  EXPECT_THAT(TextsUnder(levelTree.fixed.objectSpawns),
+              ElementsAre("Add Template", "New_Object_Spawn1 (CQ)"));
+}
+
+TEST_F(EntityTreeTest, SelectingAnItemSelectsAndShowsItsEntityAlone) {
+  DropControlPoint(100, 100);
+  SpawnInstance& spawn = DropSoldierSpawn(200, 300);
+  ControlPoints().instances[0]->selected = true;
+  objectStore.objects.emplace_back();
+  objectStore.objects[0].inUse = objectStore.objects[0].selected = true;
+  EXPECT_TRUE(SelectFromTree(spawn.treeItem));
+  EXPECT_TRUE(spawn.selected);
+  EXPECT_FALSE(ControlPoints().instances[0]->selected);
+  EXPECT_FALSE(objectStore.objects[0].selected);
+  EXPECT_TRUE(objectStore.toolsEnabled);
+  EXPECT_EQ(camera.position, (Vector3{824, 55, 350}));
+  EXPECT_FLOAT_EQ(camera.pitch, -35);
+  ASSERT_FALSE(scripted::script.status[1].empty());
+  EXPECT_EQ(scripted::script.status[1].back(),
+            "Soldier Spawn: New_Control_Point1_Spawn1 ( CQ CTF TDM )");
+}
+
+TEST_F(EntityTreeTest, OtherItemsSelectNothing) {
+  AddVehicleTemplate();
+  EXPECT_FALSE(SelectFromTree(ObjectTemplate(0).treeItem));
+  EXPECT_FALSE(SelectFromTree(levelTree.fixed.newControlPoint));
+  EXPECT_FALSE(SelectFromTree(0));
+  EXPECT_FALSE(EditByTreeItem(levelTree.fixed.addTemplate));
+}
+
+}  // namespace
+}  // namespace mw
