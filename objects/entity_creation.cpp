@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -8,6 +9,7 @@
 #include "objects/entities.h"
 #include "objects/entity_editing.h"
 #include "objects/object_mapper.h"
+#include "objects/object_selection.h"
 #include "objects/object_store.h"
 #include "platform/prompts.h"
 
@@ -165,16 +167,6 @@ SpawnInstance& Place(EntityKind kind, int templateIndex) {
   return *tables.instances.back();
 }
 
-bool IsAnythingSelected() {
-  const auto isSelected = [](const auto& item) { return item->selected; };
-  return std::ranges::any_of(
-             objectStore.objects,
-             [](const StaticObject& object) { return object.inUse && object.selected; }) ||
-         std::ranges::any_of(kEntityKinds, [&](EntityKind kind) {
-           return std::ranges::any_of(entities.Of(kind).instances, isSelected);
-         });
-}
-
 }  // namespace
 
 std::unique_ptr<SpawnInstance> SoldierSpawnTemplate::CreateInstance(int templateIndex) {
@@ -213,7 +205,7 @@ void DropNewEntity(EntityKind kind) {
     AddControlPointTemplate();
   }
   Place(kind, static_cast<int>(entities.Of(kind).templates.size()) - 1);
-  UpdateToolButtons(IsAnythingSelected());
+  UpdateToolButtons(AnySelected());
 }
 
 bool DropTemplate(TreeItem templateItem) {

@@ -4,6 +4,7 @@
 #include "objects/entities.h"
 #include "objects/entity_editing.h"
 #include "objects/object_mapper.h"
+#include "objects/object_selection.h"
 #include "platform/prompts.h"
 
 namespace mw {
@@ -104,7 +105,12 @@ int FindObjectSpawnTemplate(TreeItem item) {
 }
 
 void DeleteByTreeItem(TreeItem item) {
-  if (const auto found = FindInstance(item)) return DeleteInstance(found->kind, found->index);
+  if (const auto found = FindInstance(item)) {
+    const bool wasSelected = InstanceAt(*found)->selected;
+    DeleteInstance(found->kind, found->index);
+    if (wasSelected) UpdateToolButtons(AnySelected());
+    return;
+  }
   const int index = FindObjectSpawnTemplate(item);
   if (index >= 0) DeleteObjectSpawnTemplate(index);
 }
@@ -126,11 +132,8 @@ bool SelectFromTree(TreeItem item) {
   const auto found = FindInstance(item);
   if (!found) return false;
   SpawnInstance& instance = *InstanceAt(*found);
-  DeselectAll();
+  SelectOnly(instance, item);
   FocusCameraOn(instance.position.x, instance.position.y, instance.position.z);
-  instance.selected = true;
-  ComputePivot();
-  UpdateToolButtons(true);
   SetStatusText(1, StatusTextOf(instance));
   return true;
 }

@@ -362,6 +362,15 @@ TEST_F(EntityTreeTest, SelectingAnItemSelectsAndShowsItsEntityAlone) {
             "Soldier Spawn: New_Control_Point1_Spawn1 ( CQ CTF TDM )");
 }
 
+TEST_F(EntityTreeTest, TheToolsGoWithTheLastSelectedEntity) {
+  SpawnInstance& spawn = DropSoldierSpawn(200, 300);
+  SelectFromTree(DropControlPoint(100, 100).treeItem);
+  DeleteByTreeItem(spawn.treeItem);
+  EXPECT_TRUE(objectStore.toolsEnabled);
+  DeleteByTreeItem(ControlPoints().instances[0]->treeItem);
+  EXPECT_FALSE(objectStore.toolsEnabled);
+}
+
 TEST_F(EntityTreeTest, OtherItemsSelectNothing) {
   AddVehicleTemplate();
   EXPECT_FALSE(SelectFromTree(ObjectTemplate(0).treeItem));
