@@ -27,7 +27,6 @@ void SelectObjectOf(TreeItem item) {
   SelectOnly(object, item);
   FocusCameraOn(object.position.x, object.position.y, object.position.z);
   shell.renderFrameNow();
-  UpdateToolButtons(true);
 }
 
 // Every object that shows the mesh, wherever it stands.

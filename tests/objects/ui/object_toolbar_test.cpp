@@ -65,5 +65,15 @@ TEST_F(ObjectToolbarTest, RefreshShowsWhatKeysAndSelectionChanged) {
               ::testing::Not(::testing::Contains("Scale Objects Width")));
 }
 
+TEST_F(ObjectToolbarTest, ClickGoesThroughTheMapperAndTheButtonsShowItsState) {
+  for (QAction* action : toolbar.actions()) {
+    if (action->data().toInt() == static_cast<int>(ObjectControl::ShowTreeMeshes)) {
+      action->trigger();
+      EXPECT_EQ(action->isChecked(), objectStore.showTreeMeshes);
+      EXPECT_FALSE(objectStore.showTreeMeshes);
+    }
+  }
+}
+
 }  // namespace
 }  // namespace mw

@@ -1,0 +1,195 @@
+#include "app/level_tree_actions.h"
+
+#include "app/commands.h"
+#include "app/shell_fixture.h"
+#include "objects/entities.h"
+#include "objects/entity_editing.h"
+#include "objects/object_store.h"
+
+namespace mw {
+namespace {
+
+// A level with two bunkers, an oak and a hut, and the mesh of the bunkers in memory.
+class LevelTreeActionsTest : public ShellTest {
+ protected:
+  LevelTreeActionsTest() {
+    ResetObjectStore();
+    ResetEntities();
+    levelTree = LevelTree{};
+    BuildTree();
+    AddEntry("bunker", MeshKind::StandardMesh);
+    AddEntry("oak", MeshKind::TreeMesh);
+    firstBunker = Place("bunker", 0, {100, 20, 300});
+    oak = Place("oak", 1, {200, 10, 200});
+    secondBunker = Place("bunker", 0, {400, 5, 50});
+    CachedMesh mesh;
+    mesh.name = "bunker";
+    mesh.treeItem = cachedBunker = InsertItem(levelTree.fixed.cachedObjects, "bunker");
+    objectStore.meshes.push_back(mesh);
+    shell.renderFrameNow = [this] { ++frames; };
+  }
+  ~LevelTreeActionsTest() override {
+    ResetObjectStore();
+    ResetEntities();
+    levelTree = LevelTree{};
+  }
+
+  static void AddEntry(const char* name, MeshKind kind) {
+    CatalogueEntry& entry =
+        objectStore.catalogue.entries[static_cast<std::size_t>(objectStore.catalogue.entryCount++)];
+    entry.name = name;
+    entry.meshName = name;
+    entry.meshKind = kind;
+  }
+  static TreeItem Place(const char* name, int entry, Vector3 position) {
+    StaticObject object;
+    object.name = name;
+    object.inUse = true;
+    object.catalogueIndex = entry;
+    object.position = position;
+    object.treeItem =
+        InsertItem(entry == 1 ? levelTree.fixed.treeMeshes : levelTree.fixed.standardMeshes, name);
+    objectStore.objects.push_back(object);
+    return object.treeItem;
+  }
+  static std::vector<bool> Selected() {
+    std::vector<bool> selected;
+    for (const StaticObject& object : objectStore.objects) selected.push_back(object.selected);
+    return selected;
+  }
+  using Flags = std::vector<bool>;
+
+  TreeItem firstBunker = 0, oak = 0, secondBunker = 0, cachedBunker = 0;
+  int frames = 0;
+};
+
+TEST_F(LevelTreeActionsTest, ChoosingAnObjectSelectsItAloneAndFramesItInTheObjectMapper) {
+  objectStore.objects[2].selected = true;
+  camera.yaw = 77;
+  LevelTreeItemSelected(firstBunker);
+  EXPECT_TRUE(IsEditMode(EditMode::ObjectMapper));
+  EXPECT_TRUE(checked[kCommandObjectMapper]);
+  EXPECT_EQ(Selected(), (Flags{true, false, false}));
+  EXPECT_EQ(camera.position, (Vector3{1024 - 100, 20 + 35, 300 + 50}));
+  EXPECT_EQ(camera.pitch, -35);
+  EXPECT_EQ(camera.yaw, 0);
+  EXPECT_TRUE(objectStore.toolsEnabled);
+  EXPECT_EQ(frames, 1);
+}
+
+TEST_F(LevelTreeActionsTest, ChoosingACachedMeshSelectsAllItsObjectsAndLeavesTheCamera) {
+  const Vector3 before = camera.position;
+  LevelTreeItemSelected(oak);
+  camera.position = before;
+  LevelTreeItemSelected(cachedBunker);
+  EXPECT_EQ(Selected(), (Flags{true, false, true}));
+  EXPECT_TRUE(objectStore.toolsEnabled);
+  EXPECT_EQ(camera.position, before);
+}
+
+TEST_F(LevelTreeActionsTest, DeletionsAndTheEditorsOwnChangesSelectNothing) {
+  levelTree.notificationsEnabled = false;
+  LevelTreeItemSelected(oak);
+  EXPECT_TRUE(IsEditMode(EditMode::TerrainMapper));
+  levelTree.notificationsEnabled = true;
+  levelTree.suppressObjectSelection = true;
+  LevelTreeItemSelected(oak);
+  LevelTreeItemSelected(cachedBunker);
+  EXPECT_TRUE(IsEditMode(EditMode::ObjectMapper)) << "the mode follows all the same";
+  EXPECT_EQ(Selected(), (Flags{false, false, false}));
+}
+
+TEST_F(LevelTreeActionsTest, FixedItemsOpenTheirDialogsAndGroupsOpenNothing) {
+  const auto record = [this](const char* name) { return [this, name] { calls.push_back(name); }; };
+  operations.lightSettings = record("light");
+  operations.shadowSettings = record("shadow");
+  operations.fogSettings = record("fog");
+  operations.waterSettings = record("water");
+  operations.teamSelection = record("teams");
+  operations.objectBrowser = record("browser");
+  const LevelTree::FixedItems& fixed = levelTree.fixed;
+  for (const TreeItem item :
+       {fixed.lighting, fixed.shadows, fixed.fog, fixed.water, fixed.teams, fixed.addNewObject}) {
+    EXPECT_TRUE(ActivateLevelTreeItem(item));
+  }
+  EXPECT_EQ(calls,
+            (std::vector<std::string>{"light", "shadow", "fog", "water", "teams", "browser"}));
+  for (const TreeItem item : {fixed.world, fixed.controlPoints, fixed.newControlPoint,
+                              fixed.newSoldierSpawn, fixed.standardMeshes, cachedBunker}) {
+    EXPECT_FALSE(ActivateLevelTreeItem(item)) << ItemText(item);
+  }
+}
+
+TEST_F(LevelTreeActionsTest, DeleteKeyDeletesObjectsAndSpawnsButNoFixedItem) {
+  EXPECT_TRUE(DeleteLevelTreeItem(oak));
+  EXPECT_FALSE(objectStore.objects[1].inUse);
+  EXPECT_EQ(ItemText(oak), "");
+
+  DropLevelTreeItem(levelTree.fixed.newControlPoint, 0, 0);
+  const TreeItem controlPoint = ChildrenOf(levelTree.fixed.controlPoints).back();
+  EXPECT_FALSE(DeleteLevelTreeItem(controlPoint));
+  EXPECT_TRUE(entities.Of(EntityKind::ControlPoint).instances.empty());
+  EXPECT_FALSE(levelTree.suppressObjectSelection);
+
+  const std::size_t items = levelTree.items.size();
+  DeleteLevelTreeItem(levelTree.fixed.cachedObjects);
+  DeleteLevelTreeItem(cachedBunker);
+  EXPECT_EQ(levelTree.items.size(), items);
+}
+
+TEST_F(LevelTreeActionsTest, OnlyWhatCanBePlacedCanBeDragged) {
+  const LevelTree::FixedItems& fixed = levelTree.fixed;
+  const TreeItem spawnTemplate = InsertItem(fixed.objectSpawns, "Light_Tank (CQ)");
+  const TreeItem spawn = InsertItem(spawnTemplate, "Light_Tank (CQ)");
+  const TreeItem soldierSpawn = InsertItem(fixed.soldierSpawns, "Spawn1 (CQ)");
+  for (const TreeItem item :
+       {fixed.newControlPoint, fixed.newSoldierSpawn, cachedBunker, spawnTemplate}) {
+    EXPECT_TRUE(CanDragLevelTreeItem(item)) << ItemText(item);
+  }
+  for (const TreeItem item : {fixed.addTemplate, fixed.addNewObject, fixed.controlPoints,
+                              firstBunker, spawn, soldierSpawn, TreeItem{0}}) {
+    EXPECT_FALSE(CanDragLevelTreeItem(item)) << ItemText(item);
+  }
+}
+
+TEST_F(LevelTreeActionsTest, DraggedMeshBecomesASelectedObjectWhereItIsDropped) {
+  LevelTreeItemSelected(cachedBunker);
+  BeginLevelTreeDrag();
+  EXPECT_TRUE(IsEditMode(EditMode::ObjectMapper));
+  EXPECT_EQ(Selected(), (Flags{false, false, false}));
+  EXPECT_FALSE(objectStore.toolsEnabled);
+
+  objectStore.CursorPoint = {24, 3, 60};  // without a picture no other point is found
+  DropLevelTreeItem(cachedBunker, 10, 10);
+  ASSERT_EQ(objectStore.objects.size(), 4u);
+  EXPECT_EQ(objectStore.objects[3].name, "bunker");
+  EXPECT_EQ(objectStore.objects[3].position, (Vector3{1000, 3, 60}));
+  EXPECT_EQ(Selected(), (Flags{false, false, false, true}));
+  EXPECT_TRUE(editor.levelModified);
+}
+
+TEST_F(LevelTreeActionsTest, DroppedFixedItemsCreateTheirEntities) {
+  DropLevelTreeItem(levelTree.fixed.newControlPoint, 0, 0);
+  DropLevelTreeItem(levelTree.fixed.newSoldierSpawn, 0, 0);
+  EXPECT_EQ(entities.Of(EntityKind::ControlPoint).instances.size(), 1u);
+  EXPECT_EQ(entities.Of(EntityKind::SoldierSpawn).instances.size(), 1u);
+  DropLevelTreeItem(levelTree.fixed.addNewObject, 0, 0);
+  DropLevelTreeItem(firstBunker, 0, 0);
+  EXPECT_EQ(objectStore.objects.size(), 3u);
+}
+
+TEST_F(LevelTreeActionsTest, ModeFilterTakesEntitiesOfOtherModesOutOfTheTree) {
+  ChooseModeFilter(2);
+  EXPECT_EQ(entities.ModeFilter, kModeCaptureTheFlag);
+  DropLevelTreeItem(levelTree.fixed.newControlPoint, 0, 0);
+  EXPECT_EQ(ChildrenOf(levelTree.fixed.controlPoints).size(), 2u);
+  ChooseModeFilter(1);
+  EXPECT_EQ(ChildrenOf(levelTree.fixed.controlPoints).size(), 1u);
+  ChooseModeFilter(0);
+  EXPECT_EQ(entities.ModeFilter, kAllModes);
+  EXPECT_EQ(ChildrenOf(levelTree.fixed.controlPoints).size(), 2u);
+  EXPECT_TRUE(levelTree.notificationsEnabled);
+}
+
+}  // namespace
+}  // namespace mw
