@@ -159,11 +159,10 @@ TEST_F(LevelTreeActionsTest, DraggedMeshBecomesASelectedObjectWhereItIsDropped) 
   EXPECT_EQ(Selected(), (Flags{false, false, false}));
   EXPECT_FALSE(objectStore.toolsEnabled);
 
-  objectStore.CursorPoint = {24, 3, 60};  // without a picture no other point is found
   DropLevelTreeItem(cachedBunker, 10, 10);
   ASSERT_EQ(objectStore.objects.size(), 4u);
   EXPECT_EQ(objectStore.objects[3].name, "bunker");
-  EXPECT_EQ(objectStore.objects[3].position, (Vector3{1000, 3, 60}));
+  EXPECT_EQ(objectStore.objects[3].ViewPosition(), objectStore.CursorPoint);
   EXPECT_EQ(Selected(), (Flags{false, false, false, true}));
   EXPECT_TRUE(editor.levelModified);
 }
