@@ -8,6 +8,7 @@
 #include "objects/entity_editing.h"
 #include "objects/object_selection.h"
 #include "objects/object_windows.h"
+#include "objects/static_object_records.h"
 #include "objects/static_objects.h"
 #include "terrain/terrain.h"
 #include "terrain/world_point.h"
@@ -117,14 +118,18 @@ void DragRotate(float Vector3::*axis, int pixelsUp) {
 void DragScale(float Vector3::*axis, int pixelsUp) {
   const float change = static_cast<float>(pixelsUp) * kScalePerPixel;
   for (StaticObject& object : objectStore.objects) {
-    if (object.selected) object.scale.*axis += change;
+    if (!object.selected) continue;
+    object.scale.*axis += change;
+    object.scaleGiven = true;
   }
   editor.levelModified = true;
 }
 
 void DeleteSelectedObjects() {
-  for (int i = static_cast<int>(objectStore.objects.size()); i-- > 0;) {
-    if (objectStore.objects[static_cast<std::size_t>(i)].selected) DeleteStaticObject(i);
+  for (StaticObject& object : objectStore.objects) {
+    if (!object.selected) continue;
+    RetireStaticObject(object);
+    editor.levelModified = true;
   }
 }
 

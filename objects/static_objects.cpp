@@ -79,7 +79,9 @@ bool PlaceStaticObject(std::string_view name, float x, float z, const Vector3& r
 void DeleteStaticObject(int index) {
   StaticObject* const object = ObjectInUse(index);
   if (!object) return;
+  const bool wasSelected = object->selected;
   RetireStaticObject(*object);
+  if (wasSelected) UpdateToolButtons(AnySelected());
   editor.levelModified = true;
 }
 

@@ -189,13 +189,15 @@ TEST_F(StaticObjectsTest, ADamagedFileIsNotOverwritten) {
 }
 
 TEST_F(StaticObjectsTest, ADeletedObjectIsNotSavedAndKeepsItsRecord) {
-  AddObject("hut", {1, 2, 3});
+  AddObject("hut", {1, 2, 3}).selected = true;
   AddObject("oak", {4, 5, 6});
+  objectStore.toolsEnabled = true;
   DeleteStaticObject(0);
   DeleteStaticObject(0);
   DeleteStaticObject(7);
   SaveStaticObjects();
   EXPECT_THAT(Get(kScript), testing::Not(testing::HasSubstr("hut")));
+  EXPECT_FALSE(objectStore.toolsEnabled) << "it was what was selected";
   EXPECT_EQ(objectStore.objects.size(), 2u);
   EXPECT_TRUE(editor.levelModified);
 }
