@@ -3,12 +3,9 @@
 #include <QColorDialog>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QStyleOptionFocusRect>
 
 namespace mw {
 namespace {
-
-constexpr int kFrame = 3;  // pixels around the colour, for the focus
 
 std::uint8_t Byte(int part) { return static_cast<std::uint8_t>(part); }
 
@@ -42,11 +39,13 @@ QSize ColourSwatch::sizeHint() const {
 
 void ColourSwatch::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  const QRect place = rect().adjusted(kFrame, kFrame, -kFrame, -kFrame);
-  painter.fillRect(place, colour_);
+  painter.fillRect(rect(), colour_);
   painter.setPen(palette().color(QPalette::Dark));
-  painter.drawRect(place.adjusted(0, 0, -1, -1));
+  painter.drawRect(rect().adjusted(0, 0, -1, -1));
   if (!hasFocus()) return;
+  // A light line keeps the frame of the focus visible on any colour.
+  painter.setPen(palette().color(QPalette::Base));
+  painter.drawRect(rect().adjusted(2, 2, -3, -3));
   painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
   painter.drawRect(rect().adjusted(1, 1, -1, -1));
 }

@@ -22,8 +22,9 @@ constexpr int kValueLeft = 144, kValueWidth = 196, kValuesPitch = 200;
 constexpr int kListHeight = 256, kListLineHeight = 16;
 
 constexpr int kLongestNumber = 256;  // characters
-constexpr int kNarrowest = 75;       // percent of a letter's width
-constexpr int kBoxPadding = 12;      // real pixels beside the text of a box
+// Percent of a letter's width, and how far each attempt at a narrower one goes.
+constexpr int kNarrowest = 65, kNarrowing = 5;
+constexpr int kBoxPadding = 12;  // real pixels beside the text of a box
 
 using Store = std::function<QWidget*()>;
 
@@ -31,12 +32,13 @@ QWidget* StoreNothing() { return nullptr; }
 
 QString Shown(const PropertyField& field) { return QString::fromUtf8(field.label.c_str()); }
 
-// Narrows the letters of a text that would not fit, as far as it can be read well.
+// Narrows the letters of a text that would not fit, as far as it can be read.
 void NarrowToFit(QWidget& control, const QString& text, int width) {
-  const int needed = control.fontMetrics().horizontalAdvance(text);
-  if (needed <= width) return;
   QFont font = control.font();
-  font.setStretch(std::max(kNarrowest, 100 * width / needed));
+  for (int stretch = 100; stretch >= kNarrowest; stretch -= kNarrowing) {
+    font.setStretch(stretch);
+    if (QFontMetrics(font).horizontalAdvance(text) <= width) break;
+  }
   control.setFont(font);
 }
 
@@ -199,6 +201,9 @@ Store AddGameModesRow(const RowPlace& place, const PropertyField& field) {
     auto* const box = new QCheckBox(QString::fromStdString(std::string(choice.label)), place.page);
     box->setObjectName(QString("row%1.%2").arg(place.row).arg(box->text()));
     box->setGeometry(place.At(kValueLeft + kValuesPitch / count * i, kValuesPitch / count));
+    const int besideText =
+        box->sizeHint().width() - box->fontMetrics().horizontalAdvance(box->text());
+    NarrowToFit(*box, box->text(), box->width() - besideText);
     box->setChecked(choice.checked);
     box->setEnabled(choice.enabled);
     boxes.push_back(box);

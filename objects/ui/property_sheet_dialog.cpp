@@ -19,13 +19,15 @@ namespace {
 constexpr int kSheetWidth = 350, kLowestRowsEnd = 70, kButtonsHeight = 50;
 // Real pixels that the desktop puts around the dialog.
 constexpr int kWindowFrame = 48;
+// Pixels of a line of text up to which a layout pixel is a real one.
+constexpr double kUsualFontHeight = 17;
 
 class PropertySheetDialog : public QDialog {
  public:
   PropertySheetDialog(QWidget* owner, const PropertySheet& sheet) : QDialog(owner) {
     form_.setupUi(this);
     setWindowTitle(QString::fromStdString(sheet.title));
-    scale_ = std::max(1.0, (fontMetrics().height() + kRoomAroundText) / double{kRowPitch});
+    scale_ = std::max(1.0, fontMetrics().height() / kUsualFontHeight);
     AddRows(sheet);
     FitSize();
   }
@@ -43,19 +45,22 @@ class PropertySheetDialog : public QDialog {
   }
 
  private:
-  // Real pixels of a box above and below its text, frame included.
-  static constexpr int kRoomAroundText = 6;
-
   void AddRows(const PropertySheet& sheet) {
     const int count = std::clamp<int>(sheet.fieldCount, 0, kMaxPropertyFields);
     for (int i = 0; i < count; ++i) {
       rows_.push_back(
           AddPropertyRow({form_.rowsPage, i, scale_}, sheet.fields[static_cast<std::size_t>(i)]));
     }
-    // The rows come before the buttons.
-    if (const QObjectList& controls = form_.rowsPage->children(); !controls.isEmpty()) {
-      setTabOrder(static_cast<QWidget*>(controls.last()), form_.okButton);
-      setTabOrder(form_.okButton, form_.cancelButton);
+    FocusFirstControl();
+  }
+
+  // Without this the buttons, which are older than the rows, would come first.
+  void FocusFirstControl() {
+    for (QObject* child : form_.rowsPage->children()) {
+      auto* const control = static_cast<QWidget*>(child);
+      if (!(control->focusPolicy() & Qt::TabFocus)) continue;
+      control->setFocus(Qt::TabFocusReason);
+      return;
     }
   }
 
