@@ -83,7 +83,8 @@ bool OfferEntry(int index) {
   if (!entry) return false;
   std::vector<CachedMesh>& meshes = objectStore.meshes;
   // Another object may share the mesh under a name of its own; it has an item of its own, too.
-  auto cached = std::ranges::find(meshes, entry->name, &CachedMesh::name);
+  auto cached = std::ranges::find_if(
+      meshes, [&](const CachedMesh& mesh) { return mesh.name == entry->name.View(); });
   if (cached == meshes.end()) {
     StaticObject nextObject;
     const std::size_t count = meshes.size();
