@@ -17,7 +17,9 @@ inline void RequireDrawable(const mw::MeshSurface& surface) {
 
 inline void RequireDrawable(const mw::MeshGeometry& mesh) {
   for (const mw::Vector3& corner : {mesh.boxA, mesh.boxB}) {
-    if (!std::isfinite(corner.x + corner.y + corner.z)) std::abort();
+    for (const float value : {corner.x, corner.y, corner.z}) {
+      if (!std::isfinite(value)) std::abort();
+    }
   }
   RequireDrawable(mesh.collision);
   for (const mw::MaterialSurface& surface : mesh.surfaces) RequireDrawable(surface.surface);
