@@ -10,6 +10,8 @@
 #include "core/editor_state.h"
 #include "core/text.h"
 #include "data/textures.h"
+#include "objects/entity_markers.h"
+#include "objects/mesh_drawing.h"
 #include "platform/prompts.h"
 #include "terrain/level_textures.h"
 #include "terrain/material_map.h"
@@ -186,6 +188,8 @@ void DrawOverlay() {
 void DestroyViewObjects() {
   editor.viewReady = false;
   DeleteLevelTextures();
+  ReleaseEntityMarkers();
+  DeleteAllMeshLists();
   ReleaseTerrainBuffers();
   DestroyMaterialMapper();
   DestroyTerrain();

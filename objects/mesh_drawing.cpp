@@ -78,6 +78,10 @@ void ForgetOldErrors() {
   for (int i = 0; i < kMostErrors && glGetError() != GL_NO_ERROR; ++i) continue;
 }
 
+void FreeBuffers(const MeshPicture& picture) {
+  glDeleteBuffers(static_cast<GLsizei>(picture.buffers.size()), picture.buffers.data());
+}
+
 // False when the card has no room; nothing is kept then.
 bool Upload(const Collected& collected, MeshPicture& picture) {
   ForgetOldErrors();
@@ -85,7 +89,7 @@ bool Upload(const Collected& collected, MeshPicture& picture) {
   FillBuffer(GL_ARRAY_BUFFER, picture.buffers[0], collected.vertices);
   FillBuffer(GL_ELEMENT_ARRAY_BUFFER, picture.buffers[1], collected.indices);
   if (glGetError() == GL_NO_ERROR) return true;
-  glDeleteBuffers(static_cast<GLsizei>(picture.buffers.size()), picture.buffers.data());
+  FreeBuffers(picture);
   return false;
 }
 
@@ -121,10 +125,15 @@ MeshListId CreateMeshList(std::span<const MeshSurface> surfaces) {
 void DeleteMeshList(MeshListId list) {
   const auto found = pictures.byId.find(list);
   if (found == pictures.byId.end()) return;
-  const auto& buffers = found->second.buffers;
-  if (MakeViewContextCurrent())
-    glDeleteBuffers(static_cast<GLsizei>(buffers.size()), buffers.data());
+  if (MakeViewContextCurrent()) FreeBuffers(found->second);
   pictures.byId.erase(found);
+}
+
+void DeleteAllMeshLists() {
+  if (MakeViewContextCurrent()) {
+    for (const auto& [list, picture] : pictures.byId) FreeBuffers(picture);
+  }
+  pictures.byId.clear();
 }
 
 void CallMeshList(MeshListId list) {

@@ -33,6 +33,8 @@ using MeshListId = std::uint32_t;
 // 0 when there is no context or nothing to draw. A context must be current.
 MeshListId CreateMeshList(std::span<const MeshSurface> surfaces);
 void DeleteMeshList(MeshListId list);  // no effect for 0
+// Deletes every picture, before the context goes. Their identifiers draw nothing from then on.
+void DeleteAllMeshLists();
 // Draws the picture with the current matrix and colour. Does nothing for 0.
 void CallMeshList(MeshListId list);
 

@@ -79,5 +79,12 @@ TEST_F(MeshDrawingTest, DeletingFreesTheBuffers) {
   EXPECT_FALSE(glIsBuffer(static_cast<GLuint>(indices)));
 }
 
+TEST_F(MeshDrawingTest, WhenTheContextGoesAllPicturesGo) {
+  const MeshSurface square = Square(0, 0, 0);
+  const MeshListId list = CreateMeshList({&square, 1});
+  DeleteAllMeshLists();
+  EXPECT_EQ(Count(DrawList(list), kSky), kWidth * kHeight);
+}
+
 }  // namespace
 }  // namespace mw
