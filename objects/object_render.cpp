@@ -143,6 +143,7 @@ void DrawMeshes() {
   Matrix4 view;
   glGetFloatv(GL_MODELVIEW_MATRIX, view.data());
   glPushMatrix();
+  glShadeModel(GL_FLAT);
   MeshListId bound = 0;
   for (const auto& [list, index] : inSight.objects) {
     const StaticObject& object = objectStore.objects[static_cast<std::size_t>(index)];
@@ -155,6 +156,7 @@ void DrawMeshes() {
     DrawObject(object, view);
   }
   UnbindMeshList();
+  glShadeModel(GL_SMOOTH);
   glPopMatrix();
   glDisable(GL_TEXTURE_2D);
 }

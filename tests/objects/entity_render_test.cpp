@@ -1,6 +1,8 @@
 #include "objects/entity_render.h"
 
+#include <algorithm>
 #include <memory>
+#include <vector>
 
 #include "objects/entity_markers.h"
 #include "objects/object_picture_test.h"
@@ -124,7 +126,7 @@ TEST_F(EntityRenderTest, TheMouseHoversOverTheWholeMarker) {
   EXPECT_EQ(hovered(0, -0.1f, 0), -1);
   EXPECT_EQ(hovered(6.5f, 1, 1.5f), 1);
   EXPECT_EQ(hovered(5, 1.1f, 0), -1);
-  EXPECT_EQ(hovered(10.4f, 10, -0.4f), 2);
+  EXPECT_EQ(hovered(10.39f, 10, -0.39f), 2);
   EXPECT_EQ(hovered(10, 5, 0.5f), -1);
 }
 
@@ -158,11 +160,11 @@ TEST_F(EntityRenderTest, LinksLeadFromTheSpawnsOfAGroupToItsControlPoints) {
   AddSoldier(3, {-8, 0, 0});
   AddObjectSpawn(3, {8, 0, 0});
   ControlPoint& point = AddControlPoint(3, {0, -4, 0});
-  AddControlPoint(4, {-8, -4, 0});
+  AddControlPoint(4, {-12, -4, 0});
   Draw({kMiddle, 52, kMiddle + 30, -3, 0});
   EXPECT_EQ(At(-4, 4, 0), kYellow) << "from 2 above the soldier spawn to 10 above the point";
   EXPECT_EQ(At(4, 3.5f, 0), kYellow) << "from 1 above the object spawn";
-  EXPECT_EQ(At(-8, 4, 0), kSky) << "no link to the other group";
+  EXPECT_EQ(At(-10, 4, 0), kSky) << "no link to the other group";
   point.modes = kModeTeamDeathMatch;
   entities.ModeFilter = kModeConquest;
   EXPECT_GT(Count(Draw(), kYellow), 50u) << "the links belong to the spawns";
