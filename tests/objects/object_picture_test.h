@@ -40,6 +40,10 @@ class ObjectPictureTest : public SandboxTest {
     texture_ = MakeSideTexture();
   }
   void TearDown() override {
+    for (const GLenum matrix : {GL_PROJECTION, GL_MODELVIEW}) {
+      glMatrixMode(matrix);
+      glLoadIdentity();
+    }
     DeleteSceneMeshes();
     glDeleteTextures(1, &texture_);
     RemoveLandscape();
