@@ -1,9 +1,12 @@
 // seed_corpus GAME WORKING CORPUS: fills the corpus folder of every fuzz target from the sample
 // game, with what is small enough to be mutated well.
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/text.h"
 #include "data/archive.h"
@@ -16,8 +19,21 @@ using mw::Archive;
 
 constexpr std::size_t kLargestSeed = 64 * 1024;
 
-// The fuzz target that reads files with this extension, or an empty text.
-std::string_view TargetFor(const std::string& extension) {
+constexpr std::array<std::string_view, 3> kModeFolders{"conquest", "ctf", "tdm"};
+
+// Index of the game mode whose folder holds the file, or -1.
+int ModeOf(const fs::path& file) {
+  const std::string folder = file.parent_path().filename().string();
+  const auto found = std::ranges::find_if(
+      kModeFolders, [&](std::string_view mode) { return mw::EqualNoCase(mode, folder); });
+  return found == kModeFolders.end() ? -1 : static_cast<int>(found - kModeFolders.begin());
+}
+
+// The fuzz target that reads such a file, or an empty text.
+std::string_view TargetFor(const fs::path& file) {
+  const std::string extension = file.extension().string();
+  if (ModeOf(file) >= 0) return {};  // these are seeds together
+  if (mw::EqualNoCase(file.filename().string(), "StaticObjects.con")) return "static_objects";
   if (mw::EqualNoCase(extension, ".con")) return "settings";
   if (mw::EqualNoCase(extension, ".dds")) return "dds";
   if (mw::EqualNoCase(extension, ".bmp")) return "bmp";
@@ -69,14 +85,34 @@ void AddSmallArchives(Archive& from, Corpus& corpus) {
   }
 }
 
+// The entity scripts of a level's modes, put together the way their fuzz target takes them apart.
+void AddEntityScripts(Archive& archive, Corpus& corpus) {
+  std::array<std::vector<std::uint8_t>, kModeFolders.size()> modes;
+  for (const auto& [name, entry] : archive.Entries()) {
+    const int mode = ModeOf(name);
+    if (mode < 0 || entry.size > kLargestSeed) continue;
+    const auto bytes = archive.ReadMember(name);
+    if (!bytes) continue;
+    auto& scripts = modes[static_cast<std::size_t>(mode)];
+    scripts.insert(scripts.end(), bytes->begin(), bytes->end());
+  }
+  std::vector<std::uint8_t> seed;
+  for (const auto& scripts : modes) {
+    if (!seed.empty()) seed.push_back(0xFF);
+    seed.insert(seed.end(), scripts.begin(), scripts.end());
+  }
+  if (!seed.empty()) corpus.Add("entity_scripts", seed);
+}
+
 void AddArchive(const fs::path& path, Corpus& corpus) {
   Archive archive;
   if (!archive.Open(path.string(), false)) return;
   for (const auto& [name, entry] : archive.Entries()) {
-    const std::string_view target = TargetFor(fs::path(name).extension().string());
+    const std::string_view target = TargetFor(name);
     if (target.empty() || entry.size > kLargestSeed) continue;
     if (const auto bytes = archive.ReadMember(name)) corpus.Add(target, *bytes);
   }
+  AddEntityScripts(archive, corpus);
   AddSmallArchives(archive, corpus);
 }
 
@@ -86,7 +122,7 @@ void AddFolder(const fs::path& folder, Corpus& corpus) {
     const std::string extension = file.path().extension().string();
     if (mw::EqualNoCase(extension, ".vra")) {
       AddArchive(file.path(), corpus);
-    } else if (const auto target = TargetFor(extension); !target.empty()) {
+    } else if (const auto target = TargetFor(file.path()); !target.empty()) {
       if (const auto bytes = mw::ReadWholeFile(file.path().string())) corpus.Add(target, *bytes);
     }
   }

@@ -1,0 +1,73 @@
+// Entity scripts of any content: up to two bytes 0xFF cut the input into the modes' parts, and each
+// part is every file of its mode. Tables keep their bounds, every instance has its template, and
+// from the second time on opening and saving makes the same bytes.
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <iterator>
+#include <span>
+#include <string>
+
+#include "level_sandbox.h"
+#include "objects/entities.h"
+#include "objects/entity_scripts.h"
+#include "objects/object_store.h"
+#include "platform/scripted/script.h"
+
+namespace {
+
+constexpr std::uint8_t kModeSeparator = 0xFF;
+
+void PutMode(LevelSandbox& level, const std::string& mode, std::span<const std::uint8_t> script) {
+  for (const char* file :
+       {"SoldierSpawnTemplates.con", "SoldierSpawns.con", "ObjectSpawnTemplates.con",
+        "ObjectSpawns.con", "ControlPointTemplates.con", "ControlPoints.con",
+        "spawnPointManagerSettings.con"}) {
+    level.Put(mode + "/" + file, script);
+  }
+}
+
+void Require(bool holds) {
+  if (!holds) std::abort();
+}
+
+void CheckTables() {
+  for (const mw::EntityKind kind : mw::kEntityKinds) {
+    const mw::EntityTables& tables = mw::entities.Of(kind);
+    Require(tables.templates.size() <= mw::kMaxTemplates);
+    Require(tables.instances.size() <= mw::kMaxInstances);
+    for (const auto& instance : tables.instances) {
+      const mw::SpawnTemplate* const from = mw::TemplateOf(*instance);
+      Require(from && instance->modes != 0 && instance->name == from->name.View());
+    }
+  }
+  Require(mw::entities.spawnGroups.size() <= mw::kMaxSpawnGroups);
+}
+
+std::string OpenAndSave(LevelSandbox& level) {
+  mw::scripted::ResetScript();
+  mw::ReadGameModeFiles();
+  CheckTables();
+  mw::WriteGameModeFiles();
+  Require(mw::GameFileError().empty());
+  return level.Everything();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static LevelSandbox level;
+  mw::ResetEntities();
+  level.Begin();
+  const auto* const end = data + size;
+  for (const char* mode : {"conquest", "ctf", "tdm"}) {
+    const auto* const cut = std::find(data, end, kModeSeparator);
+    PutMode(level, mode, {data, cut});
+    data = cut == end ? end : std::next(cut);
+  }
+  OpenAndSave(level);
+  const std::string second = OpenAndSave(level);
+  Require(OpenAndSave(level) == second);
+  level.End();
+  return 0;
+}
