@@ -18,6 +18,8 @@ namespace fs = std::filesystem;
 using mw::Archive;
 
 constexpr std::size_t kLargestSeed = 64 * 1024;
+// Scripts that repeat themselves are cut: their first records are enough to mutate.
+constexpr std::size_t kFirstRecords = 700;
 
 constexpr std::array<std::string_view, 3> kModeFolders{"conquest", "ctf", "tdm"};
 
@@ -29,11 +31,14 @@ int ModeOf(const fs::path& file) {
   return found == kModeFolders.end() ? -1 : static_cast<int>(found - kModeFolders.begin());
 }
 
+bool IsObjectScript(const fs::path& file) {
+  return mw::EqualNoCase(file.filename().string(), "StaticObjects.con");
+}
+
 // The fuzz target that reads such a file, or an empty text.
 std::string_view TargetFor(const fs::path& file) {
   const std::string extension = file.extension().string();
-  if (ModeOf(file) >= 0) return {};  // these are seeds together
-  if (mw::EqualNoCase(file.filename().string(), "StaticObjects.con")) return "static_objects";
+  if (ModeOf(file) >= 0 || IsObjectScript(file)) return {};  // AddLevelScripts takes these
   if (mw::EqualNoCase(extension, ".con")) return "settings";
   if (mw::EqualNoCase(extension, ".dds")) return "dds";
   if (mw::EqualNoCase(extension, ".bmp")) return "bmp";
@@ -85,16 +90,22 @@ void AddSmallArchives(Archive& from, Corpus& corpus) {
   }
 }
 
-// The entity scripts of a level's modes, put together the way their fuzz target takes them apart.
-void AddEntityScripts(Archive& archive, Corpus& corpus) {
+// The beginnings of a level's object script and of its entity scripts; these put together the way
+// their fuzz target takes them apart.
+void AddLevelScripts(Archive& archive, Corpus& corpus) {
   std::array<std::vector<std::uint8_t>, kModeFolders.size()> modes;
   for (const auto& [name, entry] : archive.Entries()) {
     const int mode = ModeOf(name);
-    if (mode < 0 || entry.size > kLargestSeed) continue;
-    const auto bytes = archive.ReadMember(name);
+    if (mode < 0 && !IsObjectScript(name)) continue;
+    auto bytes = archive.ReadMember(name);
     if (!bytes) continue;
-    auto& scripts = modes[static_cast<std::size_t>(mode)];
-    scripts.insert(scripts.end(), bytes->begin(), bytes->end());
+    bytes->resize(std::min(bytes->size(), kFirstRecords));
+    if (mode < 0) {
+      corpus.Add("static_objects", *bytes);
+    } else {
+      auto& scripts = modes[static_cast<std::size_t>(mode)];
+      scripts.insert(scripts.end(), bytes->begin(), bytes->end());
+    }
   }
   std::vector<std::uint8_t> seed;
   for (const auto& scripts : modes) {
@@ -112,7 +123,7 @@ void AddArchive(const fs::path& path, Corpus& corpus) {
     if (target.empty() || entry.size > kLargestSeed) continue;
     if (const auto bytes = archive.ReadMember(name)) corpus.Add(target, *bytes);
   }
-  AddEntityScripts(archive, corpus);
+  AddLevelScripts(archive, corpus);
   AddSmallArchives(archive, corpus);
 }
 

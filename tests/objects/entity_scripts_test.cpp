@@ -98,121 +98,101 @@ std::string Entry(std::string_view title, std::string_view lines) {
   return rule + "rem ---  " + std::string(title) + "  ---\n" + rule + std::string(lines) + "\n";
 }
 
-TEST_F(EntityScriptsTest, WritesEveryLineInOrder) {
-  SoldierSpawnTemplate soldier;
-  soldier.name = "Camp_Spawn1";
-  soldier.modes = kModeConquest;
-  soldier.spawnId = 7;
-  soldier.group = 2;
-  ObjectSpawnTemplate vehicle;
-  vehicle.name = "Tanks";
-  vehicle.modes = kModeConquest;
-  vehicle.team1Object = "panzer";
-  vehicle.minSpawnDelay = 10;
-  vehicle.maxSpawnDelay = 20;
-  vehicle.timeToLive = 45;
-  vehicle.distance = 40;
-  vehicle.damageWhenLost = 5;
-  ControlPointTemplate point;
-  point.name = "Camp";
-  point.modes = kModeConquest;
-  point.controlPointName = "camp";
-  point.radius = 50;
-  point.team = 1;
-  point.spawnGroupId = point.objectSpawnerId = point.group = 2;
-  point.areaValue = 20;
-  point.timeToGetControl = 11;
-  point.timeToLoseControl = 12;
-  point.loseControlWhenEnemyClose = 1;
-  point.geometry = "flagbase_m1";
-  point.hasCollisionPhysics = 1;
-  point.addTemplate = "AnimatedFlag";
-  point.relativePosition = {0, 8.2f, 0};
-  point.teamGeometry1 = "flagge_m1";
-  point.teamGeometry2 = "flagus_m1";
+// What the editor writes of one entity of each kind, by file.
+const std::map<std::string, std::string> kEveryLine = {
+    {"SoldierSpawnTemplates.con",
+     "ObjectTemplate.create SpawnPoint Camp_Spawn1\n"
+     "ObjectTemplate.setSpawnId 7\n"
+     "ObjectTemplate.setGroup 2\n"},
+    {"SoldierSpawns.con",
+     "Object.create Camp_Spawn1\n"
+     "Object.absolutePosition 512.500000/31.250000/-640.000000\n"
+     "Object.rotation 90.000000/0.000000/-0.500000\n"},
+    {"ObjectSpawnTemplates.con",
+     "ObjectTemplate.create ObjectSpawner Tanks\n"
+     "ObjectTemplate.setObjectTemplate 1 panzer\n"
+     "ObjectTemplate.MinSpawnDelay 10\n"
+     "ObjectTemplate.MaxSpawnDelay 20\n"
+     "ObjectTemplate.SpawnDelayAtStart 0\n"
+     "ObjectTemplate.TimeToLive 45\n"
+     "ObjectTemplate.Distance 40\n"
+     "ObjectTemplate.DamageWhenLost 5\n"},
+    {"ObjectSpawns.con",
+     "Object.create Tanks\n"
+     "Object.absolutePosition 1.000000/2.000000/3.000000\n"
+     "Object.rotation 0.000000/0.000000/0.000000\n"
+     "Object.setOSId 2\n"
+     "Object.setTeam 1\n"},
+    {"ControlPointTemplates.con",
+     "ObjectTemplate.create ControlPoint Camp\n"
+     "ObjectTemplate.networkableInfo ControlPointInfo\n"
+     "ObjectTemplate.setControlPointName camp\n"
+     "ObjectTemplate.radius 50\n"
+     "ObjectTemplate.team 1\n"
+     "ObjectTemplate.spawnGroupId 2\n"
+     "ObjectTemplate.objectSpawnerId 3\n"
+     "ObjectTemplate.areaValue 20\n"
+     "ObjectTemplate.timeToGetControl 11\n"
+     "ObjectTemplate.timeToLoseControl 12\n"
+     "ObjectTemplate.disableIfEnemyInsideRadius 0\n"
+     "ObjectTemplate.disableWhenLosingControl 5\n"
+     "ObjectTemplate.loseControlWhenEnemyClose 1\n"
+     "ObjectTemplate.loseControlWhenNotClose 4\n"
+     "ObjectTemplate.geometry flagbase_m1\n"
+     "ObjectTemplate.hasCollisionPhysics 1\n"
+     "ObjectTemplate.addTemplate AnimatedFlag\n"
+     "ObjectTemplate.setPosition 0.000000/8.200000/0.000000\n"
+     "ObjectTemplate.setTeamGeometry 1 flagge_m1\n"
+     "ObjectTemplate.setTeamGeometry 2 flagus_m1\n"},
+    {"ControlPoints.con",
+     "Object.create Camp\n"
+     "Object.absolutePosition 4.000000/5.000000/6.000000\n"},
+    {"spawnPointManagerSettings.con",
+     "spawnPointManager.group 2\n"
+     "spawnPointManager.groupTeam 1\n"
+     "spawnPointManager.groupIcon test1.tga\n"}};
+const std::map<std::string, std::string> kTitles = {
+    {"SoldierSpawnTemplates.con", "Camp_Spawn1"}, {"SoldierSpawns.con", "Camp_Spawn1"},
+    {"ObjectSpawnTemplates.con", "Tanks"},        {"ObjectSpawns.con", "Tanks"},
+    {"ControlPointTemplates.con", "Camp"},        {"ControlPoints.con", "Camp"},
+    {"spawnPointManagerSettings.con", "group 2"}};
 
-  const auto add = [](EntityKind kind, auto record, auto placed) {
-    placed.name = record.name;
-    placed.modes = record.modes;
-    placed.templateIndex = 0;
-    placed.position = {512.5f, 31.25f, -640};
-    placed.rotation = {90, 0, -0.5f};
-    entities.Of(kind).templates.push_back(std::make_unique<decltype(record)>(record));
-    entities.Of(kind).instances.push_back(std::make_unique<decltype(placed)>(placed));
-  };
-  ObjectSpawn tank;
-  tank.osId = 2;
-  tank.team = 1;
-  add(EntityKind::SoldierSpawn, soldier, SoldierSpawn());
-  add(EntityKind::ObjectSpawn, vehicle, tank);
-  add(EntityKind::ControlPoint, point, ControlPoint());
-  entities.spawnGroups.push_back({2, 1, "test1.tga", -1, kModeConquest});
-  WriteGameModeFiles();
-  EXPECT_EQ(GameFileError(), "");
+TEST_F(EntityScriptsTest, EveryLineComesBackInItsPlace) {
+  for (const auto& [file, lines] : kEveryLine) Put("conquest/" + file, lines);
+  const auto saved = OpenAndSave();
+  for (const auto& [file, lines] : kEveryLine) {
+    const std::string preamble = file != "ControlPointTemplates.con"
+                                     ? ""
+                                     : "NetworkableInfo.createNewInfo ControlPointInfo\n"
+                                       "NetworkableInfo.setPredictionMode PMNone\n"
+                                       "NetworkableInfo.setBasePriority c_NIGhostAlways\n"
+                                       "\n";
+    EXPECT_EQ(saved.at("conquest/" + file),
+              InFile("conquest", file, preamble + Entry(kTitles.at(file), lines)));
+    EXPECT_EQ(saved.at("ctf/" + file), InFile("ctf", file, preamble));
+  }
+}
 
-  const auto expect = [this](const char* file, std::string_view lines) {
-    EXPECT_EQ(Get("conquest/" + std::string(file)), InFile("conquest", file, lines));
-  };
-  expect("SoldierSpawnTemplates.con", Entry("Camp_Spawn1",
-                                            "ObjectTemplate.create SpawnPoint Camp_Spawn1\n"
-                                            "ObjectTemplate.setSpawnId 7\n"
-                                            "ObjectTemplate.setGroup 2\n"));
-  expect("SoldierSpawns.con", Entry("Camp_Spawn1",
-                                    "Object.create Camp_Spawn1\n"
-                                    "Object.absolutePosition 512.500000/31.250000/-640.000000\n"
-                                    "Object.rotation 90.000000/0.000000/-0.500000\n"));
-  expect("ObjectSpawnTemplates.con", Entry("Tanks",
-                                           "ObjectTemplate.create ObjectSpawner Tanks\n"
-                                           "ObjectTemplate.setObjectTemplate 1 panzer\n"
-                                           "ObjectTemplate.MinSpawnDelay 10\n"
-                                           "ObjectTemplate.MaxSpawnDelay 20\n"
-                                           "ObjectTemplate.SpawnDelayAtStart 0\n"
-                                           "ObjectTemplate.TimeToLive 45\n"
-                                           "ObjectTemplate.Distance 40\n"
-                                           "ObjectTemplate.DamageWhenLost 5\n"));
-  expect("ObjectSpawns.con", Entry("Tanks",
-                                   "Object.create Tanks\n"
-                                   "Object.absolutePosition 512.500000/31.250000/-640.000000\n"
-                                   "Object.rotation 90.000000/0.000000/-0.500000\n"
-                                   "Object.setOSId 2\n"
-                                   "Object.setTeam 1\n"));
-  const std::string preamble =
-      "NetworkableInfo.createNewInfo ControlPointInfo\n"
-      "NetworkableInfo.setPredictionMode PMNone\n"
-      "NetworkableInfo.setBasePriority c_NIGhostAlways\n"
-      "\n";
-  expect("ControlPointTemplates.con",
-         preamble + Entry("Camp",
-                          "ObjectTemplate.create ControlPoint Camp\n"
-                          "ObjectTemplate.networkableInfo ControlPointInfo\n"
-                          "ObjectTemplate.setControlPointName camp\n"
-                          "ObjectTemplate.radius 50\n"
-                          "ObjectTemplate.team 1\n"
-                          "ObjectTemplate.spawnGroupId 2\n"
-                          "ObjectTemplate.objectSpawnerId 2\n"
-                          "ObjectTemplate.areaValue 20\n"
-                          "ObjectTemplate.timeToGetControl 11\n"
-                          "ObjectTemplate.timeToLoseControl 12\n"
-                          "ObjectTemplate.disableIfEnemyInsideRadius 0\n"
-                          "ObjectTemplate.disableWhenLosingControl 0\n"
-                          "ObjectTemplate.loseControlWhenEnemyClose 1\n"
-                          "ObjectTemplate.loseControlWhenNotClose 0\n"
-                          "ObjectTemplate.geometry flagbase_m1\n"
-                          "ObjectTemplate.hasCollisionPhysics 1\n"
-                          "ObjectTemplate.addTemplate AnimatedFlag\n"
-                          "ObjectTemplate.setPosition 0.000000/8.200000/0.000000\n"
-                          "ObjectTemplate.setTeamGeometry 1 flagge_m1\n"
-                          "ObjectTemplate.setTeamGeometry 2 flagus_m1\n"));
-  expect("ControlPoints.con", Entry("Camp",
-                                    "Object.create Camp\n"
-                                    "Object.absolutePosition 512.500000/31.250000/-640.000000\n"));
-  expect("spawnPointManagerSettings.con", Entry("group 2",
-                                                "spawnPointManager.group 2\n"
-                                                "spawnPointManager.groupTeam 1\n"
-                                                "spawnPointManager.groupIcon test1.tga\n"));
-  EXPECT_EQ(Get("ctf/ControlPointTemplates.con"),
-            InFile("ctf", "ControlPointTemplates.con", preamble));
-  EXPECT_EQ(Get("tdm/ObjectSpawns.con"), InFile("tdm", "ObjectSpawns.con", ""));
+TEST_F(EntityScriptsTest, ReadsIntoTheFieldsThatTheSheetsEdit) {
+  for (const auto& [file, lines] : kEveryLine) Put("conquest/" + file, lines);
+  ReadGameModeFiles();
+  EXPECT_EQ(TemplateAt<SoldierSpawnTemplate>(EntityKind::SoldierSpawn, 0).spawnId, 7);
+  EXPECT_EQ(InstanceAt(EntityKind::SoldierSpawn, 0).rotation.z, -0.5f);
+  const auto& vehicle = TemplateAt<ObjectSpawnTemplate>(EntityKind::ObjectSpawn, 0);
+  EXPECT_EQ(vehicle.team1Object, "panzer");
+  EXPECT_EQ(vehicle.maxSpawnDelay, 20);
+  EXPECT_EQ(vehicle.timeToLive, 45);
+  EXPECT_EQ(static_cast<const ObjectSpawn&>(InstanceAt(EntityKind::ObjectSpawn, 0)).osId, 2);
+  const auto& point = TemplateAt<ControlPointTemplate>(EntityKind::ControlPoint, 0);
+  EXPECT_EQ(point.radius, 50);
+  EXPECT_EQ(point.team, 1);
+  EXPECT_EQ(point.objectSpawnerId, 3);
+  EXPECT_EQ(point.timeToLoseControl, 12);
+  EXPECT_EQ(point.disableWhenLosingControl, 5);
+  EXPECT_EQ(point.loseControlWhenNotClose, 4);
+  EXPECT_EQ(point.relativePosition.y, 8.2f);
+  EXPECT_EQ(point.teamGeometry2, "flagus_m1");
+  EXPECT_EQ(entities.spawnGroups.at(0).icon, "test1.tga");
 }
 
 TEST_F(EntityScriptsTest, ALevelWithoutEntitiesGetsAllFiles) {
