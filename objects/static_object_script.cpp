@@ -26,10 +26,11 @@ void ReadVector(Tokenizer& arguments, Vector3& vector) {
   }
 }
 
-// Without a name the record is there, to take the lines that follow, but stands for no object.
+// Without a name (which a zero byte ends) the record is there, to take the lines that follow, but
+// stands for no object.
 void CreateObject(Tokenizer& arguments) {
   const auto name = arguments.Next(kBlankOrSlash);
-  if (!name) {
+  if (!name || name->front() == '\0') {
     objectStore.objects.emplace_back();
     return;
   }
