@@ -1,17 +1,11 @@
 #include "objects/object_mapper.h"
 
 #include <gmock/gmock.h>
-#include <vector>
 
 #include "objects/object_level_test.h"
-#include "objects/property_sheet.h"
-#include "objects/static_objects.h"
 
 namespace mw {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class ObjectMapperTest : public ObjectLevelTest {
  protected:
@@ -80,19 +74,6 @@ TEST_F(ObjectMapperTest, OnlyToolsThatAreEnabledCanBeChosen) {
   EXPECT_EQ(objectStore.tool, ObjectTool::RotateY);
   ClickObject(0);
   EXPECT_EQ(objectStore.tool, ObjectTool::Select) << "the selection changed";
-}
-
-TEST_F(ObjectMapperTest, TheToolbarSwitchesAndViewsAreShown) {
-  int refreshed = 0;
-  objectWindows.refreshToolbar = [&refreshed] { ++refreshed; };
-  PressObjectControl(ObjectControl::ShowTreeMeshes);
-  PressObjectControl(ObjectControl::SnapToGround);
-  PressObjectControl(ObjectControl::SnapToGround);
-  PressObjectControl(ObjectControl::ViewDetailMesh);
-  EXPECT_FALSE(objectStore.showTreeMeshes);
-  EXPECT_TRUE(objectStore.snapToGround && objectStore.showStandardMeshes);
-  EXPECT_EQ(objectStore.viewMode, ViewMode::DetailMesh);
-  EXPECT_EQ(refreshed, 4);
 }
 
 TEST_F(ObjectMapperTest, ADraggedGroupFollowsTheCursorOverTheGround) {
@@ -196,19 +177,6 @@ TEST_F(ObjectMapperTest, AHoveredIndexThatIsNoMoreIsNothing) {
     EXPECT_FALSE(EditHovered());
   }
   EXPECT_FALSE(objectStore.toolsEnabled);
-}
-
-TEST_F(ObjectMapperTest, ADoubleClickEditsWhatIsHoveredAndSelected) {
-  AddObject("hut", {});
-  int sheets = 0;
-  objectWindows.runPropertySheet = [&sheets](PropertySheet&) { return ++sheets > 0; };
-  HoverObject(0);
-  EXPECT_FALSE(EditHovered()) << "it is not selected";
-  Click();
-  EXPECT_TRUE(EditHovered());
-  editor.ctrlHeld = true;
-  EXPECT_FALSE(EditHovered());
-  EXPECT_EQ(sheets, 1);
 }
 
 TEST_F(ObjectMapperTest, DeletingTakesObjectsAndEntitiesWithTheirItems) {

@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "core/game_random.h"
 #include "objects/object_level_test.h"
 #include "objects/property_sheet.h"
 #include "support/archive_bytes.h"
@@ -121,30 +120,6 @@ TEST_F(StaticObjectsTest, TheTreeListsObjectsByTheKindOfTheirMesh) {
   DeleteStaticObject(1);
   EXPECT_EQ(FindObjectByTreeItem(hut), -1);
   EXPECT_EQ(FindObjectByTreeItem(0), -1);
-}
-
-TEST_F(StaticObjectsTest, BoxColoursComeFromTheGamesRandomNumbers) {
-  Put(kScript, "Object.create hut\nObject.create hut\n");
-  SeedGameRandom(7);
-  const int first = GameRandom(), second = GameRandom();
-  SeedGameRandom(7);
-  LoadStaticObjects();
-  const auto green = [](int random) {
-    return static_cast<std::uint8_t>((100 - 101 * random) % 256);
-  };
-  EXPECT_THAT(objectStore.objects[0].boxColour, ElementsAre(0, green(first), 255));
-  EXPECT_THAT(objectStore.objects[1].boxColour, ElementsAre(0, green(second), 255));
-}
-
-TEST_F(StaticObjectsTest, AMeshInTheCacheIsShared) {
-  CachedMesh mesh;
-  mesh.name = "hut";
-  mesh.lists = {11, 12, 13, 14};
-  objectStore.meshes = {CachedMesh{}, mesh};
-  Put(kScript, "Object.create Hut\n");
-  LoadStaticObjects();
-  EXPECT_EQ(objectStore.objects[0].meshIndex, 1);
-  EXPECT_THAT(objectStore.objects[0].lists, ElementsAre(11, 12, 13, 14));
 }
 
 TEST_F(StaticObjectsTest, ALevelWithoutObjectsStillHasItsEntities) {
