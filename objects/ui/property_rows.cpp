@@ -18,7 +18,8 @@ namespace {
 
 // Layout pixels.
 constexpr int kLabelLeft = 10, kLabelWidth = 130, kHeadingWidth = 326;
-constexpr int kValueLeft = 144, kValueWidth = 196, kValuesPitch = 200;
+constexpr int kValueLeft = 144, kValueWidth = 196;
+constexpr int kValuesPitch = 200, kValueGap = 4;  // of values side by side: all, and between two
 constexpr int kListHeight = 256, kListLineHeight = 16;
 
 constexpr int kLongestNumber = 256;  // characters
@@ -37,7 +38,7 @@ void NarrowToFit(QWidget& control, const QString& text, int width) {
   QFont font = control.font();
   for (int stretch = 100; stretch >= kNarrowest; stretch -= kNarrowing) {
     font.setStretch(stretch);
-    if (QFontMetrics(font).horizontalAdvance(text) <= width) break;
+    if (QFontMetrics(font).horizontalAdvance(text) < width) break;
   }
   control.setFont(font);
 }
@@ -61,7 +62,8 @@ void Name(QWidget& control, const RowPlace& place, const QString& name) {
 
 // One of a row's values side by side.
 QRect ValuePlace(const RowPlace& place, int index, int count) {
-  return place.At(kValueLeft + kValuesPitch / count * index, (50 - count) * 4 / count);
+  return place.At(kValueLeft + kValuesPitch / count * index,
+                  (kValuesPitch - kValueGap * count) / count);
 }
 
 int ValueCount(const PropertyField& field) {
