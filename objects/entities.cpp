@@ -1,10 +1,17 @@
 #include "objects/entities.h"
 
+#include <limits>
+
 namespace mw {
 
 Entities entities;
 
 void ResetEntities() { entities = {}; }
+
+void KeepSpawnIdFree(std::int32_t spawnId) {
+  if (spawnId < entities.nextSpawnId) return;
+  entities.nextSpawnId = spawnId + (spawnId < std::numeric_limits<std::int32_t>::max() ? 1 : 0);
+}
 
 SpawnTemplate* TemplateOf(const SpawnInstance& instance) {
   const auto& templates = entities.Of(instance.Kind()).templates;

@@ -160,6 +160,7 @@ struct Entities {
   std::vector<SpawnGroup> spawnGroups;  // at most kMaxSpawnGroups
   GameModeMask ModeFilter = kAllModes;  // the modes that are shown
   std::int32_t nextSpawnId = 1;         // never reset
+  bool nameWasCut = false;              // a name that was read is longer than its record can hold
   HoveredEntity hovered;
 
   EntityTables& Of(EntityKind kind) { return tables[static_cast<std::size_t>(kind)]; }
@@ -169,6 +170,8 @@ extern Entities entities;
 
 // Puts all entities, the mode filter and the next spawn id back to what they are at program start.
 void ResetEntities();
+// The ids of new soldier spawns come after this one, too.
+void KeepSpawnIdFree(std::int32_t spawnId);
 
 // The template that an instance was made from, or null.
 SpawnTemplate* TemplateOf(const SpawnInstance& instance);

@@ -53,17 +53,6 @@ bool IsTemplateName(EntityKind kind, const EntityName& name) {
   });
 }
 
-// The base and the first number that makes it a new name among the kind's templates. A base that
-// leaves no room for the number is cut.
-EntityName UniqueName(EntityKind kind, std::string_view base) {
-  for (int number = 1;; ++number) {
-    const std::string digits = std::to_string(number);
-    const EntityName name =
-        std::string(base.substr(0, EntityName::kCapacity - digits.size())) + digits;
-    if (!IsTemplateName(kind, name)) return name;
-  }
-}
-
 ControlPointTemplate* TemplateOfControlPoint(int number) {
   const auto& controlPoints = entities.Of(EntityKind::ControlPoint).instances;
   const auto index = static_cast<std::size_t>(number - 1);
@@ -82,7 +71,7 @@ void AddSoldierSpawnTemplate(const Vector3& position) {
   made->group = NearestControlPoint(position);
   const ControlPointTemplate* near = TemplateOfControlPoint(made->group);
   const std::string_view owner = near ? near->name.View() : std::string_view();
-  made->name = UniqueName(EntityKind::SoldierSpawn, std::string(owner) + "_Spawn");
+  made->name = UniqueTemplateName(EntityKind::SoldierSpawn, std::string(owner) + "_Spawn");
   made->modes = entities.ModeFilter;
   made->spawnId = TakeSpawnId();
   entities.Of(EntityKind::SoldierSpawn).templates.push_back(std::move(made));
@@ -108,7 +97,7 @@ void AddSpawnGroup() {
 void AddControlPointTemplate() {
   if (!HasRoomForTemplate(EntityKind::ControlPoint)) return;
   auto made = std::make_unique<ControlPointTemplate>();
-  made->name = UniqueName(EntityKind::ControlPoint, "New_Control_Point");
+  made->name = UniqueTemplateName(EntityKind::ControlPoint, "New_Control_Point");
   made->controlPointName = made->name;
   made->modes = entities.ModeFilter;
   const auto& groups = entities.spawnGroups;
@@ -130,7 +119,7 @@ void AddControlPointTemplate() {
 
 std::unique_ptr<ObjectSpawnTemplate> NewObjectSpawnTemplate() {
   auto made = std::make_unique<ObjectSpawnTemplate>();
-  made->name = UniqueName(EntityKind::ObjectSpawn, "New_Object_Spawn");
+  made->name = UniqueTemplateName(EntityKind::ObjectSpawn, "New_Object_Spawn");
   made->modes = entities.ModeFilter;
   made->team1Object = "object1";
   made->team2Object = "object2";
@@ -181,6 +170,15 @@ std::unique_ptr<SpawnInstance> ObjectSpawnTemplate::CreateInstance(int templateI
 
 std::unique_ptr<SpawnInstance> ControlPointTemplate::CreateInstance(int templateIndex) {
   return InstanceOf<ControlPoint>(*this, templateIndex);
+}
+
+EntityName UniqueTemplateName(EntityKind kind, std::string_view base) {
+  for (int number = 1;; ++number) {
+    const std::string digits = std::to_string(number);
+    const EntityName name =
+        std::string(base.substr(0, EntityName::kCapacity - digits.size())) + digits;
+    if (!IsTemplateName(kind, name)) return name;
+  }
 }
 
 int NearestControlPoint(const Vector3& position) {

@@ -41,6 +41,9 @@ int NearestControlPoint(const Vector3& position);
 int FindObjectSpawnTemplate(TreeItem item);
 // "Soldier Spawn: <name> ( CQ CTF )" for the status bar.
 std::string StatusTextOf(const SpawnInstance& instance);
+// The base and the first number, from 1, that makes it a new name among the kind's templates. A
+// base that leaves no room for the number is cut.
+EntityName UniqueTemplateName(EntityKind kind, std::string_view base);
 // Every character that is neither a digit nor an ASCII letter becomes '_'.
 void CleanName(EntityName& name);
 // The instance's template takes the modes of all its instances too.

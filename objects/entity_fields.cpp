@@ -26,7 +26,8 @@ void ParseValue(Tokenizer& arguments, std::int32_t& number) {
   number = ParseInt(arguments.Next(kBlankSlashOrLineFeed));
 }
 void ParseValue(Tokenizer& arguments, EntityName& name) {
-  if (const auto token = arguments.Next(kBlankOrLineEnd)) name = *token;
+  const auto token = arguments.Next(kBlankOrLineEnd);
+  if (token && !name.Assign(*token)) entities.nameWasCut = true;
 }
 void ParseValue(Tokenizer& arguments, Vector3& vector) {
   vector = ParseVector3(arguments, kBlankSlashOrLineFeed);

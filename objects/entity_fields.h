@@ -38,7 +38,8 @@ inline constexpr double kSameRotation = 1.0;  // degrees
 bool IsWithin(const Vector3& a, const Vector3& b, double limit);
 
 // A missing number is 0, a vector as ParseVector3 has it; a missing name leaves the field as it is.
-// A name reaches to the next blank, so that a `/` in it survives.
+// A name reaches to the next blank, so that a `/` in it survives; entities.nameWasCut tells that it
+// was too long.
 void ParseValue(Tokenizer& arguments, std::int32_t& number);
 void ParseValue(Tokenizer& arguments, EntityName& name);
 void ParseValue(Tokenizer& arguments, Vector3& vector);

@@ -1,5 +1,3 @@
-#include <limits>
-
 #include "data/script.h"
 #include "objects/entities.h"
 #include "objects/entity_fields.h"
@@ -77,12 +75,6 @@ void WriteCreateTemplate(const char* type, const SpawnTemplate& spawnTemplate, G
 
 void WriteCreateInstance(const SpawnInstance& instance, GameFile& file) {
   GameFilePrintf(file, "Object.create %s\n", instance.name.c_str());
-}
-
-// The ids of new soldier spawns come after all that were read.
-void KeepSpawnIdFree(std::int32_t spawnId) {
-  if (spawnId < entities.nextSpawnId) return;
-  entities.nextSpawnId = spawnId + (spawnId < std::numeric_limits<std::int32_t>::max() ? 1 : 0);
 }
 
 }  // namespace

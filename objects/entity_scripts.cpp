@@ -15,6 +15,7 @@
 #include "data/script.h"
 #include "objects/entities.h"
 #include "objects/entity_editing.h"
+#include "objects/entity_fields.h"
 #include "objects/object_store.h"
 #include "platform/prompts.h"
 
@@ -109,6 +110,11 @@ void ReportDamage(const EntityFile& file, const ModeFolder& folder) {
                         folder.name, file.name, file.records));
 }
 
+void ReportCutNames(const EntityFile& file, const ModeFolder& folder) {
+  ReportLoss(FormatText("Some names in %s/%s are longer than %zu characters and were cut.",
+                        folder.name, file.name, EntityName::kCapacity));
+}
+
 bool AreCopies(const SpawnTemplate& a, const SpawnTemplate& b) { return a.Equals(b); }
 bool AreCopies(const SpawnInstance& a, const SpawnInstance& b) { return a.Equals(b); }
 bool AreCopies(const SpawnGroup& a, const SpawnGroup& b) {
@@ -139,6 +145,8 @@ Records<Record> ReadRecords(const EntityFile& file, const Make& make) {
   // Before they are merged, there can be a copy in each folder.
   const std::size_t limit = file.capacity * kModeFolders.size();
   const ModeFolder* fullAt = nullptr;
+  const ModeFolder* cutAt = nullptr;
+  entities.nameWasCut = false;
   Records<Record> records;
   for (const ModeFolder& folder : kModeFolders) {
     const std::unique_ptr<GameFile> script = GameFileOpen(PathOf(file, folder), "r");
@@ -159,6 +167,7 @@ Records<Record> ReadRecords(const EntityFile& file, const Make& make) {
         fullAt = &folder;
       }
     });
+    if (entities.nameWasCut && !cutAt) cutAt = &folder;
   }
   MergeCopies(records);
   if (records.size() > file.capacity) {
@@ -166,6 +175,7 @@ Records<Record> ReadRecords(const EntityFile& file, const Make& make) {
     records.resize(file.capacity);
   }
   if (fullAt) ReportFull(file, *fullAt);
+  if (cutAt) ReportCutNames(file, *cutAt);
   return records;
 }
 
@@ -190,15 +200,11 @@ int FindTemplate(EntityKind kind, std::string_view name, GameModeMask mode) {
   return found == templates.end() ? -1 : static_cast<int>(found - templates.begin());
 }
 
-EntityName NextName(Tokenizer& arguments) {
-  return arguments.Next(kBlankOrLineEnd).value_or(std::string_view());
-}
-
 void ReadTemplates(EntityKind kind) {
   const auto make = [kind](Tokenizer& arguments, GameModeMask) {
     std::unique_ptr<SpawnTemplate> made = EmptyTemplate(kind);
     arguments.Next(kBlankSlashOrLineFeed);  // the type, which the file's name tells already
-    made->name = NextName(arguments);
+    ParseValue(arguments, made->name);
     return made;
   };
   auto& templates = entities.Of(kind).templates;
@@ -210,7 +216,8 @@ void ReadTemplates(EntityKind kind) {
 void ReadInstances(EntityKind kind) {
   const auto& templates = entities.Of(kind).templates;
   const auto make = [&](Tokenizer& arguments, GameModeMask mode) {
-    const int index = FindTemplate(kind, NextName(arguments), mode);
+    const EntityName name = arguments.Next(kBlankOrLineEnd).value_or(std::string_view());
+    const int index = FindTemplate(kind, name, mode);
     if (index < 0) return std::unique_ptr<SpawnInstance>();
     const SpawnTemplate& from = *templates[static_cast<std::size_t>(index)];
     std::unique_ptr<SpawnInstance> made = EmptyInstance(kind);

@@ -8,6 +8,7 @@
 #include "objects/object_catalogue.h"
 #include "objects/object_windows.h"
 #include "objects/property_sheet.h"
+#include "platform/prompts.h"
 
 namespace mw {
 namespace {
@@ -29,11 +30,6 @@ struct InstanceCopy {
       : position(CopyOf(instance.position)),
         rotation(CopyOf(instance.rotation)),
         modes(ChoicesOf(instance.modes)) {}
-  void StoreIn(SpawnInstance& instance) const {
-    instance.position = VectorOf(position);
-    instance.rotation = VectorOf(rotation);
-    instance.modes = ModesOf(modes);
-  }
 };
 
 PropertyField* AddText(PropertySheet& sheet, EntityName& text, std::string_view label) {
@@ -76,17 +72,42 @@ void PassNameOn(SpawnTemplate& renamed, EntityKind kind) {
   }
 }
 
-// What every edit of an instance ends with.
-void FinishEdit(SpawnInstance& instance) {
+// Of two templates with one name in one mode's file, only one would be found by its instances when
+// the level is read again.
+void MakeNameUnique(SpawnTemplate& renamed, EntityKind kind) {
+  const auto clashes = [&renamed](const auto& other) {
+    return other.get() != &renamed && (other->modes & renamed.modes) != 0 &&
+           EqualNoCase(other->name, renamed.name);
+  };
+  if (std::ranges::any_of(entities.Of(kind).templates, clashes)) {
+    renamed.name = UniqueTemplateName(kind, renamed.name);
+  }
+}
+
+void FinishName(SpawnTemplate& renamed, EntityKind kind) {
+  CleanName(renamed.name);
+  MakeNameUnique(renamed, kind);
+  PassNameOn(renamed, kind);
+}
+
+// What every edit of an instance ends with. Without any game mode it would never be shown or saved.
+void FinishEdit(SpawnInstance& instance, const InstanceCopy& edited) {
+  instance.position = VectorOf(edited.position);
+  instance.rotation = VectorOf(edited.rotation);
+  const GameModeMask chosen = ModesOf(edited.modes);
+  if (chosen != 0) instance.modes = chosen;
   WidenTemplateModes(instance);
   if (SpawnTemplate* own = TemplateOf(instance)) {
-    CleanName(own->name);
-    PassNameOn(*own, instance.Kind());
+    FinishName(*own, instance.Kind());
   } else {
     CleanName(instance.name);
     instance.UpdateTreeItem();
   }
   editor.levelModified = true;
+  if (chosen == 0) {
+    ShowPrompt("At least one game mode is needed. The game modes stay as they were.", "Error",
+               PromptButtons::Ok, PromptIcon::Stop);
+  }
 }
 
 // The lookup is by the name in lower case, and so the name is kept.
@@ -157,9 +178,8 @@ bool ObjectSpawnTemplate::Edit(EntityKind kind) {
   copy.maxSpawnDelay = std::max(copy.maxSpawnDelay, copy.minSpawnDelay + 1);
   copy.team1Entry = FindObjectEntry(copy.team1Object);
   copy.team2Entry = FindObjectEntry(copy.team2Object);
-  CleanName(copy.name);
   *this = copy;
-  PassNameOn(*this, kind);
+  FinishName(*this, kind);
   editor.levelModified = true;
   return true;
 }
@@ -181,8 +201,8 @@ bool SoldierSpawn::Edit() {
   if (!objectWindows.runPropertySheet(sheet)) return false;
 
   *own = templateCopy;
-  copy.StoreIn(*this);
-  FinishEdit(*this);
+  KeepSpawnIdFree(own->spawnId);
+  FinishEdit(*this, copy);
   return true;
 }
 
@@ -202,8 +222,7 @@ bool ObjectSpawn::Edit() {
 
   osId = controlPoint;
   team = side;
-  copy.StoreIn(*this);
-  FinishEdit(*this);
+  FinishEdit(*this, copy);
   return true;
 }
 
@@ -223,8 +242,7 @@ bool ControlPoint::Edit() {
   CleanNames(templateCopy);
   templateCopy.relativePosition = VectorOf(relativePosition);
   *own = templateCopy;
-  copy.StoreIn(*this);
-  FinishEdit(*this);
+  FinishEdit(*this, copy);
   UpdateGroupOf(*own);
   return true;
 }

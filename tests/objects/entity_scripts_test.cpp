@@ -410,6 +410,25 @@ TEST_F(EntityScriptsTest, WhatDoesNotFitIsReportedOnceForEachKind) {
   EXPECT_TRUE(objectStore.loadedIncompletely);
 }
 
+// What a record cannot hold must not be written back in part.
+TEST_F(EntityScriptsTest, NamesThatAreTooLongAreCutAndReported) {
+  const std::string most(47, 'n');
+  Put("conquest/ControlPointTemplates.con",
+      "ObjectTemplate.create ControlPoint " + most + "-end\n");
+  Put("conquest/ControlPoints.con", "Object.create " + most + "-end\n");
+  Put("ctf/SoldierSpawnTemplates.con", "ObjectTemplate.create SpawnPoint " + most + "\n");
+  Put("ctf/SoldierSpawns.con", "Object.create " + most + "\n");
+  scripted::script.answers = {PromptAnswer::Ok};
+  ReadGameModeFiles();
+  EXPECT_EQ(InstanceAt(EntityKind::ControlPoint, 0).name, most);
+  EXPECT_EQ(InstanceAt(EntityKind::SoldierSpawn, 0).name, most);
+  ASSERT_EQ(scripted::script.prompts.size(), 1u);
+  EXPECT_EQ(scripted::script.prompts[0].text,
+            "Some names in conquest/ControlPointTemplates.con are longer than 47 characters and "
+            "were cut.");
+  EXPECT_TRUE(objectStore.loadedIncompletely);
+}
+
 TEST_F(EntityScriptsTest, ADamagedFileIsReportedAndNotToBeReplaced) {
   PutSoldierSpawn("conquest", "s");
   ASSERT_TRUE(level->CommitSave());

@@ -7,6 +7,7 @@
 namespace mw {
 namespace {
 
+using ::testing::Each;
 using ::testing::ElementsAre;
 
 struct ShownField {
@@ -241,6 +242,64 @@ TEST_F(EntitySheetsTest, CancelAfterAWrongFieldChangesNothing) {
   EXPECT_EQ(Point(0).position, (Vector3{100, 20, 100}));
   EXPECT_EQ(Point(0).modes, kAllModes);
   EXPECT_FALSE(editor.levelModified);
+}
+
+TEST_F(EntitySheetsTest, AnEntityKeepsItsModesWhenNoneIsChosen) {
+  AcceptSheets([](PropertySheet& sheet) {
+    ChooseModes(sheet, 0);
+    Enter(sheet, "Pos", {7, 8, 9});
+  });
+  for (SpawnInstance* instance :
+       {&Soldier(), &Point(0), static_cast<SpawnInstance*>(&Vehicle(0))}) {
+    ExpectMessages(1);
+    instance->modes = kModeTeamDeathMatch;
+    EXPECT_TRUE(instance->Edit());
+    EXPECT_EQ(instance->modes, kModeTeamDeathMatch);
+    EXPECT_EQ(instance->position, (Vector3{7, 8, 9})) << "what else was changed";
+  }
+  EXPECT_THAT(Messages(),
+              Each("At least one game mode is needed. The game modes stay as they were."));
+  EXPECT_EQ(Messages().size(), 3u);
+}
+
+TEST_F(EntitySheetsTest, ANameThatIsTakenGetsANumber) {
+  DropSoldierSpawn(610, 100);
+  AddVehicleTemplate();
+  AcceptSheets([](PropertySheet& sheet) { Type(sheet, "Name", "north camp"); });
+  EXPECT_TRUE(Point(0).Edit());
+  EXPECT_TRUE(Point(1).Edit());
+  EXPECT_TRUE(Soldier().Edit());
+  EXPECT_TRUE(SoldierSpawns().instances[1]->Edit());
+  EditByTreeItem(ObjectTemplate(0).treeItem);
+  EditByTreeItem(ObjectTemplate(1).treeItem);
+  EXPECT_TRUE(Point(1).Edit());
+  for (const EntityKind kind : kEntityKinds) {
+    EXPECT_EQ(Of(kind).templates[0]->name, "north_camp") << "of another kind is no matter";
+    EXPECT_EQ(Of(kind).templates[1]->name, "north_camp1");
+  }
+  EXPECT_EQ(SoldierSpawns().instances[1]->name, "north_camp1");
+  EXPECT_EQ(ItemText(Point(1).treeItem), "north_camp1 (CQ,CTF,TDM)");
+}
+
+// Files of different modes may have different templates of one name.
+TEST_F(EntitySheetsTest, ANameIsTakenOnlyInAModeThatIsShared) {
+  PointTemplate(0).modes = Point(0).modes = kModeConquest;
+  PointTemplate(1).modes = Point(1).modes = kModeCaptureTheFlag;
+  AcceptSheets([](PropertySheet& sheet) { Type(sheet, "Name", "Camp"); });
+  EXPECT_TRUE(Point(0).Edit());
+  EXPECT_TRUE(Point(1).Edit());
+  EXPECT_EQ(Point(1).name, "Camp");
+  AcceptSheets([](PropertySheet& sheet) { ChooseModes(sheet, kAllModes); });
+  EXPECT_TRUE(Point(1).Edit());
+  EXPECT_EQ(Point(0).name, "Camp");
+  EXPECT_EQ(Point(1).name, "Camp1");
+}
+
+TEST_F(EntitySheetsTest, ASpawnIdThatWasTypedIsNotGivenAgain) {
+  AcceptSheets([](PropertySheet& sheet) { Enter(sheet, "SpawnID", 12); });
+  EXPECT_TRUE(Soldier().Edit());
+  DropSoldierSpawn(130, 100);
+  EXPECT_EQ(SoldierTemplate(1).spawnId, 13);
 }
 
 // An entity that leaves the shown modes goes out of the tree and comes back with them.
