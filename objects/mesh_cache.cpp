@@ -190,13 +190,15 @@ bool LoadTreeMesh(int entry, CachedMesh& mesh) { return LoadMesh(entry, mesh, Fi
 void CacheMeshForObject(int index, StaticObject& object) {
   object.lists = {};
   object.meshIndex = 0;
-  const ObjectCatalogue& catalogue = objectStore.catalogue;
+  ObjectCatalogue& catalogue = objectStore.catalogue;
   if (index < 0 || index >= catalogue.entryCount) return;
   if (objectStore.meshes.size() >= kMaxCachedMeshes) return;
-  const CatalogueEntry& entry = catalogue.entries[static_cast<std::size_t>(index)];
+  CatalogueEntry& entry = catalogue.entries[static_cast<std::size_t>(index)];
+  if (entry.meshFailed) return;
   CachedMesh mesh;
   const bool loaded = entry.meshKind == MeshKind::TreeMesh ? LoadTreeMesh(index, mesh)
                                                            : LoadStandardMesh(index, mesh);
+  entry.meshFailed = !loaded;
   if (!loaded) return;
   mesh.treeItem = InsertItem(levelTree.fixed.cachedObjects, entry.name);
   object.lists = mesh.lists;
@@ -234,6 +236,7 @@ void ClearMeshes() {
   for (; !objectStore.meshes.empty(); objectStore.meshes.pop_back()) {
     FreeMesh(objectStore.meshes.back());
   }
+  for (CatalogueEntry& entry : objectStore.catalogue.entries) entry.meshFailed = false;
   ClearObjectTextures();
 }
 

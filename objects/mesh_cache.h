@@ -49,7 +49,8 @@ struct StaticObject;
 // forgotten, so free it first. Without a context its lists are 0.
 bool LoadStandardMesh(int entry, CachedMesh& mesh);
 bool LoadTreeMesh(int entry, CachedMesh& mesh);
-// Gives the object the lists of a newly loaded mesh, or none when it cannot be loaded.
+// Gives the object the lists of a newly loaded mesh, or none when it cannot be loaded: then its
+// files are not read again until the meshes are cleared.
 void CacheMeshForObject(int entry, StaticObject& object);
 // Index of the cached mesh with this name or mesh name, whatever the case, or -1.
 int FindCachedMesh(std::string_view name);

@@ -19,7 +19,8 @@ struct CatalogueEntry {
   NameText meshName;
   std::int32_t category = -1;  // index into the categories; -1 before the first heading
   MeshKind meshKind = MeshKind::StandardMesh;
-  Vector3 boxA, boxB;  // bounding box of the mesh, known once it was loaded
+  Vector3 boxA, boxB;       // bounding box of the mesh, known once it was loaded
+  bool meshFailed = false;  // the mesh could not be loaded; not tried again before ClearMeshes
 };
 
 struct ObjectCatalogue {

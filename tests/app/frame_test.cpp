@@ -19,7 +19,7 @@ TEST_F(ShellTest, TheRubberBandLeavesTheDepthThatItsCornersArePickedFrom) {
   editor.rubberBandActive = true;
   editor.rubberBand = {50, 30, 150, 90};
   DrawOverlay();
-  const Picture picture = ReadPicture();
+  const DrawnPicture picture = ReadPicture();
   EXPECT_EQ(picture.rgb[(60 * kWidth + 50) * 3], 255) << "its left side is there";
   std::vector<GLfloat> depths(kWidth * kHeight);
   glReadPixels(0, 0, kWidth, kHeight, GL_DEPTH_COMPONENT, GL_FLOAT, depths.data());

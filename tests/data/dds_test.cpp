@@ -133,7 +133,7 @@ class DdsTextureTest : public LevelArchiveTest {
     }
     glEnd();
     glDisable(GL_TEXTURE_2D);
-    const Picture picture = ReadPicture();
+    const DrawnPicture picture = ReadPicture();
     const auto middle = picture.rgb.begin() + (8 * 16 + 8) * 3;
     return {middle, middle + 3};
   }

@@ -73,7 +73,7 @@ TEST_F(EntityRenderTest, EachKindHasAMarkerOfItsSize) {
 
 TEST_F(EntityRenderTest, MarkersHaveBlackEdges) {
   AddSoldier(1, {0, 0, 20});
-  const Picture picture = Draw();
+  const DrawnPicture picture = Draw();
   EXPECT_GT(Count(picture, kBlack), 150u);
   EXPECT_EQ(At(0, 1.0f, 20.5f), At(0.2f, 0.7f, 20.5f)) << "the face is of one colour";
 }
@@ -182,7 +182,7 @@ TEST_F(EntityRenderTest, ASpawnOutOfSightKeepsItsLink) {
 TEST_F(EntityRenderTest, ARingShowsAControlPointsRadius) {
   AddControlPoint(1, {0, 0, 0}, 8);
   const SceneCamera above{kMiddle, 95, kMiddle, -90, 0};
-  const Picture ring = Draw(above);
+  const DrawnPicture ring = Draw(above);
   for (const float radius : {7.2f, 8.0f}) {
     EXPECT_EQ(At(radius, 2, 0), kYellow);
     EXPECT_EQ(At(0, 2, -radius), kYellow);

@@ -44,7 +44,7 @@ class MeshCacheTest : public ContentTest {
     glEnable(GL_TEXTURE_2D);
     CallMeshList(mesh.lists[3]);
     glDisable(GL_TEXTURE_2D);
-    const Picture picture = ReadPicture();
+    const DrawnPicture picture = ReadPicture();
     const auto at = [&](std::size_t column) {
       const std::uint8_t* pixel = &picture.rgb[(4 * 8 + column) * 3];
       return Rgb{pixel[0], pixel[1], pixel[2]};
@@ -194,6 +194,7 @@ TEST_F(MeshCacheTest, AfterAFailedLoadTheObjectHasNoMesh) {
   object.lists = {1, 2, 3, 4};
   CacheMeshForObject(kLost, object);
   ExpectNotCached(object);
+  ClearMeshes();
   PutShader("lost_m1", {"brick"});
   PutTexture("texture/brick.dds");
   Put("standardMesh/lost_m1.sm", Bytes(30));
@@ -203,6 +204,19 @@ TEST_F(MeshCacheTest, AfterAFailedLoadTheObjectHasNoMesh) {
   CacheMeshForObject(3, object);
   ExpectNotCached(object);
   EXPECT_THAT(objectStore.meshes, SizeIs(0));
+}
+
+// A level may have hundreds of objects of one broken mesh.
+TEST_F(MeshCacheTest, AMeshThatFailedIsTriedAgainWhenTheMeshesWereCleared) {
+  StaticObject object;
+  CacheMeshForObject(kHouse, object);
+  Put("standardMesh/house_m1.sm", StandardMeshBytes{}.Get());
+  CacheMeshForObject(kHouse, object);
+  ExpectNotCached(object);
+  ClearMeshes();
+  CacheMeshForObject(kHouse, object);
+  EXPECT_EQ(object.meshIndex, 0);
+  EXPECT_NE(object.lists[3], 0u);
 }
 
 TEST_F(MeshCacheTest, TablesThatAreFullRefuseTheMesh) {
@@ -216,11 +230,13 @@ TEST_F(MeshCacheTest, TablesThatAreFullRefuseTheMesh) {
   Put("standardMesh/house_m1.rs", TextBytes(shader + "subshader \"m64\" \"x\"\n}\n"));
   CacheMeshForObject(kHouse, object);
   ExpectNotCached(object);
+  ClearMeshes();
   Put("standardMesh/house_m1.rs", TextBytes(shader));
   objectStore.textures.count = kMaxObjectTextures;
   CacheMeshForObject(kHouse, object);
   objectStore.textures.count = 0;
   ExpectNotCached(object);
+  ClearMeshes();
   objectStore.meshes.resize(kMaxCachedMeshes);
   CacheMeshForObject(kHouse, object);
   ExpectNotCached(object);

@@ -22,7 +22,7 @@ class MeshDrawingTest : public ObjectPictureTest {
     square.indices = {0, 1, 2, 0, 2, 3};
     return square;
   }
-  Picture DrawList(MeshListId list) {
+  DrawnPicture DrawList(MeshListId list) {
     Begin(kFront);
     glEnable(GL_TEXTURE_2D);
     glColor3ub(255, 255, 255);
@@ -36,7 +36,7 @@ TEST_F(MeshDrawingTest, SurfacesKeepTheirTexturesOrNone) {
   const MeshSurface surfaces[] = {Square(-4, 0, texture_), Square(-1, 0, 0),
                                   Square(2, 0, texture_)};
   const MeshListId list = CreateMeshList(surfaces);
-  const Picture picture = DrawList(list);
+  const DrawnPicture picture = DrawList(list);
   const std::size_t plain = Count(picture, kWhite), textured = Count(picture, kSideColours[0]);
   EXPECT_GT(plain, 100u);
   EXPECT_NEAR(static_cast<double>(textured), 2.0 * static_cast<double>(plain),

@@ -70,13 +70,13 @@ class ObjectPictureTest : public SandboxTest {
     glGetDoublev(GL_MODELVIEW_MATRIX, modelView_);
     glGetDoublev(GL_PROJECTION_MATRIX, projection_);
   }
-  Picture Draw(const SceneCamera& from = kFront) {
+  DrawnPicture Draw(const SceneCamera& from = kFront) {
     Begin(from);
     DrawObjectModeScene();
     return picture_ = ReadPicture();
   }
   void ExpectAsPlain(const SceneCamera& from) {
-    const Picture frame = Draw(from);
+    const DrawnPicture frame = Draw(from);
     Begin(from);
     plain::DrawStaticObjects();
     EXPECT_LE(DifferentPixels(frame, ReadPicture(), kShades), kWidth * kHeight / 1000u);
@@ -95,7 +95,7 @@ class ObjectPictureTest : public SandboxTest {
     const auto pixel = static_cast<std::size_t>(row * kWidth + column) * 3;
     return {picture_.rgb[pixel], picture_.rgb[pixel + 1], picture_.rgb[pixel + 2]};
   }
-  static std::size_t Count(const Picture& picture, const PictureColour& colour) {
+  static std::size_t Count(const DrawnPicture& picture, const PictureColour& colour) {
     std::size_t count = 0;
     for (std::size_t at = 0; at < picture.rgb.size(); at += 3) {
       bool same = true;
@@ -111,7 +111,7 @@ class ObjectPictureTest : public SandboxTest {
 
  private:
   double modelView_[16] = {}, projection_[16] = {};
-  Picture picture_;
+  DrawnPicture picture_;
 };
 
 }  // namespace mw

@@ -217,7 +217,7 @@ TEST_F(ObjectRenderTest, HiddenKindsAreNeitherDrawnNorHoverable) {
   EXPECT_EQ(At(-4, 1.5f, 2), kSky);
   EXPECT_EQ(objectStore.lastHoveredObject, 1);
   objectStore.showTreeMeshes = false;
-  const Picture nothing = Draw();
+  const DrawnPicture nothing = Draw();
   EXPECT_EQ(Count(nothing, kSky), kWidth * kHeight);
   EXPECT_EQ(objectStore.lastHoveredObject, -1) << "what was hovered before is out of sight";
 }
@@ -275,7 +275,7 @@ TEST_F(ObjectRenderTest, TheBrowserTurnsItsMeshInFrontOfTheViewer) {
   EXPECT_FLOAT_EQ(preview.spin, 10);
   preview.loaded = true;
   preview.spin = 355;
-  const Picture turned = draw();
+  const DrawnPicture turned = draw();
   EXPECT_FLOAT_EQ(preview.spin, 5);
   EXPECT_GT(Count(turned, Colour(kPlusZ)), 300u);
   EXPECT_GT(Count(turned, Colour(kTop)), 50u) << "seen from above";

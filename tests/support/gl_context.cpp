@@ -110,10 +110,10 @@ bool OpenTestGl(int width, int height) {
 
 const std::string& TestGlError() { return Offscreen().error; }
 
-Picture ReadPicture() {
+DrawnPicture ReadPicture() {
   const OffscreenGl& gl = Offscreen();
   const std::size_t rowBytes = static_cast<std::size_t>(gl.width) * 3;
-  Picture picture{gl.width, gl.height, {}};
+  DrawnPicture picture{gl.width, gl.height, {}};
   picture.rgb.resize(rowBytes * static_cast<std::size_t>(gl.height));
   glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
   glPixelStorei(GL_PACK_ALIGNMENT, 1);
@@ -125,7 +125,7 @@ Picture ReadPicture() {
   return picture;
 }
 
-std::size_t DifferentPixels(const Picture& a, const Picture& b, int tolerance) {
+std::size_t DifferentPixels(const DrawnPicture& a, const DrawnPicture& b, int tolerance) {
   if (a.width != b.width || a.height != b.height) return std::max(a.rgb.size(), b.rgb.size()) / 3;
   std::size_t different = 0;
   for (std::size_t pixel = 0; pixel < a.rgb.size(); pixel += 3) {

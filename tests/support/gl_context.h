@@ -19,15 +19,15 @@ bool OpenTestGl(int width, int height);
 const std::string& TestGlError();
 
 // Red, green, blue per pixel, rows from the top, no padding.
-struct Picture {
+struct DrawnPicture {
   int width = 0, height = 0;
   std::vector<std::uint8_t> rgb;
 };
 
 // What was drawn on the surface of OpenTestGl.
-Picture ReadPicture();
+DrawnPicture ReadPicture();
 // How many pixels differ by more than `tolerance` in one of their channels; all of the larger
 // picture's pixels when the sizes differ.
-std::size_t DifferentPixels(const Picture& a, const Picture& b, int tolerance = 0);
+std::size_t DifferentPixels(const DrawnPicture& a, const DrawnPicture& b, int tolerance = 0);
 
 }  // namespace mw

@@ -28,13 +28,13 @@ class MaterialModeTest : public TerrainPictureTest {
   static std::uint32_t& Material(int i, int j) { return materialMapper->grid[i][j]; }
 
   // Whole frames of the mode.
-  static Picture MaterialFrame(const SceneCamera& from) {
+  static DrawnPicture MaterialFrame(const SceneCamera& from) {
     BeginScene(from, kWidth, kHeight);
     terrain->waterScroll = 0;
     RenderMaterialMode();
     return ReadPicture();
   }
-  static Picture PlainMaterialFrame(const SceneCamera& from) {
+  static DrawnPicture PlainMaterialFrame(const SceneCamera& from) {
     BeginScene(from, kWidth, kHeight);
     terrain->waterScroll = 0;
     plain::DrawMaterialModeCells();
@@ -42,7 +42,7 @@ class MaterialModeTest : public TerrainPictureTest {
     return ReadPicture();
   }
   static void ExpectSameMaterialPicture(const SceneCamera& from) {
-    const Picture frame = MaterialFrame(from);
+    const DrawnPicture frame = MaterialFrame(from);
     EXPECT_LE(DifferentPixels(frame, PlainMaterialFrame(from), kShades), kFewPixels);
   }
 

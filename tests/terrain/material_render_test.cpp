@@ -26,7 +26,7 @@ TEST_F(MaterialRenderTest, UnknownMaterialsShowAsDefault) {
   const SceneCamera closeBy{1010, 130, 1010, -90, 180};
   for (auto& row : materialMapper->grid) row.fill(0);
   MarkMaterialsChanged();
-  const Picture allDefault = MaterialFrame(closeBy);
+  const DrawnPicture allDefault = MaterialFrame(closeBy);
   for (auto& row : materialMapper->grid) row.fill(16);
   Material(252, 252) = 0xFFFFFFFFu;
   MarkMaterialsChanged();
@@ -41,7 +41,7 @@ TEST_F(MaterialRenderTest, AfterEachStepOfAStrokeThePictureIsThatOfTheWholeGroun
     const float at = 990 + static_cast<float>(step) * 13;
     materialMapper->pick = {at, 60, at + 5};
     SetPainting(step % 3 != 2);  // the button is let go now and then
-    const Picture frame = MaterialFrame(kFly);
+    const DrawnPicture frame = MaterialFrame(kFly);
     EXPECT_LE(DifferentPixels(frame, PlainMaterialFrame(kFly), kShades), kFewPixels) << step;
     MarkMaterialsChanged();
     EXPECT_EQ(DifferentPixels(frame, MaterialFrame(kFly)), 0u) << step;
@@ -50,9 +50,9 @@ TEST_F(MaterialRenderTest, AfterEachStepOfAStrokeThePictureIsThatOfTheWholeGroun
 
 TEST_F(MaterialRenderTest, RoadsAndFillShowAtOnce) {
   materialMapper->pick = {-1000, 0, -1000};
-  const Picture before = MaterialFrame(kTopDown);
+  const DrawnPicture before = MaterialFrame(kTopDown);
   for (int i = 240; i < 260; ++i) SetMaterial(15, i, 255);
-  const Picture road = MaterialFrame(kTopDown);
+  const DrawnPicture road = MaterialFrame(kTopDown);
   EXPECT_GT(DifferentPixels(before, road, kShades), 20u);
   ExpectSameMaterialPicture(kTopDown);
   SetCurrentMaterial(3);

@@ -109,7 +109,7 @@ TEST_F(TerrainEffectsTest, TheFlattenBrushIsRedOnceSampledAndBlueWhileCtrlSample
 
   editor.ctrlHeld = true;
   editor.ShowGrid = editor.ShowTextures = false;
-  const Picture sampling = Frame(kFly);
+  const DrawnPicture sampling = Frame(kFly);
   EXPECT_EQ(CountColour(sampling, 255, 0, 0), 0u);
   EXPECT_GT(CountColour(sampling, 0, 0, 255), 20u);
 }

@@ -46,13 +46,13 @@ class TerrainPictureTest : public SandboxTest {
 
   // A whole frame of the Terrain Mapper, and the same with its cells drawn one by one. The tools
   // used here draw nothing after the water.
-  static Picture Frame(const SceneCamera& from) {
+  static DrawnPicture Frame(const SceneCamera& from) {
     BeginScene(from, kWidth, kHeight);
     terrain->waterScroll = 0;
     RenderTerrainMode();
     return ReadPicture();
   }
-  static Picture PlainFrame(const SceneCamera& from) {
+  static DrawnPicture PlainFrame(const SceneCamera& from) {
     BeginScene(from, kWidth, kHeight);
     terrain->waterScroll = 0;
     plain::DrawTerrainModeCells();
@@ -60,11 +60,11 @@ class TerrainPictureTest : public SandboxTest {
     return ReadPicture();
   }
   static void ExpectSamePicture(const SceneCamera& from) {
-    const Picture frame = Frame(from);
+    const DrawnPicture frame = Frame(from);
     EXPECT_LE(DifferentPixels(frame, PlainFrame(from), kShades), kFewPixels);
   }
 
-  static std::size_t CountColour(const Picture& picture, int red, int green, int blue) {
+  static std::size_t CountColour(const DrawnPicture& picture, int red, int green, int blue) {
     std::size_t count = 0;
     for (std::size_t at = 0; at < picture.rgb.size(); at += 3) {
       count += std::abs(picture.rgb[at] - red) <= kShades &&

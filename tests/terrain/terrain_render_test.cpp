@@ -75,7 +75,7 @@ TEST_F(TerrainRenderTest, AfterEditsThePictureIsThatOfTheWholeTerrainDrawnAnew) 
   for (const auto& show : {ShowWireframe, ShowTexturedWireframe}) {
     for (const SceneCamera& from : {kFly, kFirstCorner, kLastCorner}) {
       show();
-      const Picture before = Frame(from);
+      const DrawnPicture before = Frame(from);
       const int row = static_cast<int>(from.x / 4), column = static_cast<int>(from.z / 4);
       for (int i = row - 12; i <= row + 12; ++i) {
         for (int j = column - 12; j <= column + 40; ++j) {
@@ -85,7 +85,7 @@ TEST_F(TerrainRenderTest, AfterEditsThePictureIsThatOfTheWholeTerrainDrawnAnew) 
       }
       SetHeight(512, 5, 180);  // drawn on both sides of a seam
       SetHeight(500, 0, 180);
-      const Picture edited = Frame(from);
+      const DrawnPicture edited = Frame(from);
       EXPECT_GT(DifferentPixels(before, edited, kShades), 1000u);
       MarkAllTerrainChanged();
       EXPECT_EQ(DifferentPixels(edited, Frame(from)), 0u);
@@ -112,7 +112,7 @@ TEST_F(TerrainRenderTest, MarkersShowSelectionAndSmoothingWeight) {
   terrain->grid[250][258].selected = 1;
   terrain->grid[251][258].weight = 3;
   const SceneCamera closeBy{1000, 90, 1000, -25, 180};
-  const Picture frame = Frame(closeBy);
+  const DrawnPicture frame = Frame(closeBy);
   EXPECT_GT(CountColour(frame, 255, 0, 0), 10u);
   EXPECT_GT(CountColour(frame, 128, 255, 0), 10u) << "half of a smoothing range of 6";
   ExpectSamePicture(closeBy);
@@ -127,7 +127,7 @@ TEST_F(TerrainRenderTest, TheObjectMapperShowsThePlainGround) {
     show();
     BeginScene(kFly, kWidth, kHeight);
     RenderPlainTerrain();
-    const Picture frame = ReadPicture();
+    const DrawnPicture frame = ReadPicture();
     BeginScene(kFly, kWidth, kHeight);
     plain::DrawPlainCells();
     EXPECT_LE(DifferentPixels(frame, ReadPicture(), kShades), kFewPixels);
@@ -180,7 +180,7 @@ TEST_F(TerrainRenderTest, WaterMultipliesWhatIsDrawnAndStartsAgainAfterOneTextur
   modConfig.WaterLevel = 500;
   BeginScene({1000, 600, 1000, -90, 180}, kWidth, kHeight);
   RenderWater();
-  const Picture overSky = ReadPicture();
+  const DrawnPicture overSky = ReadPicture();
   EXPECT_EQ(CountColour(overSky, 211, 237, 254), 0u);
   EXPECT_FLOAT_EQ(terrain->waterScroll, 0.0004f);
 
