@@ -128,6 +128,13 @@ void ClampCamera() {
   camera.position.z = std::clamp(camera.position.z, 0.0f, worldSize);
 }
 
+void LookAlongLevel() {
+  camera.roll = 0;
+  camera.pitch = 0;
+  camera.yaw = 180;
+  camera.UpdateDirection();
+}
+
 void ApplyCamera() {
   ClampCamera();
   glRotatef(-camera.pitch, 1, 0, 0);

@@ -10,6 +10,8 @@ void TiltCamera(float deltaPitch);  // degrees
 void MoveCameraForward(float distance);
 void StrafeCamera(float distance);
 void SetCameraMode(CameraMode mode);
+// Straight ahead along z, as the camera looks at a level that was just opened.
+void LookAlongLevel();
 // Limits the camera, multiplies its transform onto the model-view matrix and extracts the frustum.
 void ApplyCamera();
 // The limits alone: pitch by mode, position to the level.

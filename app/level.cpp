@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "app/camera_control.h"
 #include "app/commands.h"
 #include "app/operations.h"
 #include "app/shell.h"
@@ -42,11 +43,10 @@ bool IsNumberedArchive(std::string_view name) {
          std::all_of(name.begin() + 1, name.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-Archive* OpenLevelArchive() {
-  const std::string path = LevelArchivePath();
-  Archive* archive = archives.OpenArchive(path, true);
+// Makes the archive the open level's, if there is one.
+Archive* AdoptLevelArchive(Archive* archive) {
   if (archive) {
-    openArchivePath = path;
+    openArchivePath = archive->Path();
     openLevelModFolder = modConfig.modFolder;
   }
   return archive;
@@ -107,7 +107,7 @@ bool LoadLevelParts() {
 // the record is as it was.
 bool LoadChosenLevel() {
   const ModConfig before = modConfig;
-  if (OpenLevelArchive()) {
+  if (AdoptLevelArchive(archives.OpenArchive(LevelArchivePath(), true))) {
     if (LoadLevelParts()) return true;
     CloseLevelArchive();
     modConfig = before;
@@ -149,13 +149,16 @@ std::string WriteLevelToArchive() {
     archive->RollbackSave();
     return reason;
   }
-  return archive->CommitSave() ? std::string() : archive->Error();
+  const bool saved = archive->CommitSave() && archive->PutInPlace();
+  return saved ? std::string() : archive->Error();
 }
 
 }  // namespace
 
-std::string LevelArchivePath() {
-  return LevelArchiveFolder() + modConfig.LevelName.String() + std::string(kArchiveExtension);
+std::string LevelArchivePath() { return LevelArchivePathOf(modConfig.LevelName); }
+
+std::string LevelArchivePathOf(std::string_view name) {
+  return LevelArchiveFolder().append(name).append(kArchiveExtension);
 }
 
 std::vector<std::string> ListLevels() {
@@ -195,33 +198,40 @@ bool OpenLevel() {
   }
   SendOpenCommands();
   PlaceCameraAtSavedPosition();
-  camera.roll = 0;
-  camera.pitch = 0;
-  camera.yaw = 180;
-  camera.UpdateDirection();
+  LookAlongLevel();
   return true;
 }
 
-bool SaveLevel() {
+std::string TrySaveLevel() {
   ShowWaitCursor();
   const auto cameraBefore = editor.savedCameraPosition;
   editor.savedCameraPosition = {static_cast<float>(modConfig.WorldSize) - camera.position.x,
                                 camera.position.y, camera.position.z};
-  const std::string failure = WriteLevelToArchive();
+  std::string failure = WriteLevelToArchive();
   if (!failure.empty()) {
     editor.savedCameraPosition = cameraBefore;
     ShowArrowCursor();
     SetStatusText(1, FormatText("Could not save level %s", modConfig.LevelName.c_str()));
-    ShowPrompt(FormatText("The level could not be saved.\n\n%s\n\nThe level on disk is as it was "
-                          "after the last save.",
-                          failure.c_str()),
-               "Error", PromptButtons::Ok, PromptIcon::Stop);
-    return false;
+    return failure;
   }
   SetStatusText(1, FormatText("Saved level %s", modConfig.LevelName.c_str()));
   LoadLevelTextures(LevelTextureLoad::Reloading);
   editor.levelModified = false;
-  return true;
+  return failure;
+}
+
+bool SaveLevel() {
+  const std::string failure = TrySaveLevel();
+  if (failure.empty()) return true;
+  ShowPrompt(FormatText("The level could not be saved.\n\n%s\n\nThe level on disk is as it was "
+                        "after the last save.",
+                        failure.c_str()),
+             "Error", PromptButtons::Ok, PromptIcon::Stop);
+  return false;
+}
+
+Archive* CreateLevelArchive(std::string& error) {
+  return AdoptLevelArchive(archives.CreateArchiveAside(LevelArchivePath(), error));
 }
 
 void RunStockLevelLoad() {

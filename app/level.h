@@ -2,12 +2,17 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace mw {
 
+class Archive;
+
 // The archive of the level that ModConfig names.
 std::string LevelArchivePath();
+// The archive of that level of the current mod.
+std::string LevelArchivePathOf(std::string_view name);
 // Names of the levels of the current mod, sorted; archives named with an underscore and three
 // digits at the end are left out.
 std::vector<std::string> ListLevels();
@@ -21,6 +26,12 @@ void CloseLevelArchive();
 // Saves every part into the level archive, all or nothing. False, after a message, when it failed;
 // the level on disk is then as it was after the last save.
 bool SaveLevel();
+// The same without the message: the reason when it failed, else an empty text.
+std::string TrySaveLevel();
+// Creates the archive of the level that ModConfig names and makes it the open level's. Until the
+// first save is complete, an archive of that name on disk stays as it is. Null, with the reason in
+// `error`, when it fails.
+Archive* CreateLevelArchive(std::string& error);
 // A load test over the game's own levels.
 void RunStockLevelLoad();
 

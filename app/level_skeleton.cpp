@@ -1,6 +1,5 @@
 #include "app/level_skeleton.h"
 
-#include <algorithm>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -25,16 +24,20 @@ std::vector<std::string_view> InnerFolders(const GameRules& rules) {
   return folders;
 }
 
+// Appends `folder`, which ends with a separator, and those around it, from the game folder inwards.
+void AddWithParents(const std::string& folder, std::vector<std::string>& paths) {
+  std::size_t end = modConfig.GamePath.size();
+  while ((end = folder.find('\\', end + 1)) != folder.npos) paths.push_back(folder.substr(0, end));
+}
+
 }  // namespace
 
 std::optional<std::string> CreateLevelFolders(const GameRules& rules) {
-  const std::string levelFolder = editor.levelFolder.String();
   std::vector<std::string> paths;
-  // The level's own folder and those around it, from the game folder inwards.
-  for (std::size_t end = modConfig.GamePath.size(); end < levelFolder.size();) {
-    end = std::min(levelFolder.find('\\', end + 1), levelFolder.size());
-    paths.push_back(levelFolder.substr(0, end));
-  }
+  const std::string modFolder = modConfig.GamePath.String() + modConfig.modFolder.String();
+  AddWithParents(modFolder + "Archives\\" + modConfig.levelsFolder.String(), paths);
+  const std::string levelFolder = editor.levelFolder.String();
+  AddWithParents(levelFolder + "\\", paths);
   for (const std::string_view folder : InnerFolders(rules)) {
     paths.push_back(levelFolder + "\\" + std::string(folder));
   }

@@ -14,8 +14,9 @@ struct GameRules {
   bool Any() const { return singlePlayer || conquest || teamDeathMatch || captureTheFlag; }
 };
 
-// Makes the folders of the level that ModConfig names, with their parents, as far as they are
-// missing. The path of the first one that could not be made, or nothing.
+// Makes the folders of the level that ModConfig names and the one of its archive, with their
+// parents, as far as they are missing. The path of the first one that could not be made, or
+// nothing.
 std::optional<std::string> CreateLevelFolders(const GameRules& rules);
 
 // Writes all scripts of the level through the game-file layer, into its archive. ModConfig gives

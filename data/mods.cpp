@@ -91,10 +91,10 @@ bool ReloadModConfig() {
   return true;
 }
 
-std::string ModNameFromInput(std::string_view typed) {
+std::string NameFromInput(std::string_view typed, std::size_t maxLength) {
   std::string name;
   for (const char c : typed) {
-    if (name.size() == kMaxModName) break;
+    if (name.size() == maxLength) break;
     const bool continuesCharacter = (static_cast<unsigned char>(c) & 0xC0) == 0x80;  // of UTF-8
     if (continuesCharacter) continue;
     const bool plain = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
@@ -102,6 +102,8 @@ std::string ModNameFromInput(std::string_view typed) {
   }
   return name;
 }
+
+std::string ModNameFromInput(std::string_view typed) { return NameFromInput(typed, kMaxModName); }
 
 bool CreateMod(std::string_view typedName) {
   const std::string name = ModNameFromInput(typedName);

@@ -40,7 +40,9 @@ bool SelectMod(int index);
 bool ReloadModConfig();
 
 // The typed name with every character but ASCII letters and digits replaced by `_`, at most
-// kMaxModName long.
+// `maxLength` long.
+std::string NameFromInput(std::string_view typed, std::size_t maxLength);
+// The same for the name of a mod.
 std::string ModNameFromInput(std::string_view typed);
 // Copies the template to the new mod's configuration and appends the mod to the list. False, with
 // the reason shown, when it cannot.

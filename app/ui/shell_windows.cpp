@@ -4,6 +4,7 @@
 #include "app/shell.h"
 #include "app/ui/frame_loop.h"
 #include "app/ui/height_operations.h"
+#include "app/ui/level_operations.h"
 #include "app/ui/level_tree_panel.h"
 #include "app/ui/level_tree_widget.h"
 #include "app/ui/load_level_dialog.h"
@@ -63,6 +64,7 @@ void ConnectShell(MainWindow& window) {
   ConnectSurfaceDialogs(window);
   ConnectHeightOperations(window);
   ConnectObjectWindows(window);
+  ConnectLevelOperations(window);
 }
 
 void DisconnectShell() {

@@ -1,0 +1,219 @@
+#include "app/new_level.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "app/camera_control.h"
+#include "app/level.h"
+#include "app/operations.h"
+#include "app/shell.h"
+#include "app/start_up.h"
+#include "core/hooks.h"
+#include "core/mini_map_picture.h"
+#include "core/text.h"
+#include "data/archive.h"
+#include "data/game_file.h"
+#include "data/level_settings.h"
+#include "data/mods.h"
+#include "objects/entity_scripts.h"
+#include "platform/disk.h"
+#include "platform/prompts.h"
+#include "terrain/dds_writer.h"
+#include "terrain/level_textures.h"
+#include "terrain/terrain.h"
+
+namespace mw {
+namespace {
+
+constexpr const char* kCaption = "New Level";
+
+// Of the paths in a level folder, the two that can be the longest: one has the level's name in it.
+constexpr std::string_view kLongestFile = "\\SinglePlayer\\spawnPointManagerSettings.con";
+constexpr std::string_view kEnvironmentFile = "\\Textures\\env__01.dds";
+
+constexpr int kTextureSide = 512, kThumbnailSide = 128;  // pixels
+// The first value of the game's own counter of how often it has loaded the level.
+constexpr std::array<std::uint8_t, 4> kLoadCounter = {0x88, 0x94, 0xAE, 0x01};
+
+void ShowRefusal(const char* text) {
+  ShowPrompt(text, kCaption, PromptButtons::Ok, PromptIcon::Exclamation);
+}
+
+bool IsTooLong(const std::string& name) {
+  const std::size_t folder =
+      modConfig.GamePath.size() + modConfig.modFolder.size() + modConfig.levelsFolder.size();
+  const std::size_t file = std::max(kLongestFile.size(), kEnvironmentFile.size() + name.size());
+  return folder + name.size() + file > kMaxGamePath;
+}
+
+bool ConfirmOverwriting(const std::string& name) {
+  return ShowPrompt(FormatText("This will overwrite your existing %s.vra file\nin your Varnhold "
+                               "directory.\n\nDo you wish to proceed?",
+                               name.c_str()),
+                    kCaption, PromptButtons::YesNo, PromptIcon::Information) == PromptAnswer::Yes;
+}
+
+void ForgetOpenLevel() {
+  CloseLevelArchive();
+  operations.clearAllObjects();
+  operations.buildTree();
+}
+
+void SetSizes(LevelSize size) {
+  constexpr int kSamples[] = {256, 512, 1024};
+  constexpr int kUnitsPerSample = 4;
+  modConfig.MaterialSize = kSamples[static_cast<int>(size)];
+  modConfig.WorldSize = modConfig.MaterialSize * kUnitsPerSample;
+  modConfig.TexOffsetX = modConfig.TexOffsetY = 0;
+}
+
+void AdoptChoices(const NewLevelChoices& choices) {
+  ReloadModConfig();  // nothing of the level before stays
+  ChooseLevel(choices.name);
+  modConfig.HeightScale = static_cast<float>(choices.heightScaleTenths) * 0.1f;
+  editor.levelHasWater = choices.water;
+  SetSizes(choices.size);
+  if (!choices.theatre.empty()) modConfig.AlternativePath = "Texture/" + choices.theatre;
+}
+
+GameRules RulesOrConquest(GameRules rules) {
+  if (rules.Any()) return rules;
+  ShowPrompt(
+      "Levels without a game rule specified cannot be created.\nThis new level will be "
+      "created using CONQUEST (CQ) game rules.",
+      "No Games Rules", PromptButtons::Ok, PromptIcon::Exclamation);
+  rules.conquest = true;
+  return rules;
+}
+
+void MakeFlatTerrain() {
+  InitGrid();
+  miniMapPicture = MiniMapPicture{};
+  hooks.invalidateMiniMap();
+}
+
+void WriteBlankTexture(const char* file, int side, bool mipmaps) {
+  const std::vector<std::uint8_t> black(static_cast<std::size_t>(side) *
+                                        static_cast<std::size_t>(side) * 3);
+  SaveDDS(editor.levelFolder.String() + file, side, side, black, mipmaps);
+}
+
+void WriteFirstFiles(const GameRules& rules) {
+  WriteLevelScripts(rules);
+  SaveHeightmap();
+  operations.saveMaterialMap();
+  WriteBlankTexture("/Textures/Detail.dds", kTextureSide, true);
+  WriteBlankTexture("/Textures/ingamemap.dds", kTextureSide, true);
+  WriteBlankTexture("/Menu/thumbnail.dds", kThumbnailSide, false);
+  SaveGameFileBytes(editor.levelFolder.String() + "/loadcounter.dat", kLoadCounter);
+}
+
+// Creates the level's archive, and in it the files that the game needs, as one group of changes.
+// The reason when it failed, else an empty text.
+std::string WriteSkeleton(const GameRules& rules) {
+  if (const auto folder = CreateLevelFolders(rules)) {
+    return "The folder " + *folder + " could not be created.";
+  }
+  std::string error;
+  Archive* const archive = CreateLevelArchive(error);
+  if (!archive) return error;
+  ClearGameFileError();
+  if (!archive->BeginSave()) return archive->Error();
+  WriteFirstFiles(rules);
+  if (!GameFileError().empty()) return GameFileError();
+  return archive->CommitSave() ? std::string() : archive->Error();
+}
+
+void ReadBack() {
+  operations.clearAllObjects();
+  ReadLevelSettings();
+  ReadGameModeFiles();
+  operations.snapAllToGround();
+}
+
+// The four tiles around the level's middle.
+void AssignCentralTiles() {
+  auto& assigned = levelTextures.SurfaceAssigned;
+  assigned = {};
+  const std::size_t first = modConfig.MaterialSize == 256 ? 1 : 3;
+  for (const std::size_t row : {first, first + 1}) {
+    for (const std::size_t column : {first, first + 1}) assigned[row][column] = true;
+  }
+}
+
+void PlaceCamera() {
+  constexpr float kClearance = 4;  // height units
+  constexpr float kAbove = 20;     // world units
+  auto& saved = editor.savedCameraPosition;
+  camera.position.x = static_cast<float>(modConfig.WorldSize) - saved[0];
+  camera.position.z = saved[2];
+  saved[1] = camera.position.y = HeightUnderCamera(kClearance) + kAbove;
+  LookAlongLevel();
+}
+
+// Every step from the open level to the new one, saved. The reason when it failed, else an empty
+// text.
+std::string CreateLevel(const NewLevelChoices& choices) {
+  ShowWaitCursor();
+  ForgetOpenLevel();
+  AdoptChoices(choices);
+  const GameRules rules = RulesOrConquest(choices.rules);
+  MakeFlatTerrain();
+  if (choices.randomTerrain) operations.randomTerrain(false);
+  if (std::string failure = WriteSkeleton(rules); !failure.empty()) return failure;
+  ReadBack();
+  AssignCentralTiles();
+  editor.levelLoaded = true;
+  editor.levelModified = false;
+  SendStartCommands();
+  PlaceCamera();
+  return TrySaveLevel();
+}
+
+// The level before is gone; the editor is as it is before the first level.
+void GiveUp(const std::string& reason, const ModSnapshot& before) {
+  SetStatusText(1, FormatText("Could not create level %s", modConfig.LevelName.c_str()));
+  ForgetOpenLevel();
+  RestoreMod(before);
+  MakeFlatTerrain();
+  DeleteLevelTextures();
+  editor.levelLoaded = false;
+  editor.levelModified = false;
+  ShowArrowCursor();
+  ShowPrompt("The level could not be created.\n\n" + reason, "Error", PromptButtons::Ok,
+             PromptIcon::Stop);
+}
+
+}  // namespace
+
+std::optional<std::string> AcceptLevelName(std::string_view typed) {
+  const std::string name = NameFromInput(typed, kMaxLevelName);
+  if (name.find_first_not_of('_') == name.npos) {
+    ShowRefusal("Please enter a name for the level.");
+    return std::nullopt;
+  }
+  if (IsTooLong(name)) {
+    ShowRefusal("The name of the level is too long.");
+    return std::nullopt;
+  }
+  const bool isTaken = modConfig.LevelName == name || FileExists(LevelArchivePathOf(name));
+  if (isTaken && !ConfirmOverwriting(name)) return std::nullopt;
+  return name;
+}
+
+bool NewLevel(const AskNewLevel& ask) {
+  const ModSnapshot before = TakeModSnapshot();
+  std::optional<NewLevelChoices> choices;
+  if (shell.selectMod(true)) choices = ask();
+  if (!choices) {
+    RestoreMod(before);
+    return false;
+  }
+  const std::string failure = CreateLevel(*choices);
+  if (!failure.empty()) GiveUp(failure, before);
+  return failure.empty();
+}
+
+}  // namespace mw
