@@ -6,7 +6,9 @@
 namespace mw {
 
 // Starts `commandLine` (quoted parts are kept together) in `folder` and returns when it has ended;
-// the program's windows stay alive meanwhile. False when it could not be started.
+// the program's windows stay alive meanwhile. The program's path can have `\` as separator; the
+// arguments are handed on as they are. Away from Windows a program for Windows is run by Wine,
+// where that is installed. False when it could not be started.
 bool RunProcessAndWait(std::string_view commandLine, std::string_view folder);
 
 // Opens a document or web page with the program that the user's desktop has for it.

@@ -39,6 +39,59 @@ TEST_F(ProcessTest, SaysWhenTheProgramCannotBeStarted) {
   EXPECT_FALSE(RunProcessAndWait("", folder.path().toStdString()));
 }
 
+// Programs as they lie in a game folder, and a Wine that writes down what it is to run.
+class GameProgramTest : public ProcessTest {
+ protected:
+  GameProgramTest() : pathBefore(qgetenv("PATH")) { qputenv("PATH", folder.path().toUtf8()); }
+  ~GameProgramTest() override { qputenv("PATH", pathBefore); }
+
+  void WriteProgram(const char* name, const QByteArray& content) {
+    QFile file(folder.filePath(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  }
+  bool RunGame(const char* arguments) {
+    const std::string game = folder.path().replace('/', '\\').toStdString();
+    return RunProcessAndWait("\"" + game + "\\Varnhold.exe\" " + arguments, game);
+  }
+  // What a program of these tests was started with, one argument a line.
+  QByteArray Arguments() {
+    QFile file(folder.filePath("arguments.txt"));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+  }
+
+  static constexpr const char* kRecorder = "#!/bin/sh\nprintf '%s\\n' \"$@\" > arguments.txt\n";
+  QByteArray pathBefore;
+};
+
+TEST_F(GameProgramTest, ArgumentsArriveAsTheyAre) {
+  WriteProgram("varnhold.exe", kRecorder);
+  EXPECT_TRUE(RunGame("+game mod +workingFolder \"C:\\Varn hold\\ShadowWork\\\" +hostServer 1"));
+  EXPECT_EQ(Arguments(),
+            "+game\nmod\n+workingFolder\nC:\\Varn hold\\ShadowWork\\\n+hostServer\n1\n");
+}
+
+TEST_F(GameProgramTest, AProgramForWindowsIsRunByWine) {
+  WriteProgram("varnhold.exe", QByteArray("MZ\x90\0", 4));
+  EXPECT_FALSE(RunGame("+game mod")) << "no Wine here";
+  WriteProgram("wine", kRecorder);
+  EXPECT_TRUE(RunGame("+game mod"));
+  EXPECT_EQ(Arguments(), folder.filePath("varnhold.exe").toUtf8() + "\n+game\nmod\n");
+}
+
+TEST_F(GameProgramTest, WhatIsNoProgramIsNotStarted) {
+  WriteProgram("varnhold.exe", "echo this has no first line that names a shell\n");
+  EXPECT_FALSE(RunGame(""));
+  WriteProgram("varnhold.exe", "");
+  EXPECT_FALSE(RunGame(""));
+  WriteProgram("varnhold.exe", kRecorder);
+  QFile::setPermissions(folder.filePath("varnhold.exe"), QFile::ReadOwner);
+  EXPECT_FALSE(RunGame(""));
+  EXPECT_TRUE(waits.empty() || waits == (std::vector<bool>{true, false}));
+}
+
 TEST_F(ProcessTest, ProgramThatCrashesHasEnded) {
   EXPECT_TRUE(RunProcessAndWait("/bin/sh -c \"kill -9 $$\"", folder.path().toStdString()));
 }
