@@ -15,7 +15,7 @@
 namespace mw {
 namespace {
 
-constexpr int kIndentation = 14, kIconSize = 16;  // pixels
+constexpr int kIndentation = 12, kIconSize = 16;  // pixels
 
 // 0 for no entry.
 TreeItem ItemOf(const QTreeWidgetItem* entry) {
@@ -42,6 +42,9 @@ TreeItem NeighbourOf(const QTreeWidgetItem* entry) {
 
 LevelTreeWidget::LevelTreeWidget(QWidget* parent) : QTreeWidget(parent) {
   setHeaderHidden(true);
+  // As wide as the longest text: names often differ at their ends only.
+  header()->setStretchLastSection(false);
+  header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   setUniformRowHeights(true);
   setIndentation(kIndentation);
   setIconSize(QSize(kIconSize, kIconSize));
@@ -98,15 +101,19 @@ void LevelTreeWidget::Select(TreeItem item) {
 void LevelTreeWidget::DecorateFixedItems() {
   const LevelTree::FixedItems& fixed = levelTree.fixed;
   const std::pair<TreeItem, const char*> icons[] = {
+      {fixed.world, "world"},
       {fixed.lighting, "light_settings"},
       {fixed.shadows, "shadow_settings"},
       {fixed.fog, "fog_settings"},
       {fixed.water, "water_settings"},
+      {fixed.teams, "teams"},
       {fixed.controlPoints, "show_control_points"},
       {fixed.soldierSpawns, "show_soldier_spawns"},
       {fixed.objectSpawns, "show_object_spawns"},
+      {fixed.staticObjects, "object_mapper"},
       {fixed.standardMeshes, "show_standard_meshes"},
       {fixed.treeMeshes, "show_tree_meshes"},
+      {fixed.cachedObjects, "cached_objects"},
   };
   for (const auto& [item, icon] : icons) {
     if (QTreeWidgetItem* entry = Find(item)) entry->setIcon(0, Icon(icon));
@@ -193,7 +200,7 @@ bool LevelTreeWidget::viewportEvent(QEvent* event) {
   const auto* help = static_cast<QHelpEvent*>(event);
   const QModelIndex index = indexAt(help->pos());
   const QRect row = visualRect(index);
-  if (index.isValid() && sizeHintForIndex(index).width() > row.width()) {
+  if (index.isValid() && row.left() + sizeHintForIndex(index).width() > viewport()->width()) {
     QToolTip::showText(help->globalPos(), index.data().toString(), viewport(), row);
   } else {
     QToolTip::hideText();

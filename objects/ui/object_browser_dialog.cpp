@@ -72,8 +72,7 @@ class BrowserDialog : public QDialog {
     const int entry = SelectedEntry();
     const bool shown = PreviewEntry(entry);
     form_.okButton->setEnabled(entry >= 0);
-    form_.noteLabel->setText(entry >= 0 && !shown ? tr("Its mesh could not be loaded.")
-                                                  : QString());
+    form_.noteLabel->setVisible(entry >= 0 && !shown);
   }
 
   Ui::ObjectBrowserForm form_;
