@@ -7,6 +7,7 @@
 #include <QSignalBlocker>
 #include <QToolTip>
 #include <algorithm>
+#include <utility>
 
 #include "app/level_tree_actions.h"
 #include "app/ui/level_tree_drag.h"
@@ -154,14 +155,16 @@ void LevelTreeWidget::keyPressEvent(QKeyEvent* event) {
 
 // A click on the item that is the current one already brings the user back to what it stands for.
 void LevelTreeWidget::mousePressEvent(QMouseEvent* event) {
-  const QTreeWidgetItem* const pressed = itemAt(event->position().toPoint());
-  const bool again = pressed && pressed == currentItem();
-  if (event->button() == Qt::LeftButton) {
-    pressedItem_ = ItemOf(pressed);
-    pressedAt_ = event->position().toPoint();
+  if (event->button() != Qt::LeftButton) {
+    QTreeWidget::mousePressEvent(event);
+    return;
   }
+  pressedAt_ = event->position().toPoint();
+  const TreeItem pressed = ItemOf(itemAt(pressedAt_));
+  const bool again = pressed == ItemOf(currentItem());
+  pressedItem_ = pressed;
   QTreeWidget::mousePressEvent(event);
-  if (again && event->button() == Qt::LeftButton) LevelTreeItemSelected(ItemOf(pressed));
+  if (again) LevelTreeItemSelected(pressed);
 }
 
 // Moving with a button held drags, or does nothing; it does not select what it passes over.
@@ -183,6 +186,11 @@ void LevelTreeWidget::mouseMoveEvent(QMouseEvent* event) {
 void LevelTreeWidget::mouseReleaseEvent(QMouseEvent* event) {
   pressedItem_ = 0;
   QTreeWidget::mouseReleaseEvent(event);
+}
+
+void LevelTreeWidget::resizeEvent(QResizeEvent* event) {
+  header()->setMinimumSectionSize(viewport()->width());
+  QTreeWidget::resizeEvent(event);
 }
 
 // The item as it stands in the tree.

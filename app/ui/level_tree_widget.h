@@ -27,6 +27,7 @@ class LevelTreeWidget : public QTreeWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   bool viewportEvent(QEvent* event) override;
 
  private:

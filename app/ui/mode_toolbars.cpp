@@ -1,7 +1,5 @@
 #include "app/ui/mode_toolbars.h"
 
-#include <QAction>
-
 #include "objects/ui/object_toolbar.h"
 #include "terrain/ui/material_toolbar.h"
 #include "terrain/ui/terrain_toolbar.h"
@@ -36,13 +34,6 @@ void ModeToolbars::ShowMode(EditMode mode) {
       setCurrentWidget(objectToolbar_);
       break;
   }
-}
-
-QAction* ModeToolbars::Find(CommandId id) const {
-  for (QAction* action : findChildren<QAction*>()) {
-    if (action->data().toInt() == id && !action->isSeparator()) return action;
-  }
-  return nullptr;
 }
 
 }  // namespace mw

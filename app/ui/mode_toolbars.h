@@ -3,10 +3,7 @@
 
 #include <QStackedWidget>
 
-#include "app/command_ids.h"
 #include "core/editor_state.h"
-
-class QAction;
 
 namespace mw {
 
@@ -19,8 +16,6 @@ class ModeToolbars : public QStackedWidget {
   explicit ModeToolbars(QWidget* parent);
 
   void ShowMode(EditMode mode);
-  // The button's action, or null. Its `data` is the command.
-  QAction* Find(CommandId id) const;
   TerrainToolbar* terrainToolbar() const { return terrainToolbar_; }
   MaterialToolbar* materialToolbar() const { return materialToolbar_; }
   ObjectToolbar* objectToolbar() const { return objectToolbar_; }

@@ -103,6 +103,21 @@ TEST_F(LevelTreeTest, FilterListSetsTheModesAndANewTreeShowsAll) {
   EXPECT_EQ(entities.ModeFilter, kAllModes);
 }
 
+TEST_F(LevelTreeTest, DeleteKeyDeletesTheObjectAndTakesTheUserToTheNextOne) {
+  Place("Bunker", {100, 0, 100});
+  Place("Barracks", {200, 0, 200});
+  Click("Bunker");
+  QTest::keyClick(&tree(), Qt::Key_Delete);
+  EXPECT_FALSE(objectStore.objects[0].inUse);
+  EXPECT_EQ(tree().currentItem(), Entry("Barracks"));
+  EXPECT_TRUE(objectStore.objects[1].selected);
+  EXPECT_EQ(camera.position.x, 1024 - 200);
+
+  camera.position.Set(7, 7, 7);
+  Click("Barracks");
+  EXPECT_EQ(camera.position.x, 1024 - 200) << "a click on it leads back to it";
+}
+
 TEST_F(LevelTreeTest, DeletingTheCurrentItemChoosesNoOtherByItself) {
   Place("Bunker", {1, 0, 1});
   Place("Barracks", {2, 0, 2});

@@ -14,7 +14,13 @@ namespace {
 class TerrainKeysTest : public WindowTest {
  protected:
   TerrainKeysTest() { SetEditMode(EditMode::TerrainMapper); }
-  bool IsChecked(CommandId id) { return window.modeToolbars()->Find(id)->isChecked(); }
+  // Of a button of the mode toolbars; their actions hold their commands.
+  bool IsChecked(CommandId id) {
+    for (const QAction* action : window.modeToolbars()->findChildren<QAction*>()) {
+      if (action->data().toInt() == id) return action->isChecked();
+    }
+    return false;
+  }
 };
 
 TEST_F(TerrainKeysTest, ToolKeysPressTheirButtons) {
