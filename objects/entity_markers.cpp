@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <numbers>
 
+#include "objects/mesh_reader.h"
+
 namespace mw {
 namespace {
 
@@ -28,28 +30,14 @@ struct Shapes {
 };
 Shapes shapes;
 
-// Corner n is at the high end of x, y and z where bits 0, 1 and 2 of n are set.
-std::vector<MeshVertex> CornersOf(const Box& box) {
-  std::vector<MeshVertex> corners;
-  for (unsigned n = 0; n < 8; ++n) {
-    corners.push_back({{n & 1 ? box.high.x : box.low.x, n & 2 ? box.high.y : box.low.y,
-                        n & 4 ? box.high.z : box.low.z}});
-  }
-  return corners;
-}
-
 MeshListId MakeFaces(const Box& box) {
-  MeshSurface faces;
-  faces.vertices = CornersOf(box);
-  faces.indices = {0, 1, 3, 0, 3, 2, 4, 5, 7, 4, 7, 6, 0, 1, 5, 0, 5, 4,
-                   2, 3, 7, 2, 7, 6, 0, 2, 6, 0, 6, 4, 1, 3, 7, 1, 7, 5};
+  const MeshSurface faces = BoxFaces(box.low, box.high);
   return CreateMeshList({&faces, 1});
 }
 
 MeshListId MakeEdges(const Box& box) {
-  MeshSurface edges;
+  MeshSurface edges = BoxFaces(box.low, box.high);
   edges.kind = MeshSurface::Kind::Lines;
-  edges.vertices = CornersOf(box);
   edges.indices = {0, 1, 2, 3, 4, 5, 6, 7, 0, 2, 1, 3, 4, 6, 5, 7, 0, 4, 1, 5, 2, 6, 3, 7};
   return CreateMeshList({&edges, 1});
 }

@@ -30,7 +30,7 @@ struct MeshSurface {
 // Identifier of a mesh's picture; 0 is none.
 using MeshListId = std::uint32_t;
 
-// 0 when there is no context or nothing to draw. A context must be current.
+// 0 when there is no context, nothing to draw or no room on the card.
 MeshListId CreateMeshList(std::span<const MeshSurface> surfaces);
 void DeleteMeshList(MeshListId list);  // no effect for 0
 // Deletes every picture, before the context goes. Their identifiers draw nothing from then on.
