@@ -1,4 +1,4 @@
-# Sourced by run.sh and test.sh: the Debian packages that the program and its tests need, and how missing
+# Sourced by run.sh, test.sh and bench.sh: the Debian packages that the program and its tests need, and how missing
 # ones are installed.
 
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev libqt6opengl6-dev qt6-svg-dev liblzo2-dev
@@ -6,7 +6,7 @@ build_packages=(g++ cmake ninja-build ccache qt6-base-dev libqt6opengl6-dev qt6-
 display_packages=(xvfb xauth openbox xdotool imagemagick x11-utils libgl1-mesa-dri)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev libegl-dev clang-format-14 locales)
 fuzz_packages=(clang libclang-rt-14-dev)
-bench_packages=(libbenchmark-dev libegl-dev libsquish-dev)
+bench_packages=(libbenchmark-dev libegl-dev)
 
 # need PACKAGE...: installs those that are missing; ends the script with advice when that is impossible.
 need() {
