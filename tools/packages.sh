@@ -1,5 +1,5 @@
-# Sourced by run.sh, test.sh and bench.sh: the Debian packages that the program and its tests need, and how missing
-# ones are installed.
+# Sourced by run.sh, test.sh and bench.sh: the Debian packages that the program, its tests and its
+# benchmarks need, and how missing ones are installed.
 
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev libqt6opengl6-dev qt6-svg-dev liblzo2-dev
   libstb-dev libgl-dev libglu1-mesa-dev fonts-dejavu-core)
