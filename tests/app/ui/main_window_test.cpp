@@ -115,6 +115,11 @@ TEST_F(MainWindowTest, PendingPasteDisablesTheClipboardButtonsButNotTheMenu) {
 class ClosingTest : public MainWindowTest {
  protected:
   ClosingTest() { window.show(); }
+  // Closing ends the event loop, and with it all those that a later test would start.
+  ~ClosingTest() override {
+    QTimer::singleShot(0, qApp, &QApplication::quit);
+    QApplication::exec();
+  }
   bool CloseWith(std::vector<PromptAnswer> answers) {
     scripted::script.answers = std::move(answers);
     window.close();
