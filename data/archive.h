@@ -26,6 +26,10 @@ struct ArchiveEntry {
 
 enum class StorageMode : std::uint32_t { Stored = 0, Compressed = 1 };
 
+// The file at an open archive's path: as the archive was opened or last saved; changed or replaced
+// by another program; or gone, with what it held still at hand.
+enum class ArchiveOnDisk { AsLeft, Changed, Gone };
+
 // Member names are compared without regard to case; the first spelling of a name stays.
 using ArchiveEntries = std::map<std::string, ArchiveEntry, LessNoCase>;
 
@@ -86,6 +90,23 @@ class Archive {
   // safe.
   bool CommitSave();
   void RollbackSave();
+
+  // Another program may have changed the file meanwhile. Nothing is written into such a file: every
+  // change fails until Reopen.
+  ArchiveOnDisk OnDisk() const;
+  // Takes on the file as it is now, or puts it back where it is gone. False, with the file as it
+  // is, when it cannot be read as an archive.
+  bool Reopen();
+
+  // Keeps the file as it is on disk as `<path>.bak`, whole at any moment: the state from before the
+  // program's first save into it. True without doing anything when that is kept already.
+  bool BackUp();
+  std::string BackupName() const;
+  // The name of a journal beside the archive that belongs to another state of it, or an empty text.
+  // Nothing is saved as long as it is there.
+  std::string StrayJournal() const;
+  // Renames it; it stays beside the archive.
+  bool SetStrayJournalAside();
 
   // Compacts the file if its directory has changed (by a new file and a rename), then closes it.
   // False when compacting failed; the archive on disk is then whole, but not compact.

@@ -130,25 +130,39 @@ std::optional<ArchiveUndo> PlanUndo(File& archive, const StagedWrites& staged) {
 }
 
 bool WriteJournal(File& file, const fs::path& path, const Bytes& journal, std::string& error) {
-  if (file.WriteAt(0, journal) && file.Sync()) return SyncFolderOf(path, &error);
+  if (file.WriteAt(0, journal) && file.Sync() && file.Holds(0, journal)) {
+    return SyncFolderOf(path, &error);
+  }
   error = file.Error();
   return false;
 }
 
-// What lies beyond the file's old end is written first: a full disk shows before an old byte is
-// touched.
-bool WriteChanges(File& archive, const StagedWrites& staged, const ArchiveUndo& undo) {
+struct NewBytes {
+  std::uint64_t offset;
+  std::span<const std::uint8_t> bytes;
+};
+
+// What is to be written. What lies beyond the file's old end comes first: a full disk shows before
+// an old byte is touched.
+std::vector<NewBytes> WritesOf(const StagedWrites& staged, const ArchiveUndo& undo) {
+  std::vector<NewBytes> writes;
   for (const auto& [offset, bytes] : staged.Pieces()) {
     const std::uint64_t from = std::max(offset, undo.oldSize);
     if (from >= offset + bytes.size()) continue;
-    if (!archive.WriteAt(from, std::span(bytes).subspan(static_cast<std::size_t>(from - offset)))) {
-      return false;
-    }
+    writes.push_back({from, std::span(bytes).subspan(static_cast<std::size_t>(from - offset))});
   }
-  for (const auto& range : undo.ranges) {
-    if (!archive.WriteAt(range.offset, range.after)) return false;
-  }
-  return archive.Sync();
+  for (const auto& range : undo.ranges) writes.push_back({range.offset, range.after});
+  return writes;
+}
+
+// What was written is read back: the journal is given up only for what is surely there.
+bool WriteChanges(File& archive, const StagedWrites& staged, const ArchiveUndo& undo) {
+  const std::vector<NewBytes> writes = WritesOf(staged, undo);
+  return std::ranges::all_of(
+             writes, [&](const NewBytes& w) { return archive.WriteAt(w.offset, w.bytes); }) &&
+         archive.Sync() && std::ranges::all_of(writes, [&](const NewBytes& w) {
+           return archive.Holds(w.offset, w.bytes);
+         });
 }
 
 bool RemoveJournal(const fs::path& archivePath, std::string& error) {
@@ -210,6 +224,29 @@ fs::path JournalPath(const fs::path& archivePath) {
   return path;
 }
 
+bool JournalExists(const fs::path& archivePath) {
+  std::error_code ignored;
+  return fs::exists(fs::symlink_status(JournalPath(archivePath), ignored));
+}
+
+std::string StrayJournalReason(const fs::path& archivePath) {
+  return JournalPath(archivePath).filename().string() +
+         " is in the way: an interrupted save of another state of this archive left it. Move it to "
+         "another folder, or delete it if you do not need that state.";
+}
+
+bool SetJournalAside(const fs::path& archivePath, std::string& error) {
+  const fs::path journal = JournalPath(archivePath);
+  fs::path aside = journal;
+  aside += ".old";
+  std::error_code ignored;
+  for (int number = 2; fs::exists(fs::symlink_status(aside, ignored)); ++number) {
+    aside = journal;
+    aside += ".old" + std::to_string(number);
+  }
+  return RenameFile(journal, aside, &error) && SyncFolderOf(journal, &error);
+}
+
 ApplyResult ApplyWrites(File& archive, const fs::path& archivePath, const StagedWrites& staged,
                         ArchiveUndo& undo, std::string& error) {
   auto plan = PlanUndo(archive, staged);
@@ -227,7 +264,10 @@ ApplyResult ApplyWrites(File& archive, const fs::path& archivePath, const Staged
     error = "The save is too large";
     return ApplyResult::Undone;
   }
-  // A file of that name that is still there is not this program's to overwrite.
+  if (JournalExists(archivePath)) {  // of some other state; it is not this program's to overwrite
+    error = StrayJournalReason(archivePath);
+    return ApplyResult::Undone;
+  }
   if (!journal.Open(path, FileAccess::CreateNew)) {
     error = path.filename().string() + ": " + journal.Error();
     return ApplyResult::Undone;
@@ -252,15 +292,16 @@ bool UndoWrites(File& archive, const fs::path& archivePath, const ArchiveUndo& u
     done = done && archive.WriteAt(range.offset, range.before);
   }
   if (changed) done = done && archive.Truncate(undo.oldSize) && archive.Sync();
+  for (const auto& range : undo.ranges) {
+    done = done && archive.Holds(range.offset, range.before);
+  }
   if (!done) error = archive.Error();
   return done && RemoveJournal(archivePath, error);
 }
 
 bool RecoverArchive(const fs::path& archivePath, std::string& error) {
-  const fs::path path = JournalPath(archivePath);
-  std::error_code ignored;
-  if (!fs::exists(path, ignored)) return true;
-  const auto journal = ReadJournal(path, error);
+  if (!JournalExists(archivePath)) return true;
+  const auto journal = ReadJournal(JournalPath(archivePath), error);
   if (!journal) return false;
   std::string reason;
   if (!journal->undo) {

@@ -4,8 +4,8 @@
 // journal.
 //
 // The order is what makes it safe: the journal and its name are synced before the archive is
-// touched, and the archive is synced before the journal is removed. Removing it is what completes
-// the save.
+// touched, and the archive is synced, read back and compared before the journal is removed.
+// Removing it is what completes the save.
 #pragma once
 
 #include <cstdint>
@@ -32,13 +32,20 @@ struct ArchiveUndo {
 };
 
 std::filesystem::path JournalPath(const std::filesystem::path& archivePath);
+bool JournalExists(const std::filesystem::path& archivePath);
+// Why nothing is saved as long as a journal of another state of the archive lies beside it, and
+// what the user can do.
+std::string StrayJournalReason(const std::filesystem::path& archivePath);
+// Renames such a journal, over nothing: it stays beside the archive as `<journal>.old`, `.old2` ...
+bool SetJournalAside(const std::filesystem::path& archivePath, std::string& error);
 
 enum class ApplyResult {
   Done,
   Undone,   // failed; the file is as it was
   Pending,  // failed, and undoing it failed too: `undo` is still to be done
 };
-// Makes the staged writes to the archive file. `error` is the reason of a failure.
+// Makes the staged writes to the archive file, and reads them back. `error` is the reason of a
+// failure.
 ApplyResult ApplyWrites(File& archive, const std::filesystem::path& archivePath,
                         const StagedWrites& staged, ArchiveUndo& undo, std::string& error);
 // Puts the file back and removes the journal. Can be repeated until it succeeds.

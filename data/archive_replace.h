@@ -1,5 +1,6 @@
-// An archive file that is written beside the one whose place it is to take, so that the old one
-// stays whole until the new one is complete. Used by `Archive`; docs/formats.md names the files.
+// Files beside an archive: its backup, and an archive that is written aside until it can take
+// another's place, so that the old one stays whole until the new one is complete. Used by
+// `Archive`; docs/formats.md names the files.
 #pragma once
 
 #include <filesystem>
@@ -11,8 +12,11 @@ namespace mw {
 
 // The file that is written aside.
 std::filesystem::path AsidePath(const std::filesystem::path& archivePath);
-// What the old file is called once the new one has its place.
+// The old state of a file that was saved into, or that a new one took the place of.
 std::filesystem::path BackupPath(const std::filesystem::path& archivePath);
+
+// Copies the open archive file to its backup, which is whole at any moment and made to last.
+bool BackUpArchive(File& archive, const std::filesystem::path& archivePath, std::string& error);
 
 // Removes a file that was written aside, and its journal. True when there is none afterwards.
 bool RemoveAside(const std::filesystem::path& archivePath, std::string& error);

@@ -78,14 +78,15 @@ struct Segment {
   ByteView Stored() const { return kept ? oldCompressed : ByteView(compressed); }
 };
 
-bool HoldsSameBytes(const Segment& segment) {
-  if (segment.oldCompressed.empty()) return false;
-  Bytes before(segment.plain.size());
-  const Expanded result = ExpandInto(segment.oldCompressed, before);
-  return result.code == LZO_E_OK && result.size == before.size() &&
-         std::ranges::equal(before, segment.plain);
+bool Expands(ByteView compressed, ByteView plain) {
+  if (compressed.empty()) return false;
+  Bytes expanded(plain.size());
+  const Expanded result = ExpandInto(compressed, expanded);
+  return result.code == LZO_E_OK && result.size == expanded.size() &&
+         std::ranges::equal(expanded, plain);
 }
 
+// What was compressed is expanded again: a segment that cannot be read is never written.
 bool Compress(Segment& segment, Bytes& workMemory) {
   workMemory.resize(LZO1X_999_MEM_COMPRESS);
   segment.compressed.resize(WorstCase(segment.plain.size()));
@@ -93,7 +94,7 @@ bool Compress(Segment& segment, Bytes& workMemory) {
   const int code = lzo1x_999_compress(segment.plain.data(), segment.plain.size(),
                                       segment.compressed.data(), &size, workMemory.data());
   segment.compressed.resize(code == LZO_E_OK ? size : 0);
-  return code == LZO_E_OK;
+  return Expands(segment.compressed, segment.plain);
 }
 
 // Compresses what has changed. The work memory, one per core, is kept for the next call.
@@ -107,7 +108,7 @@ bool CompressChanged(std::span<Segment> segments) {
   std::atomic<bool> good = true;
   const auto work = [&](std::size_t worker) {
     for (std::size_t i = next++; i < segments.size() && good; i = next++) {
-      segments[i].kept = HoldsSameBytes(segments[i]);
+      segments[i].kept = Expands(segments[i].oldCompressed, segments[i].plain);
       if (!segments[i].kept && !Compress(segments[i], workMemory[worker])) good = false;
     }
   };

@@ -6,6 +6,7 @@
 #include <system_error>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace mw {
 
@@ -16,6 +17,8 @@ std::function<std::optional<DiskFault>(const DiskChange&)> diskFaultPlan;
 namespace {
 
 using Kind = DiskChange::Kind;
+
+constexpr std::size_t kBlock = std::size_t{1} << 20;  // bytes copied or compared at a time
 
 std::optional<DiskFault> PlannedFault(const DiskChange& change) {
   return diskFaultPlan ? diskFaultPlan(change) : std::nullopt;
@@ -53,6 +56,12 @@ int OpenFlags(FileAccess access) {
   return O_RDONLY;
 }
 
+FileIdentity IdentityFrom(const struct stat& status) {
+  constexpr std::int64_t kNanoseconds = 1'000'000'000;
+  return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size),
+          status.st_mtim.tv_sec * kNanoseconds + status.st_mtim.tv_nsec};
+}
+
 bool Exists(const fs::path& path) {
   std::error_code ignored;
   return fs::exists(fs::symlink_status(path, ignored));
@@ -76,6 +85,11 @@ File& File::operator=(File&& other) noexcept {
 
 bool File::Fail(int code) {
   SetReason(&error_, code);
+  return false;
+}
+
+bool File::Fail(const char* reason) {
+  error_ = reason;
   return false;
 }
 
@@ -114,15 +128,24 @@ std::optional<std::uint64_t> File::Size() {
   return static_cast<std::uint64_t>(status.st_size);
 }
 
+std::optional<FileIdentity> File::Identity() const {
+  struct stat status {};
+  if (fstat(descriptor_, &status) != 0) return std::nullopt;
+  return IdentityFrom(status);
+}
+
+std::optional<FileIdentity> IdentityOf(const fs::path& path) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0) return std::nullopt;
+  return IdentityFrom(status);
+}
+
 bool File::ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) {
   while (!out.empty()) {
     const ssize_t got = pread(descriptor_, out.data(), out.size(), static_cast<off_t>(offset));
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) return Fail(errno);
-    if (got == 0) {
-      error_ = "Unexpected end of file";
-      return false;
-    }
+    if (got == 0) return Fail("Unexpected end of file");
     offset += static_cast<std::uint64_t>(got);
     out = out.subspan(static_cast<std::size_t>(got));
   }
@@ -132,10 +155,38 @@ bool File::ReadAt(std::uint64_t offset, std::span<std::uint8_t> out) {
 bool File::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
   if (const auto fault = PlannedFault({Kind::Write, path_, offset, bytes})) {
     WriteBytes(descriptor_, offset, bytes.first(std::min(fault->written, bytes.size())));
-    return Fail(fault->code);
+    return fault->code == 0 || Fail(fault->code);
   }
   const int code = WriteBytes(descriptor_, offset, bytes);
   return code == 0 || Fail(code);
+}
+
+bool File::CopyContent(File& source) {
+  const auto size = source.Size();
+  if (!size) return Fail(source.Error().c_str());
+  std::uint64_t done = 0;
+  // Tests see every byte that is written.
+  while (!diskFaultPlan && done < *size) {
+    auto from = static_cast<off_t>(done), to = from;
+    const ssize_t copied = copy_file_range(source.descriptor_, &from, descriptor_, &to,
+                                           static_cast<std::size_t>(*size - done), 0);
+    if (copied <= 0) break;  // what is left is copied by hand, which knows the reason
+    done += static_cast<std::uint64_t>(copied);
+  }
+  return CopyByBlocks(source, done, *size);
+}
+
+bool File::CopyByBlocks(File& source, std::uint64_t from, std::uint64_t end) {
+  std::vector<std::uint8_t> buffer(
+      static_cast<std::size_t>(std::min<std::uint64_t>(kBlock, end - from)));
+  while (from < end) {
+    const auto block = std::span(buffer).first(
+        static_cast<std::size_t>(std::min<std::uint64_t>(buffer.size(), end - from)));
+    if (!source.ReadAt(from, block)) return Fail(source.Error().c_str());
+    if (!WriteAt(from, block)) return false;
+    from += block.size();
+  }
+  return true;
 }
 
 bool File::Truncate(std::uint64_t size) {
@@ -146,6 +197,22 @@ bool File::Truncate(std::uint64_t size) {
 bool File::Sync() {
   if (const auto fault = PlannedFault({Kind::Sync, path_})) return Fail(fault->code);
   return fsync(descriptor_) == 0 || Fail(errno);
+}
+
+bool File::Holds(std::uint64_t offset, std::span<const std::uint8_t> expected) {
+  std::vector<std::uint8_t> buffer(std::min(kBlock, expected.size()));
+  posix_fadvise(descriptor_, static_cast<off_t>(offset), static_cast<off_t>(expected.size()),
+                POSIX_FADV_DONTNEED);
+  while (!expected.empty()) {
+    const auto block = std::span(buffer).first(std::min(buffer.size(), expected.size()));
+    if (!ReadAt(offset, block)) return false;
+    if (!std::ranges::equal(block, expected.first(block.size()))) {
+      return Fail("The disk does not hold what was written to it");
+    }
+    offset += block.size();
+    expected = expected.subspan(block.size());
+  }
+  return true;
 }
 
 bool File::CopyPermissions(const File& other) {

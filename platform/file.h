@@ -21,6 +21,16 @@ enum class FileAccess {
   CreateNew,  // read and write; must not exist yet
 };
 
+// What tells one state of a file on disk from another, as far as the system knows.
+struct FileIdentity {
+  std::uint64_t device = 0, number = 0;  // which file it is
+  std::uint64_t size = 0;
+  std::int64_t modified = 0;  // nanoseconds since 1970
+  bool operator==(const FileIdentity&) const = default;
+};
+// Nothing when there is no such file, or it cannot be asked for.
+std::optional<FileIdentity> IdentityOf(const std::filesystem::path& path);
+
 // One open plain file. After a failure `Error` is the system's reason.
 class File {
  public:
@@ -34,13 +44,20 @@ class File {
   void Close();
 
   std::optional<std::uint64_t> Size();
+  std::optional<FileIdentity> Identity() const;
   // Fills `out` from `offset`. False when the file ends before or cannot be read.
   bool ReadAt(std::uint64_t offset, std::span<std::uint8_t> out);
   // Writes all of `bytes` or fails; after a failure some of them may be in the file.
   bool WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
+  // Writes all bytes of `source` from offset 0; the system copies them itself where it can.
+  bool CopyContent(File& source);
   bool Truncate(std::uint64_t size);
   // Returns when everything written is safe on the disk.
   bool Sync();
+  // Whether the file holds `expected` at `offset`. It is asked of the disk, not of the system's
+  // memory of what was written, where that can be had; sync before. `Error` says so when it does
+  // not.
+  bool Holds(std::uint64_t offset, std::span<const std::uint8_t> expected);
   // Gives this file the permissions of `other`.
   bool CopyPermissions(const File& other);
 
@@ -48,6 +65,8 @@ class File {
 
  private:
   bool Fail(int code);
+  bool Fail(const char* reason);
+  bool CopyByBlocks(File& source, std::uint64_t from, std::uint64_t end);
 
   int descriptor_ = -1;
   std::filesystem::path path_;
@@ -73,7 +92,7 @@ struct DiskChange {
 };
 
 struct DiskFault {
-  int code = EIO;           // the system error that the change ends with
+  int code = EIO;           // the system error that the change ends with; 0: it claims to be done
   std::size_t written = 0;  // bytes of a Write that still reach the disk
 };
 

@@ -122,7 +122,7 @@ TEST_F(ArchiveReplace, AFileThatWouldBlockLaterSavesIsReportedBefore) {
   WriteBytes("now/level.vra-journal", TextBytes("dear diary"));
   Archive archive;
   EXPECT_FALSE(ReplaceLevel(archive));
-  EXPECT_EQ(archive.Error(), "level.vra-journal is in the way");
+  EXPECT_NE(archive.Error().find("level.vra-journal is in the way"), std::string::npos);
   EXPECT_TRUE(IsOld());
 }
 

@@ -1,0 +1,227 @@
+#include "data/archive_state.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "data/archive_compact.h"
+#include "data/archive_replace.h"
+#include "platform/disk.h"
+
+namespace mw {
+
+namespace fs = std::filesystem;
+using Bytes = std::vector<std::uint8_t>;
+
+fs::path RealPath(std::string_view path) {
+  std::error_code error;
+  const fs::path native = fs::absolute(NativePath(path), error);
+  fs::path real = fs::weakly_canonical(native, error);
+  return error ? native : real;
+}
+
+bool Archive::State::OpenFile(FileAccess access) {
+  return RecoverArchive(realPath, error) && (file.Open(realPath, access) || Fail(file.Error()));
+}
+
+bool Archive::State::ReadContents() {
+  auto read = ReadArchiveContents(file, error);
+  if (!read) {
+    file.Close();
+    return false;
+  }
+  contents = std::move(*read);
+  asLeft = file.Identity();
+  return true;
+}
+
+ArchiveOnDisk Archive::State::OnDisk() const {
+  if (!file.IsOpen()) return ArchiveOnDisk::AsLeft;
+  const auto now = IdentityOf(realPath);
+  if (now) return now == asLeft ? ArchiveOnDisk::AsLeft : ArchiveOnDisk::Changed;
+  return file.Identity() == asLeft ? ArchiveOnDisk::Gone : ArchiveOnDisk::Changed;
+}
+
+bool Archive::State::IsAsLeft() {
+  if (OnDisk() == ArchiveOnDisk::AsLeft) return true;
+  return Fail(realPath.filename().string() +
+              " was changed by another program since it was opened or last saved");
+}
+
+// Takes the file as it is now in the place of the one that is open.
+bool Archive::State::Reopen() {
+  State now;
+  now.path = path;
+  now.realPath = realPath;
+  now.writable = writable;
+  if (!now.OpenFile(FileAccess::ReadWrite) || !now.ReadContents()) return Fail(now.error);
+  *this = std::move(now);
+  return true;
+}
+
+// Writes the file that is open to its place again, from which another program has taken it.
+bool Archive::State::BringBack() {
+  File copy;
+  const fs::path aside = AsidePath(realPath);
+  if (!RemoveAside(realPath, error)) return false;
+  if (!(copy.Open(aside, FileAccess::CreateNew) && copy.CopyContent(file) &&
+        copy.CopyPermissions(file) && copy.Sync())) {
+    Fail(copy.Error());
+  } else if (RenameFile(aside, realPath, &error) && SyncFolderOf(realPath, &error)) {
+    file = std::move(copy);
+    asLeft = file.Identity();
+    return true;
+  }
+  RemoveFile(aside);
+  return false;
+}
+
+bool Archive::State::Close() {
+  if (!file.IsOpen()) return true;
+  if (place) {
+    file.Close();
+    contents = {};
+    return RemoveAside(*place, error);
+  }
+  Rollback();
+  const bool good = FinishUndo() && (!dirty || IsAsLeft()) &&
+                    (!dirty || CompactArchive(file, realPath, contents, error));
+  file.Close();
+  contents = {};
+  return good;
+}
+
+// Brings the file back to what the entries say, after a save that could not be undone at once.
+bool Archive::State::FinishUndo() {
+  if (!pendingUndo) return true;
+  if (!IsAsLeft()) return false;  // its journal stays, for whoever opens it next
+  const bool undoneNow = UndoWrites(file, realPath, *pendingUndo, error);
+  asLeft = file.Identity();
+  if (!undoneNow) return false;
+  pendingUndo.reset();
+  undone.Clear();
+  return true;
+}
+
+bool Archive::State::Begin() {
+  if (saving) return Fail("A save is under way already");
+  if (!file.IsOpen() || !writable) return Fail("The archive is not open for writing");
+  if (!IsAsLeft() || !FinishUndo()) return false;
+  contentsBefore = contents;
+  dirtyBefore = dirty;
+  changed = false;
+  saving = true;
+  return true;
+}
+
+bool Archive::State::Commit() {
+  if (!saving) return Fail("No save is under way");
+  if ((changed && !StageDirectory()) || !IsAsLeft()) {
+    Rollback();
+    return false;
+  }
+  ArchiveUndo undo;
+  const ApplyResult result = ApplyWrites(file, realPath, staged, undo, error);
+  asLeft = file.Identity();
+  if (result == ApplyResult::Pending) {
+    pendingUndo = std::move(undo);
+    for (const auto& range : pendingUndo->ranges) undone.Write(range.offset, range.before);
+  }
+  if (result != ApplyResult::Done) {
+    Rollback();
+    return false;
+  }
+  staged.Clear();
+  saving = false;
+  return true;
+}
+
+void Archive::State::Rollback() {
+  if (!saving) return;
+  staged.Clear();
+  contents = std::move(contentsBefore);
+  dirty = dirtyBefore;
+  saving = false;
+}
+
+bool Archive::State::CreateFile(std::string_view givenPath, fs::path at) {
+  path = givenPath;
+  realPath = std::move(at);
+  writable = true;
+  std::error_code ignored;
+  const bool existed = fs::exists(realPath, ignored);
+  if (!OpenFile(FileAccess::Create)) return false;
+  asLeft = file.Identity();
+  // What an existing file held before is cut off when the archive is closed.
+  dirty = file.Size().value_or(0) > 0;
+  const bool written = InGroup([&] {
+    changed = true;
+    return existed || SyncFolderOf(realPath, &error);
+  });
+  if (written) return true;
+  file.Close();
+  if (!existed) RemoveFile(realPath);
+  return false;
+}
+
+void Archive::State::MarkChanged() {
+  changed = true;
+  dirty = true;
+}
+
+bool Archive::State::StageDirectory() {
+  const std::uint64_t end = DataEnd(contents.entries);
+  if (end + DirectorySize(contents.entries) > kMaxArchiveSize) return Fail(kTooLarge);
+  contents.header.directoryOffset = static_cast<std::uint32_t>(end);
+  staged.Write(0, HeaderBytes(contents.header));
+  staged.Write(end, DirectoryBytes(contents.entries));
+  return true;
+}
+
+// The member's bytes in the file, as they are or will be once the group under way is complete;
+// fewer when the file has become shorter or cannot be read.
+Bytes Archive::State::ReadStored(const ArchiveEntry& entry) {
+  const std::uint64_t offset = entry.dataOffset;
+  const std::uint64_t fileSize = file.Size().value_or(0);
+  const std::uint64_t end =
+      std::clamp(std::max(fileSize, staged.End()), offset, offset + entry.storedSize);
+  Bytes stored(static_cast<std::size_t>(end - offset));
+  const std::uint64_t inFile = std::clamp(fileSize, offset, end) - offset;
+  if (!file.ReadAt(offset, std::span(stored).first(static_cast<std::size_t>(inFile)))) {
+    Fail(file.Error());
+    return {};
+  }
+  undone.PutOver(offset, stored);
+  staged.PutOver(offset, stored);
+  return stored;
+}
+
+// Whether the bytes of `entry` are its own: another member may lie on the same ones.
+bool Archive::State::MayOverwrite(const ArchiveEntry& entry) const {
+  const auto end = [](const ArchiveEntry& e) { return std::uint64_t{e.dataOffset} + e.storedSize; };
+  return std::ranges::none_of(contents.entries, [&](const auto& other) {
+    return &other.second != &entry && other.second.dataOffset < end(entry) &&
+           entry.dataOffset < end(other.second);
+  });
+}
+
+// Stages the member's stored bytes, at its old place where they fit, else after all others.
+bool Archive::State::PlaceMember(std::string name, Bytes stored, std::uint32_t size) {
+  const auto found = contents.entries.find(name);
+  ArchiveEntry entry = found != contents.entries.end() ? found->second : ArchiveEntry{};
+  std::uint64_t offset = DataEnd(contents.entries);
+  if (found != contents.entries.end() && entry.storedSize >= stored.size() &&
+      MayOverwrite(found->second)) {
+    offset = entry.dataOffset;
+  } else if (offset + stored.size() > kMaxArchiveSize) {
+    return Fail(kTooLarge);
+  }
+  entry.dataOffset = static_cast<std::uint32_t>(offset);
+  entry.storedSize = static_cast<std::uint32_t>(stored.size());
+  entry.size = size;
+  staged.Write(offset, std::move(stored));
+  contents.entries.insert_or_assign(std::move(name), entry);
+  MarkChanged();
+  return true;
+}
+
+}  // namespace mw

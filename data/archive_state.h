@@ -1,0 +1,88 @@
+// What an open `Archive` knows and how it changes its file. Used by archive.cpp and
+// archive_state.cpp only.
+#pragma once
+
+#include <filesystem>
+#include <new>
+
+#include "data/archive.h"
+#include "data/archive_directory.h"
+#include "data/archive_journal.h"
+#include "data/archive_staging.h"
+#include "platform/file.h"
+
+namespace mw {
+
+inline constexpr char kNoMemory[] = "Not enough memory";
+inline constexpr char kTooLarge[] = "The archive would be larger than 4 GiB";
+
+// The file itself, whatever links lead to it: its journal lies beside it.
+std::filesystem::path RealPath(std::string_view path);
+
+struct Archive::State {
+  std::string path;  // as given
+  std::filesystem::path realPath;
+  std::optional<std::filesystem::path> place;  // that it is to take: realPath lies aside
+  File file;
+  bool writable = false;
+  bool dirty = false;
+  ArchiveContents contents;
+  std::string error;
+  // The file as it was opened or left last. Nothing is written into another one.
+  std::optional<FileIdentity> asLeft;
+
+  // The group under way: what it changes in the file, and how things were before.
+  bool saving = false;
+  bool changed = false;
+  StagedWrites staged;
+  ArchiveContents contentsBefore;
+  bool dirtyBefore = false;
+
+  // A failed save that could not be undone on disk yet, and the bytes that belong there.
+  std::optional<ArchiveUndo> pendingUndo;
+  StagedWrites undone;
+
+  bool Fail(std::string_view reason) {
+    error = reason;
+    return false;
+  }
+  bool OpenFile(FileAccess access);
+  bool ReadContents();
+  bool CreateFile(std::string_view path, std::filesystem::path at);
+  bool Close();
+
+  ArchiveOnDisk OnDisk() const;
+  bool IsAsLeft();
+  bool Reopen();
+  bool BringBack();
+
+  bool FinishUndo();
+  bool Begin();
+  bool Commit();
+  void Rollback();
+  // Runs `change` in the group under way, or in one of its own.
+  template <typename Change>
+  bool InGroup(Change change);
+  void MarkChanged();
+  bool StageDirectory();
+
+  std::vector<std::uint8_t> ReadStored(const ArchiveEntry& entry);
+  bool MayOverwrite(const ArchiveEntry& entry) const;
+  bool PlaceMember(std::string name, std::vector<std::uint8_t> stored, std::uint32_t size);
+};
+
+template <typename Change>
+bool Archive::State::InGroup(Change change) {
+  const bool ownGroup = !saving;
+  try {
+    if (!ownGroup) return change();
+    if (!Begin()) return false;
+    if (change()) return Commit();
+  } catch (const std::bad_alloc&) {
+    Fail(kNoMemory);
+  }
+  if (ownGroup) Rollback();
+  return false;
+}
+
+}  // namespace mw
