@@ -2,21 +2,23 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 
 #include "app/camera_control.h"
 #include "app/commands.h"
+#include "app/level_parts.h"
 #include "app/operations.h"
+#include "app/recovery.h"
+#include "app/save_questions.h"
 #include "app/shell.h"
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/game_file.h"
-#include "data/level_settings.h"
 #include "data/mod_config.h"
 #include "data/mods.h"
 #include "platform/disk.h"
 #include "platform/prompts.h"
 #include "terrain/level_textures.h"
-#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -25,6 +27,8 @@ constexpr std::string_view kArchiveExtension = ".vra";
 
 // The path that the open level's archive was opened with; empty when none is open.
 std::string openArchivePath;
+// The mod that it was opened in.
+std::string openMod;
 
 // The levels that come with the game.
 constexpr std::array<const char*, 2> kStockLevels{"Harbour_Point", "Stone_Ridge"};
@@ -47,20 +51,10 @@ bool IsNumberedArchive(std::string_view name) {
 Archive* AdoptLevelArchive(Archive* archive) {
   if (archive) {
     openArchivePath = archive->Path();
+    openMod = CurrentModName();
     openLevelModFolder = modConfig.modFolder;
   }
   return archive;
-}
-
-// The archive that the open level is saved into, or null.
-Archive* FindLevelArchive() {
-  for (std::size_t i = archives.Count(); i-- > 0;) {
-    Archive* archive = archives.At(i);
-    if (archive->Writable() && !openArchivePath.empty() && archive->Path() == openArchivePath) {
-      return archive;
-    }
-  }
-  return nullptr;
 }
 
 void ClearLevel() {
@@ -69,46 +63,12 @@ void ClearLevel() {
   shell.renderFrameNow();
 }
 
-bool TerrainSizeIsSupported() {
-  const int samples = modConfig.MaterialSize;
-  if ((samples == 256 || samples == 512 || samples == 1024) && modConfig.WorldSize >= samples) {
-    return true;
-  }
-  ShowPrompt(FormatText("The terrain size of this level is not supported (%i samples over %i "
-                        "units).",
-                        samples, modConfig.WorldSize),
-             "Error", PromptButtons::Ok, PromptIcon::Stop);
-  return false;
-}
-
-// The parts of the level, in order, from the archive that was just opened. False when its terrain
-// cannot be edited.
-bool LoadLevelParts() {
-  ReloadModConfig();  // nothing of the level before stays
-  SetStatusText(1, "Loading Init Script...");
-  ReadLevelSettings();
-  if (!TerrainSizeIsSupported()) return false;
-  SetStatusText(1, "Loading Surface Maps...");
-  LoadLevelTextures(LevelTextureLoad::Opening);
-  SetStatusText(1, "Loading Terrain...");
-  InitGrid();
-  LoadHeightsFromBuffer();
-  SetStatusText(1, "Loading Material Map...");
-  operations.loadMaterialMap();
-  SetStatusText(1, "Loading Objects...");
-  operations.loadStaticObjects();
-  editor.levelLoaded = true;
-  editor.levelModified = false;
-  SetStatusText(1, FormatText("Loaded level %s", modConfig.LevelName.c_str()));
-  return true;
-}
-
 // Opens the archive of the chosen level and loads it; when that fails no level archive is open, and
-// the record is as it was.
-bool LoadChosenLevel() {
+// the record is as it was. `load` loads the parts.
+bool LoadChosenLevel(const std::function<bool()>& load = LoadLevelParts) {
   const ModConfig before = modConfig;
   if (AdoptLevelArchive(archives.OpenArchive(LevelArchivePath(), true))) {
-    if (LoadLevelParts()) return true;
+    if (load()) return true;
     CloseLevelArchive();
     modConfig = before;
   }
@@ -128,18 +88,9 @@ void SendOpenCommands() {
   RunCommand(kCommandViewTexturedMesh);
 }
 
-void WriteLevelParts() {
-  SaveHeightmap();
-  WriteLevelSettings();
-  operations.saveMaterialMap();
-  operations.saveStaticObjects();
-  SetStatusText(1, "Saving Environment Maps...");
-  WriteTextureSetToLevel();
-}
-
 // Writes all parts as one group of changes. The reason when it failed, else an empty text.
 std::string WriteLevelToArchive() {
-  Archive* archive = FindLevelArchive();
+  Archive* const archive = LevelArchive();
   if (!archive) return "No level archive is open.";
   ClearGameFileError();
   if (!archive->BeginSave()) return archive->Error();
@@ -151,6 +102,28 @@ std::string WriteLevelToArchive() {
   }
   const bool saved = archive->CommitSave() && archive->PutInPlace();
   return saved ? std::string() : archive->Error();
+}
+
+// Puts the chosen level in the place of the open one. False when it cannot be opened: no level is
+// open then, and the mod is as it was before the choice.
+bool OpenChosenLevel(const ModSnapshot& before, const std::function<bool()>& load) {
+  ShowWaitCursor();
+  CloseLevelArchive();
+  ClearLevel();
+  if (!LoadChosenLevel(load)) {
+    editor.levelModified = false;  // what was changed is gone, there is nothing left to save
+    RestoreMod(before);
+    return false;
+  }
+  SendOpenCommands();
+  PlaceCameraAtSavedPosition();
+  LookAlongLevel();
+  return true;
+}
+
+void ShowNotSaved() {
+  ShowArrowCursor();
+  SetStatusText(1, FormatText("Could not save level %s", modConfig.LevelName.c_str()));
 }
 
 }  // namespace
@@ -176,7 +149,20 @@ void ChooseLevel(const std::string& name) {
                        modConfig.levelsFolder.String() + name;
 }
 
+Archive* LevelArchive() {
+  for (std::size_t i = archives.Count(); i-- > 0;) {
+    Archive* archive = archives.At(i);
+    if (archive->Writable() && !openArchivePath.empty() && archive->Path() == openArchivePath) {
+      return archive;
+    }
+  }
+  return nullptr;
+}
+
+const std::string& LevelMod() { return openMod; }
+
 void CloseLevelArchive() {
+  ForgetRecovery();
   if (!openArchivePath.empty()) archives.CloseArchive(openArchivePath);
   openArchivePath.clear();
   openLevelModFolder.clear();
@@ -188,17 +174,20 @@ bool OpenLevel() {
     RestoreMod(before);
     return false;
   }
-  ShowWaitCursor();
-  CloseLevelArchive();
-  ClearLevel();
-  if (!LoadChosenLevel()) {
-    editor.levelModified = false;  // what was changed is gone, there is nothing left to save
-    RestoreMod(before);
-    return false;
-  }
-  SendOpenCommands();
-  PlaceCameraAtSavedPosition();
-  LookAlongLevel();
+  return OpenChosenLevel(before, LoadLevelParts);
+}
+
+bool OpenRecoveredLevel(const std::string& level, const std::string& recoveryFile) {
+  const ModSnapshot before = TakeModSnapshot();
+  ChooseLevel(level);
+  // The newest archive is looked into first: what was edited hides what was saved.
+  const auto load = [&recoveryFile] {
+    const bool loaded = archives.OpenArchive(recoveryFile, false) && LoadLevelParts();
+    archives.CloseArchive(recoveryFile);
+    return loaded;
+  };
+  if (!OpenChosenLevel(before, load)) return false;
+  editor.levelModified = true;
   return true;
 }
 
@@ -210,17 +199,23 @@ std::string TrySaveLevel() {
   std::string failure = WriteLevelToArchive();
   if (!failure.empty()) {
     editor.savedCameraPosition = cameraBefore;
-    ShowArrowCursor();
-    SetStatusText(1, FormatText("Could not save level %s", modConfig.LevelName.c_str()));
+    ShowNotSaved();
     return failure;
   }
   SetStatusText(1, FormatText("Saved level %s", modConfig.LevelName.c_str()));
   LoadLevelTextures(LevelTextureLoad::Reloading);
   editor.levelModified = false;
+  ForgetRecovery();
   return failure;
 }
 
 bool SaveLevel() {
+  ShowWaitCursor();
+  Archive* const archive = LevelArchive();
+  if (archive && !MaySaveInto(*archive)) {
+    ShowNotSaved();
+    return false;
+  }
   const std::string failure = TrySaveLevel();
   if (failure.empty()) return true;
   ShowPrompt(FormatText("The level could not be saved.\n\n%s\n\nThe level on disk is as it was "
@@ -237,6 +232,7 @@ Archive* CreateLevelArchive(std::string& error) {
 void RunStockLevelLoad() {
   // Unsaved changes are offered for saving: the level that they belong to is about to be replaced.
   if (!OfferToSave("Would you like to save your changes before opening a new map?")) return;
+  ForgetRecovery();
   ShowWaitCursor();
   for (const char* name : kStockLevels) {
     ChooseLevel(name);

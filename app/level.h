@@ -21,10 +21,18 @@ void ChooseLevel(const std::string& name);
 
 // Lets the user pick a mod and a level and opens it. False when cancelled or failed.
 bool OpenLevel();
-// Closes (and compacts) the archive of the open level, by the path it was opened with.
+// Opens this level of the current mod with the files of the recovery file in the place of those
+// that were saved; it counts as modified. False when that fails: no level is open then.
+bool OpenRecoveredLevel(const std::string& level, const std::string& recoveryFile);
+// The archive that the open level is saved into, or null; and the mod it was opened in.
+Archive* LevelArchive();
+const std::string& LevelMod();
+// Closes (and compacts) the archive of the open level, by the path it was opened with. What was
+// edited is saved or given up, so its recovery file is removed.
 void CloseLevelArchive();
-// Saves every part into the level archive, all or nothing. False, after a message, when it failed;
-// the level on disk is then as it was after the last save.
+// Saves every part into the level archive, all or nothing, after the questions that
+// app/save_questions.h asks. False, after a message, when it failed or the user did not want it;
+// the level on disk is then as it was.
 bool SaveLevel();
 // The same without the message: the reason when it failed, else an empty text.
 std::string TrySaveLevel();

@@ -20,6 +20,9 @@ constexpr std::uint64_t kMaxFileSize = std::numeric_limits<std::uint32_t>::max()
 
 std::string firstError;
 
+// Takes what is written while CaptureGameFiles runs; else null.
+std::vector<GameMember>* captured = nullptr;
+
 // False for an empty prefix, which no path is under.
 bool RemovePrefix(std::string_view& path, std::string_view prefix) {
   if (prefix.empty() || !StartsWithNoCase(path, prefix)) return false;
@@ -80,7 +83,22 @@ Archive* NewestWritable() {
   return archive;
 }
 
+void Capture(GameFile& file) {
+  GameMember member{NormalMemberName(file.name), std::move(file.data)};
+  const auto before = std::ranges::find_if(
+      *captured, [&](const GameMember& other) { return EqualNoCase(other.name, member.name); });
+  if (before == captured->end()) {
+    captured->push_back(std::move(member));
+  } else {
+    *before = std::move(member);
+  }
+}
+
 bool WriteBack(GameFile& file) {
+  if (captured) {
+    Capture(file);
+    return true;
+  }
   if (file.archive->WriteMember(file.name, file.data)) return true;
   const std::string& reason = file.archive->Error();
   SetGameFileError(reason.empty() ? "The file " + file.name + " could not be written." : reason);
@@ -116,6 +134,14 @@ bool WriteAsOneChange(const std::function<void()>& write) {
   return GameFileError().empty();
 }
 
+std::vector<GameMember> CaptureGameFiles(const std::function<void()>& write) {
+  std::vector<GameMember> members;
+  captured = &members;
+  write();
+  captured = nullptr;
+  return members;
+}
+
 std::optional<std::string> NormalGamePath(std::string_view path) {
   if (path.size() > kMaxGamePath) return std::nullopt;
   const std::string turned = BackslashPath(path);
@@ -137,8 +163,8 @@ std::unique_ptr<GameFile> GameFileOpen(std::string_view path, std::string_view m
   file->name = *std::move(name);
   file->archive = archives.FindHolding(file->name, file->writing);
   if (file->writing) {
-    if (!file->archive) file->archive = NewestWritable();
-    if (!file->archive) return nullptr;
+    if (!file->archive && !captured) file->archive = NewestWritable();
+    if (!file->archive && !captured) return nullptr;
     file->data.reserve(kFirstReserve);
     return file;
   }
@@ -247,6 +273,7 @@ void SaveGameFileBytes(std::string_view gamePath, std::span<const std::uint8_t> 
 
 void RemoveArchiveFolder(std::string_view gamePath) {
   const std::optional<std::string> name = NormalGamePath(gamePath);
+  if (captured) return;
   Archive* const archive = NewestWritable();
   if (!archive || !name || name->empty()) return;
   if (!archive->RemoveMembersWithPrefix(*name)) SetGameFileError(archive->Error());

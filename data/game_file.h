@@ -43,6 +43,15 @@ void ClearGameFileError();
 // then, each member whole.
 bool WriteAsOneChange(const std::function<void()>& write);
 
+// A member that is written, by its name in an archive.
+struct GameMember {
+  std::string name;
+  std::vector<std::uint8_t> data;
+};
+// Runs `write` and returns what it would have written, each member once; no archive is changed.
+// Reading goes to the archives as always.
+std::vector<GameMember> CaptureGameFiles(const std::function<void()>& write);
+
 // The member name (with `\`) that `path` means: without the game folder, and without the current
 // mod's, the open level's or the base mod's folder. Nothing when it is longer than kMaxGamePath.
 std::optional<std::string> NormalGamePath(std::string_view path);

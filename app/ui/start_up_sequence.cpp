@@ -7,12 +7,14 @@
 #include "app/frame.h"
 #include "app/level.h"
 #include "app/object_operations.h"
+#include "app/recovery_offer.h"
 #include "app/shell.h"
 #include "app/start_up.h"
 #include "app/terrain_operations.h"
 #include "app/ui/frame_loop.h"
 #include "app/ui/main_window.h"
 #include "app/ui/picture_dialog.h"
+#include "app/ui/recovery_timer.h"
 #include "app/ui/shell_windows.h"
 #include "app/ui/view_context_check.h"
 #include "app/ui/view_widget.h"
@@ -75,7 +77,8 @@ int RunInWindow(MainWindow& window, FrameLoop& frames) {
   InitGrid();
   if (!LoadSharedTextures()) return kExitCodeWithoutGl;
   LoadDefaults();
-  if (!RunWelcomeLoop()) return 0;
+  if (!OfferRecovery() && !RunWelcomeLoop()) return 0;
+  const RecoveryTimer recoveryTimer;
   frames.Start();
   return QApplication::exec();
 }

@@ -1,0 +1,14 @@
+// The parts of a level, from and to the open archives. Used by opening, saving and the recovery
+// file.
+#pragma once
+
+namespace mw {
+
+// Loads all parts in order. False, after a message, when the level's terrain cannot be edited.
+bool LoadLevelParts();
+// Writes all parts.
+void WriteLevelParts();
+// Writes the parts that the user edits, without a word to the user.
+void WriteEditedParts();
+
+}  // namespace mw

@@ -1,0 +1,31 @@
+// Keeps the unsaved edits of the open level in a recovery file in the working folder, so that a
+// crash or a kill loses little. The level's archive is never touched. app/recovery_offer.h offers
+// the work back at the next start.
+#pragma once
+
+#include <cstdint>
+
+namespace mw {
+
+inline constexpr const char* kRecoveryFile = "mapwright.recovery";
+// Milliseconds from the first edit since the last writing to the next.
+inline constexpr std::uint32_t kRecoveryInterval = 60'000;
+
+struct Recovery {
+  std::uint32_t interval = kRecoveryInterval;
+  bool edited = false;         // when last looked
+  std::uint32_t since = 0;     // the time of the first edit, or of the last writing
+  bool written = false;        // the file holds edits of the open level
+  std::uint32_t checksum = 0;  // of what was written last
+};
+
+extern Recovery recovery;
+
+// To be called every few seconds, while no dialog is open, with the milliseconds that a clock
+// shows. Writes the file when it is time, no mouse button is held and there is something new to
+// write. A failure shows in the status bar.
+void KeepRecovery(std::uint32_t now);
+// The edits are saved, or the user has given them up: removes the file.
+void ForgetRecovery();
+
+}  // namespace mw

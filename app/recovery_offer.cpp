@@ -1,0 +1,75 @@
+#include "app/recovery_offer.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+#include "app/level.h"
+#include "app/recovery.h"
+#include "core/text.h"
+#include "data/mods.h"
+#include "data/recovery_file.h"
+#include "platform/disk.h"
+#include "platform/file.h"
+#include "platform/prompts.h"
+
+namespace mw {
+namespace {
+
+// Out of the way of the next recovery file. The name that it has then.
+std::string SetAside(const char* suffix) {
+  std::string aside = std::string(kRecoveryFile) + suffix;
+  return RenameFile(kRecoveryFile, aside) ? aside : kRecoveryFile;
+}
+
+void ShowKept(const std::string& what, const std::string& name) {
+  ShowPrompt(what + "\n\nIt is kept as " + name + " in the working folder.", "Warning",
+             PromptButtons::Ok, PromptIcon::Exclamation);
+}
+
+bool Confirm(const RecoveryInfo& info) {
+  return ShowPrompt(FormatText("Mapwright was not closed properly. There is unsaved work of %s on "
+                               "level %s of mod %s.\n\nWould you like to go on with it?",
+                               info.time.c_str(), info.level.c_str(), info.mod.c_str()),
+                    "Recover?", PromptButtons::YesNo, PromptIcon::Information) == PromptAnswer::Yes;
+}
+
+bool SelectModNamed(const std::string& name) {
+  const auto found = std::ranges::find(modList.names, name);
+  return found != modList.names.end() && SelectMod(static_cast<int>(found - modList.names.begin()));
+}
+
+bool Recover(const RecoveryInfo& info) {
+  const ModSnapshot before = TakeModSnapshot();
+  if (SelectModNamed(info.mod) && info.level.find_first_of("/\\") == info.level.npos &&
+      OpenRecoveredLevel(info.level, kRecoveryFile)) {
+    recovery.written = true;  // until it is saved
+    return true;
+  }
+  RestoreMod(before);
+  return false;
+}
+
+}  // namespace
+
+bool OfferRecovery() {
+  if (!FileExists(kRecoveryFile)) return false;
+  const std::optional<RecoveryInfo> info = ReadRecoveryInfo(kRecoveryFile);
+  if (!info) {
+    ShowKept("The recovery file of an earlier session is damaged and cannot be used.",
+             SetAside(".damaged"));
+    return false;
+  }
+  if (!Confirm(*info)) {
+    SetAside(".old");
+    return false;
+  }
+  if (Recover(*info)) return true;
+  ShowKept(FormatText("The unsaved work on level %s cannot be opened: its mod or its archive is "
+                      "missing or damaged.",
+                      info->level.c_str()),
+           SetAside(".old"));
+  return false;
+}
+
+}  // namespace mw
