@@ -117,7 +117,7 @@ class ClosingTest : public MainWindowTest {
   ClosingTest() { window.show(); }
   // Closing ends the event loop, and with it all those that a later test would start.
   ~ClosingTest() override {
-    QTimer::singleShot(0, qApp, &QApplication::quit);
+    QTimer::singleShot(0, qApp, [] { QApplication::exit(); });
     QApplication::exec();
   }
   bool CloseWith(std::vector<PromptAnswer> answers) {
