@@ -65,6 +65,24 @@ void ShowItem(TreeItem& item, TreeItem parent, std::string_view name, GameModeMa
   }
 }
 
+template <typename Record>
+bool IsMissing(const Record& record) {
+  return (record->modes & entities.ModeFilter) != 0 && !IsInTree(record->treeItem);
+}
+
+// Items that come back would stand behind the others: all are then inserted again, in the order of
+// their records.
+void RemoveItemsOutOfOrder(EntityKind kind) {
+  const EntityTables& tables = entities.Of(kind);
+  const bool missing = std::ranges::any_of(tables.instances, [](auto& i) { return IsMissing(i); });
+  const bool templatesMissing =
+      kind == EntityKind::ObjectSpawn &&
+      std::ranges::any_of(tables.templates, [](auto& t) { return IsMissing(t); });
+  if (!missing && !templatesMissing) return;
+  for (const auto& instance : tables.instances) DeleteItem(instance->treeItem);
+  for (const auto& spawnTemplate : tables.templates) DeleteItem(spawnTemplate->treeItem);
+}
+
 void DeleteObjectSpawnTemplate(int index) {
   if (IsTemplateUsed(EntityKind::ObjectSpawn, index)) {
     ShowPrompt("Can't delete a template with spawns under it.", "Error", PromptButtons::Ok,
@@ -88,6 +106,7 @@ void SpawnInstance::UpdateTreeItem() {
 
 void RefreshTreeItems() {
   for (const EntityKind kind : kEntityKinds) {
+    RemoveItemsOutOfOrder(kind);
     for (const auto& spawnTemplate : entities.Of(kind).templates) {
       spawnTemplate->UpdateTreeItem(kind);
     }

@@ -14,8 +14,6 @@ Script script;
 
 void ResetScript() {
   Script fresh;
-  fresh.makeContextCurrent = script.makeContextCurrent;
-  fresh.glFunction = script.glFunction;
   fresh.unexpectedPrompt = script.unexpectedPrompt;
   script = std::move(fresh);
 }

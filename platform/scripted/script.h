@@ -38,7 +38,8 @@ struct Script {
 
 extern Script script;
 
-// Forgets everything recorded and every answer; keeps the functions.
+// Forgets everything recorded, every answer and the context; keeps what happens at an unexpected
+// prompt.
 void ResetScript();
 
 }  // namespace mw::scripted

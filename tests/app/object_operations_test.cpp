@@ -17,7 +17,6 @@ class ObjectInputTest : public ShellTest {
  protected:
   ObjectInputTest() {
     ResetRecords();
-    scripted::script.makeContextCurrent = nullptr;  // of a test that drew; nothing is picked
     ConnectObjectOperations();
     auto& catalogue = objectStore.catalogue;
     catalogue.entries[0].name = "hut";

@@ -332,6 +332,22 @@ TEST_F(EntityTreeTest, AFilterHidesWhatIsInOtherModes) {
   EXPECT_EQ(ItemText(Vehicle(0).treeItem), "New_Object_Spawn1 (CQ)");
 }
 
+TEST_F(EntityTreeTest, WhatAFilterHidComesBackInItsPlace) {
+  DropControlPoint(100, 100);
+  DropControlPoint(200, 100);
+  AddVehicleTemplate();
+  AddVehicleTemplate();
+  ControlPoints().instances[0]->modes = ObjectTemplate(0).modes = kModeConquest;
+  SetModeFilter(kModeCaptureTheFlag);
+  SetModeFilter(kAllModes);
+  EXPECT_THAT(TextsUnder(levelTree.fixed.controlPoints),
+              ElementsAre("Drag New Control Point", "New_Control_Point1 (CQ)",
+                          "New_Control_Point2 (CQ,CTF,TDM)"));
+  EXPECT_THAT(
+      TextsUnder(levelTree.fixed.objectSpawns),
+      ElementsAre("Add Template", "New_Object_Spawn1 (CQ)", "New_Object_Spawn2 (CQ,CTF,TDM)"));
+}
+
 TEST_F(EntityTreeTest, AVehicleWhoseTemplateIsHiddenShowsUnderTheRootMeanwhile) {
   AddVehicleTemplate();
   DropVehicle(100, 100);

@@ -22,7 +22,6 @@ class ObjectLevelTest : public LevelArchiveTest {
 
   ObjectLevelTest() {
     ResetRecords();
-    scripted::script.makeContextCurrent = nullptr;  // of a test that drew
     modConfig.MaterialSize = 256;
     modConfig.WorldSize = static_cast<std::int32_t>(kSide);
     modConfig.HeightScale = 0.5f;
