@@ -102,6 +102,10 @@ Colour ColourOf(const SpawnInstance& instance, bool hovered) {
   return spawnTemplate ? GroupColour(instance.Kind(), spawnTemplate->group) : kWithoutTemplate;
 }
 
+bool IsDrawn(const SpawnInstance& instance, const Vector3& place) {
+  return IsInShownMode(instance) && camera.IsPointVisible(place.x, place.y, place.z, kCullMargin);
+}
+
 // Where several are under the cursor the last one is the hovered one.
 void CollectMarkers(EntityKind kind, const Matrix4& view) {
   inSight.markers.clear();
@@ -109,8 +113,7 @@ void CollectMarkers(EntityKind kind, const Matrix4& view) {
   for (const auto& instance : entities.Of(kind).instances) {
     ++index;
     const Vector3 place = instance->ViewPosition();
-    if (!IsInShownMode(*instance) || !camera.IsPointVisible(place.x, place.y, place.z, kCullMargin))
-      continue;
+    if (!IsDrawn(*instance, place)) continue;
     const bool hovered = IsUnderCursor(kind, place);
     if (hovered) entities.hovered = {kind, index};
     inSight.markers.push_back(
@@ -225,6 +228,19 @@ void NameHoveredEntity() {
 }
 
 }  // namespace
+
+void FindHoveredEntity() {
+  entities.hovered = HoveredEntity{};
+  for (const EntityKind kind : kEntityKinds) {
+    if (!IsKindShown(kind)) continue;
+    int index = -1;
+    for (const auto& instance : entities.Of(kind).instances) {
+      ++index;
+      const Vector3 place = instance->ViewPosition();
+      if (IsDrawn(*instance, place) && IsUnderCursor(kind, place)) entities.hovered = {kind, index};
+    }
+  }
+}
 
 void DrawEntities() {
   entities.hovered = HoveredEntity{};

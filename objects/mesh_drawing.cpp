@@ -148,7 +148,9 @@ void BindMeshList(MeshListId list) {
   const MeshPicture& picture = found->second;
   pictures.bound = &picture;
   pictures.texture = picture.ranges.front().texture;
+  pictures.lineWidth = kUsualLineWidth;
   glBindTexture(GL_TEXTURE_2D, pictures.texture);
+  glLineWidth(pictures.lineWidth);
   glBindBuffer(GL_ARRAY_BUFFER, picture.buffers[0]);
   glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, picture.buffers[1]);
   glEnableClientState(GL_VERTEX_ARRAY);

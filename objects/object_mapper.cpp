@@ -6,6 +6,8 @@
 
 #include "core/editor_state.h"
 #include "objects/entity_editing.h"
+#include "objects/entity_render.h"
+#include "objects/object_render.h"
 #include "objects/object_selection.h"
 #include "objects/object_windows.h"
 #include "objects/static_object_records.h"
@@ -163,8 +165,16 @@ void PickCursorPoint(int x, int y) {
   if (const auto point = WorldPointUnderCursor(x, y)) objectStore.CursorPoint = *point;
 }
 
+void PickHovered(int x, int y) {
+  const auto point = WorldPointUnderCursor(x, y);
+  if (!point) return;
+  objectStore.CursorPoint = *point;
+  FindHoveredObject();
+  FindHoveredEntity();
+}
+
 void PressTranslate(int x, int y) {
-  PickCursorPoint(x, y);
+  PickHovered(x, y);
   if (StaticObject* const object = HoveredObject()) {
     SelectPressed(*object, object->treeItem);
   } else if (SpawnInstance* const entity = HoveredInstance()) {

@@ -15,6 +15,8 @@ void UpdateToolButtons(bool anySelected);
 
 // CursorPoint becomes the point of the scene drawn under the pixel, if there is one.
 void PickCursorPoint(int x, int y);
+// The same, and what is hovered there: the last frame may be from before the mouse came.
+void PickHovered(int x, int y);
 void DeselectAll();
 // The SelectionPivot of what is selected, and every selected item's offset from it.
 void ComputePivot();

@@ -82,11 +82,18 @@ void AddMarker(const Vector3& place, const CatalogueEntry& entry, bool marked) {
   inSight.markers.push_back({top, colour});
 }
 
-void CollectObject(const StaticObject& object, std::int32_t index) {
+// The entry of an object that is drawn at this place; null when it is not.
+const CatalogueEntry* DrawnEntryOf(const StaticObject& object, const Vector3& place) {
   const CatalogueEntry* const entry = EntryOf(object);
-  if (!object.inUse || object.meshIndex < 0 || !entry || !IsKindShown(entry->meshKind)) return;
+  if (!object.inUse || object.meshIndex < 0 || !entry || !IsKindShown(entry->meshKind))
+    return nullptr;
+  return IsInFrustum(place, *entry) ? entry : nullptr;
+}
+
+void CollectObject(const StaticObject& object, std::int32_t index) {
   const Vector3 place = object.ViewPosition();
-  if (!IsInFrustum(place, *entry)) return;
+  const CatalogueEntry* const entry = DrawnEntryOf(object, place);
+  if (!entry) return;
   if (objectStore.hoveredObject < 0 && IsUnderCursor(place, *entry))
     objectStore.hoveredObject = index;
   AddMarker(place, *entry, object.selected || IsHovered(index));
@@ -183,6 +190,19 @@ void DrawStaticObjects() {
   DrawMarkers();
   DrawMeshes();
   NameHoveredObject();
+}
+
+void FindHoveredObject() {
+  const auto isHovered = [](const StaticObject& object) {
+    const Vector3 place = object.ViewPosition();
+    const CatalogueEntry* const entry = DrawnEntryOf(object, place);
+    return entry && IsUnderCursor(place, *entry);
+  };
+  const auto& objects = objectStore.objects;
+  const auto found = std::find_if(objects.begin(), objects.end(), isHovered);
+  const bool any = found != objects.end();
+  objectStore.hoveredObject = objectStore.lastHoveredObject =
+      any ? static_cast<std::int32_t>(found - objects.begin()) : -1;
 }
 
 void DrawObjectModeScene() {

@@ -80,7 +80,7 @@ void SelectOnly(Placement& item, TreeItem treeItem) {
 }
 
 void ToggleSelectAtCursor(int x, int y) {
-  PickCursorPoint(x, y);
+  PickHovered(x, y);
   if (!editor.ctrlHeld) DeselectAll();
   if (StaticObject* const object = HoveredObject()) ToggleSelected(*object, object->treeItem);
   if (SpawnInstance* const entity = HoveredInstance()) ToggleSelected(*entity, entity->treeItem);

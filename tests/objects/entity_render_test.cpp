@@ -4,8 +4,10 @@
 #include <memory>
 #include <vector>
 
+#include "core/editor_state.h"
 #include "objects/entity_editing.h"
 #include "objects/entity_markers.h"
+#include "objects/object_mapper.h"
 #include "objects/object_picture_test.h"
 #include "platform/scripted/script.h"
 
@@ -58,6 +60,7 @@ TEST_F(EntityRenderTest, EachKindHasAMarkerOfItsSize) {
   SoldierSpawn& soldier = AddSoldier(1, {-6, 0, 0});
   AddObjectSpawn(0, {0, 0, 0});
   AddControlPoint(7, {6, 0, 0});
+  glLineWidth(25);  // of what was drawn before
   EXPECT_GT(Count(Draw(), kBlack), 150u) << "their edges";
   EXPECT_NE(At(-6.4f, 1.9f, 0.5f), kSky);
   EXPECT_EQ(At(-6.7f, 1.5f, 0.5f), kSky);
@@ -206,6 +209,32 @@ TEST_F(EntityRenderTest, TheHoveredEntityIsNamedOnce) {
   PointAt(0, 1, 0);
   Draw();
   EXPECT_EQ(texts.size(), 2u);
+}
+
+TEST_F(EntityRenderTest, AClickSelectsWhatItHitsThoughNoFrameCameAfterTheMouse) {
+  SoldierSpawn& soldier = AddSoldier(1, {-6, 0, 0});
+  ControlPoint& point = AddControlPoint(1, {6, 0, 0});
+  StaticObject& object =
+      AddSceneObject(AddSceneEntry(MeshKind::StandardMesh, {}, {1, 1, 1}), 0, Place(0, 0, 0));
+  Draw();
+  const auto click = [this](float x, float y) {
+    const Pixel pixel = PixelAt(x, y, 0);
+    ToggleSelectAtCursor(pixel.column, pixel.row);
+  };
+  click(-6, 1);
+  EXPECT_TRUE(soldier.selected);
+  click(0, 2);
+  EXPECT_TRUE(object.selected);
+  EXPECT_FALSE(soldier.selected);
+  editor.ctrlHeld = true;
+  click(6, 1);
+  EXPECT_TRUE(point.selected && object.selected);
+  editor.ctrlHeld = false;
+  click(3, -3);
+  EXPECT_FALSE(point.selected || object.selected);
+  entities.Of(EntityKind::SoldierSpawn).instances[0]->modes = 0;
+  click(-6, 1);
+  EXPECT_FALSE(soldier.selected) << "it is not shown";
 }
 
 }  // namespace

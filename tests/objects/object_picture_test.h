@@ -83,12 +83,19 @@ class ObjectPictureTest : public SandboxTest {
     EXPECT_LE(DifferentPixels(frame, ReadPicture(), kShades), kWidth * kHeight / 1000u);
   }
 
-  // The colour of the last picture at a point given as Place takes it.
-  PictureColour At(float x, float y, float z) const {
+  struct Pixel {
+    int column, row;  // from the top left
+  };
+  // Where the last picture shows a point given as Place takes it.
+  Pixel PixelAt(float x, float y, float z) const {
     const int viewport[] = {0, 0, kWidth, kHeight};
     double wx = 0, wy = 0, wz = 0;
     gluProject(kMiddle + x, 50 + y, kMiddle + z, modelView_, projection_, viewport, &wx, &wy, &wz);
-    const int column = static_cast<int>(wx), row = kHeight - 1 - static_cast<int>(wy);
+    return {static_cast<int>(wx), kHeight - 1 - static_cast<int>(wy)};
+  }
+  // The colour of the last picture at a point given as Place takes it.
+  PictureColour At(float x, float y, float z) const {
+    const auto [column, row] = PixelAt(x, y, z);
     if (column < 0 || column >= kWidth || row < 0 || row >= kHeight) {
       ADD_FAILURE() << x << ", " << y << ", " << z << " is out of the picture";
       return {};
