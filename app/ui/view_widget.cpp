@@ -158,7 +158,10 @@ void ViewWidget::focusOutEvent(QFocusEvent* event) {
   QOpenGLWidget::focusOutEvent(event);
 }
 
-void ViewWidget::dragEnterEvent(QDragEnterEvent* event) { dragMoveEvent(event); }
+// Wherever the mouse comes in: no move would follow an entry that is not accepted.
+void ViewWidget::dragEnterEvent(QDragEnterEvent* event) {
+  event->setAccepted(IsTreeItemDrag(*event));
+}
 
 void ViewWidget::dragMoveEvent(QDragMoveEvent* event) {
   // The Mini-Map lies on the view, but is not the view.

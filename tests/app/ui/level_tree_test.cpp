@@ -146,13 +146,16 @@ class LevelTreeDragTest : public LevelTreeTest {
     if (!looked) QApplication::processEvents();
     QTest::mouseRelease(tree().viewport(), Qt::LeftButton, {}, to);
   }
-  // Whether the view takes the drop at this place.
+  // Whether the view takes the drop at this place, when the mouse came in over the Mini-Map.
   bool DropOnView(QPoint place) {
     QMimeData data;
     data.setData("application/x-mapwright-level-tree-item", "1");
-    QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+    const QPoint entry = window.miniMap()->geometry().center();
+    QDragEnterEvent enter(entry, Qt::CopyAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(window.view(), &enter);
-    return enter.isAccepted();
+    QDragMoveEvent move(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(window.view(), &move);
+    return move.isAccepted();
   }
 };
 
