@@ -153,8 +153,11 @@ class LevelTreeDragTest : public LevelTreeTest {
     const QPoint entry = window.miniMap()->geometry().center();
     QDragEnterEvent enter(entry, Qt::CopyAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(window.view(), &enter);
+    if (!enter.isAccepted()) return false;
     QDragMoveEvent move(place, Qt::CopyAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(window.view(), &move);
+    QDragLeaveEvent leave;
+    QApplication::sendEvent(window.view(), &leave);
     return move.isAccepted();
   }
 };
