@@ -15,6 +15,8 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr const char* kScript = "StaticObjects.con";
+constexpr const char *kSpawnScript = "conquest/ObjectSpawns.con",
+                     *kSpawns = "Object.create tank\r\n";
 constexpr const char* kNotSaved =
     "This level was not loaded completely. Its objects and entities were not saved.";
 
@@ -37,9 +39,9 @@ class StaticObjectsTest : public ObjectLevelTest {
     }
     return lines;
   }
+  // Of a level with kSpawns as its vehicles.
   void ExpectLossSaidAndNothingSaved(const std::string& reason) {
     const std::string before = Get(kScript);
-    Put("conquest/ObjectSpawns.con", "Object.create tank\r\n");
     scripted::script.answers = {PromptAnswer::Ok, PromptAnswer::Ok};
     LoadStaticObjects();
     SaveStaticObjects();
@@ -49,7 +51,7 @@ class StaticObjectsTest : public ObjectLevelTest {
     EXPECT_EQ(scripted::script.prompts[1].text, kNotSaved);
     EXPECT_EQ(scripted::script.prompts[1].caption, "Warning");
     EXPECT_EQ(Get(kScript), before);
-    EXPECT_EQ(Get("conquest/ObjectSpawns.con"), "Object.create tank\r\n");
+    EXPECT_EQ(Get(kSpawnScript), kSpawns);
   }
 };
 
@@ -140,6 +142,7 @@ TEST_F(StaticObjectsTest, TheLargestLevelLoadsWhole) {
 
 TEST_F(StaticObjectsTest, ATooLargeLevelIsNotOverwritten) {
   Put(kScript, Lines(2048));
+  Put(kSpawnScript, kSpawns);
   ExpectLossSaidAndNothingSaved("Maximum number of objects exceeded!");
   EXPECT_EQ(objectStore.objects.size(), 2047u);
   EXPECT_EQ(ChildrenOf(levelTree.fixed.standardMeshes).size(), 2047u);
@@ -154,6 +157,7 @@ TEST_F(StaticObjectsTest, ATooLargeLevelIsNotOverwritten) {
 
 TEST_F(StaticObjectsTest, ADamagedFileIsNotOverwritten) {
   Put(kScript, Lines(2000));
+  Put(kSpawnScript, kSpawns);
   const RawArchive archive = ReadRawArchive(folder / "Island.vra");
   const RawEntry* const entry = archive.Find("varnhold/levels/Island/StaticObjects.con");
   ASSERT_TRUE(entry);
