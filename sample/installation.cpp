@@ -24,6 +24,7 @@ constexpr char kManifest[] = "sample.manifest";
 
 constexpr char kInitScript[] = "Mods/varnhold/Init.con";
 constexpr char kLevelsFolder[] = "Mods/varnhold/Archives/varnhold/levels";
+constexpr char kModSettings[] = "Mods/varnhold/Settings";  // where a mod's map list is kept
 constexpr const char* kWorkingFiles[] = {"varnhold.cfg", "mpwr.cfg", "varnhold.lst"};
 // Where a desktop looks for the settings of installed programs, with this folder among its
 // configuration folders.
@@ -88,7 +89,7 @@ bool WriteTextFile(const std::filesystem::path& path, const std::string& text) {
 
 bool CreateFolders(const Installation& installation) {
   for (const std::filesystem::path& folder :
-       {installation.gameFolder / kLevelsFolder,
+       {installation.gameFolder / kLevelsFolder, installation.gameFolder / kModSettings,
         (installation.workingFolder / kSettings).parent_path()}) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
