@@ -44,7 +44,8 @@ ArchiveOnDisk Archive::State::OnDisk() const {
 bool Archive::State::IsAsLeft() {
   if (OnDisk() == ArchiveOnDisk::AsLeft) return true;
   return Fail(realPath.filename().string() +
-              " was changed by another program since it was opened or last saved");
+              " was changed by another program since it was opened or last saved. Save Level can "
+              "take the change on.");
 }
 
 // Takes the file as it is now in the place of the one that is open.

@@ -25,11 +25,17 @@ std::span<const std::uint8_t> AsBytes(std::string_view text) {
 }
 
 std::uint32_t AddToChecksum(std::uint32_t checksum, std::span<const std::uint8_t> bytes) {
+  if (bytes.empty()) return checksum;  // lzo_crc32 starts anew without bytes
   return lzo_crc32(checksum, bytes.data(), static_cast<lzo_uint>(bytes.size()));
 }
 
-// One value a line, in a fixed order; the checksum is that of the lines above it, then of the
-// members.
+std::uint32_t AddMember(std::uint32_t checksum, std::string_view name,
+                        std::span<const std::uint8_t> data) {
+  return AddToChecksum(AddToChecksum(checksum, AsBytes(name)), data);
+}
+
+// One value a line, in a fixed order; the checksum is that of the members, then of the lines above
+// it.
 std::string InfoText(const RecoveryInfo& info, std::uint32_t members) {
   std::string text =
       std::string(kFirstLine) + '\n' + info.mod + '\n' + info.level + '\n' + info.time + '\n';
@@ -79,10 +85,7 @@ std::uint32_t ChecksumOf(std::span<const GameMember> members) {
   std::ranges::sort(order, LessNoCase{},
                     [](const GameMember* m) { return std::string_view(m->name); });
   std::uint32_t checksum = 0;
-  for (const GameMember* member : order) {
-    checksum = AddToChecksum(checksum, AsBytes(member->name));
-    checksum = AddToChecksum(checksum, member->data);
-  }
+  for (const GameMember* member : order) checksum = AddMember(checksum, member->name, member->data);
   return checksum;
 }
 
@@ -103,16 +106,16 @@ std::optional<RecoveryInfo> ReadRecoveryInfo(const fs::path& path) {
   Archive archive;
   if (!archive.Open(path.string(), false)) return std::nullopt;
   std::string text;
-  std::vector<GameMember> members;
+  std::uint32_t checksum = 0;
   for (const auto& [name, entry] : archive.Entries()) {
-    Bytes data = archive.ReadMember(name).value_or(Bytes{});
+    const Bytes data = archive.ReadMember(name).value_or(Bytes{});
     if (name == kInfoMember) {
       text.assign(data.begin(), data.end());
     } else {
-      members.push_back({name, std::move(data)});
+      checksum = AddMember(checksum, name, data);
     }
   }
-  return ParseInfo(text, ChecksumOf(members));
+  return ParseInfo(text, checksum);
 }
 
 }  // namespace mw
