@@ -16,9 +16,14 @@
 namespace mw {
 namespace {
 
+constexpr const char* kDeclined = ".old";
+constexpr const char* kDamaged = ".damaged";
+
+std::string NameAside(const char* suffix) { return std::string(kRecoveryFile) + suffix; }
+
 // Out of the way of the next recovery file. The name that it has then.
 std::string SetAside(const char* suffix) {
-  std::string aside = std::string(kRecoveryFile) + suffix;
+  std::string aside = NameAside(suffix);
   return RenameFile(kRecoveryFile, aside) ? aside : kRecoveryFile;
 }
 
@@ -28,10 +33,13 @@ void ShowKept(const std::string& what, const std::string& name) {
 }
 
 bool Confirm(const RecoveryInfo& info) {
-  return ShowPrompt(FormatText("Mapwright was not closed properly. There is unsaved work of %s on "
-                               "level %s of mod %s.\n\nWould you like to go on with it?",
-                               info.time.c_str(), info.level.c_str(), info.mod.c_str()),
-                    "Recover?", PromptButtons::YesNo, PromptIcon::Information) == PromptAnswer::Yes;
+  return ShowPrompt(
+             FormatText("Mapwright was not closed properly. There is unsaved work of %s on level "
+                        "%s of mod %s.\n\nWould you like to go on with it? If not, it is kept as "
+                        "%s in the working folder.",
+                        info.time.c_str(), info.level.c_str(), info.mod.c_str(),
+                        NameAside(kDeclined).c_str()),
+             "Recover?", PromptButtons::YesNo, PromptIcon::Information) == PromptAnswer::Yes;
 }
 
 bool SelectModNamed(const std::string& name) {
@@ -57,18 +65,18 @@ bool OfferRecovery() {
   const std::optional<RecoveryInfo> info = ReadRecoveryInfo(kRecoveryFile);
   if (!info) {
     ShowKept("The recovery file of an earlier session is damaged and cannot be used.",
-             SetAside(".damaged"));
+             SetAside(kDamaged));
     return false;
   }
   if (!Confirm(*info)) {
-    SetAside(".old");
+    SetAside(kDeclined);
     return false;
   }
   if (Recover(*info)) return true;
   ShowKept(FormatText("The unsaved work on level %s cannot be opened: its mod or its archive is "
                       "missing or damaged.",
                       info->level.c_str()),
-           SetAside(".old"));
+           SetAside(kDeclined));
   return false;
 }
 
