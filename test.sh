@@ -2,32 +2,22 @@
 # Installs what is missing, builds, and runs all tests under a virtual display: as they are, and again
 # under the address and undefined-behaviour sanitizers.
 #   ./test.sh             all tests
-#   ./test.sh --fuzz [S]  every fuzz target for S seconds (60), seeded from the sample game
+#   ./test.sh --fuzz [S]  every fuzz target for S seconds (60), starting from fuzz/corpus
 set -euo pipefail
 cd "$(dirname "$0")"
 source tools/packages.sh
 
+# Every fuzz target for some seconds, two at a time: from the corpus in the repository, into build/fuzz.
 run_fuzzers() {
-  local seconds=$1 fuzzer name failed=0
+  local seconds=$1 failed=0
   local folder=$PWD/build/fuzz
   need "${build_packages[@]}" "${fuzz_packages[@]}"
-  build release sample
   build fuzz fuzzers
-  mkdir -p "$folder/tmp"
-  export TMPDIR=$folder/tmp
-  build/fuzz/bin/seed_corpus build/release/work/game build/release/work "$folder/corpus"
-  for fuzzer in build/fuzz/bin/*_fuzzer; do
-    name=$(basename "$fuzzer" _fuzzer)
-    mkdir -p "$folder/corpus/$name"
-    echo "Fuzzing $name for $seconds s ..."
-    if ! "$fuzzer" -max_total_time="$seconds" -rss_limit_mb=2048 -timeout=20 \
-      -artifact_prefix="$folder/$name-" "$folder/corpus/$name" >"$folder/$name.log" 2>&1; then
-      tail -n 40 "$folder/$name.log"
-      failed=$((failed + 1))
-    fi
-  done
-  rm -rf "$folder/tmp"
-  [ "$failed" -eq 0 ] || { echo "$failed fuzz targets found a fault; the inputs are in $folder"; exit 1; }
+  export TMPDIR
+  TMPDIR=$(mktemp -d -p /dev/shm 2>/dev/null || mktemp -d)
+  ls build/fuzz/bin/*_fuzzer | xargs -n 1 -P 2 tools/fuzz.sh "$seconds" "$folder" || failed=1
+  rm -rf "$TMPDIR"
+  [ "$failed" -eq 0 ] || { echo "Fuzz targets found faults; the inputs are in $folder."; exit 1; }
   echo "No fuzz target found a fault."
 }
 

@@ -199,17 +199,13 @@ bool ConvertRows(const Dib& dib, Image& image) {
 }
 
 bool ConvertRle(const Dib& dib, Image& image) {
-  const auto indices = DecodeRle(dib.pixels, static_cast<int>(dib.bitCount), dib.width, dib.height);
-  if (!indices) return false;
-  image.rgb.resize(indices->size() * 3);  // skipped pixels stay black
-  const std::uint16_t* in = indices->data();
-  for (int row = 0; row < dib.height; ++row) {
-    std::uint8_t* out = RowOf(dib, image, row);
-    for (int x = 0; x < dib.width; ++x, ++in, out += 3) {
-      if (*in != kSkippedPixel) std::copy_n(dib.palette[*in].begin(), 3, out);
-    }
-  }
-  return true;
+  // Skipped pixels stay black.
+  image.rgb.resize(static_cast<std::size_t>(dib.width) * static_cast<std::size_t>(dib.height) * 3);
+  return DecodeRle(dib.pixels, static_cast<int>(dib.bitCount), dib.width, dib.height,
+                   [&](int row, int column, std::uint8_t index) {
+                     std::copy_n(dib.palette[index].begin(), 3,
+                                 RowOf(dib, image, row) + std::ptrdiff_t{3} * column);
+                   });
 }
 
 const char* Decode(Bytes file, Image& image) {
@@ -222,7 +218,22 @@ const char* Decode(Bytes file, Image& image) {
   return nullptr;
 }
 
-std::optional<PlainBmp> DecodePlainBmp(std::span<const std::uint8_t> file) {
+}  // namespace
+
+std::optional<Image> DecodeBmp(std::span<const std::uint8_t> file, std::string* error) {
+  Image image;
+  const char* failure = nullptr;
+  try {
+    failure = Decode(file, image);
+  } catch (const std::bad_alloc&) {
+    failure = kOutOfMemory;
+  }
+  if (!failure) return image;
+  if (error) *error = failure;
+  return std::nullopt;
+}
+
+std::optional<PlainBmp> DecodeBmp24(std::span<const std::uint8_t> file) try {
   PlainBmp bmp;
   if (file.size() < kFileHeaderSize + bmp.information.size()) return std::nullopt;
   if (file[0] != 'B' || file[1] != 'M') return std::nullopt;
@@ -243,26 +254,13 @@ std::optional<PlainBmp> DecodePlainBmp(std::span<const std::uint8_t> file) {
     SwapRedAndBlue(std::span(bmp.pixels).subspan(row * stride, RowBytes(dib)));
   }
   return bmp;
-}
-
-}  // namespace
-
-std::optional<Image> DecodeBmp(std::span<const std::uint8_t> file, std::string* error) {
-  Image image;
-  const char* failure = nullptr;
-  try {
-    failure = Decode(file, image);
-  } catch (const std::bad_alloc&) {
-    failure = kOutOfMemory;
-  }
-  if (!failure) return image;
-  if (error) *error = failure;
+} catch (const std::bad_alloc&) {
   return std::nullopt;
 }
 
 std::optional<PlainBmp> LoadBmp24(std::string_view fileName) try {
   const auto file = ReadWholeFile(fileName);
-  return file ? DecodePlainBmp(*file) : std::nullopt;
+  return file ? DecodeBmp24(*file) : std::nullopt;
 } catch (const std::bad_alloc&) {
   return std::nullopt;
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <utility>
 
 namespace mw {
 namespace {
@@ -12,11 +11,9 @@ enum : std::uint8_t { kEndOfLine = 0, kEndOfBitmap = 1, kDelta = 2 };
 
 class RleDecoder {
  public:
-  RleDecoder(std::span<const std::uint8_t> data, int bitCount, int width, int height)
-      : data_(data), bitCount_(bitCount), width_(width), height_(height) {
-    indices_.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height),
-                    kSkippedPixel);
-  }
+  RleDecoder(std::span<const std::uint8_t> data, int bitCount, int width, int height,
+             const PutPixel& put)
+      : data_(data), bitCount_(bitCount), width_(width), height_(height), put_(put) {}
 
   bool Decode() {
     while (!finished_ && row_ < height_ && !data_.empty()) {
@@ -24,8 +21,6 @@ class RleDecoder {
     }
     return true;
   }
-
-  std::vector<std::uint16_t> TakeIndices() { return std::move(indices_); }
 
  private:
   bool DecodeCode() {
@@ -83,26 +78,21 @@ class RleDecoder {
   }
 
   void Put(std::uint8_t index) {
-    if (column_ >= width_) return;
-    indices_[static_cast<std::size_t>(row_) * static_cast<std::size_t>(width_) +
-             static_cast<std::size_t>(column_)] = index;
-    ++column_;
+    if (column_ < width_) put_(row_, column_++, index);
   }
 
   std::span<const std::uint8_t> data_;
   int bitCount_, width_, height_;
   int column_ = 0, row_ = 0;
   bool finished_ = false;
-  std::vector<std::uint16_t> indices_;
+  const PutPixel& put_;
 };
 
 }  // namespace
 
-std::optional<std::vector<std::uint16_t>> DecodeRle(std::span<const std::uint8_t> data,
-                                                    int bitCount, int width, int height) {
-  RleDecoder decoder(data, bitCount, width, height);
-  if (!decoder.Decode()) return std::nullopt;
-  return decoder.TakeIndices();
+bool DecodeRle(std::span<const std::uint8_t> data, int bitCount, int width, int height,
+               const PutPixel& put) {
+  return RleDecoder(data, bitCount, width, height, put).Decode();
 }
 
 }  // namespace mw

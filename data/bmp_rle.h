@@ -2,19 +2,18 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
+#include <functional>
 #include <span>
-#include <vector>
 
 namespace mw {
 
-// Marks pixels that the data skipped.
-inline constexpr std::uint16_t kSkippedPixel = 0xFFFF;
+// Takes a pixel's palette index; rows as the file counts them.
+using PutPixel = std::function<void(int row, int column, std::uint8_t index)>;
 
-// Palette indices of width x height pixels, in the order of the file's rows, at `bitCount` (4 or 8)
-// bits per coded pixel. Runs are cut at the picture's edges. Data may end without its end mark, but
-// nothing is returned when it ends within a code.
-std::optional<std::vector<std::uint16_t>> DecodeRle(std::span<const std::uint8_t> data,
-                                                    int bitCount, int width, int height);
+// Calls `put` for the pixels of a width x height picture that the data does not skip, at `bitCount`
+// (4 or 8) bits per coded pixel. Runs are cut at the picture's edges. Data may end without its end
+// mark; false when it ends within a code.
+bool DecodeRle(std::span<const std::uint8_t> data, int bitCount, int width, int height,
+               const PutPixel& put);
 
 }  // namespace mw

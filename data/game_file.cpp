@@ -217,16 +217,23 @@ int GameFilePrintf(GameFile& file, const char* format, ...) {
 }
 
 std::optional<std::string> GameFileGets(std::size_t size, GameFile& file) {
-  if (file.position >= file.data.size()) return std::nullopt;
-  std::string line;
-  while (line.size() + 1 < size && file.position < file.data.size()) {
-    const std::uint8_t byte = file.data[file.position++];
-    const bool beforeLineFeed =
-        file.position < file.data.size() && file.data[file.position] == '\n';
-    if (file.text && byte == '\r' && beforeLineFeed) continue;
-    line += static_cast<char>(byte);
-    if (byte == '\n') break;
+  if (file.position >= file.data.size() || size == 0) return std::nullopt;
+  const std::string_view rest =
+      std::string_view(reinterpret_cast<const char*>(file.data.data()), file.data.size())
+          .substr(file.position);
+  const std::size_t longest = size - 1;
+  // One byte further: a carriage return that is left out takes no room.
+  const std::size_t lineFeed = rest.substr(0, size).find('\n');
+  const bool ends = lineFeed != std::string_view::npos;
+  const bool leavesOne = ends && file.text && lineFeed > 0 && rest[lineFeed - 1] == '\r';
+  if (!ends || (lineFeed == longest && !leavesOne)) {
+    const std::string_view piece = rest.substr(0, longest);
+    file.position += static_cast<std::uint32_t>(piece.size());
+    return std::string(piece);
   }
+  std::string line(rest.substr(0, lineFeed - (leavesOne ? 1 : 0)));
+  line += '\n';
+  file.position += static_cast<std::uint32_t>(lineFeed + 1);
   return line;
 }
 

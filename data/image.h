@@ -35,13 +35,24 @@ struct PlainBmp {
   std::array<std::uint8_t, 40> information{};
   std::vector<std::uint8_t> pixels;
 };
+std::optional<PlainBmp> DecodeBmp24(std::span<const std::uint8_t> file);
 std::optional<PlainBmp> LoadBmp24(std::string_view fileName);
 
 // Turns blue-green-red pixels into red-green-blue ones and back, in place.
 void SwapRedAndBlue(std::span<std::uint8_t> pixels);
-// The picture (rows from the top) as an uncompressed 24-bit TGA file, rows from the bottom. Unlike
-// a writer that works in place, the caller's pixels stay as they are.
+// An uncompressed 24-bit TGA file, as far as the tools agree on it: a header of this many bytes,
+// then blue-green-red pixels, rows from the bottom.
+inline constexpr std::size_t kTgaHeaderSize = 18;
+// The picture (red-green-blue, rows from the top) as such a file; empty for sides that it cannot
+// have and for too few pixels. Unlike a writer that works in place, the caller's pixels stay as
+// they are.
+std::vector<std::uint8_t> EncodeTga(int width, int height, std::span<const std::uint8_t> rgb);
 bool WriteTga(std::string_view fileName, int width, int height, std::span<const std::uint8_t> rgb);
+// The pixels of a file that is taken to be such a picture of width x height, whatever its header
+// says: red-green-blue, rows from the top. Nothing when it holds fewer, and for sides beyond
+// kMaxImageSide.
+std::optional<std::vector<std::uint8_t>> DecodeTga(std::span<const std::uint8_t> file, int width,
+                                                   int height);
 // An image scaled to another size with a linear filter (the mean of the pixels it covers when it
 // becomes smaller); rows keep their direction. Empty for sides beyond kMaxImageSide, too few pixels
 // or too little memory.

@@ -1,16 +1,15 @@
 // Opens an archive beside which any bytes lie as its journal. Half of them get the right mark and
 // checksum, so that the parser behind these is reached.
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <lzo/lzoconf.h>
 #include <span>
 #include <string_view>
 #include <vector>
 
 #include "data/archive.h"
-#include "private_path.h"
+#include "fuzz/private_path.h"
+#include "fuzz/require.h"
 
 namespace {
 
@@ -29,12 +28,6 @@ void MakeWhole(Bytes& journal) {
   }
 }
 
-void Write(const std::string& path, std::span<const std::uint8_t> bytes) {
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  file.write(reinterpret_cast<const char*>(bytes.data()),
-             static_cast<std::streamsize>(bytes.size()));
-}
-
 // An empty archive, followed by bytes that belong to nothing.
 Bytes EmptyArchive() {
   Bytes archive(200);
@@ -48,11 +41,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static const std::string path = PrivatePath("fuzz.vra");
   Bytes journal(data, data + size);
   if (size % 2 == 0) MakeWhole(journal);
-  Write(path, EmptyArchive());
-  Write(path + "-journal", journal);
+  WriteFile(path, EmptyArchive());
+  WriteFile(path + "-journal", journal);
   mw::Archive archive;
   archive.Open(path, true);
   // The archive never grows beyond what it was: a journal only puts bytes back.
-  if (std::filesystem::file_size(path) > EmptyArchive().size()) std::abort();
+  Require(std::filesystem::file_size(path) <= EmptyArchive().size());
   return 0;
 }

@@ -3,22 +3,22 @@
 
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 
+#include "fuzz/require.h"
 #include "objects/mesh_reader.h"
 
 inline void RequireDrawable(const mw::MeshSurface& surface) {
   const bool lines = surface.kind == mw::MeshSurface::Kind::Lines;
-  if (surface.indices.size() % (lines ? 2 : 3) != 0) std::abort();
+  Require(surface.indices.size() % (lines ? 2 : 3) == 0);
   for (const std::uint32_t index : surface.indices) {
-    if (index >= surface.vertices.size()) std::abort();
+    Require(index < surface.vertices.size());
   }
 }
 
 inline void RequireDrawable(const mw::MeshGeometry& mesh) {
   for (const mw::Vector3& corner : {mesh.boxA, mesh.boxB}) {
     for (const float value : {corner.x, corner.y, corner.z}) {
-      if (!std::isfinite(value)) std::abort();
+      Require(std::isfinite(value));
     }
   }
   RequireDrawable(mesh.collision);

@@ -1,30 +1,45 @@
 // Exchanged height maps of any length at each depth: what was imported is exported again.
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <vector>
 
 #include "core/editor_state.h"
 #include "data/mod_config.h"
+#include "fuzz/input_reader.h"
+#include "fuzz/private_path.h"
+#include "fuzz/require.h"
 #include "platform/disk.h"
 #include "platform/scripted/script.h"
-#include "private_path.h"
 #include "terrain/height_exchange.h"
 #include "terrain/terrain.h"
 
+namespace {
+
+constexpr const char* kFile = "heightmap.raw";
+
+// The exchange file lies in the working folder.
+void EnterOwnFolder() {
+  static const std::string folder = std::filesystem::path(PrivatePath("")).parent_path().string();
+  std::filesystem::current_path(folder);
+}
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const bool prepared = [] {
-    std::filesystem::current_path(std::filesystem::path(PrivatePath("")).parent_path());
-    mw::CreateTerrain();
-    return true;
-  }();
-  if (!prepared || size == 0) return 0;
-  mw::modConfig.MaterialSize = 1 + data[0] % 16;
+  EnterOwnFolder();
+  if (!mw::terrain) mw::CreateTerrain();
+  InputReader input(data, size);
+  mw::modConfig.MaterialSize = static_cast<int>(1 + input.Byte() % 16);
   mw::modConfig.WorldSize = mw::modConfig.MaterialSize * 4;
-  const auto bits = static_cast<mw::SampleBits>(8 * (1 + data[0] / 16 % 3));
+  const auto bits = static_cast<mw::SampleBits>(8 * (1 + input.Byte() % 3));
   const auto ask = [bits](const char*) { return bits; };
-  std::vector<std::uint8_t> file(data + 1, data + size);
-  if (!mw::WriteWholeFile("heightmap.raw", file)) std::abort();
+  const auto given = input.Bytes(size);
+  std::vector<std::uint8_t> file(given.begin(), given.end());
+  if (file.empty()) {
+    std::filesystem::remove(kFile);
+  } else {
+    WriteFile(kFile, file);
+  }
 
   mw::scripted::ResetScript();
   mw::editor.levelModified = false;
@@ -35,6 +50,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   mw::ExportHeightmap(ask);
   const std::size_t equalBytes = bits == mw::SampleBits::TwentyFour ? 3 : 1;
   for (std::size_t at = 0; at < file.size(); ++at) file[at] = file[at - at % equalBytes];
-  if (mw::ReadWholeFile("heightmap.raw") != file) std::abort();
+  Require(mw::ReadWholeFile(kFile) == file);
   return 0;
 }

@@ -1,28 +1,38 @@
-// Height maps of any length: what the file holds reaches the grid, and saving gives it back.
-#include <cstddef>
+// Height maps of any length: what the file holds reaches the grid, and saving gives it back;
+// heights that the file lacks stay as they were.
+#include <algorithm>
 #include <cstdint>
-#include <cstdlib>
+#include <span>
 
 #include "data/mod_config.h"
+#include "fuzz/input_reader.h"
+#include "fuzz/level_sandbox.h"
+#include "fuzz/require.h"
+#include "platform/scripted/script.h"
 #include "terrain/terrain.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size == 0) return 0;
   if (!mw::terrain) mw::CreateTerrain();
-  mw::modConfig.MaterialSize = data[0] % 4 == 0 ? data[0] : 64 << (data[0] % 4);
+  LevelSandbox level;
+  InputReader input(data, size);
+  // The smallest side that the Mini-Map shows, or a small one.
+  const std::size_t choice = input.Byte();
+  const std::size_t side = choice == 0xFF ? 128 : 1 + choice % 32;
+  mw::modConfig.MaterialSize = static_cast<int>(side);
   mw::modConfig.WorldSize = mw::modConfig.MaterialSize * 4;
-  mw::InitGrid();
-  mw::heightBuffer.assign(data + 1, data + size);
-  mw::heightBufferFilled = size - 1;
+  const bool fileExists = input.Flag();
+  const auto file = input.Bytes(size);
+  if (fileExists) level.Put("heightmap.raw", file);
+
+  mw::scripted::ResetScript();
+  Require(mw::LoadHeightBuffer() == fileExists);
+  Require(mw::scripted::script.prompts.empty() == fileExists);
   mw::LoadHeightsFromBuffer();
-  // No archive is open: the image is made and goes nowhere.
-  const auto loaded = mw::heightBuffer;
   mw::SaveHeightmap();
-  const std::size_t whole =
-      (loaded.size() < mw::heightBuffer.size() ? loaded.size() : mw::heightBuffer.size()) &
-      ~std::size_t{1};
-  for (std::size_t at = 0; at < whole; ++at) {
-    if (mw::heightBuffer[at] != loaded[at]) std::abort();
-  }
+  const auto saved = level.Read("heightmap.raw");
+  Require(mw::GameFileError().empty() && saved && saved->size() == side * side * 2);
+  const std::size_t whole = fileExists ? std::min(file.size(), saved->size()) / 2 * 2 : 0;
+  Require(
+      std::equal(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(whole), saved->begin()));
   return 0;
 }

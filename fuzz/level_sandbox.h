@@ -1,4 +1,4 @@
-// A level that is open for writing and never reaches the disk, for the fuzz targets of its scripts.
+// A level that is open for writing and never reaches the disk, for the fuzz targets of its files.
 #pragma once
 
 #include <cstdint>
@@ -9,36 +9,48 @@
 #include "core/editor_state.h"
 #include "data/archive.h"
 #include "data/game_file.h"
-#include "private_path.h"
+#include "fuzz/private_path.h"
+#include "fuzz/require.h"
 
+// While it lives, the level is open and holds what is put into it. What one leaves behind, the next
+// does not see.
 class LevelSandbox {
  public:
-  LevelSandbox() : level_(mw::archives.CreateArchive(PrivatePath("level.vra"))) {
-    if (!level_) std::abort();
-    level_->SetMode(mw::StorageMode::Stored);  // nothing here is about compression
+  LevelSandbox() : level_(OpenArchive()) {
     mw::editor.levelFolder = "varnhold\\levels\\Fuzz";
+    mw::ClearGameFileError();
+    Require(level_.BeginSave());
   }
-
-  void Begin() {
-    if (!level_->BeginSave()) std::abort();
-  }
-  void End() { level_->RollbackSave(); }
+  ~LevelSandbox() { level_.RollbackSave(); }
+  LevelSandbox(const LevelSandbox&) = delete;
+  LevelSandbox& operator=(const LevelSandbox&) = delete;
 
   void Put(const std::string& file, std::span<const std::uint8_t> bytes) {
-    if (!level_->WriteMember(Member(file), bytes)) std::abort();
+    Require(level_.WriteMember(Member(file), bytes));
   }
+  auto Read(const std::string& file) { return level_.ReadMember(Member(file)); }
   // All bytes of all members, and their names.
   std::string Everything() {
     std::string all;
-    for (const auto& [name, entry] : level_->Entries()) {
-      const auto bytes = level_->ReadMember(name);
-      if (!bytes) std::abort();
+    for (const auto& [name, entry] : level_.Entries()) {
+      const auto bytes = level_.ReadMember(name);
+      Require(bytes.has_value());
       all.append(name).append(bytes->begin(), bytes->end());
     }
     return all;
   }
 
  private:
+  static mw::Archive& OpenArchive() {
+    static mw::Archive* const opened = [] {
+      mw::Archive* const created = mw::archives.CreateArchive(PrivatePath("level.vra"));
+      // Stored: nothing here is about compression.
+      Require(created && created->SetMode(mw::StorageMode::Stored));
+      return created;
+    }();
+    return *opened;
+  }
   static std::string Member(const std::string& file) { return "varnhold/levels/Fuzz/" + file; }
-  mw::Archive* level_;
+
+  mw::Archive& level_;
 };

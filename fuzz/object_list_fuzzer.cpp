@@ -1,7 +1,7 @@
 // Any bytes as an object list: every entry that it gives can be found and has a sound category.
 #include <cstdint>
-#include <cstdlib>
 
+#include "fuzz/require.h"
 #include "objects/object_store.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     catalogue.CategoryOf(entry);
     const int found =
         mw::FindCatalogueEntry(catalogue.entries[static_cast<std::size_t>(entry)].name);
-    if (found < 0 || found > entry) std::abort();
+    Require(found >= 0 && found <= entry);
   }
   return 0;
 }

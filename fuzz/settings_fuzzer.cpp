@@ -1,13 +1,13 @@
 // Settings scripts of any content: they are read and written without harm, and what saving makes of
 // them is read back and saved as the same bytes.
 #include <cstdint>
-#include <cstdlib>
 #include <span>
 #include <string>
 
 #include "data/level_settings.h"
 #include "data/mod_config.h"
-#include "level_sandbox.h"
+#include "fuzz/level_sandbox.h"
+#include "fuzz/require.h"
 #include "platform/scripted/script.h"
 
 namespace {
@@ -33,11 +33,9 @@ std::string OpenAndSave(LevelSandbox& level) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static LevelSandbox level;
-  level.Begin();
+  LevelSandbox level;
   for (const char* script : kScripts) level.Put(script, std::span(data, size));
   const std::string saved = OpenAndSave(level);
-  if (OpenAndSave(level) != saved || !mw::GameFileError().empty()) std::abort();
-  level.End();
+  Require(OpenAndSave(level) == saved && mw::GameFileError().empty());
   return 0;
 }

@@ -1,7 +1,7 @@
 // Any bytes as a shader file.
 #include <cstdint>
-#include <cstdlib>
 
+#include "fuzz/require.h"
 #include "objects/shader_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -11,6 +11,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                         ++blocks;
                         textures += material.textures.size();
                       });
-  if (blocks + textures > size) std::abort();
+  Require(blocks + textures <= size);
   return 0;
 }

@@ -3,20 +3,16 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <span>
 #include <string>
 
-#include "level_sandbox.h"
+#include "fuzz/level_sandbox.h"
+#include "fuzz/require.h"
 #include "objects/object_store.h"
 #include "objects/static_objects.h"
 #include "platform/scripted/script.h"
 
 namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 std::ptrdiff_t LiveObjects() {
   return std::ranges::count_if(mw::objectStore.objects, &mw::StaticObject::inUse);
@@ -32,19 +28,19 @@ void Load() {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static LevelSandbox level;
-  level.Begin();
+  LevelSandbox level;
   level.Put("StaticObjects.con", std::span(data, size));
   Load();
-  if (!mw::objectStore.loadedIncompletely) {
-    mw::SaveStaticObjects();
-    const std::string saved = level.Everything();
-    const std::ptrdiff_t count = LiveObjects();
-    Load();
-    Require(LiveObjects() == count);
-    mw::SaveStaticObjects();
-    Require(level.Everything() == saved && mw::GameFileError().empty());
-  }
-  level.End();
+  if (mw::objectStore.loadedIncompletely) return 0;
+  mw::SaveStaticObjects();
+  Require(mw::GameFileError().empty());
+  // A save writes the many files of the entities too: loading it again is for some inputs only.
+  if (size % 4 != 0) return 0;
+  const std::string saved = level.Everything();
+  const std::ptrdiff_t count = LiveObjects();
+  Load();
+  Require(LiveObjects() == count);
+  mw::SaveStaticObjects();
+  Require(level.Everything() == saved && mw::GameFileError().empty());
   return 0;
 }

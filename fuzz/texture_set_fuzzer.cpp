@@ -1,7 +1,8 @@
-// An index.dat with any content beside one good picture and one damaged one.
+// An index.dat with any content beside one good picture and one damaged one, and one palette.
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
+#include <span>
+#include <string>
 #include <string_view>
 
 #include "data/textures.h"
@@ -10,27 +11,26 @@
 
 namespace {
 
-void Write(const std::filesystem::path& file, std::string_view content) {
-  std::ofstream(file, std::ios::binary)
-      .write(content.data(), static_cast<std::streamsize>(content.size()));
+void WriteText(const std::string& path, std::string_view text) {
+  WriteFile(path, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const std::filesystem::path folder = [] {
-    const std::filesystem::path made =
-        std::filesystem::path(PrivatePath("index.dat")).parent_path();
+  static const std::string folder = [] {
+    const std::string made = std::filesystem::path(PrivatePath("")).parent_path().string();
     constexpr std::string_view kOnePixel(
         "BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0\0\0\0\0\0\0\0\0\0\0\0\0"
         "\0\0\0\0\0\0\0\0\0\0\0\0\1\2\3\0",
         58);
-    Write(made / "a", kOnePixel);
-    Write(made / "b", "BM");
+    WriteText(made + "/a", kOnePixel);
+    WriteText(made + "/b", "BM");
+    WriteText(made + "/c", std::string(24 + 1024, 'c'));
     return made;
   }();
-  Write(folder / "index.dat", {reinterpret_cast<const char*>(data), size});
-  mw::LoadTextureSet(folder.string());
+  WriteFile(folder + "/index.dat", {data, size});
+  mw::LoadTextureSet(folder);
   mw::scripted::ResetScript();  // forgets the message boxes about damaged pictures
   return 0;
 }

@@ -25,7 +25,6 @@ LevelTextures levelTextures;
 namespace {
 
 constexpr int kDetailSide = 512, kEnvironmentSide = 128;  // pixels, as the game expects them
-constexpr std::size_t kTgaHeaderSize = 18;
 
 using Pixels = std::vector<std::uint8_t>;
 
@@ -173,14 +172,10 @@ void WriteTextureSetToLevel() {
 }
 
 bool ConvertTgaTileToDds(const char* baseName, int width, int height, int tileRow, int tileColumn) {
-  const auto isSide = [](int side) { return side >= 1 && side <= kMaxImageSide; };
   const auto file = ReadWholeFile(FormatText("%s.tga", baseName));
-  if (!file || !isSide(width) || !isSide(height)) return false;
-  const std::size_t size = static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3;
-  if (file->size() < kTgaHeaderSize + size) return false;
-  Pixels rgb = TurnRows(std::span(*file).subspan(kTgaHeaderSize, size), width, height);
-  SwapRedAndBlue(rgb);
-  SaveDDS(TilePath("Textures", tileRow, tileColumn), width, height, rgb, true);
+  const auto rgb = file ? DecodeTga(*file, width, height) : std::nullopt;
+  if (!rgb) return false;
+  SaveDDS(TilePath("Textures", tileRow, tileColumn), width, height, *rgb, true);
   return true;
 }
 
