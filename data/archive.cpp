@@ -5,6 +5,7 @@
 #include <set>
 #include <utility>
 
+#include "core/text.h"
 #include "data/archive_compact.h"
 #include "data/archive_replace.h"
 #include "data/archive_segments.h"
@@ -101,10 +102,7 @@ bool Archive::SetMode(StorageMode mode) {
   return true;
 }
 
-const ArchiveEntry* Archive::Find(std::string_view name) const {
-  const auto found = Entries().find(NormalMemberName(name));
-  return found != Entries().end() ? &found->second : nullptr;
-}
+const ArchiveEntry* Archive::Find(std::string_view name) const { return Entries().Find(name); }
 
 std::optional<Bytes> Archive::ReadMember(std::string_view name) {
   const ArchiveEntry* entry = Find(name);
@@ -129,19 +127,23 @@ bool Archive::WriteMember(std::string_view name, std::span<const std::uint8_t> d
     if (data.size() > kMaxArchiveSize) return state_->Fail(kTooLarge);
     const auto size = static_cast<std::uint32_t>(data.size());
     if (Mode() == StorageMode::Stored) {
-      return state_->PlaceMember(std::move(normal), Bytes(data.begin(), data.end()), size);
+      return state_->PlaceMember(normal, Bytes(data.begin(), data.end()), size);
     }
     const ArchiveEntry* old = Find(normal);
-    auto stored = CompressMember(data, old ? state_->ReadStored(*old) : Bytes{});
+    const Bytes before = old ? state_->ReadStored(*old) : Bytes{};
+    auto stored = CompressMember(data, before);
     if (!stored) return state_->Fail("The member could not be compressed");
-    return state_->PlaceMember(std::move(normal), std::move(*stored), size);
+    if (old && old->size == size && *stored == before) return true;  // it is as it was
+    return state_->PlaceMember(normal, std::move(*stored), size);
   });
 }
 
 bool Archive::RemoveMember(std::string_view name) {
   if (!Find(name)) return false;
   return state_->InGroup([&] {
-    state_->contents.entries.erase(NormalMemberName(name));
+    state_->contents.entries.RemoveIf([removed = NormalMemberName(name)](std::string_view member) {
+      return EqualNoCase(member, removed);
+    });
     state_->MarkChanged();
     return true;
   });
@@ -149,9 +151,9 @@ bool Archive::RemoveMember(std::string_view name) {
 
 bool Archive::RemoveMembersWithPrefix(std::string_view prefix) {
   return state_->InGroup([&] {
-    const std::size_t removed =
-        std::erase_if(state_->contents.entries, [start = NormalMemberName(prefix)](const auto& e) {
-          return StartsWithNoCase(e.first, start);
+    const std::size_t removed = state_->contents.entries.RemoveIf(
+        [start = NormalMemberName(prefix)](std::string_view member) {
+          return StartsWithNoCase(member, start);
         });
     if (removed > 0) state_->MarkChanged();
     return true;

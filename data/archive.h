@@ -3,9 +3,7 @@
 // `ArchiveList` is the ordered set of archives that are open. docs/formats.md describes the file.
 #pragma once
 
-#include <array>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -14,26 +12,15 @@
 #include <vector>
 
 #include "core/text.h"
+#include "data/archive_entries.h"
 
 namespace mw {
-
-struct ArchiveEntry {
-  std::uint32_t storedSize = 0;  // bytes in the file
-  std::uint32_t size = 0;        // bytes after decompression
-  std::uint32_t dataOffset = 0;  // from the start of the file
-  std::array<std::uint32_t, 3> reserved{};
-};
 
 enum class StorageMode : std::uint32_t { Stored = 0, Compressed = 1 };
 
 // The file at an open archive's path: as the archive was opened or last saved; changed or replaced
 // by another program; or gone, with what it held still at hand.
 enum class ArchiveOnDisk { AsLeft, Changed, Gone };
-
-// Member names are compared without regard to case; the first spelling of a name stays.
-using ArchiveEntries = std::map<std::string, ArchiveEntry, LessNoCase>;
-
-inline constexpr std::size_t kMaxMemberName = 511;
 
 // `name` with `/` for every separator.
 std::string NormalMemberName(std::string_view name);

@@ -19,7 +19,7 @@ struct Move {
 // offsets. Nothing when the members would end beyond what offsets can say.
 std::optional<std::vector<Move>> PlaceCompactly(ArchiveEntries& entries) {
   std::vector<ArchiveEntry*> order;
-  for (auto& [name, entry] : entries) order.push_back(&entry);
+  for (auto&& [name, entry] : entries) order.push_back(&entry);
   std::ranges::stable_sort(order, {}, &ArchiveEntry::dataOffset);
   std::vector<Move> moves;
   std::uint64_t position = kArchiveHeaderSize;

@@ -79,23 +79,21 @@ std::optional<ArchiveHeader> ReadHeader(File& file, std::uint64_t fileSize, std:
 bool ReadEntry(DirectoryReader& reader, std::uint64_t fileSize, ArchiveEntries& entries) {
   const auto nameLength = reader.TakeU32();
   if (!nameLength || *nameLength > kMaxMemberName) return false;
-  const auto nameBytes = reader.Take(*nameLength);
-  if (!nameBytes) return false;
-  std::string name =
-      NormalMemberName({reinterpret_cast<const char*>(nameBytes->data()), nameBytes->size()});
-  const auto tail = reader.Take(kEntryTail);
-  if (!tail) return false;
+  const auto bytes = reader.Take(*nameLength + kEntryTail);
+  if (!bytes) return false;
+  const std::string_view name(reinterpret_cast<const char*>(bytes->data()), *nameLength);
+  const auto tail = bytes->subspan(*nameLength);
   ArchiveEntry entry;
-  entry.storedSize = LoadU32(*tail, 0);
-  entry.size = LoadU32(*tail, 4);
-  entry.dataOffset = LoadU32(*tail, 8);
+  entry.storedSize = LoadU32(tail, 0);
+  entry.size = LoadU32(tail, 4);
+  entry.dataOffset = LoadU32(tail, 8);
   for (std::size_t i = 0; i < entry.reserved.size(); ++i) {
-    entry.reserved[i] = LoadU32(*tail, 12 + 4 * i);
+    entry.reserved[i] = LoadU32(tail, 12 + 4 * i);
   }
   if (std::uint64_t{entry.dataOffset} + entry.storedSize > fileSize) return false;
   if (entry.dataOffset < kArchiveHeaderSize && entry.storedSize > 0) return false;
   // A later entry of the same name replaces the record; the first spelling stays.
-  entries.insert_or_assign(std::move(name), entry);
+  entries.Set(name, entry);
   return true;
 }
 

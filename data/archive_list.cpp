@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "core/text.h"
 #include "data/archive.h"
 
 namespace mw {

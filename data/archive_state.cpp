@@ -199,19 +199,20 @@ Bytes Archive::State::ReadStored(const ArchiveEntry& entry) {
 // Whether the bytes of `entry` are its own: another member may lie on the same ones.
 bool Archive::State::MayOverwrite(const ArchiveEntry& entry) const {
   const auto end = [](const ArchiveEntry& e) { return std::uint64_t{e.dataOffset} + e.storedSize; };
-  return std::ranges::none_of(contents.entries, [&](const auto& other) {
-    return &other.second != &entry && other.second.dataOffset < end(entry) &&
-           entry.dataOffset < end(other.second);
-  });
+  for (const auto& [name, other] : contents.entries) {
+    if (&other != &entry && other.dataOffset < end(entry) && entry.dataOffset < end(other)) {
+      return false;
+    }
+  }
+  return true;
 }
 
 // Stages the member's stored bytes, at its old place where they fit, else after all others.
-bool Archive::State::PlaceMember(std::string name, Bytes stored, std::uint32_t size) {
-  const auto found = contents.entries.find(name);
-  ArchiveEntry entry = found != contents.entries.end() ? found->second : ArchiveEntry{};
+bool Archive::State::PlaceMember(std::string_view name, Bytes stored, std::uint32_t size) {
+  const ArchiveEntry* const old = contents.entries.Find(name);
+  ArchiveEntry entry = old ? *old : ArchiveEntry{};
   std::uint64_t offset = DataEnd(contents.entries);
-  if (found != contents.entries.end() && entry.storedSize >= stored.size() &&
-      MayOverwrite(found->second)) {
+  if (old && entry.storedSize >= stored.size() && MayOverwrite(*old)) {
     offset = entry.dataOffset;
   } else if (offset + stored.size() > kMaxArchiveSize) {
     return Fail(kTooLarge);
@@ -220,7 +221,7 @@ bool Archive::State::PlaceMember(std::string name, Bytes stored, std::uint32_t s
   entry.storedSize = static_cast<std::uint32_t>(stored.size());
   entry.size = size;
   staged.Write(offset, std::move(stored));
-  contents.entries.insert_or_assign(std::move(name), entry);
+  contents.entries.Set(name, entry);
   MarkChanged();
   return true;
 }

@@ -68,7 +68,7 @@ struct Archive::State {
 
   std::vector<std::uint8_t> ReadStored(const ArchiveEntry& entry);
   bool MayOverwrite(const ArchiveEntry& entry) const;
-  bool PlaceMember(std::string name, std::vector<std::uint8_t> stored, std::uint32_t size);
+  bool PlaceMember(std::string_view name, std::vector<std::uint8_t> stored, std::uint32_t size);
 };
 
 template <typename Change>

@@ -59,7 +59,7 @@ Bytes ArchiveBytes(std::span<const GameMember> members) {
   Bytes bytes(kArchiveHeaderSize);
   for (const GameMember& member : members) {
     const auto size = static_cast<std::uint32_t>(member.data.size());
-    contents.entries[member.name] = {size, size, static_cast<std::uint32_t>(bytes.size()), {}};
+    contents.entries.Set(member.name, {size, size, static_cast<std::uint32_t>(bytes.size()), {}});
     bytes.insert(bytes.end(), member.data.begin(), member.data.end());
   }
   contents.header.directoryOffset = static_cast<std::uint32_t>(bytes.size());

@@ -28,7 +28,7 @@ std::optional<Contents> ReadAll(mw::Archive& archive) {
     Require(bytes.has_value() && bytes->size() <= entry.size);
     total += bytes->size();
     if (total > kMaxContents) return std::nullopt;
-    contents[name] = *std::move(bytes);
+    contents[std::string(name)] = *std::move(bytes);
   }
   return contents;
 }

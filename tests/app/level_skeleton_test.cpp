@@ -52,7 +52,7 @@ class LevelSkeletonTest : public LevelArchiveTest {
   std::vector<std::string> Members() const {
     std::vector<std::string> names;
     for (const auto& [name, entry] : level->Entries()) {
-      names.push_back(name.substr(std::string("varnhold/levels/Island/").size()));
+      names.emplace_back(name.substr(std::string("varnhold/levels/Island/").size()));
     }
     return names;
   }

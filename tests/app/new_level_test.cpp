@@ -63,7 +63,7 @@ class NewLevelTest : public LevelTest {
     EXPECT_TRUE(reader.Open(ArchivePath(level), false)) << reader.Error();
     std::vector<std::string> names;
     for (const auto& [name, entry] : reader.Entries()) {
-      names.push_back(name.substr(std::string("varnhold/levels/").size() + level.size() + 1));
+      names.emplace_back(name.substr(std::string("varnhold/levels/").size() + level.size() + 1));
     }
     return names;
   }

@@ -20,7 +20,9 @@ using Contents = std::map<std::string, Bytes>;
 
 Contents ContentsOf(Archive& archive) {
   Contents contents;
-  for (const auto& [name, entry] : archive.Entries()) contents[name] = *archive.ReadMember(name);
+  for (const auto& [name, entry] : archive.Entries()) {
+    contents[std::string(name)] = *archive.ReadMember(name);
+  }
   return contents;
 }
 
@@ -193,10 +195,9 @@ TEST_F(ArchiveCrash, CompactingIsInterrupted) {
   ASSERT_TRUE(compact.Open("compact/level.vra", true));
   const Bytes changed = NoiseBytes(5, 7);
   ASSERT_TRUE(compact.WriteMember("grown", changed));
-  CopyFolder("compact", "old");
+  const Bytes dirtyBytes = ReadBytes("compact/level.vra");
   ASSERT_TRUE(compact.Close());
-  const Bytes compactBytes = ReadBytes("compact/level.vra"),
-              dirtyBytes = ReadBytes("old/level.vra");
+  const Bytes compactBytes = ReadBytes("compact/level.vra");
   ASSERT_LT(compactBytes.size(), dirtyBytes.size());
 
   for (const FaultKind kind : {FaultKind::Stop, FaultKind::Fail, FaultKind::Full}) {

@@ -1,0 +1,120 @@
+// The members that an archive's directory names, found by name without regard to case. A container
+// in the manner of std::map, in the order of the names, but made for directories of many thousand
+// members: reading one costs little more than copying it, and a look-up touches one entry.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace mw {
+
+inline constexpr std::size_t kMaxMemberName = 511;
+
+struct ArchiveEntry {
+  std::uint32_t storedSize = 0;  // bytes in the file
+  std::uint32_t size = 0;        // bytes after decompression
+  std::uint32_t dataOffset = 0;  // from the start of the file
+  std::array<std::uint32_t, 3> reserved{};
+};
+
+// `\` counts as `/`, and ASCII letters as lower case. The first spelling of a name stays, with `/`.
+// Names are at most kMaxMemberName long; longer ones are never found and must not be added. Views
+// of names are valid until the next change.
+class ArchiveEntries {
+ public:
+  template <typename Entry>
+  struct Named {
+    std::string_view first;
+    Entry& second;
+    const Named* operator->() const { return this; }
+  };
+
+  template <typename Entries, typename Entry>
+  class Iterator {
+   public:
+    Iterator(Entries& entries, std::size_t place) : entries_(&entries), place_(place) {}
+    Named<Entry> operator*() const {
+      const std::uint32_t index = entries_->order_[place_];
+      return {entries_->Name(index), entries_->records_[index].entry};
+    }
+    Named<Entry> operator->() const { return **this; }
+    Iterator& operator++() {
+      ++place_;
+      return *this;
+    }
+    bool operator==(const Iterator& other) const { return place_ == other.place_; }
+
+   private:
+    Entries* entries_;
+    std::size_t place_;  // in the order of the names
+  };
+
+  bool empty() const { return records_.empty(); }
+  std::size_t size() const { return records_.size(); }
+  auto begin() { return Iterator<ArchiveEntries, ArchiveEntry>(Sorted(), 0); }
+  auto end() { return Iterator<ArchiveEntries, ArchiveEntry>(*this, size()); }
+  auto begin() const { return Iterator<const ArchiveEntries, const ArchiveEntry>(Sorted(), 0); }
+  auto end() const { return Iterator<const ArchiveEntries, const ArchiveEntry>(*this, size()); }
+
+  // Null when there is none. Valid until the next change.
+  const ArchiveEntry* Find(std::string_view name) const;
+  void Set(std::string_view name, const ArchiveEntry& entry);
+  // Removes the entries whose name the predicate holds for; how many there were.
+  template <typename Predicate>
+  std::size_t RemoveIf(Predicate remove) {
+    ArchiveEntries kept;
+    for (const auto& [name, entry] : *this) {
+      if (!remove(name)) kept.Set(name, entry);
+    }
+    const std::size_t removed = size() - kept.size();
+    if (removed > 0) *this = std::move(kept);
+    return removed;
+  }
+
+ private:
+  struct FoldedName;
+  struct Record {
+    ArchiveEntry entry;
+    std::uint32_t nameOffset = 0, nameSize = 0;  // in names_ and, folded, in keys_
+  };
+  // Of the hash table; open addressing, the next slot follows.
+  struct Slot {
+    std::uint32_t hash = 0;
+    std::uint32_t number = 0;  // of the record, from 1; 0 is a free slot
+  };
+
+  std::string_view Name(std::uint32_t index) const { return Text(names_, index); }
+  std::string_view Key(std::uint32_t index) const { return Text(keys_, index); }
+  std::string_view Text(const std::string& pool, std::uint32_t index) const {
+    return std::string_view(pool).substr(records_[index].nameOffset, records_[index].nameSize);
+  }
+  // The slot of the name, or the free one where it belongs.
+  std::size_t SlotOf(const FoldedName& name) const;
+  void Append(std::string_view name, const FoldedName& folded, const ArchiveEntry& entry);
+  void DropIncomplete();
+  void GrowTable();
+  void SortNames() const;
+  ArchiveEntries& Sorted() {
+    SortNames();
+    return *this;
+  }
+  const ArchiveEntries& Sorted() const {
+    SortNames();
+    return *this;
+  }
+
+  std::vector<Record> records_;  // in the order in which they were added
+  std::string names_, keys_;
+  std::vector<Slot> slots_;  // a power of two of them
+  // Records in the order of their keys. It is brought up to date when somebody wants to know: names
+  // that come in order, as in every directory that the editor wrote, cost no sorting.
+  mutable std::vector<std::uint32_t> order_;
+  mutable std::size_t sorted_ = 0;  // how many at the front of order_ are in order
+};
+
+}  // namespace mw
