@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "core/little_endian.h"
+#include "core/parallel.h"
 
 namespace mw {
 namespace {
@@ -169,6 +170,27 @@ void AppendExpanded(ByteView compressed, std::size_t limit, Bytes& data) {
   data.resize(before + result.size);
 }
 
+// The member of `size` bytes when its segments are as the editor writes them, each full but the
+// last: then each has its place, and they are decompressed several at a time. Nothing for any other
+// member, and for one whose size is out of proportion to what is stored.
+std::optional<Bytes> ExpandFullSegments(ByteView stored, std::uint32_t size) {
+  std::vector<ByteView> segments;
+  SegmentReader reader(stored);
+  while (const auto compressed = reader.Next()) segments.push_back(*compressed);
+  if (segments.size() != (size + kSegmentSize - 1) / kSegmentSize) return std::nullopt;
+  if (size > stored.size() * kUsualExpansion) return std::nullopt;
+  Bytes data(size);
+  std::atomic<bool> full = true;
+  SpreadOverCores(segments.size(), [&](std::size_t i) {
+    const std::size_t start = i * kSegmentSize;
+    const auto out = std::span(data).subspan(start, std::min(kSegmentSize, data.size() - start));
+    const Expanded result = ExpandInto(segments[i], out);
+    if (result.code != LZO_E_OK || result.size != out.size()) full = false;
+  });
+  if (!full) return std::nullopt;
+  return data;
+}
+
 }  // namespace
 
 bool PrepareCompression() {
@@ -184,8 +206,9 @@ std::optional<Bytes> CompressMember(ByteView data, ByteView oldStored) {
 }
 
 Bytes ExpandMember(ByteView stored, std::uint32_t size) {
+  if (!PrepareCompression()) return {};
+  if (auto whole = ExpandFullSegments(stored, size)) return *std::move(whole);
   Bytes data;
-  if (!PrepareCompression()) return data;
   SegmentReader segments(stored);
   data.reserve(
       static_cast<std::size_t>(std::min<std::uint64_t>(size, stored.size() * kUsualExpansion)));
