@@ -11,14 +11,13 @@
 #include "core/parallel.h"
 #include "data/game_file.h"
 #include "data/image.h"
-
-#define STB_DXT_IMPLEMENTATION
-#include <stb/stb_dxt.h>
+#include "terrain/dxt1_colour_pair.h"
+#include "terrain/dxt1_encoder.h"
 
 namespace mw {
 namespace {
 
-constexpr std::size_t kFileHeaderSize = 128, kBlockSize = 8;
+constexpr std::size_t kFileHeaderSize = 128;
 constexpr int kBlockSide = 4;         // pixels
 constexpr int kBlockRowsPerTask = 8;  // encoded by one thread at a time
 
@@ -31,7 +30,7 @@ struct Level {
   int BlockRows() const { return (height + kBlockSide - 1) / kBlockSide; }
   std::size_t EncodedSize() const {
     return static_cast<std::size_t>(BlockColumns()) * static_cast<std::size_t>(BlockRows()) *
-           kBlockSize;
+           kDxt1BlockSize;
   }
   const std::uint8_t* Pixel(int x, int y) const {
     return rgb.data() + (static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
@@ -47,17 +46,18 @@ bool IsSide(int side) {
 // Each pixel is the rounded mean of the 2 x 2 pixels (fewer where a side is already 1) it stands
 // for.
 std::vector<std::uint8_t> Halve(const Level& from, int width, int height) {
-  std::vector<std::uint8_t> rgb;
-  rgb.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3);
+  const std::size_t rowBytes = static_cast<std::size_t>(width) * 3;
+  std::vector<std::uint8_t> rgb(rowBytes * static_cast<std::size_t>(height));
   const int stepX = from.width / width, stepY = from.height / height;
+  const int right = (stepX - 1) * 3;
   for (int y = 0; y < height; ++y) {
     const std::uint8_t* top = from.Pixel(0, y * stepY);
     const std::uint8_t* bottom = from.Pixel(0, y * stepY + stepY - 1);
-    const int right = (stepX - 1) * 3;
-    for (int x = 0; x < width; ++x, top += stepX * 3, bottom += stepX * 3) {
+    std::uint8_t* out = rgb.data() + static_cast<std::size_t>(y) * rowBytes;
+    for (int x = 0; x < width; ++x, top += stepX * 3, bottom += stepX * 3, out += 3) {
       for (int c = 0; c < 3; ++c) {
         const int sum = top[c] + top[right + c] + bottom[c] + bottom[right + c];
-        rgb.push_back(static_cast<std::uint8_t>((sum + 2) / 4));
+        out[c] = static_cast<std::uint8_t>((sum + 2) / 4);
       }
     }
   }
@@ -100,44 +100,98 @@ std::array<std::uint8_t, kFileHeaderSize> Header(const Level& top, std::size_t l
   return header;
 }
 
-// The 4 x 4 pixels of a block as RGBA. Levels smaller than a block repeat their last row and
-// column.
-void CopyBlock(const Level& level, int blockX, int blockY, std::uint8_t* rgba) {
-  for (int y = 0; y < kBlockSide; ++y) {
-    const int row = std::min(blockY * kBlockSide + y, level.height - 1);
-    for (int x = 0; x < kBlockSide; ++x, rgba += 4) {
-      const int column = std::min(blockX * kBlockSide + x, level.width - 1);
-      std::memcpy(rgba, level.Pixel(column, row), 3);
-      rgba[3] = 255;
+using BlockPixels = std::array<std::uint32_t, 16>;  // 0x00BBGGRR each
+
+// A block that lies wholly in the level.
+BlockPixels WholeBlock(const Level& level, int x, int y) {
+  constexpr std::uint32_t kColour = 0xFFFFFF;
+  constexpr std::size_t kRowBytes = kBlockSide * 3;
+  BlockPixels pixels;
+  for (std::size_t row = 0; row < kBlockSide; ++row) {
+    const std::span bytes(level.Pixel(x, y + static_cast<int>(row)), kRowBytes);
+    const std::uint32_t a = LoadU32(bytes, 0), b = LoadU32(bytes, 4), c = LoadU32(bytes, 8);
+    pixels[row * 4] = a & kColour;
+    pixels[row * 4 + 1] = (a >> 24 | b << 8) & kColour;
+    pixels[row * 4 + 2] = (b >> 16 | c << 16) & kColour;
+    pixels[row * 4 + 3] = c >> 8;
+  }
+  return pixels;
+}
+
+// A block of a level that is smaller: its last row and column repeat.
+BlockPixels PartialBlock(const Level& level, int x, int y) {
+  BlockPixels pixels;
+  for (std::size_t i = 0; i < pixels.size(); ++i) {
+    const int row = static_cast<int>(i) / kBlockSide, column = static_cast<int>(i) % kBlockSide;
+    const std::uint8_t* const rgb =
+        level.Pixel(std::min(x + column, level.width - 1), std::min(y + row, level.height - 1));
+    pixels[i] = rgb[0] | std::uint32_t{rgb[1]} << 8 | std::uint32_t{rgb[2]} << 16;
+  }
+  return pixels;
+}
+
+// Blocks on their way to the encoder, which takes several together. Those of one colour do not need
+// it.
+class BlockBatch {
+ public:
+  void Add(const BlockPixels& pixels, std::uint8_t* out) {
+    if (std::ranges::all_of(pixels, [&](std::uint32_t pixel) { return pixel == pixels[0]; })) {
+      EncodeOneColour(pixels[0], out);
+      return;
+    }
+    for (std::size_t i = 0; i < pixels.size(); ++i) pixels_.pixel[i][count_] = pixels[i];
+    out_[count_++] = out;
+    if (count_ == kDxt1Lanes) Flush();
+  }
+
+  void Flush() {
+    std::array<std::uint8_t, kDxt1Lanes * kDxt1BlockSize> encoded;
+    if (count_ > 0) encode_(pixels_, encoded.data());
+    for (std::size_t i = 0; i < count_; ++i) {
+      std::memcpy(out_[i], encoded.data() + i * kDxt1BlockSize, kDxt1BlockSize);
+    }
+    count_ = 0;
+  }
+
+ private:
+  Dxt1Encoder encode_ = Dxt1Encoders().back();
+  Dxt1Pixels pixels_{};
+  std::array<std::uint8_t*, kDxt1Lanes> out_{};
+  std::size_t count_ = 0;
+};
+
+// Some rows of a level's blocks.
+struct EncodeTask {
+  const Level* level;
+  int firstRow, endRow;
+  std::uint8_t* out;  // of the level
+};
+
+void Encode(const EncodeTask& task) {
+  const Level& level = *task.level;
+  const bool isWhole = level.width >= kBlockSide && level.height >= kBlockSide;
+  const auto columns = static_cast<std::size_t>(level.BlockColumns());
+  BlockBatch batch;
+  for (int row = task.firstRow; row < task.endRow; ++row) {
+    std::uint8_t* out = task.out + static_cast<std::size_t>(row) * columns * kDxt1BlockSize;
+    for (int column = 0; column < level.BlockColumns(); ++column, out += kDxt1BlockSize) {
+      const int x = column * kBlockSide, y = row * kBlockSide;
+      batch.Add(isWhole ? WholeBlock(level, x, y) : PartialBlock(level, x, y), out);
     }
   }
+  batch.Flush();
 }
 
-// With equal end points the block is decoded with a transparent fourth colour; all its pixels then
-// take the first.
-void KeepOpaque(std::span<std::uint8_t> block) {
-  if (LoadU16(block, 0) <= LoadU16(block, 2)) StoreU32(block, 4, 0);
-}
-
-void EncodeBlockRow(const Level& level, int blockY, std::uint8_t* out) {
-  alignas(4) std::array<std::uint8_t, 64> rgba;
-  for (int blockX = 0; blockX < level.BlockColumns(); ++blockX, out += kBlockSize) {
-    CopyBlock(level, blockX, blockY, rgba.data());
-    stb_compress_dxt_block(out, rgba.data(), 0, STB_DXT_HIGHQUAL);
-    KeepOpaque({out, kBlockSize});
-  }
-}
-
-void EncodeLevel(const Level& level, std::uint8_t* out) {
-  const std::size_t rowSize = static_cast<std::size_t>(level.BlockColumns()) * kBlockSize;
-  const int tasks = (level.BlockRows() + kBlockRowsPerTask - 1) / kBlockRowsPerTask;
-  SpreadOverCores(static_cast<std::size_t>(tasks), [&](std::size_t task) {
-    const int first = static_cast<int>(task) * kBlockRowsPerTask;
-    const int end = std::min(first + kBlockRowsPerTask, level.BlockRows());
-    for (int blockY = first; blockY < end; ++blockY) {
-      EncodeBlockRow(level, blockY, out + static_cast<std::size_t>(blockY) * rowSize);
+// All levels, one after the other at `out`.
+void EncodeLevels(const std::vector<Level>& levels, std::uint8_t* out) {
+  std::vector<EncodeTask> tasks;
+  for (const Level& level : levels) {
+    for (int row = 0; row < level.BlockRows(); row += kBlockRowsPerTask) {
+      tasks.push_back({&level, row, std::min(row + kBlockRowsPerTask, level.BlockRows()), out});
     }
-  });
+    out += level.EncodedSize();
+  }
+  SpreadOverCores(tasks.size(), [&tasks](std::size_t task) { Encode(tasks[task]); });
 }
 
 }  // namespace
@@ -154,11 +208,7 @@ std::vector<std::uint8_t> EncodeDds(int width, int height, std::span<const std::
 
   std::vector<std::uint8_t> file(size);
   std::ranges::copy(Header(levels.front(), levels.size(), mipmaps), file.begin());
-  std::uint8_t* out = file.data() + kFileHeaderSize;
-  for (const Level& level : levels) {
-    EncodeLevel(level, out);
-    out += level.EncodedSize();
-  }
+  EncodeLevels(levels, file.data() + kFileHeaderSize);
   return file;
 } catch (const std::bad_alloc&) {
   return {};
