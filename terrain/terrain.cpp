@@ -7,6 +7,7 @@
 #include "core/editor_state.h"
 #include "core/hooks.h"
 #include "core/mini_map_picture.h"
+#include "core/parallel.h"
 #include "core/text.h"
 #include "data/game_file.h"
 #include "data/mod_config.h"
@@ -37,6 +38,22 @@ std::size_t FileOffset(int i, int j) {
   const auto side = static_cast<std::size_t>(modConfig.MaterialSize);
   return (static_cast<std::size_t>(j) * side + side - static_cast<std::size_t>(i)) *
          kBytesPerSample;
+}
+
+// Calls act(i, j) for every vertex with data, on several cores. Rows of the grid are columns of the
+// file: in narrow bands of rows, in the order of the file, neither leaves memory that was fetched
+// before it is used up.
+template <typename Act>
+void ForEachSample(Act act) {
+  constexpr int kBand = 32;
+  const int size = modConfig.MaterialSize;
+  SpreadOverCores(static_cast<std::size_t>((size + kBand - 1) / kBand), [&](std::size_t band) {
+    const int firstRow = 1 + static_cast<int>(band) * kBand;
+    const int lastRow = std::min(firstRow + kBand - 1, size);
+    for (int j = 0; j < size; ++j) {
+      for (int i = lastRow; i >= firstRow; --i) act(i, j);
+    }
+  });
 }
 
 std::string HeightmapPath() { return FormatText("%s\\heightmap.raw", editor.levelFolder.c_str()); }
@@ -112,14 +129,12 @@ bool LoadHeightBuffer() {
 void LoadHeightsFromBuffer() {
   if (!HasUsableTerrain()) return;
   const std::size_t filled = std::min(heightBufferFilled, heightBuffer.size());
-  for (int i = 1; i <= modConfig.MaterialSize; ++i) {
-    for (int j = 0; j < modConfig.MaterialSize; ++j) {
-      const std::size_t offset = FileOffset(i, j);
-      if (offset + kBytesPerSample > filled) break;  // later columns lie further on in the file
-      const int stored = heightBuffer[offset] + 256 * heightBuffer[offset + 1];
-      terrain->grid[i][j].h = static_cast<float>(stored) / kStoredPerUnit;
-    }
-  }
+  ForEachSample([filled, file = heightBuffer.data(), grid = terrain->grid.data()](int i, int j) {
+    const std::size_t offset = FileOffset(i, j);
+    if (offset + kBytesPerSample > filled) return;
+    const int stored = file[offset] + 256 * file[offset + 1];
+    grid[i][static_cast<std::size_t>(j)].h = static_cast<float>(stored) / kStoredPerUnit;
+  });
   PaintMiniMap();
   MarkAllTerrainChanged();
   hooks.invalidateMiniMap();
@@ -154,15 +169,13 @@ bool StoreHeightsInBuffer() {
   if (!HasUsableTerrain()) return false;
   heightBuffer.resize(HeightmapBytes());
   heightBufferFilled = heightBuffer.size();
-  for (int i = 1; i <= modConfig.MaterialSize; ++i) {
-    for (int j = 0; j < modConfig.MaterialSize; ++j) {
-      const float scaled = terrain->grid[i][j].h * kStoredPerUnit;
-      const int stored = static_cast<int>(std::max(0.0f, std::min(scaled, kMaxStored)));
-      const std::size_t offset = FileOffset(i, j);
-      heightBuffer[offset] = static_cast<std::uint8_t>(stored & 0xFF);
-      heightBuffer[offset + 1] = static_cast<std::uint8_t>(stored >> 8);
-    }
-  }
+  ForEachSample([file = heightBuffer.data(), grid = terrain->grid.data()](int i, int j) {
+    const float scaled = grid[i][static_cast<std::size_t>(j)].h * kStoredPerUnit;
+    const int stored = static_cast<int>(std::max(0.0f, std::min(scaled, kMaxStored)));
+    const std::size_t offset = FileOffset(i, j);
+    file[offset] = static_cast<std::uint8_t>(stored & 0xFF);
+    file[offset + 1] = static_cast<std::uint8_t>(stored >> 8);
+  });
   return true;
 }
 
