@@ -13,11 +13,6 @@ namespace {
 
 // Places of a cell's corners in the vertex buffer.
 struct Corners {
-  Corners(int i, int j)
-      : nearLeft(TerrainVertexIndex(i, j)),
-        nearRight(TerrainVertexIndex(i, j + 1)),
-        farLeft(TerrainVertexIndex(i - 1, j)),
-        farRight(TerrainVertexIndex(i - 1, j + 1)) {}
   std::uint32_t nearLeft, nearRight, farLeft, farRight;
 };
 
@@ -29,12 +24,10 @@ class ListBuilder {
     list_.batches.clear();
   }
 
-  void AddCell(int i, int j) {
+  void AddCell(int i, int j, const Corners& c) {
     const std::uint8_t layer = cells_.At(i, j);
-    if (layer == 0) return;
     auto& out = list_.triangles[layer];
     if (out.empty()) list_.usedLayers.push_back(layer);
-    const Corners c(i, j);
     // The triangles that a strip of the four corners gives. Where GL shades flat, their last vertex
     // gives the colour: it is the cell's own corner.
     if (split_ == CellSplit::FarLeftToNearRight)
@@ -47,9 +40,7 @@ class ListBuilder {
 
   // Each line once: the two that the cell shares with its far and right neighbours, and those that
   // no other cell draws.
-  void AddGridLines(int i, int j) {
-    if (cells_.At(i, j) == 0) return;
-    const Corners c(i, j);
+  void AddGridLines(int i, int j, const Corners& c) {
     AddLine(c.nearRight, c.farRight);
     AddLine(c.farRight, c.farLeft);
     if (cells_.At(i + 1, j) == 0) AddLine(c.nearLeft, c.nearRight);
@@ -111,6 +102,14 @@ void SelectGridLines() {
   glLineWidth(kGridLineWidth);
 }
 
+// Calls act for first ... last, beginning with those next to the middle.
+template <typename Act>
+void ForEachOutwards(int first, int last, int middle, Act act) {
+  middle = std::clamp(middle, first, last + 1);
+  for (int k = middle; k <= last; ++k) act(k);
+  for (int k = middle - 1; k >= first; --k) act(k);
+}
+
 bool HasGridLines(const CellDrawList& list) {
   return !list.batches.empty() && list.batches.back().lines;
 }
@@ -129,6 +128,25 @@ void CellMap::Replace(int i, int j, std::uint8_t layer) {
   if (cell != 0) cell = layer;
 }
 
+CellMap::RowOfCorners CellMap::VisibleCorners(int i) const {
+  const int count = square_.ViewColEnd - square_.ViewColStart;
+  std::array<float, kSide> x, y, z;
+  for (int k = 0; k < count; ++k) {
+    const TerrainVertex& vertex = terrain->grid[i][square_.ViewColStart + k];
+    x[k] = vertex.x;
+    y[k] = vertex.h * modConfig.HeightScale;
+    z[k] = vertex.z;
+  }
+  RowOfCorners isVisible;
+  isVisible.fill(1);
+  for (const Plane& plane : camera.frustum) {
+    for (int k = 0; k < count; ++k) {
+      isVisible[k] &= plane.a * x[k] + plane.b * y[k] + plane.c * z[k] + plane.d > kCullMargin;
+    }
+  }
+  return isVisible;
+}
+
 bool CellMap::IsCornerVisible(int i, int j) {
   const TerrainVertex& vertex = terrain->grid[i][j];
   return camera.IsPointVisible(vertex.x, vertex.h * modConfig.HeightScale, vertex.z, kCullMargin);
@@ -136,13 +154,18 @@ bool CellMap::IsCornerVisible(int i, int j) {
 
 void BuildCellDrawList(const CellMap& cells, CellSplit split, bool grid, CellDrawList& list) {
   const ViewSquare& square = cells.Square();
+  const Cell middle = CellOf(camera.position.x, camera.position.z);
   ListBuilder builder(cells, split, list);
-  for (int i = square.ViewRowEnd; i > square.ViewRowStart; --i) {
-    for (int j = square.ViewColStart; j < square.ViewColEnd; ++j) {
-      builder.AddCell(i, j);
-      if (grid) builder.AddGridLines(i, j);
-    }
-  }
+  ForEachOutwards(square.ViewRowStart + 1, square.ViewRowEnd, middle.i, [&](int i) {
+    const std::uint32_t nearRow = TerrainVertexIndex(i, 0), farRow = TerrainVertexIndex(i - 1, 0);
+    ForEachOutwards(square.ViewColStart, square.ViewColEnd - 1, middle.j, [&](int j) {
+      if (cells.At(i, j) == 0) return;
+      const std::uint32_t left = TerrainVertexPlace(j), right = TerrainVertexPlace(j + 1);
+      const Corners corners{nearRow + left, nearRow + right, farRow + left, farRow + right};
+      builder.AddCell(i, j, corners);
+      if (grid) builder.AddGridLines(i, j, corners);
+    });
+  });
   builder.Finish();
 }
 

@@ -38,8 +38,9 @@ class CellMap {
   template <typename LayerOf>
   void ChooseVisible(LayerOf layerOf) {
     for (int i = square_.ViewRowEnd; i > square_.ViewRowStart; --i) {
+      const RowOfCorners isVisible = VisibleCorners(i);
       for (int j = square_.ViewColStart; j < square_.ViewColEnd; ++j) {
-        if (IsCornerVisible(i, j)) cells_[Place(i, j)] = layerOf(i, j);
+        if (isVisible[j - square_.ViewColStart]) cells_[Place(i, j)] = layerOf(i, j);
       }
     }
   }
@@ -52,6 +53,10 @@ class CellMap {
 
  private:
   static constexpr int kSide = static_cast<int>(kViewSquareCells) + 4;
+  using RowOfCorners = std::array<std::int32_t, kSide>;
+
+  // IsCornerVisible for the corners of row i in the square, from its first column on.
+  RowOfCorners VisibleCorners(int i) const;
   std::size_t Place(int i, int j) const {
     return static_cast<std::size_t>((i - square_.ViewRowStart) * kSide + j - square_.ViewColStart +
                                     1);
@@ -84,7 +89,8 @@ struct CellDrawList {
 };
 
 // Lists the visible cells: one batch per layer, then the grid lines as one more. Where cells meet,
-// their common line is listed once.
+// their common line is listed once. The cells next to the camera come first: what they hide need
+// not be painted.
 void BuildCellDrawList(const CellMap& cells, CellSplit split, bool grid, CellDrawList& list);
 
 // Copies the list's indices to GL; makes the buffer when `indexBuffer` is 0. Context current.

@@ -35,6 +35,8 @@ void ReleaseTerrainVertices();
 // Place of vertex (i, j) in the buffer; a copy that is raised for grid lines follows each vertex.
 std::uint32_t TerrainVertexIndex(int i, int j);
 inline constexpr std::uint32_t kRaisedCopy = 1;  // black
+// Its distance from that of vertex (i, 0).
+inline std::uint32_t TerrainVertexPlace(int j) { return static_cast<std::uint32_t>(j) * 2; }
 
 // Whether the cell with corner (i, j), spanning rows i - 1 ... i and columns j ... j + 1, rises or
 // falls steeply along its edges from that corner.
