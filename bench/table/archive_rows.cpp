@@ -139,15 +139,15 @@ void AddReplacing(const ScratchFolder& folder, const fs::path& path) {
   Archive archive;
   Require(archive.Open(path.string(), true), "opening");
   Bytes member(kSmallMember);
-  double syncs = 0;
+  double waits = 0;
   const Times times = Compare(
       9,
       [&] {
         for (std::uint8_t& byte : member) ++byte;
-        const double before = SyncSeconds();
-        const double time = TimeWithoutSync(
+        const double before = DiskSeconds();
+        const double time = TimeWithoutDisk(
             [&] { Require(archive.WriteMember("front.con", member), "replacing"); });
-        syncs = SyncSeconds() - before;
+        waits = DiskSeconds() - before;
         return time;
       },
       [&] {
@@ -157,23 +157,23 @@ void AddReplacing(const ScratchFolder& folder, const fs::path& path) {
         return time;
       });
   AddTimes("replace a 4 KB member of 200 MB, without waiting for the disk (" +
-               Decimal(syncs * 1e3, 1) + " ms)",
+               Decimal(waits * 1e3, 1) + " ms)",
            "rewriting the archive", times, 1.0 / 500);
 }
 
 void AddCompaction(const ScratchFolder& folder, const fs::path& path) {
   const fs::path hollow = folder.File("hollow.vra"), copy = folder.File("copy.vra");
   const std::string copying = "cp '" + path.string() + "' '" + copy.string() + "'";
-  double syncs = 0;
+  double waits = 0;
   const Times times = Compare(
       5,
       [&] {
         fs::copy_file(path, hollow, fs::copy_options::overwrite_existing);
         Archive archive;
         Require(archive.Open(hollow.string(), true) && archive.RemoveMember("front.con"), "a hole");
-        const double before = SyncSeconds();
-        const double time = TimeWithoutSync([&] { Require(archive.Close(), "compaction"); });
-        syncs = SyncSeconds() - before;
+        const double before = DiskSeconds();
+        const double time = TimeWithoutDisk([&] { Require(archive.Close(), "compaction"); });
+        waits = DiskSeconds() - before;
         return time;
       },
       [&] {
@@ -182,7 +182,7 @@ void AddCompaction(const ScratchFolder& folder, const fs::path& path) {
         return time;
       });
   AddTimes("compact 200 MB with a hole at the front, without waiting for the disk (" +
-               Decimal(syncs * 1e3, 0) + " ms)",
+               Decimal(waits * 1e3, 0) + " ms)",
            "cp of the file", times, 0.5);
 }
 

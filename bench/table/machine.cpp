@@ -1,6 +1,8 @@
 #include "bench/table/machine.h"
 
+#include <cerrno>
 #include <cstdlib>
+#include <fcntl.h>
 #include <sched.h>
 #include <string>
 #include <sys/syscall.h>
@@ -8,7 +10,8 @@
 
 namespace {
 
-double syncSeconds = 0;
+double diskSeconds = 0;
+bool isDropped = false;  // bytes of a file, from memory: the next read waits for the disk
 
 cpu_set_t AllowedCores() {
   cpu_set_t cores;
@@ -20,13 +23,31 @@ const cpu_set_t allCores = AllowedCores();
 
 }  // namespace
 
-// Takes the place of the C library's in this program.
-extern "C" int fsync(int descriptor) {
+// These take the place of the C library's in this program.
+extern "C" {
+
+int fsync(int descriptor) {
   int result = 0;
-  syncSeconds +=
+  diskSeconds +=
       mw::bench::Time([&] { result = static_cast<int>(syscall(SYS_fsync, descriptor)); });
   return result;
 }
+
+int posix_fadvise(int descriptor, off_t offset, off_t size, int advice) {
+  isDropped = advice == POSIX_FADV_DONTNEED;
+  return syscall(SYS_fadvise64, descriptor, offset, size, advice) == 0 ? 0 : errno;
+}
+
+ssize_t pread(int descriptor, void* buffer, std::size_t size, off_t offset) {
+  ssize_t result = 0;
+  const double time =
+      mw::bench::Time([&] { result = syscall(SYS_pread64, descriptor, buffer, size, offset); });
+  if (isDropped) diskSeconds += time;
+  isDropped = false;
+  return result;
+}
+
+}  // extern "C"
 
 namespace mw::bench {
 
@@ -54,6 +75,6 @@ ScratchFolder::~ScratchFolder() {
   std::filesystem::remove_all(folder_, ignored);
 }
 
-double SyncSeconds() { return syncSeconds; }
+double DiskSeconds() { return diskSeconds; }
 
 }  // namespace mw::bench

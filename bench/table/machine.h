@@ -31,15 +31,16 @@ class ScratchFolder {
   std::filesystem::path folder_;
 };
 
-// Seconds that fsync has taken so far.
-double SyncSeconds();
+// Seconds that were spent so far waiting for the disk to have what was written, and reading it back
+// from there.
+double DiskSeconds();
 
-// Seconds of the work without those that it waited for fsync.
+// Seconds of the work without those.
 template <typename Work>
-double TimeWithoutSync(Work work) {
-  const double before = SyncSeconds();
+double TimeWithoutDisk(Work work) {
+  const double before = DiskSeconds();
   const double time = Time(work);
-  return time - (SyncSeconds() - before);
+  return time - (DiskSeconds() - before);
 }
 
 }  // namespace mw::bench

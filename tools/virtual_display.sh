@@ -1,0 +1,59 @@
+# Sourced by the scripts that run the editor in a virtual display and answer it with keys, as a user would.
+# They set `log`, the file for what the editor says.
+
+main_title="Mapwright - Varnhold Level Editor"
+
+# start_display: a display of the usual size, with a window manager.
+start_display() {
+  local number
+  number=$(mktemp)
+  Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$number" 2>/dev/null &
+  display_pid=$!
+  for _ in $(seq 100); do [ -s "$number" ] && break || sleep 0.05; done
+  DISPLAY=:$(cat "$number")
+  rm -f "$number"
+  [ "$DISPLAY" != : ] || { echo "The virtual display did not start." >&2; exit 1; }
+  export DISPLAY LIBGL_ALWAYS_SOFTWARE=1 QT_QPA_PLATFORM=xcb LANG=C.UTF-8
+  openbox >/dev/null 2>&1 &
+  manager_pid=$!
+  # A window that opens before the manager is there would not become active.
+  for _ in $(seq 100); do
+    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' && break || sleep 0.05
+  done
+}
+
+stop_all() {
+  local pid
+  for pid in ${editor_pid:-} ${manager_pid:-} ${display_pid:-}; do kill "$pid" 2>/dev/null || true; done
+  rm -f "$log"
+}
+
+# wait_for SECONDS COMMAND...: until the command succeeds; `fail` ends the script otherwise.
+wait_for() {
+  local end=$((SECONDS + $1 + 1))
+  shift
+  until "$@"; do
+    kill -0 "$editor_pid" 2>/dev/null || fail "the editor ended by itself"
+    [ "$SECONDS" -lt "$end" ] || fail "waited in vain for: $*"
+    sleep "${poll:-0.1}"
+  done
+}
+
+active_is() { [ "$(xdotool getactivewindow getwindowname 2>/dev/null)" = "$1" ]; }
+
+# The top-left corner of the 3D view on the screen: beside 190 pixels of panel and strip, below menu and
+# toolbars.
+view_corner() {
+  local window X Y
+  window=$(xdotool search --onlyvisible --name "^$main_title\$" | head -n 1)
+  eval "$(xwininfo -id "$window" | awk '/Absolute upper-left X/ {print "X=" $NF} /Absolute upper-left Y/ {print "Y=" $NF}')"
+  echo $((X + 190)) $((Y + 79))
+}
+
+end_editor() {
+  xdotool key alt+F4
+  for _ in $(seq 100); do kill -0 "$editor_pid" 2>/dev/null || break; sleep 0.1; done
+  kill -0 "$editor_pid" 2>/dev/null && fail "the editor did not end when its window was closed"
+  wait "$editor_pid" || fail "the editor ended with an error"
+  editor_pid=
+}
