@@ -1,6 +1,7 @@
 #include "data/archive_segments.h"
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <lzo/lzo1x.h>
 #include <system_error>
