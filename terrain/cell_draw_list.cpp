@@ -105,7 +105,8 @@ void SelectGridLines() {
 // Calls act for first ... last, beginning with those next to the middle.
 template <typename Act>
 void ForEachOutwards(int first, int last, int middle, Act act) {
-  middle = std::clamp(middle, first, last + 1);
+  if (last < first) return;
+  middle = std::clamp(middle, first, last);
   for (int k = middle; k <= last; ++k) act(k);
   for (int k = middle - 1; k >= first; --k) act(k);
 }
