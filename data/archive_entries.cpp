@@ -39,7 +39,7 @@ std::uint64_t HashSeed() {
 
 // A name as names are compared, and its hash.
 struct ArchiveEntries::FoldedName {
-  explicit FoldedName(std::string_view name) : size(name.size()) {
+  explicit FoldedName(std::string_view name) : size(std::min(name.size(), kMaxMemberName)) {
     const std::size_t lanes = (size + kLane - 1) / kLane;
     if (lanes > 0) std::memset(bytes + (lanes - 1) * kLane, 0, kLane);
     std::memcpy(bytes, name.data(), size);
