@@ -104,7 +104,9 @@ std::optional<ArchiveEntries> ReadDirectory(File& file, std::uint32_t offset,
   DirectoryReader reader(file, offset, fileSize);
   const auto count = reader.TakeU32();
   if (!count || std::uint64_t{*count} * kSmallestEntry > reader.Remaining()) return std::nullopt;
+  constexpr std::uint32_t kMostReserved = 1 << 16;
   ArchiveEntries entries;
+  entries.Reserve(std::min(*count, kMostReserved));
   for (std::uint32_t i = 0; i < *count; ++i) {
     if (!ReadEntry(reader, fileSize, entries)) return std::nullopt;
   }

@@ -40,8 +40,8 @@ std::uint64_t HashSeed() {
 // A name as names are compared, and its hash.
 struct ArchiveEntries::FoldedName {
   explicit FoldedName(std::string_view name) : size(std::min(name.size(), kMaxMemberName)) {
-    const std::size_t lanes = (size + kLane - 1) / kLane;
-    if (lanes > 0) std::memset(bytes + (lanes - 1) * kLane, 0, kLane);
+    const std::size_t lanes = size / kLane + 1;
+    std::memset(bytes + (lanes - 1) * kLane, 0, kLane);
     std::memcpy(bytes, name.data(), size);
     std::uint64_t mixed = HashSeed() ^ size;
     for (std::size_t lane = 0; lane < lanes; ++lane) {
@@ -66,7 +66,7 @@ std::size_t ArchiveEntries::SlotOf(const FoldedName& name) const {
   const std::size_t mask = slots_.size() - 1;
   std::size_t slot = name.hash & mask;
   for (; slots_[slot].number != 0; slot = (slot + 1) & mask) {
-    if (slots_[slot].hash == name.hash && Key(slots_[slot].number - 1) == name.Key()) break;
+    if (slots_[slot].hash == name.hash && KeyAt(slots_[slot].key) == name.Key()) break;
   }
   return slot;
 }
@@ -88,7 +88,7 @@ void ArchiveEntries::Set(std::string_view name, const ArchiveEntry& entry) {
     return;
   }
   Append(name, folded, entry);
-  slot = {folded.hash, static_cast<std::uint32_t>(records_.size())};
+  slot = {folded.hash, static_cast<std::uint32_t>(records_.size()), records_.back().key};
 }
 
 void ArchiveEntries::Append(std::string_view name, const FoldedName& folded,
@@ -96,23 +96,33 @@ void ArchiveEntries::Append(std::string_view name, const FoldedName& folded,
   DropIncomplete();
   const bool inOrder =
       sorted_ == order_.size() && (order_.empty() || Key(order_.back()) < folded.Key());
-  const std::size_t offset = names_.size();
-  names_ += name;
+  const std::size_t offset = keys_.size();
   keys_ += folded.Key();
-  std::replace(names_.begin() + static_cast<std::ptrdiff_t>(offset), names_.end(), '\\', '/');
+  names_ += name;
+  if (name.find('\\') != std::string_view::npos) {
+    std::replace(names_.begin() + static_cast<std::ptrdiff_t>(offset), names_.end(), '\\', '/');
+  }
   order_.push_back(static_cast<std::uint32_t>(records_.size()));
   records_.push_back(
-      {entry, static_cast<std::uint32_t>(offset), static_cast<std::uint32_t>(name.size())});
+      {entry, {static_cast<std::uint32_t>(offset), static_cast<std::uint32_t>(name.size())}});
   if (inOrder) ++sorted_;
 }
 
 // What an entry left that there was not enough memory for.
 void ArchiveEntries::DropIncomplete() {
-  const std::size_t nameBytes =
-      records_.empty() ? 0 : records_.back().nameOffset + records_.back().nameSize;
-  names_.resize(nameBytes);
-  keys_.resize(nameBytes);
+  const TextPlace last = records_.empty() ? TextPlace{} : records_.back().key;
+  names_.resize(last.offset + last.size);
+  keys_.resize(last.offset + last.size);
   order_.resize(records_.size());
+}
+
+void ArchiveEntries::Reserve(std::size_t count) {
+  constexpr std::size_t kUsualName = 64;
+  records_.reserve(count);
+  order_.reserve(count);
+  names_.reserve(count * kUsualName);
+  keys_.reserve(count * kUsualName);
+  while (count * 3 > slots_.size() * 2) GrowTable();
 }
 
 void ArchiveEntries::GrowTable() {

@@ -61,6 +61,8 @@ class ArchiveEntries {
   auto begin() const { return Iterator<const ArchiveEntries, const ArchiveEntry>(Sorted(), 0); }
   auto end() const { return Iterator<const ArchiveEntries, const ArchiveEntry>(*this, size()); }
 
+  // Makes room for so many entries with names of the usual length.
+  void Reserve(std::size_t count);
   // Null when there is none. Valid until the next change.
   const ArchiveEntry* Find(std::string_view name) const;
   void Set(std::string_view name, const ArchiveEntry& entry);
@@ -78,20 +80,27 @@ class ArchiveEntries {
 
  private:
   struct FoldedName;
+  struct TextPlace {
+    std::uint32_t offset = 0, size = 0;
+  };
   struct Record {
     ArchiveEntry entry;
-    std::uint32_t nameOffset = 0, nameSize = 0;  // in names_ and, folded, in keys_
+    TextPlace key;  // in keys_, and the name as it is written at the same place in names_
   };
   // Of the hash table; open addressing, the next slot follows.
   struct Slot {
     std::uint32_t hash = 0;
     std::uint32_t number = 0;  // of the record, from 1; 0 is a free slot
+    TextPlace key;
   };
 
-  std::string_view Name(std::uint32_t index) const { return Text(names_, index); }
-  std::string_view Key(std::uint32_t index) const { return Text(keys_, index); }
-  std::string_view Text(const std::string& pool, std::uint32_t index) const {
-    return std::string_view(pool).substr(records_[index].nameOffset, records_[index].nameSize);
+  std::string_view Name(std::uint32_t index) const {
+    const TextPlace& place = records_[index].key;
+    return std::string_view(names_).substr(place.offset, place.size);
+  }
+  std::string_view Key(std::uint32_t index) const { return KeyAt(records_[index].key); }
+  std::string_view KeyAt(const TextPlace& place) const {
+    return std::string_view(keys_).substr(place.offset, place.size);
   }
   // The slot of the name, or the free one where it belongs.
   std::size_t SlotOf(const FoldedName& name) const;
