@@ -22,8 +22,10 @@ std::string UpperCase(std::string_view text) {
 }
 
 bool WriteMapList() {
-  const std::string path =
-      modConfig.GamePath.String() + modConfig.modFolder.String() + "Settings\\maplist.con";
+  const std::string folder =
+      modConfig.GamePath.String() + modConfig.modFolder.String() + "Settings";
+  CreateFolder(folder);  // a mod that has never been played has none
+  const std::string path = folder + "\\maplist.con";
   const std::string level = UpperCase(modConfig.LevelName);
   if (WriteWholeFile(path, "game.addLevel " + level + "\r\ngame.setCurrentLevel " + level + "\r\n"))
     return true;

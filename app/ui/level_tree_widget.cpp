@@ -3,12 +3,15 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QKeyEvent>
+#include <QKeySequence>
 #include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QToolTip>
 #include <algorithm>
 #include <utility>
 
+#include "app/commands.h"
 #include "app/level_tree_actions.h"
 #include "app/ui/level_tree_drag.h"
 #include "resources/pictures.h"
@@ -37,6 +40,14 @@ TreeItem NeighbourOf(const QTreeWidgetItem* entry) {
     if (neighbour >= 0 && neighbour < parent->childCount()) return ItemOf(parent->child(neighbour));
   }
   return ItemOf(parent);
+}
+
+// Cut, copy and paste mean what is selected in the level, as they do in the view.
+CommandId ClipboardCommandOf(const QKeyEvent& event) {
+  if (event.matches(QKeySequence::Cut)) return kCommandCut;
+  if (event.matches(QKeySequence::Copy)) return kCommandCopy;
+  if (event.matches(QKeySequence::Paste)) return kCommandPaste;
+  return kCommandNone;
 }
 
 }  // namespace
@@ -140,6 +151,10 @@ void LevelTreeWidget::DeleteCurrent() {
 }
 
 void LevelTreeWidget::keyPressEvent(QKeyEvent* event) {
+  if (const CommandId command = ClipboardCommandOf(*event)) {
+    RunCommand(command);
+    return;
+  }
   switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:

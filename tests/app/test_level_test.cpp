@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include "app/level_fixture.h"
+#include "platform/disk.h"
 #include "support/archive_bytes.h"
 
 namespace mw {
@@ -43,8 +44,15 @@ TEST_F(TestLevelTest, ItIsSaidThatChangesAreNotTested) {
   EXPECT_TRUE(editor.levelModified);
 }
 
+TEST_F(TestLevelTest, AModThatWasNeverPlayedGetsItsSettingsFolder) {
+  std::filesystem::remove(folder / "Mods/varnhold/settings");
+  TestLevel();
+  EXPECT_TRUE(FileExists("Mods/varnhold/Settings/maplist.con"));
+}
+
 TEST_F(TestLevelTest, WithoutAMapListTheGameIsNotStarted) {
   std::filesystem::remove(folder / "Mods/varnhold/settings");
+  std::ofstream(folder / "Mods/varnhold/settings") << "a file in the way";
   scripted::script.answers = {PromptAnswer::Ok};
   TestLevel();
   ASSERT_EQ(scripted::script.prompts.size(), 1u);

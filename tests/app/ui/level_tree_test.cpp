@@ -118,6 +118,15 @@ TEST_F(LevelTreeTest, DeleteKeyDeletesTheObjectAndTakesTheUserToTheNextOne) {
   EXPECT_EQ(camera.position.x, 1024 - 200) << "a click on it leads back to it";
 }
 
+TEST_F(LevelTreeTest, ClipboardKeysWorkOnWhatIsSelectedInTheLevel) {
+  operations.copy = [this] { calls.push_back("copy"); };
+  QTest::keyClick(&tree(), Qt::Key_C, Qt::ControlModifier);
+  QTest::keyClick(&tree(), Qt::Key_X, Qt::ControlModifier);
+  EXPECT_EQ(calls, (std::vector<std::string>{"copy", "copy"}));
+  QTest::keyClick(&tree(), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_TRUE(editor.pastePending);
+}
+
 TEST_F(LevelTreeTest, DeletingTheCurrentItemChoosesNoOtherByItself) {
   Place("Bunker", {1, 0, 1});
   Place("Barracks", {2, 0, 2});
