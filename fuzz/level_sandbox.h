@@ -17,7 +17,7 @@
 class LevelSandbox {
  public:
   LevelSandbox() : level_(OpenArchive()) {
-    mw::editor.levelFolder = "varnhold\\levels\\Fuzz";
+    mw::editor.levelFolder = kFolder;
     mw::ClearGameFileError();
     Require(level_.BeginSave());
   }
@@ -50,7 +50,10 @@ class LevelSandbox {
     }();
     return *opened;
   }
-  static std::string Member(const std::string& file) { return "varnhold/levels/Fuzz/" + file; }
+  static std::string Member(const std::string& file) { return std::string(kFolder) + "/" + file; }
+
+  // Short: it is compared very often.
+  static constexpr const char* kFolder = "L";
 
   mw::Archive& level_;
 };

@@ -64,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   MakeScratchFolders();
   LevelSandbox level;
   InputReader input(data, size);
-  const int side = 1 << input.Byte() % 6;
+  const int side = 1 << input.Byte() % 4;
   const bool hasBits = input.Flag();
   const auto bits = input.Part(), lightMap = input.Part();
 

@@ -8,7 +8,7 @@ TMPDIR=$(mktemp -d -p /dev/shm 2>/dev/null || mktemp -d)
 for fuzzer in build/fuzz/bin/*_fuzzer; do
   name=$(basename "$fuzzer" _fuzzer)
   mkdir -p "$TMPDIR/$name" "build/fuzz/found/$name"
-  "$fuzzer" -merge=1 -use_counters=0 -max_len=4096 "$TMPDIR/$name" "$PWD/fuzz/corpus/$name" "$PWD/build/fuzz/found/$name" \
+  "$fuzzer" -merge=1 -use_counters=0 -max_len=65536 "$TMPDIR/$name" "$PWD/fuzz/corpus/$name" "$PWD/build/fuzz/found/$name" \
     >"build/fuzz/$name-merge.log" 2>&1 || { tail -n 20 "build/fuzz/$name-merge.log"; exit 1; }
   rm -rf "fuzz/corpus/$name"
   mv "$TMPDIR/$name" fuzz/corpus/
