@@ -125,7 +125,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   mw::Archive archive;
   Contents contents;
   std::filesystem::remove(path);
-  Require(archive.Create(path));
+  if (input.Flag()) {
+    Require(archive.Create(path));
+  } else {
+    Require(archive.CreateAside(path) && archive.PutInPlace());
+  }
   Require(archive.SetMode(input.Flag() ? mw::StorageMode::Compressed : mw::StorageMode::Stored));
   for (int group = 0; group < kMaxGroups && !input.AtEnd(); ++group) {
     MakeOneGroup(input, archive, contents);

@@ -11,10 +11,9 @@ folder=$PWD/build/coverage
 readers="
 archive directory | archive archive_writer | data/archive_directory.cpp
 archive members | archive archive_writer | data/archive_segments.cpp data/archive_staging.cpp
-archive | archive archive_writer | data/archive.cpp:Open|Close|Read|Write|Remove|Begin|Commit|Rollback|Stage|Undo|Mark|InGroup|MayOverwrite|PlaceMember
 archive journal | archive_journal archive_writer | data/archive_journal.cpp
-console scripts | settings static_objects entity_scripts | data/script.cpp
-settings scripts | settings | data/level_settings.cpp data/level_settings_commands.cpp
+console scripts | settings static_objects entity_scripts shader_file | data/script.cpp:Line|Parse|Script|Whole
+settings scripts | settings | data/level_settings.cpp data/level_settings_commands.cpp:Line|Read|Write|Find|Parse|Format|Integer|Float|Vector|Path|Bytes|Switch|Names|Kit|Team|Skin
 static objects | static_objects | objects/static_object_script.cpp
 entity scripts | entity_scripts | objects/entity_scripts.cpp objects/entity_records.cpp objects/entity_fields.cpp objects/entity_fields.h
 mod configuration (.cfg) | mod_config | data/mod_config_parser.cpp:ModConfigParser|ApplyModConfigText|Append|AddOnce|Joined
@@ -22,12 +21,12 @@ texture set (index.dat) | texture_set | data/texture_set.cpp:Read|Load|ClearText
 object list (.lst) | object_list | objects/object_catalogue.cpp:ParseObjectList|AddCategory|AddEntry|IsPassedOver|CategoryOf|FindCatalogueEntry
 BMP | bmp | data/bmp.cpp:Decode|Dib|Read|Convert|Find|Row|Channel|Default data/bmp_rle.cpp
 DDS | dds | data/dds.cpp:Decode|Block|Expand|Mix|Format|Stated|FourCc
-TGA | tga | data/image.cpp:Tga|CopyTurned|SwapRedAndBlue
-standard mesh (.sm) | standard_mesh | objects/mesh_reader.cpp:MeshFile|Finite|Position|VerticesOf|Indices|Face|Collision|Material|FirstLevel|ReadStandardMesh
-tree mesh (.tm) | tree_mesh | objects/mesh_reader.cpp:MeshFile|Finite|Position|VerticesOf|Indices|Face|ReadCollision|Texture|Tree|SurfaceOf
+TGA | tga | data/image.cpp:DecodeTga|EncodeTga|CopyTurned|SwapRedAndBlue
+standard mesh (.sm) | standard_mesh | objects/mesh_reader.cpp:MeshFile|Finite|Position|VerticesOf|ReadIndices|ReadFace|ReadCollision|ReadSized|Material|FirstLevel|ReadStandardMesh
+tree mesh (.tm) | tree_mesh | objects/mesh_reader.cpp:MeshFile|Finite|Position|VerticesOf|ReadIndices|ReadFace|ReadCollision|ReadTexture|Tree|SurfaceOf
 shader file (.rs) | shader_file | objects/shader_file.cpp
 height map | heightmap | terrain/terrain.cpp:HeightBuffer|HeightsFromBuffer|HeightsInBuffer|SaveHeightmap|FileOffset|PaintMiniMap
-exchanged height map | height_exchange | terrain/height_exchange.cpp
+exchanged height map | height_exchange | terrain/height_exchange.cpp:Import|Exchange|Decode|Encode|Sample
 material map | material_map | terrain/material_map.cpp:Load|Save|ForEachDataCell|StoredMaterial|MaterialMap
 shadow tracer's results | shadow_results | terrain/shadow_work.cpp:Take|Scratch terrain/level_textures.cpp:ConvertTga
 "
@@ -44,16 +43,16 @@ build_and_run() {
   done
 }
 
-# functions PROFILE FILE WORDS: "lines missed" of the functions of the file that have such a word.
-count_lines() {
-  llvm-cov report --show-functions "$folder/bin/test_fuzz" -instr-profile="$1" "$2" |
-    awk -v words="$3" '$5 ~ /^[0-9]+$/ && $1 != "TOTAL" && $1 ~ words { lines += $5; missed += $6 }
-                       END { print lines + 0, missed + 0 }'
-}
-
-show_missed() {
-  llvm-cov show "$folder/bin/test_fuzz" -instr-profile="$1" "$2" | grep -E '^ +[0-9]+\| +0\|' |
-    sed "s|^|    $2:|" || true
+# lines_of PROFILE FILE WORDS: "number reached text" of each line that is code, in the functions of the file that
+# have such a word in their own names (their mangled ones hold those of their parameters too). A line of a template is reached when one of its instances reaches it. The
+# compiler may have been given absolute paths or ones that start in the build folder.
+lines_of() {
+  local names="ZNK?2mw(12_GLOBAL__N_1)?[0-9]+[A-Za-z0-9]*($3)"
+  llvm-cov show "$folder/bin/test_fuzz" -instr-profile="$1" -name-regex="$names" \
+    -path-equivalence="$folder/../..,$PWD" "$PWD/$2" |
+    awk -F'|' '/^ *[0-9]+\| *[0-9.]+[kMGT]?\|/ {
+                 n = $1 + 0; if ($2 + 0 > 0) reached[n] = 1; text[n] = substr($0, index($0, $3)) }
+               END { for (n in text) print n, reached[n] + 0, text[n] }' | sort -n
 }
 
 build_and_run
@@ -64,16 +63,14 @@ while IFS='|' read -r reader rest; do
   profiles=()
   for target in $targets; do profiles+=("$folder/$target.profraw"); done
   llvm-profdata merge -sparse "${profiles[@]}" -o "$folder/reader.profdata"
-  lines=0 missed=0
+  : >"$folder/reader.lines"
   for file in $files; do
     words=.
     [[ $file == *:* ]] && words=${file#*:}
-    read -r more none < <(count_lines "$folder/reader.profdata" "${file%%:*}" "$words")
-    lines=$((lines + more)) missed=$((missed + none))
+    lines_of "$folder/reader.profdata" "${file%%:*}" "$words" | sed "s|^|${file%%:*}:|" >>"$folder/reader.lines"
   done
-  awk -v r="$reader" -v l="$lines" -v m="$missed" \
-    'BEGIN { printf "%-26s %6d %7.1f%%%s\n", r, l, l ? 100 * (l - m) / l : 0, l && m <= l / 10 ? "" : "  below 90" }'
-  if [ "${1:-}" = --missed ]; then
-    for file in $files; do show_missed "$folder/reader.profdata" "${file%%:*}"; done
-  fi
+  awk -v reader="$reader" '{ lines++; reached += $2 }
+    END { share = lines ? 100 * reached / lines : 0
+          printf "%-26s %6d %7.1f%%%s\n", reader, lines, share, share < 90 ? "  below 90" : "" }' "$folder/reader.lines"
+  if [ "${1:-}" = --missed ]; then awk '$2 == 0 { $2 = ""; print "    " $0 }' "$folder/reader.lines"; fi
 done <<<"$readers"
