@@ -4,6 +4,8 @@
 #   tools/fuzz_coverage.sh --missed   the lines that are not reached, too
 set -euo pipefail
 cd "$(dirname "$0")/.."
+source tools/packages.sh
+need "${build_packages[@]}" "${test_packages[@]}" "${fuzz_packages[@]}" llvm
 folder=$PWD/build/coverage
 
 # Reader | fuzz targets | source files, or FILE:WORDS where only the functions with one of these words in
@@ -44,8 +46,9 @@ build_and_run() {
 }
 
 # lines_of PROFILE FILE WORDS: "number reached text" of each line that is code, in the functions of the file that
-# have such a word in their own names (their mangled ones hold those of their parameters too). A line of a template is reached when one of its instances reaches it. The
-# compiler may have been given absolute paths or ones that start in the build folder.
+# have such a word in their own names (their mangled ones hold those of their parameters too). A line of a
+# template is reached when one of its instances reaches it. The compiler may have been given absolute paths or
+# ones that start in the build folder.
 lines_of() {
   local names="ZNK?2mw(12_GLOBAL__N_1)?[0-9]+[A-Za-z0-9]*($3)"
   llvm-cov show "$folder/bin/test_fuzz" -instr-profile="$1" -name-regex="$names" \

@@ -2,7 +2,6 @@
 // stays found.
 #include <algorithm>
 #include <csignal>
-#include <cstring>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
