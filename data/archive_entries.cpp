@@ -40,18 +40,14 @@ std::uint64_t HashSeed() {
 // A name as names are compared, and its hash.
 struct ArchiveEntries::FoldedName {
   explicit FoldedName(std::string_view name) : size(std::min(name.size(), kMaxMemberName)) {
-    const std::size_t lanes = size / kLane + 1;
-    std::memset(bytes + (lanes - 1) * kLane, 0, kLane);
-    std::memcpy(bytes, name.data(), size);
     std::uint64_t mixed = HashSeed() ^ size;
-    for (std::size_t lane = 0; lane < lanes; ++lane) {
-      Lane folded;
-      std::memcpy(&folded, bytes + lane * kLane, kLane);
-      folded = FoldLane(folded);
-      std::memcpy(bytes + lane * kLane, &folded, kLane);
-      std::uint64_t halves[2];
-      std::memcpy(halves, &folded, kLane);
-      mixed = Mix(halves[0] ^ mixed, halves[1] ^ kFactor ^ (mixed >> 32));
+    if (size < kLane) {
+      Lane lane{};
+      if (size > 0) std::memcpy(&lane, name.data(), size);
+      mixed = Add(lane, 0, mixed);
+    } else {
+      for (std::size_t at = 0; at + kLane < size; at += kLane) mixed = Add(name, at, mixed);
+      mixed = Add(name, size - kLane, mixed);  // the last lane may overlap the one before
     }
     hash = static_cast<std::uint32_t>(Mix(mixed, kFactor));
   }
@@ -60,6 +56,21 @@ struct ArchiveEntries::FoldedName {
   alignas(kLane) char bytes[kMaxMemberName + 1];
   std::size_t size;
   std::uint32_t hash;
+
+ private:
+  std::uint64_t Add(std::string_view name, std::size_t at, std::uint64_t mixed) {
+    Lane lane;
+    std::memcpy(&lane, name.data() + at, kLane);
+    return Add(lane, at, mixed);
+  }
+  // Folds the lane into its place and returns the hash so far.
+  std::uint64_t Add(Lane lane, std::size_t at, std::uint64_t mixed) {
+    lane = FoldLane(lane);
+    std::memcpy(bytes + at, &lane, kLane);
+    std::uint64_t halves[2];
+    std::memcpy(halves, &lane, kLane);
+    return Mix(halves[0] ^ mixed, halves[1] ^ kFactor ^ (mixed >> 32));
+  }
 };
 
 std::size_t ArchiveEntries::SlotOf(const FoldedName& name) const {
