@@ -181,6 +181,11 @@ void RunToolsCommand(CommandId id) {
   }
 }
 
+// The pages lie in the working folder.
+void OpenHelp(const char* page) {
+  if (!OpenDocument(page)) SetStatusText(1, FormatText("Could not open %s.", page));
+}
+
 void RunOtherCommand(CommandId id) {
   switch (id) {
     case kCommandCut:
@@ -209,10 +214,10 @@ void RunOtherCommand(CommandId id) {
       shell.creditsDialog();
       break;
     case kCommandUsersGuide:
-      OpenDocument("guide.htm");
+      OpenHelp("guide.htm");
       break;
     case kCommandTutorial:
-      OpenDocument("tutorial.htm");
+      OpenHelp("tutorial.htm");
       break;
     default:
       break;  // Undo and Redo do nothing

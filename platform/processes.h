@@ -11,7 +11,8 @@ namespace mw {
 // where that is installed. False when it could not be started.
 bool RunProcessAndWait(std::string_view commandLine, std::string_view folder);
 
-// Opens a document or web page with the program that the user's desktop has for it.
-void OpenDocument(std::string_view path);
+// Opens a document or web page with the program that the user's desktop has for it. False when the
+// document is not there or the desktop has no program for it.
+bool OpenDocument(std::string_view path);
 
 }  // namespace mw

@@ -99,13 +99,14 @@ bool RunProcessAndWait(std::string_view commandLine, std::string_view folder) {
   return true;
 }
 
-void OpenDocument(std::string_view path) {
+bool OpenDocument(std::string_view path) {
   const QString given = QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size()));
   const QUrl address(given);
-  const bool onTheWeb = address.scheme() == "http" || address.scheme() == "https";
-  QDesktopServices::openUrl(
-      onTheWeb ? address
-               : QUrl::fromLocalFile(QFileInfo(FromPath(NativePath(path))).absoluteFilePath()));
+  if (address.scheme() == "http" || address.scheme() == "https") {
+    return QDesktopServices::openUrl(address);
+  }
+  const QFileInfo file(FromPath(NativePath(path)));
+  return file.isFile() && QDesktopServices::openUrl(QUrl::fromLocalFile(file.absoluteFilePath()));
 }
 
 }  // namespace mw

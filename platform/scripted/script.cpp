@@ -61,7 +61,10 @@ bool RunProcessAndWait(std::string_view commandLine, std::string_view) {
   script.startedProcesses.emplace_back(commandLine);
   return !script.program || script.program(commandLine);
 }
-void OpenDocument(std::string_view path) { script.openedDocuments.emplace_back(path); }
+bool OpenDocument(std::string_view path) {
+  script.openedDocuments.emplace_back(path);
+  return script.documentsOpen;
+}
 
 std::optional<std::string> ReadGameSetting(std::string_view name) {
   const auto found = script.gameSettings.find(std::string(name));

@@ -27,6 +27,7 @@ struct Script {
   std::vector<std::string> missingModules;  // names that fail to load
   std::vector<std::string> missingGlExtensions;
   std::vector<std::string> startedProcesses, openedDocuments;
+  bool documentsOpen = true;  // what OpenDocument answers
   // Does what the started program would have done; false when it could not be started.
   std::function<bool(std::string_view commandLine)> program;
   bool instanceTaken = false;
