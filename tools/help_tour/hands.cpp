@@ -1,0 +1,129 @@
+#include "tools/help_tour/hands.h"
+
+#include <QOpenGLWidget>
+#include <QTest>
+#include <atomic>
+
+#include "tools/help_tour/gui.h"
+
+namespace mw::help {
+namespace {
+
+enum class Pointer { Move, Press, Release, Click, DoubleClick };
+
+constexpr int kFrameTime = 40, kFramePatience = 1000;  // milliseconds
+constexpr int kStepsOfDrag = 12;
+
+void SendPointer(Pointer kind, const Target& target) {
+  if (!target.widget) return;
+  QWidget* const top = target.widget->window();
+  QWindow* const window = top->windowHandle();
+  const QPoint place = target.widget->mapTo(top, target.place);
+  switch (kind) {
+    case Pointer::Move:
+      return QTest::mouseMove(window, place);
+    case Pointer::Press:
+      return QTest::mousePress(window, Qt::LeftButton, {}, place);
+    case Pointer::Release:
+      return QTest::mouseRelease(window, Qt::LeftButton, {}, place);
+    case Pointer::Click:
+      return QTest::mouseClick(window, Qt::LeftButton, {}, place);
+    case Pointer::DoubleClick:
+      return QTest::mouseDClick(window, Qt::LeftButton, {}, place);
+  }
+}
+
+QWindow* KeyWindow() {
+  if (QWindow* window = QGuiApplication::focusWindow()) return window;
+  QWidget* const window = FrontWindow();
+  return window ? window->windowHandle() : nullptr;
+}
+
+void Point(Pointer kind, const Target& target) {
+  Send([=] { SendPointer(kind, target); });
+}
+
+Target Between(const Target& from, const Target& to, int step) {
+  if (from.widget != to.widget) return step < kStepsOfDrag ? from : to;
+  return {to.widget, from.place + (to.place - from.place) * step / kStepsOfDrag};
+}
+
+}  // namespace
+
+void Move(const Target& target) { Point(Pointer::Move, target); }
+void Press(const Target& target) { Point(Pointer::Press, target); }
+void Release(const Target& target) { Point(Pointer::Release, target); }
+
+// The mouse is there before it clicks: what lies under it is found from the last picture.
+void Click(const Target& target) {
+  Move(target);
+  WaitForFrames();
+  Point(Pointer::Click, target);
+}
+
+void DoubleClick(const Target& target) {
+  Move(target);
+  WaitForFrames();
+  Point(Pointer::DoubleClick, target);
+}
+
+void Drag(const QList<Target>& places, int milliseconds) {
+  Move(places.first());
+  WaitForFrames();
+  Press(places.first());
+  const int legs = std::max(1, static_cast<int>(places.size()) - 1);
+  const int pause = milliseconds / (legs * kStepsOfDrag);
+  for (int leg = 0; leg < legs; ++leg) {
+    const Target& from = places[leg];
+    const Target& to = places[std::min<qsizetype>(leg + 1, places.size() - 1)];
+    for (int step = 1; step <= kStepsOfDrag; ++step) {
+      Move(Between(from, to, step));
+      Wait(pause);
+    }
+  }
+  WaitForFrames();
+  Release(places.last());
+}
+
+void PressKey(int key) {
+  Send([key] { QTest::keyPress(KeyWindow(), static_cast<Qt::Key>(key)); });
+}
+
+void ReleaseKey(int key) {
+  Send([key] { QTest::keyRelease(KeyWindow(), static_cast<Qt::Key>(key)); });
+}
+
+void ClickKeys(const QKeySequence& keys) {
+  for (int i = 0; i < keys.count(); ++i) {
+    const QKeyCombination key = keys[static_cast<unsigned>(i)];
+    Send([key] { QTest::keyClick(KeyWindow(), key.key(), key.keyboardModifiers()); });
+  }
+}
+
+void Type(const QString& text) {
+  for (const QChar letter : text) {
+    Send([letter] { QTest::keyClick(KeyWindow(), letter.toLatin1()); });
+  }
+}
+
+void WaitForFrames(int count) {
+  std::atomic<int> drawn = 0;
+  const auto connection = OnGui([&] {
+    auto* view = qobject_cast<QOpenGLWidget*>(FindView());
+    return view ? QObject::connect(view, &QOpenGLWidget::frameSwapped, view, [&] { ++drawn; })
+                : QMetaObject::Connection();
+  });
+  QElapsedTimer time;
+  time.start();
+  while (drawn < count && !time.hasExpired(count * kFrameTime)) Wait(1);
+  // Slow frames are waited for as long as they come at all.
+  while (drawn > 0 && drawn < count && !time.hasExpired(kFramePatience)) Wait(1);
+  OnGui([&] { QObject::disconnect(connection); });
+}
+
+void Wait(int milliseconds) {
+  QThread::msleep(static_cast<unsigned long>(milliseconds));
+  OnGui([] {});
+}
+
+}  // namespace mw::help
