@@ -121,6 +121,23 @@ bool OpenChosenLevel(const ModSnapshot& before, const std::function<bool()>& loa
   return true;
 }
 
+void ShowNotOpened(const std::string& level) {
+  ShowArrowCursor();
+  ShowPrompt(FormatText("The level %s could not be opened: its archive is missing, damaged or "
+                        "cannot be read.\n\nThe level on disk is as it was after the last save.",
+                        level.c_str()),
+             "Error", PromptButtons::Ok, PromptIcon::Stop);
+}
+
+// Whatever is left to do when an archive is closed, the last save is complete.
+void ShowNotClosed(const Archive& archive) {
+  ShowArrowCursor();
+  ShowPrompt(FormatText("The archive of the level that was open could not be compacted.\n\n%s\n\n"
+                        "The level on disk is as it was after the last save.",
+                        archive.Error().c_str()),
+             "Error", PromptButtons::Ok, PromptIcon::Exclamation);
+}
+
 void ShowNotSaved() {
   ShowArrowCursor();
   SetStatusText(1, FormatText("Could not save level %s", modConfig.LevelName.c_str()));
@@ -163,7 +180,9 @@ const std::string& LevelMod() { return openMod; }
 
 void CloseLevelArchive() {
   ForgetRecovery();
-  if (!openArchivePath.empty()) archives.CloseArchive(openArchivePath);
+  Archive* const archive = LevelArchive();
+  if (archive && !archive->Close()) ShowNotClosed(*archive);
+  if (archive) archives.CloseArchive(openArchivePath);
   openArchivePath.clear();
   openLevelModFolder.clear();
 }
@@ -174,7 +193,15 @@ bool OpenLevel() {
     RestoreMod(before);
     return false;
   }
-  return OpenChosenLevel(before, LoadLevelParts);
+  const std::string level = modConfig.LevelName.String();
+  bool archiveOpened = false;
+  const auto load = [&archiveOpened] {
+    archiveOpened = true;
+    return LoadLevelParts();
+  };
+  if (OpenChosenLevel(before, load)) return true;
+  if (!archiveOpened) ShowNotOpened(level);
+  return false;
 }
 
 bool OpenRecoveredLevel(const std::string& level, const std::string& recoveryFile) {

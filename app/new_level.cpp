@@ -172,6 +172,16 @@ std::string CreateLevel(const NewLevelChoices& choices) {
   return TrySaveLevel();
 }
 
+// What to say of the level on disk that the one of that name would have overwritten, if there is
+// one: the new one may have taken its place just before the failure.
+std::string WordOfOldLevel(const std::string& name) {
+  if (!FileExists(LevelArchivePathOf(name))) return {};
+  return FormatText(
+      "\n\nThe level %s on disk is as it was before. Should the new one have taken its place "
+      "already, the old one is its backup, %s.vra.bak.",
+      name.c_str(), name.c_str());
+}
+
 // The level before is gone; the editor is as it is before the first level.
 void GiveUp(const std::string& reason, const ModSnapshot& before) {
   SetStatusText(1, FormatText("Could not create level %s", modConfig.LevelName.c_str()));
@@ -211,8 +221,9 @@ bool NewLevel(const AskNewLevel& ask) {
     RestoreMod(before);
     return false;
   }
+  const std::string oldLevel = WordOfOldLevel(choices->name);
   const std::string failure = CreateLevel(*choices);
-  if (!failure.empty()) GiveUp(failure, before);
+  if (!failure.empty()) GiveUp(failure + oldLevel, before);
   return failure.empty();
 }
 

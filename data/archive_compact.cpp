@@ -71,6 +71,24 @@ bool WriteCompacted(File& archive, File& aside, const std::vector<Move>& moves,
   return false;
 }
 
+// Reads the compacted file back: every byte of it is accounted for.
+bool IsWrittenWhole(File& archive, File& aside, const std::vector<Move>& moves,
+                    const ArchiveContents& contents, std::string& error) {
+  const bool membersHold = std::ranges::all_of(moves, [&](const Move& move) {
+    return aside.HoldsCopy(move.to, archive, move.from, move.size);
+  });
+  const std::vector<std::uint8_t> directory = DirectoryBytes(contents.entries);
+  const std::uint64_t directoryOffset = contents.header.directoryOffset;
+  if (!membersHold || !aside.Holds(0, HeaderBytes(contents.header)) ||
+      !aside.Holds(directoryOffset, directory)) {
+    error = aside.Error();
+    return false;
+  }
+  if (aside.Size() == directoryOffset + directory.size()) return true;
+  error = "The compacted file has another size than what was written to it";
+  return false;
+}
+
 }  // namespace
 
 fs::path CompactedPath(const fs::path& archivePath) {
@@ -99,6 +117,7 @@ bool CompactArchive(File& archive, const fs::path& archivePath, const ArchiveCon
     return false;
   }
   if (WriteCompacted(archive, aside, *moves, compact, error) &&
+      IsWrittenWhole(archive, aside, *moves, compact, error) &&
       RenameFile(path, archivePath, &error)) {
     // Should this fail and the power with it, the old file may be back, which is whole as well.
     SyncFolderOf(archivePath);

@@ -30,7 +30,7 @@ bool BackUpArchive(File& archive, const fs::path& archivePath, std::string& erro
   File copy;
   if (!RemoveFile(unfinished, &error)) return false;
   if (!(copy.Open(unfinished, FileAccess::CreateNew) && copy.CopyContent(archive) &&
-        copy.CopyPermissions(archive) && copy.Sync())) {
+        copy.CopyPermissions(archive) && copy.Sync() && copy.HoldsContentOf(archive))) {
     error = copy.Error();
   } else if (RenameFile(unfinished, backup, &error)) {
     return SyncFolderOf(backup, &error);

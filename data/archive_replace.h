@@ -15,7 +15,8 @@ std::filesystem::path AsidePath(const std::filesystem::path& archivePath);
 // The old state of a file that was saved into, or that a new one took the place of.
 std::filesystem::path BackupPath(const std::filesystem::path& archivePath);
 
-// Copies the open archive file to its backup, which is whole at any moment and made to last.
+// Copies the open archive file to its backup, which is whole at any moment, made to last,
+// and read back before it takes the place of an older one.
 bool BackUpArchive(File& archive, const std::filesystem::path& archivePath, std::string& error);
 
 // Removes a file that was written aside, and its journal. True when there is none afterwards.

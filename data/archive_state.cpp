@@ -65,7 +65,7 @@ bool Archive::State::BringBack() {
   const fs::path aside = AsidePath(realPath);
   if (!RemoveAside(realPath, error)) return false;
   if (!(copy.Open(aside, FileAccess::CreateNew) && copy.CopyContent(file) &&
-        copy.CopyPermissions(file) && copy.Sync())) {
+        copy.CopyPermissions(file) && copy.Sync() && copy.HoldsContentOf(file))) {
     Fail(copy.Error());
   } else if (RenameFile(aside, realPath, &error) && SyncFolderOf(realPath, &error)) {
     file = std::move(copy);

@@ -20,6 +20,12 @@ constexpr std::uint64_t kMaxFileSize = std::numeric_limits<std::uint32_t>::max()
 
 std::string firstError;
 
+// Of a whole group, so it says more than what was noted while the group was written.
+void SetArchiveError(const Archive& archive) {
+  firstError = "The level's archive could not be changed: " + archive.Error() +
+               "\n\nThe level on disk is as it was before.";
+}
+
 // Takes what is written while CaptureGameFiles runs; else null.
 std::vector<GameMember>* captured = nullptr;
 
@@ -126,11 +132,11 @@ bool WriteAsOneChange(const std::function<void()>& write) {
   ClearGameFileError();
   Archive* const archive = archives.LastWritable();
   if (archive && !archive->BeginSave()) {
-    SetGameFileError(archive->Error());
+    SetArchiveError(*archive);
     return false;
   }
   write();
-  if (archive && !archive->CommitSave()) SetGameFileError(archive->Error());
+  if (archive && !archive->CommitSave()) SetArchiveError(*archive);
   return GameFileError().empty();
 }
 

@@ -207,13 +207,39 @@ bool File::Holds(std::uint64_t offset, std::span<const std::uint8_t> expected) {
     const auto block = std::span(buffer).first(std::min(buffer.size(), expected.size()));
     if (!ReadAt(offset, block)) return false;
     if (!std::ranges::equal(block, expected.first(block.size()))) {
-      return Fail("The disk does not hold what was written to it");
+      return FailDiffering();
     }
     offset += block.size();
     expected = expected.subspan(block.size());
   }
   return true;
 }
+
+bool File::HoldsCopy(std::uint64_t offset, File& source, std::uint64_t sourceOffset,
+                     std::uint64_t size) {
+  std::vector<std::uint8_t> buffer(static_cast<std::size_t>(std::min<std::uint64_t>(kBlock, size)));
+  while (size > 0) {
+    const auto block =
+        std::span(buffer).first(static_cast<std::size_t>(std::min<std::uint64_t>(kBlock, size)));
+    if (!source.ReadAt(sourceOffset, block)) return Fail(source.Error().c_str());
+    if (!Holds(offset, block)) return false;
+    offset += block.size();
+    sourceOffset += block.size();
+    size -= block.size();
+  }
+  return true;
+}
+
+bool File::HoldsContentOf(File& source) {
+  const auto size = source.Size();
+  if (!size) return Fail(source.Error().c_str());
+  const auto ownSize = Size();
+  if (!ownSize) return false;
+  if (*ownSize != *size) return FailDiffering();
+  return HoldsCopy(0, source, 0, *size);
+}
+
+bool File::FailDiffering() { return Fail("The disk does not hold what was written to it"); }
 
 bool File::CopyPermissions(const File& other) {
   struct stat status {};

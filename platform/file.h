@@ -58,6 +58,11 @@ class File {
   // memory of what was written, where that can be had; sync before. `Error` says so when it does
   // not.
   bool Holds(std::uint64_t offset, std::span<const std::uint8_t> expected);
+  // The same for bytes that were copied: `size` bytes of `source` from `sourceOffset`.
+  bool HoldsCopy(std::uint64_t offset, File& source, std::uint64_t sourceOffset,
+                 std::uint64_t size);
+  // Whether the file holds all of `source` and nothing else.
+  bool HoldsContentOf(File& source);
   // Gives this file the permissions of `other`.
   bool CopyPermissions(const File& other);
 
@@ -66,6 +71,7 @@ class File {
  private:
   bool Fail(int code);
   bool Fail(const char* reason);
+  bool FailDiffering();
   bool CopyByBlocks(File& source, std::uint64_t from, std::uint64_t end);
 
   int descriptor_ = -1;

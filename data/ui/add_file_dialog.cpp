@@ -2,20 +2,13 @@
 
 #include <QDialog>
 #include <QFileDialog>
-#include <string>
-#include <string_view>
 
-#include "data/game_file.h"
+#include "data/add_file.h"
 #include "data/mod_config.h"
-#include "platform/prompts.h"
 #include "ui_210_add_file.h"
 
 namespace mw {
 namespace {
-
-std::string LastPart(std::string_view path) {
-  return std::string(path.substr(path.find_last_of("/\\") + 1));
-}
 
 QString LevelMemberFolder() {
   return QString::fromStdString(modConfig.levelsFolder.String() + modConfig.LevelName.String());
@@ -33,12 +26,8 @@ void ChooseSource(QDialog& dialog, const Ui::AddFileToArchive& ui) {
 }
 
 void ImportSource(QDialog& dialog, const Ui::AddFileToArchive& ui) {
-  const std::string source = ui.sourceEdit->text().toStdString();
-  const std::string destination = ui.destinationCombo->currentText().toStdString();
-  ClearGameFileError();
-  if (!ImportDiskFile(source, destination + "\\" + LastPart(source))) {
-    ShowPrompt(GameFileError(), "Error", PromptButtons::Ok, PromptIcon::Stop);
-  }
+  AddFileToArchive(ui.sourceEdit->text().toStdString(),
+                   ui.destinationCombo->currentText().toStdString());
   dialog.accept();
 }
 

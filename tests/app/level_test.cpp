@@ -126,7 +126,10 @@ TEST_F(LevelTest, ALevelThatCannotBeOpenedLeavesNothingToSaveInto) {
   const Bytes valley = MemberOnDisk("Valley", "heightmap.raw");
   std::ofstream(folder / "Mods/varnhold/Archives/varnhold/levels/Broken.vra") << "not an archive";
   AnswerDialogs("Broken");
+  scripted::script.answers = {PromptAnswer::Ok};
   EXPECT_FALSE(OpenLevel());
+  EXPECT_THAT(scripted::script.prompts.back().text,
+              HasSubstr("The level Broken could not be opened"));
   EXPECT_FALSE(editor.levelModified);
   scripted::script.answers = {PromptAnswer::Ok};
   EXPECT_FALSE(SaveLevel());

@@ -15,6 +15,10 @@ using Kind = DiskChange::Kind;
 constexpr std::size_t kSector = 512;
 
 bool NeedsRoom(Kind kind) { return kind == Kind::Write || kind == Kind::Create; }
+int ErrorOf(FaultKind kind) {
+  if (kind == FaultKind::Short) return 0;
+  return kind == FaultKind::Full ? ENOSPC : EIO;
+}
 bool ChangesContent(Kind kind) { return kind == Kind::Write || kind == Kind::Truncate; }
 
 }  // namespace
@@ -22,12 +26,14 @@ bool ChangesContent(Kind kind) { return kind == Kind::Write || kind == Kind::Tru
 DiskFaults::DiskFaults(FaultKind kind, std::size_t change) {
   diskFaultPlan = [this, kind, left = change](const DiskChange& made) mutable {
     std::optional<DiskFault> fault;
+    if (kind == FaultKind::Short && made.kind != Kind::Write) return fault;
     const bool reached = left == 0;
     if (!reached) --left;
-    if (!reached || (kind == FaultKind::Fail && hit_)) return fault;
+    const bool onlyOnce = kind == FaultKind::Fail || kind == FaultKind::Short;
+    if (!reached || (onlyOnce && hit_)) return fault;
     if (kind == FaultKind::Full && !NeedsRoom(made.kind)) return fault;
     const std::size_t written = hit_ ? 0 : made.bytes.size() / 2;
-    fault = DiskFault{kind == FaultKind::Full ? ENOSPC : EIO, written};
+    fault = DiskFault{ErrorOf(kind), written};
     hit_ = true;
     return fault;
   };

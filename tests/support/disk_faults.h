@@ -13,9 +13,10 @@
 namespace mw {
 
 enum class FaultKind {
-  Stop,  // the program is gone in the middle of the change: nothing later reaches the disk
-  Fail,  // this one change fails, later ones succeed
-  Full,  // from this change on there is no room for anything written
+  Stop,   // the program is gone in the middle of the change: nothing later reaches the disk
+  Fail,   // this one change fails, later ones succeed
+  Full,   // from this change on there is no room for anything written
+  Short,  // one write claims to be done, but only its first half is; writes alone are counted
 };
 
 class DiskFaults {

@@ -1,0 +1,24 @@
+#include "data/add_file.h"
+
+#include <string>
+
+#include "data/game_file.h"
+#include "platform/prompts.h"
+
+namespace mw {
+namespace {
+
+std::string_view LastPart(std::string_view path) {
+  return path.substr(path.find_last_of("/\\") + 1);
+}
+
+}  // namespace
+
+bool AddFileToArchive(std::string_view diskPath, std::string_view gameFolder) {
+  const std::string gamePath = std::string(gameFolder) + "\\" + std::string(LastPart(diskPath));
+  if (WriteAsOneChange([&] { ImportDiskFile(diskPath, gamePath); })) return true;
+  ShowPrompt(GameFileError(), "Error", PromptButtons::Ok, PromptIcon::Stop);
+  return false;
+}
+
+}  // namespace mw
