@@ -59,6 +59,16 @@ constexpr SurfacePlugin kPlugin{
     [](const std::uint32_t*, std::int32_t, std::int32_t, std::int32_t) { return true; },
     [](std::int32_t, const MapwrightTextureSlot*) {}, PaintTile};
 
+// The members of `expected` that are others in `members`, for the message of a failing test.
+std::string Differing(const Members& members, const Members& expected) {
+  std::string names = " (" + std::to_string(members.size()) + " members; differing:";
+  for (const auto& [name, bytes] : expected) {
+    const auto found = members.find(name);
+    if (found == members.end() || found->second != bytes) names += " " + name;
+  }
+  return names + ")";
+}
+
 bool NothingSaid() { return scripted::script.prompts.empty(); }
 
 class OperationFaults : public LevelTest {
@@ -69,11 +79,7 @@ class OperationFaults : public LevelTest {
     ConnectObjectOperations();
     levelTextures = LevelTextures{};
     shadowSettings = ShadowSettings{};
-    std::stringstream text;
-    text << std::ifstream("varnhold.cfg").rdbuf() << "Team=Axis/German/GermanSoldier\n"
-         << "Team=Allies/US/USSoldier\n";
-    config = text.str();
-    config.erase(0, config.find('\n') + 1);  // GamePath
+    WriteConfig();
     fs::remove(folder / kLevels / "Valley.vra");
     AddSmallMembers();
     AnswerDialogs("Island");
@@ -87,6 +93,15 @@ class OperationFaults : public LevelTest {
     std::cout << "Disk faults: " << points << " points tried, " << lost << " levels lost\n";
   }
 
+  void WriteConfig() {
+    std::stringstream text;
+    text << std::ifstream("varnhold.cfg").rdbuf();
+    const std::string old = text.str();
+    std::ofstream("varnhold.cfg") << "GamePath=" << GameFolder() << "game\\"
+                                  << old.substr(old.find('\n'))
+                                  << "Team=Axis/German/GermanSoldier\n"
+                                  << "Team=Allies/US/USSoldier\n";
+  }
   void AddSmallMembers() {
     Archive archive;
     ASSERT_TRUE(archive.Open(ArchivePath("Island"), true) && archive.BeginSave());
@@ -97,16 +112,16 @@ class OperationFaults : public LevelTest {
     ASSERT_TRUE(archive.CommitSave());
   }
 
-  // What has a game folder of its own has a first save of its own, with its backup.
+  // The same path leads to another folder each time: a file that is new to the program has a first
+  // save, with its backup.
   void StartInFreshGame() {
     EndProgram();
-    fs::remove_all(game);
-    game = folder / ("game" + std::to_string(games++));
-    fs::create_directory(game);
+    fs::remove(game);
+    fs::remove_all(folder / std::to_string(starts));
+    const fs::path fresh = folder / std::to_string(++starts);
+    fs::create_directory(fresh);
+    fs::create_directory_symlink(fresh, game);
     fs::copy(folder / "Mods", game / "Mods", fs::copy_options::recursive);
-    std::string path = game.string() + "/";
-    std::ranges::replace(path, '/', '\\');
-    std::ofstream("varnhold.cfg") << "GamePath=" << path << "\n" << config;
     modConfig = ModConfig{};
     ASSERT_TRUE(ParseModConfig("varnhold", modConfig));
     ResetEditorState();  // the camera's place is saved with a level
@@ -164,7 +179,7 @@ class OperationFaults : public LevelTest {
     const bool isBefore = now == before, isAfter = now == after;
     points += hit;
     lost += !isBefore && !isAfter;
-    EXPECT_TRUE(isBefore || isAfter) << "a level is lost";
+    EXPECT_TRUE(isBefore || isAfter) << "a level is lost" << Differing(now, after);
     if (complete) {
       EXPECT_TRUE(isAfter) << "what was said to be complete is not there";
     } else {
@@ -217,9 +232,8 @@ class OperationFaults : public LevelTest {
 
   static constexpr const char* kLevels = "Mods/varnhold/Archives/varnhold/levels";
   static inline int points = 0, lost = 0;
-  std::string config;  // of the mod, without its game folder
-  fs::path game;
-  int games = 0;
+  const fs::path game = folder / "game";
+  int starts = 0;
 };
 
 TEST_F(OperationFaults, OpeningAfterAnInterruptedSave) {
