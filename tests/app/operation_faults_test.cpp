@@ -144,7 +144,9 @@ class OperationFaults : public LevelTest {
     Archive archive;
     EXPECT_TRUE(archive.Open((restarted / "Island.vra").string(), true)) << archive.Error();
     Members members;
-    for (const auto& [name, entry] : archive.Entries()) members[name] = *archive.ReadMember(name);
+    for (const auto& [name, entry] : archive.Entries()) {
+      members[std::string(name)] = *archive.ReadMember(name);
+    }
     return members;
   }
 
