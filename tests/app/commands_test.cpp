@@ -111,6 +111,15 @@ TEST_F(CommandsTest, SaveBeforeALevelIsLoadedDoesNothing) {
   EXPECT_THAT(scripted::script.prompts, IsEmpty());
 }
 
+TEST_F(CommandsTest, HelpOpensThePagesOfTheWorkingFolderAndSaysWhenItCannot) {
+  RunCommand(kCommandUsersGuide);
+  EXPECT_THAT(scripted::script.status[1], IsEmpty());
+  scripted::script.documentsOpen = false;
+  RunCommand(kCommandTutorial);
+  EXPECT_THAT(scripted::script.openedDocuments, ElementsAre("guide.htm", "tutorial.htm"));
+  EXPECT_THAT(scripted::script.status[1], ElementsAre("Could not open tutorial.htm."));
+}
+
 TEST_F(CommandsTest, VersionTexts) {
   EXPECT_FLOAT_EQ(ParseGameVersion("1.04.000"), 1.04f);
   EXPECT_FLOAT_EQ(ParseGameVersion("1.01.100"), 1.011f);
