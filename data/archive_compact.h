@@ -13,9 +13,10 @@ namespace mw {
 // The file that compaction writes before it takes the archive's place.
 std::filesystem::path CompactedPath(const std::filesystem::path& archivePath);
 
-// Writes the compact archive aside, syncs it, reads it back and renames it over the old one, so that
-// the old or the new file is there whole at any moment. Members that share bytes each keep theirs. Nothing is
-// written when the file is compact already. False, with the old file as it was, when that fails.
+// Writes the compact archive aside, syncs it, reads it back and renames it over the old one, so
+// that the old or the new file is there whole at any moment. Members that share bytes each keep
+// theirs. Nothing is written when the file is compact already. False, with the old file as it was,
+// when that fails.
 bool CompactArchive(File& archive, const std::filesystem::path& archivePath,
                     const ArchiveContents& contents, std::string& error);
 

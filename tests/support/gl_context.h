@@ -11,8 +11,9 @@ namespace mw {
 
 // Makes the process's one offscreen context (compatibility profile, RGB8, 24-bit depth) current,
 // with a surface of this size in pixels and a viewport that covers it, and lets the scripted
-// platform hand it out for the rest of the test. The context and its GL state live until the program ends; a call with
-// another size only changes the surface. False when the machine has no OpenGL; tests then skip:
+// platform hand it out for the rest of the test. The context and its GL state live until the
+// program ends; a call with another size only changes the surface. False when the machine has no
+// OpenGL; tests then skip:
 //   if (!OpenTestGl(320, 240)) GTEST_SKIP() << TestGlError();
 bool OpenTestGl(int width, int height);
 // Why OpenTestGl answered false.
