@@ -119,7 +119,7 @@ bool MergeOne(const std::string& folder, const Tile& tile, float contrast, float
   return WriteTga(TilePath(folder + "/merged", tile, ""), side, side, fromTop);
 }
 
-bool TraceObject(const GameLevel& level, const PlacedObject& object, const std::string& path) {
+bool TraceObject(const GameLevel& level, const ObjectOnGround& object, const std::string& path) {
   const auto& lights = level.objectLighting.lights;
   const Vector3 sun = lights.empty() ? Vector3{0, 1, 0} : lights.front().direction;
   std::vector<float> light;

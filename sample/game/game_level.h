@@ -14,7 +14,7 @@
 
 namespace mw::sample {
 
-struct PlacedObject {
+struct ObjectOnGround {
   std::string name;
   Vector3 position;  // level coordinates
 };
@@ -36,7 +36,7 @@ struct GameLevel {
   // Values of the terrain script by command, as written.
   std::map<std::string, std::string, LessNoCase> terrain;
   std::optional<Grid> height;  // world units; nothing when the height map is missing or short
-  std::vector<PlacedObject> objects;
+  std::vector<ObjectOnGround> objects;
   std::vector<std::string> gameModes;  // scripts of the level folder that start a game mode
   Lighting terrainLighting, objectLighting;
 };
