@@ -6,7 +6,7 @@ namespace {
 
 constexpr float kSouth = 180, kWest = 270, kEast = 90, kNorth = 0;
 
-void PlaceVillage(Placer& place) {
+void PlaceVillage(Placer& place, const Landscape& land) {
   place.Put("farmhouse", {396, 576}, kSouth);
   place.Put("fisher_hut", {414, 578}, kSouth);
   place.Put("barn", {448, 582}, kSouth);
@@ -17,6 +17,7 @@ void PlaceVillage(Placer& place) {
   place.Put("fisher_hut", {438, 520}, kWest);
   place.PutRow("stone_wall", {384, 596}, {432, 600}, 12);
   place.PutRow("fence", {456, 512}, {480, 514}, 8);
+  place.PutAlongRoad("fence", land.roads.front(), {544, 520}, {636, 480}, 7, 8);
   place.Put("crate", {412, 482}, 10);
   place.Put("crate", {414, 483}, 40);
   place.Put("crate", {413, 482.4f}, 25, 1.5f);
@@ -134,7 +135,7 @@ Environment CoastEnvironment() {
 Level MakeHarbourPoint() {
   Level level{"Harbour_Point", MakeCoastLandscape(), 0.5f, CoastEnvironment(), {}, {}};
   Placer place(level.land);
-  PlaceVillage(place);
+  PlaceVillage(place, level.land);
   PlaceBattery(place);
   PlaceWesternCamp(place);
   PlaceBeachDefences(place);

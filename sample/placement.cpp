@@ -17,6 +17,23 @@ constexpr float kTreeLine = 70.0f;  // world units above the water up to which w
 constexpr float kTreeSlope = 0.5f;
 constexpr float kPineHeight = 26.0f, kBirchHeight = 9.0f;  // world units above the water
 
+// A point for each of the road's but the ends, `beside` world units to the right of it.
+std::vector<Point> LineBeside(const Road& road, float beside) {
+  std::vector<Point> line;
+  for (std::size_t i = 1; i + 1 < road.path.size(); ++i) {
+    const Point before = road.path[i - 1].at, at = road.path[i].at, after = road.path[i + 1].at;
+    const float part = beside / Distance(before, after);
+    line.push_back({at.x + part * (after.z - before.z), at.z - part * (after.x - before.x)});
+  }
+  return line;
+}
+
+std::size_t NearestOf(const std::vector<Point>& line, Point at) {
+  const auto nearest =
+      std::ranges::min_element(line, {}, [&](Point point) { return Distance(point, at); });
+  return static_cast<std::size_t>(nearest - line.begin());
+}
+
 }  // namespace
 
 void Placer::Put(std::string_view name, Point at, float heading, float above) {
@@ -27,14 +44,33 @@ void Placer::PutAt(std::string_view name, Point at, float heading, float height)
   objects_.push_back({name, at, height, heading});
 }
 
+void Placer::PutBetween(std::string_view name, Point from, Point to) {
+  const float heading = std::atan2(from.z - to.z, to.x - from.x) * kDegrees;
+  Put(name, {(from.x + to.x) / 2, (from.z + to.z) / 2}, heading);
+}
+
 void Placer::PutRow(std::string_view name, Point from, Point to, float length) {
   const float distance = Distance(from, to);
   const int pieces = std::max(1, static_cast<int>(distance / length));
-  const float dx = (to.x - from.x) / distance, dz = (to.z - from.z) / distance;
-  const float heading = std::atan2(-dz, dx) * kDegrees;
-  for (int k = 0; k < pieces; ++k) {
-    const float along = (static_cast<float>(k) + 0.5f) * length;
-    Put(name, {from.x + along * dx, from.z + along * dz}, heading);
+  const float dx = length * (to.x - from.x) / distance, dz = length * (to.z - from.z) / distance;
+  const auto end = [&](int k) {
+    return Point{from.x + static_cast<float>(k) * dx, from.z + static_cast<float>(k) * dz};
+  };
+  for (int k = 0; k < pieces; ++k) PutBetween(name, end(k), end(k + 1));
+}
+
+void Placer::PutAlongRoad(std::string_view name, const Road& road, Point from, Point to,
+                          float beside, float length) {
+  const std::vector<Point> line = LineBeside(road, beside);
+  const std::size_t last = NearestOf(line, to);
+  Point end = line[NearestOf(line, from)];
+  for (std::size_t i = NearestOf(line, from); i <= last; ++i) {
+    while (Distance(end, line[i]) >= length) {
+      const float part = length / Distance(end, line[i]);
+      const Point next{end.x + part * (line[i].x - end.x), end.z + part * (line[i].z - end.z)};
+      PutBetween(name, end, next);
+      end = next;
+    }
   }
 }
 

@@ -12,6 +12,7 @@
 #include "data/mod_config.h"
 #include "sample/installation.h"
 #include "sample/level_members.h"
+#include "sample/placement.h"
 #include "sample/settings_scripts.h"
 #include "support/sandbox.h"
 #include "terrain/terrain.h"
@@ -149,6 +150,23 @@ INSTANTIATE_TEST_SUITE_P(Levels, SampleLevelTest, ::testing::Values(HarbourPoint
                          [](const auto& parameter) {
                            return parameter.index == 0 ? "HarbourPoint" : "StoneRidge";
                          });
+
+TEST(SampleLevels, AFenceFollowsARoad) {
+  const Landscape land = MakeCoastLandscape();
+  Placer place(land);
+  const std::vector<Road> road{land.roads.front()};
+  place.PutAlongRoad("fence", road.front(), {500, 540}, {860, 520}, 7, 8);
+  const std::vector<PlacedObject> row = place.Take();
+  const RoadIndex index(road, land.height.WorldSize(), 12);
+  ASSERT_GT(row.size(), 40u);
+  for (std::size_t k = 0; k < row.size(); ++k) {
+    EXPECT_NEAR(index.Nearest(row[k].at).distance, 7, 0.6f) << k;
+    if (k == 0) continue;
+    EXPECT_NEAR(Distance(row[k - 1].at, row[k].at), 8, 0.3f) << "no gap before " << k;
+    const float turn = std::remainder(row[k].heading - row[k - 1].heading, 360.0f);
+    EXPECT_LT(std::abs(turn), 30) << "it turns with the road at " << k;
+  }
+}
 
 TEST(SampleLevels, AreTheSameOnEveryRun) {
   const std::vector<Member> first = LevelMembers(HarbourPoint(), 16);
