@@ -1,21 +1,23 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, and runs all tests under a virtual display: as they are, and again
 # under the address and undefined-behaviour sanitizers.
-#   ./test.sh             all tests
-#   ./test.sh --fuzz [S]  every fuzz target for S seconds (60), starting from fuzz/corpus
+#   ./test.sh                 all tests
+#   ./test.sh --fuzz [S [N]]  every fuzz target, starting from fuzz/corpus, until it has had S seconds of
+#                             processor time (60) and has made N executions (0)
 set -euo pipefail
 cd "$(dirname "$0")"
 source tools/packages.sh
 
-# Every fuzz target for some seconds, two at a time: from the corpus in the repository, into build/fuzz.
+# Every fuzz target for some seconds and executions, two targets at a time: from the corpus in the repository,
+# into build/fuzz.
 run_fuzzers() {
-  local seconds=$1 failed=0
+  local seconds=$1 runs=$2 failed=0
   local folder=$PWD/build/fuzz
   need "${build_packages[@]}" "${fuzz_packages[@]}"
   build fuzz fuzzers
   export TMPDIR
   TMPDIR=$(mktemp -d -p /dev/shm 2>/dev/null || mktemp -d)
-  ls build/fuzz/bin/*_fuzzer | xargs -n 1 -P 2 tools/fuzz.sh "$seconds" "$folder" || failed=1
+  ls build/fuzz/bin/*_fuzzer | xargs -n 1 -P 2 tools/fuzz.sh "$seconds" "$runs" "$folder" || failed=1
   rm -rf "$TMPDIR"
   [ "$failed" -eq 0 ] || { echo "Fuzz targets found faults; the inputs are in $folder."; exit 1; }
   echo "No fuzz target found a fault."
@@ -37,7 +39,7 @@ run_tests() {
 }
 
 if [ "${1:-}" = --fuzz ]; then
-  run_fuzzers "${2:-60}"
+  run_fuzzers "${2:-60}" "${3:-0}"
   exit
 fi
 

@@ -1,4 +1,5 @@
-// Any bytes as a bitmap: a picture that is accepted is whole.
+// Any bytes as a bitmap: a picture that is accepted is whole. Even a few bytes that promise a large
+// one of runs cannot fill much memory: kMaxImageSide limits it to 48 MiB.
 #include <cstdint>
 
 #include "data/image.h"

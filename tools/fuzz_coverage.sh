@@ -14,7 +14,7 @@ readers="
 archive directory | archive archive_writer | data/archive_directory.cpp
 archive members | archive archive_writer | data/archive_segments.cpp data/archive_staging.cpp
 archive journal | archive_journal archive_writer | data/archive_journal.cpp
-console scripts | settings static_objects entity_scripts shader_file | data/script.cpp:Line|Parse|Script|Whole
+console scripts | settings static_objects entity_scripts shader_file | data/script.cpp:Line|Parse|ReadScript|RewriteScript|Whole
 settings scripts | settings | data/level_settings.cpp data/level_settings_commands.cpp:Line|Read|Write|Find|Parse|Format|Integer|Float|Vector|Path|Bytes|Switch|Names|Kit|Team|Skin
 static objects | static_objects | objects/static_object_script.cpp
 entity scripts | entity_scripts | objects/entity_scripts.cpp objects/entity_records.cpp objects/entity_fields.cpp objects/entity_fields.h
@@ -30,6 +30,7 @@ shader file (.rs) | shader_file | objects/shader_file.cpp
 height map | heightmap | terrain/terrain.cpp:HeightBuffer|HeightsFromBuffer|HeightsInBuffer|SaveHeightmap|FileOffset|PaintMiniMap
 exchanged height map | height_exchange | terrain/height_exchange.cpp:Import|Exchange|Decode|Encode|Sample
 material map | material_map | terrain/material_map.cpp:Load|Save|ForEachDataCell|StoredMaterial|MaterialMap
+recovery file | recovery | data/recovery_file.cpp:Parse|ReadRecovery|Checksum|AddMember|InfoText
 shadow tracer's results | shadow_results | terrain/shadow_work.cpp:Take|Scratch terrain/level_textures.cpp:ConvertTga
 "
 
