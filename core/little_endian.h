@@ -16,6 +16,10 @@ constexpr std::uint32_t LoadU32(std::span<const std::uint8_t> bytes, std::size_t
   return LoadU16(bytes, offset) | std::uint32_t{LoadU16(bytes, offset + 2)} << 16;
 }
 
+constexpr std::uint64_t LoadU64(std::span<const std::uint8_t> bytes, std::size_t offset = 0) {
+  return LoadU32(bytes, offset) | std::uint64_t{LoadU32(bytes, offset + 4)} << 32;
+}
+
 constexpr void StoreU16(std::span<std::uint8_t> bytes, std::size_t offset, std::uint16_t value) {
   bytes[offset] = static_cast<std::uint8_t>(value);
   bytes[offset + 1] = static_cast<std::uint8_t>(value >> 8);

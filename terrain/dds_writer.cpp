@@ -5,26 +5,28 @@
 #include <bit>
 #include <cstddef>
 #include <cstring>
+#include <memory>
 #include <new>
 
 #include "core/little_endian.h"
 #include "core/parallel.h"
 #include "data/game_file.h"
 #include "data/image.h"
-#include "terrain/dxt1_colour_pair.h"
 #include "terrain/dxt1_encoder.h"
 
 namespace mw {
 namespace {
 
 constexpr std::size_t kFileHeaderSize = 128;
-constexpr int kBlockSide = 4;         // pixels
-constexpr int kBlockRowsPerTask = 8;  // encoded by one thread at a time
+constexpr int kBlockSide = 4;  // pixels
 
-// One mip level, rows from the top; the pixels belong to the caller or to the chain.
+// One mip level, rows from the top. The first one's pixels belong to the caller, and have three
+// bytes; those of the others are 0x00BBGGRR.
 struct Level {
   int width = 0, height = 0;
-  std::span<const std::uint8_t> rgb;
+  const std::uint8_t* rgb = nullptr;
+  std::unique_ptr<std::uint32_t[]> pixels;
+  std::uint8_t* blocks = nullptr;  // where they go when they are encoded
 
   int BlockColumns() const { return (width + kBlockSide - 1) / kBlockSide; }
   int BlockRows() const { return (height + kBlockSide - 1) / kBlockSide; }
@@ -32,10 +34,9 @@ struct Level {
     return static_cast<std::size_t>(BlockColumns()) * static_cast<std::size_t>(BlockRows()) *
            kDxt1BlockSize;
   }
-  const std::uint8_t* Pixel(int x, int y) const {
-    return rgb.data() + (static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                         static_cast<std::size_t>(x)) *
-                            3;
+  std::size_t Index(int x, int y) const {
+    return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+           static_cast<std::size_t>(x);
   }
 };
 
@@ -43,36 +44,19 @@ bool IsSide(int side) {
   return side >= 1 && side <= kMaxImageSide && std::has_single_bit(static_cast<unsigned>(side));
 }
 
-// Each pixel is the rounded mean of the 2 x 2 pixels (fewer where a side is already 1) it stands
-// for.
-std::vector<std::uint8_t> Halve(const Level& from, int width, int height) {
-  const std::size_t rowBytes = static_cast<std::size_t>(width) * 3;
-  std::vector<std::uint8_t> rgb(rowBytes * static_cast<std::size_t>(height));
-  const int stepX = from.width / width, stepY = from.height / height;
-  const int right = (stepX - 1) * 3;
-  for (int y = 0; y < height; ++y) {
-    const std::uint8_t* top = from.Pixel(0, y * stepY);
-    const std::uint8_t* bottom = from.Pixel(0, y * stepY + stepY - 1);
-    std::uint8_t* out = rgb.data() + static_cast<std::size_t>(y) * rowBytes;
-    for (int x = 0; x < width; ++x, top += stepX * 3, bottom += stepX * 3, out += 3) {
-      for (int c = 0; c < 3; ++c) {
-        const int sum = top[c] + top[right + c] + bottom[c] + bottom[right + c];
-        out[c] = static_cast<std::uint8_t>((sum + 2) / 4);
-      }
-    }
-  }
-  return rgb;
-}
-
-// The level and, with mip-maps, all smaller ones down to 1 x 1; `storage` owns their pixels.
-std::vector<Level> MipChain(const Level& top, bool mipmaps,
-                            std::vector<std::vector<std::uint8_t>>& storage) {
-  std::vector<Level> levels{top};
-  while (mipmaps && (levels.back().width > 1 || levels.back().height > 1)) {
-    const int width = std::max(1, levels.back().width / 2);
-    const int height = std::max(1, levels.back().height / 2);
-    storage.push_back(Halve(levels.back(), width, height));
-    levels.push_back({width, height, storage.back()});
+// The level and, with mip-maps, room for all smaller ones down to 1 x 1.
+std::vector<Level> MipChain(int width, int height, const std::uint8_t* rgb, bool mipmaps) {
+  std::vector<Level> levels(1);
+  levels[0].width = width;
+  levels[0].height = height;
+  levels[0].rgb = rgb;
+  while (mipmaps && (width > 1 || height > 1)) {
+    width = std::max(1, width / 2);
+    height = std::max(1, height / 2);
+    Level& level = levels.emplace_back();
+    level.width = width;
+    level.height = height;
+    level.pixels = std::make_unique_for_overwrite<std::uint32_t[]>(level.Index(0, height));
   }
   return levels;
 }
@@ -100,98 +84,111 @@ std::array<std::uint8_t, kFileHeaderSize> Header(const Level& top, std::size_t l
   return header;
 }
 
-using BlockPixels = std::array<std::uint32_t, 16>;  // 0x00BBGGRR each
+// A piece of a level on its way to the encoder: the four rows of some blocks side by side. Beyond
+// the edges of a smaller level its last row and column repeat.
+struct Strip {
+  static constexpr int kMostColumns = 1024;  // a multiple of kBlockSide
+  alignas(64) std::array<std::uint32_t, std::size_t{kMostColumns} * kBlockSide> pixels;
+  int columns = 0;
 
-// A block that lies wholly in the level.
-BlockPixels WholeBlock(const Level& level, int x, int y) {
-  constexpr std::uint32_t kColour = 0xFFFFFF;
-  constexpr std::size_t kRowBytes = kBlockSide * 3;
-  BlockPixels pixels;
-  for (std::size_t row = 0; row < kBlockSide; ++row) {
-    const std::span bytes(level.Pixel(x, y + static_cast<int>(row)), kRowBytes);
-    const std::uint32_t a = LoadU32(bytes, 0), b = LoadU32(bytes, 4), c = LoadU32(bytes, 8);
-    pixels[row * 4] = a & kColour;
-    pixels[row * 4 + 1] = (a >> 24 | b << 8) & kColour;
-    pixels[row * 4 + 2] = (b >> 16 | c << 16) & kColour;
-    pixels[row * 4 + 3] = c >> 8;
-  }
-  return pixels;
-}
-
-// A block of a level that is smaller: its last row and column repeat.
-BlockPixels PartialBlock(const Level& level, int x, int y) {
-  BlockPixels pixels;
-  for (std::size_t i = 0; i < pixels.size(); ++i) {
-    const int row = static_cast<int>(i) / kBlockSide, column = static_cast<int>(i) % kBlockSide;
-    const std::uint8_t* const rgb =
-        level.Pixel(std::min(x + column, level.width - 1), std::min(y + row, level.height - 1));
-    pixels[i] = rgb[0] | std::uint32_t{rgb[1]} << 8 | std::uint32_t{rgb[2]} << 16;
-  }
-  return pixels;
-}
-
-// Blocks on their way to the encoder, which takes several together. Those of one colour do not need
-// it.
-class BlockBatch {
- public:
-  void Add(const BlockPixels& pixels, std::uint8_t* out) {
-    if (std::ranges::all_of(pixels, [&](std::uint32_t pixel) { return pixel == pixels[0]; })) {
-      EncodeOneColour(pixels[0], out);
-      return;
-    }
-    for (std::size_t i = 0; i < pixels.size(); ++i) pixels_.pixel[i][count_] = pixels[i];
-    out_[count_++] = out;
-    if (count_ == kDxt1Lanes) Flush();
-  }
-
-  void Flush() {
-    std::array<std::uint8_t, kDxt1Lanes * kDxt1BlockSize> encoded;
-    if (count_ > 0) encode_(pixels_, encoded.data());
-    for (std::size_t i = 0; i < count_; ++i) {
-      std::memcpy(out_[i], encoded.data() + i * kDxt1BlockSize, kDxt1BlockSize);
-    }
-    count_ = 0;
-  }
-
- private:
-  Dxt1Encoder encode_ = Dxt1Encoders().back();
-  Dxt1Pixels pixels_{};
-  std::array<std::uint8_t*, kDxt1Lanes> out_{};
-  std::size_t count_ = 0;
+  std::uint32_t* Row(int row) { return pixels.data() + static_cast<std::size_t>(row * columns); }
 };
 
-// Some rows of a level's blocks.
-struct EncodeTask {
-  const Level* level;
-  int firstRow, endRow;
-  std::uint8_t* out;  // of the level
-};
-
-void Encode(const EncodeTask& task) {
-  const Level& level = *task.level;
-  const bool isWhole = level.width >= kBlockSide && level.height >= kBlockSide;
-  const auto columns = static_cast<std::size_t>(level.BlockColumns());
-  BlockBatch batch;
-  for (int row = task.firstRow; row < task.endRow; ++row) {
-    std::uint8_t* out = task.out + static_cast<std::size_t>(row) * columns * kDxt1BlockSize;
-    for (int column = 0; column < level.BlockColumns(); ++column, out += kDxt1BlockSize) {
-      const int x = column * kBlockSide, y = row * kBlockSide;
-      batch.Add(isWhole ? WholeBlock(level, x, y) : PartialBlock(level, x, y), out);
-    }
-  }
-  batch.Flush();
+// Two pixels from six bytes.
+std::uint64_t Widen(std::uint64_t rgb) {
+  constexpr std::uint64_t kFirst = 0xFFFFFF, kSecond = kFirst << 32;
+  return (rgb & kFirst) | (rgb << 8 & kSecond);
 }
 
-// All levels, one after the other at `out`.
-void EncodeLevels(const std::vector<Level>& levels, std::uint8_t* out) {
-  std::vector<EncodeTask> tasks;
-  for (const Level& level : levels) {
-    for (int row = 0; row < level.BlockRows(); row += kBlockRowsPerTask) {
-      tasks.push_back({&level, row, std::min(row + kBlockRowsPerTask, level.BlockRows()), out});
-    }
-    out += level.EncodedSize();
+// `columns` is a multiple of four.
+void UnpackRow(const std::uint8_t* rgb, int columns, std::uint32_t* out) {
+  for (int x = 0; x < columns; x += 4, rgb += 12, out += 4) {
+    const std::span bytes(rgb, 12);
+    const std::uint64_t left = Widen(LoadU64(bytes, 0)), right = Widen(LoadU64(bytes, 4) >> 16);
+    out[0] = static_cast<std::uint32_t>(left);
+    out[1] = static_cast<std::uint32_t>(left >> 32);
+    out[2] = static_cast<std::uint32_t>(right);
+    out[3] = static_cast<std::uint32_t>(right >> 32);
   }
-  SpreadOverCores(tasks.size(), [&tasks](std::size_t task) { Encode(tasks[task]); });
+}
+
+std::uint32_t PixelOf(const Level& level, int x, int y) {
+  const std::size_t index = level.Index(x, y);
+  if (!level.rgb) return level.pixels[index];
+  const std::uint8_t* const rgb = level.rgb + index * 3;
+  return rgb[0] | std::uint32_t{rgb[1]} << 8 | std::uint32_t{rgb[2]} << 16;
+}
+
+void ReadStrip(const Level& level, int x, int y, Strip& strip) {
+  strip.columns = std::min(level.BlockColumns() * kBlockSide - x, Strip::kMostColumns);
+  for (int r = 0; r < kBlockSide; ++r) {
+    const int row = std::min(y + r, level.height - 1);
+    std::uint32_t* const out = strip.Row(r);
+    if (level.width < kBlockSide) {
+      for (int c = 0; c < kBlockSide; ++c) {
+        out[c] = PixelOf(level, std::min(c, level.width - 1), row);
+      }
+    } else if (level.rgb) {
+      UnpackRow(level.rgb + level.Index(x, row) * 3, strip.columns, out);
+    } else {
+      std::copy_n(level.pixels.get() + level.Index(x, row), strip.columns, out);
+    }
+  }
+}
+
+// Each pixel is the rounded mean of the 2 x 2 pixels that it stands for.
+void HalveRows(const std::uint32_t* top, const std::uint32_t* bottom, int columns,
+               std::uint32_t* out) {
+  constexpr std::uint32_t kOther = 0x00FF00FF;  // every other channel, and room for sums
+  constexpr std::uint32_t kHalf = 0x00020002;
+  for (int x = 0; x < columns; ++x) {
+    const std::uint32_t a = top[2 * x], b = top[2 * x + 1];
+    const std::uint32_t c = bottom[2 * x], d = bottom[2 * x + 1];
+    const std::uint32_t redBlue = (a & kOther) + (b & kOther) + (c & kOther) + (d & kOther) + kHalf;
+    const std::uint32_t green =
+        (a >> 8 & kOther) + (b >> 8 & kOther) + (c >> 8 & kOther) + (d >> 8 & kOther) + kHalf;
+    out[x] = (redBlue >> 2 & kOther) | (green >> 2 & kOther) << 8;
+  }
+}
+
+// What the strip at (x, y) becomes in the next level. Where a side is already 1 its pixels stand
+// twice in the strip.
+void Halve(Strip& strip, int x, int y, Level& next) {
+  const int columns = std::min(strip.columns / 2, next.width - x / 2);
+  for (int r = 0; r < 2 && y / 2 + r < next.height; ++r) {
+    HalveRows(strip.Row(2 * r), strip.Row(2 * r + 1), columns,
+              next.pixels.get() + next.Index(x / 2, y / 2 + r));
+  }
+}
+
+// Encodes rows of the level's blocks and makes what they are in the next level, if there is one.
+void EncodeBlockRows(const Level& level, int firstRow, int endRow, Level* next) {
+  const Dxt1Encoder encode = Dxt1Encoders().back();
+  Strip strip;
+  for (int row = firstRow; row < endRow; ++row) {
+    const int y = row * kBlockSide;
+    std::uint8_t* out = level.blocks + static_cast<std::size_t>(row) *
+                                           static_cast<std::size_t>(level.BlockColumns()) *
+                                           kDxt1BlockSize;
+    for (int x = 0; x < level.width; x += Strip::kMostColumns) {
+      ReadStrip(level, x, y, strip);
+      const auto blocks = static_cast<std::size_t>(strip.columns / kBlockSide);
+      encode(strip.pixels.data(), blocks, out);
+      out += blocks * kDxt1BlockSize;
+      if (next) Halve(strip, x, y, *next);
+    }
+  }
+}
+
+void EncodeLevel(const Level& level, Level* next) {
+  constexpr int kPixelsPerTask = 1 << 16;
+  const int rows = level.BlockRows();
+  const int rowsPerTask = std::max(1, kPixelsPerTask / (level.width * kBlockSide));
+  const int tasks = (rows + rowsPerTask - 1) / rowsPerTask;
+  SpreadOverCores(static_cast<std::size_t>(tasks), [&](std::size_t task) {
+    const int first = static_cast<int>(task) * rowsPerTask;
+    EncodeBlockRows(level, first, std::min(first + rowsPerTask, rows), next);
+  });
 }
 
 }  // namespace
@@ -201,14 +198,18 @@ std::vector<std::uint8_t> EncodeDds(int width, int height, std::span<const std::
   if (!IsSide(width) || !IsSide(height)) return {};
   if (rgb.size() < static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3)
     return {};
-  std::vector<std::vector<std::uint8_t>> storage;
-  const std::vector<Level> levels = MipChain({width, height, rgb}, mipmaps, storage);
+  std::vector<Level> levels = MipChain(width, height, rgb.data(), mipmaps);
   std::size_t size = kFileHeaderSize;
   for (const Level& level : levels) size += level.EncodedSize();
 
   std::vector<std::uint8_t> file(size);
   std::ranges::copy(Header(levels.front(), levels.size(), mipmaps), file.begin());
-  EncodeLevels(levels, file.data() + kFileHeaderSize);
+  std::uint8_t* out = file.data() + kFileHeaderSize;
+  for (std::size_t i = 0; i < levels.size(); ++i) {
+    levels[i].blocks = out;
+    out += levels[i].EncodedSize();
+    EncodeLevel(levels[i], i + 1 < levels.size() ? &levels[i + 1] : nullptr);
+  }
   return file;
 } catch (const std::bad_alloc&) {
   return {};

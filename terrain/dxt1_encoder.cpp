@@ -1,18 +1,19 @@
 #include "terrain/dxt1_encoder.h"
 
-#include "terrain/dxt1_lanes.h"
+#include "terrain/dxt1_rows.h"
 
 namespace mw {
 
 #ifdef MAPWRIGHT_AVX2
-void EncodeDxt1Avx2(const Dxt1Pixels& pixels, std::uint8_t* blocks);  // in dxt1_encoder_avx2.cpp
+// In dxt1_encoder_avx2.cpp.
+void EncodeDxt1Avx2(const std::uint32_t* pixels, std::size_t blocks, std::uint8_t* out);
 #endif
 
 namespace {
 
 // With the vector registers that every processor of this kind has.
-void EncodeDxt1Plain(const Dxt1Pixels& pixels, std::uint8_t* blocks) {
-  EncodeLanes(pixels, blocks);
+void EncodeDxt1Plain(const std::uint32_t* pixels, std::size_t blocks, std::uint8_t* out) {
+  EncodeRow(pixels, blocks, out);
 }
 
 }  // namespace

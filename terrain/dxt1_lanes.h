@@ -1,32 +1,22 @@
 // The work of the DXT1 encoders, compiled once for each kind of vector registers; each file that
 // includes this gets its own. It calls nothing that is compiled elsewhere for another processor.
 //
-// A block's end points lie on the principal axis of its colours at first; then twice the best ones
-// for the chosen indices are found by least squares, and the best of the three are kept.
+// Pixels are integers of 16 bits, so that all sums over them are exact; what is computed once per
+// block is in floats. A block's end points lie on the principal axis of its colours at first; then
+// twice the best ones for the chosen indices are found by least squares, and the best of the three
+// are kept.
 #pragma once
-
-#include <cstdint>
-#include <cstring>
 
 #include "terrain/dxt1_colour_pair.h"
 #include "terrain/dxt1_encoder.h"
+#include "terrain/dxt1_vectors.h"
 
 namespace mw {
 namespace {
 
-using Floats = float __attribute__((vector_size(4 * kDxt1Lanes)));
-using Ints = std::int32_t __attribute__((vector_size(4 * kDxt1Lanes)));
-
 constexpr int kPixels = 16;
+constexpr int kPairs = kPixels / 2;
 constexpr float kSteps = 3;  // between the end points of a block
-
-inline Floats ToFloats(Ints v) { return __builtin_convertvector(v, Floats); }
-inline Ints ToInts(Floats v) { return __builtin_convertvector(v, Ints); }
-inline Floats Min(Floats a, Floats b) { return a < b ? a : b; }
-inline Floats Max(Floats a, Floats b) { return a > b ? a : b; }
-inline Floats Clamp(Floats v, float low, float high) {
-  return Min(Max(v, Floats{} + low), Floats{} + high);
-}
 
 struct Colours {
   Floats r, g, b;
@@ -38,27 +28,30 @@ inline Colours operator-(const Colours& a, const Colours& b) {
   return {a.r - b.r, a.g - b.g, a.b - b.b};
 }
 inline Colours operator*(const Colours& a, Floats f) { return {a.r * f, a.g * f, a.b * f}; }
+inline Colours operator*(const Colours& a, float f) { return a * (Floats{} + f); }
 inline Floats Dot(const Colours& a, const Colours& b) { return a.r * b.r + a.g * b.g + a.b * b.b; }
 
-// The blocks' pixels as differences from their mean colours.
-struct Centred {
-  Colours mean;
-  Colours pixels[kPixels];
+struct IntColours {
+  Ints r{}, g{}, b{};
+  Colours Floating() const { return {ToFloats(r), ToFloats(g), ToFloats(b)}; }
 };
 
-inline Centred Centre(const Dxt1Pixels& from) {
-  Centred blocks;
-  Colours sum{};
-  for (int i = 0; i < kPixels; ++i) {
-    Ints packed;
-    std::memcpy(&packed, from.pixel[i], sizeof packed);
-    blocks.pixels[i] = {ToFloats(packed & 255), ToFloats(packed >> 8 & 255),
-                        ToFloats(packed >> 16 & 255)};
-    sum = sum + blocks.pixels[i];
-  }
-  blocks.mean = sum * (Floats{} + 1.0f / kPixels);
-  for (Colours& pixel : blocks.pixels) pixel = pixel - blocks.mean;
-  return blocks;
+// The blocks' pixels, as 0x00BBGGRR.
+struct Packed {
+  Ints pixel[kPixels];
+};
+
+struct PairColours {
+  Pairs r, g, b;
+};
+
+inline PairColours Unpack(Ints first, Ints second) {
+  const Ints firstRedBlue = first & 0xFF00FF, secondRedBlue = second & 0xFF00FF;
+  const Ints red = (firstRedBlue & 0xFF) | secondRedBlue << 16;
+  const Ints green = (first >> 8 & 0xFF) | (second << 8 & 0xFF0000);
+  const Ints blue = firstRedBlue >> 16 | (secondRedBlue & 0xFF0000);
+  return {reinterpret_cast<Pairs>(red), reinterpret_cast<Pairs>(green),
+          reinterpret_cast<Pairs>(blue)};
 }
 
 struct Covariance {
@@ -69,17 +62,44 @@ struct Covariance {
   }
 };
 
-inline Covariance CovarianceOf(const Centred& blocks) {
-  Covariance c{};
-  for (const Colours& p : blocks.pixels) {
-    c.rr += p.r * p.r;
-    c.rg += p.r * p.g;
-    c.rb += p.r * p.b;
-    c.gg += p.g * p.g;
-    c.gb += p.g * p.b;
-    c.bb += p.b * p.b;
+// The pixels are scaled up, so that the upper halves of products say enough.
+constexpr int kScaleBits = 7;
+constexpr float kScale = 1 << kScaleBits;
+
+struct Blocks {
+  PairColours pairs[kPairs];  // times kScale
+  Colours mean;
+  Covariance covariance;
+};
+
+inline Blocks Analyse(const Packed& from) {
+  Blocks blocks;
+  PairColours sums{};
+  Ints rr{}, rg{}, rb{}, gg{}, gb{}, bb{};
+  for (int i = 0; i < kPairs; ++i) {
+    const auto [r, g, b] = Unpack(from.pixel[i], from.pixel[i + kPairs]);
+    sums = {sums.r + r, sums.g + g, sums.b + b};
+    rr += SumOfProducts(r, r);
+    rg += SumOfProducts(r, g);
+    rb += SumOfProducts(r, b);
+    gg += SumOfProducts(g, g);
+    gb += SumOfProducts(g, b);
+    bb += SumOfProducts(b, b);
+    blocks.pairs[i] = {r << kScaleBits, g << kScaleBits, b << kScaleBits};
   }
-  return c;
+  const Pairs ones = Pairs{} + 1;
+  const Colours sum = IntColours{SumOfProducts(sums.r, ones), SumOfProducts(sums.g, ones),
+                                 SumOfProducts(sums.b, ones)}
+                          .Floating();
+  blocks.mean = sum * (1.0f / kPixels);
+  const auto centred = [](Ints products, Floats sumA, Floats meanB) {
+    return ToFloats(products) - sumA * meanB;  // exact
+  };
+  const Colours& mean = blocks.mean;
+  blocks.covariance = {centred(rr, sum.r, mean.r), centred(rg, sum.r, mean.g),
+                       centred(rb, sum.r, mean.b), centred(gg, sum.g, mean.g),
+                       centred(gb, sum.g, mean.b), centred(bb, sum.b, mean.b)};
+  return blocks;
 }
 
 // By power iteration from the channel that varies most; its length means nothing.
@@ -94,41 +114,58 @@ inline Colours PrincipalAxis(const Covariance& c) {
   return axis * (1.0f / Max(length, Floats{} + 1e-20f));
 }
 
-// Colours in centred coordinates.
+// Colours as differences from the mean colour of their block.
 struct EndPoints {
   Colours first, second;
 };
 
-inline EndPoints ExtentAlong(const Colours& axis, const Centred& blocks) {
-  Floats lowest{}, highest{};  // the mean lies at 0
-  for (const Colours& pixel : blocks.pixels) {
-    const Floats along = Dot(pixel, axis);
+// For each pair of pixels their places along a direction, in upper halves of products.
+inline Pairs Along(const PairColours& direction, const PairColours& pixels) {
+  return UpperProducts(pixels.r, direction.r) + UpperProducts(pixels.g, direction.g) +
+         UpperProducts(pixels.b, direction.b);
+}
+
+inline PairColours Twice(const Colours& v) { return {Twice(v.r), Twice(v.g), Twice(v.b)}; }
+
+inline EndPoints ExtentAlong(const Colours& axis, const Blocks& blocks) {
+  constexpr float kLongest = 1 << 14;  // of the axis' largest part
+  constexpr float kUnit = kScale * kLongest / (1 << 16);
+  const PairColours direction = Twice(axis * kLongest);
+  Pairs lowest = Along(direction, blocks.pairs[0]), highest = lowest;
+  for (int i = 1; i < kPairs; ++i) {
+    const Pairs along = Along(direction, blocks.pairs[i]);
     lowest = Min(lowest, along);
     highest = Max(highest, along);
   }
+  const Floats low = ToFloats(Min(LowHalves(lowest), HighHalves(lowest))) * (1 / kUnit);
+  const Floats high = ToFloats(Max(LowHalves(highest), HighHalves(highest))) * (1 / kUnit);
+  const Floats middle = Dot(blocks.mean, axis);
   const Floats scale = 1.0f / Max(Dot(axis, axis), Floats{} + 1e-20f);
-  return {axis * (highest * scale), axis * (lowest * scale)};
+  return {axis * ((high - middle) * scale), axis * ((low - middle) * scale)};
 }
 
-inline Ints Quantise(Floats value, float most) {
-  return ToInts(Clamp(value * (most / 255.0f) + 0.5f, 0, most));
-}
-
-inline Colours Expand(Ints packed) {
-  const Ints r = packed >> 11, g = packed >> 5 & 63, b = packed & 31;
-  return {ToFloats(r << 3 | r >> 2), ToFloats(g << 2 | g >> 4), ToFloats(b << 3 | b >> 2)};
-}
-
-// A 5-6-5 colour, and what it is expanded to, in centred coordinates.
+// A 5-6-5 colour, and what it is expanded to, as a difference from the mean.
 struct Quantised {
   Ints packed;
   Colours centred;
 };
 
+inline Quantised Expand(const IntColours& c, const Colours& mean) {
+  const IntColours full{c.r << 3 | c.r >> 2, c.g << 2 | c.g >> 4, c.b << 3 | c.b >> 2};
+  return {c.r << 11 | c.g << 5 | c.b, full.Floating() - mean};
+}
+
+inline Quantised Expand(Ints packed, const Colours& mean) {
+  return Expand({packed >> 11, packed >> 5 & 63, packed & 31}, mean);
+}
+
+inline Ints Quantise(Floats value, std::int32_t most) {
+  return Clamp(ToInts(value * (static_cast<float>(most) / 255) + 0.5f), 0, most);
+}
+
 inline Quantised Quantise(const Colours& centred, const Colours& mean) {
-  const Ints packed = Quantise(centred.r + mean.r, 31) << 11 |
-                      Quantise(centred.g + mean.g, 63) << 5 | Quantise(centred.b + mean.b, 31);
-  return {packed, Expand(packed) - mean};
+  const Colours c = centred + mean;
+  return Expand({Quantise(c.r, 31), Quantise(c.g, 63), Quantise(c.b, 31)}, mean);
 }
 
 struct QuantisedEnds {
@@ -142,7 +179,7 @@ inline QuantisedEnds Quantise(const EndPoints& ends, const Colours& mean) {
 // The pairs with a mixture near the mean colours.
 inline QuantisedEnds PairsAround(const Colours& mean) {
   struct alignas(Ints) Numbers {
-    std::int32_t lane[kDxt1Lanes];
+    std::int32_t lane[kLanes];
   };
   const auto spread = [](Floats channel) {
     return __builtin_bit_cast(Numbers, ToInts(channel + 0.5f));
@@ -150,42 +187,57 @@ inline QuantisedEnds PairsAround(const Colours& mean) {
   const Numbers r = spread(mean.r), g = spread(mean.g), b = spread(mean.b);
   const Dxt1ColourPairs& pairs = ColourPairs();
   Numbers found;
-  for (std::size_t lane = 0; lane < kDxt1Lanes; ++lane) {
+  for (std::size_t lane = 0; lane < kLanes; ++lane) {
     found.lane[lane] = static_cast<std::int32_t>(
         pairs.red[r.lane[lane]] | pairs.green[g.lane[lane]] | pairs.blue[b.lane[lane]]);
   }
   const Ints both = __builtin_bit_cast(Ints, found);
   const Ints first = both & 0xFFFF, second = both >> 16 & 0xFFFF;
-  return {{first, Expand(first) - mean}, {second, Expand(second) - mean}};
+  return {Expand(first, mean), Expand(second, mean)};
 }
 
 // Blocks with chosen end points and, for each pixel, how many steps it lies from the second.
 struct Candidate {
   Ints first{}, second{};
-  Ints steps{};             // two bits per pixel
-  Floats error{};           // sum of squares, less that of the centred pixels
-  Floats sum{}, squares{};  // of the steps
-  Colours weighted{};       // sum of steps x pixel
+  Ints steps{};           // two bits per pixel
+  Floats error{};         // sum of squares, less that of the pixels' differences from the mean
+  Floats sum, squares{};  // of the steps
+  Colours weighted;       // sum of steps x difference of the pixel from the mean
 };
 
-inline Candidate ChooseSteps(const QuantisedEnds& ends, const Centred& blocks) {
+inline Candidate ChooseSteps(const QuantisedEnds& ends, const Blocks& blocks) {
   const Quantised &first = ends.first, &second = ends.second;
   const Colours line = first.centred - second.centred;
   const Floats length = Dot(line, line);
-  const Colours scaled = line * (kSteps / Max(length, Floats{} + 1e-6f));
-  const Floats start = 0.5f - Dot(second.centred, scaled);
+  // At least 4 lie between two different colours, so this fits 16 bits.
+  constexpr float kPerStep = 1 << 15;
+  const Colours scaled = line * (kSteps * kPerStep / Max(length, Floats{} + 1.0f));
+  const PairColours direction = Twice(scaled);
+  // Each upper half of a product loses half of its last bit.
+  constexpr int kFractionBits = kScaleBits + 15 - 16;
+  constexpr float kOne = 1 << kFractionBits, kHalf = kOne / 2 + 1.5f;
+  const Floats fromSecond = Dot(second.centred + blocks.mean, scaled) * (kOne / kPerStep);
+  const Pairs start = Twice(kHalf - fromSecond);
   Candidate found;
   found.first = first.packed;
   found.second = second.packed;
-  for (int i = 0; i < kPixels; ++i) {
-    const Colours& pixel = blocks.pixels[i];
-    const Ints step = ToInts(Clamp(Dot(pixel, scaled) + start, 0.5f, kSteps + 0.5f));
-    const Floats steps = ToFloats(step);
-    found.steps |= step << (2 * i);
-    found.sum += steps;
-    found.squares += steps * steps;
-    found.weighted = found.weighted + pixel * steps;
+  Pairs sums{};
+  Ints squares{};
+  IntColours weighted;
+  for (int i = 0; i < kPairs; ++i) {
+    const PairColours& pixels = blocks.pairs[i];
+    const Pairs place = (Along(direction, pixels) + start) >> kFractionBits;
+    const Pairs steps = Min(Max(place, Pairs{}), Pairs{} + static_cast<std::int16_t>(kSteps));
+    found.steps |= reinterpret_cast<Ints>(steps) << (2 * i);
+    sums += steps;
+    squares += SumOfProducts(steps, steps);
+    weighted.r += SumOfProducts(pixels.r, steps);
+    weighted.g += SumOfProducts(pixels.g, steps);
+    weighted.b += SumOfProducts(pixels.b, steps);
   }
+  found.sum = ToFloats(SumOfProducts(sums, Pairs{} + 1));
+  found.squares = ToFloats(squares);
+  found.weighted = weighted.Floating() * (1 / kScale) - blocks.mean * found.sum;
   // |p - second - line x steps / 3| squared and summed, where the pixels' sum is 0.
   found.error = kPixels * Dot(second.centred, second.centred) -
                 2 / kSteps * (Dot(found.weighted, line) - Dot(second.centred, line) * found.sum) +
@@ -226,35 +278,37 @@ inline void PutInOrder(Candidate& blocks) {
 }
 
 inline void Store(const Candidate& blocks, std::uint8_t* out) {
-  for (std::size_t lane = 0; lane < kDxt1Lanes; ++lane, out += kDxt1BlockSize) {
-    const auto first = static_cast<std::uint64_t>(static_cast<std::uint32_t>(blocks.first[lane]));
-    const auto second = static_cast<std::uint64_t>(static_cast<std::uint32_t>(blocks.second[lane]));
-    const auto indices = static_cast<std::uint64_t>(static_cast<std::uint32_t>(blocks.steps[lane]));
-    const std::uint64_t block = indices << 32 | second << 16 | first;
+  const Ints both = blocks.first | blocks.second << 16;
+  std::uint32_t ends[kLanes], indices[kLanes];
+  std::memcpy(ends, &both, sizeof both);
+  std::memcpy(indices, &blocks.steps, sizeof blocks.steps);
+  for (std::size_t lane = 0; lane < kLanes; ++lane, out += kDxt1BlockSize) {
+    const std::uint64_t block = std::uint64_t{indices[lane]} << 32 | ends[lane];
     for (std::size_t byte = 0; byte < kDxt1BlockSize; ++byte) {
       out[byte] = static_cast<std::uint8_t>(block >> (8 * byte));
     }
   }
 }
 
-inline bool AnyLane(Ints mask) {
-  std::int32_t any = 0;
-  for (std::size_t lane = 0; lane < kDxt1Lanes; ++lane) any |= mask[lane];
-  return any != 0;
-}
-
-inline void EncodeLanes(const Dxt1Pixels& pixels, std::uint8_t* out) {
-  const Centred blocks = Centre(pixels);
+// Writes the blocks one after the other.
+inline void EncodeLanes(const Packed& pixels, std::uint8_t* out) {
+  const Blocks blocks = Analyse(pixels);
   const auto choose = [&blocks](const EndPoints& ends) {
     return ChooseSteps(Quantise(ends, blocks.mean), blocks);
   };
-  Candidate best = choose(ExtentAlong(PrincipalAxis(CovarianceOf(blocks)), blocks));
+  Candidate best = choose(ExtentAlong(PrincipalAxis(blocks.covariance), blocks));
   const Candidate second = choose(LeastSquares(best));
   const Candidate third = choose(LeastSquares(second));
   KeepBetter(best, second);
   KeepBetter(best, third);
-  // Above 0 the mean colour alone would be better.
-  if (AnyLane(best.error > 0)) KeepBetter(best, ChooseSteps(PairsAround(blocks.mean), blocks));
+  // Above 0 the mean colour alone would be better. Other blocks stay as they are, whatever stands
+  // in the lanes beside them.
+  const Ints poor = best.error > 0;
+  if (AnyLane(poor)) {
+    Candidate flat = ChooseSteps(PairsAround(blocks.mean), blocks);
+    flat.error = poor ? flat.error : best.error;
+    KeepBetter(best, flat);
+  }
   PutInOrder(best);
   Store(best, out);
 }
