@@ -98,14 +98,14 @@ std::string Written(const std::array<T, N>& vector) {
 
 std::string Written(const std::array<std::int32_t, 4>& area) { return Joined(area, ' '); }
 
-// The text of a field, or nothing when the line's own argument (`whole`) is longer than what was
-// read of it (or there is none) and the field has not been changed since: the line is then better
-// than what would replace it.
+// The text of a field, or nothing when the field has no room for all that was read of the line, the
+// line's own argument (`whole`) is longer still, or there is none, and the field has not been
+// changed since: the line is then better than what would replace it.
 template <std::size_t N>
 std::optional<std::string> WrittenText(const FixedString<N>& current, std::string_view read,
                                        std::string_view whole) {
   const FixedString<N> asRead = read;
-  const bool readWhole = !asRead.empty() && asRead.size() >= whole.size();
+  const bool readWhole = !asRead.empty() && asRead == read && read.size() >= whole.size();
   if (!readWhole && current == asRead.View()) return std::nullopt;
   return current.String();
 }

@@ -199,6 +199,14 @@ TEST_F(LevelSettingsTest, ATextThatWasReadCutKeepsItsLine) {
       << "a value chosen since replaces it";
 }
 
+TEST_F(LevelSettingsTest, TwoNamesThatFitOnlyInPartKeepTheirLine) {
+  const std::string line =
+      "textureManager.alternativePath " + std::string(100, 'a') + " " + std::string(100, 'b');
+  EXPECT_EQ(OpenAndSave(line + "\r\n"), line + "\r\n");
+  const std::string zero = std::string("textureManager.alternativePath a ") + '\0' + "b\r\n";
+  EXPECT_EQ(OpenAndSave(zero), zero);
+}
+
 TEST_F(LevelSettingsTest, TheChosenTeamGivesSkinTemplateAndKits) {
   Put("init.con", "game.setTeamSkin 2 desertskin\r\n");
   ReadLevelSettings();
