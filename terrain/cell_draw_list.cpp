@@ -11,6 +11,9 @@
 namespace mw {
 namespace {
 
+// World units by which a corner may be drawn elsewhere than it was tested: raised, and rounded.
+constexpr float kSideMargin = 0.05f;
+
 // Places of a cell's corners in the vertex buffer.
 struct Corners {
   std::uint32_t nearLeft, nearRight, farLeft, farRight;
@@ -26,8 +29,9 @@ class ListBuilder {
 
   void AddCell(int i, int j, const Corners& c) {
     const std::uint8_t layer = cells_.At(i, j);
-    auto& out = list_.triangles[layer];
-    if (out.empty()) list_.usedLayers.push_back(layer);
+    CellDrawList::Parts& parts = list_.triangles[layer];
+    if (parts.IsEmpty()) list_.usedLayers.push_back(layer);
+    auto& out = PartOf(parts, i, j);
     // The triangles that a strip of the four corners gives. Where GL shades flat, their last vertex
     // gives the colour: it is the cell's own corner.
     if (split_ == CellSplit::FarLeftToNearRight)
@@ -41,26 +45,39 @@ class ListBuilder {
   // Each line once: the two that the cell shares with its far and right neighbours, and those that
   // no other cell draws.
   void AddGridLines(int i, int j, const Corners& c) {
-    AddLine(c.nearRight, c.farRight);
-    AddLine(c.farRight, c.farLeft);
-    if (cells_.At(i + 1, j) == 0) AddLine(c.nearLeft, c.nearRight);
-    if (cells_.At(i, j - 1) == 0) AddLine(c.farLeft, c.nearLeft);
+    auto& out = PartOf(list_.lines, i, j);
+    AddLine(out, c.nearRight, c.farRight);
+    AddLine(out, c.farRight, c.farLeft);
+    if (cells_.At(i + 1, j) == 0) AddLine(out, c.nearLeft, c.nearRight);
+    if (cells_.At(i, j - 1) == 0) AddLine(out, c.farLeft, c.nearLeft);
   }
 
   // Puts what was added into batches: the triangles of each layer, then the lines.
   void Finish() {
     for (const std::uint8_t layer : list_.usedLayers)
-      AddBatch(false, layer, list_.triangles[layer]);
+      AddBatches(false, layer, list_.triangles[layer]);
     list_.usedLayers.clear();
-    AddBatch(true, 0, list_.lines);
+    AddBatches(true, 0, list_.lines);
   }
 
  private:
-  void AddLine(std::uint32_t from, std::uint32_t to) {
-    list_.lines.insert(list_.lines.end(), {from + kRaisedCopy, to + kRaisedCopy});
+  using Indices = CellDrawList::Indices;
+
+  Indices& PartOf(CellDrawList::Parts& parts, int i, int j) {
+    return cells_.IsInside(i, j) ? parts.whole : parts.clipped;
   }
 
-  void AddBatch(bool lines, std::uint8_t layer, std::vector<std::uint32_t>& indices) {
+  static void AddLine(Indices& out, std::uint32_t from, std::uint32_t to) {
+    out.insert(out.end(), {from + kRaisedCopy, to + kRaisedCopy});
+  }
+
+  // What is clipped lies next to the camera, for the most part, and so comes first.
+  void AddBatches(bool lines, std::uint8_t layer, CellDrawList::Parts& parts) {
+    AddBatch(lines, layer, parts.clipped);
+    AddBatch(lines, layer, parts.whole);
+  }
+
+  void AddBatch(bool lines, std::uint8_t layer, Indices& indices) {
     if (indices.empty()) return;
     list_.batches.push_back({lines, layer, static_cast<std::uint32_t>(list_.indices.size()),
                              static_cast<std::uint32_t>(indices.size())});
@@ -95,10 +112,11 @@ void SelectLayer(const CellLayer& layer, bool textured) {
   }
 }
 
-// The raised copies of the vertices are black; no texture may lighten them.
+// Black; no texture may lighten them.
 void SelectGridLines() {
   glDisable(GL_TEXTURE_2D);
-  glEnableClientState(GL_COLOR_ARRAY);
+  glDisableClientState(GL_COLOR_ARRAY);
+  glColor4f(0, 0, 0, 0);
   glLineWidth(kGridLineWidth);
 }
 
@@ -129,23 +147,30 @@ void CellMap::Replace(int i, int j, std::uint8_t layer) {
   if (cell != 0) cell = layer;
 }
 
-CellMap::RowOfCorners CellMap::VisibleCorners(int i) const {
-  const int count = square_.ViewColEnd - square_.ViewColStart;
+void CellMap::FindSides(int i) {
+  const int size = modConfig.MaterialSize, first = square_.ViewColStart;
+  const int count = square_.ViewColEnd - first + 1;
   std::array<float, kSide> x, y, z;
   for (int k = 0; k < count; ++k) {
-    const TerrainVertex& vertex = terrain->grid[i][square_.ViewColStart + k];
+    const TerrainVertex& vertex = terrain->grid[i][first + k];
     x[k] = vertex.x;
-    y[k] = vertex.h * modConfig.HeightScale;
+    y[k] = terrain->grid[i == 0 ? size : i][first + k == size ? 0 : first + k].h *
+           modConfig.HeightScale;
     z[k] = vertex.z;
   }
-  RowOfCorners isVisible;
-  isVisible.fill(1);
+  std::array<std::int32_t, kSide> sides;
+  sides.fill(kInside | kVisible);
+  std::int32_t behind = 1;
   for (const Plane& plane : camera.frustum) {
     for (int k = 0; k < count; ++k) {
-      isVisible[k] &= plane.a * x[k] + plane.b * y[k] + plane.c * z[k] + plane.d > kCullMargin;
+      const float distance = plane.a * x[k] + plane.b * y[k] + plane.c * z[k] + plane.d;
+      sides[k] |= distance < -kSideMargin ? behind : 0;
+      sides[k] &= distance > kSideMargin ? ~0 : ~kInside;
+      sides[k] &= distance > kCullMargin ? ~0 : ~kVisible;
     }
+    behind *= 2;
   }
-  return isVisible;
+  std::copy_n(sides.begin(), count, sides_.begin() + static_cast<std::ptrdiff_t>(Place(i, first)));
 }
 
 bool CellMap::IsCornerVisible(int i, int j) {
@@ -160,7 +185,7 @@ void BuildCellDrawList(const CellMap& cells, CellSplit split, bool grid, CellDra
   ForEachOutwards(square.ViewRowStart + 1, square.ViewRowEnd, middle.i, [&](int i) {
     const std::uint32_t nearRow = TerrainVertexIndex(i, 0), farRow = TerrainVertexIndex(i - 1, 0);
     ForEachOutwards(square.ViewColStart, square.ViewColEnd - 1, middle.j, [&](int j) {
-      if (cells.At(i, j) == 0) return;
+      if (cells.At(i, j) == 0 || cells.IsOutside(i, j)) return;
       const std::uint32_t left = TerrainVertexPlace(j), right = TerrainVertexPlace(j + 1);
       const Corners corners{nearRow + left, nearRow + right, farRow + left, farRow + right};
       builder.AddCell(i, j, corners);
@@ -188,7 +213,7 @@ void DrawCellBatches(const CellDrawList& list, unsigned indexBuffer,
   else
     glDisable(GL_TEXTURE_2D);
   if (HasGridLines(list)) glEnable(GL_POLYGON_OFFSET_FILL);
-  glPolygonOffset(kGridDepthOffset, kGridDepthOffset);
+  glPolygonOffset(kGridDepthFactor, kGridDepthUnits);
   glShadeModel(GL_FLAT);
   for (const CellBatch& batch : list.batches) {
     if (batch.lines)

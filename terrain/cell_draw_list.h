@@ -37,10 +37,12 @@ class CellMap {
   // it.
   template <typename LayerOf>
   void ChooseVisible(LayerOf layerOf) {
+    if (square_.ViewRowEnd <= square_.ViewRowStart) return;
+    FindSides(square_.ViewRowStart);
     for (int i = square_.ViewRowEnd; i > square_.ViewRowStart; --i) {
-      const RowOfCorners isVisible = VisibleCorners(i);
+      FindSides(i);
       for (int j = square_.ViewColStart; j < square_.ViewColEnd; ++j) {
-        if (isVisible[j - square_.ViewColStart]) cells_[Place(i, j)] = layerOf(i, j);
+        if (sides_[Place(i, j)] & kVisible) cells_[Place(i, j)] = layerOf(i, j);
       }
     }
   }
@@ -49,21 +51,33 @@ class CellMap {
   void Replace(int i, int j, std::uint8_t layer);
   const ViewSquare& Square() const { return square_; }
 
+  // Of a visible cell: whether nothing of it can show, because it lies behind one plane of the
+  // frustum as a whole, and whether it lies before all of them, so that GL has nothing to clip.
+  bool IsOutside(int i, int j) const { return (SidesOfCell(i, j) & kBehind) != 0; }
+  bool IsInside(int i, int j) const { return (SidesOfCell(i, j) & kInside) != 0; }
+
   static bool IsCornerVisible(int i, int j);
 
  private:
   static constexpr int kSide = static_cast<int>(kViewSquareCells) + 4;
-  using RowOfCorners = std::array<std::int32_t, kSide>;
+  // Of a corner: behind which planes of the frustum it lies, whether it lies before all of them,
+  // and whether it passes the frustum test.
+  static constexpr std::uint8_t kBehind = 0x3F, kInside = 0x40, kVisible = 0x80;
 
-  // IsCornerVisible for the corners of row i in the square, from its first column on.
-  RowOfCorners VisibleCorners(int i) const;
+  // Fills in the corners of row i.
+  void FindSides(int i);
+  // What all four corners of a cell have in common.
+  int SidesOfCell(int i, int j) const {
+    const std::size_t nearLeft = Place(i, j), farLeft = Place(i - 1, j);
+    return sides_[nearLeft] & sides_[nearLeft + 1] & sides_[farLeft] & sides_[farLeft + 1];
+  }
   std::size_t Place(int i, int j) const {
     return static_cast<std::size_t>((i - square_.ViewRowStart) * kSide + j - square_.ViewColStart +
                                     1);
   }
 
   ViewSquare square_;
-  std::array<std::uint8_t, std::size_t{kSide} * kSide> cells_{};
+  std::array<std::uint8_t, std::size_t{kSide} * kSide> cells_{}, sides_{};
 };
 
 // One draw call: triangles of a layer, or grid lines.
@@ -75,22 +89,30 @@ struct CellBatch {
 
 inline constexpr int kMaxCellLayers = 64;
 inline constexpr float kGridLineWidth = 2.0f;  // pixels
-// glPolygonOffset's factor and units for cells under grid lines.
-inline constexpr float kGridDepthOffset = 1.0f;
+// glPolygonOffset's factor and units for cells under grid lines. With so many units no pixel of a
+// line has the depth of the ground beside it, where the order of drawing would decide.
+inline constexpr float kGridDepthFactor = 1.0f, kGridDepthUnits = 8.0f;
 
 struct CellDrawList {
-  std::vector<std::uint32_t> indices;
+  using Indices = std::vector<std::uint32_t>;
+  Indices indices;
   std::vector<CellBatch> batches;
 
-  // Working storage of the builder, kept so that no frame has to allocate.
-  std::array<std::vector<std::uint32_t>, kMaxCellLayers + 1> triangles;
-  std::vector<std::uint32_t> lines;
+  // Working storage of the builder, kept so that no frame has to allocate. Cells that GL has to
+  // clip are kept apart from the others: it may take the long way for all that stands near one of
+  // them.
+  struct Parts {
+    Indices clipped, whole;
+    bool IsEmpty() const { return clipped.empty() && whole.empty(); }
+  };
+  std::array<Parts, kMaxCellLayers + 1> triangles;
+  Parts lines;
   std::vector<std::uint8_t> usedLayers;
 };
 
-// Lists the visible cells: one batch per layer, then the grid lines as one more. Where cells meet,
-// their common line is listed once. The cells next to the camera come first: what they hide need
-// not be painted.
+// Lists the visible cells: one or two batches per layer, then the grid lines likewise. Where cells
+// meet, their common line is listed once. The cells next to the camera come first: what they hide
+// need not be painted.
 void BuildCellDrawList(const CellMap& cells, CellSplit split, bool grid, CellDrawList& list);
 
 // Copies the list's indices to GL; makes the buffer when `indexBuffer` is 0. Context current.

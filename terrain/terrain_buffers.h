@@ -34,7 +34,7 @@ void ReleaseTerrainVertices();
 
 // Place of vertex (i, j) in the buffer; a copy that is raised for grid lines follows each vertex.
 std::uint32_t TerrainVertexIndex(int i, int j);
-inline constexpr std::uint32_t kRaisedCopy = 1;  // black
+inline constexpr std::uint32_t kRaisedCopy = 1;
 // Its distance from that of vertex (i, 0).
 inline std::uint32_t TerrainVertexPlace(int j) { return static_cast<std::uint32_t>(j) * 2; }
 

@@ -21,8 +21,9 @@ namespace {
 using Colour = std::array<float, 4>;
 
 constexpr int kMaxTileBlocks = kMaxMaterialSize / kTileCells;  // per side of the grid
-constexpr ByteColour kGrey{128, 128, 128, 255}, kOrange{255, 128, 0, 255},
-    kWhite{255, 255, 255, 255};
+// Of cells without texture.
+constexpr ByteColour kGrey{128, 128, 128, 255}, kOrange{255, 128, 0, 255};
+constexpr Colour kWhite{1, 1, 1, 1};
 
 // Everything that decides what is drawn. While it stays the same, the list of the last frame serves
 // again.
@@ -31,6 +32,7 @@ struct CellScene {
   ViewSquare square;
   unsigned terrainVersion = 0;
   bool textured = false, grid = false, showSteep = false;
+  Colour textureColour{};  // multiplies the textures
   // What covers each block of 64 x 64 cells in the square, counted from row 1 and column 0.
   std::array<std::array<CellLayer, kMaxTileBlocks>, kMaxTileBlocks> blocks{};
   std::vector<Cell> brush;
@@ -55,7 +57,8 @@ CellLayer LayerOfBlock(int rowBlock, int columnBlock) {
   // Offsets come from the level's scripts and may be of any size.
   const auto row = std::int64_t{blockRow} - modConfig.TexOffsetX;
   const auto column = std::int64_t{columnBlock} - modConfig.TexOffsetY;
-  CellLayer layer{.texture = sharedTextures.noSurface};
+  CellLayer layer{
+      .texture = sharedTextures.noSurface, .ownColour = true, .colour = wanted.textureColour};
   if (row < 0 || column < 0 || row >= kMaxTiles || column >= kMaxTiles) return layer;
   const SurfaceTile& tile =
       levelTextures.tiles[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
@@ -113,13 +116,14 @@ void ChooseVisibleCells() {
 }
 
 // Describes the frame as far as all modes have it in common.
-void DescribeScene() {
+void DescribeScene(const Colour& textureColour) {
   wanted.frustum = camera.frustum;
   wanted.square = viewSquare;
   wanted.terrainVersion = TerrainBufferVersion();
   wanted.textured = editor.ShowTextures;
   wanted.grid = editor.ShowGrid;
   wanted.showSteep = false;
+  wanted.textureColour = textureColour;
   wanted.brush.clear();
   wanted.brushColour = {};
   FindBlockLayers();
@@ -137,29 +141,11 @@ void DrawScene() {
   DrawCellBatches(drawn.list, drawn.indexBuffer, drawn.layers, drawn.scene.textured);
 }
 
-ByteColour BaseColourBytes() {
-  ByteColour bytes{};
-  std::transform(
-      TerrainBaseColour().begin(), TerrainBaseColour().end(), bytes.begin(),
-      [](float c) { return static_cast<std::uint8_t>(std::clamp(c, 0.0f, 1.0f) * 255.0f + 0.5f); });
-  return bytes;
-}
-
-CellColours TerrainModeColours() {
-  if (editor.ShowTextures) return {BaseColourBytes(), BaseColourBytes()};
-  return {kGrey, kOrange};
-}
-
-CellColours PlainColours() {
-  const ByteColour& colour = editor.ShowTextures ? kWhite : kGrey;
-  return {colour, colour};
-}
-
 }  // namespace
 
 void DrawTerrainCells() {
-  if (!SyncTerrainBuffers(TerrainModeColours())) return;
-  DescribeScene();
+  if (!SyncTerrainBuffers({kGrey, kOrange})) return;
+  DescribeScene(TerrainBaseColour());
   wanted.showSteep = !editor.ShowTextures;
   wanted.brush.assign(BrushCells().begin(), BrushCells().end());
   wanted.brushColour = BrushColour();
@@ -168,8 +154,8 @@ void DrawTerrainCells() {
 }
 
 void RenderPlainTerrain() {
-  if (!SyncTerrainBuffers(PlainColours())) return;
-  DescribeScene();
+  if (!SyncTerrainBuffers({kGrey, kGrey})) return;
+  DescribeScene(kWhite);
   DrawScene();
 }
 

@@ -99,7 +99,7 @@ void DrawCell(int i, int j) {
 
 void DrawMaterialModeCells() {
   if (editor.ShowGrid) glEnable(GL_POLYGON_OFFSET_FILL);
-  glPolygonOffset(kGridDepthOffset, kGridDepthOffset);
+  glPolygonOffset(kGridDepthFactor, kGridDepthUnits);
   for (int i = viewSquare.ViewRowEnd; i > viewSquare.ViewRowStart; --i) {
     for (int j = viewSquare.ViewColStart; j < viewSquare.ViewColEnd; ++j) {
       if (CellMap::IsCornerVisible(i, j)) DrawCell(i, j);

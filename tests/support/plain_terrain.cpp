@@ -198,7 +198,7 @@ void DrawPlainCell(const CellCorners& cell) {
 template <typename DrawCell>
 void ForEachVisibleCell(DrawCell drawCell) {
   if (editor.ShowGrid) glEnable(GL_POLYGON_OFFSET_FILL);
-  glPolygonOffset(kGridDepthOffset, kGridDepthOffset);
+  glPolygonOffset(kGridDepthFactor, kGridDepthUnits);
   for (int i = viewSquare.ViewRowEnd; i > viewSquare.ViewRowStart; --i) {
     for (int j = viewSquare.ViewColStart; j < viewSquare.ViewColEnd; ++j) {
       const CellCorners cell = CornersOf(i, j);
