@@ -1,9 +1,12 @@
 #include "objects/mesh_drawing.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <unordered_map>
+#include <utility>
 
+#include "objects/pixel_coverage.h"
 #include "platform/gl_context.h"
 #include "terrain/gl_buffers.h"
 
@@ -28,6 +31,19 @@ struct DrawRange {
 struct MeshPicture {
   std::array<GLuint, 2> buffers{};  // vertices, indices
   std::vector<DrawRange> ranges;
+
+  // What the buffers hold, for finding what shows of it. Empty where there are lines: they show
+  // however short they are.
+  std::vector<MeshVertex> vertices;
+  std::vector<std::uint32_t> indices;
+  BoundingSphere bounds;
+};
+
+// A corner of a triangle that was found to show, in eye space.
+struct BatchVertex {
+  Vector3 position;
+  float u, v;
+  MeshColour colour;
 };
 
 struct MeshPictures {
@@ -38,6 +54,11 @@ struct MeshPictures {
   const MeshPicture* bound = nullptr;
   unsigned texture = 0;
   float lineWidth = kUsualLineWidth;
+
+  // Kept so that no frame has to allocate.
+  PixelCoverage coverage;
+  std::vector<std::uint32_t> shown;
+  std::vector<BatchVertex> batch;
 };
 MeshPictures pictures;
 
@@ -99,14 +120,77 @@ void UseLineWidth(float width) {
   pictures.lineWidth = width;
 }
 
+void PointArrays(const MeshPicture& picture) {
+  glBindBuffer(GL_ARRAY_BUFFER, picture.buffers[0]);
+  glVertexPointer(3, GL_FLOAT, sizeof(MeshVertex), BufferOffset(offsetof(MeshVertex, position)));
+  glTexCoordPointer(2, GL_FLOAT, sizeof(MeshVertex), BufferOffset(offsetof(MeshVertex, u)));
+}
+
+// The triangles that were collected, with the texture in use. Changes matrix and colour.
+void DrawBatch() {
+  if (pictures.batch.empty()) return;
+  const BatchVertex& first = pictures.batch.front();
+  glBindBuffer(GL_ARRAY_BUFFER, 0);
+  glVertexPointer(3, GL_FLOAT, sizeof(BatchVertex), &first.position);
+  glTexCoordPointer(2, GL_FLOAT, sizeof(BatchVertex), &first.u);
+  glColorPointer(3, GL_UNSIGNED_BYTE, sizeof(BatchVertex), first.colour.data());
+  glEnableClientState(GL_COLOR_ARRAY);
+  glLoadIdentity();
+  glDrawArrays(GL_TRIANGLES, 0, static_cast<GLsizei>(pictures.batch.size()));
+  glDisableClientState(GL_COLOR_ARRAY);
+  PointArrays(*pictures.bound);
+  pictures.batch.clear();
+}
+
+BatchVertex InEyeSpace(const MeshVertex& vertex, const Matrix4& modelView,
+                       const MeshColour& colour) {
+  const auto& [x, y, z] = vertex.position;
+  const Matrix4& m = modelView;
+  return {{m[0] * x + m[4] * y + m[8] * z + m[12], m[1] * x + m[5] * y + m[9] * z + m[13],
+           m[2] * x + m[6] * y + m[10] * z + m[14]},
+          vertex.u,
+          vertex.v,
+          colour};
+}
+
+void UseTexture(unsigned texture) {
+  if (pictures.texture == texture) return;
+  glBindTexture(GL_TEXTURE_2D, texture);
+  pictures.texture = texture;
+}
+
 void DrawRangeOfBound(const DrawRange& range) {
-  if (pictures.texture != range.texture) {
-    glBindTexture(GL_TEXTURE_2D, range.texture);
-    pictures.texture = range.texture;
-  }
+  UseTexture(range.texture);
   if (range.mode == GL_LINES) UseLineWidth(range.lineWidth);
   glDrawElements(range.mode, range.indexCount, GL_UNSIGNED_INT,
                  BufferOffset(range.firstIndex * sizeof(std::uint32_t)));
+}
+
+// Puts the triangles that may show into the batch.
+void CollectShownTriangles(const MeshPicture& picture, const Matrix4& modelView,
+                           const MeshColour& colour, const PixelGrid& grid) {
+  auto& shown = pictures.shown;
+  pictures.coverage.Project(picture.vertices, modelView, grid);
+  for (const DrawRange& range : picture.ranges) {
+    shown.clear();
+    pictures.coverage.AppendShown(
+        {&picture.indices[range.firstIndex], static_cast<std::size_t>(range.indexCount)}, shown);
+    if (shown.empty()) continue;
+    if (pictures.texture != range.texture) DrawBatch();
+    UseTexture(range.texture);
+    for (const std::uint32_t index : shown)
+      pictures.batch.push_back(InEyeSpace(picture.vertices[index], modelView, colour));
+  }
+}
+
+bool HasLines(std::span<const DrawRange> ranges) {
+  return std::ranges::any_of(ranges, [](const DrawRange& range) { return range.mode == GL_LINES; });
+}
+
+void KeepTriangles(Collected& collected, MeshPicture& picture) {
+  picture.vertices = std::move(collected.vertices);
+  picture.indices = std::move(collected.indices);
+  picture.bounds = BoundingSphereOf(picture.vertices);
 }
 
 }  // namespace
@@ -118,6 +202,7 @@ MeshListId CreateMeshList(std::span<const MeshSurface> surfaces) {
   MeshPicture picture;
   if (!Upload(collected, picture)) return 0;
   picture.ranges = std::move(collected.ranges);
+  if (!HasLines(picture.ranges)) KeepTriangles(collected, picture);
   pictures.byId.emplace(++pictures.lastId, std::move(picture));
   return pictures.lastId;
 }
@@ -151,12 +236,10 @@ void BindMeshList(MeshListId list) {
   pictures.lineWidth = kUsualLineWidth;
   glBindTexture(GL_TEXTURE_2D, pictures.texture);
   glLineWidth(pictures.lineWidth);
-  glBindBuffer(GL_ARRAY_BUFFER, picture.buffers[0]);
+  PointArrays(picture);
   glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, picture.buffers[1]);
   glEnableClientState(GL_VERTEX_ARRAY);
   glEnableClientState(GL_TEXTURE_COORD_ARRAY);
-  glVertexPointer(3, GL_FLOAT, sizeof(MeshVertex), BufferOffset(offsetof(MeshVertex, position)));
-  glTexCoordPointer(2, GL_FLOAT, sizeof(MeshVertex), BufferOffset(offsetof(MeshVertex, u)));
 }
 
 void DrawBoundMeshList() {
@@ -164,8 +247,22 @@ void DrawBoundMeshList() {
   for (const DrawRange& range : pictures.bound->ranges) DrawRangeOfBound(range);
 }
 
+void DrawBoundMeshListAt(const Matrix4& modelView, const MeshColour& colour,
+                         const PixelGrid& grid) {
+  if (!pictures.bound) return;
+  const MeshPicture& picture = *pictures.bound;
+  if (!picture.indices.empty() &&
+      IsFinerThanPixels(picture.indices.size() / 3, picture.bounds, modelView, grid))
+    return CollectShownTriangles(picture, modelView, colour, grid);
+  DrawBatch();
+  glColor3ubv(colour.data());
+  glLoadMatrixf(modelView.data());
+  DrawBoundMeshList();
+}
+
 void UnbindMeshList() {
   if (!pictures.bound) return;
+  DrawBatch();
   pictures.bound = nullptr;
   UseLineWidth(kUsualLineWidth);
   glDisableClientState(GL_TEXTURE_COORD_ARRAY);

@@ -3,19 +3,15 @@
 // the level.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <vector>
 
-#include "core/vector3.h"
+#include "objects/mesh_vertex.h"
+#include "objects/pixel_coverage.h"
 
 namespace mw {
-
-struct MeshVertex {
-  Vector3 position;
-  float u = 0, v = 0;
-  friend bool operator==(const MeshVertex&, const MeshVertex&) = default;
-};
 
 // One run of primitives with one texture.
 struct MeshSurface {
@@ -26,6 +22,8 @@ struct MeshSurface {
   std::vector<MeshVertex> vertices;
   std::vector<std::uint32_t> indices;  // 3 for a triangle, 2 for a line; all below vertices.size()
 };
+
+using MeshColour = std::array<std::uint8_t, 3>;  // red, green, blue
 
 // Identifier of a mesh's picture; 0 is none.
 using MeshListId = std::uint32_t;
@@ -41,6 +39,9 @@ void CallMeshList(MeshListId list);
 // The same in two steps, for those who draw one picture many times: binding once, drawing often.
 void BindMeshList(MeshListId list);
 void DrawBoundMeshList();
+// With this matrix and colour; both may or may not be current afterwards. Of a mesh that is small
+// on the screen only the triangles that can show are drawn, at the latest when it is unbound.
+void DrawBoundMeshListAt(const Matrix4& modelView, const MeshColour& colour, const PixelGrid& grid);
 void UnbindMeshList();
 
 }  // namespace mw

@@ -24,8 +24,8 @@ constexpr float kMarkerHeight = 4.75f;                       // world units
 constexpr float kMarkerWidth = 25;                           // pixels
 constexpr double kCullRadius = 2.0 / 3;                      // of the bounding box's diagonal
 
-using Colour = std::array<std::uint8_t, 3>;
-constexpr Colour kRed{255, 0, 0}, kGreen{0, 255, 0}, kYellow{255, 255, 0}, kWhite{255, 255, 255};
+constexpr MeshColour kRed{255, 0, 0}, kGreen{0, 255, 0}, kYellow{255, 255, 0},
+    kWhite{255, 255, 255};
 
 struct VisibleObject {
   MeshListId list;
@@ -34,7 +34,7 @@ struct VisibleObject {
 
 struct MarkerVertex {
   Vector3 position;
-  Colour colour;
+  MeshColour colour;
 };
 
 // Kept so that no frame has to allocate.
@@ -77,7 +77,7 @@ void AddMarker(const Vector3& place, const CatalogueEntry& entry, bool marked) {
   const Vector3& view = camera.direction;
   const Vector3 foot = place + Vector3{0, entry.boxB.y, 0};
   const Vector3 top = foot + Vector3{-view.x * view.y, kMarkerHeight, -view.z * view.y};
-  const Colour colour = marked ? kRed : kWhite;
+  const MeshColour colour = marked ? kRed : kWhite;
   inSight.markers.push_back({foot, colour});
   inSight.markers.push_back({top, colour});
 }
@@ -128,27 +128,26 @@ void DrawMarkers() {
   glLineWidth(1);
 }
 
-Colour ColourOf(const StaticObject& object, std::int32_t index) {
+MeshColour ColourOf(const StaticObject& object, std::int32_t index) {
   if (IsHovered(index)) return object.selected ? kYellow : kGreen;
   if (object.selected) return kRed;
   return EntryOf(object)->meshKind == MeshKind::TreeMesh ? kGreen : object.boxColour;
 }
 
-void DrawObject(const StaticObject& object, const Matrix4& view) {
+void DrawObject(const StaticObject& object, const MeshColour& colour, const Matrix4& view,
+                const PixelGrid& grid) {
   // Objects are mirrored along X as the level is.
   const Vector3 scale{-object.scale.x, object.scale.y, object.scale.z};
-  glLoadMatrixf(PlacedMatrix(view, object.ViewPosition(), object.rotation, scale).data());
-  DrawBoundMeshList();
+  DrawBoundMeshListAt(PlacedMatrix(view, object.ViewPosition(), object.rotation, scale), colour,
+                      grid);
 }
 
 void DrawMeshes() {
   const bool textured = objectStore.viewMode == ViewMode::TexturedMesh;
-  if (textured) {
-    glEnable(GL_TEXTURE_2D);
-    glColor4f(1, 1, 1, 1);
-  }
+  if (textured) glEnable(GL_TEXTURE_2D);
   Matrix4 view;
   glGetFloatv(GL_MODELVIEW_MATRIX, view.data());
+  const PixelGrid grid = CurrentPixelGrid();
   glPushMatrix();
   glShadeModel(GL_FLAT);
   MeshListId bound = 0;
@@ -159,8 +158,7 @@ void DrawMeshes() {
       BindMeshList(list);
       bound = list;
     }
-    if (!textured) glColor3ubv(ColourOf(object, index).data());
-    DrawObject(object, view);
+    DrawObject(object, textured ? kWhite : ColourOf(object, index), view, grid);
   }
   UnbindMeshList();
   glShadeModel(GL_SMOOTH);

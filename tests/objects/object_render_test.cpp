@@ -1,5 +1,6 @@
 #include "objects/object_render.h"
 
+#include <array>
 #include <cmath>
 
 #include "core/editor_state.h"
@@ -232,6 +233,33 @@ TEST_F(ObjectRenderTest, OnlyObjectsWithAMeshAreDrawn) {
   Draw();
   EXPECT_EQ(At(0, 4.5f, 0), kWhite) << "its marker";
   EXPECT_EQ(At(0, 1.5f, 2), kSky);
+}
+
+TEST_F(ObjectRenderTest, MeshesFinerThanThePixelsLookAsDrawnWhole) {
+  const MeshSurface ball = Ball(300, 2, texture_);
+  MeshSurface above = Ball(300, 1, 0), line = ThickLine();
+  for (MeshVertex& vertex : above.vertices) vertex.position.y += 4;
+  const MeshListId two = MakeSceneMesh(std::array{ball, above});
+  const MeshListId withLine = MakeSceneMesh(std::array{ball, line});
+  const int entry = AddSceneEntry(MeshKind::StandardMesh, {-200, -200, -200}, {200, 200, 200});
+  for (int k = 0; k < 120; ++k) {
+    // Near and far ones by turns.
+    const float away = static_cast<float>(k * 47 % 120) * 2.5f;
+    const float aside = static_cast<float>(k % 9 - 4) * (3 + away / 12);
+    StaticObject& object =
+        AddSceneObject(entry, k % 7 == 0 ? withLine : two, Place(aside, 0, 15 - away));
+    object.rotation = {static_cast<float>(k * 37), static_cast<float>(k * 11), 0};
+    object.scale = {1, 0.5f + static_cast<float>(k % 3) / 2, 1};
+    object.boxColour = {static_cast<std::uint8_t>(k * 2), 90, 150};
+  }
+  for (const ViewMode mode : {ViewMode::DetailMesh, ViewMode::TexturedMesh}) {
+    objectStore.viewMode = mode;
+    const DrawnPicture frame = Draw();
+    EXPECT_LT(Count(frame, kSky), kWidth * kHeight * 9u / 10);
+    Begin(kFront);
+    plain::DrawStaticObjects();
+    EXPECT_LE(DifferentPixels(frame, ReadPicture()), 5u);
+  }
 }
 
 TEST_F(ObjectRenderTest, DrawingLeavesTheStateOfTheOtherRenderers) {
