@@ -10,6 +10,7 @@
 #include "fuzz/level_sandbox.h"
 #include "fuzz/require.h"
 #include "objects/entities.h"
+#include "objects/entity_editing.h"
 #include "objects/entity_scripts.h"
 #include "objects/object_store.h"
 #include "platform/scripted/script.h"
@@ -58,6 +59,7 @@ std::string OpenAndSave(LevelSandbox& level) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   LevelSandbox level;
+  mw::ClearAllEntities();  // with their items in the tree
   mw::ResetEntities();
   const auto* const end = data + size;
   for (const char* mode : {"conquest", "ctf", "tdm"}) {
