@@ -19,6 +19,8 @@ using ByteView = std::span<const std::uint8_t>;
 constexpr std::size_t kTableEntry = 12;  // compressed size, uncompressed size, offset
 // What one compressed byte can become at most: a run of a long match's length.
 constexpr std::size_t kMaxExpansion = 255;
+// Fewer segments are decompressed sooner than another thread starts.
+constexpr std::size_t kSpreadSegments = 4;
 // Room made at once for a member, in multiples of its stored size; one that is denser grows as it
 // goes.
 constexpr std::uint64_t kUsualExpansion = 16;
@@ -102,8 +104,7 @@ bool Compress(Segment& segment, Bytes& workMemory) {
 // Compresses what has changed. The work memory, one per core, is kept for the next call.
 bool CompressChanged(std::span<Segment> segments) {
   static std::vector<Bytes> workMemory;
-  const std::size_t cores = std::max(1u, std::thread::hardware_concurrency());
-  const std::size_t workers = std::clamp<std::size_t>(segments.size(), 1, cores);
+  const std::size_t workers = std::clamp<std::size_t>(segments.size(), 1, UsableCores());
   if (workMemory.size() < workers) workMemory.resize(workers);
 
   std::atomic<std::size_t> next = 0;
@@ -208,7 +209,9 @@ std::optional<Bytes> CompressMember(ByteView data, ByteView oldStored) {
 
 Bytes ExpandMember(ByteView stored, std::uint32_t size) {
   if (!PrepareCompression()) return {};
-  if (auto whole = ExpandFullSegments(stored, size)) return *std::move(whole);
+  if (size >= kSpreadSegments * kSegmentSize && UsableCores() > 1) {
+    if (auto whole = ExpandFullSegments(stored, size)) return *std::move(whole);
+  }
   Bytes data;
   SegmentReader segments(stored);
   data.reserve(

@@ -179,18 +179,25 @@ bool Archive::State::StageDirectory() {
 }
 
 // The member's bytes in the file, as they are or will be once the group under way is complete;
-// fewer when the file has become shorter or cannot be read.
-Bytes Archive::State::ReadStored(const ArchiveEntry& entry) {
+// fewer when the file has become shorter or cannot be read. They lie at the end of `room`, which
+// grows as needed: so a sanitizer sees whoever reads beyond them.
+std::span<const std::uint8_t> Archive::State::ReadStored(const ArchiveEntry& entry, Bytes& room) {
   const std::uint64_t offset = entry.dataOffset;
   const std::uint64_t fileSize = file.Size().value_or(0);
   const std::uint64_t end =
       std::clamp(std::max(fileSize, staged.End()), offset, offset + entry.storedSize);
-  Bytes stored(static_cast<std::size_t>(end - offset));
-  const std::uint64_t inFile = std::clamp(fileSize, offset, end) - offset;
-  if (!file.ReadAt(offset, std::span(stored).first(static_cast<std::size_t>(inFile)))) {
+  const auto size = static_cast<std::size_t>(end - offset);
+  if (room.size() < size) {
+    room.clear();
+    room.resize(size);
+  }
+  const auto stored = std::span(room).last(size);
+  const auto inFile = static_cast<std::size_t>(std::clamp(fileSize, offset, end) - offset);
+  if (!file.ReadAt(offset, stored.first(inFile))) {
     Fail(file.Error());
     return {};
   }
+  std::ranges::fill(stored.subspan(inFile), std::uint8_t{0});  // all of it is staged
   undone.PutOver(offset, stored);
   staged.PutOver(offset, stored);
   return stored;

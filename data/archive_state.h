@@ -66,7 +66,8 @@ struct Archive::State {
   void MarkChanged();
   bool StageDirectory();
 
-  std::vector<std::uint8_t> ReadStored(const ArchiveEntry& entry);
+  std::span<const std::uint8_t> ReadStored(const ArchiveEntry& entry,
+                                           std::vector<std::uint8_t>& room);
   bool MayOverwrite(const ArchiveEntry& entry) const;
   bool PlaceMember(std::string_view name, std::vector<std::uint8_t> stored, std::uint32_t size);
 };

@@ -7,6 +7,7 @@
 #include "data/archive.h"
 #include "data/archive_segments.h"
 #include "support/archive_bytes.h"
+#include "support/one_core.h"
 #include "support/sandbox.h"
 
 namespace mw {
@@ -175,6 +176,31 @@ TEST_F(ArchiveDamage, BadDataKeepsWhatCameBeforeAndAfterIt) {
   ASSERT_GE(read->size(), 2000u);
   EXPECT_TRUE(std::equal(plain.begin(), plain.end(), read->begin()));
   EXPECT_TRUE(std::equal(plain.begin(), plain.end(), read->end() - 1000));
+}
+
+TEST_F(ArchiveDamage, OneCoreReadsWhatSeveralCoresRead) {
+  const Bytes plain = NoiseBytes(200'000, 1);  // seven segments
+  {
+    Archive archive;
+    ASSERT_TRUE(archive.Create("x.vra") && archive.SetMode(StorageMode::Compressed));
+    ASSERT_TRUE(archive.WriteMember("m", plain));
+  }
+  const auto read = [] {
+    Archive archive;
+    EXPECT_TRUE(archive.Open("x.vra", false)) << archive.Error();
+    return archive.ReadMember("m");
+  };
+  const auto readOnOneCore = [&] {
+    const OnOneCore one;
+    return read();
+  };
+  EXPECT_EQ(read(), plain);
+  EXPECT_EQ(readOnOneCore(), plain);
+  Bytes damaged = ReadBytes("x.vra");
+  for (std::size_t at = kHeader + 100'000; at < kHeader + 100'400; ++at) damaged[at] = 0;
+  WriteBytes("x.vra", damaged);
+  EXPECT_NE(read(), plain);
+  EXPECT_EQ(readOnOneCore(), read());
 }
 
 TEST_F(ArchiveDamage, ASegmentOfAnotherCompressorStaysWhileItsBytesStay) {
