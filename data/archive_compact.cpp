@@ -1,6 +1,8 @@
 #include "data/archive_compact.h"
 
 #include <algorithm>
+#include <iterator>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -9,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kCopyBuffer = 102400;
+constexpr std::size_t kBlock = std::size_t{1} << 20;  // bytes written and read back at a time
 
 struct Move {
   std::uint32_t from = 0, to = 0, size = 0;
@@ -38,53 +40,97 @@ bool IsCompact(const std::vector<Move>& moves, const ArchiveContents& contents,
          fileSize == DataEnd(contents.entries) + DirectorySize(contents.entries);
 }
 
-bool CopyMember(File& from, File& to, const Move& move, std::vector<std::uint8_t>& buffer,
-                std::string& error) {
-  for (std::uint32_t done = 0; done < move.size;) {
-    const auto chunk =
-        std::span(buffer).first(std::min<std::size_t>(buffer.size(), move.size - done));
-    if (!from.ReadAt(std::uint64_t{move.from} + done, chunk)) {
-      error = from.Error();
+// The bytes of the compacted file, wherever they lie now.
+class CompactImage {
+ public:
+  CompactImage(File& archive, const std::vector<Move>& moves, const ArchiveContents& contents)
+      : archive_(archive),
+        header_(HeaderBytes(contents.header)),
+        directory_(DirectoryBytes(contents.entries)) {
+    pieces_.push_back({0, header_.size(), 0, &header_});
+    for (const Move& move : moves) {
+      Piece& last = pieces_.back();
+      if (!last.memory && last.from + last.size == move.from) {
+        last.size += move.size;  // they lay side by side
+      } else if (move.size > 0) {
+        pieces_.push_back({move.to, move.size, move.from, nullptr});
+      }
+    }
+    pieces_.push_back({contents.header.directoryOffset, directory_.size(), 0, &directory_});
+  }
+
+  std::uint64_t Size() const { return pieces_.back().at + pieces_.back().size; }
+
+  // False when the archive cannot be read.
+  bool Read(std::uint64_t at, std::span<std::uint8_t> out) const {
+    auto piece = std::prev(std::ranges::upper_bound(pieces_, at, {}, &Piece::at));
+    for (; !out.empty(); ++piece) {
+      const std::uint64_t skipped = at - piece->at;
+      const auto part = out.first(
+          static_cast<std::size_t>(std::min<std::uint64_t>(out.size(), piece->size - skipped)));
+      if (piece->memory) {
+        std::ranges::copy(std::span(*piece->memory).subspan(skipped, part.size()), part.begin());
+      } else if (!archive_.ReadAt(piece->from + skipped, part)) {
+        return false;
+      }
+      at += part.size();
+      out = out.subspan(part.size());
+    }
+    return true;
+  }
+  const std::string& Error() const { return archive_.Error(); }
+
+ private:
+  struct Piece {
+    std::uint64_t at, size;                   // in the compacted file
+    std::uint64_t from;                       // in the archive
+    const std::vector<std::uint8_t>* memory;  // instead of there
+  };
+
+  File& archive_;
+  std::vector<std::uint8_t> header_, directory_;
+  std::vector<Piece> pieces_;  // one after the other
+};
+
+// Calls visit(offset, bytes) for the blocks of the image from `start` on, until it answers false.
+template <typename Visit>
+bool ForEachBlock(const CompactImage& image, std::uint64_t start, std::string& error, Visit visit) {
+  DiskBlock room(kBlock);
+  for (std::uint64_t at = start; at < image.Size(); at += kBlock) {
+    const auto block =
+        room.First(static_cast<std::size_t>(std::min<std::uint64_t>(kBlock, image.Size() - at)));
+    if (!image.Read(at, block)) {
+      error = image.Error();
       return false;
     }
-    if (!to.WriteAt(std::uint64_t{move.to} + done, chunk)) {
-      error = to.Error();
-      return false;
-    }
-    done += static_cast<std::uint32_t>(chunk.size());
+    if (!visit(at, std::span<const std::uint8_t>(block))) return false;
   }
   return true;
 }
 
-bool WriteCompacted(File& archive, File& aside, const std::vector<Move>& moves,
-                    const ArchiveContents& contents, std::string& error) {
-  std::vector<std::uint8_t> buffer(kCopyBuffer);
-  for (const Move& move : moves) {
-    if (!CopyMember(archive, aside, move, buffer, error)) return false;
-  }
-  if (aside.WriteAt(0, HeaderBytes(contents.header)) &&
-      aside.WriteAt(contents.header.directoryOffset, DirectoryBytes(contents.entries)) &&
-      aside.CopyPermissions(archive) && aside.Sync()) {
-    return true;
-  }
-  error = aside.Error();
-  return false;
-}
-
-// Reads the compacted file back: every byte of it is accounted for.
-bool IsWrittenWhole(File& archive, File& aside, const std::vector<Move>& moves,
-                    const ArchiveContents& contents, std::string& error) {
-  const bool membersHold = std::ranges::all_of(moves, [&](const Move& move) {
-    return aside.HoldsCopy(move.to, archive, move.from, move.size);
-  });
-  const std::vector<std::uint8_t> directory = DirectoryBytes(contents.entries);
-  const std::uint64_t directoryOffset = contents.header.directoryOffset;
-  if (!membersHold || !aside.Holds(0, HeaderBytes(contents.header)) ||
-      !aside.Holds(directoryOffset, directory)) {
+// Writes the compacted file and reads it back: every byte of it is accounted for. Where the file
+// system allows, whole blocks go straight to the disk and are compared at once, while they are at
+// hand; the others when all is synced.
+bool WriteCompacted(const CompactImage& image, File& archive, File& aside, std::string& error) {
+  const auto failed = [&] {
     error = aside.Error();
     return false;
-  }
-  if (aside.Size() == directoryOffset + directory.size()) return true;
+  };
+  std::uint64_t compared = 0;  // all up to here is known to be on the disk
+  const auto write = [&](std::uint64_t at, std::span<const std::uint8_t> block) {
+    aside.SetStraight(block.size() == kBlock);
+    if (!aside.WriteAt(at, block)) return failed();
+    if (!aside.IsStraight() || compared != at) return true;
+    compared += block.size();
+    return aside.Holds(at, block) || failed();
+  };
+  const auto holds = [&](std::uint64_t at, std::span<const std::uint8_t> block) {
+    return aside.Holds(at, block) || failed();
+  };
+  if (!ForEachBlock(image, 0, error, write)) return false;
+  if (!aside.CopyPermissions(archive) || !aside.Sync()) return failed();
+  if (!ForEachBlock(image, compared, error, holds)) return false;
+  if (aside.Size() == image.Size()) return true;
   error = "The compacted file has another size than what was written to it";
   return false;
 }
@@ -116,8 +162,7 @@ bool CompactArchive(File& archive, const fs::path& archivePath, const ArchiveCon
     error = aside.Error();
     return false;
   }
-  if (WriteCompacted(archive, aside, *moves, compact, error) &&
-      IsWrittenWhole(archive, aside, *moves, compact, error) &&
+  if (WriteCompacted(CompactImage(archive, *moves, compact), archive, aside, error) &&
       RenameFile(path, archivePath, &error)) {
     // Should this fail and the power with it, the old file may be back, which is whole as well.
     SyncFolderOf(archivePath);

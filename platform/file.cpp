@@ -73,11 +73,13 @@ File::~File() { Close(); }
 
 File::File(File&& other) noexcept
     : descriptor_(std::exchange(other.descriptor_, -1)),
+      straight_(std::exchange(other.straight_, false)),
       path_(std::move(other.path_)),
       error_(std::move(other.error_)) {}
 
 File& File::operator=(File&& other) noexcept {
   std::swap(descriptor_, other.descriptor_);
+  std::swap(straight_, other.straight_);
   std::swap(path_, other.path_);
   std::swap(error_, other.error_);
   return *this;
@@ -96,7 +98,7 @@ bool File::Fail(const char* reason) {
 bool File::Open(const fs::path& path, FileAccess access) {
   Close();
   const int flags = OpenFlags(access);
-  if ((flags & O_CREAT) && !Exists(path)) {
+  if (diskFaultPlan && (flags & O_CREAT) && !Exists(path)) {
     if (const auto fault = PlannedFault({Kind::Create, path})) return Fail(fault->code);
   }
   // A pipe must not keep the program waiting; plain files do not know O_NONBLOCK.
@@ -117,6 +119,8 @@ bool File::Open(const fs::path& path, FileAccess access) {
 
 void File::Close() {
   if (descriptor_ >= 0) close(std::exchange(descriptor_, -1));
+  straight_ = false;
+  compared_ = DiskBlock();
 }
 
 std::optional<std::uint64_t> File::Size() {
@@ -157,7 +161,11 @@ bool File::WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
     WriteBytes(descriptor_, offset, bytes.first(std::min(fault->written, bytes.size())));
     return fault->code == 0 || Fail(fault->code);
   }
-  const int code = WriteBytes(descriptor_, offset, bytes);
+  int code = WriteBytes(descriptor_, offset, bytes);
+  if (code == EINVAL && straight_) {  // the disk wants still larger multiples
+    SetStraight(false);
+    code = WriteBytes(descriptor_, offset, bytes);
+  }
   return code == 0 || Fail(code);
 }
 
@@ -189,6 +197,13 @@ bool File::CopyByBlocks(File& source, std::uint64_t from, std::uint64_t end) {
   return true;
 }
 
+void File::SetStraight(bool straight) {
+  if (straight == straight_) return;
+  const int flags = fcntl(descriptor_, F_GETFL);
+  const int wanted = straight ? flags | O_DIRECT : flags & ~O_DIRECT;
+  if (flags >= 0 && fcntl(descriptor_, F_SETFL, wanted) == 0) straight_ = straight;
+}
+
 bool File::Truncate(std::uint64_t size) {
   if (const auto fault = PlannedFault({Kind::Truncate, path_, size})) return Fail(fault->code);
   return ftruncate(descriptor_, static_cast<off_t>(size)) == 0 || Fail(errno);
@@ -200,11 +215,14 @@ bool File::Sync() {
 }
 
 bool File::Holds(std::uint64_t offset, std::span<const std::uint8_t> expected) {
-  std::vector<std::uint8_t> buffer(std::min(kBlock, expected.size()));
-  posix_fadvise(descriptor_, static_cast<off_t>(offset), static_cast<off_t>(expected.size()),
-                POSIX_FADV_DONTNEED);
+  const std::size_t most = std::min(kBlock, expected.size());
+  if (compared_.Size() < most) compared_ = DiskBlock(most);
+  if (!straight_) {
+    posix_fadvise(descriptor_, static_cast<off_t>(offset), static_cast<off_t>(expected.size()),
+                  POSIX_FADV_DONTNEED);
+  }
   while (!expected.empty()) {
-    const auto block = std::span(buffer).first(std::min(buffer.size(), expected.size()));
+    const auto block = compared_.First(std::min(most, expected.size()));
     if (!ReadAt(offset, block)) return false;
     if (!std::ranges::equal(block, expected.first(block.size()))) {
       return FailDiffering();
@@ -259,13 +277,15 @@ bool RenameFile(const fs::path& from, const fs::path& to, std::string* error) {
 }
 
 bool RemoveFile(const fs::path& path, std::string* error) {
-  if (!Exists(path)) return true;
+  if (diskFaultPlan && !Exists(path)) return true;
   if (const auto fault = PlannedFault({Kind::Remove, path})) {
     SetReason(error, fault->code);
     return false;
   }
-  if (unlink(path.c_str()) == 0 || errno == ENOENT) return true;
-  SetReason(error, errno);
+  if (unlink(path.c_str()) == 0) return true;
+  const int code = errno;
+  if (!Exists(path)) return true;
+  SetReason(error, code);
   return false;
 }
 

@@ -11,6 +11,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace mw {
 
@@ -30,6 +31,22 @@ struct FileIdentity {
 };
 // Nothing when there is no such file, or it cannot be asked for.
 std::optional<FileIdentity> IdentityOf(const std::filesystem::path& path);
+
+// Memory that bytes can go straight from to the disk.
+class DiskBlock {
+ public:
+  static constexpr std::size_t kAlignment = 4096;
+
+  explicit DiskBlock(std::size_t size = 0) : pages_((size + kAlignment - 1) / kAlignment) {}
+  std::size_t Size() const { return pages_.size() * kAlignment; }
+  std::span<std::uint8_t> First(std::size_t size) { return {pages_.data()->bytes, size}; }
+
+ private:
+  struct alignas(kAlignment) Page {
+    std::uint8_t bytes[kAlignment];
+  };
+  std::vector<Page> pages_;
+};
 
 // One open plain file. After a failure `Error` is the system's reason.
 class File {
@@ -51,12 +68,17 @@ class File {
   bool WriteAt(std::uint64_t offset, std::span<const std::uint8_t> bytes);
   // Writes all bytes of `source` from offset 0; the system copies them itself where it can.
   bool CopyContent(File& source);
+  // Whether bytes from now on go straight to the disk and back, not through the system's memory.
+  // Addresses, offsets and sizes must then be multiples of DiskBlock::kAlignment. Stays off where
+  // the file system cannot do that.
+  void SetStraight(bool straight);
+  bool IsStraight() const { return straight_; }
   bool Truncate(std::uint64_t size);
   // Returns when everything written is safe on the disk.
   bool Sync();
   // Whether the file holds `expected` at `offset`. It is asked of the disk, not of the system's
-  // memory of what was written, where that can be had; sync before. `Error` says so when it does
-  // not.
+  // memory of what was written, where that can be had; sync before what did not go straight.
+  // `Error` says so when it does not.
   bool Holds(std::uint64_t offset, std::span<const std::uint8_t> expected);
   // The same for bytes that were copied: `size` bytes of `source` from `sourceOffset`.
   bool HoldsCopy(std::uint64_t offset, File& source, std::uint64_t sourceOffset,
@@ -75,6 +97,8 @@ class File {
   bool CopyByBlocks(File& source, std::uint64_t from, std::uint64_t end);
 
   int descriptor_ = -1;
+  bool straight_ = false;
+  DiskBlock compared_;  // what Holds has read
   std::filesystem::path path_;
   std::string error_;
 };

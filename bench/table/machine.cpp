@@ -1,11 +1,13 @@
 #include "bench/table/machine.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sched.h>
 #include <string>
 #include <sys/syscall.h>
+#include <time.h>
 #include <unistd.h>
 
 namespace {
@@ -20,6 +22,17 @@ cpu_set_t AllowedCores() {
 }
 
 const cpu_set_t allCores = AllowedCores();
+
+// Whether reads and writes of the file are ones of the disk.
+bool IsStraight(int descriptor) {
+  return (syscall(SYS_fcntl, descriptor, F_GETFL) & O_DIRECT) != 0;
+}
+
+double ProcessorSeconds() {
+  timespec time{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
 
 }  // namespace
 
@@ -42,8 +55,27 @@ ssize_t pread(int descriptor, void* buffer, std::size_t size, off_t offset) {
   ssize_t result = 0;
   const double time =
       mw::bench::Time([&] { result = syscall(SYS_pread64, descriptor, buffer, size, offset); });
-  if (isDropped) diskSeconds += time;
+  if (isDropped || IsStraight(descriptor)) diskSeconds += time;
   isDropped = false;
+  return result;
+}
+
+ssize_t pwrite(int descriptor, const void* buffer, std::size_t size, off_t offset) {
+  ssize_t result = 0;
+  const double time =
+      mw::bench::Time([&] { result = syscall(SYS_pwrite64, descriptor, buffer, size, offset); });
+  if (IsStraight(descriptor)) diskSeconds += time;
+  return result;
+}
+
+// A file that is gone gives back its place on the disk here. The processor's work for that counts,
+// the wait does not.
+int close(int descriptor) {
+  int result = 0;
+  const double before = ProcessorSeconds();
+  const double time =
+      mw::bench::Time([&] { result = static_cast<int>(syscall(SYS_close, descriptor)); });
+  diskSeconds += std::max(0.0, time - (ProcessorSeconds() - before));
   return result;
 }
 

@@ -30,6 +30,26 @@ TEST_F(FileTest, ReadsAndWritesAnywhereInAFile) {
   EXPECT_EQ(file.Size(), 2u) << "an existing file is not emptied";
 }
 
+TEST_F(FileTest, BlocksGoStraightToTheDiskAndTheRestThroughMemory) {
+  const Bytes noise = NoiseBytes(2 * DiskBlock::kAlignment, 1), rest = TextBytes("the rest");
+  DiskBlock block(noise.size());
+  std::ranges::copy(noise, block.First(noise.size()).begin());
+  File file;
+  ASSERT_TRUE(file.Open("x", FileAccess::CreateNew));
+  file.SetStraight(true);  // it goes on through memory where the file system cannot do that
+  ASSERT_TRUE(file.WriteAt(0, block.First(noise.size()))) << file.Error();
+  EXPECT_TRUE(file.Holds(0, noise));
+  Bytes other = noise;
+  other.back() ^= 1;
+  EXPECT_FALSE(file.Holds(0, other));
+  file.SetStraight(false);
+  ASSERT_TRUE(file.WriteAt(noise.size(), rest)) << file.Error();
+  ASSERT_TRUE(file.Sync() && file.Holds(noise.size(), rest));
+  Bytes whole = noise;
+  whole.insert(whole.end(), rest.begin(), rest.end());
+  EXPECT_EQ(ReadBytes("x"), whole);
+}
+
 TEST_F(FileTest, SaysWhyAFileCannotBeOpened) {
   fs::create_directory("folder");
   WriteBytes("there", {});
