@@ -12,22 +12,36 @@ namespace mw {
 namespace {
 
 // World units by which a corner may be drawn elsewhere than it was tested: raised, and rounded.
-constexpr float kSideMargin = 0.05f;
+constexpr float kSideMargin = 0.05f, kHeightMargin = 0.01f;
 
 // Places of a cell's corners in the vertex buffer.
 struct Corners {
   std::uint32_t nearLeft, nearRight, farLeft, farRight;
 };
 
+// Whether the camera stands over the grid, and higher than all of the cell under it.
+bool IsCameraAboveGround() {
+  const auto [row, column] = CellOf(camera.position.x, camera.position.z);
+  const int last = modConfig.MaterialSize - 1;
+  if (camera.position.x < 0 || camera.position.z < 0 || row > last || column > last) return false;
+  const float highest = std::max({DrawnHeight(row, column), DrawnHeight(row + 1, column),
+                                  DrawnHeight(row, column + 1), DrawnHeight(row + 1, column + 1)});
+  return camera.position.y > highest * modConfig.HeightScale;
+}
+
 class ListBuilder {
  public:
   ListBuilder(const CellMap& cells, CellSplit split, CellDrawList& list)
-      : cells_(cells), split_(split), list_(list) {
+      : cells_(cells),
+        split_(split),
+        hidesUndersides_(IsCameraAboveGround() && !cells.HasGaps()),
+        list_(list) {
     list_.indices.clear();
     list_.batches.clear();
   }
 
   void AddCell(int i, int j, const Corners& c) {
+    if (IsHidden(i, j)) return;
     const std::uint8_t layer = cells_.At(i, j);
     CellDrawList::Parts& parts = list_.triangles[layer];
     if (parts.IsEmpty()) list_.usedLayers.push_back(layer);
@@ -46,22 +60,27 @@ class ListBuilder {
   // no other cell draws.
   void AddGridLines(int i, int j, const Corners& c) {
     auto& out = PartOf(list_.lines, i, j);
-    AddLine(out, c.nearRight, c.farRight);
-    AddLine(out, c.farRight, c.farLeft);
+    const bool isHidden = IsHidden(i, j);
+    if (!isHidden || !IsHidden(i, j + 1)) AddLine(out, c.nearRight, c.farRight);
+    if (!isHidden || !IsHidden(i - 1, j)) AddLine(out, c.farRight, c.farLeft);
     if (cells_.At(i + 1, j) == 0) AddLine(out, c.nearLeft, c.nearRight);
     if (cells_.At(i, j - 1) == 0) AddLine(out, c.farLeft, c.nearLeft);
   }
 
-  // Puts what was added into batches: the triangles of each layer, then the lines.
+  // Puts what was added into batches: the lines, then the triangles of each layer.
   void Finish() {
+    AddBatches(true, 0, list_.lines);
     for (const std::uint8_t layer : list_.usedLayers)
       AddBatches(false, layer, list_.triangles[layer]);
     list_.usedLayers.clear();
-    AddBatches(true, 0, list_.lines);
   }
 
  private:
   using Indices = CellDrawList::Indices;
+
+  bool IsHidden(int i, int j) const {
+    return hidesUndersides_ && cells_.IsTurnedAway(i, j, split_);
+  }
 
   Indices& PartOf(CellDrawList::Parts& parts, int i, int j) {
     return cells_.IsInside(i, j) ? parts.whole : parts.clipped;
@@ -87,6 +106,8 @@ class ListBuilder {
 
   const CellMap& cells_;
   CellSplit split_;
+  // From above one sees the lower side of no ground that has no gaps.
+  bool hidesUndersides_;
   CellDrawList& list_;
 };
 
@@ -101,6 +122,7 @@ void UseTextureCoordinates(const CellLayer& layer) {
 
 void SelectLayer(const CellLayer& layer, bool textured) {
   if (textured) {
+    glEnable(GL_TEXTURE_2D);
     glBindTexture(GL_TEXTURE_2D, layer.texture);
     UseTextureCoordinates(layer);
   }
@@ -130,7 +152,7 @@ void ForEachOutwards(int first, int last, int middle, Act act) {
 }
 
 bool HasGridLines(const CellDrawList& list) {
-  return !list.batches.empty() && list.batches.back().lines;
+  return !list.batches.empty() && list.batches.front().lines;
 }
 
 }  // namespace
@@ -170,7 +192,41 @@ void CellMap::FindSides(int i) {
     }
     behind *= 2;
   }
-  std::copy_n(sides.begin(), count, sides_.begin() + static_cast<std::ptrdiff_t>(Place(i, first)));
+  const auto place = static_cast<std::ptrdiff_t>(Place(i, first));
+  std::copy_n(sides.begin(), count, sides_.begin() + place);
+  std::copy_n(y.begin(), count, heights_.begin() + place);
+}
+
+bool CellMap::HasGaps() const {
+  const int count = square_.ViewColEnd - square_.ViewColStart;
+  int gaps = 0;
+  for (int i = square_.ViewRowStart + 1; i <= square_.ViewRowEnd; ++i) {
+    const std::uint8_t* const near = &sides_[Place(i, square_.ViewColStart)];
+    const std::uint8_t* const far = &sides_[Place(i - 1, square_.ViewColStart)];
+    for (int k = 0; k < count; ++k) {
+      const int common = near[k] & near[k + 1] & far[k] & far[k + 1];
+      gaps |= (near[k] & kVisible) == 0 && (common & kBehind) == 0 ? 1 : 0;
+    }
+  }
+  return gaps != 0;
+}
+
+bool CellMap::IsTurnedAway(int i, int j, CellSplit split) const {
+  if (i <= square_.ViewRowStart || j >= square_.ViewColEnd) return false;
+  const std::size_t near = Place(i, j), far = Place(i - 1, j);
+  const float nearLeft = heights_[near], nearRight = heights_[near + 1], farLeft = heights_[far],
+              farRight = heights_[far + 1];
+  // Heights of the triangles' planes where the camera is: so many cells behind the near row and to
+  // the right of the left column.
+  const float behind = camera.position.x / CellSize - static_cast<float>(i);
+  const float right = camera.position.z / CellSize - static_cast<float>(j);
+  const float y = camera.position.y + kHeightMargin;
+  if (split == CellSplit::FarLeftToNearRight)
+    return y < nearLeft + behind * (nearLeft - farLeft) + right * (nearRight - nearLeft) &&
+           y < farRight + (behind + 1) * (nearRight - farRight) +
+                   (right - 1) * (farRight - farLeft);
+  return y < nearRight + behind * (nearRight - farRight) + (right - 1) * (nearRight - nearLeft) &&
+         y < farLeft + (behind + 1) * (nearLeft - farLeft) + right * (farRight - farLeft);
 }
 
 bool CellMap::IsCornerVisible(int i, int j) {
@@ -208,10 +264,7 @@ void DrawCellBatches(const CellDrawList& list, unsigned indexBuffer,
                      std::span<const CellLayer> layers, bool textured) {
   BindTerrainVertices(textured);
   glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, indexBuffer);
-  if (textured)
-    glEnable(GL_TEXTURE_2D);
-  else
-    glDisable(GL_TEXTURE_2D);
+  glDisable(GL_TEXTURE_2D);
   if (HasGridLines(list)) glEnable(GL_POLYGON_OFFSET_FILL);
   glPolygonOffset(kGridDepthFactor, kGridDepthUnits);
   glShadeModel(GL_FLAT);

@@ -56,6 +56,14 @@ class CellMap {
   bool IsOutside(int i, int j) const { return (SidesOfCell(i, j) & kBehind) != 0; }
   bool IsInside(int i, int j) const { return (SidesOfCell(i, j) & kInside) != 0; }
 
+  // Whether both triangles of the cell show the camera their lower side. Cells that are not in the
+  // square are not.
+  bool IsTurnedAway(int i, int j, CellSplit split) const;
+
+  // Whether a cell that reaches into the frustum is not visible, as its corner (i, j) lies too far
+  // outside. Where the ground is steep, others may be seen through the gap.
+  bool HasGaps() const;
+
   static bool IsCornerVisible(int i, int j);
 
  private:
@@ -64,7 +72,7 @@ class CellMap {
   // and whether it passes the frustum test.
   static constexpr std::uint8_t kBehind = 0x3F, kInside = 0x40, kVisible = 0x80;
 
-  // Fills in the corners of row i.
+  // Fills in sides and heights of the corners of row i.
   void FindSides(int i);
   // What all four corners of a cell have in common.
   int SidesOfCell(int i, int j) const {
@@ -78,6 +86,7 @@ class CellMap {
 
   ViewSquare square_;
   std::array<std::uint8_t, std::size_t{kSide} * kSide> cells_{}, sides_{};
+  std::array<float, std::size_t{kSide} * kSide> heights_{};  // world units, as drawn
 };
 
 // One draw call: triangles of a layer, or grid lines.
@@ -110,9 +119,10 @@ struct CellDrawList {
   std::vector<std::uint8_t> usedLayers;
 };
 
-// Lists the visible cells: one or two batches per layer, then the grid lines likewise. Where cells
-// meet, their common line is listed once. The cells next to the camera come first: what they hide
-// need not be painted.
+// Lists the grid lines, then the visible cells: one or two batches of each layer. Where cells meet,
+// their common line is listed once. What comes first hides what need not be painted: the lines the
+// ground under them, the cells next to the camera those behind. Ground that is seen from above
+// leaves out the cells that are turned away, and the lines between them.
 void BuildCellDrawList(const CellMap& cells, CellSplit split, bool grid, CellDrawList& list);
 
 // Copies the list's indices to GL; makes the buffer when `indexBuffer` is 0. Context current.

@@ -25,7 +25,8 @@ class TerrainPictureTest : public SandboxTest {
 
   static constexpr SceneCamera kFly{1000, 140, 1000, -25, 180}, kLow{1200, 95, 900, -8, 30},
       kTopDown{1010, 255, 1010, -90, 180}, kFirstCorner{30, 120, 20, -30, 200},
-      kLastCorner{2040, 120, 2030, -35, 20}, kOutside{-150, 150, 500, -20, 270};
+      kLastCorner{2040, 120, 2030, -35, 20}, kOutside{-150, 150, 500, -20, 270},
+      kUnderground{1000, 20, 1000, 12, 180};
 
   void SetUp() override {
     if (!OpenTestGl(kWidth, kHeight)) GTEST_SKIP() << TestGlError();

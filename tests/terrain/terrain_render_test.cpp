@@ -15,7 +15,8 @@ namespace {
 using TerrainRenderTest = TerrainPictureTest;
 
 TEST_F(TerrainRenderTest, EveryDisplayModeLooksAsDrawnCellByCell) {
-  const SceneCamera cameras[] = {kFly, kLow, kTopDown, kFirstCorner, kLastCorner, kOutside};
+  const SceneCamera cameras[] = {kFly,        kLow,     kTopDown,    kFirstCorner,
+                                 kLastCorner, kOutside, kUnderground};
   for (const TerrainTool tool : {TerrainTool::Smoothing, TerrainTool::PointManipulation}) {
     terrain->tool = tool;
     for (std::size_t index = 0; index < std::size(cameras); ++index) {
