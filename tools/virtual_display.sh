@@ -22,6 +22,14 @@ start_display() {
   done
 }
 
+# keep_surroundings_out WORK: the user's own settings do not reach an editor that is started from now on; its
+# working folder is WORK.
+keep_surroundings_out() {
+  unset WAYLAND_DISPLAY QT_QPA_PLATFORMTHEME
+  export LC_ALL=C.UTF-8 QT_STYLE_OVERRIDE=Fusion QT_SCALE_FACTOR=1 QT_FONT_DPI=96
+  export XDG_CONFIG_DIRS=$1/settings XDG_CONFIG_HOME=$1/home
+}
+
 stop_all() {
   local pid
   for pid in ${editor_pid:-} ${manager_pid:-} ${display_pid:-}; do kill "$pid" 2>/dev/null || true; done

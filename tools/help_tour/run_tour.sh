@@ -18,10 +18,7 @@ cp "$build/work/game/varnhold.exe" "$work/game/"
 cp -r "$build/work/media" "$build/work/TextureSets" "$build/work/scripts" "$work/"
 
 start_display
-# The user's own settings stay out of it.
-unset WAYLAND_DISPLAY QT_QPA_PLATFORMTHEME
-export LC_ALL=C.UTF-8 QT_STYLE_OVERRIDE=Fusion QT_SCALE_FACTOR=1 QT_FONT_DPI=96
-export XDG_CONFIG_DIRS=$work/settings XDG_CONFIG_HOME=$work/home
+keep_surroundings_out "$work"
 cd "$work"
 timeout "$patience" "$build/bin/help_tour" "$page" ${pictures:+"$pictures"} >"$log" 2>&1 || {
   tail -n 20 "$log" >&2

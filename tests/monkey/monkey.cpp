@@ -1,0 +1,237 @@
+// monkey [--seed S] [--events N] [--level NAME] [--patience SECONDS]: starts the editor in the
+// current folder, a working folder with a sample game that may be spoilt, opens a level and sends
+// the windows random events. After every 500 it looks whether anything is wrong; at the end it
+// saves the level, opens it again and compares. The same seed makes the same choices, as far as the
+// windows are the same. Each event is a line of the file events.log. It ends with 0 when nothing
+// was wrong.
+//
+// Left out: the Exit command; what a file dialog does to files (renaming, deleting, new folders);
+// documents are not opened by other programs.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDesktopServices>
+#include <QFile>
+#include <QMainWindow>
+#include <QTextStream>
+
+#include "core/editor_state.h"
+#include "core/game_random.h"
+#include "data/mods.h"
+#include "tests/monkey/acts.h"
+#include "tests/monkey/editor_steps.h"
+#include "tests/monkey/inputs.h"
+#include "tests/monkey/invariants.h"
+#include "tests/monkey/level_state.h"
+#include "tests/monkey/watchdog.h"
+#include "tools/help_tour/gui.h"
+#include "tools/help_tour/guided_editor.h"
+#include "tools/help_tour/hands.h"
+
+// Crashes and hangs show where they happened.
+extern "C" const char* __asan_default_options();
+extern "C" const char* __asan_default_options() { return "handle_abort=1:detect_leaks=0"; }
+
+namespace mw::monkey {
+namespace {
+
+constexpr int kCheckEvery = 500;
+constexpr const char* kMod = "varnhold";
+constexpr const char* kModFile = "varnhold.cfg";
+
+struct Order {
+  std::uint64_t seed = 1;
+  int events = 400;
+  QString level = "Harbour_Point";
+};
+
+class Monkey : public QThread {
+ public:
+  Monkey(const Order& order, Watchdog& watchdog)
+      : order_(order), dice_(order.seed), watchdog_(watchdog), log_("events.log") {}
+  bool Failed() const { return failed_; }
+
+ protected:
+  void run() override;
+
+ private:
+  void Play();
+  void DoAct(const Act& act);
+  void Settle();
+  void Check();
+  void RepairMod();
+  void SaveAndOpenAgain();
+  void Log(const QString& line);
+  void Fail(const std::vector<std::string>& reasons);
+
+  const Order order_;
+  Dice dice_;
+  Watchdog& watchdog_;
+  QFile log_;
+  QByteArray modFile_;
+  QByteArray gamePath_;
+  int number_ = 0;
+  std::atomic<bool> failed_ = false;
+};
+
+void Monkey::run() {
+  log_.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+  QTextStream(stdout) << "seed " << order_.seed << ", " << order_.events << " events" << Qt::endl;
+  try {
+    StartWithLevel(order_.level);
+    Play();
+    SaveAndOpenAgain();
+    Log("exit");
+    ExitByMenu();
+  } catch (const std::exception& reason) {
+    Fail({reason.what()});
+  }
+  QTextStream(stdout) << "seed " << order_.seed << ", " << number_
+                      << " events: " << (failed_ ? "something was wrong" : "nothing was wrong")
+                      << Qt::endl;
+  if (failed_) std::_Exit(EXIT_FAILURE);  // some dialog may wait for an answer
+}
+
+void Monkey::Play() {
+  QFile mod(kModFile);
+  if (mod.open(QIODevice::ReadOnly)) modFile_ = mod.readAll();
+  help::OnGui([this] {
+    SeedGameRandom(static_cast<std::uint32_t>(order_.seed));
+    gamePath_ = modConfig.GamePath.c_str();
+  });
+  while (number_ < order_.events && !failed_) {
+    DoAct(help::OnGui([this] { return NextAct(dice_); }));
+    if (++number_ % kCheckEvery == 0 || number_ == order_.events) Check();
+  }
+}
+
+void Monkey::DoAct(const Act& act) {
+  Log(act.text);
+  for (const auto& input : act.inputs) help::Send(input);
+  watchdog_.Pat();
+}
+
+// Lets go of everything and leaves every dialog.
+void Monkey::Settle() {
+  constexpr int kMostAttempts = 300;
+  for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+    const Act act = help::OnGui([this] { return LeaveAct(dice_); });
+    if (act.inputs.empty()) break;
+    DoAct(act);
+  }
+  const auto view = help::OnGui([] {
+    QWidget* const window = help::FindMainWindow();
+    window->showMaximized();
+    window->activateWindow();
+    return help::FindView();
+  });
+  help::Await("the main window",
+              [] { return QApplication::activeWindow() == help::FindMainWindow(); });
+  const Target at{view, QPoint(5, 200)};
+  for (const auto button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+    help::Send([=] { ReleaseMouse(at, button); });
+  }
+  for (const int key : {Qt::Key_Control, Qt::Key_Shift}) help::Send([=] { ReleaseKey(key); });
+  help::Send([=] { MoveMouse(at); });
+  help::WaitForFrames(1);
+}
+
+void Monkey::Check() {
+  Log("check");
+  Settle();
+  Fail(help::OnGui([] {
+    Broken broken = BrokenInvariants();
+    constexpr int kMostBoxes = 40, kLongestStay = 120;
+    Expect(dialogRecord.boxesInARow < kMostBoxes, "message boxes come without end", broken);
+    Expect(dialogRecord.longestStay < kLongestStay,
+           "could hardly be left: " + dialogRecord.longestName.toStdString(), broken);
+    return broken;
+  }));
+  RepairMod();
+  watchdog_.Pat();
+}
+
+// The mod of the sample game can be deleted, and told that its game is elsewhere. A user would make
+// it anew; the monkey goes on with it as it was.
+void Monkey::RepairMod() {
+  QFile mod(kModFile);
+  if (mod.open(QIODevice::WriteOnly)) mod.write(modFile_);
+  mod.close();
+  help::OnGui([this] {
+    auto& names = modList.names;
+    if (std::ranges::find(names, kMod) == names.end()) {
+      if (names.size() == kMaxMods) names.pop_back();
+      names.push_back(kMod);
+    }
+    if (!(modConfig.GamePath == std::string_view(gamePath_.constData()))) {
+      ApplyModSettings(gamePath_.constData(), {});
+    }
+  });
+}
+
+void Monkey::SaveAndOpenAgain() {
+  if (failed_) return;
+  Log("save and open again");
+  if (!help::OnGui([] { return editor.levelLoaded; })) OpenLevelByMenu(order_.level);
+  SaveByMenu();
+  watchdog_.Pat();
+  const auto level = help::OnGui([] { return QString(modConfig.LevelName.c_str()); });
+  const LevelState saved = help::OnGui(TakeLevelState);
+  if (help::OnGui([] { return editor.levelModified; }))
+    Fail({"the level counts as modified after saving"});
+  OpenLevelByMenu(level);
+  watchdog_.Pat();
+  const LevelState read = help::OnGui(TakeLevelState);
+  Fail(Differences(saved, read));
+  SaveByMenu();
+  Fail(DifferentMembers(read, help::OnGui(TakeLevelState)));
+}
+
+void Monkey::Log(const QString& line) {
+  log_.write(QString("%1 %2\n").arg(number_).arg(line).toUtf8());
+}
+
+void Monkey::Fail(const std::vector<std::string>& reasons) {
+  for (const std::string& reason : reasons) {
+    failed_ = true;
+    Log("WRONG " + QString::fromStdString(reason));
+    QTextStream(stderr) << "seed " << order_.seed << ", event " << number_ << ": "
+                        << QString::fromStdString(reason) << Qt::endl;
+  }
+}
+
+// A document that is opened goes nowhere.
+class Documents : public QObject {
+  Q_OBJECT
+ public Q_SLOTS:
+  void Open(const QUrl&) {}
+};
+
+}  // namespace
+}  // namespace mw::monkey
+
+#include "monkey.moc"
+
+int main(int argc, char** argv) {
+  using namespace mw::monkey;
+  mw::help::PrepareApplication();
+  QApplication application(argc, argv);
+  QCommandLineParser parser;
+  parser.addOptions({{"seed", "Of the random events.", "number", "1"},
+                     {"events", "How many are sent.", "number", "400"},
+                     {"level", "That is opened first.", "name", "Harbour_Point"},
+                     {"patience", "For one event.", "seconds", "120"}});
+  parser.addHelpOption();
+  parser.process(application);
+  const Order order{parser.value("seed").toULongLong(), parser.value("events").toInt(),
+                    parser.value("level")};
+
+  Documents documents;
+  for (const char* scheme : {"file", "http", "https"}) {
+    QDesktopServices::setUrlHandler(scheme, &documents, "Open");
+  }
+  Watchdog watchdog(parser.value("patience").toInt());
+  watchdog.start();
+  Monkey monkey(order, watchdog);
+  const int exitCode = mw::help::RunGuidedEditor(monkey);
+  return monkey.Failed() ? EXIT_FAILURE : exitCode;
+}
