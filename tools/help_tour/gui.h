@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QString>
 #include <QThread>
 #include <functional>
@@ -39,18 +38,17 @@ inline void Send(const std::function<void()>& input) {
   OnGui([] {});
 }
 
-// Asks `find` on the thread of the windows until its result is true; throws after a minute.
+// Asks `find` on the thread of the windows until its result is true; throws after a minute of
+// waiting, in which the time that the program does not run does not count.
 template <typename Find>
 auto Await(const QString& what, Find find) {
-  constexpr qint64 kPatience = 60'000;  // milliseconds
-  constexpr unsigned long kPause = 20;
-  QElapsedTimer time;
-  time.start();
-  for (;;) {
+  constexpr int kAttempts = 3000;
+  constexpr unsigned long kPause = 20;  // milliseconds
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
     if (auto found = OnGui(find)) return found;
-    if (time.hasExpired(kPatience)) throw TourError("waited in vain for " + what);
     QThread::msleep(kPause);
   }
+  throw TourError("waited in vain for " + what);
 }
 
 }  // namespace mw::help

@@ -1,5 +1,6 @@
 #include "tools/help_tour/hands.h"
 
+#include <QElapsedTimer>
 #include <QOpenGLWidget>
 #include <QTest>
 #include <atomic>
