@@ -227,7 +227,8 @@ void RunOtherCommand(CommandId id) {
 }  // namespace
 
 bool OfferToSave(const char* question) {
-  if (!editor.levelModified) return true;
+  // Where no level is open nothing can be saved.
+  if (!editor.levelLoaded || !editor.levelModified) return true;
   if (ShowPrompt(question, "Save?", PromptButtons::YesNo, PromptIcon::Information) !=
       PromptAnswer::Yes) {
     return true;

@@ -111,7 +111,8 @@ bool OpenChosenLevel(const ModSnapshot& before, const std::function<bool()>& loa
   CloseLevelArchive();
   ClearLevel();
   if (!LoadChosenLevel(load)) {
-    editor.levelModified = false;  // what was changed is gone, there is nothing left to save
+    // What was changed is gone, there is nothing left to save.
+    editor.levelLoaded = editor.levelModified = false;
     RestoreMod(before);
     return false;
   }

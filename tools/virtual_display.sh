@@ -3,11 +3,11 @@
 
 main_title="Mapwright - Varnhold Level Editor"
 
-# start_display: a display of the usual size, with a window manager.
+# start_display: a display with a window manager, 1280x800 unless `display_size` says otherwise.
 start_display() {
   local number
   number=$(mktemp)
-  Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$number" 2>/dev/null &
+  Xvfb -displayfd 3 -screen 0 "${display_size:-1280x800}x24" -nolisten tcp 3>"$number" 2>/dev/null &
   display_pid=$!
   for _ in $(seq 100); do [ -s "$number" ] && break || sleep 0.05; done
   DISPLAY=:$(cat "$number")

@@ -76,9 +76,12 @@ TEST_F(CommandsTest, ExitAsksOnlyWhenSomethingChanged) {
   shell.closeMainWindow = [this] { calls.emplace_back("close"); };
   RunCommand(kCommandExit);
   editor.levelModified = true;
+  RunCommand(kCommandExit);
+  EXPECT_THAT(scripted::script.prompts, IsEmpty()) << "there is no level that could be saved";
+  editor.levelLoaded = true;
   scripted::script.answers = {PromptAnswer::No};
   RunCommand(kCommandExit);
-  EXPECT_THAT(calls, ElementsAre("close", "close"));
+  EXPECT_THAT(calls, ElementsAre("close", "close", "close"));
   ASSERT_EQ(scripted::script.prompts.size(), 1u);
   EXPECT_EQ(scripted::script.prompts[0].text,
             "Would you like to save your changes before exiting?");
@@ -87,7 +90,7 @@ TEST_F(CommandsTest, ExitAsksOnlyWhenSomethingChanged) {
 TEST_F(CommandsTest, AFailedSaveKeepsTheProgramOpen) {
   shell.closeMainWindow = [this] { calls.emplace_back("close"); };
   operations.newLevel = [this] { return calls.emplace_back("new"), true; };
-  editor.levelModified = true;
+  editor.levelLoaded = editor.levelModified = true;
   for (const CommandId id : {kCommandExit, kCommandNewLevel, kCommandOpenLevel}) {
     scripted::script.answers = {PromptAnswer::Yes, PromptAnswer::Ok};
     RunCommand(id);

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QMessageBox>
 
 #include "core/editor_state.h"
 #include "data/mod_config.h"
@@ -26,6 +27,14 @@ void ChooseLevelInDialogs(const QString& level) {
   if (!isOpen) throw help::TourError(level + " was not opened");
 }
 
+// What is in front, and says why nothing goes on.
+QString InFront() {
+  const QWidget* const dialog = QApplication::activeModalWidget();
+  if (!dialog) return "no dialog is open";
+  const auto* const box = qobject_cast<const QMessageBox*>(dialog);
+  return "in front is '" + dialog->windowTitle() + "' " + (box ? box->text() : QString());
+}
+
 bool IsAsked() {
   return help::OnGui([] {
     const QWidget* const dialog = QApplication::activeModalWidget();
@@ -43,7 +52,8 @@ void Do(const QString& action, const QString& text, const QHash<QString, QString
   try {
     help::DoStep(step);
   } catch (const std::exception& reason) {
-    throw help::TourError(action + " \"" + text + "\": " + QString::fromUtf8(reason.what()));
+    throw help::TourError(action + " \"" + text + "\": " + QString::fromUtf8(reason.what()) + "; " +
+                          help::OnGui(InFront));
   }
 }
 

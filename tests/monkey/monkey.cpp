@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QMainWindow>
 #include <QTextStream>
+#include <set>
 
 #include "core/editor_state.h"
 #include "core/game_random.h"
@@ -70,6 +71,7 @@ class Monkey : public QThread {
   QByteArray modFile_;
   QByteArray gamePath_;
   int number_ = 0;
+  std::set<std::string> told_;
   std::atomic<bool> failed_ = false;
 };
 
@@ -98,7 +100,7 @@ void Monkey::Play() {
     SeedGameRandom(static_cast<std::uint32_t>(order_.seed));
     gamePath_ = modConfig.GamePath.c_str();
   });
-  while (number_ < order_.events && !failed_) {
+  while (number_ < order_.events) {
     DoAct(help::OnGui([this] { return NextAct(dice_); }));
     if (++number_ % kCheckEvery == 0 || number_ == order_.events) Check();
   }
@@ -169,7 +171,6 @@ void Monkey::RepairMod() {
 }
 
 void Monkey::SaveAndOpenAgain() {
-  if (failed_) return;
   Log("save and open again");
   if (!help::OnGui([] { return editor.levelLoaded; })) OpenLevelByMenu(order_.level);
   SaveByMenu();
@@ -193,6 +194,7 @@ void Monkey::Log(const QString& line) {
 void Monkey::Fail(const std::vector<std::string>& reasons) {
   for (const std::string& reason : reasons) {
     failed_ = true;
+    if (!told_.insert(reason).second) continue;  // what is wrong may stay so
     Log("WRONG " + QString::fromStdString(reason));
     QTextStream(stderr) << "seed " << order_.seed << ", event " << number_ << ": "
                         << QString::fromStdString(reason) << Qt::endl;

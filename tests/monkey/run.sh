@@ -20,6 +20,7 @@ cp -r "$build/work/." "$work"
 # The configuration writes the path of its game in the game's own way.
 sed -i "s|^GamePath=.*|GamePath=$(printf %s "$work/game/" | sed 's|/|\\\\|g')\r|" "$work/varnhold.cfg"
 
+[ "$program" != monkey ] || display_size=800x600  # the less there is to draw, the more can happen
 start_display
 keep_surroundings_out "$work"
 cd "$work"
