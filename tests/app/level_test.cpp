@@ -8,6 +8,7 @@
 #include "app/input.h"
 #include "app/level_fixture.h"
 #include "app/modes.h"
+#include "data/archive.h"
 #include "platform/file.h"
 #include "terrain/roads.h"
 
@@ -208,6 +209,38 @@ TEST_F(LevelTest, TheStockRunOffersToSaveAndSkipsWhatIsMissing) {
   RunStockLevelLoad();
   EXPECT_EQ(modConfig.LevelName, "Stone_Ridge");
   EXPECT_FALSE(editor.levelModified);
+  EXPECT_TRUE(SaveLevel());
+}
+
+TEST_F(LevelTest, AStockRunThatFindsNothingLeavesTheOpenLevelWhole) {
+  AnswerDialogs("Island");
+  ASSERT_TRUE(OpenLevel());
+  const std::string folderBefore = editor.levelFolder.String();
+  const auto membersBefore = LevelArchive()->Entries().size();
+  RunStockLevelLoad();
+  EXPECT_EQ(modConfig.LevelName, "Island");
+  EXPECT_EQ(editor.levelFolder, folderBefore);
+  ASSERT_TRUE(SaveLevel());
+  for (const auto& [name, entry] : LevelArchive()->Entries()) {
+    EXPECT_NE(name.find("/Island/"), name.npos) << name << " belongs to another level";
+  }
+  EXPECT_GE(LevelArchive()->Entries().size(), membersBefore);
+
+  MakeLevel("Harbour_Point", 512, 2048);
+  RunStockLevelLoad();
+  EXPECT_EQ(modConfig.LevelName, "Harbour_Point") << "the last one that opened stays";
+}
+
+TEST_F(LevelTest, ALevelOfTheStockRunIsOpenOnceWhenItIsOpenedAgain) {
+  for (const char* name : {"Harbour_Point", "Stone_Ridge"}) MakeLevel(name, 512, 2048);
+  RunStockLevelLoad();
+  AnswerDialogs("Harbour_Point");
+  ASSERT_TRUE(OpenLevel());
+  int open = 0;
+  for (std::size_t i = 0; i < archives.Count(); ++i) {
+    open += archives.At(i)->Path() == LevelArchivePath();
+  }
+  EXPECT_EQ(open, 1);
   EXPECT_TRUE(SaveLevel());
 }
 

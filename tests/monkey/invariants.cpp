@@ -191,6 +191,8 @@ void CheckArchives(Broken& broken) {
   }
   const Archive* const level = LevelArchive();
   if (!level) return;
+  Expect(EqualNoCase(level->Path(), LevelArchivePath()), "the open archive is another level's",
+         broken);
   Expect(level->OnDisk() == ArchiveOnDisk::AsLeft, "the level's archive was changed from outside",
          broken);
   Expect(level->StrayJournal().empty(), "a journal lies beside the level's archive", broken);

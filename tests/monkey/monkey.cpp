@@ -120,14 +120,14 @@ void Monkey::Settle() {
     if (act.inputs.empty()) break;
     DoAct(act);
   }
-  const auto view = help::OnGui([] {
+  help::Await("the main window", [] {
     QWidget* const window = help::FindMainWindow();
+    if (QApplication::activeWindow() == window && help::FindView()) return true;
     window->showMaximized();
     window->activateWindow();
-    return help::FindView();
+    return false;
   });
-  help::Await("the main window",
-              [] { return QApplication::activeWindow() == help::FindMainWindow(); });
+  QWidget* const view = help::OnGui(help::FindView);
   const Target at{view, QPoint(5, 200)};
   for (const auto button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
     help::Send([=] { ReleaseMouse(at, button); });

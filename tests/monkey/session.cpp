@@ -18,6 +18,9 @@
 // Of the sanitizer, where there is one; it does not fill in the library's own numbers.
 extern "C" __attribute__((weak)) std::size_t __sanitizer_get_current_allocated_bytes();
 
+// Libraries stay in memory until the end, so that what they leak has their name.
+extern "C" int dlclose(void*) { return 0; }
+
 namespace mw::monkey {
 namespace {
 
