@@ -191,7 +191,9 @@ void CheckArchives(Broken& broken) {
   }
   const Archive* const level = LevelArchive();
   if (!level) return;
-  Expect(EqualNoCase(level->Path(), LevelArchivePath()), "the open archive is another level's",
+  // Its folder may have been left by changing that of the game.
+  const std::string file = '\\' + LowerCase(modConfig.LevelName) + ".vra";
+  Expect(LowerCase(level->Path()).ends_with(file), "the open archive is not that of " + file,
          broken);
   Expect(level->OnDisk() == ArchiveOnDisk::AsLeft, "the level's archive was changed from outside",
          broken);
