@@ -72,8 +72,21 @@ Act Leave(QWidget* dialog, int attempt, Dice& dice) {
                 if (dialog) dialog->close();
               }}};
     default:
+      if (qobject_cast<QMessageBox*>(dialog)) {
+        return {"Return in " + name, {[] { ClickKey(Qt::Key_Return); }}};
+      }
       return SomeButton(dialog, dice);
   }
+}
+
+// A button that was pressed before the dialog came keeps the mouse where that was.
+Act LetGo(QWidget* dialog) {
+  const Target at{dialog, QPoint(1, 1)};
+  return {"let go of the mouse", {[=] {
+            for (const auto button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+              ReleaseMouse(at, button);
+            }
+          }}};
 }
 
 Act BoxAct(QMessageBox* box, Dice& dice) {
@@ -153,6 +166,7 @@ Act PopupAct(QWidget* popup, Dice& dice) {
 
 Act DialogAct(QWidget* dialog, Dice& dice) {
   const int count = CountAct(dialog);
+  if (QApplication::mouseButtons() != Qt::NoButton && dice.Chance(50)) return LetGo(dialog);
   if (count > kActsInDialog) return Leave(dialog, count, dice);
   if (auto* box = qobject_cast<QMessageBox*>(dialog)) return BoxAct(box, dice);
   dialogRecord.boxesInARow = 0;

@@ -106,6 +106,22 @@ void CompareCells(const std::vector<T>& saved, const std::vector<T>& read, const
   if (count > 0) found.push_back(FormatText("%zu of %zu %s differ", count, saved.size(), what));
 }
 
+// From where the contents part, as far as the line goes.
+std::string FirstDifference(const std::vector<std::uint8_t>& a,
+                            const std::vector<std::uint8_t>& b) {
+  constexpr std::ptrdiff_t kContext = 40;
+  const auto line = [](const auto& bytes, std::ptrdiff_t at) {
+    const auto size = static_cast<std::ptrdiff_t>(bytes.size());
+    std::string text(bytes.begin() + std::clamp<std::ptrdiff_t>(at - kContext, 0, size),
+                     bytes.begin() + std::min(at + kContext, size));
+    std::ranges::replace_if(
+        text, [](char c) { return c < ' '; }, ' ');
+    return text;
+  };
+  const auto at = std::ranges::mismatch(a, b).in1 - a.begin();
+  return ": '" + line(a, at) + "' and '" + line(b, at) + "'";
+}
+
 }  // namespace
 
 LevelState TakeLevelState() {
@@ -125,7 +141,8 @@ std::vector<std::string> DifferentMembers(const LevelState& before, const LevelS
     if (other == after.members.end()) {
       found.push_back(name + " is gone");
     } else if (other->second != bytes) {
-      found.push_back(name + " differs");
+      found.push_back(name + " differs" +
+                      (name.ends_with(".con") ? FirstDifference(bytes, other->second) : ""));
     }
   }
   if (after.members.size() > before.members.size()) found.push_back("there are new members");
