@@ -2,15 +2,17 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "core/camera.h"
 #include "core/editor_state.h"
 #include "core/hooks.h"
+#include "core/little_endian.h"
 #include "core/mini_map_picture.h"
-#include "core/parallel.h"
 #include "core/text.h"
 #include "data/game_file.h"
 #include "data/mod_config.h"
+#include "terrain/height_image.h"
 #include "terrain/terrain_render.h"
 
 namespace mw {
@@ -24,50 +26,25 @@ std::size_t heightBufferFilled = 0;
 
 namespace {
 
-constexpr float kStoredPerUnit = 256.0f;  // steps of heightmap.raw per height unit
-constexpr float kMaxStored = 65535;
-constexpr std::size_t kBytesPerSample = 2;
-
-std::size_t HeightmapBytes() {
-  const auto side = static_cast<std::size_t>(modConfig.MaterialSize);
-  return side * side * kBytesPerSample;
-}
-
-// Where the sample of grid vertex (i, j) lies in the file image.
-std::size_t FileOffset(int i, int j) {
-  const auto side = static_cast<std::size_t>(modConfig.MaterialSize);
-  return (static_cast<std::size_t>(j) * side + side - static_cast<std::size_t>(i)) *
-         kBytesPerSample;
-}
-
-// Calls act(i, j) for every vertex with data, on several cores. Rows of the grid are columns of the
-// file: in narrow bands of rows, in the order of the file, neither leaves memory that was fetched
-// before it is used up.
-template <typename Act>
-void ForEachSample(Act act) {
-  constexpr int kBand = 32;
-  const int size = modConfig.MaterialSize;
-  SpreadOverCores(static_cast<std::size_t>((size + kBand - 1) / kBand), [&](std::size_t band) {
-    const int firstRow = 1 + static_cast<int>(band) * kBand;
-    const int lastRow = std::min(firstRow + kBand - 1, size);
-    for (int j = 0; j < size; ++j) {
-      for (int i = lastRow; i >= firstRow; --i) act(i, j);
-    }
-  });
-}
-
 std::string HeightmapPath() { return FormatText("%s\\heightmap.raw", editor.levelFolder.c_str()); }
 
 std::uint8_t MiniMapGrey(float h) { return static_cast<std::uint8_t>(static_cast<int>(h)); }
 
 // What setting every height one after the other leaves in the picture: each pixel shows the vertex
-// of its block that comes last in file order, the smallest row of the largest column.
-void PaintMiniMap() {
-  const int block = modConfig.MaterialSize / kMiniMapSize;
+// of its block that comes last in file order, the smallest row of the largest column. Heights that
+// the image holds are taken from there, where they lie close together.
+void PaintMiniMap(std::span<const std::uint8_t> image) {
+  const int size = modConfig.MaterialSize, block = size / kMiniMapSize;
   if (block == 0) return;
-  for (int x = 1; x <= kMiniMapSize; ++x) {
-    for (int y = 1; y < kMiniMapSize; ++y) {
-      SetMiniMapPixel(x, y, MiniMapGrey(terrain->grid[x * block][y * block + block - 1].h));
+  for (int y = 1; y < kMiniMapSize; ++y) {
+    for (int x = 1; x <= kMiniMapSize; ++x) {
+      const int i = x * block, j = y * block + block - 1;
+      const std::size_t offset = HeightImageOffset(size, i, j);
+      const bool isStored = offset + 2 <= image.size();
+      SetMiniMapPixel(
+          x, y,
+          MiniMapGrey(isStored ? static_cast<float>(LoadU16(image, offset)) / kStoredPerUnit
+                               : terrain->grid[i][j].h));
     }
   }
 }
@@ -117,7 +94,8 @@ bool LoadHeightBuffer() {
   heightBuffer.clear();
   heightBufferFilled = 0;
   if (!HasUsableSize()) return false;
-  auto bytes = LoadGameFileBytes(HeightmapPath(), HeightmapBytes(), &heightBufferFilled);
+  auto bytes = LoadGameFileBytes(HeightmapPath(), HeightImageBytes(modConfig.MaterialSize),
+                                 &heightBufferFilled);
   if (!bytes) {
     heightBufferFilled = 0;
     return false;
@@ -128,14 +106,10 @@ bool LoadHeightBuffer() {
 
 void LoadHeightsFromBuffer() {
   if (!HasUsableTerrain()) return;
-  const std::size_t filled = std::min(heightBufferFilled, heightBuffer.size());
-  ForEachSample([filled, file = heightBuffer.data(), grid = terrain->grid.data()](int i, int j) {
-    const std::size_t offset = FileOffset(i, j);
-    if (offset + kBytesPerSample > filled) return;
-    const int stored = file[offset] + 256 * file[offset + 1];
-    grid[i][static_cast<std::size_t>(j)].h = static_cast<float>(stored) / kStoredPerUnit;
-  });
-  PaintMiniMap();
+  const std::span image =
+      std::span(heightBuffer).first(std::min(heightBufferFilled, heightBuffer.size()));
+  ImageToHeights(image, modConfig.MaterialSize, *terrain);
+  PaintMiniMap(image);
   MarkAllTerrainChanged();
   hooks.invalidateMiniMap();
 }
@@ -167,15 +141,9 @@ float AverageOfNeighbours(int i, int j) {
 
 bool StoreHeightsInBuffer() {
   if (!HasUsableTerrain()) return false;
-  heightBuffer.resize(HeightmapBytes());
+  heightBuffer.resize(HeightImageBytes(modConfig.MaterialSize));
   heightBufferFilled = heightBuffer.size();
-  ForEachSample([file = heightBuffer.data(), grid = terrain->grid.data()](int i, int j) {
-    const float scaled = grid[i][static_cast<std::size_t>(j)].h * kStoredPerUnit;
-    const int stored = static_cast<int>(std::max(0.0f, std::min(scaled, kMaxStored)));
-    const std::size_t offset = FileOffset(i, j);
-    file[offset] = static_cast<std::uint8_t>(stored & 0xFF);
-    file[offset + 1] = static_cast<std::uint8_t>(stored >> 8);
-  });
+  HeightsToImage(*terrain, modConfig.MaterialSize, heightBuffer);
   return true;
 }
 
