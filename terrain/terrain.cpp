@@ -7,7 +7,6 @@
 #include "core/camera.h"
 #include "core/editor_state.h"
 #include "core/hooks.h"
-#include "core/little_endian.h"
 #include "core/mini_map_picture.h"
 #include "core/text.h"
 #include "data/game_file.h"
@@ -32,19 +31,17 @@ std::uint8_t MiniMapGrey(float h) { return static_cast<std::uint8_t>(static_cast
 
 // What setting every height one after the other leaves in the picture: each pixel shows the vertex
 // of its block that comes last in file order, the smallest row of the largest column. Heights that
-// the image holds are taken from there, where they lie close together.
+// the image holds are taken from there, where they lie close together: the whole height units are
+// the upper byte.
 void PaintMiniMap(std::span<const std::uint8_t> image) {
   const int size = modConfig.MaterialSize, block = size / kMiniMapSize;
   if (block == 0) return;
   for (int y = 1; y < kMiniMapSize; ++y) {
     for (int x = 1; x <= kMiniMapSize; ++x) {
       const int i = x * block, j = y * block + block - 1;
-      const std::size_t offset = HeightImageOffset(size, i, j);
-      const bool isStored = offset + 2 <= image.size();
-      SetMiniMapPixel(
-          x, y,
-          MiniMapGrey(isStored ? static_cast<float>(LoadU16(image, offset)) / kStoredPerUnit
-                               : terrain->grid[i][j].h));
+      const std::size_t upper = HeightImageOffset(size, i, j) + 1;
+      SetMiniMapPixel(x, y,
+                      upper < image.size() ? image[upper] : MiniMapGrey(terrain->grid[i][j].h));
     }
   }
 }
