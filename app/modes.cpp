@@ -1,5 +1,6 @@
 #include "app/modes.h"
 
+#include "app/operations.h"
 #include "app/shell.h"
 
 namespace mw {
@@ -7,7 +8,11 @@ namespace mw {
 void SetEditMode(EditMode mode) {
   shell.showModeToolbar(mode);
   UpdateClipboardButtons(mode == EditMode::ObjectMapper);
-  editor.rubberBandActive = false;  // its release would go to another mode
+  // The release of the button would go to another mode.
+  editor.rubberBandActive = false;
+  if (IsEditMode(EditMode::MaterialMapper) && mode != EditMode::MaterialMapper) {
+    operations.setPainting(false);
+  }
   editor.editMode = mode;
 }
 

@@ -130,6 +130,14 @@ TEST_F(InputTest, AModeChangeEndsTheRubberBand) {
   EXPECT_FALSE(editor.rubberBandActive);
 }
 
+TEST_F(InputTest, AModeChangeEndsPainting) {
+  SetEditMode(EditMode::MaterialMapper);
+  Press(5, 5);
+  SetEditMode(EditMode::TerrainMapper);
+  Release(5, 5);
+  EXPECT_THAT(calls, ElementsAre("paint", "no paint")) << "it would go on in the next visit";
+}
+
 TEST_F(InputTest, ShiftDragMovesTheSelectionButNotFromAbove) {
   SetEditMode(EditMode::TerrainMapper);
   RouteKey(kKeyShift, true);
