@@ -15,8 +15,9 @@ namespace {
 
 const QString kArrow = QStringLiteral(" \u2192 ");
 
-void ChooseLevelInDialogs(const QString& level) {
+void ChooseLevelInDialogs(const QString& level, const QString& mod) {
   Do("dialog", "Select a Mod");
+  Do("row", mod);
   Do("button", "OK");
   Do("dialog", "Load Level");
   Do("row", level);
@@ -64,13 +65,13 @@ void StartWithLevel(const QString& level) {
   Do("button", "OK");
   Do("dialog", "Mapwright");
   Do("button", "Open an Existing Level");
-  ChooseLevelInDialogs(level);
+  ChooseLevelInDialogs(level, kSampleMod);
 }
 
-void OpenLevelByMenu(const QString& level) {
+void OpenLevelByMenu(const QString& level, const QString& mod) {
   Do("menu", "File" + kArrow + "Open Level");
   if (IsAsked()) Do("button", "No");
-  ChooseLevelInDialogs(level);
+  ChooseLevelInDialogs(level, mod);
 }
 
 void SaveByMenu() {

@@ -12,8 +12,10 @@ void Do(const QString& action, const QString& text = {}, const QHash<QString, QS
 
 // From the start of the program to a level of the sample game.
 void StartWithLevel(const QString& level);
+inline constexpr const char* kSampleMod = "varnhold";
+
 // File, Open Level, without unsaved changes or giving them up; until the level is there.
-void OpenLevelByMenu(const QString& level);
+void OpenLevelByMenu(const QString& level, const QString& mod = kSampleMod);
 void SaveByMenu();
 // File, Exit, with nothing left to save.
 void ExitByMenu();

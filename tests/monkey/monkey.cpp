@@ -15,6 +15,7 @@
 #include <QTextStream>
 #include <set>
 
+#include "app/level.h"
 #include "core/editor_state.h"
 #include "core/game_random.h"
 #include "data/mods.h"
@@ -36,7 +37,6 @@ namespace mw::monkey {
 namespace {
 
 constexpr int kCheckEvery = 500;
-constexpr const char* kMod = "varnhold";
 constexpr const char* kModFile = "varnhold.cfg";
 
 struct Order {
@@ -120,11 +120,16 @@ void Monkey::Settle() {
     if (act.inputs.empty()) break;
     DoAct(act);
   }
-  help::Await("the main window", [] {
+  int attempt = 0;
+  help::Await("the main window", [&attempt] {
     QWidget* const window = help::FindMainWindow();
     if (QApplication::activeWindow() == window && help::FindView()) return true;
-    window->showMaximized();
-    window->activateWindow();
+    // Of many changes that follow each other at once the window manager may miss one, and then
+    // takes the window for what it is not.
+    constexpr int kPatience = 50;
+    if (attempt % (2 * kPatience) == 0) Restore(window);
+    if (attempt % (2 * kPatience) == kPatience) window->showMinimized();
+    ++attempt;
     return false;
   });
   QWidget* const view = help::OnGui(help::FindView);
@@ -160,9 +165,9 @@ void Monkey::RepairMod() {
   mod.close();
   help::OnGui([this] {
     auto& names = modList.names;
-    if (std::ranges::find(names, kMod) == names.end()) {
+    if (std::ranges::find(names, kSampleMod) == names.end()) {
       if (names.size() == kMaxMods) names.pop_back();
-      names.push_back(kMod);
+      names.push_back(kSampleMod);
     }
     if (!(modConfig.GamePath == std::string_view(gamePath_.constData()))) {
       ApplyModSettings(gamePath_.constData(), {});
@@ -176,10 +181,11 @@ void Monkey::SaveAndOpenAgain() {
   SaveByMenu();
   watchdog_.Pat();
   const auto level = help::OnGui([] { return QString(modConfig.LevelName.c_str()); });
+  const auto mod = help::OnGui([] { return QString::fromStdString(LevelMod()); });
   const LevelState saved = help::OnGui(TakeLevelState);
   if (help::OnGui([] { return editor.levelModified; }))
     Fail({"the level counts as modified after saving"});
-  OpenLevelByMenu(level);
+  OpenLevelByMenu(level, mod);
   watchdog_.Pat();
   const LevelState read = help::OnGui(TakeLevelState);
   Fail(Differences(saved, read));

@@ -188,12 +188,6 @@ Act PartAct(Dice& dice) {
   return part ? ActOn(part, dice) : Act{};
 }
 
-void Restore(QWidget* window) {
-  window->showMaximized();
-  window->raise();
-  window->activateWindow();
-}
-
 Act SizeAct(Dice& dice) {
   QWidget* const window = help::FindMainWindow();
   switch (dice.Below(4)) {
@@ -213,6 +207,12 @@ bool IsUsed(const QWidget* window) {
 }
 
 }  // namespace
+
+void Restore(QWidget* window) {
+  window->showMaximized();
+  window->raise();
+  window->activateWindow();
+}
 
 Act MainAct(Dice& dice) {
   dialogRecord.boxesInARow = 0;
