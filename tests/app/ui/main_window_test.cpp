@@ -133,6 +133,7 @@ TEST_F(ClosingTest, UnchangedLevelClosesWithoutAQuestion) {
 }
 
 TEST_F(ClosingTest, NoLeavesWithoutSaving) {
+  editor.levelLoaded = true;
   editor.levelModified = true;
   EXPECT_TRUE(CloseWith({PromptAnswer::No}));
   ASSERT_EQ(scripted::script.prompts.size(), 1u);
@@ -141,7 +142,8 @@ TEST_F(ClosingTest, NoLeavesWithoutSaving) {
 }
 
 TEST_F(ClosingTest, WindowStaysWhenTheSaveFails) {
-  editor.levelModified = true;  // and no level archive is open that it could be saved into
+  editor.levelLoaded = true;
+  editor.levelModified = true;  // and its archive is not open, so that it cannot be saved
   EXPECT_FALSE(CloseWith({PromptAnswer::Yes, PromptAnswer::Ok}));
   EXPECT_TRUE(editor.levelModified);
 }
