@@ -2,6 +2,7 @@
 
 #include "app/operations.h"
 #include "app/shell.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 
@@ -13,6 +14,7 @@ void SetEditMode(EditMode mode) {
   if (IsEditMode(EditMode::MaterialMapper) && mode != EditMode::MaterialMapper) {
     operations.setPainting(false);
   }
+  if (terrain) terrain->flattenActive = 0;
   editor.editMode = mode;
 }
 

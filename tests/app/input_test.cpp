@@ -138,6 +138,16 @@ TEST_F(InputTest, AModeChangeEndsPainting) {
   EXPECT_THAT(calls, ElementsAre("paint", "no paint")) << "it would go on in the next visit";
 }
 
+TEST_F(InputTest, AModeChangeEndsFlattening) {
+  SetEditMode(EditMode::TerrainMapper);
+  terrain->tool = TerrainTool::Flatten;
+  Press(5, 5);
+  EXPECT_EQ(terrain->flattenActive, 1);
+  SetEditMode(EditMode::ObjectMapper);
+  Release(5, 5);
+  EXPECT_EQ(terrain->flattenActive, 0) << "the next visit would begin with a stroke";
+}
+
 TEST_F(InputTest, ShiftDragMovesTheSelectionButNotFromAbove) {
   SetEditMode(EditMode::TerrainMapper);
   RouteKey(kKeyShift, true);
