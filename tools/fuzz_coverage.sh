@@ -27,7 +27,7 @@ TGA | tga | data/image.cpp:DecodeTga|EncodeTga|CopyTurned|SwapRedAndBlue
 standard mesh (.sm) | standard_mesh | objects/mesh_reader.cpp:MeshFile|Finite|Position|VerticesOf|ReadIndices|ReadFace|ReadCollision|ReadSized|Material|FirstLevel|ReadStandardMesh
 tree mesh (.tm) | tree_mesh | objects/mesh_reader.cpp:MeshFile|Finite|Position|VerticesOf|ReadIndices|ReadFace|ReadCollision|ReadTexture|Tree|SurfaceOf
 shader file (.rs) | shader_file | objects/shader_file.cpp
-height map | heightmap | terrain/terrain.cpp:HeightBuffer|HeightsFromBuffer|HeightsInBuffer|SaveHeightmap|FileOffset|PaintMiniMap
+height map | heightmap | terrain/terrain.cpp:HeightBuffer|HeightsFromBuffer|HeightsInBuffer|SaveHeightmap|PaintMiniMap terrain/height_image.cpp
 exchanged height map | height_exchange | terrain/height_exchange.cpp:Import|Exchange|Decode|Encode|Sample
 material map | material_map | terrain/material_map.cpp:Load|Save|ForEachDataCell|StoredMaterial|MaterialMap
 recovery file | recovery | data/recovery_file.cpp:Parse|ReadRecovery|Checksum|AddMember|InfoText
