@@ -196,6 +196,7 @@ Act LeaveAct(Dice& dice) {
   QWidget* const dialog = QApplication::activeModalWidget();
   if (!dialog) return {};
   const int count = CountAct(dialog);
+  if (QApplication::mouseButtons() != Qt::NoButton) return LetGo(dialog);
   if (auto* box = qobject_cast<QMessageBox*>(dialog)) return BoxAct(box, dice);
   return Leave(dialog, count, dice);
 }
