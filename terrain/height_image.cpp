@@ -83,10 +83,12 @@ std::uint16_t LittleEndian(std::uint16_t v) {
 }
 
 // Calls act(band, first column, number of columns) for all columns of the image, on several cores.
+// The last come first, and so they do in each band: that is how the grid's memory goes on.
 template <typename Act>
 void ForEachBand(std::size_t size, Act act) {
-  SpreadOverCores((size + Band::kColumns - 1) / Band::kColumns, [&](std::size_t task) {
-    const std::size_t first = task * Band::kColumns;
+  const std::size_t bands = (size + Band::kColumns - 1) / Band::kColumns;
+  SpreadOverCores(bands, [&](std::size_t task) {
+    const std::size_t first = (bands - 1 - task) * Band::kColumns;
     Band band;
     act(band, first, std::min(Band::kColumns, size - first));
   });
@@ -106,7 +108,7 @@ std::size_t HeightImageOffset(int size, int i, int j) {
 void HeightsToImage(const Terrain& from, int size, std::span<std::uint8_t> image) {
   const auto side = static_cast<std::size_t>(size);
   ForEachBand(side, [&](Band& band, std::size_t first, std::size_t count) {
-    for (std::size_t k = 0; k < count; ++k) {
+    for (std::size_t k = count; k-- > 0;) {
       const auto& row = from.grid[side - first - k];
       for (std::size_t j = 0; j < side; ++j) band.heights[j] = row[j].h;
       for (std::size_t j = 0; j < side; ++j) {
@@ -127,7 +129,7 @@ void ImageToHeights(std::span<const std::uint8_t> image, int size, Terrain& to) 
   ForEachBand(side, [&](Band& band, std::size_t first, std::size_t count) {
     Transpose({image.data() + first * kSampleBytes, side * kSampleBytes},
               {band.Bytes(), Band::kStride * kSampleBytes}, rows, count);
-    for (std::size_t k = 0; k < count; ++k) {
+    for (std::size_t k = count; k-- > 0;) {
       for (std::size_t j = 0; j < rows; ++j) {
         band.heights[j] = static_cast<float>(LittleEndian(band.columns[k][j])) / kStoredPerUnit;
       }
