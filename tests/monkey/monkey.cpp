@@ -169,7 +169,8 @@ void Monkey::RepairMod() {
       if (names.size() == kMaxMods) names.pop_back();
       names.push_back(kSampleMod);
     }
-    if (!(modConfig.GamePath == std::string_view(gamePath_.constData()))) {
+    const bool moved = !(modConfig.GamePath == std::string_view(gamePath_.constData()));
+    if (moved && CurrentModName() == kSampleMod) {
       ApplyModSettings(gamePath_.constData(), {});
     }
   });
