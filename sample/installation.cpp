@@ -11,6 +11,7 @@
 #include "core/text.h"
 #include "data/mod_files.h"
 #include "platform/disk.h"
+#include "platform/file.h"
 #include "sample/content_archives.h"
 #include "sample/level_members.h"
 #include "sample/settings_scripts.h"
@@ -18,9 +19,11 @@
 namespace mw::sample {
 namespace {
 
-// A line for every file written, with a sum of its bytes; while files are being written it is
-// empty.
+// A line for every file written, with a sum of its bytes.
 constexpr char kManifest[] = "sample.manifest";
+// Is there while files are being written. A build that is interrupted takes its outputs away, the
+// manifest among them, but not this.
+constexpr char kUnfinished[] = "sample.unfinished";
 
 constexpr char kInitScript[] = "Mods/varnhold/Init.con";
 constexpr char kLevelsFolder[] = "Mods/varnhold/Archives/varnhold/levels";
@@ -87,6 +90,13 @@ bool WriteTextFile(const std::filesystem::path& path, const std::string& text) {
   return false;
 }
 
+bool Remove(const std::filesystem::path& path) {
+  std::string error;
+  if (RemoveFile(path, &error)) return true;
+  std::fprintf(stderr, "%s could not be removed: %s\n", path.string().c_str(), error.c_str());
+  return false;
+}
+
 bool CreateFolders(const Installation& installation) {
   for (const std::filesystem::path& folder :
        {installation.gameFolder / kLevelsFolder, installation.gameFolder / kModSettings,
@@ -130,10 +140,10 @@ bool WriteArchives(const Installation& installation) {
 bool IsEdited(const Installation& installation) {
   const std::vector<std::string> lines = ManifestLines(installation);
   if (lines.empty()) return false;
+  if (FileExists((installation.workingFolder / kUnfinished).string())) return false;
   const auto bytes = ReadWholeFile((installation.workingFolder / kManifest).string());
   if (!bytes) return true;
   const std::string manifest(bytes->begin(), bytes->end());
-  if (manifest.empty()) return false;  // an earlier run did not finish
   return std::any_of(lines.begin(), lines.end(), [&](const std::string& line) {
     return manifest.find(line) == std::string::npos;
   });
@@ -141,9 +151,10 @@ bool IsEdited(const Installation& installation) {
 
 bool WriteInstallation(const Installation& installation) {
   const std::filesystem::path manifest = installation.workingFolder / kManifest;
-  return CreateFolders(installation) && WriteTextFile(manifest, "") && WriteTexts(installation) &&
+  const std::filesystem::path unfinished = installation.workingFolder / kUnfinished;
+  return CreateFolders(installation) && WriteTextFile(unfinished, "") && WriteTexts(installation) &&
          WriteArchives(installation) &&
-         WriteTextFile(manifest, Joined(ManifestLines(installation)));
+         WriteTextFile(manifest, Joined(ManifestLines(installation))) && Remove(unfinished);
 }
 
 }  // namespace mw::sample

@@ -198,8 +198,9 @@ TEST_F(SampleInstallationTest, ALevelThatNoRunWroteIsSomebodysWork) {
 
 TEST_F(SampleInstallationTest, ARunThatDidNotFinishMayBeRepeated) {
   Write(installation.workingFolder / "varnhold.cfg", "GamePath=");
-  Write(installation.workingFolder / "sample.manifest", "");
-  EXPECT_FALSE(IsEdited(installation));
+  EXPECT_TRUE(IsEdited(installation));
+  Write(installation.workingFolder / "sample.unfinished", "");
+  EXPECT_FALSE(IsEdited(installation)) << "whether a manifest is left or not";
 }
 
 }  // namespace
