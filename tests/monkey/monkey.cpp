@@ -112,26 +112,42 @@ void Monkey::DoAct(const Act& act) {
   watchdog_.Pat();
 }
 
-// Lets go of everything and leaves every dialog.
+// What keeps the main window from being in front.
+QString InTheWay() {
+  const QWidget* const window = help::FindMainWindow();
+  const QWidget* const active = QApplication::activeWindow();
+  return QString("active is %1; the main window is %2, %3, %4")
+      .arg(active ? NameOf(active) + " of '" + active->windowTitle() + "'" : "nothing",
+           window->isVisible() ? "shown" : "hidden", window->isMinimized() ? "minimised" : "open",
+           window->isEnabled() ? "enabled" : "disabled");
+}
+
+// Whether it is in front. Of many changes that follow each other at once the window manager may
+// miss one, and then takes the window for what it is not.
+bool BringToFront(int attempt) {
+  constexpr int kPatience = 50;
+  QWidget* const window = help::FindMainWindow();
+  if (QApplication::activeWindow() == window && help::FindView()) return true;
+  if (attempt % (2 * kPatience) == 0) Restore(window);
+  if (attempt % (2 * kPatience) == kPatience) window->showMinimized();
+  return false;
+}
+
+// Lets go of everything and leaves every dialog, until the main window is in front.
 void Monkey::Settle() {
-  constexpr int kMostAttempts = 300;
-  for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+  constexpr int kMostAttempts = 3000;
+  constexpr unsigned long kPause = 20;  // milliseconds
+  for (int attempt = 0;; ++attempt) {
     const Act act = help::OnGui([this] { return LeaveAct(dice_); });
-    if (act.inputs.empty()) break;
-    DoAct(act);
+    if (!act.inputs.empty()) {
+      DoAct(act);
+    } else if (help::OnGui([=] { return BringToFront(attempt); })) {
+      break;
+    } else {
+      QThread::msleep(kPause);
+    }
+    if (attempt == kMostAttempts) throw help::TourError(help::OnGui(InTheWay));
   }
-  int attempt = 0;
-  help::Await("the main window", [&attempt] {
-    QWidget* const window = help::FindMainWindow();
-    if (QApplication::activeWindow() == window && help::FindView()) return true;
-    // Of many changes that follow each other at once the window manager may miss one, and then
-    // takes the window for what it is not.
-    constexpr int kPatience = 50;
-    if (attempt % (2 * kPatience) == 0) Restore(window);
-    if (attempt % (2 * kPatience) == kPatience) window->showMinimized();
-    ++attempt;
-    return false;
-  });
   QWidget* const view = help::OnGui(help::FindView);
   const Target at{view, QPoint(5, 200)};
   for (const auto button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {

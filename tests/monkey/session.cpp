@@ -14,6 +14,7 @@
 #include "tests/monkey/editor_steps.h"
 #include "tools/help_tour/gui.h"
 #include "tools/help_tour/guided_editor.h"
+#include "tools/help_tour/hands.h"
 
 // Of the sanitizer, where there is one; it does not fill in the library's own numbers.
 extern "C" __attribute__((weak)) std::size_t __sanitizer_get_current_allocated_bytes();
@@ -138,6 +139,7 @@ bool OpenLevelsAndWatchMemory() {
   for (int i = 0; i < kWarmUp + kOpened; ++i) {
     const auto which = static_cast<std::size_t>(i) % std::size(kLevels);
     OpenLevelByMenu(kLevels[which]);
+    help::WaitForFrames(3);  // what the level before had in GL goes, and what this one has comes
     const std::int64_t bytes = help::OnGui(BytesInUse);
     if (i < kWarmUp) first[which] = bytes;
     const std::int64_t growth = bytes - first[which];

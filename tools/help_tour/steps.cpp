@@ -89,18 +89,37 @@ void TypeInto(const Step& step) {
   Type(step.text);
 }
 
-// With the keyboard, so that long lists need no scrolling.
+bool IsListOpen() {
+  return OnGui([] { return QApplication::activePopupWidget() != nullptr; });
+}
+
+// With the keyboard, so that long lists need no scrolling. False when the list did not stay open: a
+// window manager that moves the focus closes it.
+bool ChooseRow(const Target& field, int row) {
+  constexpr int kAttempts = 100, kPause = 20;  // milliseconds
+  Click(field);
+  for (int attempt = 0; attempt < kAttempts && !IsListOpen(); ++attempt) Wait(kPause);
+  const auto press = [](Qt::Key key) {
+    // Without its list the dialog would take the key.
+    if (IsListOpen()) ClickKeys(QKeySequence(key));
+  };
+  press(Qt::Key_Home);
+  for (int i = 0; i < row; ++i) press(Qt::Key_Down);
+  press(Qt::Key_Return);
+  Await("the closed list", [] { return QApplication::activePopupWidget() == nullptr; });
+  return OnGui([&] { return static_cast<QComboBox*>(field.widget.data())->currentIndex() == row; });
+}
+
 void ChooseFromList(const Step& step) {
+  constexpr int kAttempts = 3;
   const Target field = FieldOf<QComboBox>(step);
   const int row =
       OnGui([&] { return static_cast<QComboBox*>(field.widget.data())->findText(step.text); });
   if (row < 0) throw TourError("the list has no such entry");
-  Click(field);
-  Await("the open list", [] { return QApplication::activePopupWidget() != nullptr; });
-  ClickKeys(QKeySequence(Qt::Key_Home));
-  for (int i = 0; i < row; ++i) ClickKeys(QKeySequence(Qt::Key_Down));
-  ClickKeys(QKeySequence(Qt::Key_Return));
-  Await("the closed list", [] { return QApplication::activePopupWidget() == nullptr; });
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    if (ChooseRow(field, row)) return;
+  }
+  throw TourError("the list does not take the entry");
 }
 
 // To the value `data-to`, or the number that the page names.
