@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "app/keys.h"
 #include "app/modes.h"
 #include "app/operations.h"
 #include "app/shell.h"
@@ -154,6 +155,14 @@ void RouteMouse(MouseButton button, MouseEvent event, int x, int y) {
   }
   editor.lastMouseX = x;
   editor.lastMouseY = y;
+}
+
+void ForgetHeldInput() {
+  heldInput = HeldInput{};
+  EndStroke();
+  operations.releaseObjects();
+  editor.ctrlHeld = editor.shiftHeld = false;
+  editor.leftHeld = editor.rightHeld = false;
 }
 
 void StartRubberBand(int x, int y) {

@@ -20,6 +20,10 @@ void RouteMouse(MouseButton button, MouseEvent event, int x, int y);
 // Page Up and Page Down as further ups too.
 void RouteKey(int key, bool down);
 
+// Keys and buttons count as released from now on, because their releases go to another window; a
+// stroke or drag ends.
+void ForgetHeldInput();
+
 void StartRubberBand(int x, int y);
 void UpdateRubberBand(int x, int y);
 void FinishRubberBand(int x, int y);

@@ -6,15 +6,16 @@
 
 namespace mw {
 
+void EndStroke() {
+  editor.rubberBandActive = false;
+  if (IsEditMode(EditMode::MaterialMapper)) operations.setPainting(false);
+  if (terrain) terrain->flattenActive = 0;
+}
+
 void SetEditMode(EditMode mode) {
   shell.showModeToolbar(mode);
   UpdateClipboardButtons(mode == EditMode::ObjectMapper);
-  // The release of the button would go to another mode.
-  editor.rubberBandActive = false;
-  if (IsEditMode(EditMode::MaterialMapper) && mode != EditMode::MaterialMapper) {
-    operations.setPainting(false);
-  }
-  if (terrain) terrain->flattenActive = 0;
+  if (mode != editor.editMode) EndStroke();
   editor.editMode = mode;
 }
 

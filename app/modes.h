@@ -5,6 +5,8 @@
 
 namespace mw {
 
+// Ends what a held button does to the ground, and its rubber band: the release will go elsewhere.
+void EndStroke();
 void SetEditMode(EditMode mode);
 // Cut and Copy are enabled when `enable` and no paste is pending, Paste when something was copied,
 // too.

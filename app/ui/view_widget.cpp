@@ -39,13 +39,6 @@ MouseButton DraggingButton(const QMouseEvent& event) {
   return MouseButton::None;
 }
 
-// The releases of what is held go to another window from now on.
-void ForgetHeldInput() {
-  heldInput = HeldInput{};
-  editor.ctrlHeld = editor.shiftHeld = false;
-  editor.leftHeld = editor.rightHeld = false;
-}
-
 // The arrow of the picture points to its upper left corner.
 const QCursor& PasteCursor() {
   constexpr int kSize = 24;

@@ -148,6 +148,20 @@ TEST_F(InputTest, AModeChangeEndsFlattening) {
   EXPECT_EQ(terrain->flattenActive, 0) << "the next visit would begin with a stroke";
 }
 
+TEST_F(InputTest, AStrokeEndsWhenItsReleaseGoesToAnotherWindow) {
+  SetEditMode(EditMode::MaterialMapper);
+  Press(5, 5);
+  ForgetHeldInput();
+  EXPECT_FALSE(editor.leftHeld);
+  SetEditMode(EditMode::TerrainMapper);
+  terrain->tool = TerrainTool::Flatten;
+  Press(5, 5);
+  calls.emplace_back("other window");
+  ForgetHeldInput();
+  EXPECT_EQ(terrain->flattenActive, 0);
+  EXPECT_THAT(calls, ElementsAre("paint", "no paint", "no paint", "other window"));
+}
+
 TEST_F(InputTest, ShiftDragMovesTheSelectionButNotFromAbove) {
   SetEditMode(EditMode::TerrainMapper);
   RouteKey(kKeyShift, true);
