@@ -127,8 +127,10 @@ void LevelTreeWidget::DecorateFixedItems() {
       {fixed.treeMeshes, "show_tree_meshes"},
       {fixed.cachedObjects, "cached_objects"},
   };
-  for (const auto& [item, icon] : icons) {
-    if (QTreeWidgetItem* entry = Find(item)) entry->setIcon(0, Icon(icon));
+  for (const auto& [item, name] : icons) {
+    QIcon& icon = icons_[name];
+    if (icon.isNull()) icon = Icon(name);
+    if (QTreeWidgetItem* entry = Find(item)) entry->setIcon(0, icon);
   }
 }
 

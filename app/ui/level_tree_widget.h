@@ -2,6 +2,8 @@
 // them.
 #pragma once
 
+#include <QHash>
+#include <QIcon>
 #include <QTreeWidget>
 #include <unordered_map>
 
@@ -37,7 +39,8 @@ class LevelTreeWidget : public QTreeWidget {
   QPixmap PictureOf(QTreeWidgetItem* entry) const;
 
   std::unordered_map<TreeItem, QTreeWidgetItem*> entries_;
-  TreeItem pressedItem_ = 0;  // that the left button was pressed on, until it is dragged
+  QHash<QString, QIcon> icons_;  // by name; each is drawn once, and not anew for every level
+  TreeItem pressedItem_ = 0;     // that the left button was pressed on, until it is dragged
   QPoint pressedAt_;
 };
 
