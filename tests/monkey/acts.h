@@ -29,9 +29,6 @@ Act LeaveAct(Dice& dice);
 // To the main window and its parts.
 Act MainAct(Dice& dice);
 
-// Makes the main window visible again, and the active one.
-void Restore(QWidget* window);
-
 // Something to type: numbers out of every range, long and strange texts.
 QString SomeText(Dice& dice);
 int SomeKey(Dice& dice);

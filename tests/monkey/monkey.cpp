@@ -122,15 +122,8 @@ QString InTheWay() {
            window->isEnabled() ? "enabled" : "disabled");
 }
 
-// Whether it is in front. Of many changes that follow each other at once the window manager may
-// miss one, and then takes the window for what it is not.
-bool BringToFront(int attempt) {
-  constexpr int kPatience = 50;
-  QWidget* const window = help::FindMainWindow();
-  if (QApplication::activeWindow() == window && help::FindView()) return true;
-  if (attempt % (2 * kPatience) == 0) Restore(window);
-  if (attempt % (2 * kPatience) == kPatience) window->showMinimized();
-  return false;
+bool IsInFront(int attempt) {
+  return help::BecomesActive(help::FindMainWindow(), attempt) && help::FindView();
 }
 
 // Lets go of everything and leaves every dialog, until the main window is in front.
@@ -141,7 +134,7 @@ void Monkey::Settle() {
     const Act act = help::OnGui([this] { return LeaveAct(dice_); });
     if (!act.inputs.empty()) {
       DoAct(act);
-    } else if (help::OnGui([=] { return BringToFront(attempt); })) {
+    } else if (help::OnGui([=] { return IsInFront(attempt); })) {
       break;
     } else {
       QThread::msleep(kPause);

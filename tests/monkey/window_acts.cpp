@@ -188,6 +188,12 @@ Act PartAct(Dice& dice) {
   return part ? ActOn(part, dice) : Act{};
 }
 
+void Restore(QWidget* window) {
+  window->showMaximized();
+  window->raise();
+  window->activateWindow();
+}
+
 Act SizeAct(Dice& dice) {
   QWidget* const window = help::FindMainWindow();
   switch (dice.Below(4)) {
@@ -207,12 +213,6 @@ bool IsUsed(const QWidget* window) {
 }
 
 }  // namespace
-
-void Restore(QWidget* window) {
-  window->showMaximized();
-  window->raise();
-  window->activateWindow();
-}
 
 Act MainAct(Dice& dice) {
   dialogRecord.boxesInARow = 0;

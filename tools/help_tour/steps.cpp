@@ -193,13 +193,18 @@ void AwaitStatus(const Step& step) {
 }
 
 void AwaitDialog(const Step& step) {
-  Await("the dialog", [&] { return FindDialog(step.text) != nullptr; });
+  int attempt = 0;
+  Await("the dialog", [&] {
+    QWidget* dialog = FindDialog(step.text);
+    return dialog && BecomesActive(dialog, attempt++);
+  });
 }
 
 void AwaitEditor(const Step&) {
-  Await("the editor without a dialog", [] {
+  int attempt = 0;
+  Await("the editor without a dialog", [&] {
     QMainWindow* window = FindMainWindow();
-    return window && QApplication::activeWindow() == window && !QApplication::activeModalWidget();
+    return window && !QApplication::activeModalWidget() && BecomesActive(window, attempt++);
   });
 }
 

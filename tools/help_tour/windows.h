@@ -28,8 +28,12 @@ QString Plain(const QString& caption);
 QMainWindow* FindMainWindow();
 // The open popup, else the innermost dialog, else the main window.
 QWidget* FrontWindow();
-// The dialog in front, when it has this title.
+// The innermost dialog, when it has this title.
 QWidget* FindDialog(const QString& title);
+// Whether the window is the active one. Of many changes that follow each other at once the window
+// manager may miss one, and leaves the focus where it was; so of many attempts, counted from 0,
+// some ask for it again, and some make the main window an icon and a window again.
+bool BecomesActive(QWidget* window, int attempt);
 QWidget* FindView();
 QLabel* FindStatus();
 
