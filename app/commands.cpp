@@ -239,6 +239,8 @@ bool OfferToSave(const char* question) {
 bool ConfirmExit() { return OfferToSave("Would you like to save your changes before exiting?"); }
 
 void RunCommand(CommandId id) {
+  // Not every way to a command is an input: a screen reader's is not.
+  if (IsInputIgnored()) return;
   CheckGroupButton(id);
   // A command belongs to exactly one of these; the others pass it over.
   RunFileCommand(id);

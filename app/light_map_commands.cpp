@@ -43,13 +43,14 @@ bool ReportFailure() {
 }
 
 // Runs the game's program on the scratch folder. `task` is the switch, `argument` follows the
-// level's path in the same quotes. A closing backslash belongs to the path, not to the quote.
+// level's path in the same quotes. A closing backslash belongs to the path, not to the quote. What
+// comes out goes into the open level, so meanwhile the user cannot open another or change this one.
 bool RunTracer(const char* task, const char* argument) {
   const char* const game = modConfig.GamePath.c_str();
   return RunProcessAndWait(FormatText("\"%svarnhold.exe\" +workingFolder \"%sShadowWork\\\" +%s "
                                       "\"varnhold\\levels\\%s\\%s\"",
                                       game, game, task, modConfig.LevelName.c_str(), argument),
-                           game);
+                           game, InputDuringWait::Ignored);
 }
 
 void ReloadLevelTextures() {

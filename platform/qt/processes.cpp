@@ -8,10 +8,12 @@
 #include <QUrl>
 #include <array>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "platform/disk.h"
 #include "platform/file.h"
+#include "platform/qt/input_lock.h"
 #include "platform/qt/process_wait.h"
 #include "platform/qt/view_context.h"
 
@@ -70,7 +72,8 @@ void ObserveProcessWaits(ProcessWaitObserver observer) {
   processWaitObserver = std::move(observer);
 }
 
-bool RunProcessAndWait(std::string_view commandLine, std::string_view folder) {
+bool RunProcessAndWait(std::string_view commandLine, std::string_view folder,
+                       InputDuringWait input) {
   auto process = std::make_unique<QProcess>();
   if (!SetProgram(*process, QProcess::splitCommand(QString::fromUtf8(
                                 commandLine.data(), static_cast<qsizetype>(commandLine.size()))))) {
@@ -89,6 +92,8 @@ bool RunProcessAndWait(std::string_view commandLine, std::string_view folder) {
   process->start(QIODevice::ReadOnly);
   // What could not be started says so during start() or from the loop.
   if (process->error() != QProcess::FailedToStart) {
+    std::optional<InputLock> lock;
+    if (input == InputDuringWait::Ignored) lock.emplace();
     processWaitObserver(true);
     wait.exec();
     processWaitObserver(false);
@@ -98,6 +103,8 @@ bool RunProcessAndWait(std::string_view commandLine, std::string_view folder) {
   if (process->state() != QProcess::NotRunning) (void)process.release();
   return true;
 }
+
+bool IsInputIgnored() { return InputLock::IsHeld(); }
 
 bool OpenDocument(std::string_view path) {
   const QString given = QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size()));

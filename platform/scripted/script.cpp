@@ -57,10 +57,15 @@ bool HasGlExtension(std::string_view name) {
 }
 void* GlFunction(const char* name) { return script.glFunction ? script.glFunction(name) : nullptr; }
 
-bool RunProcessAndWait(std::string_view commandLine, std::string_view) {
+bool RunProcessAndWait(std::string_view commandLine, std::string_view, InputDuringWait input) {
   script.startedProcesses.emplace_back(commandLine);
-  return !script.program || script.program(commandLine);
+  const bool ignoredBefore = script.inputIgnored;
+  script.inputIgnored = ignoredBefore || input == InputDuringWait::Ignored;
+  const bool started = !script.program || script.program(commandLine);
+  script.inputIgnored = ignoredBefore;
+  return started;
 }
+bool IsInputIgnored() { return script.inputIgnored; }
 bool OpenDocument(std::string_view path) {
   script.openedDocuments.emplace_back(path);
   return script.documentsOpen;

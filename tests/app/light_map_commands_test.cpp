@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "app/commands.h"
 #include "app/level.h"
 #include "app/level_fixture.h"
 #include "data/image.h"
@@ -92,6 +93,22 @@ TEST_F(LightMapCommandsTest, TerrainShadowsGetTheTilesTheLightAndTheGame) {
               ElementsAre("Generating Terrain Shadows...", "Completed Terrain Shadow Generation."));
   EXPECT_EQ(scripted::script.prompts.back().caption, "Merge Surface Light Maps");
   EXPECT_FALSE(editor.levelModified);
+}
+
+TEST_F(LightMapCommandsTest, NoOtherLevelCanBeOpenedWhileTheGameTraces) {
+  scripted::script.program = [this](std::string_view) {
+    AnswerDialogs("Island");
+    for (const auto command : {kCommandOpenLevel, kCommandNewLevel, kCommandExit}) {
+      RunCommand(command);
+    }
+    return WriteWholeFile(Scratch("textures\\LightmapShadowBits.lsb"), "bits");
+  };
+  Answer({PromptAnswer::No});
+  GenerateTerrainShadows();
+  EXPECT_EQ(modConfig.LevelName, "Valley");
+  EXPECT_EQ(TextOnDisk("Valley", "Textures/LightmapShadowBits.lsb"), "bits");
+  RunCommand(kCommandOpenLevel);
+  EXPECT_EQ(modConfig.LevelName, "Island");
 }
 
 TEST_F(LightMapCommandsTest, WithoutATileNothingIsWrittenOrRun) {

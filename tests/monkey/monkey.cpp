@@ -19,6 +19,7 @@
 #include "core/editor_state.h"
 #include "core/game_random.h"
 #include "data/mods.h"
+#include "platform/processes.h"
 #include "tests/monkey/acts.h"
 #include "tests/monkey/editor_steps.h"
 #include "tests/monkey/inputs.h"
@@ -131,6 +132,7 @@ void Monkey::Settle() {
   constexpr int kMostAttempts = 3000;
   constexpr unsigned long kPause = 20;  // milliseconds
   for (int attempt = 0;; ++attempt) {
+    while (help::OnGui(IsInputIgnored)) QThread::msleep(kPause);  // the game traces
     const Act act = help::OnGui([this] { return LeaveAct(dice_); });
     if (!act.inputs.empty()) {
       DoAct(act);

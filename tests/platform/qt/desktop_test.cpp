@@ -1,8 +1,13 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QPushButton>
 #include <QSettings>
+#include <QShortcut>
 #include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -28,15 +33,59 @@ class ProcessTest : public ::testing::Test {
 
 TEST_F(ProcessTest, RunsQuotedCommandInTheFolderAndWaits) {
   const std::string path = folder.path().replace('/', '\\').toStdString();
-  EXPECT_TRUE(RunProcessAndWait("\"\\bin\\sh\" -c \"sleep 0.1; echo done > result.txt\"", path));
+  EXPECT_TRUE(RunProcessAndWait("\"\\bin\\sh\" -c \"sleep 0.1; echo done > result.txt\"", path,
+                                InputDuringWait::Handled));
   EXPECT_TRUE(QFile::exists(folder.filePath("result.txt")));
   EXPECT_EQ(waits, (std::vector<bool>{true, false}));
 }
 
+// A window that notes what the user does to it.
+class InputDuringWaitTest : public ProcessTest {
+ protected:
+  InputDuringWaitTest() : button("Open", &window), shortcut(QKeySequence("Ctrl+O"), &window) {
+    window.show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    QObject::connect(&button, &QPushButton::clicked, [this] { ++clicks; });
+    QObject::connect(&shortcut, &QShortcut::activated, [this] { ++shortcuts; });
+  }
+
+  void UseWindow() {
+    ignored = IsInputIgnored();
+    QWindow* const native = window.windowHandle();
+    QTest::mouseClick(native, Qt::LeftButton, {}, button.geometry().center());
+    QTest::keyClick(native, Qt::Key_O, Qt::ControlModifier);
+    native->close();
+  }
+  void WaitAndUseWindow(InputDuringWait input) {
+    QTimer::singleShot(0, &window, [this] { UseWindow(); });
+    EXPECT_TRUE(RunProcessAndWait("/bin/sleep 0.5", folder.path().toStdString(), input));
+  }
+
+  QWidget window;
+  QPushButton button;
+  QShortcut shortcut;
+  int clicks = 0, shortcuts = 0;
+  bool ignored = false;
+};
+
+TEST_F(InputDuringWaitTest, IsHandledOrDropped) {
+  WaitAndUseWindow(InputDuringWait::Ignored);
+  EXPECT_TRUE(ignored);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(clicks, 0);
+  EXPECT_EQ(shortcuts, 0);
+  EXPECT_TRUE(window.isVisible());
+  WaitAndUseWindow(InputDuringWait::Handled);
+  EXPECT_FALSE(ignored);
+  EXPECT_EQ(clicks, 1);
+  EXPECT_EQ(shortcuts, 1);
+  EXPECT_FALSE(window.isVisible());
+}
+
 TEST_F(ProcessTest, SaysWhenTheProgramCannotBeStarted) {
-  EXPECT_FALSE(
-      RunProcessAndWait("\"\\no\\such\\varnhold.exe\" +game x", folder.path().toStdString()));
-  EXPECT_FALSE(RunProcessAndWait("", folder.path().toStdString()));
+  EXPECT_FALSE(RunProcessAndWait("\"\\no\\such\\varnhold.exe\" +game x",
+                                 folder.path().toStdString(), InputDuringWait::Handled));
+  EXPECT_FALSE(RunProcessAndWait("", folder.path().toStdString(), InputDuringWait::Handled));
 }
 
 // Programs as they lie in a game folder, and a Wine that writes down what it is to run.
@@ -53,7 +102,8 @@ class GameProgramTest : public ProcessTest {
   }
   bool RunGame(const char* arguments) {
     const std::string game = folder.path().replace('/', '\\').toStdString();
-    return RunProcessAndWait("\"" + game + "\\Varnhold.exe\" " + arguments, game);
+    return RunProcessAndWait("\"" + game + "\\Varnhold.exe\" " + arguments, game,
+                             InputDuringWait::Handled);
   }
   // What a program of these tests was started with, one argument a line.
   QByteArray Arguments() {
@@ -93,7 +143,8 @@ TEST_F(GameProgramTest, WhatIsNoProgramIsNotStarted) {
 }
 
 TEST_F(ProcessTest, ProgramThatCrashesHasEnded) {
-  EXPECT_TRUE(RunProcessAndWait("/bin/sh -c \"kill -9 $$\"", folder.path().toStdString()));
+  EXPECT_TRUE(RunProcessAndWait("/bin/sh -c \"kill -9 $$\"", folder.path().toStdString(),
+                                InputDuringWait::Handled));
 }
 
 class SettingsTest : public ::testing::Test {
