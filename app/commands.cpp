@@ -239,8 +239,10 @@ bool OfferToSave(const char* question) {
 bool ConfirmExit() { return OfferToSave("Would you like to save your changes before exiting?"); }
 
 void RunCommand(CommandId id) {
-  // Not every way to a command is an input: a screen reader's is not.
-  if (IsInputIgnored()) return;
+  // Not every way to a command is an input: a screen reader's is not. The commands of groups change
+  // only what is shown and which tool is next.
+  const CommandSpec* const spec = FindCommand(id);
+  if (IsInputIgnored() && spec && spec->group == CommandGroup::None) return;
   CheckGroupButton(id);
   // A command belongs to exactly one of these; the others pass it over.
   RunFileCommand(id);

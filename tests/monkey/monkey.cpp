@@ -58,6 +58,7 @@ class Monkey : public QThread {
  private:
   void Play();
   void DoAct(const Act& act);
+  void AwaitTracer();
   void Settle();
   void Check();
   void RepairMod();
@@ -101,7 +102,11 @@ void Monkey::Play() {
     SeedGameRandom(static_cast<std::uint32_t>(order_.seed));
     gamePath_ = modConfig.GamePath.c_str();
   });
+  constexpr int kActsOnTracing = 10;  // all in vain
+  int inVain = 0;
   while (number_ < order_.events) {
+    inVain = help::OnGui(IsInputIgnored) ? inVain + 1 : 0;
+    if (inVain > kActsOnTracing) AwaitTracer();
     DoAct(help::OnGui([this] { return NextAct(dice_); }));
     if (++number_ % kCheckEvery == 0 || number_ == order_.events) Check();
   }
@@ -111,6 +116,17 @@ void Monkey::DoAct(const Act& act) {
   Log(act.text);
   for (const auto& input : act.inputs) help::Send(input);
   watchdog_.Pat();
+}
+
+// The windows take no input while the game computes light.
+void Monkey::AwaitTracer() {
+  constexpr int kMostPauses = 6000;
+  constexpr unsigned long kPause = 100;  // milliseconds
+  for (int pauses = 0; help::OnGui(IsInputIgnored); ++pauses) {
+    if (pauses == kMostPauses) throw help::TourError("the game traces without end");
+    QThread::msleep(kPause);
+    watchdog_.Pat();
+  }
 }
 
 // What keeps the main window from being in front.
@@ -132,7 +148,7 @@ void Monkey::Settle() {
   constexpr int kMostAttempts = 3000;
   constexpr unsigned long kPause = 20;  // milliseconds
   for (int attempt = 0;; ++attempt) {
-    while (help::OnGui(IsInputIgnored)) QThread::msleep(kPause);  // the game traces
+    AwaitTracer();
     const Act act = help::OnGui([this] { return LeaveAct(dice_); });
     if (!act.inputs.empty()) {
       DoAct(act);
