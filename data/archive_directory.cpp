@@ -10,21 +10,28 @@ namespace {
 
 constexpr std::size_t kEntryTail = 24;                  // sizes, offset, reserved words
 constexpr std::size_t kSmallestEntry = 4 + kEntryTail;  // with an empty name
+constexpr std::size_t kMostTaken = kMaxMemberName + kEntryTail;
 constexpr std::size_t kDirectoryBuffer = std::size_t{1} << 16;
+static_assert(kDirectoryBuffer >= kMostTaken);
 
 // Reads the directory through a buffer, never beyond the end of the file.
 class DirectoryReader {
  public:
   DirectoryReader(File& file, std::uint64_t offset, std::uint64_t fileSize)
-      : file_(file), offset_(offset), end_(fileSize) {}
+      : file_(file),
+        offset_(offset),
+        end_(fileSize),
+        buffer_(static_cast<std::size_t>(
+            std::min<std::uint64_t>(kDirectoryBuffer, fileSize - offset))) {}
 
-  std::uint64_t Remaining() const { return end_ - offset_ + (buffer_.size() - used_); }
+  std::uint64_t Remaining() const { return end_ - offset_ + unread_.size(); }
 
-  // The next `count` bytes (valid until the next call), or nothing when the file ends before.
+  // The next `count` bytes, at most kMostTaken (valid until the next call), or nothing when the
+  // file ends before.
   std::optional<std::span<const std::uint8_t>> Take(std::size_t count) {
-    if (buffer_.size() - used_ < count && !Refill(count)) return std::nullopt;
-    const auto taken = std::span<const std::uint8_t>(buffer_).subspan(used_, count);
-    used_ += count;
+    if (unread_.size() < count && !Refill(count)) return std::nullopt;
+    const auto taken = unread_.first(count);
+    unread_ = unread_.subspan(count);
     return taken;
   }
 
@@ -37,13 +44,13 @@ class DirectoryReader {
  private:
   bool Refill(std::size_t count) {
     if (Remaining() < count) return false;
-    buffer_.erase(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(used_));
-    used_ = 0;
-    const std::size_t kept = buffer_.size();
-    const auto more = std::min<std::uint64_t>(std::max(kDirectoryBuffer, count), end_ - offset_);
-    buffer_.resize(kept + static_cast<std::size_t>(more));
-    if (!file_.ReadAt(offset_, std::span(buffer_).subspan(kept))) return false;
+    std::ranges::copy(unread_, buffer_.begin());
+    const std::size_t kept = unread_.size();
+    const auto more =
+        static_cast<std::size_t>(std::min<std::uint64_t>(buffer_.size() - kept, end_ - offset_));
+    if (!file_.ReadAt(offset_, std::span(buffer_).subspan(kept, more))) return false;
     offset_ += more;
+    unread_ = std::span<const std::uint8_t>(buffer_).first(kept + more);
     return true;
   }
 
@@ -51,7 +58,7 @@ class DirectoryReader {
   std::uint64_t offset_;  // of what is not in the buffer yet
   std::uint64_t end_;
   std::vector<std::uint8_t> buffer_;
-  std::size_t used_ = 0;
+  std::span<const std::uint8_t> unread_;  // of the buffer
 };
 
 std::optional<ArchiveHeader> ReadHeader(File& file, std::uint64_t fileSize, std::string& error) {

@@ -1,8 +1,10 @@
 #include "data/archive_entries.h"
 
 #include <algorithm>
+#include <bit>
 #include <chrono>
 #include <cstring>
+#include <numeric>
 
 namespace mw {
 namespace {
@@ -11,8 +13,10 @@ namespace {
 constexpr std::size_t kLane = 16;
 using Lane = unsigned char __attribute__((vector_size(kLane)));
 
+Lane IsBackslash(Lane bytes) { return reinterpret_cast<Lane>(bytes == '\\'); }
+
 Lane FoldLane(Lane bytes) {
-  const Lane backslash = reinterpret_cast<Lane>(bytes == '\\');
+  const Lane backslash = IsBackslash(bytes);
   bytes -= backslash & static_cast<unsigned char>('\\' - '/');
   const Lane upper = reinterpret_cast<Lane>((bytes >= 'A') & (bytes <= 'Z'));
   return bytes + (upper & static_cast<unsigned char>('a' - 'A'));
@@ -40,45 +44,61 @@ std::uint64_t HashSeed() {
 // A name as names are compared, and its hash.
 struct ArchiveEntries::FoldedName {
   explicit FoldedName(std::string_view name) : size(std::min(name.size(), kMaxMemberName)) {
-    std::uint64_t mixed = HashSeed() ^ size;
-    if (size < kLane) {
+    const std::uint64_t seed = HashSeed();
+    const std::size_t end = size;
+    std::uint64_t mixed = end;
+    Lane backslashes{};
+    // Folds a lane into its place. What it adds to the hash does not wait for other lanes.
+    const auto add = [&](Lane lane, std::size_t at) {
+      backslashes |= IsBackslash(lane);
+      lane = FoldLane(lane);
+      std::memcpy(bytes + at, &lane, kLane);
+      std::uint64_t halves[2];
+      std::memcpy(halves, &lane, kLane);
+      const std::uint64_t key = seed + at * kFactor;
+      mixed += Mix(halves[0] ^ key, halves[1] ^ std::rotl(key, 32));
+    };
+    const auto addAt = [&](std::size_t at) {
+      Lane lane;
+      std::memcpy(&lane, name.data() + at, kLane);
+      add(lane, at);
+    };
+    if (end < kLane) {
       Lane lane{};
-      if (size > 0) std::memcpy(&lane, name.data(), size);
-      mixed = Add(lane, 0, mixed);
+      if (end > 0) std::memcpy(&lane, name.data(), end);
+      add(lane, 0);
     } else {
-      for (std::size_t at = 0; at + kLane < size; at += kLane) mixed = Add(name, at, mixed);
-      mixed = Add(name, size - kLane, mixed);  // the last lane may overlap the one before
+      for (std::size_t at = 0; at + kLane < end; at += kLane) addAt(at);
+      addAt(end - kLane);  // may overlap the lane before
     }
     hash = static_cast<std::uint32_t>(Mix(mixed, kFactor));
+    std::uint64_t halves[2];
+    std::memcpy(halves, &backslashes, kLane);
+    hasBackslash = (halves[0] | halves[1]) != 0;
   }
   std::string_view Key() const { return {bytes, size}; }
 
   alignas(kLane) char bytes[kMaxMemberName + 1];
   std::size_t size;
   std::uint32_t hash;
-
- private:
-  std::uint64_t Add(std::string_view name, std::size_t at, std::uint64_t mixed) {
-    Lane lane;
-    std::memcpy(&lane, name.data() + at, kLane);
-    return Add(lane, at, mixed);
-  }
-  // Folds the lane into its place and returns the hash so far.
-  std::uint64_t Add(Lane lane, std::size_t at, std::uint64_t mixed) {
-    lane = FoldLane(lane);
-    std::memcpy(bytes + at, &lane, kLane);
-    std::uint64_t halves[2];
-    std::memcpy(halves, &lane, kLane);
-    return Mix(halves[0] ^ mixed, halves[1] ^ kFactor ^ (mixed >> 32));
-  }
+  bool hasBackslash;
 };
 
 std::size_t ArchiveEntries::SlotOf(const FoldedName& name) const {
   const std::size_t mask = slots_.size() - 1;
   std::size_t slot = name.hash & mask;
   for (; slots_[slot].number != 0; slot = (slot + 1) & mask) {
-    if (slots_[slot].hash == name.hash && KeyAt(slots_[slot].key) == name.Key()) break;
+    const Slot& taken = slots_[slot];
+    if (taken.hash != name.hash || records_[taken.number - 1].name.size != name.size) continue;
+    if (std::memcmp(keys_.data() + taken.keyOffset, name.bytes, name.size) == 0) break;
   }
+  return slot;
+}
+
+std::size_t ArchiveEntries::FreeSlot(const std::vector<Slot>& slots, std::uint32_t hash) {
+  const std::size_t mask = slots.size() - 1;
+  std::size_t slot = hash & mask;
+  while (slots[slot].number != 0) slot = (slot + 1) & mask;
   return slot;
 }
 
@@ -90,72 +110,60 @@ const ArchiveEntry* ArchiveEntries::Find(std::string_view name) const {
 
 void ArchiveEntries::Set(std::string_view name, const ArchiveEntry& entry) {
   if (name.size() > kMaxMemberName) return;
-  // At most two thirds of the slots are taken.
-  if ((records_.size() + 1) * 3 > slots_.size() * 2) GrowTable();
+  if (!HasSlotsFor(records_.size() + 1)) GrowTable(records_.size() + 1);
   const FoldedName folded(name);
+  // Most names are new: while the slot comes from memory, the name goes to its place.
+  const TextPlace place = AppendName(name, folded);
   Slot& slot = slots_[SlotOf(folded)];
   if (slot.number != 0) {
     records_[slot.number - 1].entry = entry;
+    names_.resize(place.offset);
     return;
   }
-  Append(name, folded, entry);
-  slot = {folded.hash, static_cast<std::uint32_t>(records_.size()), records_.back().key};
+  records_.push_back({entry, place});
+  slot = {folded.hash, static_cast<std::uint32_t>(records_.size()), place.offset};
 }
 
-void ArchiveEntries::Append(std::string_view name, const FoldedName& folded,
-                            const ArchiveEntry& entry) {
-  DropIncomplete();
-  const bool inOrder =
-      sorted_ == order_.size() && (order_.empty() || Key(order_.back()) < folded.Key());
-  const std::size_t offset = keys_.size();
+ArchiveEntries::TextPlace ArchiveEntries::AppendName(std::string_view name,
+                                                     const FoldedName& folded) {
+  const std::size_t offset = names_.size();
+  keys_.resize(offset);  // without the key of a name that did not stay
   keys_ += folded.Key();
   names_ += name;
-  if (name.find('\\') != std::string_view::npos) {
+  if (folded.hasBackslash) {
     std::replace(names_.begin() + static_cast<std::ptrdiff_t>(offset), names_.end(), '\\', '/');
   }
-  order_.push_back(static_cast<std::uint32_t>(records_.size()));
-  records_.push_back(
-      {entry, {static_cast<std::uint32_t>(offset), static_cast<std::uint32_t>(name.size())}});
-  if (inOrder) ++sorted_;
-}
-
-// What an entry left that there was not enough memory for.
-void ArchiveEntries::DropIncomplete() {
-  const TextPlace last = records_.empty() ? TextPlace{} : records_.back().key;
-  names_.resize(last.offset + last.size);
-  keys_.resize(last.offset + last.size);
-  order_.resize(records_.size());
+  return {static_cast<std::uint32_t>(offset), static_cast<std::uint32_t>(name.size())};
 }
 
 void ArchiveEntries::Reserve(std::size_t count) {
   constexpr std::size_t kUsualName = 64;
   records_.reserve(count);
-  order_.reserve(count);
   names_.reserve(count * kUsualName);
   keys_.reserve(count * kUsualName);
-  while (count * 3 > slots_.size() * 2) GrowTable();
+  if (!HasSlotsFor(count)) GrowTable(count);
 }
 
-void ArchiveEntries::GrowTable() {
+void ArchiveEntries::GrowTable(std::size_t count) {
   constexpr std::size_t kFirstSlots = 64;
-  const std::size_t size = std::max(kFirstSlots, slots_.size() * 2);
-  std::vector<Slot> grown(size);
+  std::vector<Slot> grown(std::max(kFirstSlots, std::bit_ceil(count * 3 / 2 + 1)));
   for (const Slot& slot : slots_) {
-    if (slot.number == 0) continue;
-    std::size_t place = slot.hash & (size - 1);
-    while (grown[place].number != 0) place = (place + 1) & (size - 1);
-    grown[place] = slot;
+    if (slot.number != 0) grown[FreeSlot(grown, slot.hash)] = slot;
   }
   slots_ = std::move(grown);
 }
 
 void ArchiveEntries::SortNames() const {
-  if (sorted_ == order_.size()) return;
+  if (order_.size() == records_.size()) return;
   const auto before = [this](std::uint32_t a, std::uint32_t b) { return Key(a) < Key(b); };
-  const auto tail = order_.begin() + static_cast<std::ptrdiff_t>(sorted_);
+  const auto sorted = static_cast<std::ptrdiff_t>(order_.size());
+  order_.resize(records_.size());
+  const auto tail = order_.begin() + sorted;
+  std::iota(tail, order_.end(), static_cast<std::uint32_t>(sorted));
+  // In a directory that the editor wrote they are.
+  if (std::is_sorted(sorted > 0 ? tail - 1 : tail, order_.end(), before)) return;
   std::sort(tail, order_.end(), before);
   std::inplace_merge(order_.begin(), tail, order_.end(), before);
-  sorted_ = order_.size();
 }
 
 }  // namespace mw

@@ -85,28 +85,30 @@ class ArchiveEntries {
   };
   struct Record {
     ArchiveEntry entry;
-    TextPlace key;  // in keys_, and the name as it is written at the same place in names_
+    TextPlace name;  // in names_; at the same place in keys_ is what is compared
   };
   // Of the hash table; open addressing, the next slot follows.
   struct Slot {
     std::uint32_t hash = 0;
-    std::uint32_t number = 0;  // of the record, from 1; 0 is a free slot
-    TextPlace key;
+    std::uint32_t number = 0;     // of the record, from 1; 0 is a free slot
+    std::uint32_t keyOffset = 0;  // of the record's name, which can so be compared at once
   };
 
   std::string_view Name(std::uint32_t index) const {
-    const TextPlace& place = records_[index].key;
+    const TextPlace& place = records_[index].name;
     return std::string_view(names_).substr(place.offset, place.size);
   }
-  std::string_view Key(std::uint32_t index) const { return KeyAt(records_[index].key); }
-  std::string_view KeyAt(const TextPlace& place) const {
+  std::string_view Key(std::uint32_t index) const {
+    const TextPlace& place = records_[index].name;
     return std::string_view(keys_).substr(place.offset, place.size);
   }
   // The slot of the name, or the free one where it belongs.
   std::size_t SlotOf(const FoldedName& name) const;
-  void Append(std::string_view name, const FoldedName& folded, const ArchiveEntry& entry);
-  void DropIncomplete();
-  void GrowTable();
+  static std::size_t FreeSlot(const std::vector<Slot>& slots, std::uint32_t hash);
+  // At most two thirds of the slots are taken.
+  bool HasSlotsFor(std::size_t count) const { return count * 3 <= slots_.size() * 2; }
+  void GrowTable(std::size_t count);
+  TextPlace AppendName(std::string_view name, const FoldedName& folded);
   void SortNames() const;
   ArchiveEntries& Sorted() {
     SortNames();
@@ -120,10 +122,9 @@ class ArchiveEntries {
   std::vector<Record> records_;  // in the order in which they were added
   std::string names_, keys_;
   std::vector<Slot> slots_;  // a power of two of them
-  // Records in the order of their keys. It is brought up to date when somebody wants to know: names
-  // that come in order, as in every directory that the editor wrote, cost no sorting.
+  // Records in the order of their keys, brought up to date when somebody wants to know; the last
+  // ones may be missing until then.
   mutable std::vector<std::uint32_t> order_;
-  mutable std::size_t sorted_ = 0;  // how many at the front of order_ are in order
 };
 
 }  // namespace mw
