@@ -203,9 +203,14 @@ void Monkey::RepairMod() {
   });
 }
 
+// Not when there is none, and not when its mod was deleted meanwhile.
+bool IsLevelToBeFound() {
+  return editor.levelLoaded && std::ranges::find(modList.names, LevelMod()) != modList.names.end();
+}
+
 void Monkey::SaveAndOpenAgain() {
   Log("save and open again");
-  if (!help::OnGui([] { return editor.levelLoaded; })) OpenLevelByMenu(order_.level);
+  if (!help::OnGui(IsLevelToBeFound)) OpenLevelByMenu(order_.level);
   SaveByMenu();
   watchdog_.Pat();
   const auto level = help::OnGui([] { return QString(modConfig.LevelName.c_str()); });
