@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QMainWindow>
 #include <QTextStream>
+#include <QWindow>
 #include <set>
 
 #include "app/level.h"
@@ -95,6 +96,20 @@ void Monkey::run() {
   if (failed_) std::_Exit(EXIT_FAILURE);  // some dialog may wait for an answer
 }
 
+// What is not on the screen yet cannot be clicked. A dialog of a minimised window never comes
+// there.
+void AwaitDialogOnScreen() {
+  constexpr int kMostPauses = 200;
+  constexpr unsigned long kPause = 5;  // milliseconds
+  const auto isComing = [] {
+    const QWidget* const dialog = QApplication::activeModalWidget();
+    return dialog && dialog->windowHandle() && !dialog->windowHandle()->isExposed();
+  };
+  for (int pauses = 0; pauses < kMostPauses && help::OnGui(isComing); ++pauses) {
+    QThread::msleep(kPause);
+  }
+}
+
 void Monkey::Play() {
   QFile mod(kModFile);
   if (mod.open(QIODevice::ReadOnly)) modFile_ = mod.readAll();
@@ -107,6 +122,7 @@ void Monkey::Play() {
   while (number_ < order_.events) {
     inVain = help::OnGui(IsInputIgnored) ? inVain + 1 : 0;
     if (inVain > kActsOnTracing) AwaitTracer();
+    AwaitDialogOnScreen();
     DoAct(help::OnGui([this] { return NextAct(dice_); }));
     if (++number_ % kCheckEvery == 0 || number_ == order_.events) Check();
   }
@@ -149,6 +165,7 @@ void Monkey::Settle() {
   constexpr unsigned long kPause = 20;  // milliseconds
   for (int attempt = 0;; ++attempt) {
     AwaitTracer();
+    AwaitDialogOnScreen();
     const Act act = help::OnGui([this] { return LeaveAct(dice_); });
     if (!act.inputs.empty()) {
       DoAct(act);
