@@ -133,7 +133,17 @@ void SetSlider(const Step& step) {
   if (OnGui(shown) != value) throw TourError("the slider has no such value");
 }
 
+// A dialog that has just closed gives the keyboard back only after a while.
+void AwaitKeyboard() {
+  int attempt = 0;
+  Await("the keyboard", [&] {
+    QWidget* window = FrontWindow();
+    return QApplication::activePopupWidget() || (window && BecomesActive(window, attempt++));
+  });
+}
+
 void PressKeys(const Step& step) {
+  AwaitKeyboard();
   ClickKeys(QKeySequence(step.data.value("key", step.text), QKeySequence::PortableText));
   WaitForFrames();
 }
