@@ -4,8 +4,6 @@
 #include <array>
 #include <atomic>
 #include <lzo/lzo1x.h>
-#include <system_error>
-#include <thread>
 
 #include "core/little_endian.h"
 #include "core/parallel.h"
@@ -104,25 +102,14 @@ bool Compress(Segment& segment, Bytes& workMemory) {
 // Compresses what has changed. The work memory, one per core, is kept for the next call.
 bool CompressChanged(std::span<Segment> segments) {
   static std::vector<Bytes> workMemory;
-  const std::size_t workers = std::clamp<std::size_t>(segments.size(), 1, UsableCores());
+  const std::size_t workers = UsableCores();
   if (workMemory.size() < workers) workMemory.resize(workers);
-
-  std::atomic<std::size_t> next = 0;
   std::atomic<bool> good = true;
-  const auto work = [&](std::size_t worker) {
-    for (std::size_t i = next++; i < segments.size() && good; i = next++) {
-      segments[i].kept = Expands(segments[i].oldCompressed, segments[i].plain);
-      if (!segments[i].kept && !Compress(segments[i], workMemory[worker])) good = false;
-    }
-  };
-  std::vector<std::thread> helpers;
-  try {
-    for (std::size_t worker = 1; worker < workers; ++worker) helpers.emplace_back(work, worker);
-  } catch (const std::system_error&) {
-    // Without a further thread the ones there are do the work.
-  }
-  work(0);
-  for (std::thread& helper : helpers) helper.join();
+  SpreadOverWorkers(segments.size(), workers, [&](std::size_t i, std::size_t worker) {
+    if (!good) return;
+    segments[i].kept = Expands(segments[i].oldCompressed, segments[i].plain);
+    if (!segments[i].kept && !Compress(segments[i], workMemory[worker])) good = false;
+  });
   return good;
 }
 

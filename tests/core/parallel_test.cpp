@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <gtest/gtest.h>
+#include <new>
 #include <thread>
 #include <vector>
 
@@ -15,6 +16,16 @@ TEST(Parallel, EveryCallIsMadeOnceOnHoweverManyCores) {
   SpreadOverCores(calls.size(), [&](std::size_t i) { ++calls[i]; });
   for (const auto& made : calls) ASSERT_EQ(made, 1);
   SpreadOverCores(0, [](std::size_t) { FAIL() << "there is nothing to do"; });
+}
+
+TEST(Parallel, AFailureInAWorkerIsTheCallers) {
+  std::atomic<int> begun = 0;
+  const auto work = [&](std::size_t) {
+    ++begun;
+    throw std::bad_alloc();
+  };
+  EXPECT_THROW(SpreadOverCores(10'000, work), std::bad_alloc);
+  EXPECT_LE(begun, static_cast<int>(UsableCores())) << "none begins after a failure";
 }
 
 TEST(Parallel, AProgramThatMayUseOneCoreStartsNoThreads) {
