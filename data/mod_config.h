@@ -13,6 +13,7 @@
 namespace mw {
 
 inline constexpr int kMaxTheatres = 8, kMaxTeams = 32, kMaxKits = 8, kMaxSkies = 32;
+inline constexpr int kMaxMaterialSize = 1024;  // samples per side that the editor's grids hold
 inline constexpr std::string_view kBaseModFolder = "Mods\\varnhold\\";
 inline constexpr std::string_view kLevelsFolder = "varnhold\\levels\\";
 
@@ -46,7 +47,7 @@ struct ModConfig {
   PathText ObjectsList;
   PathText configurationName;  // the mod name whose file was parsed last
 
-  std::int32_t MaterialSize = 0;                // samples per side
+  std::int32_t MaterialSize = 0;                // samples per side; scripts may name any number
   std::int32_t WorldSize = 0;                   // world units per side
   float HeightScale = 0;                        // world units per height unit
   std::int32_t TexOffsetX = 0, TexOffsetY = 0;  // surface tiles

@@ -47,15 +47,15 @@ class ModConfigParser {
   void ReportIgnored(std::string_view fileName) const;
 
  private:
-  // What a key sets: a field of the record, or an entry of one of its tables.
+  // What a key sets: a field of the record, or what has a rule of its own.
   struct JoinedNames {
     PathText ModConfig::*field;
   };
-  using TableEntry = void (ModConfigParser::*)();
+  using OwnRule = void (ModConfigParser::*)();
   using Target =
       std::variant<PathText ModConfig::*, FixedString<128> ModConfig::*, std::int32_t ModConfig::*,
                    std::uint8_t ModConfig::*, bool ModConfig::*, float ModConfig::*,
-                   Floats2 ModConfig::*, Floats3 ModConfig::*, JoinedNames, TableEntry>;
+                   Floats2 ModConfig::*, Floats3 ModConfig::*, JoinedNames, OwnRule>;
   struct KeyRule {
     std::string_view key;
     Target target;
@@ -95,8 +95,9 @@ class ModConfigParser {
     for (float& component : config_.*field) component = NextFloat();
   }
   void Set(JoinedNames names);
-  void Set(TableEntry entry) { (this->*entry)(); }
+  void Set(OwnRule rule) { (this->*rule)(); }
 
+  void SetMaterialSize();
   void StartTeam();
   void AddTeamKit();
   void StartSky();
@@ -113,6 +114,7 @@ class ModConfigParser {
   Team* team_ = nullptr;
   Sky* sky_ = nullptr;
   std::vector<std::string_view> fullTables_, tooLong_;  // keys
+  std::optional<std::int32_t> refusedSize_;
 };
 
 std::span<const ModConfigParser::KeyRule> ModConfigParser::KeyRules() {
@@ -126,7 +128,7 @@ std::span<const ModConfigParser::KeyRule> ModConfigParser::KeyRules() {
       {"TexturePath", &C::TexturePath},
       {"ObjectsList", &C::ObjectsList},
       {"LevelName", &C::LevelName},
-      {"MaterialSize", &C::MaterialSize},
+      {"MaterialSize", &P::SetMaterialSize},
       {"WorldSize", &C::WorldSize},
       {"HeightScale", &C::HeightScale},
       {"TexOffsetX", &C::TexOffsetX},
@@ -197,6 +199,16 @@ void ModConfigParser::Set(JoinedNames names) {
   }
 }
 
+// No grid has room for a larger one.
+void ModConfigParser::SetMaterialSize() {
+  const std::int32_t size = ParseInt(NextValue());
+  if (size >= 0 && size <= kMaxMaterialSize) {
+    config_.MaterialSize = size;
+  } else {
+    refusedSize_ = size;
+  }
+}
+
 void ModConfigParser::StartTeam() {
   team_ = Append(config_.teams, teamCount_);
   kitCount_ = 0;
@@ -252,6 +264,12 @@ void ModConfigParser::ReportIgnored(std::string_view fileName) const {
   if (!tooLong_.empty()) {
     ShowPrompt("The file " + std::string(fileName) +
                    " has values that are too long, they are left empty: " + Joined(tooLong_),
+               "Warning");
+  }
+  if (refusedSize_) {
+    ShowPrompt(FormatText("The file %s has a MaterialSize of %i. The editor has room for sizes up "
+                          "to %i, the line is ignored.",
+                          std::string(fileName).c_str(), *refusedSize_, kMaxMaterialSize),
                "Warning");
   }
 }

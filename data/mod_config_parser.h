@@ -15,7 +15,8 @@ inline constexpr std::size_t kConfigLineBuffer = 255;
 
 // Applies every line of `text` to the record and sets its counts. Shows "Error in format of cfg
 // file" for a team or sky line that lacks a text; one message each (naming `fileName` and the keys)
-// for tables that are full and for texts that are too long, which stay empty.
+// for tables that are full, for texts that are too long, which stay empty, and for a MaterialSize
+// beyond kMaxMaterialSize, which is not taken over.
 void ApplyModConfigText(std::string_view text, std::string_view fileName, ModConfig& config);
 
 }  // namespace mw

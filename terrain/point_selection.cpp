@@ -71,7 +71,7 @@ void GrowSelectionBox(int i, int j) {
 }
 
 void SelectRectangle(int x0, int y0, int x1, int y1) {
-  if (!terrain) return;
+  if (!HasUsableTerrain()) return;
   const auto first = WorldPointUnderCursor(x0, y0), second = WorldPointUnderCursor(x1, y1);
   if (!first || !second) return;
   for (int i = 1; i <= modConfig.MaterialSize; ++i) {
@@ -87,14 +87,14 @@ void SelectRectangle(int x0, int y0, int x1, int y1) {
 }
 
 void MoveSelection(float delta) {
-  if (!terrain) return;
+  if (!HasUsableTerrain()) return;
   ForSelectionBox([delta](int i, int j) { MoveVertex(i, j, delta); });
   editor.levelModified = true;
   hooks.invalidateMiniMap();
 }
 
 void ClearSelection() {
-  if (!terrain) return;
+  if (!HasUsableTerrain()) return;
   for (int i = 0; i <= modConfig.MaterialSize; ++i) {
     for (int j = 0; j <= modConfig.MaterialSize; ++j) {
       terrain->grid[i][j].selected = 0;
@@ -105,7 +105,7 @@ void ClearSelection() {
 }
 
 void ComputeSmoothingWeights() {
-  if (!terrain) return;
+  if (!HasUsableTerrain()) return;
   ForSelectionBox([](int i, int j) { terrain->grid[i][j].weight = 0; });
   ForSelectionBox([](int i, int j) {
     if (terrain->grid[i][j].selected) WeighNeighboursOf(i, j);

@@ -68,7 +68,7 @@ void AddRoadPoint(int x, int y) {
 }
 
 void AddRoadPointAt(float x, float z) {
-  if (!terrain || terrain->roadPointCount >= kMaxRoadPoints) return;
+  if (!HasUsableTerrain() || terrain->roadPointCount >= kMaxRoadPoints) return;
   const auto [i, j] = CellOf(x, z);
   if (i < 1 || j < 1 || i > modConfig.MaterialSize || j >= modConfig.MaterialSize) return;
   const TerrainVertex& corner = terrain->grid[i][j];
@@ -86,7 +86,7 @@ void FinishRoadPoints(const std::function<bool()>& confirm) {
 }
 
 void CreateRoad() {
-  if (!terrain) return;
+  if (!HasUsableTerrain()) return;
   const auto points =
       std::span(terrain->roadPoints).first(static_cast<std::size_t>(terrain->roadPointCount));
   if (points.size() >= kMinRoadPoints) {

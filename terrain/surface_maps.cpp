@@ -96,7 +96,7 @@ void GenerateSurfaceMaps(const SurfacePlugin& plugin) {
     return;
   }
   if (!plugin.InitSurfaceMap || !plugin.InitSurfaceBmp || !plugin.GenerateSurfaceMap) return;
-  if (!materialMapper) return;
+  if (!materialMapper || !HasUsableSize()) return;
   ShowWaitCursor();
   if (!plugin.InitSurfaceMap(materialMapper->grid.front().data(), modConfig.MaterialSize,
                              modConfig.TexOffsetX, modConfig.TexOffsetY)) {

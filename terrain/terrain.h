@@ -9,11 +9,11 @@
 #include <vector>
 
 #include "core/vector3.h"
+#include "data/mod_config.h"
 
 namespace mw {
 
-inline constexpr int kGridCapacity = 1033;  // records per row and rows of the grid
-inline constexpr int kMaxMaterialSize = 1024;
+inline constexpr int kGridCapacity = 1033;    // records per row and rows of the grid
 inline constexpr int kTileCells = 64;         // cells per side of a surface tile
 inline constexpr float kMaxHeight = 256.0f;   // height units
 inline constexpr float kFlatHeight = 127.0f;  // of a grid that was never loaded
@@ -86,7 +86,8 @@ extern std::size_t heightBufferFilled;  // bytes
 
 void CreateTerrain();
 void DestroyTerrain();
-// True when there is a terrain and MaterialSize is a size that its grid can hold.
+// True when there is a terrain and MaterialSize is a size that its grid can hold. Whoever walks the
+// grid asks first.
 bool HasUsableTerrain();
 // Whether MaterialSize fits the grids.
 bool HasUsableSize();
@@ -104,7 +105,7 @@ void LoadHeightsFromBuffer();
 void SetHeight(int i, int j, float h);
 // Gives the vertex its pixel in the Mini-Map picture; who edits repaints the Mini-Map when done.
 void ShowOnMiniMap(int i, int j);
-// Mean height of the up to four neighbours that carry data.
+// Mean height of the up to four neighbours that carry data; (i, j) lies in a usable grid.
 float AverageOfNeighbours(int i, int j);
 // Grid to height buffer: trunc(h x 256), limited to 0 ... 65535, low byte first. False when there
 // is no terrain of a usable size.

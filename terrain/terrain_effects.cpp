@@ -66,7 +66,7 @@ void SampleOrFlatten(int i, int j) {
 
 void ApplyTerrainEffects() {
   brushCells.clear();
-  if (!terrain) return;
+  if (!HasUsableTerrain()) return;
   if (pick.pending) ForVisibleCellsAround(pick.x, pick.z, 2, SelectPickedVertex);
   if (terrain->tool == TerrainTool::Flatten)
     ForVisibleCellsAround(pick.x, pick.z, terrain->brushSize + 2, SampleOrFlatten);

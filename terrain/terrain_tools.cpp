@@ -123,7 +123,7 @@ void PickUnderCursor(int x, int y, bool markPending) {
 }
 
 void ApplyBrush() {
-  if (!terrain) return;
+  if (!HasUsableTerrain()) return;
   const Cell centre = CellOf(pick.x, pick.z);
   if (!IsBrushInReach(centre)) return;
   terrain->flattenActive = 0;

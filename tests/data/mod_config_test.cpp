@@ -160,6 +160,16 @@ TEST_F(ModConfigTest, ATextThatDoesNotFitStaysEmptyAndIsNamed) {
   EXPECT_EQ(config.WorldSize, 1024);
 }
 
+TEST_F(ModConfigTest, ASizeThatTheGridsHaveNoRoomForIsRefused) {
+  for (const char* size : {"1025", "2147483647", "-1"}) {
+    AnswerPrompts(1);
+    Parse("MaterialSize=1024\nMaterialSize=" + std::string(size) + "\n");
+    EXPECT_THAT(OnlyPrompt().text, HasSubstr(size));
+    EXPECT_EQ(config.MaterialSize, 1024);
+    scripted::script.prompts.clear();
+  }
+}
+
 TEST_F(ModConfigTest, LongLinesArriveInPiecesOf254Bytes) {
   Parse("Unknown=" + std::string(246, '/') + "WorldSize=1024\n" +  // the piece ends before the key
         "Unknown=" + std::string(247, 'x') + "MaterialSize=512\n" +

@@ -6,6 +6,8 @@
 #include "core/hooks.h"
 #include "core/mini_map_picture.h"
 #include "terrain/point_selection.h"
+#include "terrain/roads.h"
+#include "terrain/terrain_passes.h"
 #include "terrain/terrain_picture_test.h"
 
 namespace mw {
@@ -159,6 +161,25 @@ class PointSelectionTest : public TerrainToolsTest {
   }
   static float WeightOf(int i, int j) { return terrain->grid[i][j].weight; }
 };
+
+TEST_F(PointSelectionTest, NobodyWalksAGridOfAnImpossibleSize) {
+  modConfig.MaterialSize = 1 << 20;
+  selectionBox = {1, 1 << 20, 1, 1 << 20};
+  ClearSelection();
+  ComputeSmoothingWeights();
+  MoveSelection(1);
+  for (const auto tool : {TerrainTool::Smoothing, TerrainTool::Flatten}) {
+    SelectTool(tool);
+    PutBrushAt(1032, 1032);
+    viewSquare = {0, 1032, 0, 1032};
+    ApplyBrush();
+    ApplyTerrainEffects();
+  }
+  terrain->roadPointCount = 2;
+  terrain->roadPoints = {RoadPoint{0, 0, 0}, RoadPoint{1e6f, 0, 1e6f}};
+  CreateRoad();
+  EXPECT_FALSE(editor.levelModified);
+}
 
 TEST_F(PointSelectionTest, NeighboursWeighTheirDistanceUpToTheRange) {
   Select(100, 50);
