@@ -1,6 +1,7 @@
 #include "app/start_up.h"
 
 #include <ctime>
+#include <initializer_list>
 #include <string>
 
 #include "app/commands.h"
@@ -21,14 +22,32 @@ constexpr const char* kUnknownVersion = "1.01.100";
 constexpr std::size_t kMaxVersionText = 31;
 constexpr const char* kSurfacePlugin = "mw_smg.mwp";
 constexpr const char* kMaterialPlugin = "mw_amm.mwp";
+// Their entry points.
+constexpr const char* kInitSurfaceMap = "initSurfaceMap";
+constexpr const char* kInitSurfaceBmp = "initSurfaceBmp";
+constexpr const char* kGenerateSurfaceMap = "generateSurfaceMap";
+constexpr const char* kInitMatMap = "initMatMap";
+constexpr const char* kGenerateMatMap = "generateMatMap";
 
 Module pluginSurfaceMaps, pluginMaterialMaps;
 
-bool LoadPlugin(Module& plugin, const char* fileName) {
-  if (plugin.Load(fileName)) return true;
-  ShowPrompt(FormatText("Unable to load plugin '%s'!", fileName), "ERROR", PromptButtons::Ok,
-             PromptIcon::Exclamation);
-  return false;
+void ShowPluginError(const std::string& text) {
+  ShowPrompt(text, "ERROR", PromptButtons::Ok, PromptIcon::Exclamation);
+}
+
+bool LoadPlugin(Module& plugin, const char* fileName,
+                std::initializer_list<const char*> entryPoints) {
+  if (!plugin.Load(fileName)) {
+    ShowPluginError(FormatText("Unable to load plugin '%s'!", fileName));
+    return false;
+  }
+  for (const char* const name : entryPoints) {
+    if (plugin.Function(name)) continue;
+    ShowPluginError(
+        FormatText("The plugin '%s' cannot be used: it has no function '%s'.", fileName, name));
+    return false;
+  }
+  return true;
 }
 
 template <typename Function>
@@ -53,8 +72,9 @@ void ReadInstalledVersion() {
 }
 
 bool LoadPlugins() {
-  return LoadPlugin(pluginSurfaceMaps, kSurfacePlugin) &&
-         LoadPlugin(pluginMaterialMaps, kMaterialPlugin);
+  return LoadPlugin(pluginSurfaceMaps, kSurfacePlugin,
+                    {kInitSurfaceMap, kInitSurfaceBmp, kGenerateSurfaceMap}) &&
+         LoadPlugin(pluginMaterialMaps, kMaterialPlugin, {kInitMatMap, kGenerateMatMap});
 }
 
 void UnloadPlugins() {
@@ -64,16 +84,16 @@ void UnloadPlugins() {
 
 MaterialPlugin LoadedMaterialPlugin() {
   MaterialPlugin plugin;
-  FindFunction(pluginMaterialMaps, "initMatMap", plugin.InitMatMap);
-  FindFunction(pluginMaterialMaps, "generateMatMap", plugin.GenerateMatMap);
+  FindFunction(pluginMaterialMaps, kInitMatMap, plugin.InitMatMap);
+  FindFunction(pluginMaterialMaps, kGenerateMatMap, plugin.GenerateMatMap);
   return plugin;
 }
 
 SurfacePlugin LoadedSurfacePlugin() {
   SurfacePlugin plugin;
-  FindFunction(pluginSurfaceMaps, "initSurfaceMap", plugin.InitSurfaceMap);
-  FindFunction(pluginSurfaceMaps, "initSurfaceBmp", plugin.InitSurfaceBmp);
-  FindFunction(pluginSurfaceMaps, "generateSurfaceMap", plugin.GenerateSurfaceMap);
+  FindFunction(pluginSurfaceMaps, kInitSurfaceMap, plugin.InitSurfaceMap);
+  FindFunction(pluginSurfaceMaps, kInitSurfaceBmp, plugin.InitSurfaceBmp);
+  FindFunction(pluginSurfaceMaps, kGenerateSurfaceMap, plugin.GenerateSurfaceMap);
   return plugin;
 }
 

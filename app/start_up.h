@@ -15,12 +15,12 @@ float ParseGameVersion(std::string_view text);
 void ReadInstalledVersion();
 
 // Loads the two plug-in modules, the surface maps' first. Shows a message and returns false when
-// one is missing.
+// one is missing or lacks an entry point.
 bool LoadPlugins();
 void UnloadPlugins();
-// The entry points of the surface plug-in; null where it has none.
+// The entry points of the surface plug-in; null while it is not loaded.
 SurfacePlugin LoadedSurfacePlugin();
-// The entry points of the material plug-in; null where it has none.
+// The entry points of the material plug-in; null while it is not loaded.
 MaterialPlugin LoadedMaterialPlugin();
 
 // The shared flags that start-up sets after the mod is chosen, and the seed of the random numbers.

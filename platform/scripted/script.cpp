@@ -90,6 +90,8 @@ bool Module::Load(std::string_view fileName) {
   return handle_ != nullptr;
 }
 void Module::Unload() { handle_ = nullptr; }
-void* Module::Function(const char*) const { return nullptr; }
+void* Module::Function(const char* name) const {
+  return scripted::Lists(script.missingFunctions, name) ? nullptr : handle_;
+}
 
 }  // namespace mw

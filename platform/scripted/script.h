@@ -24,7 +24,8 @@ struct Script {
   std::vector<std::string> status[3];  // every text set, per part, without the two spaces
   int waitCursorCount = 0;
   std::map<std::string, std::string> gameSettings;
-  std::vector<std::string> missingModules;  // names that fail to load
+  std::vector<std::string> missingModules;    // names that fail to load
+  std::vector<std::string> missingFunctions;  // of modules that load
   std::vector<std::string> missingGlExtensions;
   std::vector<std::string> startedProcesses, openedDocuments;
   bool documentsOpen = true;  // what OpenDocument answers

@@ -136,13 +136,21 @@ TEST_F(CommandsTest, VersionTexts) {
   EXPECT_FLOAT_EQ(editor.installedGameVersion, 1.011f) << "too long to be one";
 }
 
-TEST_F(CommandsTest, MissingPluginsAreNamedInOrder) {
+TEST_F(CommandsTest, PluginsThatAreMissingOrLackAnEntryPointAreNamed) {
   scripted::script.missingModules = {"mw_amm.mwp", "mw_smg.mwp"};
-  scripted::script.answers = {PromptAnswer::Ok};
+  scripted::script.missingFunctions = {"generateMatMap"};
+  scripted::script.answers.assign(2, PromptAnswer::Ok);
   EXPECT_FALSE(LoadPlugins());
-  ASSERT_EQ(scripted::script.prompts.size(), 1u);
+  scripted::script.missingModules.clear();
+  EXPECT_FALSE(LoadPlugins());
+  ASSERT_EQ(scripted::script.prompts.size(), 2u);
   EXPECT_EQ(scripted::script.prompts[0].text, "Unable to load plugin 'mw_smg.mwp'!");
   EXPECT_EQ(scripted::script.prompts[0].caption, "ERROR");
+  EXPECT_EQ(scripted::script.prompts[1].text,
+            "The plugin 'mw_amm.mwp' cannot be used: it has no function 'generateMatMap'.");
+  scripted::script.missingFunctions.clear();
+  EXPECT_TRUE(LoadPlugins());
+  UnloadPlugins();
 }
 
 TEST_F(CommandsTest, TheWelcomeDialogComesBackUntilALevelIsOpen) {
