@@ -38,15 +38,6 @@ std::string LevelArchiveFolder() {
          modConfig.levelsFolder.String();
 }
 
-// A name that ends with an underscore and three digits, as a patch archive's does.
-bool IsNumberedArchive(std::string_view name) {
-  constexpr std::size_t kSuffix = 4;
-  if (name.size() < kSuffix) return false;
-  name.remove_prefix(name.size() - kSuffix);
-  return name[0] == '_' &&
-         std::all_of(name.begin() + 1, name.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
 // Makes the archive the open level's, if there is one.
 Archive* AdoptLevelArchive(Archive* archive) {
   if (archive) {
@@ -173,6 +164,14 @@ std::string LevelArchivePath() { return LevelArchivePathOf(modConfig.LevelName);
 
 std::string LevelArchivePathOf(std::string_view name) {
   return LevelArchiveFolder().append(name).append(kArchiveExtension);
+}
+
+bool IsNumberedArchive(std::string_view name) {
+  constexpr std::size_t kSuffix = 4;
+  if (name.size() < kSuffix) return false;
+  name.remove_prefix(name.size() - kSuffix);
+  return name[0] == '_' &&
+         std::all_of(name.begin() + 1, name.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 std::vector<std::string> ListLevels() {

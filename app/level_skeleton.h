@@ -7,6 +7,8 @@
 
 namespace mw {
 
+inline constexpr int kNewWaterLevel = 35;  // of every new level, world units
+
 // The game rules that a level can be played by.
 struct GameRules {
   bool singlePlayer = false, conquest = false, teamDeathMatch = false, captureTheFlag = false;

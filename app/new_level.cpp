@@ -204,6 +204,10 @@ std::optional<std::string> AcceptLevelName(std::string_view typed) {
     ShowRefusal("Please enter a name for the level.");
     return std::nullopt;
   }
+  if (IsNumberedArchive(name)) {
+    ShowRefusal("Level names must not end with an underscore and three digits.");
+    return std::nullopt;
+  }
   if (IsTooLong(name)) {
     ShowRefusal("The name of the level is too long.");
     return std::nullopt;
@@ -211,6 +215,15 @@ std::optional<std::string> AcceptLevelName(std::string_view typed) {
   const bool isTaken = modConfig.LevelName == name || FileExists(LevelArchivePathOf(name));
   if (isTaken && !ConfirmOverwriting(name)) return std::nullopt;
   return name;
+}
+
+std::string HeightScaleNotice(int tenths) {
+  const double ground = static_cast<double>(kFlatHeight) * tenths * 0.1;
+  if (ground > kNewWaterLevel) return {};
+  return FormatText(
+      "At this height scale all of the level lies under its water: the ground is "
+      "about %.0f units high, the water %i.",
+      ground, kNewWaterLevel);
 }
 
 bool NewLevel(const AskNewLevel& ask) {

@@ -28,9 +28,12 @@ struct NewLevelChoices {
 };
 
 // The level's name from what was typed: every character but ASCII letters and digits becomes `_`.
-// Nothing, after a message, when no letter or digit is left, when the name is too long for the
-// level's files, or when the user does not want to overwrite the level of that name.
+// Nothing, after a message, when no letter or digit is left, when Load Level does not list such a
+// name, when the name is too long for the level's files, or when the user does not want to
+// overwrite the level of that name.
 std::optional<std::string> AcceptLevelName(std::string_view typed);
+// What the user should know about a new level of this height scale, or an empty text.
+std::string HeightScaleNotice(int tenths);
 
 // Lets the user choose; nothing when the user cancels.
 using AskNewLevel = std::function<std::optional<NewLevelChoices>()>;

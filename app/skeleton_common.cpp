@@ -1,4 +1,5 @@
 // The scripts that every new level has, whatever its game rules.
+#include "app/level_skeleton.h"
 #include "app/skeleton_scripts.h"
 #include "core/editor_state.h"
 #include "core/text.h"
@@ -107,7 +108,7 @@ GeometryTemplate.texBaseName varnhold\levels\%s\Textures\Tx
 GeometryTemplate.texOffsetX 0
 GeometryTemplate.texOffsetY 0
 GeometryTemplate.detailTexName varnhold\levels\%s\Textures\Detail
-GeometryTemplate.waterLevel 35
+GeometryTemplate.waterLevel %i
 GeometryTemplate.seaFloorLevel 0
 GeometryTemplate.lodDistance 350
 
@@ -196,7 +197,8 @@ std::string InitText() {
 std::string TerrainText() {
   const char* const level = modConfig.LevelName.c_str();
   return FormatText(kTerrain, level, level, modConfig.MaterialSize, modConfig.WorldSize,
-                    static_cast<double>(modConfig.HeightScale), level, level, modConfig.WorldSize);
+                    static_cast<double>(modConfig.HeightScale), level, level, kNewWaterLevel,
+                    modConfig.WorldSize);
 }
 
 std::string MenuText() {

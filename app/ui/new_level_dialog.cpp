@@ -37,6 +37,8 @@ NewLevelDialog::NewLevelDialog(QWidget* parent) : QDialog(parent) {
 void NewLevelDialog::ConnectControls() {
   connect(form_.heightScaleSlider, &QSlider::valueChanged, this, [this](int tenths) {
     form_.heightScaleValue->setText(QString::number(tenths * 0.1, 'f', 1));
+    form_.heightScaleNotice->setText(FromText(HeightScaleNotice(tenths)));
+    form_.heightScaleNotice->setVisible(!form_.heightScaleNotice->text().isEmpty());
   });
   connect(form_.largeButton, &QRadioButton::clicked, this, &NewLevelDialog::WarnOfLargeLevels);
   connect(form_.waterCheck, &QCheckBox::toggled, this, [this](bool water) {

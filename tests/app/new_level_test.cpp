@@ -327,6 +327,8 @@ TEST_F(LevelNameTest, OnlyLettersAndDigitsStay) {
 TEST_F(LevelNameTest, NamesWithoutLettersAndLongNamesAreRefused) {
   EXPECT_EQ(Refusal(""), "Please enter a name for the level.");
   EXPECT_EQ(Refusal("?! -"), "Please enter a name for the level.");
+  EXPECT_EQ(Refusal("Isle-123"), "Level names must not end with an underscore and three digits.");
+  EXPECT_EQ(AcceptLevelName("Isle_12"), "Isle_12");
   modConfig.GamePath = GameFolder() + std::string(100, 'x') + "\\";
   EXPECT_EQ(Refusal(std::string(127, 'n')), "The name of the level is too long.");
 }

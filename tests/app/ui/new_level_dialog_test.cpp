@@ -72,6 +72,11 @@ TEST_F(NewLevelDialogTest, HandsOverWhatTheUserChose) {
   const auto choices = Use([](const DialogUnderTest& dialog) {
     Type(dialog, "Atoll");
     Click(dialog, "smallButton");
+    const QLabel& notice = dialog.Widget<QLabel>("heightScaleNotice");
+    dialog.Widget<QSlider>("heightScaleSlider").setValue(2);
+    EXPECT_TRUE(notice.isVisible() && notice.text().contains("under its water"));
+    dialog.Widget<QSlider>("heightScaleSlider").setValue(3);
+    EXPECT_FALSE(notice.isVisible());
     dialog.Widget<QSlider>("heightScaleSlider").setValue(20);
     EXPECT_EQ(dialog.Widget<QLabel>("heightScaleValue").text(), "2.0");
     for (const char* box :
