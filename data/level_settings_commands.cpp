@@ -6,6 +6,7 @@
 #include <functional>
 #include <limits>
 
+#include "data/colour_bytes.h"
 #include "data/mod_config.h"
 #include "data/script.h"
 #include "platform/prompts.h"
@@ -121,12 +122,33 @@ auto& Field() {
   return std::invoke(kField, modConfig);
 }
 
+// A value whose line is never added: the user does not change it.
 template <auto kField, auto kParse>
-constexpr SettingsCommand Value(std::string_view name) {
+constexpr SettingsCommand FixedValue(std::string_view name) {
   return {
       name,
       [](SettingsLine line, const SettingsContext&) { Field<kField>() = kParse(line.arguments); },
       [](SettingsLine, SettingsContext&) { return std::optional(Written(Field<kField>())); }};
+}
+
+template <auto kField, auto kParse>
+constexpr SettingsCommand Value(std::string_view name) {
+  SettingsCommand command = FixedValue<kField, kParse>(name);
+  command.value = [](const ModConfig& config) { return Written(std::invoke(kField, config)); };
+  return command;
+}
+
+std::string WrittenBytes(const Floats3& colour) {
+  const ColourBytes bytes = BytesOf(colour);
+  return Joined(std::array<std::int32_t, 3>{bytes[0], bytes[1], bytes[2]}, '/');
+}
+
+// The user chooses bytes: what they have no room for does not count as a change.
+template <auto kField, auto kParse>
+constexpr SettingsCommand Colour(std::string_view name) {
+  SettingsCommand command = FixedValue<kField, kParse>(name);
+  command.value = [](const ModConfig& config) { return WrittenBytes(std::invoke(kField, config)); };
+  return command;
 }
 
 template <auto kField>
@@ -142,12 +164,13 @@ constexpr SettingsCommand Text(std::string_view name) {
       [](SettingsLine line, const SettingsContext&) { Field<kField>() = kParse(line.arguments); },
       [](SettingsLine line, SettingsContext&) {
         return WrittenText(Field<kField>(), kParse(line.arguments), FirstArgument(line));
-      }};
+      },
+      [](const ModConfig& config) { return std::invoke(kField, config).String(); }};
 }
 
-std::int32_t& SkyHeight(ModConfig& config) { return config.currentSky.heightOffset; }
-std::int32_t& SkyRotation(ModConfig& config) { return config.currentSky.rotationAngle; }
-Floats3& SunDirection(ModConfig& config) { return config.currentSky.sunDirection; }
+constexpr auto kSkyHeight = [](auto& config) -> auto& { return config.currentSky.heightOffset; };
+constexpr auto kSkyRotation = [](auto& config) -> auto& { return config.currentSky.rotationAngle; };
+constexpr auto kSunDirection = [](auto& config) -> auto& { return config.currentSky.sunDirection; };
 
 // The mesh of the sky: in other scripts the same command names other geometry.
 void ReadSkyMesh(SettingsLine line, const SettingsContext& context) {
@@ -159,20 +182,7 @@ std::optional<std::string> WriteSkyMesh(SettingsLine line, SettingsContext& cont
   return WrittenText(modConfig.currentSky.mesh, Name(line.arguments), FirstArgument(line));
 }
 
-// Teams, numbered from 1 in the scripts.
-
-bool IsSide(std::int32_t team) { return team == 1 || team == 2; }
-
-bool HasTeamEntry(std::int32_t index) {
-  return index >= 0 && index < std::min(modConfig.teamCount, kMaxTeams);
-}
-
-// The entry of the team table that was chosen for a side, or null.
-const Team* ChosenTeam(std::int32_t side) {
-  if (!IsSide(side)) return nullptr;
-  const std::int32_t index = modConfig.chosenTeam[side - 1];
-  return HasTeamEntry(index) ? &modConfig.teams[index] : nullptr;
-}
+std::string SkyMesh(const ModConfig& config) { return config.currentSky.mesh.String(); }
 
 // A text of the team table, or nothing when the entry lacks it or has only the beginning of the one
 // that the line goes on with.
@@ -203,17 +213,10 @@ void WarnOfUnknownSkin(const std::string& skin) {
 }
 
 void ReadTeamSkin(SettingsLine line, const SettingsContext&) {
-  const std::int32_t side = Integer(line.arguments);
-  const std::string name = Name(line.arguments);
-  const NameText skin = name;  // cut as the table's texts are
-  if (!IsSide(side) || skin.empty()) return;
-  std::int32_t index = 0;
-  while (HasTeamEntry(index) && !EqualNoCase(modConfig.teams[index].skin, skin)) ++index;
-  if (!HasTeamEntry(index)) {
-    WarnOfUnknownSkin(name);
-    index = side - 1;
-  }
-  if (HasTeamEntry(index)) modConfig.chosenTeam[side - 1] = index;
+  const std::optional<TeamChoice> choice = TeamChosenBy(line);
+  if (!choice) return;
+  if (!choice->known) WarnOfUnknownSkin(choice->skin);
+  if (HasTeamEntry(choice->entry)) modConfig.chosenTeam[choice->side - 1] = choice->entry;
 }
 
 std::optional<std::string> WriteTeamSkin(SettingsLine line, SettingsContext& context) {
@@ -234,6 +237,14 @@ std::optional<std::string> WriteTeamKit(SettingsLine line, SettingsContext& cont
   return Written(side) + " " + Written(kit) + " " + *name;
 }
 
+// A kit of the team before that the new one does not have.
+bool IsObsoleteKit(SettingsLine line, const SettingsContext& context) {
+  const std::int32_t side = Integer(line.arguments), kit = Integer(line.arguments);
+  const Team* const team = ChosenTeam(side);
+  if (!team || !context.teamChanged[side - 1] || kit < 0 || kit >= kMaxKits) return false;
+  return team->kits[kit].empty();
+}
+
 void ReadBeforeSpawnCamera(SettingsLine line, const SettingsContext&) {
   const std::int32_t side = Integer(line.arguments);
   if (IsSide(side)) modConfig.beforeSpawnCamera[side - 1] = ThreeFloats(line.arguments);
@@ -246,14 +257,14 @@ std::optional<std::string> WriteBeforeSpawnCamera(SettingsLine line, SettingsCon
 }
 
 constexpr SettingsCommand kCommands[] = {
-    {"GeometryTemplate.file", ReadSkyMesh, WriteSkyMesh},
-    Value<SkyHeight, Integer>("sky.changeOfsSkyHeight"),
-    Value<SkyRotation, Integer>("sky.setRotAngle"),
-    Value<SunDirection, VectorOf3>("sky.sunLightDirectionVec"),
+    {kSkyMeshCommand, ReadSkyMesh, WriteSkyMesh, SkyMesh},
+    Value<kSkyHeight, Integer>("sky.changeOfsSkyHeight"),
+    Value<kSkyRotation, Integer>("sky.setRotAngle"),
+    Value<kSunDirection, VectorOf3>("sky.sunLightDirectionVec"),
     Value<&ModConfig::VertexFogEnable, FloatAsByte>("renderer.vertexFogEnable"),
     Value<&ModConfig::fogStart, Integer>("renderer.fogstart"),
     Value<&ModConfig::fogEnd, Integer>("renderer.fogend"),
-    Value<&ModConfig::FogColor, ThreeFloats>("renderer.fogColorVec"),
+    Colour<&ModConfig::FogColor, ThreeFloats>("renderer.fogColorVec"),
     Value<&ModConfig::WaterSpecularEnable, Switch>("water.specularEnable"),
     Text<&ModConfig::WaterTexLayer1, Path>("water.texLayer1"),
     Text<&ModConfig::WaterTexLayer2, Path>("water.texLayer2"),
@@ -270,26 +281,26 @@ constexpr SettingsCommand kCommands[] = {
     Value<&ModConfig::WaterTileLayer2, Float>("water.tileLayer2"),
     Value<&ModConfig::WaterTileNormalMap, Float>("water.tileNormalmap"),
     Value<&ModConfig::WaterLightDirection, VectorOf3>("water.lightDirection"),
-    Value<&ModConfig::WaterColor, VectorOf3>("water.color"),
-    Value<&ModConfig::WaterDeepColor, VectorOf3>("water.deepColor"),
+    Colour<&ModConfig::WaterColor, VectorOf3>("water.color"),
+    Colour<&ModConfig::WaterDeepColor, VectorOf3>("water.deepColor"),
     Value<&ModConfig::WaterAlphaDepth, Float>("water.waterAlphaDepth"),
     Value<&ModConfig::WaterShallowAlpha, Float>("water.waterShallowAlpha"),
-    Value<&ModConfig::GlobalAmbientColor, ThreeFloats>("renderer.globalAmbientColor"),
-    Value<&ModConfig::AmbientColor, ThreeFloats>("renderer.ambientColor"),
-    Value<&ModConfig::DiffuseColor, ThreeFloats>("renderer.diffuseColor"),
-    Value<&ModConfig::SpecularColor, ThreeFloats>("renderer.specularColor"),
+    Colour<&ModConfig::GlobalAmbientColor, ThreeFloats>("renderer.globalAmbientColor"),
+    Colour<&ModConfig::AmbientColor, ThreeFloats>("renderer.ambientColor"),
+    Colour<&ModConfig::DiffuseColor, ThreeFloats>("renderer.diffuseColor"),
+    Colour<&ModConfig::SpecularColor, ThreeFloats>("renderer.specularColor"),
     Value<&ModConfig::ShadowColor, Float>("shadow.shadowColor"),
     Value<&ModConfig::terrainShadowAmbient, ThreeBytes>("Terrain.ShadowAmbient"),
     Value<&ModConfig::terrainShadowSamplingCull, Integer>("Terrain.ShadowSamplingCullY"),
     Text<&ModConfig::AlternativePath, TwoNames>("textureManager.alternativePath"),
     {"ObjectTemplate.team", nullptr, WriteTeam},
     {"ObjectTemplate.addTemplate", nullptr, WriteTeamTemplate},
-    {"game.setTeamSkin", ReadTeamSkin, WriteTeamSkin},
-    {"game.setKit", nullptr, WriteTeamKit},
+    {kTeamSkinCommand, ReadTeamSkin, WriteTeamSkin},
+    {kTeamKitCommand, nullptr, WriteTeamKit, nullptr, IsObsoleteKit},
     {"game.setBeforeSpawnCameraPosition", ReadBeforeSpawnCamera, WriteBeforeSpawnCamera},
     Value<&ModConfig::combatArea, FourIntegers>("game.setActiveCombatArea"),
-    Value<&ModConfig::MaterialSize, Integer>("GeometryTemplate.materialSize"),
-    Value<&ModConfig::WorldSize, Integer>("GeometryTemplate.worldSize"),
+    FixedValue<&ModConfig::MaterialSize, Integer>("GeometryTemplate.materialSize"),
+    FixedValue<&ModConfig::WorldSize, Integer>("GeometryTemplate.worldSize"),
     WriteOnlyValue<&ModConfig::WorldSize>("Console.worldSize"),
     Value<&ModConfig::HeightScale, Float>("GeometryTemplate.yScale"),
     Value<&ModConfig::TexOffsetX, Integer>("GeometryTemplate.texOffsetX"),
@@ -308,11 +319,39 @@ std::optional<SettingsLine> SettingsLine::Of(std::string_view line) {
   return SettingsLine{*command, firstPiece, line.substr(std::min(commandEnd + 1, line.size()))};
 }
 
+std::span<const SettingsCommand> SettingsCommands() { return kCommands; }
+
 const SettingsCommand* FindSettingsCommand(std::string_view name) {
   const auto* const found = std::ranges::find_if(kCommands, [name](const SettingsCommand& command) {
     return EqualNoCase(command.name, name);
   });
   return found == std::end(kCommands) ? nullptr : found;
+}
+
+bool IsSide(std::int32_t team) { return team == 1 || team == 2; }
+
+bool HasTeamEntry(std::int32_t entry) {
+  return entry >= 0 && entry < std::min(modConfig.teamCount, kMaxTeams);
+}
+
+const Team* ChosenTeam(std::int32_t side) {
+  if (!IsSide(side)) return nullptr;
+  const std::int32_t entry = modConfig.chosenTeam[side - 1];
+  return HasTeamEntry(entry) ? &modConfig.teams[entry] : nullptr;
+}
+
+std::optional<TeamChoice> TeamChosenBy(SettingsLine line) {
+  TeamChoice choice;
+  choice.side = Integer(line.arguments);
+  choice.skin = Name(line.arguments);
+  const NameText skin = choice.skin;  // cut as the table's texts are
+  if (!IsSide(choice.side) || skin.empty()) return std::nullopt;
+  while (HasTeamEntry(choice.entry) && !EqualNoCase(modConfig.teams[choice.entry].skin, skin)) {
+    ++choice.entry;
+  }
+  choice.known = HasTeamEntry(choice.entry);
+  if (!choice.known) choice.entry = choice.side - 1;
+  return choice;
 }
 
 }  // namespace mw

@@ -21,12 +21,54 @@ StoredLine FirstLine(std::string_view bytes) {
   return line;
 }
 
-// A line with its "\n", into a file that is written as it is.
-void PutLine(std::string_view line, GameFile& file) {
-  if (line.ends_with('\n')) line.remove_suffix(1);
-  GameFilePuts(line, file);
-  GameFilePuts("\r\n", file);
+template <typename OnLine>
+void ForEachStoredLine(const GameFile& file, OnLine onLine) {
+  std::string_view rest(reinterpret_cast<const char*>(file.data.data()), file.data.size());
+  while (!rest.empty()) {
+    const StoredLine line = FirstLine(rest);
+    rest.remove_prefix(line.bytes.size());
+    onLine(line);
+  }
 }
+
+// A script on its way into a file that is written as it is.
+class ScriptRewriter {
+ public:
+  ScriptRewriter(std::span<const AddedLine> added, GameFile& file) : added_(added), file_(file) {}
+
+  // The next line of the script and what becomes of it.
+  void Put(const StoredLine& line, const std::optional<std::string>& rebuilt) {
+    PutAddedLines();
+    ++count_;
+    if (!rebuilt) return PutBytes(line.bytes);
+    if (!rebuilt->empty()) PutLine(*rebuilt);
+  }
+
+  void PutAddedLines() {
+    for (; !added_.empty() && added_.front().place <= count_; added_ = added_.subspan(1)) {
+      PutLine(added_.front().text);
+    }
+  }
+
+ private:
+  void PutBytes(std::string_view bytes) {
+    GameFilePuts(bytes, file_);
+    endsWithLine_ = bytes.ends_with('\n');
+  }
+
+  // With or without its "\n".
+  void PutLine(std::string_view line) {
+    if (!endsWithLine_) PutBytes("\r\n");
+    if (line.ends_with('\n')) line.remove_suffix(1);
+    PutBytes(line);
+    PutBytes("\r\n");
+  }
+
+  std::span<const AddedLine> added_;
+  GameFile& file_;
+  std::size_t count_ = 0;  // lines of the script so far
+  bool endsWithLine_ = true;
+};
 
 }  // namespace
 
@@ -88,9 +130,17 @@ bool ReadScript(std::string_view path, std::size_t bufferSize,
   return true;
 }
 
-bool RewriteScript(
-    std::string_view path,
-    const std::function<std::optional<std::string>(std::string_view line)>& rebuild) {
+bool ReadStoredLines(std::string_view path,
+                     const std::function<void(std::string_view line)>& onLine) {
+  const std::unique_ptr<GameFile> file = GameFileOpen(path, "rb");
+  if (!file || !IsWhole(*file)) return false;
+  ForEachStoredLine(*file, [&](const StoredLine& line) { onLine(line.text); });
+  return true;
+}
+
+bool RewriteScript(std::string_view path,
+                   const std::function<std::optional<std::string>(std::string_view line)>& rebuild,
+                   std::span<const AddedLine> added) {
   // Both in binary: a text file would give the lines to keep other line ends than they have.
   const std::unique_ptr<GameFile> before = GameFileOpen(path, "rb");
   if (!before) return false;
@@ -100,16 +150,10 @@ bool RewriteScript(
   }
   std::unique_ptr<GameFile> after = GameFileOpen(path, "wb");
   if (!after) return false;
-  std::string_view rest(reinterpret_cast<const char*>(before->data.data()), before->data.size());
-  while (!rest.empty()) {
-    const StoredLine line = FirstLine(rest);
-    rest.remove_prefix(line.bytes.size());
-    if (const std::optional<std::string> rebuilt = rebuild(line.text)) {
-      PutLine(*rebuilt, *after);
-    } else {
-      GameFilePuts(line.bytes, *after);
-    }
-  }
+  ScriptRewriter rewriter(added, *after);
+  ForEachStoredLine(*before,
+                    [&](const StoredLine& line) { rewriter.Put(line, rebuild(line.text)); });
+  rewriter.PutAddedLines();
   GameFileClose(std::move(after));
   return true;
 }

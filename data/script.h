@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,12 +50,25 @@ void ForEachLine(GameFile& file, std::size_t bufferSize,
 bool ReadScript(std::string_view path, std::size_t bufferSize,
                 const std::function<void(std::string_view line)>& onLine);
 
+// Calls `onLine` for every line of the script as it is stored, whatever its length, without its
+// line end. False, with no line given, when no archive holds the script or when it is damaged.
+bool ReadStoredLines(std::string_view path,
+                     const std::function<void(std::string_view line)>& onLine);
+
+// A line that a rewrite adds to a script.
+struct AddedLine {
+  std::size_t place;  // so many of the script's lines stand before it
+  std::string text;   // without line end
+};
+
 // Writes the script again in place, line by line: `rebuild` gives the new text of a line that the
-// editor owns (with its "\n"), or nothing for a line to keep, which then stays byte for byte. Lines
-// are neither added nor removed, and lines of any length survive. False, with nothing written, when
-// no archive holds the file, and, remembered as GameFileError, when none is open for writing or the
-// file is damaged (what cannot be read would be lost).
+// editor owns (with its "\n"), an empty text for a line that goes, or nothing for a line to keep,
+// which then stays byte for byte. Lines of any length survive. `added` is in the order of the
+// places. False, with nothing written, when no archive holds the file, and, remembered as
+// GameFileError, when none is open for writing or the file is damaged (what cannot be read would be
+// lost).
 bool RewriteScript(std::string_view path,
-                   const std::function<std::optional<std::string>(std::string_view line)>& rebuild);
+                   const std::function<std::optional<std::string>(std::string_view line)>& rebuild,
+                   std::span<const AddedLine> added = {});
 
 }  // namespace mw

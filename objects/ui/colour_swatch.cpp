@@ -17,11 +17,11 @@ ColourSwatch::ColourSwatch(QWidget* parent) : QPushButton(parent) {
   Show(Qt::black);
 }
 
-ByteColour ColourSwatch::Colour() const {
+ColourBytes ColourSwatch::Colour() const {
   return {Byte(colour_.red()), Byte(colour_.green()), Byte(colour_.blue())};
 }
 
-void ColourSwatch::SetColour(const ByteColour& colour) { Show({colour[0], colour[1], colour[2]}); }
+void ColourSwatch::SetColour(const ColourBytes& colour) { Show({colour[0], colour[1], colour[2]}); }
 
 void ColourSwatch::Show(const QColor& colour) {
   colour_ = colour;

@@ -4,7 +4,7 @@
 #include <QColor>
 #include <QPushButton>
 
-#include "objects/environment_settings.h"
+#include "data/colour_bytes.h"
 
 namespace mw {
 
@@ -14,8 +14,8 @@ class ColourSwatch : public QPushButton {
  public:
   explicit ColourSwatch(QWidget* parent = nullptr);
 
-  ByteColour Colour() const;
-  void SetColour(const ByteColour& colour);
+  ColourBytes Colour() const;
+  void SetColour(const ColourBytes& colour);
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }

@@ -1,26 +1,34 @@
 // How the environment dialogs show settings in their controls and read them back. What cannot be
-// read as a number is 0.
+// read as a number is 0; a box that nobody edited gives exactly the number that it was to show.
 #pragma once
 
 #include <QLineEdit>
-#include <QString>
+#include <vector>
 
-#include "core/text.h"
+#include "objects/environment_settings.h"
 #include "objects/ui/colour_swatch.h"
 
 namespace mw {
 
-inline void ShowFloat(QLineEdit& box, float value) {
-  box.setText(QString::fromStdString(FormatText("%.3f", double{value})));
-}
-inline float FloatIn(const QLineEdit& box) { return ParseFloat(box.text().toStdString()); }
+void ShowFloat(QLineEdit& box, double value);
+double NumberIn(const QLineEdit& box);
+inline float FloatIn(const QLineEdit& box) { return static_cast<float>(NumberIn(box)); }
 
-inline void ShowInteger(QLineEdit& box, std::int32_t value) { box.setText(QString::number(value)); }
-inline std::int32_t IntegerIn(const QLineEdit& box) { return ParseInt(box.text().toStdString()); }
+void ShowInteger(QLineEdit& box, std::int32_t value);
+std::int32_t IntegerIn(const QLineEdit& box);
 
 inline void ShowColour(ColourSwatch& swatch, const Floats3& colour) {
   swatch.SetColour(BytesOf(colour));
 }
 inline Floats3 ColourIn(const ColourSwatch& swatch) { return FloatsOf(swatch.Colour()); }
+
+// A control, and the command of the level's scripts that keeps its setting.
+struct SettingControl {
+  QWidget* control;
+  const char* command;
+};
+// Disables the controls whose settings the open level's scripts have no place for; their tool tips
+// say why.
+void DisableWhatIsNotKept(const std::vector<SettingControl>& controls);
 
 }  // namespace mw

@@ -10,8 +10,12 @@ namespace {
 void ShowSettings(const Ui::FogSettings& ui) {
   ui.enabledCheck->setChecked(modConfig.VertexFogEnable != 0);
   ShowColour(*ui.colourSwatch, modConfig.FogColor);
-  ShowFloat(*ui.beginEdit, static_cast<float>(modConfig.fogStart));
-  ShowFloat(*ui.endEdit, static_cast<float>(modConfig.fogEnd));
+  ShowFloat(*ui.beginEdit, modConfig.fogStart);
+  ShowFloat(*ui.endEdit, modConfig.fogEnd);
+  DisableWhatIsNotKept({{ui.enabledCheck, "renderer.vertexFogEnable"},
+                        {ui.colourSwatch, "renderer.fogColorVec"},
+                        {ui.beginEdit, "renderer.fogstart"},
+                        {ui.endEdit, "renderer.fogend"}});
 }
 
 void StoreSettings(const Ui::FogSettings& ui) {
@@ -20,8 +24,8 @@ void StoreSettings(const Ui::FogSettings& ui) {
     ChangeSetting<std::uint8_t>(modConfig.VertexFogEnable, ui.enabledCheck->isChecked());
   }
   ChangeSetting(modConfig.FogColor, ColourIn(*ui.colourSwatch));
-  ChangeSetting(modConfig.fogStart, Truncated(FloatIn(*ui.beginEdit)));
-  ChangeSetting(modConfig.fogEnd, Truncated(FloatIn(*ui.endEdit)));
+  ChangeSetting(modConfig.fogStart, Truncated(NumberIn(*ui.beginEdit)));
+  ChangeSetting(modConfig.fogEnd, Truncated(NumberIn(*ui.endEdit)));
 }
 
 }  // namespace

@@ -17,16 +17,36 @@ void ShowSky(const Ui::LightSettings& ui, const SkySettings& sky) {
   ShowFloat(*ui.directionZEdit, sky.sunDirection[2]);
 }
 
+// A sky that the mod does not list has an entry of its own behind the others.
+void ShowSkies(QComboBox& list) {
+  for (int entry = 0; entry < AvailableSkies(); ++entry) {
+    list.addItem(QString::fromUtf8(SkyAt(entry).name.c_str()));
+  }
+  const std::optional<int> current = CurrentSkyEntry();
+  if (!current) {
+    const QString mesh = QString::fromUtf8(modConfig.currentSky.mesh.c_str());
+    list.addItem(mesh.isEmpty() ? "(none)" : "(not in the list: " + mesh + ")");
+  }
+  list.setCurrentIndex(current.value_or(AvailableSkies()));
+}
+
 void ShowSettings(const Ui::LightSettings& ui) {
   ShowColour(*ui.globalAmbientSwatch, modConfig.GlobalAmbientColor);
   ShowColour(*ui.ambientSwatch, modConfig.AmbientColor);
   ShowColour(*ui.diffuseSwatch, modConfig.DiffuseColor);
   ShowColour(*ui.specularSwatch, modConfig.SpecularColor);
   ShowSky(ui, modConfig.currentSky);
-  for (int entry = 0; entry < AvailableSkies(); ++entry) {
-    ui.skyCombo->addItem(QString::fromUtf8(SkyAt(entry).name.c_str()));
-  }
-  ui.skyCombo->setCurrentIndex(AvailableSkies() > 0 ? CurrentSkyEntry() : -1);
+  ShowSkies(*ui.skyCombo);
+  DisableWhatIsNotKept({{ui.globalAmbientSwatch, "renderer.globalAmbientColor"},
+                        {ui.ambientSwatch, "renderer.ambientColor"},
+                        {ui.diffuseSwatch, "renderer.diffuseColor"},
+                        {ui.specularSwatch, "renderer.specularColor"},
+                        {ui.heightEdit, "sky.changeOfsSkyHeight"},
+                        {ui.rotationEdit, "sky.setRotAngle"},
+                        {ui.directionXEdit, "sky.sunLightDirectionVec"},
+                        {ui.directionYEdit, "sky.sunLightDirectionVec"},
+                        {ui.directionZEdit, "sky.sunLightDirectionVec"},
+                        {ui.skyCombo, "GeometryTemplate.file"}});
 }
 
 void StoreSettings(const Ui::LightSettings& ui) {
@@ -39,7 +59,7 @@ void StoreSettings(const Ui::LightSettings& ui) {
   ChangeSetting(sky.rotationAngle, IntegerIn(*ui.rotationEdit));
   ChangeSetting(sky.sunDirection, Floats3{FloatIn(*ui.directionXEdit), FloatIn(*ui.directionYEdit),
                                           FloatIn(*ui.directionZEdit)});
-  if (const int entry = ui.skyCombo->currentIndex(); entry >= 0) {
+  if (const int entry = ui.skyCombo->currentIndex(); entry < AvailableSkies()) {
     ChangeSetting(sky.mesh, SkyAt(entry).settings.mesh.View());
   }
 }
@@ -51,8 +71,9 @@ bool LightSettingsDialog(QWidget* owner) {
   Ui::LightSettings ui;
   ui.setupUi(&dialog);
   ShowSettings(ui);
-  QObject::connect(ui.skyCombo, &QComboBox::currentIndexChanged, &dialog,
-                   [&ui](int entry) { ShowSky(ui, SkyAt(entry).settings); });
+  QObject::connect(ui.skyCombo, &QComboBox::currentIndexChanged, &dialog, [&ui](int entry) {
+    ShowSky(ui, entry < AvailableSkies() ? SkyAt(entry).settings : modConfig.currentSky);
+  });
   if (dialog.exec() != QDialog::Accepted) return false;
   StoreSettings(ui);
   return true;

@@ -11,6 +11,9 @@ void ShowSettings(const Ui::ShadowSettings& ui) {
   ui.ambientSwatch->SetColour(modConfig.terrainShadowAmbient);
   ShowInteger(*ui.cullEdit, modConfig.terrainShadowSamplingCull);
   ShowFloat(*ui.intensityEdit, modConfig.ShadowColor);
+  DisableWhatIsNotKept({{ui.ambientSwatch, "Terrain.ShadowAmbient"},
+                        {ui.cullEdit, "Terrain.ShadowSamplingCullY"},
+                        {ui.intensityEdit, "shadow.shadowColor"}});
 }
 
 void StoreSettings(const Ui::ShadowSettings& ui) {

@@ -28,6 +28,8 @@ bool TeamSelectionDialog(QWidget* owner) {
   ui.setupUi(&dialog);
   ShowTeams(*ui.teamOneCombo, modConfig.chosenTeam[0]);
   ShowTeams(*ui.teamTwoCombo, modConfig.chosenTeam[1]);
+  DisableWhatIsNotKept(
+      {{ui.teamOneCombo, "game.setTeamSkin 1"}, {ui.teamTwoCombo, "game.setTeamSkin 2"}});
   if (dialog.exec() != QDialog::Accepted) return false;
   StoreTeam(*ui.teamOneCombo, modConfig.chosenTeam[0]);
   StoreTeam(*ui.teamTwoCombo, modConfig.chosenTeam[1]);

@@ -6,6 +6,7 @@
 #include <stdlib.h>
 
 #include "data/level_archive_test.h"
+#include "data/level_settings_lines.h"
 
 namespace mw {
 namespace {
@@ -20,6 +21,7 @@ class LevelSettingsTest : public LevelArchiveTest {
     AddTeam("Desert", "DesertSoldier", "DesertSkin");
     modConfig.chosenTeam = {0, 1};
     modConfig.configurationName = "mymod";
+    settingsDefaults = {};
   }
 
   static void AddTeam(const char* name, const char* soldier, const char* skin) {
@@ -208,13 +210,71 @@ TEST_F(LevelSettingsTest, TwoNamesThatFitOnlyInPartKeepTheirLine) {
 }
 
 TEST_F(LevelSettingsTest, TheChosenTeamGivesSkinTemplateAndKits) {
-  Put("init.con", "game.setTeamSkin 2 desertskin\r\n");
-  ReadLevelSettings();
+  modConfig.chosenTeam[1] = 2;
   EXPECT_EQ(Save("ObjectTemplate.team 2\r\nObjectTemplate.addTemplate old\r\n"
                  "game.setTeamSkin 2 old\r\ngame.setKit 2 0 old\r\ngame.setKit 1 2 old\r\n"),
             "ObjectTemplate.team 2\r\nObjectTemplate.addTemplate DesertSoldier\r\n"
             "game.setTeamSkin 2 DesertSkin\r\ngame.setKit 2 0 DesertKit0\r\n"
             "game.setKit 1 2 AxisKit2\r\n");
+}
+
+TEST_F(LevelSettingsTest, AnotherTeamHasItsOwnKitsAndNoOthers) {
+  modConfig.teams[0].kits[3] = "AxisKit3";
+  const std::string axis =
+      "game.setKit 1 0 AxisKit0\r\ngame.setKit 1 3 AxisKit3\r\ngame.setTeamSkin 1 AxisSkin\r\n";
+  Put("init.con", axis + "game.setKit 1 9 x\r\n");
+  ReadLevelSettings();
+  modConfig.chosenTeam[0] = 2;
+  WriteLevelSettings();
+  EXPECT_EQ(Get("init.con"),
+            "game.setKit 1 0 DesertKit0\r\ngame.setTeamSkin 1 DesertSkin\r\ngame.setKit 1 9 x\r\n"
+            "game.setKit 1 1 DesertKit1\r\ngame.setKit 1 2 DesertKit2\r\n");
+  modConfig.chosenTeam[0] = 0;
+  WriteLevelSettings();
+  EXPECT_NE(Get("init.con").find("game.setKit 1 3 AxisKit3\r\n"), std::string::npos)
+      << "the first team's kits come back with it";
+}
+
+TEST_F(LevelSettingsTest, WhatTheUserChangedGetsALineWhereItBelongs) {
+  modConfig.WaterColor = {1, 0.5f, 0};
+  modConfig.WaterLevel = 20;
+  Put("init.con", "renderer.fogend 400");
+  Put("init/terrain.con",
+      "geometryTemplate.create PatchTerrain patch\r\nGeometryTemplate.lodDistance 350\r\n\r\n"
+      "ObjectTemplate.create SimpleObject terrainObject\r\nbeginrem\r\n"
+      "GeometryTemplate.old 1\r\nendrem\r\n");
+  Put("init/skyandsun.con",
+      "GeometryTemplate.create StandardMesh SkyBox\n\nGeometryTemplate.create StandardMesh Moon\n"
+      "GeometryTemplate.scale 1\n");
+  ReadLevelSettings();
+  const std::string terrain = Get("init/terrain.con"), sky = Get("init/skyandsun.con");
+  modConfig.WaterColor[1] = 127 / 255.0f;  // what a dialog makes of 0.5
+  WriteLevelSettings();
+  EXPECT_EQ(Get("init.con"), "renderer.fogend 400\r\n") << "nothing was changed";
+
+  Put("init.con", "rem no line end");
+  modConfig.WaterLevel = 0.0004f;
+  modConfig.fogEnd = 300;
+  modConfig.WaterColor[1] = 1;
+  modConfig.terrainShadowAmbient[0] = 9;
+  modConfig.currentSky.mesh = "night";
+  modConfig.currentSky.rotationAngle = 90;
+  modConfig.MaterialSize = 512;  // not the user's to change
+  WriteLevelSettings();
+  EXPECT_EQ(Get("init.con"),
+            "rem no line end\r\nrenderer.fogend 300\r\n"
+            "water.color 1.000000/1.000000/0.000000\r\n");
+  EXPECT_EQ(Get("init/terrain.con"),
+            "geometryTemplate.create PatchTerrain patch\r\nGeometryTemplate.lodDistance 350\r\n"
+            "GeometryTemplate.waterLevel 0.000400\r\n" +
+                terrain.substr(terrain.find("\r\n\r\nObject") + 2) +
+                "Terrain.ShadowAmbient 9/0/0\r\n");
+  EXPECT_EQ(Get("init/skyandsun.con"),
+            "GeometryTemplate.create StandardMesh SkyBox\nGeometryTemplate.file night\r\n" +
+                sky.substr(sky.find("\n\n") + 1) + "sky.setRotAngle 90\r\n");
+  const std::string before = Get("init.con");
+  WriteLevelSettings();
+  EXPECT_EQ(Get("init.con"), before) << "a line is added once";
 }
 
 TEST_F(LevelSettingsTest, LinesOfOtherTeamsAndKitsAreKept) {

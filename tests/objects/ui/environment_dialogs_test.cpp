@@ -8,8 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "core/editor_state.h"
-#include "data/mod_config.h"
+#include "data/level_archive_test.h"
 #include "objects/ui/colour_swatch.h"
 #include "objects/ui/run_dialog.h"
 #include "support/sandbox.h"
@@ -33,10 +32,11 @@ QColor Painted(const OpenDialog& dialog, const char* name) {
   return picture.pixelColor(picture.rect().center());
 }
 
-class EnvironmentDialogsTest : public SandboxTest {
+class EnvironmentDialogsTest : public LevelArchiveTest {
  protected:
   EnvironmentDialogsTest() {
-    modConfig = {};
+    for (const char* script : {"init.con", "init/terrain.con"}) Put(script, "");
+    Put("init/skyandsun.con", "GeometryTemplate.create StandardMesh SkyBox\r\n");
     editor.levelLoaded = true;
   }
   ~EnvironmentDialogsTest() override { modConfig = {}; }
@@ -69,12 +69,12 @@ TEST_F(EnvironmentDialogsTest, ColoursAreShownAndStoredAsBytes) {
 
 TEST_F(EnvironmentDialogsTest, AStoredColourStaysTheSameWhenItIsStoredAgain) {
   for (int byte = 0; byte < 256; ++byte) {
-    const ByteColour colour{static_cast<std::uint8_t>(byte), 0, 255};
+    const ColourBytes colour{static_cast<std::uint8_t>(byte), 0, 255};
     EXPECT_EQ(BytesOf(FloatsOf(colour)), colour);
     const float saved = std::stof(std::to_string(FloatsOf(colour)[0]));
     EXPECT_EQ(BytesOf({saved, 0, 1}), colour) << "after it was written into a script";
   }
-  EXPECT_EQ(BytesOf({-1, 7, 0.68f}), (ByteColour{0, 255, 173})) << "out of range";
+  EXPECT_EQ(BytesOf({-1, 7, 0.68f}), (ColourBytes{0, 255, 173})) << "out of range";
 }
 
 TEST_F(EnvironmentDialogsTest, SwatchesOpenTheColourChooser) {
@@ -230,6 +230,46 @@ TEST_F(EnvironmentDialogsTest, AModWithoutTeamsOrSkiesLosesNothing) {
   EXPECT_TRUE(RunAndPressOk(LightSettingsDialog, [](const OpenDialog&) {}));
   EXPECT_THAT(modConfig.chosenTeam, ElementsAre(0, 1));
   EXPECT_EQ(modConfig.currentSky.mesh, "Sky_Own_m1");
+
+  modConfig.skyCount = 1;
+  EXPECT_TRUE(RunAndPressOk(LightSettingsDialog, [](const OpenDialog& dialog) {
+    EXPECT_EQ(List(dialog, "skyCombo").currentText(), "(not in the list: Sky_Own_m1)");
+  }));
+  EXPECT_EQ(modConfig.currentSky.mesh, "Sky_Own_m1");
+}
+
+TEST_F(EnvironmentDialogsTest, WhatNobodyEditedKeepsEveryDigit) {
+  modConfig.ShadowColor = modConfig.WaterAlphaDepth = modConfig.WaterScrollLayer1 = 0.0004f;
+  modConfig.WaterTileLayer1 = 1e-8f;
+  modConfig.currentSky.sunDirection[2] = 0.0004f;
+  modConfig.fogEnd = 123456789;
+  for (Dialog* dialog : {LightSettingsDialog, FogSettingsDialog, ShadowSettingsDialog,
+                         WaterSettingsDialog, TeamSelectionDialog}) {
+    EXPECT_TRUE(RunAndPressOk(*dialog, [](const OpenDialog&) {}));
+  }
+  EXPECT_FALSE(editor.levelModified);
+  modConfig.skyCount = 1;
+  modConfig.skies[0].settings.sunDirection[0] = 0.0004f;
+  RunAndPressOk(LightSettingsDialog,
+                [](const OpenDialog& dialog) { List(dialog, "skyCombo").setCurrentIndex(0); });
+  EXPECT_EQ(modConfig.currentSky.sunDirection[0], 0.0004f) << "of the sky that was chosen";
+}
+
+TEST_F(EnvironmentDialogsTest, WhatTheScriptsCannotKeepIsDisabledAndSaysWhy) {
+  ASSERT_TRUE(level->RemoveMember("varnhold/levels/Island/init/terrain.con"));
+  Put("init/skyandsun.con", "sky.setRotAngle 1\r\n");
+  Run(LightSettingsDialog, [](const OpenDialog& dialog) {
+    EXPECT_FALSE(List(dialog, "skyCombo").isEnabled());
+    EXPECT_TRUE(List(dialog, "skyCombo").toolTip().contains("no StandardMesh template"));
+    EXPECT_TRUE(Box(dialog, "heightEdit").isEnabled()) << "can be added at the end";
+    dialog.Press("cancelButton");
+  });
+  Run(ShadowSettingsDialog, [](const OpenDialog& dialog) {
+    EXPECT_FALSE(Box(dialog, "cullEdit").isEnabled());
+    EXPECT_TRUE(Box(dialog, "cullEdit").toolTip().contains("no script init/terrain.con"));
+    EXPECT_TRUE(Box(dialog, "intensityEdit").isEnabled());
+    dialog.Press("cancelButton");
+  });
 }
 
 TEST_F(EnvironmentDialogsTest, OkMarksTheLevelOnlyWhenSomethingChanged) {
