@@ -107,8 +107,8 @@ class Archive {
 // The archives open at a time, oldest first.
 class ArchiveList {
  public:
-  // Null, with nothing appended, when opening fails.
-  Archive* OpenArchive(std::string_view path, bool writable);
+  // Null, with nothing appended and the reason in `error`, when opening fails.
+  Archive* OpenArchive(std::string_view path, bool writable, std::string* error = nullptr);
   // A new archive in mode 1, writable.
   Archive* CreateArchive(std::string_view path);
   // The same, created aside (Archive::CreateAside). Null, with the reason in `error`, when it

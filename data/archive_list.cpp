@@ -7,9 +7,12 @@ namespace mw {
 
 ArchiveList archives;
 
-Archive* ArchiveList::OpenArchive(std::string_view path, bool writable) {
+Archive* ArchiveList::OpenArchive(std::string_view path, bool writable, std::string* error) {
   auto archive = std::make_unique<Archive>();
-  if (!archive->Open(path, writable)) return nullptr;
+  if (!archive->Open(path, writable)) {
+    if (error) *error = archive->Error();
+    return nullptr;
+  }
   return archives_.emplace_back(std::move(archive)).get();
 }
 

@@ -7,6 +7,26 @@ namespace mw {
 namespace {
 
 ContentArchivePaths held;
+ContentProblems heldProblems;
+
+// Calls open(path, reason) for the archive of each content path. A game folder that is not there is
+// one problem, not four.
+template <typename Open>
+ContentProblems OpenEach(const ModConfig& config, const ContentArchivePaths& paths, Open open) {
+  const bool hasFolder = FolderExists(config.GamePath);
+  ContentProblems problems;
+  for (const std::string& path : paths) {
+    std::string reason;
+    if (path.empty() || open(path, reason) || !hasFolder) continue;
+    problems.push_back(NativePath(path).string() + ": " + reason);
+  }
+  if (!hasFolder) {
+    problems.push_back(config.GamePath.empty()
+                           ? "No game path is set."
+                           : NativePath(config.GamePath).string() + ": there is no such folder.");
+  }
+  return problems;
+}
 
 }  // namespace
 
@@ -30,19 +50,32 @@ ContentArchivePaths ContentArchivePathsOf(const ModConfig& config) {
 
 const ContentArchivePaths& HeldContentArchives() { return held; }
 
+const ContentProblems& HeldContentProblems() { return heldProblems; }
+
+ContentProblems CheckContent(const ModConfig& config) {
+  return OpenEach(config, ContentArchivePathsOf(config),
+                  [](const std::string& path, std::string& reason) {
+                    Archive archive;
+                    if (archive.Open(path, false)) return true;
+                    reason = archive.Error();
+                    return false;
+                  });
+}
+
 void CloseContentArchives() {
   for (std::string& path : held) {
     if (!path.empty()) archives.CloseArchive(path);
     path.clear();
   }
+  heldProblems.clear();
 }
 
 void ReopenContentArchives() {
   CloseContentArchives();
   held = ContentArchivePathsOf(modConfig);
-  for (const std::string& path : held) {
-    if (!path.empty()) archives.OpenArchive(path, false);
-  }
+  heldProblems = OpenEach(modConfig, held, [](const std::string& path, std::string& reason) {
+    return archives.OpenArchive(path, false, &reason) != nullptr;
+  });
 }
 
 }  // namespace mw

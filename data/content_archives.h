@@ -5,6 +5,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "data/mod_config.h"
 
@@ -20,8 +21,16 @@ ContentArchivePaths ContentArchivePathsOf(const ModConfig& config);
 // The ones opened last.
 const ContentArchivePaths& HeldContentArchives();
 
-// Closes the archives held and opens those of `modConfig`. One that is missing is passed over.
+// What of the content cannot be read, a line each with the path and the reason: the game folder, or
+// the archives in it that are missing or damaged. Empty when all is there.
+using ContentProblems = std::vector<std::string>;
+// Of a configuration that is not in use yet.
+ContentProblems CheckContent(const ModConfig& config);
+
+// Closes the archives held and opens those of `modConfig`. One that cannot be read is passed over.
 void ReopenContentArchives();
+// What was found then.
+const ContentProblems& HeldContentProblems();
 void CloseContentArchives();
 
 }  // namespace mw

@@ -6,7 +6,9 @@
 #include "core/hooks.h"
 #include "core/text.h"
 #include "data/content_archives.h"
+#include "data/level_settings_lines.h"
 #include "data/mod_files.h"
+#include "data/textures.h"
 #include "platform/disk.h"
 #include "platform/prompts.h"
 
@@ -42,6 +44,23 @@ void AdoptConfig(const ModConfig& config) {
   modConfig = config;
 }
 
+std::string Lines(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += line + "\n";
+  return text;
+}
+
+// The user may choose a folder all the same, say of a disk that is not there at the moment.
+bool MayUseContent(const ModConfig& config) {
+  const ContentProblems problems = CheckContent(config);
+  if (problems.empty()) return true;
+  return ShowPrompt(
+             "Content of the mod cannot be read in this game folder:\n\n" + Lines(problems) +
+                 "\nObjects and textures from there will be missing. Do you want to use this "
+                 "folder all the same?",
+             "Warning", PromptButtons::YesNo, PromptIcon::Exclamation) == PromptAnswer::Yes;
+}
+
 bool SameContent(const ModConfig& a, const ModConfig& b) {
   return a.configurationName == b.configurationName.View() &&
          a.ObjectsList == b.ObjectsList.View() &&
@@ -68,6 +87,19 @@ std::string CurrentModName() { return modConfig.configurationName.String(); }
 void LoadModContent() {
   hooks.loadObjectCatalogue();
   ReopenContentArchives();
+}
+
+void WarnOfMissingContent() {
+  ContentProblems problems = HeldContentProblems();
+  const std::string index = TextureSetIndex("TextureSets/" + editor.textureSetName.String());
+  std::string reason;
+  if (!ReadWholeFile(index, &reason)) problems.push_back(index + ": " + reason);
+  if (problems.empty()) return;
+  ShowPrompt(
+      "Not all content of the mod " + CurrentModName() + " can be read:\n\n" + Lines(problems) +
+          "\nWhat is missing cannot be shown. \"Edit Current Mod Configuration\" in the File "
+          "menu tells where the game is.",
+      "Warning", PromptButtons::Ok, PromptIcon::Exclamation);
 }
 
 bool SelectMod(int index) {
@@ -108,16 +140,18 @@ std::string ModNameFromInput(std::string_view typed) { return NameFromInput(type
 bool CreateMod(std::string_view typedName) {
   const std::string name = ModNameFromInput(typedName);
   const std::string file = ConfigFile(name);
+  const std::string where = " in the folder " + WorkingFolder() + ":\n\n";
+  std::string reason;
   if (name.empty()) {
     ShowPrompt("Please enter a name for the mod.", "Error");
   } else if (FileExists(file)) {
     ShowPrompt("A mod with this name exists already.", "Error");
   } else if (modList.names.size() >= kMaxMods) {
     ShowPrompt(FormatText("There is no room for more than %zu mods.", kMaxMods), "Error");
-  } else if (const auto bytes = ReadWholeFile(kModTemplateFile); !bytes) {
-    ShowPrompt("Can't read " + std::string(kModTemplateFile), "Error");
-  } else if (!WriteWholeFile(file, *bytes)) {
-    ShowPrompt("Can't write " + file, "Error");
+  } else if (const auto bytes = ReadWholeFile(kModTemplateFile, &reason); !bytes) {
+    ShowPrompt("Can't read " + std::string(kModTemplateFile) + where + reason, "Error");
+  } else if (!WriteWholeFile(file, *bytes, &reason)) {
+    ShowPrompt("Can't write " + file + where + reason, "Error");
   } else {
     modList.names.push_back(name);
     return true;
@@ -135,7 +169,9 @@ bool UseLastMod() {
     config.WorldSize = modConfig.WorldSize;
   }
   modList.current = static_cast<int>(modList.names.size()) - 1;
+  const ModConfig before = modConfig;
   AdoptConfig(config);
+  AdoptSettingsDefaults(before);
   return true;
 }
 
@@ -193,11 +229,14 @@ bool ApplyModSettings(std::string_view typedGamePath, std::string_view objectsLi
   ModConfig config = modConfig;
   config.GamePath = gamePath;
   if (!objectsList.empty()) config.ObjectsList = objectsList;
+  if (!MayUseContent(config)) return false;
   AdoptConfig(config);
   CreateModFolders(CurrentModName(), modConfig.GamePath);
   SaveModGamePath(CurrentModName(), modConfig);
   hooks.loadObjectCatalogue();
-  if (ContentArchivePathsOf(modConfig) != HeldContentArchives()) ReopenContentArchives();
+  if (ContentArchivePathsOf(modConfig) != HeldContentArchives() || !HeldContentProblems().empty()) {
+    ReopenContentArchives();
+  }
   return true;
 }
 

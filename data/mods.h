@@ -45,13 +45,16 @@ std::string NameFromInput(std::string_view typed, std::size_t maxLength);
 // The same for the name of a mod.
 std::string ModNameFromInput(std::string_view typed);
 // Copies the template to the new mod's configuration and appends the mod to the list. False, with
-// the reason shown, when it cannot.
+// the reason (and the folder) shown, when it cannot.
 bool CreateMod(std::string_view typedName);
 // Makes the last mod of the list current and reads its configuration; an open level keeps its name
 // and its sizes. The caller edits its settings and then calls LoadModContent.
 bool UseLastMod();
 // Has the object catalogue rebuilt and opens the content archives.
 void LoadModContent();
+// One message that lists which of the current mod's content archives, and whether the list of the
+// texture set, could not be read. Nothing when all is there.
+void WarnOfMissingContent();
 
 // Asks, then deletes the mod's configuration file (nothing else) and its entry. True when it is
 // gone.
@@ -63,8 +66,9 @@ std::vector<std::string> ObjectListChoices();
 // A typed or browsed game folder as it is kept: `\` as separator, one at the end.
 std::string GamePathFromInput(std::string_view typed);
 // Takes over the settings: creates the mod's folders, saves the game folder, has the object
-// catalogue rebuilt. An empty `objectsList` leaves it as it is. False, with the reason shown and
-// nothing changed, when the game folder cannot be kept in a configuration file.
+// catalogue rebuilt. An empty `objectsList` leaves it as it is. False, with nothing changed, when
+// the game folder cannot be kept in a configuration file (the reason was shown) or when content is
+// missing there and the user does not want to go on.
 bool ApplyModSettings(std::string_view typedGamePath, std::string_view objectsList);
 
 // The mod and the level's settings as they were before the mod dialogs.

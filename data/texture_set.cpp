@@ -112,9 +112,11 @@ bool WritePalette(std::string_view folder, const char* name, const Palette& pale
 
 }  // namespace
 
+std::string TextureSetIndex(std::string_view folder) { return PathInFolder(folder, "index.dat"); }
+
 bool LoadTextureSet(std::string_view folder) {
   ClearTextureSet();
-  const auto index = ReadWholeFile(PathInFolder(folder, "index.dat"));
+  const auto index = ReadWholeFile(TextureSetIndex(folder));
   if (!index) return false;
   std::string_view text(reinterpret_cast<const char*>(index->data()), index->size());
   while (!text.empty()) ReadLine(folder, TakeLine(text, kLineBuffer));

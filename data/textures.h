@@ -54,7 +54,9 @@ bool LoadSharedTextures();
 // A GL texture of the picture with all its mip-maps, linear filters; 0 when memory runs out. A
 // context must be current.
 unsigned MakeMipMappedTexture(const Image& image);
-// Replaces the whole set by `<folder>/index.dat`. False when that file cannot be read; the set is
+// The file that lists what a texture set holds.
+std::string TextureSetIndex(std::string_view folder);
+// Replaces the whole set by that file. False when that file cannot be read; the set is
 // then empty. Without a context the entries have their pixels and no GL texture.
 bool LoadTextureSet(std::string_view folder);
 // Write "%s\terrainPalette.pal" and "%s\Palette.pal" on disk. False when the set has no such

@@ -96,6 +96,11 @@ std::string BackslashPath(std::string_view path) {
   return turned;
 }
 
+std::string WorkingFolder() {
+  std::error_code ignored;
+  return fs::current_path(ignored).string();
+}
+
 bool FileExists(std::string_view path) {
   std::error_code error;
   return fs::is_regular_file(NativePath(path), error);

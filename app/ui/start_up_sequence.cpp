@@ -73,7 +73,7 @@ int RunInWindow(MainWindow& window, FrameLoop& frames) {
   ShowMainWindow(window);
   if (!editor.viewReady) return kExitCodeWithoutGl;
   if (!window.isVisible()) return 0;  // closed as soon as it was there
-  ListMods(&window);
+  if (!ListMods(&window)) return 0;
   InitGrid();
   if (!LoadSharedTextures()) return kExitCodeWithoutGl;
   LoadDefaults();

@@ -29,6 +29,7 @@ class ModSettings : public ModDialog<Ui::EditModForm> {
                          form_.objectListBox->currentText().toStdString())) {
       QDialog::accept();
     } else {
+      AllowCancel();
       form_.gamePathEdit->setFocus();
     }
   }

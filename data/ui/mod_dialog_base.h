@@ -1,5 +1,5 @@
 // What the mod dialogs share: a Designer form with an okButton and a cancelButton, and leaving it
-// only with OK where the user must choose.
+// only with OK where the user must choose, as long as OK works.
 #pragma once
 
 #include <QDialog>
@@ -24,6 +24,13 @@ class ModDialog : public QDialog {
   }
 
  protected:
+  // OK was refused, and no other choice may be better: from now on the user can give up.
+  void AllowCancel() {
+    cancelAllowed_ = true;
+    form_.cancelButton->setEnabled(true);
+    form_.cancelButton->show();
+  }
+
   Form form_;
 
  private:

@@ -1,14 +1,15 @@
 // The dialogs around mods: selecting one, making a new one, editing its settings. Used at start-up,
 // before a level is opened or created, and by the File menu. Where `cancelAllowed` is false the
-// dialog can only be left with OK.
+// dialog can only be left with OK, or once OK was refused.
 #pragma once
 
 class QWidget;
 
 namespace mw {
 
-// At start-up: finds the mods and has the user select one, or make the first one.
-void ListMods(QWidget* owner);
+// At start-up: finds the mods and has the user select one, or make the first one. False, after a
+// message that names the folder, when the working folder has nothing to work with.
+bool ListMods(QWidget* owner);
 // True when a mod was selected, which is then current.
 bool SelectModDialog(QWidget* owner, bool cancelAllowed);
 // True when a new mod was made, which is then current.

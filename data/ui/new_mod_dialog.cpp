@@ -13,11 +13,12 @@ class NewMod : public ModDialog<Ui::NewModForm> {
     form_.modNameEdit->selectAll();
   }
 
-  // Stays open when the mod cannot be made under this name.
+  // Stays open when the mod cannot be made under this name, or in this folder at all.
   void accept() override {
     if (CreateMod(form_.modNameEdit->text().toStdString())) {
       QDialog::accept();
     } else {
+      AllowCancel();
       form_.modNameEdit->setFocus();
       form_.modNameEdit->selectAll();
     }
@@ -35,8 +36,9 @@ bool NewModConfig(QWidget* owner, bool cancelAllowed) {
   if (answer != PromptAnswer::Yes) return false;
   if (NewMod(owner, cancelAllowed).exec() != QDialog::Accepted) return false;
   if (!UseLastMod()) return false;
-  EditModSettings(owner, cancelAllowed);
+  const bool checked = EditModSettings(owner, cancelAllowed);
   LoadModContent();
+  if (!checked) WarnOfMissingContent();
   return true;
 }
 

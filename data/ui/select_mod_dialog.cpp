@@ -1,6 +1,8 @@
 #include "data/mods.h"
 #include "data/ui/mod_dialog_base.h"
 #include "data/ui/mod_dialogs.h"
+#include "platform/disk.h"
+#include "platform/prompts.h"
 #include "ui_150_select_mod.h"
 
 namespace mw {
@@ -18,7 +20,9 @@ class ModSelection : public ModDialog<Ui::SelectModForm> {
 
   // Stays open when the configuration of the selected mod cannot be read.
   void accept() override {
-    if (!SelectMod(form_.modListBox->currentRow())) return;
+    const int before = modList.current;
+    if (!SelectMod(form_.modListBox->currentRow())) return AllowCancel();
+    if (modList.current != before) WarnOfMissingContent();
     modList.picked = form_.modListBox->currentRow();
     QDialog::accept();
   }
@@ -48,13 +52,22 @@ bool SelectModDialog(QWidget* owner, bool cancelAllowed) {
   return ModSelection(owner, cancelAllowed).exec() == QDialog::Accepted;
 }
 
-void ListMods(QWidget* owner) {
+bool ListMods(QWidget* owner) {
   FindMods();
+  if (modList.names.empty() && !FileExists(kModTemplateFile)) {
+    ShowPrompt(
+        "There is neither a mod configuration (.cfg) nor the template mpwr.cfg in the folder\n"
+        "in which Mapwright was started:\n\n" +
+            WorkingFolder() + "\n\nStart it in its working folder, which holds them.",
+        "Error", PromptButtons::Ok, PromptIcon::Stop);
+    return false;
+  }
   if (modList.names.empty()) {
     NewModConfig(owner, false);
   } else {
     SelectModDialog(owner, false);
   }
+  return true;
 }
 
 }  // namespace mw

@@ -23,6 +23,8 @@ class ModSandboxTest : public SandboxTest {
     modConfig = ModConfig{};
     modList = ModList{};
     hooks.loadObjectCatalogue = [this] { ++catalogueLoads; };
+    std::filesystem::create_directories(folder / "TextureSets" / "Default");
+    Write("TextureSets/Default/index.dat", "");
   }
 
   void Write(std::string_view path, std::string_view text) {

@@ -17,6 +17,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 
 using ModsTest = ModSandboxTest;
 
@@ -68,6 +69,35 @@ TEST_F(ModsTest, AModWhoseConfigurationIsGoneLeavesTheOneBeforeCurrent) {
   EXPECT_EQ(archives.Count(), 4u);
 }
 
+TEST_F(ModsTest, MissingContentIsListedInOneMessage) {
+  WriteMod("winter");
+  FindMods();
+  ASSERT_TRUE(SelectMod(0));
+  WarnOfMissingContent();
+  EXPECT_THAT(scripted::script.prompts, IsEmpty());
+
+  const std::string content = (folder / "Mods/winter/Archives/").string();
+  DeleteDiskFile(content + "objects.vra");
+  Write(content + "texture.vra", "damaged");
+  DeleteDiskFile("TextureSets/Default/index.dat");
+  modList.current = -1;
+  ASSERT_TRUE(SelectMod(0));
+  scripted::script.answers.assign(2, PromptAnswer::Ok);
+  WarnOfMissingContent();
+  for (const std::string& line : {content + "objects.vra: ", content + "texture.vra: ",
+                                  std::string("TextureSets/Default/index.dat: ")}) {
+    EXPECT_THAT(scripted::script.prompts.at(0).text, HasSubstr(line));
+  }
+  EXPECT_THAT(scripted::script.prompts.at(0).text, Not(HasSubstr("standardMesh")));
+
+  Write("winter.cfg", "GamePath=\\nowhere\\\nObjectsPath=Mods\\x\n");
+  modList.current = -1;
+  ASSERT_TRUE(SelectMod(0));
+  WarnOfMissingContent();
+  EXPECT_THAT(scripted::script.prompts.at(1).text,
+              HasSubstr("/nowhere/: there is no such folder."));
+}
+
 TEST(ContentArchives, LieInTheArchivesFolderBesideTheirContent) {
   EXPECT_EQ(ContentArchivePath("C:\\Games\\", "Mods\\varnhold\\objects"),
             "C:\\Games\\Mods\\varnhold\\Archives\\objects.vra");
@@ -97,7 +127,8 @@ TEST_F(ModsTest, ANameThatExistsOrNoTemplateMakesNoMod) {
   Write("Winter.cfg", "precious");
   scripted::script.answers.assign(4, PromptAnswer::Ok);
   EXPECT_FALSE(CreateMod("fresh"));
-  EXPECT_EQ(scripted::script.prompts.back().text, "Can't read mpwr.cfg");
+  EXPECT_THAT(scripted::script.prompts.back().text,
+              HasSubstr("Can't read mpwr.cfg in the folder " + folder.string()));
   Write("mpwr.cfg", "");
   EXPECT_FALSE(CreateMod("winter"));
   EXPECT_EQ(scripted::script.prompts.back().text, "A mod with this name exists already.");
@@ -156,6 +187,9 @@ TEST_F(ModsTest, SettingsBecomeFoldersAScriptAndTheSavedGamePath) {
   FindMods();
   ASSERT_TRUE(SelectMod(0));
   std::filesystem::create_directories(folder / "Other" / "Mods");
+  scripted::script.answers = {PromptAnswer::No, PromptAnswer::Yes};
+  EXPECT_FALSE(ApplyModSettings((folder / "Other").string(), "other.lst"));
+  EXPECT_EQ(modConfig.GamePath, GameFolder()) << "its archives are missing";
   ASSERT_TRUE(ApplyModSettings((folder / "Other").string(), "other.lst"));
   EXPECT_EQ(modConfig.GamePath, GameFolder() + "Other\\");
   EXPECT_EQ(modConfig.ObjectsList, "other.lst");
@@ -285,6 +319,7 @@ TEST_F(ModsTest, TheOpenLevelFollowsTheGameFolder) {
   editor.levelLoaded = true;
   editor.levelFolder = GameFolder() + "Mods\\winter\\varnhold\\levels\\Island";
   std::filesystem::create_directories(folder / "Other" / "Mods");
+  scripted::script.answers = {PromptAnswer::Yes};
   ASSERT_TRUE(ApplyModSettings(GameFolder() + "Other", ""));
   EXPECT_EQ(editor.levelFolder, GameFolder() + "Other\\Mods\\winter\\varnhold\\levels\\Island");
 }

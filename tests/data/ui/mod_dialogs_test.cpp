@@ -153,7 +153,7 @@ TEST_F(ModDialogsTest, WithoutModsTheFirstOneIsMadeFromTheTemplate) {
   Write("a.lst", "");
   Write("b.lst", "");
   std::filesystem::create_directories(folder / "Mods");
-  scripted::script.answers = {PromptAnswer::Yes};
+  scripted::script.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
   steps = {
       [](QDialog& dialog) {
         EXPECT_EQ(dialog.windowTitle(), "New Mod");
@@ -170,7 +170,9 @@ TEST_F(ModDialogsTest, WithoutModsTheFirstOneIsMadeFromTheTemplate) {
         Find<QLineEdit>(dialog, "gamePathEdit")->setText(QString::fromStdString(folder.string()));
         Click(dialog, "okButton");
       }};
-  ListMods(nullptr);
+  EXPECT_TRUE(ListMods(nullptr));
+  EXPECT_EQ(scripted::script.prompts.size(), 2u);
+  EXPECT_THAT(scripted::script.prompts.back().text, HasSubstr("texture.vra: "));
   EXPECT_EQ(scripted::script.prompts.at(0).caption, "New MOD Configuration");
   EXPECT_THAT(scripted::script.prompts.at(0).text, HasSubstr("Do you wish to proceed?"));
   EXPECT_EQ(scripted::script.prompts.at(0).buttons, PromptButtons::YesNo);
@@ -184,15 +186,33 @@ TEST_F(ModDialogsTest, WithoutModsTheFirstOneIsMadeFromTheTemplate) {
 TEST_F(ModDialogsTest, DecliningTheOnlyNewModLeavesNone) {
   Write("mpwr.cfg", "");
   scripted::script.answers = {PromptAnswer::No};
-  ListMods(nullptr);
+  EXPECT_TRUE(ListMods(nullptr));
   EXPECT_EQ(modList.current, -1);
+}
+
+TEST_F(ModDialogsTest, AFolderInWhichNoModCanBeMadeIsNamedAndCanBeLeft) {
+  scripted::script.answers = {PromptAnswer::Ok, PromptAnswer::Yes, PromptAnswer::Ok};
+  EXPECT_FALSE(ListMods(nullptr)) << "no template";
+  Write("mpwr.cfg", "");
+  std::filesystem::create_directories(folder / "varnhold.cfg");  // cannot be written over
+  steps = {[](QDialog& dialog) {
+    Click(dialog, "okButton");
+    EXPECT_TRUE(dialog.isVisible());
+    Click(dialog, "cancelButton");
+  }};
+  EXPECT_TRUE(ListMods(nullptr));
+  EXPECT_EQ(modList.current, -1);
+  ASSERT_EQ(scripted::script.prompts.size(), 3u);
+  for (const std::size_t prompt : {0u, 2u}) {
+    EXPECT_THAT(scripted::script.prompts[prompt].text, HasSubstr(folder.string()));
+  }
 }
 
 TEST_F(ModDialogsTest, ANewModIsSelectedInTheListItWasMadeFrom) {
   Write("mpwr.cfg", "");
   WriteMod("winter");
   FindMods();
-  scripted::script.answers = {PromptAnswer::Yes, PromptAnswer::Ok};
+  scripted::script.answers = {PromptAnswer::Yes, PromptAnswer::Ok, PromptAnswer::Ok};
   steps = {[](QDialog& dialog) {
              Click(dialog, "newButton");
              EXPECT_THAT(Entries(dialog), ElementsAre("winter", "desert"));
@@ -208,7 +228,8 @@ TEST_F(ModDialogsTest, ANewModIsSelectedInTheListItWasMadeFrom) {
            },
            [](QDialog& dialog) { Click(dialog, "cancelButton"); }};
   EXPECT_TRUE(SelectModDialog(nullptr, true));
-  EXPECT_EQ(scripted::script.prompts.back().text, "A mod with this name exists already.");
+  EXPECT_EQ(scripted::script.prompts.at(1).text, "A mod with this name exists already.");
+  EXPECT_THAT(scripted::script.prompts.at(2).text, HasSubstr("No game path is set."));
   EXPECT_EQ(CurrentModName(), "desert");
 }
 
