@@ -154,23 +154,21 @@ bool Archive::WriteMember(std::string_view name, std::span<const std::uint8_t> d
 
 bool Archive::RemoveMember(std::string_view name) {
   if (!Find(name)) return false;
+  return RemoveMembersIf([removed = NormalMemberName(name)](std::string_view member) {
+    return EqualNoCase(member, removed);
+  });
+}
+
+bool Archive::RemoveMembersIf(const std::function<bool(std::string_view)>& isRemoved) {
   return state_->InGroup([&] {
-    state_->contents.entries.RemoveIf([removed = NormalMemberName(name)](std::string_view member) {
-      return EqualNoCase(member, removed);
-    });
-    state_->MarkChanged();
+    if (state_->contents.entries.RemoveIf(isRemoved) > 0) state_->MarkChanged();
     return true;
   });
 }
 
 bool Archive::RemoveMembersWithPrefix(std::string_view prefix) {
-  return state_->InGroup([&] {
-    const std::size_t removed = state_->contents.entries.RemoveIf(
-        [start = NormalMemberName(prefix)](std::string_view member) {
-          return StartsWithNoCase(member, start);
-        });
-    if (removed > 0) state_->MarkChanged();
-    return true;
+  return RemoveMembersIf([start = NormalMemberName(prefix)](std::string_view member) {
+    return StartsWithNoCase(member, start);
   });
 }
 
@@ -235,6 +233,14 @@ std::string Archive::StrayJournal() const {
 
 bool Archive::SetStrayJournalAside() {
   return StrayJournal().empty() || SetJournalAside(state_->realPath, state_->error);
+}
+
+bool Archive::Compact() {
+  if (!state_->file.IsOpen() || !state_->writable) {
+    return state_->Fail("The archive is not open for writing");
+  }
+  state_->dirty = true;
+  return Close();
 }
 
 bool Archive::Close() {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -65,6 +66,8 @@ class Archive {
   // empty or too long, the archive is read-only, compression fails or the file cannot be written.
   bool WriteMember(std::string_view name, std::span<const std::uint8_t> data);
   bool RemoveMember(std::string_view name);
+  // False when the archive could not be changed.
+  bool RemoveMembersIf(const std::function<bool(std::string_view)>& isRemoved);
   // Without regard to case. False when the archive could not be changed.
   bool RemoveMembersWithPrefix(std::string_view prefix);
 
@@ -95,6 +98,8 @@ class Archive {
   // Renames it; it stays beside the archive.
   bool SetStrayJournalAside();
 
+  // Compacts the file now and closes it. False as below.
+  bool Compact();
   // Compacts the file if its directory has changed (by a new file and a rename), then closes it.
   // False when compacting failed; the archive on disk is then whole, but not compact.
   bool Close();
