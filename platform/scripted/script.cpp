@@ -48,7 +48,7 @@ void ShowWaitCursor() { ++script.waitCursorCount; }
 void ShowArrowCursor() {}
 
 void SetStatusText(int part, std::string_view text) {
-  if (part >= 0 && part < 3) script.status[part].emplace_back(text);
+  if (part >= 0 && part < 4) script.status[part].emplace_back(text);
 }
 
 bool MakeViewContextCurrent() { return script.makeContextCurrent && script.makeContextCurrent(); }
