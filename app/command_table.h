@@ -24,6 +24,7 @@ struct CommandSpec {
   std::string_view toolTip;
   std::string_view icon;  // resource name without folder and extension
   CommandGroup group = CommandGroup::None;
+  bool isSwitch = false;  // on or off by itself, with a check mark
 };
 
 // In menu order, then the commands without a menu entry.

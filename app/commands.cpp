@@ -1,6 +1,7 @@
 #include "app/commands.h"
 
 #include "app/camera_control.h"
+#include "app/camera_places.h"
 #include "app/command_table.h"
 #include "app/level.h"
 #include "app/modes.h"
@@ -37,6 +38,11 @@ void CheckGroupButton(CommandId id) {
 void SetDrawing(bool grid, bool textures) {
   editor.ShowGrid = grid;
   editor.ShowTextures = textures;
+}
+
+void SetReliefShading(bool on) {
+  editor.ReliefShading = on;
+  shell.setCommandChecked(kCommandReliefShading, on);
 }
 
 void CopySelection() {
@@ -111,6 +117,12 @@ void RunViewCommand(CommandId id) {
       break;
     case kCommandTexturedWireframe:
       SetDrawing(true, true);
+      break;
+    case kCommandShowWholeLevel:
+      ShowWholeLevel();
+      break;
+    case kCommandReliefShading:
+      SetReliefShading(!editor.ReliefShading);
       break;
     case kCommandLevelStatistics:
       operations.levelStatistics();
@@ -239,10 +251,10 @@ bool OfferToSave(const char* question) {
 bool ConfirmExit() { return OfferToSave("Would you like to save your changes before exiting?"); }
 
 void RunCommand(CommandId id) {
-  // Not every way to a command is an input: a screen reader's is not. The commands of groups change
-  // only what is shown and which tool is next.
+  // Not every way to a command is an input: a screen reader's is not. Switches and the commands of
+  // groups change only what is shown and which tool is next.
   const CommandSpec* const spec = FindCommand(id);
-  if (IsInputIgnored() && spec && spec->group == CommandGroup::None) return;
+  if (IsInputIgnored() && spec && spec->group == CommandGroup::None && !spec->isSwitch) return;
   CheckGroupButton(id);
   // A command belongs to exactly one of these; the others pass it over.
   RunFileCommand(id);

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "app/camera_control.h"
+#include "app/mini_map.h"
 #include "app/modes.h"
 #include "app/operations.h"
 #include "core/editor_state.h"
@@ -21,9 +22,8 @@
 namespace mw {
 namespace {
 
-constexpr double kFieldOfView = 45, kNear = 0.1, kFar = 350;  // degrees, world units
-constexpr std::uint32_t kFpsPeriod = 1000;                    // milliseconds
-constexpr float kShortestFrame = 0.01f;                       // seconds
+constexpr std::uint32_t kFpsPeriod = 1000;  // milliseconds
+constexpr float kShortestFrame = 0.01f;     // seconds
 
 void SetFixedState() {
   constexpr float kAmbient[] = {0.5f, 0.5f, 0.5f, 1}, kDiffuse[] = {1, 1, 1, 1};
@@ -77,7 +77,6 @@ void RenderScene() {
       RenderObjectMode();
       break;
   }
-  DrawOverlay();
 }
 
 // Leaves the depth of the ground, which its corners are picked from.
@@ -142,7 +141,7 @@ void ResizeView(int width, int height) {
   glViewport(0, 0, width, height);
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
-  gluPerspective(kFieldOfView, static_cast<double>(width) / height, kNear, kFar);
+  gluPerspective(kFieldOfView, static_cast<double>(width) / height, kNearPlane, kFarPlane);
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
 }
@@ -156,15 +155,11 @@ void RenderFrame(std::uint32_t now) {
   } else {
     RenderScene();
   }
+  DrawOverlay();
   SetStatusText(2, FormatText("FPS: %i", editor.shownFps));
 }
 
 void DrawOverlay() {
-  const bool showsSwatch = IsEditMode(EditMode::MaterialMapper);
-  if (!editor.rubberBandActive && !showsSwatch) {
-    glLoadIdentity();
-    return;
-  }
   glPushAttrib(GL_TRANSFORM_BIT | GL_VIEWPORT_BIT);
   glMatrixMode(GL_PROJECTION);
   glPushMatrix();
@@ -175,8 +170,11 @@ void DrawOverlay() {
   glMatrixMode(GL_MODELVIEW);
   glPushMatrix();
   glLoadIdentity();
-  if (editor.rubberBandActive) DrawRubberBand();
-  if (showsSwatch) DrawMaterialSwatch();
+  if (!editor.browserPreviewActive) {
+    if (editor.rubberBandActive) DrawRubberBand();
+    if (IsEditMode(EditMode::MaterialMapper)) DrawMaterialSwatch();
+  }
+  DrawMiniMap();
   glMatrixMode(GL_PROJECTION);
   glPopMatrix();
   glMatrixMode(GL_MODELVIEW);
@@ -191,6 +189,7 @@ void DestroyViewObjects() {
   ReleaseEntityMarkers();
   DeleteAllMeshLists();
   ReleaseTerrainBuffers();
+  ReleaseMiniMap();
   DestroyMaterialMapper();
   DestroyTerrain();
 }

@@ -5,6 +5,9 @@
 
 namespace mw {
 
+// Of the view's projection: degrees from bottom to top, world units.
+inline constexpr double kFieldOfView = 45, kNearPlane = 0.1, kFarPlane = 350;
+
 // With the view's context current: creates the terrain, sets the fixed GL state, clears once and
 // selects the Terrain Mapper. Sets viewReady.
 void CreateViewObjects();
@@ -12,7 +15,7 @@ void CreateViewObjects();
 void ResizeView(int width, int height);
 // Draws one frame into the current framebuffer; `now` in milliseconds. The caller swaps.
 void RenderFrame(std::uint32_t now);
-// Rubber band and material swatch, over the scene.
+// Rubber band and material swatch over the scene, and the Mini-Map.
 void DrawOverlay();
 // Frees the view's objects and textures; context current.
 void DestroyViewObjects();

@@ -29,6 +29,7 @@ constexpr auto kShortcuts = std::to_array<Shortcut>({
     {'J', false, false, kCommandWireframe, kAnyMode},
     {'K', false, false, kCommandTextured, kAnyMode},
     {'L', false, false, kCommandTexturedWireframe, kAnyMode},
+    {kKeyHome, false, false, kCommandShowWholeLevel, kAnyMode},
     {'1', false, true, kCommandShowStandardMeshes, kObjects},
     {'2', false, true, kCommandShowTreeMeshes, kObjects},
     {'3', false, true, kCommandShowObjectSpawns, kObjects},

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "app/camera_control.h"
+#include "app/camera_places.h"
 #include "app/commands.h"
 #include "app/level_parts.h"
 #include "app/operations.h"
@@ -85,6 +86,7 @@ bool LoadChosenLevel(const std::function<bool()>& load = LoadLevelParts) {
 }
 
 void PlaceCameraAtSavedPosition() {
+  RecallCameraPosition();
   const auto& saved = editor.savedCameraPosition;
   camera.position.Set(static_cast<float>(modConfig.WorldSize) - saved[0], saved[1], saved[2]);
 }
@@ -253,6 +255,7 @@ std::string TrySaveLevel() {
     ShowNotSaved();
     return failure;
   }
+  RememberCameraPosition();
   SetStatusText(1, FormatText("Saved level %s", modConfig.LevelName.c_str()));
   LoadLevelTextures(LevelTextureLoad::Reloading);
   editor.levelModified = false;

@@ -28,6 +28,7 @@ struct EditorState {
   // View commands.
   bool ShowGrid = true;
   bool ShowTextures = false;
+  bool ReliefShading = false;  // textured ground is the darker the steeper it is
 
   // View and frames.
   bool viewReady = false;

@@ -21,8 +21,10 @@ PromptAnswer ShowPrompt(std::string_view text, std::string_view caption,
 void ShowWaitCursor();
 void ShowArrowCursor();
 
-// Two spaces and the text into part 1 (progress and results) or part 2 (frame rate) of the status
-// bar, repainted at once, so that it can be read while long work goes on.
+// Two spaces and the text into part 1 (progress and results), part 2 (frame rate) or part 3 (what
+// is under the cursor or being dragged) of the status bar; nothing is done where it stands already.
+// Part 1 is repainted at once, so that it can be read while long work goes on; the others, which
+// change from frame to frame, come with the next one.
 void SetStatusText(int part, std::string_view text);
 
 }  // namespace mw

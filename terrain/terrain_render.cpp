@@ -16,7 +16,7 @@ namespace {
 constexpr float kWaterRepeats = 10.0f;       // of its texture across the world
 constexpr float kWaterScrollStep = 0.0004f;  // texture units per frame
 
-bool HasBrushSphere(TerrainTool tool) {
+bool HasRoundBrush(TerrainTool tool) {
   return tool == TerrainTool::Carving || tool == TerrainTool::Raising ||
          tool == TerrainTool::Smoothing;
 }
@@ -52,7 +52,10 @@ void RenderTerrainMode() {
   glLineWidth(kGridLineWidth);
   if (editor.drawObjectsInMappers) hooks.drawStaticObjects();
   RenderWater();
-  if (HasBrushSphere(terrain->tool)) DrawBrushSphere();
+  if (HasRoundBrush(terrain->tool)) {
+    DrawBrushSphere();
+    DrawBrushOutline();
+  }
   if (terrain->tool == TerrainTool::Road) DrawRoadPosts();
   glLineWidth(1);
   glColor4f(1, 1, 1, 1);

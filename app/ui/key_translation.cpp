@@ -42,6 +42,8 @@ int TranslateNamedKey(int key) {
       return kKeyPageUp;
     case Qt::Key_PageDown:
       return kKeyPageDown;
+    case Qt::Key_Home:
+      return kKeyHome;
     case Qt::Key_Left:
       return kKeyLeft;
     case Qt::Key_Up:

@@ -72,19 +72,25 @@ void MainWindow::BuildCentre() {
   setCentralWidget(centre);
 }
 
+QLabel* MainWindow::AddStatusLabel(const char* name, QSizePolicy::Policy width) {
+  auto* label = new QLabel(statusBar());
+  label->setObjectName(name);
+  label->setTextFormat(Qt::PlainText);
+  label->setSizePolicy(width, QSizePolicy::Preferred);
+  return label;
+}
+
 void MainWindow::BuildStatusBar() {
-  // Of the three parts the first has no width.
-  progressLabel_ = new QLabel(statusBar());
-  progressLabel_->setObjectName("statusProgress");
-  progressLabel_->setTextFormat(Qt::PlainText);
-  progressLabel_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  frameRateLabel_ = new QLabel(statusBar());
-  frameRateLabel_->setObjectName("statusFrameRate");
-  frameRateLabel_->setTextFormat(Qt::PlainText);
+  // The progress of work and what is under the cursor share what the frame rate leaves, whatever
+  // their texts.
+  progressLabel_ = AddStatusLabel("statusProgress", QSizePolicy::Ignored);
+  readingLabel_ = AddStatusLabel("statusReading", QSizePolicy::Ignored);
+  frameRateLabel_ = AddStatusLabel("statusFrameRate", QSizePolicy::Fixed);
   frameRateLabel_->setFixedWidth(kFrameRateWidth);
   statusBar()->setProperty("controlId", 4);
   statusBar()->setSizeGripEnabled(false);
   statusBar()->addWidget(progressLabel_, 1);
+  statusBar()->addWidget(readingLabel_, 1);
   statusBar()->addPermanentWidget(frameRateLabel_);
 }
 

@@ -32,6 +32,7 @@ class MainWindow : public QMainWindow {
   ModeToolbars* modeToolbars() const { return modeToolbars_; }
   QToolBar* mainToolbar() const { return mainToolbar_; }
   QLabel* progressLabel() const { return progressLabel_; }
+  QLabel* readingLabel() const { return readingLabel_; }
   QLabel* frameRateLabel() const { return frameRateLabel_; }
 
  protected:
@@ -43,6 +44,7 @@ class MainWindow : public QMainWindow {
  private:
   void BuildToolbar();
   void BuildCentre();
+  QLabel* AddStatusLabel(const char* name, QSizePolicy::Policy width);
   void BuildStatusBar();
 
   CommandActions actions_;
@@ -51,7 +53,7 @@ class MainWindow : public QMainWindow {
   ModeToolbars* modeToolbars_ = nullptr;
   ViewWidget* view_ = nullptr;
   MiniMapWindow* miniMap_ = nullptr;
-  QLabel *progressLabel_ = nullptr, *frameRateLabel_ = nullptr;
+  QLabel *progressLabel_ = nullptr, *readingLabel_ = nullptr, *frameRateLabel_ = nullptr;
 };
 
 }  // namespace mw

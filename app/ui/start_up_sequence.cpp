@@ -95,7 +95,7 @@ int RunEditor(const PlatformConnections& platform) {
   if (!CheckViewContext()) return kExitCodeWithoutGl;
 
   MainWindow window;
-  platform.useStatusLabels(window.progressLabel(), window.frameRateLabel());
+  platform.useStatusLabels(window.progressLabel(), window.frameRateLabel(), window.readingLabel());
   platform.useViewContext(window.view());
   FrameLoop frames(&window, window.view());
   platform.observeProcessWaits([&frames](bool waiting) { frames.Rest(waiting); });

@@ -36,7 +36,8 @@ TEST_F(LevelTest, OpeningRunsItsStepsInOrder) {
   EXPECT_FLOAT_EQ(terrain->grid[256][1].h, (256 * 7 % 256) / 256.0f);
   EXPECT_TRUE(editor.ShowTextures);
   EXPECT_TRUE(IsEditMode(EditMode::ObjectMapper));
-  EXPECT_EQ(camera.position, (Vector3{1024, 0, 0})) << "nothing was saved yet";
+  const float ground = terrain->grid[128][0].h * modConfig.HeightScale;
+  EXPECT_EQ(camera.position, (Vector3{512, ground + 40, 0})) << "the middle of an edge";
   EXPECT_FLOAT_EQ(camera.pitch, 0);
 }
 
@@ -102,11 +103,18 @@ TEST_F(LevelTest, NothingIsInheritedFromTheLevelBefore) {
 TEST_F(LevelTest, TheCameraComesBackToWhereItWasSaved) {
   AnswerDialogs("Island");
   ASSERT_TRUE(OpenLevel());
-  camera.position.Set(300, 80, 400);
+  camera.position.Set(300, 80.123f, 400);
   ASSERT_TRUE(SaveLevel());
-  camera.position.Set(0, 0, 0);
+  AnswerDialogs("Valley");
   ASSERT_TRUE(OpenLevel());
-  EXPECT_EQ(camera.position, (Vector3{300, 80, 400}));
+  EXPECT_EQ(camera.position.x, static_cast<float>(modConfig.WorldSize) / 2) << "not this level's";
+  editor.savedCameraPosition = {};  // another run of the program
+  AnswerDialogs("Island");
+  ASSERT_TRUE(OpenLevel());
+  EXPECT_EQ(camera.position, (Vector3{300, 80.123f, 400}));
+  for (auto& [name, value] : scripted::script.editorSettings) value = "300 nan";
+  ASSERT_TRUE(OpenLevel());
+  EXPECT_EQ(camera.position.x, 512) << "a record that cannot be read";
 }
 
 TEST_F(LevelTest, CancellingLeavesTheOpenLevelAlone) {

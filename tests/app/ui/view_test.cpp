@@ -3,6 +3,7 @@
 #include <QTest>
 
 #include "app/keys.h"
+#include "app/mini_map.h"
 #include "app/ui/frame_loop.h"
 #include "app/ui/mini_map_window.h"
 #include "app/ui/view_widget.h"
@@ -106,6 +107,8 @@ TEST_F(MiniMapWindowTest, TitleBarDragsTheWindowButNotOutOfTheView) {
   };
   dragBy({30, 40});
   EXPECT_EQ(miniMap->pos(), before + QPoint(30, 40));
+  const QPointF drawnAt(miniMapWindow.left, miniMapWindow.top);
+  EXPECT_EQ(drawnAt, QPointF(miniMap->pos()) * miniMap->devicePixelRatioF());
   dragBy({2000, -2000});
   EXPECT_EQ(miniMap->pos(), QPoint(window.view()->width() - miniMap->width(), 0));
 }

@@ -57,14 +57,16 @@ TEST(PromptTest, QuestionCanBeNeitherEscapedNorClosed) {
 }
 
 TEST(StatusTextTest, HasTwoSpacesBeforeItAndFitsTheBuffer) {
-  QLabel progress, frameRate;
-  UseStatusLabels(&progress, &frameRate);
+  QLabel progress, frameRate, reading;
+  UseStatusLabels(&progress, &frameRate, &reading);
   SetStatusText(1, "Loading Terrain...");
   SetStatusText(2, "FPS: 60");
   SetStatusText(0, "nowhere");
-  SetStatusText(3, "nowhere");
+  SetStatusText(3, "Cell 3, 4");
+  SetStatusText(4, "nowhere");
   EXPECT_EQ(progress.text(), "  Loading Terrain...");
   EXPECT_EQ(frameRate.text(), "  FPS: 60");
+  EXPECT_EQ(reading.text(), "  Cell 3, 4");
 
   // 284 bytes and a character of two: with the spaces one byte too many, and no half character.
   SetStatusText(1, std::string(284, 'x') + "ä");
@@ -75,8 +77,8 @@ TEST(StatusTextTest, HasTwoSpacesBeforeItAndFitsTheBuffer) {
 
 TEST(StatusTextTest, LabelsThatAreGoneArePassedOver) {
   {
-    QLabel progress, frameRate;
-    UseStatusLabels(&progress, &frameRate);
+    QLabel progress, frameRate, reading;
+    UseStatusLabels(&progress, &frameRate, &reading);
   }
   SetStatusText(1, "Saved level x");
 }
