@@ -6,12 +6,12 @@
 
 namespace mw {
 
-enum class PromptButtons { Ok, OkCancel, YesNo };
-enum class PromptIcon { None, Information, Exclamation, Stop };
+enum class PromptButtons { Ok, OkCancel, YesNo, YesNoCancel };
+enum class PromptIcon { None, Information, Question, Exclamation, Stop };
 enum class PromptAnswer { Ok, Cancel, Yes, No };
 
 // Shows a modal message box over the active window and waits for the answer. Closing an Ok box
-// answers Ok, closing an OkCancel box answers Cancel; a YesNo box can be neither escaped nor
+// answers Ok, closing a box with Cancel answers Cancel; a YesNo box can be neither escaped nor
 // closed.
 PromptAnswer ShowPrompt(std::string_view text, std::string_view caption,
                         PromptButtons buttons = PromptButtons::Ok,

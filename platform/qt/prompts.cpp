@@ -52,6 +52,8 @@ QMessageBox::StandardButtons StandardButtons(PromptButtons buttons) {
       return QMessageBox::Ok | QMessageBox::Cancel;
     case PromptButtons::YesNo:
       return QMessageBox::Yes | QMessageBox::No;
+    case PromptButtons::YesNoCancel:
+      return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
     case PromptButtons::Ok:
       break;
   }
@@ -62,6 +64,8 @@ QMessageBox::Icon StandardIcon(PromptIcon icon) {
   switch (icon) {
     case PromptIcon::Information:
       return QMessageBox::Information;
+    case PromptIcon::Question:
+      return QMessageBox::Question;
     case PromptIcon::Exclamation:
       return QMessageBox::Warning;
     case PromptIcon::Stop:
