@@ -68,7 +68,7 @@ bool WriteText(std::string_view text, GameFile& file) {
   const std::uint64_t stored = text.size() + (file.text ? CountLineFeeds(text) : 0);
   const std::uint64_t end = file.position + stored;
   if (end > kMaxFileSize) {
-    SetGameFileError("The file " + file.name + " is too large.");
+    SetGameFileError("The file " + NormalMemberName(file.name) + " is too large.");
     return false;
   }
   if (end > file.data.size()) file.data.resize(static_cast<std::size_t>(end));
@@ -85,7 +85,7 @@ bool WriteText(std::string_view text, GameFile& file) {
 // The most recently opened writable archive; none is a failure that is remembered.
 Archive* NewestWritable() {
   Archive* const archive = archives.LastWritable();
-  if (!archive) SetGameFileError("No archive is open for writing.");
+  if (!archive) SetGameFileError(archives.ReasonNotWritable());
   return archive;
 }
 
@@ -107,7 +107,9 @@ bool WriteBack(GameFile& file) {
   }
   if (file.archive->WriteMember(file.name, file.data)) return true;
   const std::string& reason = file.archive->Error();
-  SetGameFileError(reason.empty() ? "The file " + file.name + " could not be written." : reason);
+  SetGameFileError(reason.empty()
+                       ? "The file " + NormalMemberName(file.name) + " could not be written."
+                       : reason);
   return false;
 }
 
@@ -160,7 +162,7 @@ std::optional<std::string> NormalGamePath(std::string_view path) {
 std::unique_ptr<GameFile> GameFileOpen(std::string_view path, std::string_view mode) {
   std::optional<std::string> name = NormalGamePath(path);
   if (!name) {
-    SetGameFileError("The path is too long: " + std::string(path));
+    SetGameFileError("The path is too long: " + NormalMemberName(path));
     return nullptr;
   }
   auto file = std::make_unique<GameFile>();
@@ -201,7 +203,7 @@ std::size_t GameFileWrite(const void* buffer, std::size_t elementSize, std::size
                           GameFile& file) {
   if (elementSize == 0 || count == 0) return 0;
   if (count > kMaxFileSize / elementSize) {
-    SetGameFileError("The file " + file.name + " is too large.");
+    SetGameFileError("The file " + NormalMemberName(file.name) + " is too large.");
     return 0;
   }
   const std::string_view text(static_cast<const char*>(buffer), elementSize * count);
