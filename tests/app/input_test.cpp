@@ -61,24 +61,25 @@ TEST_F(InputTest, NothingHappensBeforeTheViewIsReadyOrWhileAnotherWindowIsActive
 }
 
 TEST_F(InputTest, TheSameKeyIsAnotherToolInEachMode) {
-  SetEditMode(EditMode::TerrainMapper);
-  Tap('C');
-  SetEditMode(EditMode::ObjectMapper);
-  Tap('C');
-  SetEditMode(EditMode::MaterialMapper);
-  Tap('C');
+  for (const EditMode mode :
+       {EditMode::TerrainMapper, EditMode::ObjectMapper, EditMode::MaterialMapper}) {
+    editor.editMode = mode;
+    Tap('C');
+  }
   EXPECT_THAT(calls, ElementsAre("terrain 2003", "object 4010"));
 }
 
-TEST_F(InputTest, CtrlCCopiesInEveryMode) {
+TEST_F(InputTest, WithCtrlALetterIsACommandInEveryModeAndNeverATool) {
+  editor.cameraMode = CameraMode::TopDown;
   for (const EditMode mode :
        {EditMode::TerrainMapper, EditMode::ObjectMapper, EditMode::MaterialMapper}) {
-    SetEditMode(mode);
+    editor.editMode = mode;
     RouteKey(kKeyCtrl, true);
-    Tap('C');
+    for (const char letter : {'C', 'Z', 'Y', 'B', 'M', 'O'}) Tap(letter);
     RouteKey(kKeyCtrl, false);
   }
   EXPECT_THAT(calls, ElementsAre("copy", "copy", "copy"));
+  EXPECT_EQ(editor.cameraMode, CameraMode::TopDown);
 }
 
 TEST_F(InputTest, DigitsSetTheBrushAndWithShiftThePower) {
@@ -206,13 +207,18 @@ TEST_F(InputTest, ADoubleClickEditsWhatIsHoveredOrPressesAgain) {
 }
 
 TEST_F(InputTest, KeysOnReleaseChangeWaterAndOverlay) {
-  modConfig.WaterLevel = 254.5f;
-  Tap(kKeyPageUp);
-  EXPECT_FLOAT_EQ(modConfig.WaterLevel, 255);
+  const struct {
+    float before, raised, lowered;
+  } levels[] = {{254.5f, 255, 253.5f}, {0.5f, 1.5f, 0}, {300, 300, 299}, {-5, -4, -5}};
+  for (const auto& [before, raised, lowered] : levels) {
+    modConfig.WaterLevel = before;
+    Tap(kKeyPageUp);
+    EXPECT_FLOAT_EQ(modConfig.WaterLevel, raised) << before;
+    modConfig.WaterLevel = before;
+    Tap(kKeyPageDown);
+    EXPECT_FLOAT_EQ(modConfig.WaterLevel, lowered) << before;
+  }
   EXPECT_TRUE(editor.levelModified);
-  modConfig.WaterLevel = 0.5f;
-  Tap(kKeyPageDown);
-  EXPECT_FLOAT_EQ(modConfig.WaterLevel, 0);
   Tap(kKeyTab);
   EXPECT_TRUE(editor.drawObjectsInMappers);
 }
