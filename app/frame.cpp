@@ -5,10 +5,12 @@
 #include <algorithm>
 
 #include "app/camera_control.h"
+#include "app/input.h"
 #include "app/mini_map.h"
 #include "app/modes.h"
 #include "app/operations.h"
 #include "core/editor_state.h"
+#include "core/frame_time.h"
 #include "core/text.h"
 #include "data/textures.h"
 #include "objects/entity_markers.h"
@@ -51,8 +53,7 @@ void CountFrame(std::uint32_t now) {
     editor.nextFpsUpdate = now + kFpsPeriod;
   }
   ++editor.framesThisSecond;
-  const float seconds = static_cast<float>(now - editor.lastFrameTime) * 0.001f;
-  editor.frameSeconds = std::max(seconds, kShortestFrame);
+  editor.frameSeconds = std::max(CountedSeconds(now - editor.lastFrameTime), kShortestFrame);
   editor.lastFrameTime = now;
 }
 
@@ -65,6 +66,8 @@ void RenderObjectMode() {
 
 void RenderScene() {
   UpdateCameraFromInput();
+  ClampCamera();
+  UpdateViewSquare();  // on the ground it sets the camera's height
   ApplyCamera();
   switch (editor.editMode) {
     case EditMode::TerrainMapper:
@@ -77,9 +80,10 @@ void RenderScene() {
       RenderObjectMode();
       break;
   }
+  FollowCamera();
 }
 
-// Leaves the depth of the ground, which its corners are picked from.
+// Leaves the depth of the scene, which objects are picked from.
 void DrawRubberBand() {
   const auto& band = editor.rubberBand;
   glDisable(GL_TEXTURE_2D);

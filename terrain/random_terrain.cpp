@@ -59,14 +59,6 @@ void Smooth() {
   }
 }
 
-// The outermost samples do not reach the picture.
-void PaintMiniMap() {
-  const int last = modConfig.MaterialSize - 2;
-  for (int r = 1; r <= last; ++r) {
-    for (int c = 1; c <= last; ++c) ShowOnMiniMap(r + 1, c);
-  }
-}
-
 struct HeightBand {
   float highest;  // height units, included
   std::uint32_t material;
@@ -103,7 +95,7 @@ void GenerateTerrain(const RandomTerrainParameters& parameters) {
   ForEachSample([&](float& h) { h = amplitude * h + base; });
   for (int pass = 0; pass < parameters.smoothPasses; ++pass) Smooth();
   MarkAllTerrainChanged();
-  PaintMiniMap();
+  ShowAllOnMiniMap();
   AssignMaterialsByHeight();
   if (editor.levelHasWater) modConfig.WaterLevel = kWaterLevel;
   hooks.seatObjectsOnGround();

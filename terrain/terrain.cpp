@@ -124,6 +124,10 @@ void ShowOnMiniMap(int i, int j) {
   if (block > 0) SetMiniMapPixel(i / block, j / block, MiniMapGrey(terrain->grid[i][j].h));
 }
 
+void ShowAllOnMiniMap() {
+  if (HasUsableTerrain()) PaintMiniMap({});
+}
+
 float AverageOfNeighbours(int i, int j) {
   const auto& grid = terrain->grid;
   float sum = 0;
@@ -152,7 +156,7 @@ float HeightAt(float x, float z) {
   const auto [i, j] = CellOf(static_cast<float>(modConfig.WorldSize) - x, z);
   if (!HasUsableTerrain()) return 0;
   if (i < 0 || j < 0 || i >= modConfig.MaterialSize || j >= modConfig.MaterialSize) return 0;
-  return modConfig.HeightScale * terrain->grid[i][j].h;
+  return modConfig.HeightScale * DrawnHeight(i, j);
 }
 
 Cell CellOf(float x, float z) { return {WholeCell(x), WholeCell(z)}; }

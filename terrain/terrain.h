@@ -56,7 +56,7 @@ struct Terrain {
   std::int32_t brushSize = 1;    // cells
   float power = 3.0f;            // height units per second
   float flattenHeight = 127.0f;  // height units
-  std::uint8_t flattenSampled = 0, flattenActive = 0;
+  std::uint8_t flattenSampled = 0;
   std::uint8_t autoSmoothing = 1;
   float smoothingRange = 6.0f;  // cells
   std::int32_t roadPointCount = 0;
@@ -104,6 +104,8 @@ void LoadHeightsFromBuffer();
 void SetHeight(int i, int j, float h);
 // Gives the vertex its pixel in the Mini-Map picture; who edits repaints the Mini-Map when done.
 void ShowOnMiniMap(int i, int j);
+// The same for all of them.
+void ShowAllOnMiniMap();
 // Mean height of the up to four neighbours that carry data.
 float AverageOfNeighbours(int i, int j);
 // Grid to height buffer: trunc(h x 256), limited to 0 ... 65535, low byte first. False when there
@@ -111,7 +113,8 @@ float AverageOfNeighbours(int i, int j);
 bool StoreHeightsInBuffer();
 // Writes "%s\heightmap.raw" of the level folder from the grid.
 void SaveHeightmap();
-// World height under a position in level coordinates (x mirrored against the view); 0 outside.
+// World height under a position in level coordinates (x mirrored against the view), of the corner
+// of its cell as it is drawn; 0 outside.
 float HeightAt(float x, float z);
 struct Cell {
   int i = 0, j = 0;

@@ -2,6 +2,7 @@
 
 #include <GL/gl.h>
 #include <gmock/gmock.h>
+#include <utility>
 
 #include "app/shell_fixture.h"
 #include "app/status_reading.h"
@@ -73,6 +74,16 @@ TEST_F(ShellTest, TheStatusBarReadsTheGroundUnderTheCursorAndTheTool) {
   UpdateStatusReading(1'000'300);
   EXPECT_THAT(scripted::script.status[3],
               ::testing::ElementsAre("Size 4   Flatten to 12.50", "Size 5   Flatten to 12.50"));
+}
+
+TEST_F(ShellTest, AfterARestAFrameCountsAsAShortOne) {
+  if (!OpenTestGl(20, 20)) GTEST_SKIP() << TestGlError();
+  editor.browserPreviewActive = true;  // only the time matters here
+  RenderFrame(1000);
+  for (const auto& [now, seconds] : {std::pair{1001u, 0.01f}, {1251u, 0.25f}, {61251u, 0.1f}}) {
+    RenderFrame(now);
+    EXPECT_FLOAT_EQ(editor.frameSeconds, seconds);
+  }
 }
 
 }  // namespace

@@ -162,6 +162,8 @@ TEST_F(TerrainTest, TheMeanTakesOnlyNeighboursThatCarryData) {
 TEST_F(TerrainTest, HeightUnderALevelPositionIsMirroredAndZeroOutside) {
   SetHeight(10, 20, 100);
   EXPECT_EQ(HeightAt(1024 - 41, 83), 50);
+  SetHeight(256, 20, 80);
+  EXPECT_EQ(HeightAt(1022, 83), 40) << "the last cell is drawn with the heights of row 256";
   EXPECT_EQ(HeightAt(-100, 83), 0);
   EXPECT_EQ(HeightAt(10, 1024), 0);
   EXPECT_EQ(HeightAt(1e30f, -1e30f), 0);

@@ -67,6 +67,23 @@ TEST_F(ViewTest, ShiftedDigitIsStillTheDigit) {
   EXPECT_EQ(power, 10);
 }
 
+TEST_F(ViewTest, WithoutLatinLettersTheKeysPlaceCounts) {
+  const struct {
+    int key;
+    quint32 scanCode;
+    char letter;
+  } keys[] = {{0x0426, 25, 'W'},              // Cyrillic Tse
+              {Qt::Key_Apostrophe, 25, 'W'},  // of a Hebrew keyboard
+              {0x0424, 38, 'A'},
+              {Qt::Key_Q, 38, 'Q'}};  // of a French one
+  for (const auto& [key, scanCode, letter] : keys) {
+    Send(QEvent::KeyPress, key, {}, false, scanCode);
+    EXPECT_TRUE(heldInput.keys[static_cast<std::size_t>(letter)]) << key;
+    Send(QEvent::KeyRelease, key, {}, false, scanCode);
+    EXPECT_TRUE(heldInput.keys.none()) << key;
+  }
+}
+
 TEST_F(ViewTest, OnlyTheKeypadsPlusMovesTheSelection) {
   std::vector<float> moves;
   operations.moveSelection = [&moves](float delta) { moves.push_back(delta); };
