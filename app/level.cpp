@@ -6,6 +6,7 @@
 
 #include "app/camera_control.h"
 #include "app/commands.h"
+#include "app/damaged_parts.h"
 #include "app/level_parts.h"
 #include "app/operations.h"
 #include "app/recovery.h"
@@ -14,6 +15,7 @@
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/game_file.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/mods.h"
 #include "platform/disk.h"
@@ -127,6 +129,7 @@ bool OpenChosenLevel(const ModSnapshot& before, const std::function<bool()>& loa
   SendOpenCommands();
   PlaceCameraAtSavedPosition();
   LookAlongLevel();
+  ShowLoadReport();
   return true;
 }
 
@@ -139,7 +142,10 @@ void LoadStockLevel(const char* name) {
     ChooseLevel(name);
     ClearLevel();
     AdoptLevelArchive(archive);
-    if (LoadLevelParts()) return PlaceCameraAtSavedPosition();
+    if (LoadLevelParts()) {
+      PlaceCameraAtSavedPosition();
+      return ShowLoadReport();
+    }
     CloseLevelArchive();
   }
   SetStatusText(1, FormatText("Could not open level %s", name));
@@ -209,6 +215,7 @@ void CloseLevelArchive() {
   if (archive) archives.CloseArchive(openArchivePath);
   openArchivePath.clear();
   openLevelModFolder.clear();
+  ClearLoadReport();
 }
 
 bool OpenLevel() {
@@ -253,7 +260,7 @@ std::string TrySaveLevel() {
     ShowNotSaved();
     return failure;
   }
-  SetStatusText(1, FormatText("Saved level %s", modConfig.LevelName.c_str()));
+  SetStatusText(1, FormatText("Saved level %s", modConfig.LevelName.c_str()) + KeptPartsText());
   LoadLevelTextures(LevelTextureLoad::Reloading);
   editor.levelModified = false;
   ForgetRecovery();
@@ -267,6 +274,7 @@ bool SaveLevel() {
     ShowNotSaved();
     return false;
   }
+  AskForDamagedParts();
   const std::string failure = TrySaveLevel();
   if (failure.empty()) return true;
   ShowPrompt(FormatText("The level could not be saved.\n\n%s\n\nThe level on disk is as it was "
