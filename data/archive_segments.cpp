@@ -295,8 +295,10 @@ MemberBytes ExpandMember(ByteView stored, std::uint32_t size) {
   MemberBytes inOrder = ExpandInOrder(stored, size);
   if (inOrder.IsWhole()) return inOrder;
   MemberBytes inPlace = ExpandInPlace(stored, size);
-  return ReadableBytes(inPlace, size) > ReadableBytes(inOrder, size) ? std::move(inPlace)
-                                                                     : std::move(inOrder);
+  // Damage may also make a segment end early: those behind it must not move up.
+  const bool isAsWritten = StatedCount(stored) == SegmentsOf(size);
+  if (isAsWritten || ReadableBytes(inPlace, size) > ReadableBytes(inOrder, size)) return inPlace;
+  return inOrder;
 }
 
 }  // namespace mw

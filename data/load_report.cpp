@@ -20,7 +20,10 @@ void BeginLoadReport() {
   loadReport.loading = true;
 }
 
-void EndLoadReport() { loadReport.loading = false; }
+void EndLoadReport() {
+  loadReport.loading = false;
+  loadReport.filesRead.clear();
+}
 
 void ClearLoadReport() { loadReport = {}; }
 
