@@ -5,9 +5,6 @@
 
 namespace mw {
 
-// Of the view's projection: degrees from bottom to top, world units.
-inline constexpr double kFieldOfView = 45, kNearPlane = 0.1, kFarPlane = 350;
-
 // With the view's context current: creates the terrain, sets the fixed GL state, clears once and
 // selects the Terrain Mapper. Sets viewReady.
 void CreateViewObjects();

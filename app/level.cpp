@@ -8,6 +8,7 @@
 #include "app/camera_control.h"
 #include "app/camera_places.h"
 #include "app/commands.h"
+#include "app/damaged_parts.h"
 #include "app/level_check.h"
 #include "app/level_parts.h"
 #include "app/operations.h"
@@ -19,6 +20,7 @@
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/game_file.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/mods.h"
 #include "platform/disk.h"
@@ -145,6 +147,7 @@ bool OpenChosenLevel(const ModSnapshot& before, const std::function<bool()>& loa
   SendOpenCommands();
   PlaceCameraAtSavedPosition();
   LookAlongLevel();
+  ShowLoadReport();
   return true;
 }
 
@@ -162,7 +165,8 @@ void LoadStockLevel(const char* name) {
     AdoptLevelArchive(archive);
     if (LoadLevelParts()) {
       KeepStateBefore(*archive);
-      return PlaceCameraAtSavedPosition();
+      PlaceCameraAtSavedPosition();
+      return ShowLoadReport();
     }
     CloseLevelArchive();
   }
@@ -226,6 +230,7 @@ void CloseLevelArchive() {
   }
   openArchivePath.clear();
   openLevelModFolder.clear();
+  ClearLoadReport();
 }
 
 bool OpenLevel() {
@@ -294,7 +299,7 @@ std::string TrySaveLevel() {
     return failure;
   }
   RememberCameraPosition();
-  SetStatusText(1, FormatText("Saved level %s", modConfig.LevelName.c_str()));
+  SetStatusText(1, FormatText("Saved level %s", modConfig.LevelName.c_str()) + KeptPartsText());
   LoadLevelTextures(LevelTextureLoad::Reloading);
   editor.levelModified = false;
   ForgetRecovery();
@@ -308,6 +313,7 @@ bool SaveLevel(ForeignChange foreign) {
     ShowNotSaved();
     return false;
   }
+  AskForDamagedParts();
   const std::string failure = TrySaveLevel();
   if (failure.empty()) return true;
   ShowPrompt(FormatText("The level could not be saved.\n\n%s\n\nThe level on disk is as it was "
