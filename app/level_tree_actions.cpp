@@ -40,7 +40,7 @@ void SelectObjectsOfMesh(TreeItem item) {
       FindCatalogueEntry(objectStore.meshes[static_cast<std::size_t>(mesh)].name.c_str());
   bool anySelected = false;
   for (StaticObject& object : objectStore.objects) {
-    if (!object.inUse || entry < 0 || object.catalogueIndex != entry) continue;
+    if (entry < 0 || object.catalogueIndex != entry) continue;
     object.selected = true;
     anySelected = true;
   }

@@ -128,9 +128,7 @@ void DragScale(float Vector3::*axis, int pixelsUp) {
 }
 
 void DeleteSelectedObjects() {
-  for (StaticObject& object : objectStore.objects) {
-    if (!object.selected) continue;
-    RetireStaticObject(object);
+  if (RemoveStaticObjects([](const StaticObject& object) { return object.selected; })) {
     editor.levelModified = true;
   }
 }

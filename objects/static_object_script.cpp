@@ -26,15 +26,8 @@ void ReadVector(Tokenizer& arguments, Vector3& vector) {
   }
 }
 
-// Without a name (which a zero byte ends) the record is there, to take the lines that follow, but
-// stands for no object.
-void CreateObject(Tokenizer& arguments) {
-  const auto name = arguments.Next(kBlankOrSlash);
-  if (!name || name->front() == '\0') {
-    objectStore.objects.emplace_back();
-    return;
-  }
-  StaticObject object = NewStaticObject(*name);
+void CreateObject(std::string_view name) {
+  StaticObject object = NewStaticObject(name);
   FindMesh(object);
   AppendStaticObject(std::move(object));
 }
@@ -53,24 +46,20 @@ void ReadField(std::string_view command, Tokenizer& arguments, StaticObject& obj
   }
 }
 
-void DropLastObject() {
-  RetireStaticObject(objectStore.objects.back());
-  objectStore.objects.pop_back();
-}
-
-// False when the line is more than the table can hold. The last record is then given up: it may
-// lack the lines that follow.
-bool ReadObjectLine(std::string_view line) {
+// False when the line asks for one more object than the table can hold. `hasObject`: whether lines
+// belong to the last object. Those before the first, and those after a create line without a name
+// (which a zero byte ends), belong to none.
+bool ReadObjectLine(std::string_view line, bool& hasObject) {
   Tokenizer tokens(line);
   const auto command = tokens.Next(kBlankOrSlash);
   if (!command) return true;
-  if (ObjectTableIsFull()) {
-    DropLastObject();
-    return false;
-  }
   if (EqualNoCase(*command, "Object.create")) {
-    CreateObject(tokens);
-  } else if (!objectStore.objects.empty()) {
+    const auto name = tokens.Next(kBlankOrSlash);
+    hasObject = name && name->front() != '\0';
+    if (!hasObject) return true;
+    if (ObjectTableIsFull()) return false;
+    CreateObject(*name);
+  } else if (hasObject) {
     ReadField(*command, tokens, objectStore.objects.back());
   }
   return true;
@@ -87,9 +76,9 @@ void ReportLoss(const char* reason) {
 bool ReadObjectScript() {
   const auto file = GameFileOpen(ScriptPath(), "r");
   if (!file) return true;
-  bool overflowed = false;
-  ForEachLine(*file, kEntityLineBuffer, [&overflowed](std::string_view line) {
-    overflowed = overflowed || !ReadObjectLine(line);
+  bool overflowed = false, hasObject = false;
+  ForEachLine(*file, kEntityLineBuffer, [&](std::string_view line) {
+    overflowed = overflowed || !ReadObjectLine(line, hasObject);
   });
   if (overflowed) {
     ReportLoss("Maximum number of objects exceeded");
@@ -119,9 +108,7 @@ void WriteObjectScript() {
   auto file = GameFileOpen(ScriptPath(), "w");
   if (!file) return;
   GameFilePuts("rem StaticObjects created by Mapwright\n", *file);
-  for (const StaticObject& object : objectStore.objects) {
-    if (object.inUse) WriteObject(*file, object);
-  }
+  for (const StaticObject& object : objectStore.objects) WriteObject(*file, object);
   GameFileClose(std::move(file));
 }
 

@@ -16,11 +16,10 @@
 namespace mw {
 namespace {
 
-StaticObject* ObjectInUse(int index) {
+StaticObject* ObjectAt(int index) {
   auto& objects = objectStore.objects;
   if (index < 0 || index >= static_cast<int>(objects.size())) return nullptr;
-  StaticObject& object = objects[static_cast<std::size_t>(index)];
-  return object.inUse ? &object : nullptr;
+  return &objects[static_cast<std::size_t>(index)];
 }
 
 bool HasRoom() {
@@ -33,15 +32,11 @@ bool HasRoom() {
 }  // namespace
 
 void ClearAllObjects() {
-  for (std::size_t i = objectStore.objects.size(); i-- > 0;) {
-    RetireStaticObject(objectStore.objects[i]);
-  }
-  objectStore.objects.clear();
+  RemoveStaticObjects([](const StaticObject&) { return true; });
   ClearMeshes();
   ClearAllEntities();
   DeselectAll();
   UpdateToolButtons(false);
-  objectStore.hoveredObject = objectStore.lastHoveredObject = -1;
   entities.hovered = {};
   objectStore.loadedIncompletely = false;
   editor.somethingCopied = false;
@@ -77,16 +72,16 @@ bool PlaceStaticObject(std::string_view name, float x, float z, const Vector3& r
 }
 
 void DeleteStaticObject(int index) {
-  StaticObject* const object = ObjectInUse(index);
+  const StaticObject* const object = ObjectAt(index);
   if (!object) return;
   const bool wasSelected = object->selected;
-  RetireStaticObject(*object);
+  RemoveStaticObjects([object](const StaticObject& other) { return &other == object; });
   if (wasSelected) UpdateToolButtons(AnySelected());
   editor.levelModified = true;
 }
 
 bool EditStaticObject(int index) {
-  StaticObject* const object = ObjectInUse(index);
+  StaticObject* const object = ObjectAt(index);
   if (!object) return false;
   PropertySheet sheet;
   sheet.title = "Edit Object";
@@ -108,15 +103,13 @@ void SnapAllToGround() {
 
 int FindObjectByTreeItem(TreeItem item) {
   const auto& objects = objectStore.objects;
-  const auto found = std::find_if(
-      objects.begin(), objects.end(),
-      [item](const StaticObject& object) { return object.inUse && object.treeItem == item; });
-  return found == objects.end() ? -1 : static_cast<int>(found - objects.begin());
+  const auto found = std::ranges::find(objects, item, &StaticObject::treeItem);
+  return item == 0 || found == objects.end() ? -1 : static_cast<int>(found - objects.begin());
 }
 
 void FindObjectEntriesAgain() {
   for (StaticObject& object : objectStore.objects) {
-    if (object.inUse) object.catalogueIndex = CatalogueEntryToShow(object.name);
+    object.catalogueIndex = CatalogueEntryToShow(object.name);
   }
 }
 

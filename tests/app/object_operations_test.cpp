@@ -23,7 +23,6 @@ class ObjectInputTest : public ShellTest {
     catalogue.entryCount = 1;
     StaticObject hut;
     hut.name = "hut";
-    hut.inUse = true;
     hut.catalogueIndex = 0;
     hut.position = {100, 80, 100};
     objectStore.objects = {hut};
@@ -87,7 +86,7 @@ TEST_F(ObjectInputTest, CutLeavesTheObjectAndPastePlacesACopyWhereThePressIs) {
   ClickHut();
   EXPECT_FALSE(enabled[kCommandPaste]);
   TapWithCtrl('X');
-  EXPECT_TRUE(Hut().inUse);
+  EXPECT_EQ(objectStore.objects.size(), 1u);
   EXPECT_TRUE(enabled[kCommandPaste]);
   TapWithCtrl('V');
   EXPECT_FALSE(enabled[kCommandCut]);
@@ -103,10 +102,10 @@ TEST_F(ObjectInputTest, DeleteWorksInTheObjectMapperOnly) {
   ClickHut();
   SetEditMode(EditMode::TerrainMapper);
   Tap(kKeyDelete);
-  EXPECT_TRUE(Hut().inUse);
+  EXPECT_EQ(objectStore.objects.size(), 1u);
   SetEditMode(EditMode::ObjectMapper);
   Tap(kKeyDelete);
-  EXPECT_FALSE(Hut().inUse);
+  EXPECT_TRUE(objectStore.objects.empty());
 }
 
 TEST_F(ObjectInputTest, ADoubleClickEditsASelectedObjectAndIsAPressElsewhere) {

@@ -35,12 +35,10 @@ void CheckStaticObjects(Broken& broken) {
   Expect(IsFinite(objectStore.CursorPoint), "the cursor points nowhere", broken);
   for (const StaticObject& object : objectStore.objects) {
     const std::string name = object.name.String();
-    Expect(object.inUse || !object.selected, "a deleted object is selected: " + name, broken);
     Expect(object.catalogueIndex >= -1 && object.catalogueIndex < objectStore.catalogue.entryCount,
            "not in the catalogue: " + name, broken);
     Expect(IsIndexOrNone(object.meshIndex, objectStore.meshes), "its mesh is gone: " + name,
            broken);
-    if (!object.inUse) continue;
     Expect(IsFinite(object.position) && IsFinite(object.rotation) && IsFinite(object.scale),
            "stands nowhere: " + name, broken);
   }
@@ -117,7 +115,6 @@ void CheckRecordsInTree(Broken& broken) {
   const LevelTree::FixedItems& fixed = levelTree.fixed;
   Shown shown(broken);
   for (const StaticObject& object : objectStore.objects) {
-    if (!object.inUse) continue;
     const TreeItem parent = ParentOf(object.treeItem);
     shown.Add(object.treeItem, parent == fixed.treeMeshes ? parent : fixed.standardMeshes,
               object.name.String());

@@ -365,7 +365,7 @@ TEST_F(EntityTreeTest, SelectingAnItemSelectsAndShowsItsEntityAlone) {
   SpawnInstance& spawn = DropSoldierSpawn(200, 300);
   ControlPoints().instances[0]->selected = true;
   objectStore.objects.emplace_back();
-  objectStore.objects[0].inUse = objectStore.objects[0].selected = true;
+  objectStore.objects[0].selected = true;
   EXPECT_TRUE(SelectFromTree(spawn.treeItem));
   EXPECT_TRUE(spawn.selected);
   EXPECT_FALSE(ControlPoints().instances[0]->selected);

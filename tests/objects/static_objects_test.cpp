@@ -97,7 +97,7 @@ TEST_F(StaticObjectsTest, LinesWithoutAnObjectHaveNoEffect) {
                               "Object.rotation 4/5/6\n"),
             "")
       << "a create line without a name takes the lines that follow";
-  EXPECT_EQ(objectStore.objects.size(), 1u);
+  EXPECT_THAT(objectStore.objects, IsEmpty());
 }
 
 TEST_F(StaticObjectsTest, AnUnknownNameIsKeptAndShownAsTheDefaultEntry) {
@@ -133,19 +133,19 @@ TEST_F(StaticObjectsTest, ALevelWithoutObjectsStillHasItsEntities) {
 }
 
 TEST_F(StaticObjectsTest, TheLargestLevelLoadsWhole) {
-  Put(kScript, Lines(2047));
+  Put(kScript, Lines(2048));
   LoadStaticObjects();
-  EXPECT_EQ(objectStore.objects.size(), 2047u);
-  EXPECT_EQ(objectStore.objects.back().position.x, 2046);
+  EXPECT_EQ(objectStore.objects.size(), 2048u);
+  EXPECT_EQ(objectStore.objects.back().position.x, 2047);
   EXPECT_FALSE(objectStore.loadedIncompletely);
 }
 
 TEST_F(StaticObjectsTest, ATooLargeLevelIsNotOverwritten) {
-  Put(kScript, Lines(2048));
+  Put(kScript, Lines(2049));
   Put(kSpawnScript, kSpawns);
   ExpectLossSaidAndNothingSaved("Maximum number of objects exceeded!");
-  EXPECT_EQ(objectStore.objects.size(), 2047u);
-  EXPECT_EQ(ChildrenOf(levelTree.fixed.standardMeshes).size(), 2047u);
+  EXPECT_EQ(objectStore.objects.size(), 2048u);
+  EXPECT_EQ(ChildrenOf(levelTree.fixed.standardMeshes).size(), 2048u);
 
   ClearAllObjects();
   Put(kScript, "Object.create hut\n");
@@ -167,18 +167,24 @@ TEST_F(StaticObjectsTest, ADamagedFileIsNotOverwritten) {
   ExpectLossSaidAndNothingSaved("StaticObjects.con is damaged!");
 }
 
-TEST_F(StaticObjectsTest, ADeletedObjectIsNotSavedAndKeepsItsRecord) {
+TEST_F(StaticObjectsTest, ADeletedObjectIsNotSavedAndFreesItsPlaceAtOnce) {
   AddObject("hut", {1, 2, 3}).selected = true;
   AddObject("oak", {4, 5, 6});
   objectStore.toolsEnabled = true;
-  DeleteStaticObject(0);
+  objectStore.hoveredObject = objectStore.lastHoveredObject = 1;
+  levelTree.view.remove = [](TreeItem) {
+    EXPECT_EQ(objectStore.objects.size(), 1u) << "the tree may choose the next object meanwhile";
+  };
   DeleteStaticObject(0);
   DeleteStaticObject(7);
+  levelTree.view.remove = [](TreeItem) {};
   SaveStaticObjects();
   EXPECT_THAT(Get(kScript), testing::Not(testing::HasSubstr("hut")));
   EXPECT_FALSE(objectStore.toolsEnabled) << "it was what was selected";
-  EXPECT_EQ(objectStore.objects.size(), 2u);
+  EXPECT_EQ(objectStore.lastHoveredObject, -1) << "the index would be of another object";
   EXPECT_TRUE(editor.levelModified);
+  objectStore.objects.resize(kMaxStaticObjects - 1, objectStore.objects[0]);
+  EXPECT_TRUE(PlaceStaticObject("oak", 1, 1, {}));
 }
 
 TEST_F(StaticObjectsTest, AnObjectOfACachedMeshStandsAtTheCursorAndIsSelected) {
