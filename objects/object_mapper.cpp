@@ -12,6 +12,7 @@
 #include "objects/object_windows.h"
 #include "objects/static_object_records.h"
 #include "objects/static_objects.h"
+#include "objects/visibility.h"
 #include "terrain/terrain.h"
 #include "terrain/world_point.h"
 
@@ -145,6 +146,7 @@ void DeleteSelectedEntities(EntityKind kind) {
 void PressObjectControl(ObjectControl control) {
   if (bool* const shown = SwitchOf(control)) {
     *shown = !*shown;
+    DeselectHidden();
   } else if (const auto viewMode = ViewModeOf(control)) {
     objectStore.viewMode = *viewMode;
   } else if (const auto tool = ChoosableTool(control)) {

@@ -10,6 +10,7 @@
 #include "objects/object_windows.h"
 #include "objects/property_sheet.h"
 #include "objects/static_object_records.h"
+#include "objects/visibility.h"
 #include "platform/prompts.h"
 #include "terrain/terrain.h"
 
@@ -52,6 +53,7 @@ bool AddStaticObjectFromCache(int mesh) {
   object.position = {MirrorX(point.x), point.y, point.z};
   object.selected = true;
   UseCachedMesh(object, mesh);
+  ShowKindOf(object);
   AppendStaticObject(std::move(object));
   UpdateToolButtons(true);
   ComputePivot();
@@ -83,14 +85,18 @@ void DeleteStaticObject(int index) {
 bool EditStaticObject(int index) {
   StaticObject* const object = ObjectAt(index);
   if (!object) return false;
+  Vector3 position = object->position, rotation = object->rotation;
   PropertySheet sheet;
   sheet.title = "Edit Object";
   AddField(sheet, TextOf(object->name), static_cast<std::int32_t>(object->name.kCapacity),
            FieldType::Text, "Name")
       ->editable = false;
-  AddField(sheet, &object->position.x, 3, FieldType::Floats, "Pos");
-  AddField(sheet, &object->rotation.x, 3, FieldType::Floats, "Rot");
+  AddField(sheet, &position.x, 3, FieldType::Floats, "Pos");
+  AddField(sheet, &rotation.x, 3, FieldType::Floats, "Rot");
   if (!objectWindows.runPropertySheet(sheet)) return false;
+  if (position == object->position && rotation == object->rotation) return true;
+  object->position = position;
+  object->rotation = rotation;
   editor.levelModified = true;
   return true;
 }

@@ -10,6 +10,7 @@
 #include "objects/entities.h"
 #include "objects/object_selection.h"
 #include "objects/object_store.h"
+#include "objects/visibility.h"
 #include "tests/monkey/invariants.h"
 #include "tools/help_tour/windows.h"
 
@@ -39,6 +40,7 @@ void CheckStaticObjects(Broken& broken) {
            "not in the catalogue: " + name, broken);
     Expect(IsIndexOrNone(object.meshIndex, objectStore.meshes), "its mesh is gone: " + name,
            broken);
+    Expect(!object.selected || IsShown(object), "hidden and selected: " + name, broken);
     Expect(IsFinite(object.position) && IsFinite(object.rotation) && IsFinite(object.scale),
            "stands nowhere: " + name, broken);
   }
@@ -71,6 +73,7 @@ void CheckEntities(Broken& broken) {
       const std::string name = instance->name.String();
       Expect(instance->Kind() == kind, "an entity of another kind: " + name, broken);
       Expect(TemplateOf(*instance), "has no template: " + name, broken);
+      Expect(!instance->selected || IsShown(*instance), "hidden and selected: " + name, broken);
       Expect(IsFinite(instance->position) && IsFinite(instance->rotation),
              "stands nowhere: " + name, broken);
     }

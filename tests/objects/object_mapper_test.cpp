@@ -78,6 +78,25 @@ TEST_F(ObjectMapperTest, OnlyToolsThatAreEnabledCanBeChosen) {
   EXPECT_EQ(objectStore.tool, ObjectTool::Select) << "the selection changed";
 }
 
+TEST_F(ObjectMapperTest, WhatIsHiddenIsNotSelected) {
+  StaticObject& hut = AddObject("hut", {100, 0, 100});
+  StaticObject& oak = AddObject("oak", {200, 0, 100});
+  ObjectSpawn& spawn = AddObjectSpawn({300, 0, 100});
+  hut.selected = oak.selected = spawn.selected = true;
+  UpdateToolButtons(true);
+  Choose(ObjectControl::RotateX);
+  PressObjectControl(ObjectControl::ShowControlPoints);
+  EXPECT_EQ(objectStore.tool, ObjectTool::RotateX) << "nothing selected was hidden";
+  PressObjectControl(ObjectControl::ShowTreeMeshes);
+  EXPECT_FALSE(oak.selected);
+  EXPECT_EQ(objectStore.tool, ObjectTool::Select);
+  PressObjectControl(ObjectControl::ShowObjectSpawns);
+  EXPECT_FALSE(spawn.selected);
+  EXPECT_TRUE(hut.selected && objectStore.toolsEnabled);
+  PressObjectControl(ObjectControl::ShowStandardMeshes);
+  EXPECT_FALSE(hut.selected || objectStore.toolsEnabled);
+}
+
 TEST_F(ObjectMapperTest, ADraggedGroupFollowsTheCursorOverTheGround) {
   StaticObject& hut = AddObject("hut", {100, 0, 100});
   ObjectSpawn& spawn = AddObjectSpawn({140, 5, 160});

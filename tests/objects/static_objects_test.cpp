@@ -190,7 +190,9 @@ TEST_F(StaticObjectsTest, ADeletedObjectIsNotSavedAndFreesItsPlaceAtOnce) {
 TEST_F(StaticObjectsTest, AnObjectOfACachedMeshStandsAtTheCursorAndIsSelected) {
   objectStore.meshes.emplace_back().name = "oak";
   PutCursorOver(200, 7, 300);
+  objectStore.showTreeMeshes = false;
   EXPECT_TRUE(AddStaticObjectFromCache(0));
+  EXPECT_TRUE(objectStore.showTreeMeshes) << "what is selected is not hidden";
   const StaticObject& oak = objectStore.objects.at(0);
   EXPECT_EQ(oak.position, (Vector3{200, 7, 300}));
   EXPECT_TRUE(oak.selected && objectStore.toolsEnabled && editor.levelModified);
@@ -224,10 +226,12 @@ TEST_F(StaticObjectsTest, TheEditSheetShowsTheNameAndChangesPlaceAndTurn) {
     return true;
   };
   EXPECT_TRUE(EditStaticObject(0));
+  EXPECT_TRUE(std::exchange(editor.levelModified, false));
+  EXPECT_TRUE(EditStaticObject(0));
+  EXPECT_FALSE(editor.levelModified) << "it stood there already";
   EXPECT_THAT(shown, ElementsAre("Edit Object", "Name", "Pos", "Rot"));
   EXPECT_EQ(objectStore.objects[0].position, (Vector3{1, 2, 30}));
   EXPECT_EQ(objectStore.objects[0].rotation, (Vector3{45, 0, 0}));
-  EXPECT_TRUE(editor.levelModified);
   EXPECT_FALSE(EditStaticObject(1));
 }
 
