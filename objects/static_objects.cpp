@@ -5,6 +5,7 @@
 
 #include "core/editor_state.h"
 #include "objects/entity_editing.h"
+#include "objects/object_clipboard.h"
 #include "objects/object_mapper.h"
 #include "objects/object_selection.h"
 #include "objects/object_windows.h"
@@ -40,7 +41,7 @@ void ClearAllObjects() {
   UpdateToolButtons(false);
   entities.hovered = {};
   objectStore.loadedIncompletely = false;
-  editor.somethingCopied = false;
+  ForgetCopied();
 }
 
 bool AddStaticObjectFromCache(int mesh) {

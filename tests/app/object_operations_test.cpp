@@ -98,6 +98,24 @@ TEST_F(ObjectInputTest, CutLeavesTheObjectAndPastePlacesACopyWhereThePressIs) {
   EXPECT_TRUE(enabled[kCommandPaste]);
 }
 
+TEST_F(ObjectInputTest, APendingPasteCanBeGivenUp) {
+  ClickHut();
+  TapWithCtrl('C');
+  const std::vector<std::function<void()>> ways{
+      [] { Tap(kKeyEscape); }, [] { Tap(kKeySpace); },
+      [] { RouteMouse(MouseButton::Right, MouseEvent::Press, 5, 5); }};
+  for (const auto& giveUp : ways) {
+    TapWithCtrl('V');
+    EXPECT_TRUE(editor.pastePending);
+    giveUp();
+    EXPECT_FALSE(editor.pastePending);
+    EXPECT_TRUE(enabled[kCommandPaste] && enabled[kCommandCut]);
+    EXPECT_TRUE(Hut().selected) << "Space gave up the paste, not the selection";
+    ClickHut();
+    EXPECT_EQ(objectStore.objects.size(), 1u);
+  }
+}
+
 TEST_F(ObjectInputTest, DeleteWorksInTheObjectMapperOnly) {
   ClickHut();
   SetEditMode(EditMode::TerrainMapper);

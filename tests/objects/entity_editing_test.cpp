@@ -4,6 +4,7 @@
 
 #include "objects/entity_creation.h"
 #include "objects/entity_test.h"
+#include "objects/object_clipboard.h"
 
 namespace mw {
 namespace {
@@ -24,6 +25,7 @@ class EntityCreationTest : public EntityTest {
 };
 class EntityDeletionTest : public EntityTest {};
 class EntityTreeTest : public EntityTest {};
+class EntityPasteTest : public EntityTest {};
 
 TEST_F(EntityCreationTest, ThreeControlPointsOnAnEmptyLevel) {
   for (const float x : {100.0f, 200.0f, 300.0f}) DropControlPoint(x, 50);
@@ -330,6 +332,56 @@ TEST_F(EntityDeletionTest, ClearingLeavesTheFixedItemsAndTheNextSpawnId) {
   EXPECT_EQ(levelTree.items.size(), 17U) << "the fixed items";
   EXPECT_EQ(entities.nextSpawnId, 2);
   EXPECT_FALSE(editor.levelModified);
+}
+
+TEST_F(EntityPasteTest, ACopiedBaseGetsAPointWithANameAndAGroupOfItsOwn) {
+  SpawnInstance& point = DropControlPoint(100, 100);
+  SpawnInstance& soldier = DropSoldierSpawn(100, 110);
+  AddVehicleTemplate();
+  ObjectSpawn& vehicle = DropVehicle(100, 90);
+  DropControlPoint(500, 505);  // near where it will be pasted
+  PointTemplate(0).radius = 33;
+  PointTemplate(0).team = entities.spawnGroups[0].team = 2;
+  point.modes = kModeConquest;
+  soldier.rotation = {90, 0, 0};
+  point.selected = soldier.selected = vehicle.selected = true;
+  CopySelected();
+  // What happens then does not matter.
+  PointTemplate(0).radius = 1;
+  SelectFromTree(ControlPoints().instances[1]->treeItem);
+  DeleteByTreeItem(vehicle.treeItem);
+  DeleteByTreeItem(ObjectTemplate(0).treeItem);
+
+  PointAt(500, 500);
+  PasteCopied(0, 0);
+  const ControlPointTemplate& made = PointTemplate(2);
+  EXPECT_EQ(made.name, "New_Control_Point3");
+  EXPECT_EQ(made.radius, 33);
+  EXPECT_EQ(made.team, 2);
+  EXPECT_EQ(made.spawnGroupId, 3);
+  EXPECT_EQ(ControlPoints().instances[2]->position, (Vector3{500, 20, 500}));
+  ASSERT_EQ(entities.spawnGroups.size(), 3U);
+  EXPECT_EQ(entities.spawnGroups[2].id, 3);
+  EXPECT_EQ(entities.spawnGroups[2].team, 2);
+  EXPECT_EQ(entities.spawnGroups[2].modes, kModeConquest);
+  EXPECT_EQ(SoldierTemplate(1).group, 3);
+  EXPECT_EQ(SoldierTemplate(1).name, "New_Control_Point3_Spawn1");
+  EXPECT_EQ(SoldierTemplate(1).spawnId, 2);
+  EXPECT_EQ(SoldierSpawns().instances[1]->position, (Vector3{500, 20, 510}));
+  EXPECT_EQ(SoldierSpawns().instances[1]->rotation.x, 90);
+  EXPECT_EQ(ObjectTemplate(0).name, "New_Object_Spawn1") << "made again";
+  EXPECT_EQ(Vehicle(0).osId, 3);
+  EXPECT_EQ(Vehicle(0).team, 2);
+}
+
+TEST_F(EntityPasteTest, WhatDoesNotFitIsSaidOnceAndLeavesNothingBehind) {
+  for (int i = 0; i < 8; ++i) DropControlPoint(100, 50).selected = true;
+  CopySelected();
+  ExpectMessages(1);
+  PasteCopied(0, 0);
+  EXPECT_THAT(Messages(), ElementsAre("Too many control point templates."));
+  EXPECT_EQ(ControlPoints().instances.size(), 8U);
+  EXPECT_EQ(entities.spawnGroups.size(), 8U);
 }
 
 TEST_F(EntityTreeTest, AFilterHidesWhatIsInOtherModes) {

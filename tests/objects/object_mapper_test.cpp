@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "objects/object_clipboard.h"
 #include "objects/object_level_test.h"
 
 namespace mw {
@@ -222,21 +223,29 @@ TEST_F(ObjectMapperTest, DeletingTakesObjectsAndEntitiesWithTheirItems) {
 TEST_F(ObjectMapperTest, PastedCopiesKeepTheirArrangementAtWholeUnits) {
   StaticObject& hut = AddObject("hut", {100.25f, 0, 100});
   hut.rotation = {90, 1, 2};
+  hut.scale = hut.colour = {1, 2, 3};
+  hut.scaleGiven = hut.colorGiven = true;
   StaticObject& oak = AddObject("oak", {110.75f, 0, 104.5f});
   hut.selected = oak.selected = true;
   CopySelected();
   EXPECT_TRUE(editor.somethingCopied);
-  DeselectAll();
+  hut.scale = hut.rotation = {};
+  hut.selected = false;
+  ComputePivot();
+  DeleteSelected();
   objectStore.CursorPoint = {3, 20, 500};  // the centre; the hut lies 5.25 to the right in the view
   PasteCopied(0, 0);
 
-  ASSERT_EQ(objectStore.objects.size(), 4u) << "what was pasted is not copied itself";
-  const StaticObject& newHut = objectStore.objects[2];
+  ASSERT_EQ(objectStore.objects.size(), 3u);
+  const StaticObject& newHut = objectStore.objects[1];
   EXPECT_EQ(newHut.position, (Vector3{kSide - 8, 20, 497}));
   EXPECT_EQ(newHut.rotation, (Vector3{90, 1, 2}));
-  EXPECT_EQ(objectStore.objects[3].position, (Vector3{kSide + 2, 20, 502}))
+  EXPECT_EQ(newHut.scale, (Vector3{1, 2, 3}));
+  EXPECT_EQ(newHut.colour, (Vector3{1, 2, 3}));
+  EXPECT_TRUE(newHut.scaleGiven && newHut.colorGiven) << "or it would not be saved";
+  EXPECT_EQ(objectStore.objects[2].position, (Vector3{kSide + 2, 20, 502}))
       << "-2.25 becomes -2, toward zero";
-  EXPECT_FALSE(newHut.selected || newHut.copied);
+  EXPECT_FALSE(newHut.selected);
   EXPECT_EQ(objectStore.CursorPoint, (Vector3{3, 20, 500}));
 }
 
