@@ -240,7 +240,7 @@ void PasteCopied(int x, int y) {
 
 void ForgetCopied() {
   clipboard = {};
-  editor.somethingCopied = false;
+  editor.somethingCopied = editor.pastePending = false;
 }
 
 }  // namespace mw
