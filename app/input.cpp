@@ -84,7 +84,10 @@ void PressLeft(int x, int y) {
 void Press(MouseButton button, int x, int y) {
   editor.pressX = x;
   editor.pressY = y;
-  if (button == MouseButton::Right) editor.rightHeld = true;
+  if (button == MouseButton::Right) {
+    GiveUpPaste();
+    editor.rightHeld = true;
+  }
   if (button == MouseButton::Left) PressLeft(x, y);
 }
 

@@ -4,6 +4,7 @@
 #include "app/commands.h"
 #include "app/input.h"
 #include "app/keys.h"
+#include "app/modes.h"
 #include "app/operations.h"
 #include "data/mod_config.h"
 #include "terrain/terrain.h"
@@ -114,6 +115,7 @@ void PointManipulationKey(int key) {
 }
 
 void KeyDown(int key) {
+  if ((key == kKeyEscape || key == kKeySpace) && GiveUpPaste()) return;
   if (const Shortcut* shortcut = FindShortcut(key)) {
     RunShortcut(*shortcut);
   } else if (key >= '0' && key <= '9') {

@@ -25,4 +25,11 @@ void UpdateClipboardButtons(bool enable) {
   shell.setCommandEnabled(kCommandPaste, usable && editor.somethingCopied);
 }
 
+bool GiveUpPaste() {
+  if (!editor.pastePending) return false;
+  editor.pastePending = false;
+  UpdateClipboardButtons(IsEditMode(EditMode::ObjectMapper));
+  return true;
+}
+
 }  // namespace mw

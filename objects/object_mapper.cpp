@@ -12,6 +12,7 @@
 #include "objects/object_windows.h"
 #include "objects/static_object_records.h"
 #include "objects/static_objects.h"
+#include "objects/visibility.h"
 #include "terrain/terrain.h"
 #include "terrain/world_point.h"
 
@@ -129,9 +130,7 @@ void DragScale(float Vector3::*axis, int pixelsUp) {
 }
 
 void DeleteSelectedObjects() {
-  for (StaticObject& object : objectStore.objects) {
-    if (!object.selected) continue;
-    RetireStaticObject(object);
+  if (RemoveStaticObjects([](const StaticObject& object) { return object.selected; })) {
     editor.levelModified = true;
   }
 }
@@ -148,6 +147,7 @@ void DeleteSelectedEntities(EntityKind kind) {
 void PressObjectControl(ObjectControl control) {
   if (bool* const shown = SwitchOf(control)) {
     *shown = !*shown;
+    DeselectHidden();
   } else if (const auto viewMode = ViewModeOf(control)) {
     objectStore.viewMode = *viewMode;
   } else if (const auto tool = ChoosableTool(control)) {

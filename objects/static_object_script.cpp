@@ -35,16 +35,9 @@ void NoteCutName() {
                              decltype(StaticObject::name)::kCapacity));
 }
 
-// Without a name (which a zero byte ends) the record is there, to take the lines that follow, but
-// stands for no object.
-void CreateObject(Tokenizer& arguments) {
-  const auto name = arguments.Next(kBlankOrSlash);
-  if (!name || name->front() == '\0') {
-    objectStore.objects.emplace_back();
-    return;
-  }
-  StaticObject object = NewStaticObject(*name);
-  if (name->size() > object.name.kCapacity) NoteCutName();
+void CreateObject(std::string_view name) {
+  StaticObject object = NewStaticObject(name);
+  if (name.size() > object.name.kCapacity) NoteCutName();
   FindMesh(object);
   AppendStaticObject(std::move(object));
 }
@@ -63,33 +56,22 @@ void ReadField(std::string_view command, Tokenizer& arguments, StaticObject& obj
   }
 }
 
-// The lines behind a gap belong to an object that was in it: they go into a record that stands for
-// no object.
-void SkipToNextObject() {
-  auto& objects = objectStore.objects;
-  if (!objects.empty() && objects.back().inUse) objects.emplace_back();
-}
-
-void DropLastObject() {
-  RetireStaticObject(objectStore.objects.back());
-  objectStore.objects.pop_back();
-}
-
-// False when the line is more than the table can hold. The last record is then given up: it may
-// lack the lines that follow.
-bool ReadObjectLine(std::string_view line) {
+// False when the line asks for one more object than the table can hold. `hasObject`: whether lines
+// belong to the last object. Those before the first, those after a create line without a name
+// (which a zero byte ends), and those behind a gap, whose object was in it, belong to none.
+bool ReadObjectLine(std::string_view line, bool& hasObject) {
   Tokenizer tokens(line);
   const auto command = tokens.Next(kBlankOrSlash);
   if (!command) return true;
-  if (ObjectTableIsFull()) {
-    DropLastObject();
-    return false;
-  }
   if (IsGap(*command)) {
-    SkipToNextObject();
+    hasObject = false;
   } else if (EqualNoCase(*command, "Object.create")) {
-    CreateObject(tokens);
-  } else if (!objectStore.objects.empty()) {
+    const auto name = tokens.Next(kBlankOrSlash);
+    hasObject = name && name->front() != '\0';
+    if (!hasObject) return true;
+    if (ObjectTableIsFull()) return false;
+    CreateObject(*name);
+  } else if (hasObject) {
     ReadField(*command, tokens, objectStore.objects.back());
   }
   return true;
@@ -108,9 +90,9 @@ bool ReadObjectScript() {
     NoteDamagedFile("StaticObjects.con is missing: the level opens without static objects.");
     return true;
   }
-  bool overflowed = false;
-  ForEachLine(*file, kEntityLineBuffer, [&overflowed](std::string_view line) {
-    overflowed = overflowed || !ReadObjectLine(line);
+  bool overflowed = false, hasObject = false;
+  ForEachLine(*file, kEntityLineBuffer, [&](std::string_view line) {
+    overflowed = overflowed || !ReadObjectLine(line, hasObject);
   });
   if (!IsWhole(*file)) NoteLoss("StaticObjects.con is damaged");
   if (!overflowed) return true;
@@ -137,9 +119,7 @@ void WriteObjectScript() {
   auto file = GameFileOpen(ScriptPath(), "w");
   if (!file) return;
   GameFilePuts("rem StaticObjects created by Mapwright\n", *file);
-  for (const StaticObject& object : objectStore.objects) {
-    if (object.inUse) WriteObject(*file, object);
-  }
+  for (const StaticObject& object : objectStore.objects) WriteObject(*file, object);
   GameFileClose(std::move(file));
 }
 

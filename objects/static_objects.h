@@ -27,7 +27,7 @@ void DeleteStaticObject(int index);
 bool EditStaticObject(int index);
 // Sets every object and every entity on the ground.
 void SnapAllToGround();
-// Index of the object in use with this item, or -1.
+// Index of the object with this item, or -1.
 int FindObjectByTreeItem(TreeItem item);
 // The objects' entries in a catalogue that was read again.
 void FindObjectEntriesAgain();

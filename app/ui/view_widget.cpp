@@ -141,6 +141,7 @@ bool ViewWidget::RouteKeyEvent(const QKeyEvent& event, bool down) {
 
 void ViewWidget::keyPressEvent(QKeyEvent* event) {
   if (!RouteKeyEvent(*event, true)) event->ignore();
+  UpdateCursor();
 }
 
 void ViewWidget::keyReleaseEvent(QKeyEvent* event) {

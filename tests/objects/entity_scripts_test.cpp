@@ -363,6 +363,17 @@ TEST_F(EntityScriptsTest, InstancesWithoutATemplateInTheirModeAreDropped) {
   EXPECT_THAT(Names(entities.Of(EntityKind::SoldierSpawn).instances), ElementsAre("s:1"));
 }
 
+TEST_F(EntityScriptsTest, AnObjectSpawnTemplateThatNothingUsesIsKept) {
+  PutSoldierSpawn("conquest", "s");
+  Put("ctf/SoldierSpawnTemplates.con", "ObjectTemplate.create SpawnPoint unused\n");
+  Put("ctf/ObjectSpawnTemplates.con", "ObjectTemplate.create ObjectSpawner tank\n");
+  OpenAndSave();
+  const auto second = OpenAndSave();
+  EXPECT_THAT(second.at("ctf/ObjectSpawnTemplates.con"), HasSubstr("ObjectSpawner tank\r\n"));
+  EXPECT_THAT(Names(entities.Of(EntityKind::ObjectSpawn).templates), ElementsAre("tank:2"));
+  EXPECT_THAT(Names(entities.Of(EntityKind::SoldierSpawn).templates), ElementsAre("s:1"));
+}
+
 TEST_F(EntityScriptsTest, NewSpawnIdsComeAfterThoseOfTheLevel) {
   PutSoldierSpawn("conquest", "s");
   Put("conquest/SoldierSpawnTemplates.con",

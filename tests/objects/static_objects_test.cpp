@@ -93,7 +93,7 @@ TEST_F(StaticObjectsTest, LinesWithoutAnObjectHaveNoEffect) {
                               "Object.rotation 4/5/6\n"),
             "")
       << "a create line without a name takes the lines that follow";
-  EXPECT_EQ(objectStore.objects.size(), 1u);
+  EXPECT_THAT(objectStore.objects, IsEmpty());
 }
 
 TEST_F(StaticObjectsTest, AnUnknownNameIsKeptAndShownAsTheDefaultEntry) {
@@ -129,20 +129,20 @@ TEST_F(StaticObjectsTest, ALevelWithoutObjectsStillHasItsEntities) {
 }
 
 TEST_F(StaticObjectsTest, TheLargestLevelLoadsWhole) {
-  Put(kScript, Lines(2047));
+  Put(kScript, Lines(2048));
   LoadStaticObjects();
-  EXPECT_EQ(objectStore.objects.size(), 2047u);
-  EXPECT_EQ(objectStore.objects.back().position.x, 2046);
+  EXPECT_EQ(objectStore.objects.size(), 2048u);
+  EXPECT_EQ(objectStore.objects.back().position.x, 2047);
 }
 
 TEST_F(StaticObjectsTest, ATooLargeLevelIsNotOverwritten) {
-  Put(kScript, Lines(2048));
+  Put(kScript, Lines(2049));
   Put(kSpawnScript, kSpawns);
   ExpectLossSaidAndNothingSaved(
-      "Could not load all objects - Maximum number of objects exceeded! (2047 were loaded.)");
+      "Could not load all objects - Maximum number of objects exceeded! (2048 were loaded.)");
   EXPECT_EQ(loadReport.lines.back(), "The level's entities were not loaded.");
-  EXPECT_EQ(objectStore.objects.size(), 2047u);
-  EXPECT_EQ(ChildrenOf(levelTree.fixed.standardMeshes).size(), 2047u);
+  EXPECT_EQ(objectStore.objects.size(), 2048u);
+  EXPECT_EQ(ChildrenOf(levelTree.fixed.standardMeshes).size(), 2048u);
 
   ClearAllObjects();
   ClearLoadReport();
@@ -178,24 +178,32 @@ TEST_F(StaticObjectsTest, ANameThatIsTooLongIsCutAndItsFileNotOverwritten) {
       "Some names in StaticObjects.con are longer than 63 characters and were cut.");
 }
 
-TEST_F(StaticObjectsTest, ADeletedObjectIsNotSavedAndKeepsItsRecord) {
+TEST_F(StaticObjectsTest, ADeletedObjectIsNotSavedAndFreesItsPlaceAtOnce) {
   AddObject("hut", {1, 2, 3}).selected = true;
   AddObject("oak", {4, 5, 6});
   objectStore.toolsEnabled = true;
-  DeleteStaticObject(0);
+  objectStore.hoveredObject = objectStore.lastHoveredObject = 1;
+  levelTree.view.remove = [](TreeItem) {
+    EXPECT_EQ(objectStore.objects.size(), 1u) << "the tree may choose the next object meanwhile";
+  };
   DeleteStaticObject(0);
   DeleteStaticObject(7);
+  levelTree.view.remove = [](TreeItem) {};
   SaveStaticObjects();
   EXPECT_THAT(Get(kScript), testing::Not(testing::HasSubstr("hut")));
   EXPECT_FALSE(objectStore.toolsEnabled) << "it was what was selected";
-  EXPECT_EQ(objectStore.objects.size(), 2u);
+  EXPECT_EQ(objectStore.lastHoveredObject, -1) << "the index would be of another object";
   EXPECT_TRUE(editor.levelModified);
+  objectStore.objects.resize(kMaxStaticObjects - 1, objectStore.objects[0]);
+  EXPECT_TRUE(PlaceStaticObject("oak", 1, 1, {}));
 }
 
 TEST_F(StaticObjectsTest, AnObjectOfACachedMeshStandsAtTheCursorAndIsSelected) {
   objectStore.meshes.emplace_back().name = "oak";
   PutCursorOver(200, 7, 300);
+  objectStore.showTreeMeshes = false;
   EXPECT_TRUE(AddStaticObjectFromCache(0));
+  EXPECT_TRUE(objectStore.showTreeMeshes) << "what is selected is not hidden";
   const StaticObject& oak = objectStore.objects.at(0);
   EXPECT_EQ(oak.position, (Vector3{200, 7, 300}));
   EXPECT_TRUE(oak.selected && objectStore.toolsEnabled && editor.levelModified);
@@ -229,10 +237,12 @@ TEST_F(StaticObjectsTest, TheEditSheetShowsTheNameAndChangesPlaceAndTurn) {
     return true;
   };
   EXPECT_TRUE(EditStaticObject(0));
+  EXPECT_TRUE(std::exchange(editor.levelModified, false));
+  EXPECT_TRUE(EditStaticObject(0));
+  EXPECT_FALSE(editor.levelModified) << "it stood there already";
   EXPECT_THAT(shown, ElementsAre("Edit Object", "Name", "Pos", "Rot"));
   EXPECT_EQ(objectStore.objects[0].position, (Vector3{1, 2, 30}));
   EXPECT_EQ(objectStore.objects[0].rotation, (Vector3{45, 0, 0}));
-  EXPECT_TRUE(editor.levelModified);
   EXPECT_FALSE(EditStaticObject(1));
 }
 
