@@ -87,6 +87,33 @@ constexpr auto kToolbar = std::to_array<CommandId>({
     kCommandMaterialMapper, kCommandObjectMapper,
 });
 
+constexpr auto kLevelCommands = std::to_array<CommandId>({
+    kCommandSaveLevel,
+    kCommandImportHeightmap,
+    kCommandExportHeightmap,
+    kCommandUndo,
+    kCommandRedo,
+    kCommandCut,
+    kCommandCopy,
+    kCommandPaste,
+    kCommandLevelStatistics,
+    kCommandRandomTerrain,
+    kCommandGenerateMaterialMap,
+    kCommandTestLevel,
+    kCommandGenerateSurfaceMaps,
+    kCommandGenerateShadows,
+    kCommandMergeLightmaps,
+    kCommandGenerateObjectLightmaps,
+    kCommandGenerateInGameMap,
+    kCommandAddFile,
+    kCommandSnapAllToGround,
+    kCommandLightSettings,
+    kCommandFogSettings,
+    kCommandShadowSettings,
+    kCommandWaterSettings,
+    kCommandSurfaceAssignments,
+});
+
 constexpr auto kCameraGroup =
     std::to_array<CommandId>({kCommandCameraOnTerrain, kCommandCameraFly, kCommandCameraTopDown});
 constexpr auto kDrawingGroup =
@@ -102,6 +129,10 @@ const CommandSpec* FindCommand(CommandId id) {
   const auto found = std::find_if(kCommands.begin(), kCommands.end(),
                                   [id](const CommandSpec& spec) { return spec.id == id; });
   return found == kCommands.end() ? nullptr : &*found;
+}
+
+bool NeedsLevel(CommandId id) {
+  return std::find(kLevelCommands.begin(), kLevelCommands.end(), id) != kLevelCommands.end();
 }
 
 std::span<const CommandId> MainToolbar() { return kToolbar; }

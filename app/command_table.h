@@ -29,6 +29,8 @@ struct CommandSpec {
 // In menu order, then the commands without a menu entry.
 std::span<const CommandSpec> CommandTable();
 const CommandSpec* FindCommand(CommandId id);
+// Whether the command works on a level: it is disabled while none is open.
+bool NeedsLevel(CommandId id);
 
 // Entries of the main toolbar in order; kCommandNone is a separator.
 std::span<const CommandId> MainToolbar();

@@ -138,7 +138,7 @@ void DoubleClick(MouseButton button, int x, int y) {
 }  // namespace
 
 void RouteMouse(MouseButton button, MouseEvent event, int x, int y) {
-  if (!editor.viewReady || !shell.mainWindowActive()) return;
+  if (!editor.viewReady || !editor.levelLoaded || !shell.mainWindowActive()) return;
   switch (event) {
     case MouseEvent::Press:
       Press(button, x, y);

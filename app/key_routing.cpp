@@ -152,7 +152,7 @@ void KeyUp(int key) {
 std::span<const Shortcut> ShortcutTable() { return kShortcuts; }
 
 void RouteKey(int key, bool down) {
-  if (!editor.viewReady) return;
+  if (!editor.viewReady || !editor.levelLoaded) return;
   if (down) {
     KeyDown(key);
   } else {

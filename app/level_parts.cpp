@@ -20,7 +20,7 @@ bool TerrainSizeIsSupported() {
     return true;
   }
   ShowPrompt(FormatText("The terrain size of this level is not supported (%i samples over %i "
-                        "units).",
+                        "units).\n\nNo level is open.",
                         samples, modConfig.WorldSize),
              "Error", PromptButtons::Ok, PromptIcon::Stop);
   return false;

@@ -10,6 +10,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 
+#include "app/command_table.h"
 #include "app/commands.h"
 #include "app/ui/level_tree_panel.h"
 #include "app/ui/mini_map_window.h"
@@ -96,6 +97,14 @@ void MainWindow::SetCommandChecked(CommandId id, bool checked) {
 void MainWindow::SetCommandEnabled(CommandId id, bool enabled) {
   QWidget* button = mainToolbar_->widgetForAction(actions_.Find(id));
   if (button) button->setEnabled(enabled);
+}
+
+void MainWindow::SetLevelOpen(bool open) {
+  for (const CommandSpec& spec : CommandTable()) {
+    if (NeedsLevel(spec.id)) actions_.Find(spec.id)->setEnabled(open);
+  }
+  modeToolbars_->setEnabled(open);
+  treePanel_->setEnabled(open);
 }
 
 void MainWindow::CloseForGood() {

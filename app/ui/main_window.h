@@ -25,6 +25,8 @@ class MainWindow : public QMainWindow {
   void SetCommandChecked(CommandId id, bool checked);
   // Of the command's button in the main toolbar; its menu entry is always there.
   void SetCommandEnabled(CommandId id, bool enabled);
+  // Enables the commands, tools and trees that work on a level.
+  void SetLevelOpen(bool open);
 
   ViewWidget* view() const { return view_; }
   MiniMapWindow* miniMap() const { return miniMap_; }

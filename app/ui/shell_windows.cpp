@@ -28,6 +28,7 @@ void ConnectWindows(MainWindow& window) {
   ViewWidget* const view = window.view();
   shell.setCommandChecked = [&](CommandId id, bool on) { window.SetCommandChecked(id, on); };
   shell.setCommandEnabled = [&](CommandId id, bool on) { window.SetCommandEnabled(id, on); };
+  shell.setLevelOpen = [&](bool open) { window.SetLevelOpen(open); };
   shell.showModeToolbar = [&](EditMode mode) { window.modeToolbars()->ShowMode(mode); };
   shell.mainWindowActive = [&] { return IsWindowInUse(&window); };
   shell.viewHasFocus = [view] { return view->hasFocus(); };

@@ -59,6 +59,7 @@ void LoadDefaults() {
   hooks.invalidateMiniMap();
   LoadTextureSet("TextureSets/Default");
   SendStartCommands();
+  shell.setLevelOpen(false);
   CentreCamera();
   shell.renderFrameNow();  // no more frames come until the first level is there
 }

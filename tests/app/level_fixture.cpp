@@ -39,6 +39,7 @@ Bytes Materials(int materialSize) {
 }  // namespace
 
 LevelTest::LevelTest() {
+  editor.levelLoaded = false;
   CreateMaterialMapper();
   ConnectTerrainOperations();
   std::filesystem::create_directories(folder / "Mods/varnhold/Archives/varnhold/levels");

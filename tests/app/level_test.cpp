@@ -8,8 +8,11 @@
 #include "app/input.h"
 #include "app/level_fixture.h"
 #include "app/modes.h"
+#include "core/mini_map_picture.h"
 #include "data/archive.h"
 #include "platform/file.h"
+#include "support/archive_bytes.h"
+#include "terrain/material_map.h"
 #include "terrain/roads.h"
 
 namespace mw {
@@ -121,37 +124,73 @@ TEST_F(LevelTest, CancellingLeavesTheOpenLevelAlone) {
   ASSERT_TRUE(SaveLevel());
 }
 
-TEST_F(LevelTest, ALevelThatCannotBeOpenedLeavesNothingToSaveInto) {
+TEST_F(LevelTest, ALevelWhoseArchiveCannotBeReadCostsTheOpenOneNothing) {
+  const std::filesystem::path levels = folder / "Mods/varnhold/Archives/varnhold/levels";
+  std::ofstream(levels / "Broken.vra") << "not an archive";
+  std::filesystem::copy(levels / "Valley.vra", levels / "Renamed.vra");
+  const Bytes renamed = ReadBytes(levels / "Renamed.vra");
+  const std::string stays =
+      "\n\nThe level on disk is as it was after the last save. The level Island is still open, as "
+      "you left it.";
+  const struct {
+    const char* level;
+    std::string reason;
+  } cases[] = {{"Gone", (levels / "Gone.vra").string() + ": No such file or directory." + stays},
+               {"Broken", ": The file is too short for an archive." + stays},
+               {"Renamed",
+                "This archive holds the level Valley, not Renamed. Give the file its "
+                "own name back to open it."}};
   AnswerDialogs("Island");
   ASSERT_TRUE(OpenLevel());
-  const Bytes valley = MemberOnDisk("Valley", "heightmap.raw");
-  std::ofstream(folder / "Mods/varnhold/Archives/varnhold/levels/Broken.vra") << "not an archive";
-  AnswerDialogs("Broken");
-  scripted::script.answers = {PromptAnswer::Ok};
-  EXPECT_FALSE(OpenLevel());
-  EXPECT_THAT(scripted::script.prompts.back().text,
-              HasSubstr("The level Broken could not be opened"));
-  EXPECT_FALSE(editor.levelModified);
-  scripted::script.answers = {PromptAnswer::Ok};
-  EXPECT_FALSE(SaveLevel());
-  EXPECT_THAT(scripted::script.prompts.back().text, HasSubstr("The level could not be saved."));
-  EXPECT_EQ(MemberOnDisk("Valley", "heightmap.raw"), valley);
+  SetHeight(10, 10, 99);
+  editor.levelModified = true;
+  camera.position.Set(300, 80, 400);
+  for (const auto& [level, reason] : cases) {
+    SCOPED_TRACE(level);
+    AnswerDialogs(level);
+    scripted::script.answers = {PromptAnswer::Ok};
+    EXPECT_FALSE(OpenLevel());
+    EXPECT_THAT(scripted::script.prompts.back().text, HasSubstr(reason));
+    EXPECT_TRUE(editor.levelLoaded && editor.levelModified);
+    EXPECT_EQ(modConfig.LevelName, "Island");
+    EXPECT_EQ(camera.position, (Vector3{300, 80, 400}));
+    EXPECT_FLOAT_EQ(terrain->grid[10][10].h, 99);
+  }
+  EXPECT_EQ(ReadBytes(levels / "Renamed.vra"), renamed);
+  ASSERT_TRUE(SaveLevel());
+  EXPECT_EQ(MemberOnDisk("Island", "heightmap.raw")[(10 * 256 + 256 - 10) * 2 + 1], 99);
 }
 
-TEST_F(LevelTest, AnUnsupportedTerrainSizeIsRefusedAndItsArchiveUntouched) {
+TEST_F(LevelTest, OpeningThatFailsLaterLeavesAnEmptyEditorAndTheArchiveUntouched) {
   MakeLevel("Huge", 2048, 8192);
-  const auto before =
-      std::filesystem::last_write_time(folder / "Mods/varnhold/Archives/varnhold/levels/Huge.vra");
+  const Bytes huge = ReadBytes(folder / "Mods/varnhold/Archives/varnhold/levels/Huge.vra");
+  bool isOpen = false;
+  shell.setLevelOpen = [&isOpen](bool open) { isOpen = open; };
+  AnswerDialogs("Island");
+  ASSERT_TRUE(OpenLevel());
+  EXPECT_TRUE(isOpen);
+  SetMaterial(5, 10, 10);
+  editor.levelModified = true;
   AnswerDialogs("Huge");
   scripted::script.answers = {PromptAnswer::Ok};
   EXPECT_FALSE(OpenLevel());
   ASSERT_EQ(scripted::script.prompts.size(), 1u);
   EXPECT_EQ(scripted::script.prompts[0].text,
-            "The terrain size of this level is not supported (2048 samples over 8192 units).");
-  EXPECT_EQ(modConfig.MaterialSize, 512) << "the record is as before";
-  EXPECT_EQ(
-      std::filesystem::last_write_time(folder / "Mods/varnhold/Archives/varnhold/levels/Huge.vra"),
-      before);
+            "The terrain size of this level is not supported (2048 samples over 8192 units).\n\n"
+            "No level is open.");
+  EXPECT_EQ(ReadBytes(folder / "Mods/varnhold/Archives/varnhold/levels/Huge.vra"), huge);
+  EXPECT_FALSE(isOpen || editor.levelLoaded || editor.levelModified || LevelArchive());
+  EXPECT_EQ(modConfig.LevelName, "");
+  EXPECT_EQ(modConfig.MaterialSize, 512) << "the mod's";
+  EXPECT_FLOAT_EQ(terrain->grid[10][10].h, kFlatHeight);
+  EXPECT_EQ(materialMapper->grid[10][10], 0u);
+  EXPECT_EQ(miniMapPicture.grey, MiniMapPicture{}.grey);
+  SetEditMode(EditMode::TerrainMapper);
+  terrain->tool = TerrainTool::Flatten;
+  RouteMouse(MouseButton::Left, MouseEvent::Press, 10, 10);
+  RouteKey('Z', true);
+  EXPECT_EQ(terrain->flattenActive, 0) << "there is nothing to edit";
+  EXPECT_EQ(terrain->tool, TerrainTool::Flatten);
 }
 
 TEST_F(LevelTest, AMissingHeightMapIsReportedAndTheGridStaysFlat) {

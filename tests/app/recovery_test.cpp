@@ -25,6 +25,7 @@ namespace {
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 
+const std::string kRecoveryFile = RecoveryFileName(0);
 constexpr const char* kOld = "mapwright.recovery.old";
 constexpr const char* kDamaged = "mapwright.recovery.damaged";
 
@@ -133,6 +134,31 @@ TEST_F(RecoveryTest, WorkThatIsSavedOrGivenUpIsNotOfferedAgain) {
   EXPECT_FALSE(fs::exists(kRecoveryFile));
 }
 
+TEST_F(RecoveryTest, ARunningEditorsWorkIsNeitherOfferedNorReplaced) {
+  Edit(50);
+  LetTimePass();
+  const Bytes file = ReadBytes(kRecoveryFile);
+  Recovery running = std::move(recovery);
+  Restart();
+  EXPECT_FALSE(OfferRecovery());
+  AnswerDialogs("Valley");
+  ASSERT_TRUE(OpenLevel());
+  Edit(51);
+  LetTimePass();
+  EXPECT_EQ(ReadBytes(kRecoveryFile), file);
+  EXPECT_TRUE(fs::exists(RecoveryFileName(1)));
+  running = Recovery{};  // both are killed
+  Restart();
+  scripted::script.answers = {PromptAnswer::No, PromptAnswer::Yes};
+  ASSERT_TRUE(OfferRecovery()) << "one after the other";
+  EXPECT_EQ(Shown(), 51);
+  EXPECT_EQ(ReadBytes(kOld), file);
+  ASSERT_TRUE(SaveLevel());
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    EXPECT_EQ(entry.path().string().find("-lock"), std::string::npos) << entry.path();
+  }
+}
+
 TEST_F(RecoveryTest, DeclinedWorkIsKeptOnceUnderAnotherName) {
   Edit(50);
   LetTimePass();
@@ -172,6 +198,7 @@ TEST_F(RecoveryTest, WorkOnALevelThatIsGoneIsKept) {
   scripted::script.answers = {PromptAnswer::Yes, PromptAnswer::Ok};
   EXPECT_FALSE(OfferRecovery());
   EXPECT_THAT(scripted::script.prompts.back().text, HasSubstr("mapwright.recovery.old"));
+  EXPECT_THAT(scripted::script.prompts.back().text, HasSubstr("No such file or directory"));
   EXPECT_FALSE(editor.levelModified);
   EXPECT_TRUE(fs::exists(kOld));
 }
