@@ -7,6 +7,7 @@
 
 #include "app/camera_control.h"
 #include "app/commands.h"
+#include "app/damaged_parts.h"
 #include "app/level_check.h"
 #include "app/level_parts.h"
 #include "app/operations.h"
@@ -18,6 +19,7 @@
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/game_file.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/mods.h"
 #include "platform/disk.h"
@@ -76,8 +78,10 @@ void ClearLevel() {
   shell.renderFrameNow();
 }
 
-// From now on the state of the archive before its first change is kept.
-void KeepStateBefore(Archive& archive) { archive.BackUpFirst(BackupKind::Whole); }
+// From now on the state of the archive before its first change is kept. The level has been read.
+void KeepStateBefore(Archive& archive) {
+  archive.BackUpFirst(loadReport.readWhole ? BackupKind::Whole : BackupKind::Damaged);
+}
 
 // Opens the archive of the chosen level, and loads it by `load`, which says itself why it fails.
 // False, with the reason in `reason`, when the archive cannot be opened.
@@ -143,6 +147,7 @@ bool OpenChosenLevel(const ModSnapshot& before, const std::function<bool()>& loa
   SendOpenCommands();
   PlaceCameraAtSavedPosition();
   LookAlongLevel();
+  ShowLoadReport();
   return true;
 }
 
@@ -160,7 +165,8 @@ void LoadStockLevel(const char* name) {
     AdoptLevelArchive(archive);
     if (LoadLevelParts()) {
       KeepStateBefore(*archive);
-      return PlaceCameraAtSavedPosition();
+      PlaceCameraAtSavedPosition();
+      return ShowLoadReport();
     }
     CloseLevelArchive();
   }
@@ -224,6 +230,7 @@ void CloseLevelArchive() {
   }
   openArchivePath.clear();
   openLevelModFolder.clear();
+  ClearLoadReport();
 }
 
 bool OpenLevel() {
@@ -291,7 +298,7 @@ std::string TrySaveLevel() {
     ShowNotSaved();
     return failure;
   }
-  SetStatusText(1, FormatText("Saved level %s", modConfig.LevelName.c_str()));
+  SetStatusText(1, FormatText("Saved level %s", modConfig.LevelName.c_str()) + KeptPartsText());
   LoadLevelTextures(LevelTextureLoad::Reloading);
   editor.levelModified = false;
   ForgetRecovery();
@@ -305,6 +312,7 @@ bool SaveLevel(ForeignChange foreign) {
     ShowNotSaved();
     return false;
   }
+  AskForDamagedParts();
   const std::string failure = TrySaveLevel();
   if (failure.empty()) return true;
   ShowPrompt(FormatText("The level could not be saved.\n\n%s\n\nThe level on disk is as it was "

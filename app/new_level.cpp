@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/camera_control.h"
+#include "app/damaged_parts.h"
 #include "app/level.h"
 #include "app/operations.h"
 #include "app/shell.h"
@@ -16,6 +17,7 @@
 #include "data/archive.h"
 #include "data/game_file.h"
 #include "data/level_settings.h"
+#include "data/load_report.h"
 #include "data/mods.h"
 #include "objects/entity_scripts.h"
 #include "platform/disk.h"
@@ -139,8 +141,10 @@ std::string WriteSkeleton(const GameRules& rules) {
 
 void ReadBack() {
   operations.clearAllObjects();
+  BeginLoadReport();
   ReadLevelSettings();
   ReadGameModeFiles();
+  EndLoadReport();
   operations.snapAllToGround();
 }
 
@@ -176,6 +180,7 @@ std::string CreateLevel(const NewLevelChoices& choices) {
   if (std::string failure = WriteSkeleton(rules); !failure.empty()) return failure;
   ReadBack();
   AssignCentralTiles();
+  levelTextures.textureSetChosen = true;
   editor.levelLoaded = true;
   editor.levelModified = false;
   shell.setLevelOpen(true);
@@ -234,7 +239,11 @@ bool NewLevel(const AskNewLevel& ask) {
   }
   const std::string oldLevel = WordOfOldLevel(choices->name);
   const std::string failure = CreateLevel(*choices);
-  if (!failure.empty()) GiveUp(failure + oldLevel, before);
+  if (failure.empty()) {
+    ShowLoadReport();
+  } else {
+    GiveUp(failure + oldLevel, before);
+  }
   return failure.empty();
 }
 

@@ -166,7 +166,6 @@ void LoadHeights(benchmark::State& state) {
   const int size = modConfig.MaterialSize;
   heightBuffer.resize(static_cast<std::size_t>(size) * static_cast<std::size_t>(size) * 2);
   for (std::uint8_t& byte : heightBuffer) byte = static_cast<std::uint8_t>(std::rand());
-  heightBufferFilled = heightBuffer.size();
   const auto time = [](auto work) {
     const auto start = std::chrono::steady_clock::now();
     work();

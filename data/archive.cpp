@@ -31,8 +31,8 @@ bool CanAllBeRead(const fs::path& path) {
   Archive archive;
   if (!archive.Open(path.string(), false)) return false;
   for (const auto& [name, entry] : archive.Entries()) {
-    const auto data = archive.ReadMember(name);
-    if (!data || data->size() != entry.size) return false;
+    const auto member = archive.ReadMemberWithGaps(name);
+    if (!member || !member->IsWhole()) return false;
   }
   return true;
 }
@@ -125,15 +125,23 @@ bool Archive::SetMode(StorageMode mode) {
 const ArchiveEntry* Archive::Find(std::string_view name) const { return Entries().Find(name); }
 
 std::optional<Bytes> Archive::ReadMember(std::string_view name) {
+  auto member = ReadMemberWithGaps(name);
+  if (!member) return std::nullopt;
+  return std::move(member->data);
+}
+
+std::optional<MemberBytes> Archive::ReadMemberWithGaps(std::string_view name) {
   const ArchiveEntry* entry = Find(name);
   if (!entry || !state_->file.IsOpen()) return std::nullopt;
   try {
     if (Mode() == StorageMode::Compressed) {
       return ExpandMember(state_->ReadStored(*entry, StoredRoom()), entry->size);
     }
-    Bytes data;
+    MemberBytes member;
+    Bytes& data = member.data;
     data.resize(std::min<std::size_t>(state_->ReadStored(*entry, data).size(), entry->size));
-    return data;
+    if (data.size() < entry->size) member.gaps.push_back({data.size(), entry->size});
+    return member;
   } catch (const std::bad_alloc&) {
     state_->Fail(kNoMemory);
     return std::nullopt;

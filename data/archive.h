@@ -13,6 +13,7 @@
 
 #include "core/text.h"
 #include "data/archive_entries.h"
+#include "data/member_bytes.h"
 
 namespace mw {
 
@@ -75,8 +76,9 @@ class Archive {
 
   const ArchiveEntry* Find(std::string_view name) const;
   // The member's bytes, as far as they can be read and decompressed; nothing when there is no such
-  // member.
+  // member. The second form also tells what is missing.
   std::optional<std::vector<std::uint8_t>> ReadMember(std::string_view name);
+  std::optional<MemberBytes> ReadMemberWithGaps(std::string_view name);
   // Adds the member or replaces its content. False, with the archive unchanged, when the name is
   // empty or too long, the archive is read-only, compression fails or the file cannot be written.
   bool WriteMember(std::string_view name, std::span<const std::uint8_t> data);

@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "core/text.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "platform/disk.h"
-#include "platform/prompts.h"
 
 namespace mw {
 namespace {
@@ -177,9 +177,11 @@ std::unique_ptr<GameFile> GameFileOpen(std::string_view path, std::string_view m
     return file;
   }
   if (!file->archive) return nullptr;
-  std::optional<std::vector<std::uint8_t>> data = file->archive->ReadMember(file->name);
-  if (!data) return nullptr;
-  file->data = *std::move(data);
+  if (loadReport.loading) loadReport.filesRead.insert(NormalMemberName(file->name));
+  std::optional<MemberBytes> member = file->archive->ReadMemberWithGaps(file->name);
+  if (!member) return nullptr;
+  file->data = std::move(member->data);
+  file->gaps = std::move(member->gaps);
   return file;
 }
 
@@ -267,19 +269,6 @@ bool ImportDiskFile(std::string_view diskPath, std::string_view gamePath) {
     return false;
   }
   return SaveBytes(gamePath, *std::move(bytes));
-}
-
-std::optional<std::vector<std::uint8_t>> LoadGameFileBytes(std::string_view gamePath,
-                                                           std::size_t size,
-                                                           std::size_t* available) {
-  const std::unique_ptr<GameFile> file = GameFileOpen(gamePath, "rb");
-  if (!file) {
-    ShowPrompt("Can't Find The Height Map!", "Error");
-    return std::nullopt;
-  }
-  if (available) *available = std::min(size, file->data.size());
-  file->data.resize(size);
-  return std::move(file->data);
 }
 
 void SaveGameFileBytes(std::string_view gamePath, std::span<const std::uint8_t> bytes) {

@@ -1,14 +1,15 @@
 // StaticObjects.con, the script that places the static objects of a level.
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
 #include "core/editor_state.h"
 #include "core/text.h"
+#include "data/load_report.h"
 #include "data/script.h"
 #include "objects/entity_scripts.h"
 #include "objects/static_object_records.h"
 #include "objects/static_objects.h"
-#include "platform/prompts.h"
 
 namespace mw {
 namespace {
@@ -26,6 +27,14 @@ void ReadVector(Tokenizer& arguments, Vector3& vector) {
   }
 }
 
+// What a record cannot hold must not be written back in part.
+void NoteCutName() {
+  NoteDamagedPart(LevelPart::StaticObjects,
+                  FormatText("Some names in StaticObjects.con are longer than %zu characters and "
+                             "were cut.",
+                             decltype(StaticObject::name)::kCapacity));
+}
+
 // Without a name (which a zero byte ends) the record is there, to take the lines that follow, but
 // stands for no object.
 void CreateObject(Tokenizer& arguments) {
@@ -35,6 +44,7 @@ void CreateObject(Tokenizer& arguments) {
     return;
   }
   StaticObject object = NewStaticObject(*name);
+  if (name->size() > object.name.kCapacity) NoteCutName();
   FindMesh(object);
   AppendStaticObject(std::move(object));
 }
@@ -53,6 +63,13 @@ void ReadField(std::string_view command, Tokenizer& arguments, StaticObject& obj
   }
 }
 
+// The lines behind a gap belong to an object that was in it: they go into a record that stands for
+// no object.
+void SkipToNextObject() {
+  auto& objects = objectStore.objects;
+  if (!objects.empty() && objects.back().inUse) objects.emplace_back();
+}
+
 void DropLastObject() {
   RetireStaticObject(objectStore.objects.back());
   objectStore.objects.pop_back();
@@ -68,7 +85,9 @@ bool ReadObjectLine(std::string_view line) {
     DropLastObject();
     return false;
   }
-  if (EqualNoCase(*command, "Object.create")) {
+  if (IsGap(*command)) {
+    SkipToNextObject();
+  } else if (EqualNoCase(*command, "Object.create")) {
     CreateObject(tokens);
   } else if (!objectStore.objects.empty()) {
     ReadField(*command, tokens, objectStore.objects.back());
@@ -76,28 +95,27 @@ bool ReadObjectLine(std::string_view line) {
   return true;
 }
 
-void ReportLoss(const char* reason) {
-  objectStore.loadedIncompletely = true;
-  ShowPrompt(FormatText("Could not load all objects - %s!", reason), "ERROR", PromptButtons::Ok,
-             PromptIcon::Stop);
+void NoteLoss(const char* reason) {
+  const auto count = std::ranges::count_if(objectStore.objects, &StaticObject::inUse);
+  NoteDamagedPart(LevelPart::StaticObjects,
+                  FormatText("Could not load all objects - %s! (%td were loaded.)", reason, count));
 }
 
-// A missing file is a level without static objects. False, after a message, when not all objects of
-// the file could be read.
+// False, with the entities noted as not loaded, when the file holds more objects than the table.
 bool ReadObjectScript() {
   const auto file = GameFileOpen(ScriptPath(), "r");
-  if (!file) return true;
+  if (!file) {
+    NoteDamagedFile("StaticObjects.con is missing: the level opens without static objects.");
+    return true;
+  }
   bool overflowed = false;
   ForEachLine(*file, kEntityLineBuffer, [&overflowed](std::string_view line) {
     overflowed = overflowed || !ReadObjectLine(line);
   });
-  if (overflowed) {
-    ReportLoss("Maximum number of objects exceeded");
-  } else if (!IsWhole(*file)) {
-    ReportLoss("StaticObjects.con is damaged");
-  } else {
-    return true;
-  }
+  if (!IsWhole(*file)) NoteLoss("StaticObjects.con is damaged");
+  if (!overflowed) return true;
+  NoteLoss("Maximum number of objects exceeded");
+  NoteEntitiesNotRead();
   return false;
 }
 
@@ -132,12 +150,7 @@ void LoadStaticObjects() {
 }
 
 void SaveStaticObjects() {
-  if (objectStore.loadedIncompletely) {
-    ShowPrompt("This level was not loaded completely. Its objects and entities were not saved.",
-               "Warning", PromptButtons::Ok, PromptIcon::Exclamation);
-    return;
-  }
-  WriteObjectScript();
+  if (MayWrite(LevelPart::StaticObjects)) WriteObjectScript();
   WriteGameModeFiles();
 }
 

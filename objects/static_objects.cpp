@@ -43,7 +43,6 @@ void ClearAllObjects() {
   UpdateToolButtons(false);
   objectStore.hoveredObject = objectStore.lastHoveredObject = -1;
   entities.hovered = {};
-  objectStore.loadedIncompletely = false;
   editor.somethingCopied = false;
 }
 

@@ -36,8 +36,8 @@ void CreateMaterialMapper();
 void DestroyMaterialMapper();
 
 // Reads "%s\materialmap.raw" of the level folder into the grid; bytes above the last material are
-// kept, cells that the file lacks become 0. When no archive holds the file a message is shown and
-// the level's cells become 0.
+// kept, cells that the file lacks become 0, all of the level's when no archive holds it. What is
+// wrong with it is noted in the load report.
 void LoadMaterialMap();
 // Writes the same file from the grid: of each index the low byte of its absolute value.
 void SaveMaterialMap();

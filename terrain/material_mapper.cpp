@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/editor_state.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "terrain/material_map.h"
 #include "terrain/terrain_passes.h"
@@ -61,6 +62,7 @@ void FillWithMaterial() {
   for (int i = 1; i <= modConfig.MaterialSize; ++i)
     std::fill_n(materialMapper->grid[i].begin(), modConfig.MaterialSize,
                 materialMapper->currentMaterial);
+  SetReplaced(LevelPart::MaterialMap);
   MarkMaterialsChanged();
   editor.levelModified = true;
 }

@@ -3,6 +3,7 @@
 #include "core/editor_state.h"
 #include "core/game_random.h"
 #include "core/hooks.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "platform/prompts.h"
 #include "terrain/material_map.h"
@@ -105,6 +106,8 @@ void GenerateTerrain(const RandomTerrainParameters& parameters) {
   MarkAllTerrainChanged();
   PaintMiniMap();
   AssignMaterialsByHeight();
+  SetReplaced(LevelPart::HeightMap);
+  SetReplaced(LevelPart::MaterialMap);
   if (editor.levelHasWater) modConfig.WaterLevel = kWaterLevel;
   hooks.seatObjectsOnGround();
   editor.levelModified = true;

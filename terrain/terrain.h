@@ -79,10 +79,9 @@ struct SelectionBox {
 };
 extern SelectionBox selectionBox;
 
-// The raw file image of heightmap.raw, 2 bytes per sample, and how much of it came from the file
-// (the grid keeps its flat height where the file ended early).
+// The raw file image of heightmap.raw, 2 bytes per sample; flat where the file cannot be read or
+// ends early.
 extern std::vector<std::uint8_t> heightBuffer;
-extern std::size_t heightBufferFilled;  // bytes
 
 void CreateTerrain();
 void DestroyTerrain();
@@ -96,9 +95,9 @@ bool HasUsableSize();
 // kMaxMaterialSize.
 void InitGrid();
 // Reads "%s\heightmap.raw" of the level folder into the height buffer. False when no archive holds
-// it (a message was shown; the buffer is then empty).
+// it: the buffer is then empty. What is wrong with it is noted in the load report.
 bool LoadHeightBuffer();
-// Height buffer to grid; samples that the file lacked keep their height. Repaints the Mini-Map.
+// Height buffer to grid; samples that the buffer lacks keep their height. Repaints the Mini-Map.
 void LoadHeightsFromBuffer();
 // Clamps to 0 ... 256, stores, updates the Mini-Map picture and marks the vertex for redrawing.
 void SetHeight(int i, int j, float h);

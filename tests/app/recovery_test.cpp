@@ -14,7 +14,6 @@
 #include "app/level_fixture.h"
 #include "app/recovery_offer.h"
 #include "data/mods.h"
-#include "objects/object_store.h"
 #include "support/archive_bytes.h"
 #include "support/disk_faults.h"
 #include "terrain/material_map.h"
@@ -203,16 +202,21 @@ TEST_F(RecoveryTest, WorkOnALevelThatIsGoneIsKept) {
   EXPECT_TRUE(fs::exists(kOld));
 }
 
-TEST_F(RecoveryTest, ObjectsThatWereNotAllReadAreLeftToTheLevel) {
-  operations.saveStaticObjects = [this] { calls.emplace_back("objects"); };
-  objectStore.loadedIncompletely = true;
+TEST_F(RecoveryTest, WorkOnADamagedMapComesBackAndTheMapOnDiskStillNeedsAWord) {
+  ASSERT_TRUE(LevelArchive()->WriteMember("varnhold/levels/Island/heightmap.raw", Bytes(70'000)));
+  scripted::script.answers = {PromptAnswer::Ok};
+  ASSERT_TRUE(OpenLevel());
   Edit(50);
   LetTimePass();
-  objectStore.loadedIncompletely = false;
-  EXPECT_TRUE(calls.empty());
-  Edit(51);
-  LetTimePass();
-  EXPECT_EQ(calls.size(), 1u);
+  Restart();
+  scripted::script.answers = {PromptAnswer::Yes, PromptAnswer::Ok, PromptAnswer::No};
+  ASSERT_TRUE(OfferRecovery());
+  EXPECT_EQ(Shown(), 50);
+  EXPECT_THAT(scripted::script.prompts.back().text, HasSubstr("read to row 136 of 256"));
+  ASSERT_TRUE(SaveLevel());
+  EXPECT_THAT(scripted::script.prompts.back().text, HasSubstr("Replace the damaged height map"));
+  EXPECT_EQ(MemberOnDisk("Island", "heightmap.raw"), Bytes(70'000));
+  EXPECT_THAT(TextOnDisk("Island", "init/skyandsun.con"), HasSubstr("fogstart 50"));
 }
 
 // The program stops, a change fails or the disk is full, at every change that the writing makes.
