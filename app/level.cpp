@@ -79,8 +79,10 @@ void ClearLevel() {
   shell.renderFrameNow();
 }
 
-// From now on the state of the archive before its first change is kept.
-void KeepStateBefore(Archive& archive) { archive.BackUpFirst(BackupKind::Whole); }
+// From now on the state of the archive before its first change is kept. The level has been read.
+void KeepStateBefore(Archive& archive) {
+  archive.BackUpFirst(loadReport.readWhole ? BackupKind::Whole : BackupKind::Damaged);
+}
 
 // Opens the archive of the chosen level, and loads it by `load`, which says itself why it fails.
 // False, with the reason in `reason`, when the archive cannot be opened.

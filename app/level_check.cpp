@@ -55,8 +55,9 @@ void ShowLevelNotOpened(const std::string& level, const std::string& reason) {
           ? FormatText("The level %s is still open, as you left it.", modConfig.LevelName.c_str())
           : "No level is open.";
   ShowArrowCursor();
-  ShowPrompt(FormatText("The level %s could not be opened.\n\n%s\n\n%s", level.c_str(),
-                        reason.c_str(), open.c_str()),
+  ShowPrompt(FormatText("The level %s could not be opened.\n\n%s\n\nThe level on disk is as it was "
+                        "after the last save. %s",
+                        level.c_str(), reason.c_str(), open.c_str()),
              "Error", PromptButtons::Ok, PromptIcon::Stop);
 }
 

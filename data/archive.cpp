@@ -31,8 +31,8 @@ bool CanAllBeRead(const fs::path& path) {
   Archive archive;
   if (!archive.Open(path.string(), false)) return false;
   for (const auto& [name, entry] : archive.Entries()) {
-    const auto data = archive.ReadMember(name);
-    if (!data || data->size() != entry.size) return false;
+    const auto member = archive.ReadMemberWithGaps(name);
+    if (!member || !member->IsWhole()) return false;
   }
   return true;
 }

@@ -72,6 +72,21 @@ TEST_F(LevelSafety, TheFirstSaveOfASessionLeavesTheStateBeforeItAsABackup) {
   EXPECT_THAT(ListLevels(), ElementsAre("Island", "Valley"));
 }
 
+TEST_F(LevelSafety, TheBackupOfADamagedLevelReplacesNoneOfAWholeOne) {
+  WriteBytes(backup, TextBytes("whole"));
+  CloseLevelArchive();
+  Archive archive;
+  ASSERT_TRUE(archive.Open(ArchivePath("Island"), true) &&
+              archive.WriteMember("varnhold/levels/Island/heightmap.raw", Bytes(70'000)) &&
+              archive.Close());
+  before = ReadBytes(path);
+  scripted::script.answers = {PromptAnswer::Ok, PromptAnswer::Yes};
+  ASSERT_TRUE(OpenLevel());
+  ASSERT_TRUE(SaveLevel());
+  EXPECT_EQ(ReadBytes(backup), TextBytes("whole"));
+  EXPECT_EQ(ReadBytes(path.string() + ".damaged.bak"), before);
+}
+
 TEST_F(LevelSafety, WithoutRoomForABackupTheUserDecides) {
   fs::create_directory(backup);  // nothing can take its place
   scripted::script.answers = {PromptAnswer::No, PromptAnswer::Yes};

@@ -137,7 +137,9 @@ TEST_F(LevelTest, ALevelWhoseArchiveCannotBeReadCostsTheOpenOneNothing) {
   std::ofstream(levels / "Broken.vra") << "not an archive";
   std::filesystem::copy(levels / "Valley.vra", levels / "Renamed.vra");
   const Bytes renamed = ReadBytes(levels / "Renamed.vra");
-  const std::string stays = "\n\nThe level Island is still open, as you left it.";
+  const std::string stays =
+      "\n\nThe level on disk is as it was after the last save. The level Island is still open, as "
+      "you left it.";
   const struct {
     const char* level;
     std::string reason;
