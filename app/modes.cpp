@@ -2,14 +2,13 @@
 
 #include "app/operations.h"
 #include "app/shell.h"
-#include "terrain/terrain.h"
 
 namespace mw {
 
 void EndStroke() {
   editor.rubberBandActive = false;
-  if (IsEditMode(EditMode::MaterialMapper)) operations.setPainting(false);
-  if (terrain) terrain->flattenActive = 0;
+  operations.stopPainting();
+  operations.releaseBrush();
 }
 
 void SetEditMode(EditMode mode) {

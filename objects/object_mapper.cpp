@@ -87,8 +87,9 @@ void SelectPressed(Placement& item, TreeItem treeItem) {
 
 float GroundUnder(const Placement& item) { return HeightAt(item.position.x, item.position.z); }
 
+// Over the ground: what is dragged lies under the cursor itself, and would come nearer and nearer.
 void DragTranslate(int x, int y) {
-  PickCursorPoint(x, y);
+  if (const auto ground = GroundUnderCursor(x, y)) objectStore.CursorPoint = *ground;
   const Vector3 pivot = objectStore.CursorPoint;
   objectStore.SelectionPivot = pivot;
   ForEachSelected([&pivot](Placement& item) {

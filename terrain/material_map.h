@@ -25,7 +25,8 @@ struct MaterialMapper {
   std::uint32_t brushSize = 1;        // half-width plus one, 1 ... 9 cells
   bool SurfaceView = false;           // the texture set's pictures instead of the icons
   float materialCellSize = 0;         // world units
-  Vector3 pick;                       // world point under the cursor
+  Vector3 pick;                       // point of the ground under the cursor
+  bool pickMissed = false;            // no ground is under it; pick is an earlier place
   unsigned edits = 0;                 // grows when the grid changed otherwise than by the brush
 };
 

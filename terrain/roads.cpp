@@ -68,7 +68,7 @@ void GradeSegment(const RoadPoint& a, const RoadPoint& b) {
 }  // namespace
 
 void AddRoadPoint(int x, int y) {
-  if (const auto point = WorldPointUnderCursor(x, y)) AddRoadPointAt(point->x, point->z);
+  if (const auto point = GroundUnderCursor(x, y)) AddRoadPointAt(point->x, point->z);
 }
 
 void AddRoadPointAt(float x, float z) {

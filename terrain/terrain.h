@@ -56,7 +56,7 @@ struct Terrain {
   std::int32_t brushSize = 1;    // cells
   float power = 3.0f;            // height units per second
   float flattenHeight = 127.0f;  // height units
-  std::uint8_t flattenSampled = 0, flattenActive = 0;
+  std::uint8_t flattenSampled = 0;
   std::uint8_t autoSmoothing = 1;
   float smoothingRange = 6.0f;  // cells
   std::int32_t roadPointCount = 0;

@@ -78,6 +78,13 @@ void DrawMarkVertices() {
   glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
 
+// Calls act for first ... last, ending with those next to the middle.
+template <typename Act>
+void ForEachInwards(int first, int last, int middle, Act act) {
+  for (int k = first; k < std::min(middle, last + 1); ++k) act(k);
+  for (int k = last; k >= std::max(middle, first); --k) act(k);
+}
+
 bool SameUnit(float a, float b) { return std::trunc(a) == std::trunc(b); }
 
 void Vertex(const Vector3& point) { glVertex3f(point.x, point.y, point.z); }
@@ -92,20 +99,24 @@ Vector3 RoadPostTop(const RoadPoint& point) {
 
 }  // namespace
 
+// As they leave no depth, those nearer to the camera come after those behind them.
 void DrawPointMarkers(const CellMap& cells) {
   const ViewSquare& square = cells.Square();
+  const Cell middle = CellOf(camera.position.x, camera.position.z);
   store.vertices.clear();
-  for (int i = square.ViewRowEnd; i > square.ViewRowStart; --i) {
-    for (int j = square.ViewColStart; j < square.ViewColEnd; ++j) {
+  ForEachInwards(square.ViewRowStart + 1, square.ViewRowEnd, middle.i, [&](int i) {
+    ForEachInwards(square.ViewColStart, square.ViewColEnd - 1, middle.j, [&](int j) {
       if (cells.At(i, j) != 0) AddMarker(terrain->grid[i][j]);
-    }
-  }
+    });
+  });
   if (store.vertices.empty()) return;
   glLineWidth(kMarkerWidth);
+  glDepthMask(GL_FALSE);
   DrawMarkVertices();
+  glDepthMask(GL_TRUE);
 }
 
-// Leaves the depth of the ground: under its own lines, too, the brush follows the cursor over it.
+// Leaves no depth, as all marks.
 void DrawBrushSphere() {
   if (SameUnit(camera.position.x, pick.x) || SameUnit(camera.position.y, pick.y) ||
       SameUnit(camera.position.z, pick.z))
@@ -128,6 +139,7 @@ void DrawRoadPosts() {
   const int count = std::clamp(terrain->roadPointCount, 0, kMaxRoadPoints);
   glLineWidth(kRoadPostWidth);
   glColor4f(1, 0, 1, 1);
+  glDepthMask(GL_FALSE);
   glBegin(GL_LINES);
   for (int k = 0; k < count; ++k) {
     const RoadPoint& point = terrain->roadPoints[static_cast<std::size_t>(k)];
@@ -138,6 +150,7 @@ void DrawRoadPosts() {
     Vertex(RoadPostTop(point));
   }
   glEnd();
+  glDepthMask(GL_TRUE);
 }
 
 void ReleaseTerrainMarks() {

@@ -46,13 +46,13 @@ void ScrollWater() {
 void RenderTerrainMode() {
   if (!terrain) return;
   UpdateViewSquare();
-  ApplyTerrainEffects();
+  UpdateFlattenBrush();
   DrawTerrainCells();
   glColor4fv(TerrainBaseColour().data());
   glLineWidth(kGridLineWidth);
   if (editor.drawObjectsInMappers) hooks.drawStaticObjects();
-  RenderWater();
-  if (HasBrushSphere(terrain->tool)) DrawBrushSphere();
+  RenderWaterOverGround();
+  if (HasBrushSphere(terrain->tool) && !pick.missed) DrawBrushSphere();
   if (terrain->tool == TerrainTool::Road) DrawRoadPosts();
   glLineWidth(1);
   glColor4f(1, 1, 1, 1);
@@ -70,6 +70,12 @@ void RenderWater() {
   glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
   glDisable(GL_TEXTURE_2D);
   ScrollWater();
+}
+
+void RenderWaterOverGround() {
+  glDepthMask(GL_FALSE);
+  RenderWater();
+  glDepthMask(GL_TRUE);
 }
 
 void ReleaseTerrainBuffers() {

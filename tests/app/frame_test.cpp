@@ -2,6 +2,7 @@
 
 #include <GL/gl.h>
 #include <gmock/gmock.h>
+#include <utility>
 
 #include "app/shell_fixture.h"
 #include "support/gl_context.h"
@@ -24,6 +25,16 @@ TEST_F(ShellTest, TheRubberBandLeavesTheDepthThatItsCornersArePickedFrom) {
   std::vector<GLfloat> depths(kWidth * kHeight);
   glReadPixels(0, 0, kWidth, kHeight, GL_DEPTH_COMPONENT, GL_FLOAT, depths.data());
   EXPECT_THAT(depths, ::testing::Each(1.0f));
+}
+
+TEST_F(ShellTest, AfterARestAFrameCountsAsAShortOne) {
+  if (!OpenTestGl(20, 20)) GTEST_SKIP() << TestGlError();
+  editor.browserPreviewActive = true;  // only the time matters here
+  RenderFrame(1000);
+  for (const auto& [now, seconds] : {std::pair{1001u, 0.01f}, {1251u, 0.25f}, {61251u, 0.1f}}) {
+    RenderFrame(now);
+    EXPECT_FLOAT_EQ(editor.frameSeconds, seconds);
+  }
 }
 
 }  // namespace
