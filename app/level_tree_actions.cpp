@@ -11,6 +11,7 @@
 #include "objects/object_mapper.h"
 #include "objects/object_store.h"
 #include "objects/static_objects.h"
+#include "objects/visibility.h"
 
 namespace mw {
 namespace {
@@ -24,6 +25,7 @@ void SelectObjectOf(TreeItem item) {
   RunCommand(kCommandObjectMapper);
   if (levelTree.suppressObjectSelection) return;
   StaticObject& object = objectStore.objects[static_cast<std::size_t>(index)];
+  ShowKindOf(object);
   SelectOnly(object, item);
   FocusCameraOn(object.position.x, object.position.y, object.position.z);
   shell.renderFrameNow();
@@ -40,7 +42,8 @@ void SelectObjectsOfMesh(TreeItem item) {
       FindCatalogueEntry(objectStore.meshes[static_cast<std::size_t>(mesh)].name.c_str());
   bool anySelected = false;
   for (StaticObject& object : objectStore.objects) {
-    if (!object.inUse || entry < 0 || object.catalogueIndex != entry) continue;
+    if (entry < 0 || object.catalogueIndex != entry) continue;
+    ShowKindOf(object);
     object.selected = true;
     anySelected = true;
   }

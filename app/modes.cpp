@@ -2,14 +2,13 @@
 
 #include "app/operations.h"
 #include "app/shell.h"
-#include "terrain/terrain.h"
 
 namespace mw {
 
 void EndStroke() {
   editor.rubberBandActive = false;
-  if (IsEditMode(EditMode::MaterialMapper)) operations.setPainting(false);
-  if (terrain) terrain->flattenActive = 0;
+  operations.stopPainting();
+  operations.releaseBrush();
 }
 
 void SetEditMode(EditMode mode) {
@@ -24,6 +23,13 @@ void UpdateClipboardButtons(bool enable) {
   shell.setCommandEnabled(kCommandCut, usable);
   shell.setCommandEnabled(kCommandCopy, usable);
   shell.setCommandEnabled(kCommandPaste, usable && editor.somethingCopied);
+}
+
+bool GiveUpPaste() {
+  if (!editor.pastePending) return false;
+  editor.pastePending = false;
+  UpdateClipboardButtons(IsEditMode(EditMode::ObjectMapper));
+  return true;
 }
 
 }  // namespace mw

@@ -11,5 +11,7 @@ void SetEditMode(EditMode mode);
 // Cut and Copy are enabled when `enable` and no paste is pending, Paste when something was copied,
 // too.
 void UpdateClipboardButtons(bool enable);
+// The next press will not paste after all. False when no paste is pending.
+bool GiveUpPaste();
 
 }  // namespace mw

@@ -4,6 +4,7 @@
 #include "app/operations.h"
 #include "core/hooks.h"
 #include "objects/level_tree.h"
+#include "objects/object_clipboard.h"
 #include "objects/object_mapper.h"
 #include "objects/object_render.h"
 #include "objects/object_store.h"

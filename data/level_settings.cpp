@@ -1,12 +1,17 @@
 #include "data/level_settings.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "core/text.h"
+#include "data/game_file.h"
 #include "data/level_settings_commands.h"
 #include "data/level_settings_lines.h"
+#include "data/level_size.h"
+#include "data/load_report.h"
 #include "data/script.h"
 
 namespace mw {
@@ -22,10 +27,38 @@ void ForEachScript(SettingsContext& context, Act act) {
   }
 }
 
-void ReadLine(std::string_view text, const SettingsContext& context) {
+void ReadLine(std::string_view text, const SettingsContext& context, SizeLines& sizeLines) {
   const std::optional<SettingsLine> line = SettingsLine::Of(text);
   const SettingsCommand* const command = line ? FindSettingsCommand(line->command) : nullptr;
-  if (command && command->read) command->read(*line, context);
+  if (!command || !command->read) return;
+  command->read(*line, context);
+  sizeLines.materialSize |= EqualNoCase(command->name, "GeometryTemplate.materialSize");
+  sizeLines.worldSize |= EqualNoCase(command->name, "GeometryTemplate.worldSize");
+}
+
+// False, noted in the load report, when the script is missing or damaged.
+bool ReadSettingsScript(SettingsScript script, const SettingsContext& context,
+                        SizeLines& sizeLines) {
+  const LevelPart part = PartOf(script);
+  const std::unique_ptr<GameFile> file = GameFileOpen(PathOf(script), "r");
+  if (!file) {
+    NoteDamagedFile(FormatText("The %s is missing.", NameOf(part)));
+    return false;
+  }
+  std::size_t lines = 0;
+  bool gap = false;
+  ForEachLine(*file, kSettingsLineBuffer, [&](std::string_view line) {
+    gap = gap || IsGap(line);
+    if (!gap) ++lines;
+    ReadLine(line, context, sizeLines);
+  });
+  if (IsWhole(*file)) return true;
+  NoteDamagedPart(part,
+                  FormatText("The %s is damaged: it could be read to line %zu. It is kept as it "
+                             "is.",
+                             NameOf(part), lines),
+                  DamagedPart::Keep);
+  return false;
 }
 
 // The new text of an owned line; empty for one that goes, nothing for one that stays as it is.
@@ -44,10 +77,13 @@ std::optional<std::string> RebuiltLine(std::string_view text, SettingsContext& c
 void ReadLevelSettings() {
   RememberSettingsDefaults();
   SettingsContext context;
-  ForEachScript(context, [&context](SettingsScript script) {
-    ReadScript(PathOf(script), kSettingsLineBuffer,
-               [&context](std::string_view line) { ReadLine(line, context); });
+  SizeLines sizeLines;
+  bool terrainScriptIsWhole = false;
+  ForEachScript(context, [&](SettingsScript script) {
+    const bool whole = ReadSettingsScript(script, context, sizeLines);
+    if (script == SettingsScript::Terrain) terrainScriptIsWhole = whole;
   });
+  CheckTerrainSize(sizeLines, terrainScriptIsWhole);
 }
 
 void WriteLevelSettings() {
@@ -58,6 +94,7 @@ void WriteLevelSettings() {
     context.teamChanged[static_cast<std::size_t>(side - 1)] = IsTeamChanged(places, side);
   }
   ForEachScript(context, [&](SettingsScript script) {
+    if (!MayWrite(PartOf(script))) return;
     RewriteScript(
         PathOf(script), [&context](std::string_view line) { return RebuiltLine(line, context); },
         added[static_cast<std::size_t>(script)]);

@@ -1,6 +1,8 @@
 #include "data/level_settings_lines.h"
 
 #include <algorithm>
+#include <initializer_list>
+#include <utility>
 
 #include "core/editor_state.h"
 #include "core/text.h"
@@ -101,7 +103,7 @@ class ScriptSurvey {
 std::optional<std::size_t> PlaceFor(const SettingsPlaces& places, std::string_view command) {
   const Home home = HomeOf(command);
   const SettingsPlaces::Script& script = places[home.script];
-  if (!script.isWhole) return std::nullopt;
+  if (!script.isWritten) return std::nullopt;
   return home.inTemplate ? script.endOfTemplate : std::optional(script.lineCount);
 }
 
@@ -171,6 +173,12 @@ std::string PathOf(SettingsScript script) {
   return editor.levelFolder.String() + "/" + std::string(FileOf(script));
 }
 
+LevelPart PartOf(SettingsScript script) {
+  constexpr std::array kParts = {LevelPart::InitScript, LevelPart::TerrainScript,
+                                 LevelPart::SkyScript};
+  return kParts[static_cast<std::size_t>(script)];
+}
+
 SettingsPlaces FindSettingsPlaces() {
   SettingsPlaces places;
   for (std::size_t i = 0; i < kSettingsScripts; ++i) {
@@ -178,8 +186,9 @@ SettingsPlaces FindSettingsPlaces() {
     SettingsPlaces::Script& script = places.scripts[i];
     script.exists = GameFileOpen(PathOf(kind), "rb") != nullptr;
     ScriptSurvey survey(kind, places);
-    script.isWhole =
-        ReadStoredLines(PathOf(kind), [&survey](std::string_view line) { survey.Look(line); });
+    script.isWritten =
+        ReadStoredLines(PathOf(kind), [&survey](std::string_view line) { survey.Look(line); }) &&
+        MayWrite(PartOf(kind));
   }
   return places;
 }
@@ -196,7 +205,7 @@ std::string WhyNotKept(const SettingsPlaces& places, std::string_view command) {
   const std::string file(FileOf(home.script));
   if (places.present.contains(LowerCase(command))) return {};
   if (!script.exists) return "The level has no script " + file + ", which would keep this value.";
-  if (!script.isWhole || !home.inTemplate || script.endOfTemplate) return {};
+  if (!script.isWritten || !home.inTemplate || script.endOfTemplate) return {};
   return "The level's script " + file + " creates no " + std::string(TemplateKind(home.script)) +
          " template that this value could be added to.";
 }

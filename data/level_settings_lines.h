@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/script.h"
 
@@ -23,12 +24,14 @@ inline constexpr auto kSettingsScripts = static_cast<std::size_t>(SettingsScript
 std::string_view FileOf(SettingsScript script);
 // The script of the open level.
 std::string PathOf(SettingsScript script);
+// What the load report calls it.
+LevelPart PartOf(SettingsScript script);
 
 // The open level's scripts, as far as their own lines decide where a line may be added.
 struct SettingsPlaces {
   struct Script {
     bool exists = false;
-    bool isWhole = false;  // else nothing is added
+    bool isWritten = false;  // by a save; else nothing is added
     std::size_t lineCount = 0;
     std::optional<std::size_t> endOfTemplate;  // lines up to where the template's own lines end
   };

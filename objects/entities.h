@@ -52,11 +52,14 @@ struct SpawnTemplate {
   virtual bool Edit(EntityKind kind);
   // Shows, renames or removes the item, as the mode filter has it.
   virtual void UpdateTreeItem(EntityKind kind);
+  // Whether nothing is different, down to the letters' case.
+  bool operator==(const SpawnTemplate&) const = default;
 };
 
 struct SoldierSpawnTemplate : SpawnTemplate {
   std::int32_t spawnId = 0, aiEnterOnSpawn = 0, spawnAsParaTrooper = 0;
 
+  bool operator==(const SoldierSpawnTemplate&) const = default;
   bool ParseLine(std::string_view command, Tokenizer& arguments) override;
   void Write(GameFile& file) const override;
   bool Equals(const SpawnTemplate& other) const override;
@@ -64,12 +67,12 @@ struct SoldierSpawnTemplate : SpawnTemplate {
 };
 
 struct ObjectSpawnTemplate : SpawnTemplate {
-  EntityName team1Object, team2Object;                // catalogue names
-  std::int32_t team1Entry = -1, team2Entry = -1;      // catalogue entries, found after editing
+  EntityName team1Object, team2Object;                // catalogue names; empty for none
   std::int32_t minSpawnDelay = 0, maxSpawnDelay = 0;  // seconds
   std::int32_t spawnDelayAtStart = 0, timeToLive = 0, distance = 0, damageWhenLost = 0;
   std::int32_t maxNrOfObjectSpawned = 0;
 
+  bool operator==(const ObjectSpawnTemplate&) const = default;
   bool ParseLine(std::string_view command, Tokenizer& arguments) override;
   void Write(GameFile& file) const override;
   bool Equals(const SpawnTemplate& other) const override;
@@ -91,6 +94,7 @@ struct ControlPointTemplate : SpawnTemplate {
   EntityName addTemplate, teamGeometry1, teamGeometry2;
   Vector3 relativePosition;
 
+  bool operator==(const ControlPointTemplate&) const = default;
   bool ParseLine(std::string_view command, Tokenizer& arguments) override;
   void Write(GameFile& file) const override;
   bool Equals(const SpawnTemplate& other) const override;

@@ -1,3 +1,5 @@
+#include "objects/entity_creation.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -11,13 +13,15 @@
 #include "objects/object_mapper.h"
 #include "objects/object_selection.h"
 #include "objects/object_store.h"
+#include "objects/spawn_groups.h"
 #include "platform/prompts.h"
 
 namespace mw {
 namespace {
 
-constexpr int kNearControlPoint = 4000;    // world units
-constexpr std::int32_t kLastGroupId = 47;  // of those that new spawn groups try
+constexpr int kNearControlPoint = 4000;  // world units
+// Of spawns that no control point is near: the first that will come has it.
+constexpr std::int32_t kFirstGroup = 1;
 
 void ShowFull(const char* text) { ShowPrompt(text, "Error", PromptButtons::Ok, PromptIcon::Stop); }
 
@@ -32,31 +36,10 @@ void ShowFull(EntityKind kind) {
   }
 }
 
-// Whether the user may add one more; shows the kind's message when not.
-bool HasRoomForTemplate(EntityKind kind) {
-  const std::size_t capacity =
-      kind == EntityKind::ControlPoint ? kMaxControlPointTemplates : kMaxTemplates;
-  if (entities.Of(kind).templates.size() < capacity) return true;
-  ShowFull(kind);
-  return false;
-}
-
-bool HasRoomForInstance(EntityKind kind) {
-  if (entities.Of(kind).instances.size() < kMaxInstances) return true;
-  ShowFull(kind);
-  return false;
-}
-
 bool IsTemplateName(EntityKind kind, const EntityName& name) {
   return std::ranges::any_of(entities.Of(kind).templates, [&](const auto& spawnTemplate) {
     return EqualNoCase(spawnTemplate->name, name);
   });
-}
-
-ControlPointTemplate* TemplateOfControlPoint(int number) {
-  const auto& controlPoints = entities.Of(EntityKind::ControlPoint).instances;
-  const auto index = static_cast<std::size_t>(number - 1);
-  return index < controlPoints.size() ? ControlPointTemplateOf(*controlPoints[index]) : nullptr;
 }
 
 std::int32_t TakeSpawnId() {
@@ -65,37 +48,20 @@ std::int32_t TakeSpawnId() {
   return id;
 }
 
-void AddSoldierSpawnTemplate(const Vector3& position) {
-  if (!HasRoomForTemplate(EntityKind::SoldierSpawn)) return;
+std::unique_ptr<SoldierSpawnTemplate> NewSoldierSpawnTemplate(const Vector3& position) {
   auto made = std::make_unique<SoldierSpawnTemplate>();
-  made->group = NearestControlPoint(position);
-  const ControlPointTemplate* near = TemplateOfControlPoint(made->group);
-  const std::string_view owner = near ? near->name.View() : std::string_view();
-  made->name = UniqueTemplateName(EntityKind::SoldierSpawn, std::string(owner) + "_Spawn");
   made->modes = entities.ModeFilter;
-  made->spawnId = TakeSpawnId();
-  entities.Of(EntityKind::SoldierSpawn).templates.push_back(std::move(made));
+  GiveToControlPoint(*made, NearestControlPoint(position, made->modes));
+  return made;
 }
 
-bool IsGroupId(std::int32_t id) {
-  return std::ranges::any_of(entities.spawnGroups,
-                             [id](const SpawnGroup& group) { return group.id == id; });
-}
-
+// Without room for one more the new control point shares the last group.
 void AddSpawnGroup() {
-  if (entities.spawnGroups.size() >= kMaxSpawnGroups) return ShowFull("Too many spawn groups.");
-  SpawnGroup group;
-  group.id = 1;
-  while (group.id <= kLastGroupId && IsGroupId(group.id)) ++group.id;
-  if (group.id > kLastGroupId) group.id = 1;
-  group.team = 1;
-  group.icon = "test1.tga";
-  group.modes = entities.ModeFilter;
-  entities.spawnGroups.push_back(group);
+  if (!HasRoomForSpawnGroups(1)) return ShowFull("Too many spawn groups.");
+  entities.spawnGroups.push_back(NewSpawnGroup(entities.ModeFilter));
 }
 
-void AddControlPointTemplate() {
-  if (!HasRoomForTemplate(EntityKind::ControlPoint)) return;
+std::unique_ptr<ControlPointTemplate> NewControlPointTemplate() {
   auto made = std::make_unique<ControlPointTemplate>();
   made->name = UniqueTemplateName(EntityKind::ControlPoint, "New_Control_Point");
   made->controlPointName = made->name;
@@ -114,7 +80,7 @@ void AddControlPointTemplate() {
   made->teamGeometry1 = "flagge_m1";
   made->teamGeometry2 = "flagus_m1";
   made->relativePosition = {0, 8.2f, 0};
-  entities.Of(EntityKind::ControlPoint).templates.push_back(std::move(made));
+  return made;
 }
 
 std::unique_ptr<ObjectSpawnTemplate> NewObjectSpawnTemplate() {
@@ -146,16 +112,6 @@ Vector3 CursorPlace() {
   return {MirrorX(cursor.x), cursor.y, cursor.z};
 }
 
-SpawnInstance& Place(EntityKind kind, int templateIndex) {
-  EntityTables& tables = entities.Of(kind);
-  auto instance =
-      tables.templates[static_cast<std::size_t>(templateIndex)]->CreateInstance(templateIndex);
-  instance->position = CursorPlace();
-  tables.instances.push_back(std::move(instance));
-  editor.levelModified = true;
-  return *tables.instances.back();
-}
-
 }  // namespace
 
 std::unique_ptr<SpawnInstance> SoldierSpawnTemplate::CreateInstance(int templateIndex) {
@@ -181,28 +137,83 @@ EntityName UniqueTemplateName(EntityKind kind, std::string_view base) {
   }
 }
 
-int NearestControlPoint(const Vector3& position) {
-  const auto& controlPoints = entities.Of(EntityKind::ControlPoint).instances;
+bool HasRoomForInstance(EntityKind kind) {
+  if (entities.Of(kind).instances.size() < kMaxInstances) return true;
+  ShowFull(kind);
+  return false;
+}
+
+bool HasRoomForTemplate(EntityKind kind) {
+  const std::size_t capacity =
+      kind == EntityKind::ControlPoint ? kMaxControlPointTemplates : kMaxTemplates;
+  if (entities.Of(kind).templates.size() < capacity) return true;
+  ShowFull(kind);
+  return false;
+}
+
+bool HasRoomForEntity(EntityKind kind) {
+  return HasRoomForInstance(kind) && HasRoomForTemplate(kind);
+}
+
+SpawnInstance& PlaceEntity(EntityKind kind, int templateIndex, const Vector3& position) {
+  EntityTables& tables = entities.Of(kind);
+  auto instance =
+      tables.templates[static_cast<std::size_t>(templateIndex)]->CreateInstance(templateIndex);
+  instance->position = position;
+  tables.instances.push_back(std::move(instance));
+  editor.levelModified = true;
+  return *tables.instances.back();
+}
+
+SpawnInstance& PlaceEntity(EntityKind kind, std::unique_ptr<SpawnTemplate> made,
+                           const Vector3& position) {
+  auto& templates = entities.Of(kind).templates;
+  templates.push_back(std::move(made));
+  return PlaceEntity(kind, static_cast<int>(templates.size()) - 1, position);
+}
+
+SpawnGroup NewSpawnGroup(GameModeMask modes) {
+  SpawnGroup group;
+  group.id = FreeSpawnGroupId();
+  group.team = 1;
+  group.icon = "test1.tga";
+  group.modes = modes;
+  return group;
+}
+
+const ControlPointTemplate* NearestControlPoint(const Vector3& position, GameModeMask modes) {
+  const ControlPointTemplate* found = nullptr;
   double nearest = kNearControlPoint;
-  int number = 1;
-  for (std::size_t i = 0; i < controlPoints.size(); ++i) {
-    const double distance = std::trunc(controlPoints[i]->position.DistanceTo(position));
-    if (distance > nearest) continue;
+  for (const auto& point : entities.Of(EntityKind::ControlPoint).instances) {
+    const double distance = std::trunc(point->position.DistanceTo(position));
+    if (distance > nearest || !(point->modes & modes)) continue;
     nearest = distance;
-    number = static_cast<int>(i) + 1;
+    found = ControlPointTemplateOf(*point);
   }
-  return number;
+  return found;
+}
+
+void GiveToControlPoint(SoldierSpawnTemplate& made, const ControlPointTemplate* owner) {
+  made.group = owner ? owner->group : kFirstGroup;
+  const std::string name = owner ? owner->name.String() : std::string();
+  made.name = UniqueTemplateName(EntityKind::SoldierSpawn, name + "_Spawn");
+  made.spawnId = TakeSpawnId();
+}
+
+void GiveToControlPoint(ObjectSpawn& spawn, const ControlPointTemplate* owner) {
+  spawn.osId = owner ? owner->group : kFirstGroup;
+  spawn.team = owner ? owner->team : 1;
 }
 
 void DropNewEntity(EntityKind kind) {
-  if (kind == EntityKind::ObjectSpawn || !HasRoomForInstance(kind)) return;
+  if (kind == EntityKind::ObjectSpawn || !HasRoomForEntity(kind)) return;
+  const Vector3 position = CursorPlace();
   if (kind == EntityKind::SoldierSpawn) {
-    AddSoldierSpawnTemplate(CursorPlace());
+    PlaceEntity(kind, NewSoldierSpawnTemplate(position), position);
   } else {
     AddSpawnGroup();
-    AddControlPointTemplate();
+    PlaceEntity(kind, NewControlPointTemplate(), position);
   }
-  Place(kind, static_cast<int>(entities.Of(kind).templates.size()) - 1);
   UpdateToolButtons(AnySelected());
 }
 
@@ -216,20 +227,17 @@ bool DropTemplateAt(int templateIndex) {
     return false;
   }
   if (!HasRoomForInstance(EntityKind::ObjectSpawn)) return false;
-  auto& spawn = static_cast<ObjectSpawn&>(Place(EntityKind::ObjectSpawn, templateIndex));
-  spawn.osId = NearestControlPoint(spawn.position);
-  if (const ControlPointTemplate* near = TemplateOfControlPoint(spawn.osId)) {
-    spawn.team = near->team;
-  }
+  auto& spawn =
+      static_cast<ObjectSpawn&>(PlaceEntity(EntityKind::ObjectSpawn, templateIndex, CursorPlace()));
+  GiveToControlPoint(spawn, NearestControlPoint(spawn.position, spawn.modes));
   return true;
 }
 
 void AddObjectSpawnTemplate() {
   if (!HasRoomForTemplate(EntityKind::ObjectSpawn)) return;
   auto made = NewObjectSpawnTemplate();
-  const bool accepted = made->Edit(EntityKind::ObjectSpawn);
+  if (!made->Edit(EntityKind::ObjectSpawn)) return;
   editor.levelModified = true;
-  if (!accepted) return;
   entities.Of(EntityKind::ObjectSpawn).templates.push_back(std::move(made));
   entities.Of(EntityKind::ObjectSpawn).templates.back()->UpdateTreeItem(EntityKind::ObjectSpawn);
 }

@@ -3,28 +3,10 @@
 #include <algorithm>
 
 #include "core/editor_state.h"
+#include "objects/spawn_groups.h"
 
 namespace mw {
 namespace {
-
-// The first with this id; ids repeat once all numbers are taken.
-void DeleteSpawnGroup(std::int32_t id) {
-  auto& groups = entities.spawnGroups;
-  const auto group = std::ranges::find(groups, id, &SpawnGroup::id);
-  if (group != groups.end()) groups.erase(group);
-}
-
-void DeleteGroupOf(const SpawnInstance& controlPoint) {
-  const ControlPointTemplate* own = ControlPointTemplateOf(controlPoint);
-  if (!own) return;
-  const auto sharesGroup = [&](const auto& other) {
-    const ControlPointTemplate* others = ControlPointTemplateOf(*other);
-    return other.get() != &controlPoint && others && others->spawnGroupId == own->spawnGroupId;
-  };
-  if (std::ranges::none_of(entities.Of(EntityKind::ControlPoint).instances, sharesGroup)) {
-    DeleteSpawnGroup(own->spawnGroupId);
-  }
-}
 
 void ClearTable(EntityTables& tables) {
   while (!tables.instances.empty()) {
@@ -60,7 +42,7 @@ void DeleteInstance(EntityKind kind, int index) {
   auto& instances = entities.Of(kind).instances;
   if (index < 0 || static_cast<std::size_t>(index) >= instances.size()) return;
   const auto deleted = instances.begin() + index;
-  if (kind == EntityKind::ControlPoint) DeleteGroupOf(**deleted);
+  if (kind == EntityKind::ControlPoint) DeleteSpawnGroupsOf(**deleted);
   DeleteItem((*deleted)->treeItem);
   const int templateIndex = (*deleted)->templateIndex;
   instances.erase(deleted);
@@ -90,7 +72,7 @@ bool IsTemplateUsed(EntityKind kind, int index) {
 }
 
 void RemoveUnusedTemplates() {
-  for (const EntityKind kind : kEntityKinds) {
+  for (const EntityKind kind : {EntityKind::SoldierSpawn, EntityKind::ControlPoint}) {
     for (int i = static_cast<int>(entities.Of(kind).templates.size()); i-- > 0;) {
       if (!IsTemplateUsed(kind, i)) DeleteTemplate(kind, i);
     }
@@ -115,12 +97,26 @@ void CleanName(EntityName& name) {
   name = text;
 }
 
-void WidenTemplateModes(const SpawnInstance& instance) {
-  SpawnTemplate* widened = TemplateOf(instance);
-  if (!widened) return;
-  for (const auto& sibling : entities.Of(instance.Kind()).instances) {
-    if (sibling->templateIndex == instance.templateIndex) widened->modes |= sibling->modes;
+void MakeNameUnique(SpawnTemplate& renamed, EntityKind kind) {
+  const auto clashes = [&renamed](const auto& other) {
+    return other.get() != &renamed && (other->modes & renamed.modes) != 0 &&
+           EqualNoCase(other->name, renamed.name);
+  };
+  if (std::ranges::any_of(entities.Of(kind).templates, clashes)) {
+    renamed.name = UniqueTemplateName(kind, renamed.name);
   }
+}
+
+GameModeMask ModesWithSiblings(const SpawnInstance& instance) {
+  GameModeMask modes = 0;
+  for (const auto& sibling : entities.Of(instance.Kind()).instances) {
+    if (sibling->templateIndex == instance.templateIndex) modes |= sibling->modes;
+  }
+  return modes;
+}
+
+void WidenTemplateModes(const SpawnInstance& instance) {
+  if (SpawnTemplate* widened = TemplateOf(instance)) widened->modes |= ModesWithSiblings(instance);
 }
 
 }  // namespace mw

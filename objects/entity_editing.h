@@ -7,8 +7,8 @@
 
 namespace mw {
 
-// A new soldier spawn or control point, with a template of its own, at the CursorPoint. Refused
-// with the kind's message when its tables are full.
+// A new soldier spawn or control point, with a template of its own, at the CursorPoint. When one of
+// the kind's tables is full it is refused with a message, and nothing is made.
 void DropNewEntity(EntityKind kind);
 // A new object spawn of the template with this item (or index) at the CursorPoint. False when there
 // is no such template or, after a message, no room.
@@ -23,6 +23,8 @@ void DeleteByTreeItem(TreeItem item);
 void DeleteTemplate(EntityKind kind, int index);
 // Whether an instance was made from the template.
 bool IsTemplateUsed(EntityKind kind, int index);
+// Those of soldier spawns and control points. An object spawn's template is in the tree, where it
+// waits for its first spawn.
 void RemoveUnusedTemplates();
 void ClearAllEntities();
 
@@ -35,8 +37,6 @@ bool EditByTreeItem(TreeItem item);
 // Selects the instance with this item and moves the camera to it. False for any other item.
 bool SelectFromTree(TreeItem item);
 
-// 1 + index of the control point nearest to a place of the level (within 4000 units), or 1.
-int NearestControlPoint(const Vector3& position);
 // Index of the object spawn template with this item, or -1.
 int FindObjectSpawnTemplate(TreeItem item);
 // "Soldier Spawn: <name> ( CQ CTF )" for the status bar.
@@ -46,6 +46,11 @@ std::string StatusTextOf(const SpawnInstance& instance);
 EntityName UniqueTemplateName(EntityKind kind, std::string_view base);
 // Every character that is neither a digit nor an ASCII letter becomes '_'.
 void CleanName(EntityName& name);
+// Gives the template another name if one that shares a mode has it: of two in one mode's file, only
+// one would be found by its instances when the level is read again.
+void MakeNameUnique(SpawnTemplate& renamed, EntityKind kind);
+// The modes of all instances that its template has.
+GameModeMask ModesWithSiblings(const SpawnInstance& instance);
 // The instance's template takes the modes of all its instances too.
 void WidenTemplateModes(const SpawnInstance& instance);
 

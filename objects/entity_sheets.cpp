@@ -3,11 +3,13 @@
 #include <limits>
 
 #include "core/editor_state.h"
+#include "core/text.h"
 #include "objects/entities.h"
 #include "objects/entity_editing.h"
-#include "objects/object_catalogue.h"
 #include "objects/object_windows.h"
 #include "objects/property_sheet.h"
+#include "objects/spawn_groups.h"
+#include "objects/visibility.h"
 #include "platform/prompts.h"
 
 namespace mw {
@@ -15,8 +17,8 @@ namespace {
 
 constexpr auto kNameLength = static_cast<std::int32_t>(EntityName::kCapacity);
 
-// A sheet works on copies, which are stored only after OK: a dialog that found a wrong value has
-// already written the fields above it, and may still be cancelled.
+// A sheet works on copies. After OK they are compared with what they were taken from: what the user
+// did not change stays, down to its last digit and to characters that a new name may not have.
 using VectorCopy = std::array<float, 3>;
 
 VectorCopy CopyOf(const Vector3& vector) { return {vector.x, vector.y, vector.z}; }
@@ -30,6 +32,7 @@ struct InstanceCopy {
       : position(CopyOf(instance.position)),
         rotation(CopyOf(instance.rotation)),
         modes(ChoicesOf(instance.modes)) {}
+  bool operator==(const InstanceCopy&) const = default;
 };
 
 PropertyField* AddText(PropertySheet& sheet, EntityName& text, std::string_view label) {
@@ -72,20 +75,11 @@ void PassNameOn(SpawnTemplate& renamed, EntityKind kind) {
   }
 }
 
-// Of two templates with one name in one mode's file, only one would be found by its instances when
-// the level is read again.
-void MakeNameUnique(SpawnTemplate& renamed, EntityKind kind) {
-  const auto clashes = [&renamed](const auto& other) {
-    return other.get() != &renamed && (other->modes & renamed.modes) != 0 &&
-           EqualNoCase(other->name, renamed.name);
-  };
-  if (std::ranges::any_of(entities.Of(kind).templates, clashes)) {
-    renamed.name = UniqueTemplateName(kind, renamed.name);
-  }
+void CleanIfChanged(EntityName& name, const EntityName& before) {
+  if (!(name == before)) CleanName(name);
 }
 
 void FinishName(SpawnTemplate& renamed, EntityKind kind) {
-  CleanName(renamed.name);
   MakeNameUnique(renamed, kind);
   PassNameOn(renamed, kind);
 }
@@ -100,20 +94,14 @@ void FinishEdit(SpawnInstance& instance, const InstanceCopy& edited) {
   if (SpawnTemplate* own = TemplateOf(instance)) {
     FinishName(*own, instance.Kind());
   } else {
-    CleanName(instance.name);
     instance.UpdateTreeItem();
   }
+  DeselectHidden();
   editor.levelModified = true;
   if (chosen == 0) {
     ShowPrompt("At least one game mode is needed. The game modes stay as they were.", "Error",
                PromptButtons::Ok, PromptIcon::Stop);
   }
-}
-
-// The lookup is by the name in lower case, and so the name is kept.
-std::int32_t FindObjectEntry(EntityName& object) {
-  object = LowerCase(object);
-  return FindCatalogueEntry(object);
 }
 
 void AddControlPointFields(PropertySheet& sheet, ControlPointTemplate& point,
@@ -138,19 +126,28 @@ void AddControlPointFields(PropertySheet& sheet, ControlPointTemplate& point,
   AddVector(sheet, relativePosition, "relative position");
 }
 
-void CleanNames(ControlPointTemplate& point) {
-  for (EntityName* name : {&point.controlPointName, &point.geometry, &point.addTemplate,
-                           &point.teamGeometry1, &point.teamGeometry2}) {
-    CleanName(*name);
+void CleanChangedNames(ControlPointTemplate& point, const ControlPointTemplate& before) {
+  for (EntityName ControlPointTemplate::*name :
+       {&ControlPointTemplate::controlPointName, &ControlPointTemplate::geometry,
+        &ControlPointTemplate::addTemplate, &ControlPointTemplate::teamGeometry1,
+        &ControlPointTemplate::teamGeometry2}) {
+    CleanIfChanged(point.*name, before.*name);
   }
+  CleanIfChanged(point.name, before.name);
 }
 
-// The spawn group of a control point belongs to the same team and to all its modes.
-void UpdateGroupOf(const ControlPointTemplate& point) {
-  const auto group = std::ranges::find(entities.spawnGroups, point.spawnGroupId, &SpawnGroup::id);
-  if (group == entities.spawnGroups.end()) return;
-  group->team = point.team;
-  group->modes |= point.modes;
+// Delays that the user changed: none is negative, and the longest is longer than the shortest.
+void CorrectDelays(ObjectSpawnTemplate& edited, const ObjectSpawnTemplate& before) {
+  if (edited.minSpawnDelay == before.minSpawnDelay && edited.maxSpawnDelay == before.maxSpawnDelay)
+    return;
+  constexpr std::int32_t kLongest = std::numeric_limits<std::int32_t>::max();
+  edited.minSpawnDelay = std::clamp(edited.minSpawnDelay, 0, kLongest - 1);
+  edited.maxSpawnDelay = std::max(edited.maxSpawnDelay, edited.minSpawnDelay + 1);
+}
+
+// The catalogue's names are in lower case.
+void LowerIfChanged(EntityName& object, const EntityName& before) {
+  if (!(object == before)) object = LowerCase(object);
 }
 
 }  // namespace
@@ -172,12 +169,12 @@ bool ObjectSpawnTemplate::Edit(EntityKind kind) {
   AddInteger(sheet, copy.damageWhenLost, "damageWhenLost");
   AddInteger(sheet, copy.maxNrOfObjectSpawned, "maxNrOfObjectSpawned");
   if (!objectWindows.runPropertySheet(sheet)) return false;
+  if (copy == *this) return true;
 
-  constexpr std::int32_t kLongestDelay = std::numeric_limits<std::int32_t>::max();
-  copy.minSpawnDelay = std::clamp(copy.minSpawnDelay, 0, kLongestDelay - 1);
-  copy.maxSpawnDelay = std::max(copy.maxSpawnDelay, copy.minSpawnDelay + 1);
-  copy.team1Entry = FindObjectEntry(copy.team1Object);
-  copy.team2Entry = FindObjectEntry(copy.team2Object);
+  CorrectDelays(copy, *this);
+  LowerIfChanged(copy.team1Object, team1Object);
+  LowerIfChanged(copy.team2Object, team2Object);
+  CleanIfChanged(copy.name, name);
   *this = copy;
   FinishName(*this, kind);
   editor.levelModified = true;
@@ -199,7 +196,9 @@ bool SoldierSpawn::Edit() {
   AddVector(sheet, copy.rotation, "Rot");
   AddGameModes(sheet, copy.modes);
   if (!objectWindows.runPropertySheet(sheet)) return false;
+  if (templateCopy == *own && copy == InstanceCopy(*this)) return true;
 
+  CleanIfChanged(templateCopy.name, own->name);
   *own = templateCopy;
   KeepSpawnIdFree(own->spawnId);
   FinishEdit(*this, copy);
@@ -219,6 +218,7 @@ bool ObjectSpawn::Edit() {
   AddInteger(sheet, side, "Team", FieldType::Team);
   AddGameModes(sheet, copy.modes);
   if (!objectWindows.runPropertySheet(sheet)) return false;
+  if (controlPoint == osId && side == team && copy == InstanceCopy(*this)) return true;
 
   osId = controlPoint;
   team = side;
@@ -238,12 +238,14 @@ bool ControlPoint::Edit() {
   AddVector(sheet, copy.position, "Pos");
   AddGameModes(sheet, copy.modes);
   if (!objectWindows.runPropertySheet(sheet)) return false;
-
-  CleanNames(templateCopy);
   templateCopy.relativePosition = VectorOf(relativePosition);
+  if (templateCopy == *own && copy == InstanceCopy(*this)) return true;
+
+  CleanChangedNames(templateCopy, *own);
+  const bool changedSides = templateCopy.team != own->team;
   *own = templateCopy;
   FinishEdit(*this, copy);
-  UpdateGroupOf(*own);
+  if (changedSides) GiveSpawnGroupsToTeam(own->spawnGroupId, ModesWithSiblings(*this), own->team);
   return true;
 }
 

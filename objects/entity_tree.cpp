@@ -5,6 +5,7 @@
 #include "objects/entity_editing.h"
 #include "objects/object_mapper.h"
 #include "objects/object_selection.h"
+#include "objects/visibility.h"
 #include "platform/prompts.h"
 
 namespace mw {
@@ -116,6 +117,7 @@ void RefreshTreeItems() {
 
 void SetModeFilter(GameModeMask modes) {
   entities.ModeFilter = modes;
+  DeselectHidden();
   RefreshTreeItems();
 }
 
@@ -151,6 +153,7 @@ bool SelectFromTree(TreeItem item) {
   const auto found = FindInstance(item);
   if (!found) return false;
   SpawnInstance& instance = *InstanceAt(*found);
+  ShowKindOf(instance);
   SelectOnly(instance, item);
   FocusCameraOn(instance.position.x, instance.position.y, instance.position.z);
   SetStatusText(1, StatusTextOf(instance));

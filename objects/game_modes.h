@@ -25,6 +25,8 @@ inline constexpr std::array<std::string_view, kGameModeCount> kGameModeLabels{"C
 struct GameModeChoice {
   bool checked = false, enabled = true;
   std::string_view label;
+
+  bool operator==(const GameModeChoice&) const = default;
 };
 using GameModeChoices = std::array<GameModeChoice, kGameModeCount>;
 

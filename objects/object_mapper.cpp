@@ -12,6 +12,7 @@
 #include "objects/object_windows.h"
 #include "objects/static_object_records.h"
 #include "objects/static_objects.h"
+#include "objects/visibility.h"
 #include "terrain/terrain.h"
 #include "terrain/world_point.h"
 
@@ -87,8 +88,9 @@ void SelectPressed(Placement& item, TreeItem treeItem) {
 
 float GroundUnder(const Placement& item) { return HeightAt(item.position.x, item.position.z); }
 
+// Over the ground: what is dragged lies under the cursor itself, and would come nearer and nearer.
 void DragTranslate(int x, int y) {
-  PickCursorPoint(x, y);
+  if (const auto ground = GroundUnderCursor(x, y)) objectStore.CursorPoint = *ground;
   const Vector3 pivot = objectStore.CursorPoint;
   objectStore.SelectionPivot = pivot;
   ForEachSelected([&pivot](Placement& item) {
@@ -128,9 +130,7 @@ void DragScale(float Vector3::*axis, int pixelsUp) {
 }
 
 void DeleteSelectedObjects() {
-  for (StaticObject& object : objectStore.objects) {
-    if (!object.selected) continue;
-    RetireStaticObject(object);
+  if (RemoveStaticObjects([](const StaticObject& object) { return object.selected; })) {
     editor.levelModified = true;
   }
 }
@@ -147,6 +147,7 @@ void DeleteSelectedEntities(EntityKind kind) {
 void PressObjectControl(ObjectControl control) {
   if (bool* const shown = SwitchOf(control)) {
     *shown = !*shown;
+    DeselectHidden();
   } else if (const auto viewMode = ViewModeOf(control)) {
     objectStore.viewMode = *viewMode;
   } else if (const auto tool = ChoosableTool(control)) {

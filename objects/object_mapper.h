@@ -1,5 +1,5 @@
-// The Object Mapper's tools: selecting, moving, raising, turning, copying and pasting static
-// objects and entities with the mouse in the 3D view. Pixels count from the view's top left.
+// The Object Mapper's tools: selecting, moving, raising, turning and deleting static objects and
+// entities with the mouse in the 3D view. Pixels count from the view's top left.
 #pragma once
 
 #include "objects/level_tree.h"
@@ -34,8 +34,5 @@ void DragObjects(int x, int y, int previousX, int previousY);
 // Opens the hovered and selected item's dialog; false when the double click means something else.
 bool EditHovered();
 void DeleteSelected();
-// Marks what is selected for Paste.
-void CopySelected();
-void PasteCopied(int x, int y);
 
 }  // namespace mw

@@ -85,8 +85,7 @@ void AddMarker(const Vector3& place, const CatalogueEntry& entry, bool marked) {
 // The entry of an object that is drawn at this place; null when it is not.
 const CatalogueEntry* DrawnEntryOf(const StaticObject& object, const Vector3& place) {
   const CatalogueEntry* const entry = EntryOf(object);
-  if (!object.inUse || object.meshIndex < 0 || !entry || !IsKindShown(entry->meshKind))
-    return nullptr;
+  if (object.meshIndex < 0 || !entry || !IsKindShown(entry->meshKind)) return nullptr;
   return IsInFrustum(place, *entry) ? entry : nullptr;
 }
 

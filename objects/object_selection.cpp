@@ -52,8 +52,7 @@ bool AnySelected() {
 StaticObject* HoveredObject() {
   const std::int32_t index = objectStore.lastHoveredObject;
   if (index < 0 || index >= static_cast<int>(objectStore.objects.size())) return nullptr;
-  StaticObject& object = objectStore.objects[static_cast<std::size_t>(index)];
-  return object.inUse ? &object : nullptr;
+  return &objectStore.objects[static_cast<std::size_t>(index)];
 }
 
 Vector3 PivotOffset(const Placement& item) { return item.pivotDirection * item.pivotDistance; }

@@ -7,7 +7,7 @@
 
 namespace mw {
 
-// Calls `act` with every static object, the deleted ones too, then with every entity, kind by kind.
+// Calls `act` with every static object, then with every entity, kind by kind.
 template <typename Action>
 void ForEachPlacement(Action act) {
   for (StaticObject& object : objectStore.objects) act(static_cast<Placement&>(object));
@@ -16,7 +16,7 @@ void ForEachPlacement(Action act) {
   }
 }
 
-// The same for what is selected. A deleted object never is.
+// The same for what is selected.
 template <typename Action>
 void ForEachSelected(Action act) {
   ForEachPlacement([&act](Placement& item) {

@@ -31,7 +31,6 @@ enum class ObjectTool : std::int32_t {
 
 struct StaticObject : Placement {
   FixedString<64> name;
-  bool inUse = false;  // a deleted object keeps its record
   std::int32_t catalogueIndex = -1;
   Vector3 scale{1, 1, 1};
   bool scaleGiven = false;  // the level's file had a scale line
@@ -57,9 +56,7 @@ struct ObjectStore {
   ObjectTextureTable textures;
   PreviewMesh preview;
 
-  std::vector<StaticObject> objects;  // at most kMaxStaticObjects, deleted ones included
-  // The level's objects and entities could not all be read: they are not written back.
-  bool loadedIncompletely = false;
+  std::vector<StaticObject> objects;  // at most kMaxStaticObjects
 
   Vector3 CursorPoint;     // view coordinates; the point of the scene under the mouse
   Vector3 SelectionPivot;  // view coordinates

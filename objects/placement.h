@@ -19,7 +19,6 @@ struct Placement {
   Vector3 pivotDirection;  // unit vector from the SelectionPivot, view coordinates
   float pivotDistance = 0;
   bool selected = false;
-  bool copied = false;  // marked by Copy for Paste
 
   Vector3 ViewPosition() const { return {MirrorX(position.x), position.y, position.z}; }
 };

@@ -68,4 +68,8 @@ std::vector<PropertyChoice> TeamChoices() {
           {TeamName(modConfig.chosenTeam[1]), 2}};
 }
 
+std::string NotInList(std::string_view value) {
+  return value.empty() ? "(none)" : "(not in the list: " + std::string(value) + ")";
+}
+
 }  // namespace mw

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "objects/game_modes.h"
@@ -24,5 +25,7 @@ std::vector<PropertyChoice> ControlPointChoices(GameModeMask modes);
 std::vector<PropertyChoice> ControlPointOrNoneChoices(GameModeMask modes);
 // "Neutral" and the teams of the level.
 std::vector<PropertyChoice> TeamChoices();
+// The entry of its own that a list has for a value that it does not offer.
+std::string NotInList(std::string_view value);
 
 }  // namespace mw

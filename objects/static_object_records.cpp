@@ -1,6 +1,7 @@
 #include "objects/static_object_records.h"
 
 #include <utility>
+#include <vector>
 
 #include "core/game_random.h"
 #include "core/text.h"
@@ -28,7 +29,6 @@ bool IsTree(std::string_view name) {
 StaticObject NewStaticObject(std::string_view name) {
   StaticObject object;
   object.name = LowerCase(name);
-  object.inUse = true;
   object.catalogueIndex = CatalogueEntryToShow(object.name);
   object.boxColour = RandomBoxColour();
   return object;
@@ -61,10 +61,17 @@ void AppendStaticObject(StaticObject object) {
   objectStore.objects.push_back(std::move(object));
 }
 
-void RetireStaticObject(StaticObject& object) {
-  object.inUse = false;
-  object.selected = false;
-  DeleteItem(std::exchange(object.treeItem, 0));
+bool RemoveStaticObjects(const std::function<bool(const StaticObject&)>& isMeant) {
+  std::vector<TreeItem> items;
+  std::erase_if(objectStore.objects, [&](const StaticObject& object) {
+    if (!isMeant(object)) return false;
+    items.push_back(object.treeItem);
+    return true;
+  });
+  if (items.empty()) return false;
+  objectStore.hoveredObject = objectStore.lastHoveredObject = -1;
+  for (const TreeItem item : items) DeleteItem(item);
+  return true;
 }
 
 }  // namespace mw

@@ -2,6 +2,7 @@
 // level's objects and those who place new ones.
 #pragma once
 
+#include <functional>
 #include <string_view>
 
 #include "objects/object_store.h"
@@ -11,7 +12,7 @@ namespace mw {
 // The catalogue entry that objects of this name show: the one of that name, else "default", else
 // -1.
 int CatalogueEntryToShow(std::string_view name);
-// A record in use, with the name in lower case, that shows its catalogue entry. It has no mesh yet.
+// A record with the name in lower case that shows its catalogue entry. It has no mesh yet.
 StaticObject NewStaticObject(std::string_view name);
 
 // Shows a mesh of the cache.
@@ -22,7 +23,10 @@ void FindMesh(StaticObject& object);
 bool ObjectTableIsFull();
 // Puts the record at the end of the table, which has room, and into the level tree.
 void AppendStaticObject(StaticObject object);
-// Takes the record out of use; it keeps its place in the table.
-void RetireStaticObject(StaticObject& object);
+// Takes every object that `isMeant` accepts out of the table, then out of the level tree, which may
+// choose another object's item meanwhile. The places in the table are free at once, and indices
+// into it mean other objects: nothing is hovered until the mouse is looked at again. True if there
+// were any.
+bool RemoveStaticObjects(const std::function<bool(const StaticObject&)>& isMeant);
 
 }  // namespace mw

@@ -1,14 +1,15 @@
 // StaticObjects.con, the script that places the static objects of a level.
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
 #include "core/editor_state.h"
 #include "core/text.h"
+#include "data/load_report.h"
 #include "data/script.h"
 #include "objects/entity_scripts.h"
 #include "objects/static_object_records.h"
 #include "objects/static_objects.h"
-#include "platform/prompts.h"
 
 namespace mw {
 namespace {
@@ -26,15 +27,17 @@ void ReadVector(Tokenizer& arguments, Vector3& vector) {
   }
 }
 
-// Without a name (which a zero byte ends) the record is there, to take the lines that follow, but
-// stands for no object.
-void CreateObject(Tokenizer& arguments) {
-  const auto name = arguments.Next(kBlankOrSlash);
-  if (!name || name->front() == '\0') {
-    objectStore.objects.emplace_back();
-    return;
-  }
-  StaticObject object = NewStaticObject(*name);
+// What a record cannot hold must not be written back in part.
+void NoteCutName() {
+  NoteDamagedPart(LevelPart::StaticObjects,
+                  FormatText("Some names in StaticObjects.con are longer than %zu characters and "
+                             "were cut.",
+                             decltype(StaticObject::name)::kCapacity));
+}
+
+void CreateObject(std::string_view name) {
+  StaticObject object = NewStaticObject(name);
+  if (name.size() > object.name.kCapacity) NoteCutName();
   FindMesh(object);
   AppendStaticObject(std::move(object));
 }
@@ -53,51 +56,48 @@ void ReadField(std::string_view command, Tokenizer& arguments, StaticObject& obj
   }
 }
 
-void DropLastObject() {
-  RetireStaticObject(objectStore.objects.back());
-  objectStore.objects.pop_back();
-}
-
-// False when the line is more than the table can hold. The last record is then given up: it may
-// lack the lines that follow.
-bool ReadObjectLine(std::string_view line) {
+// False when the line asks for one more object than the table can hold. `hasObject`: whether lines
+// belong to the last object. Those before the first, those after a create line without a name
+// (which a zero byte ends), and those behind a gap, whose object was in it, belong to none.
+bool ReadObjectLine(std::string_view line, bool& hasObject) {
   Tokenizer tokens(line);
   const auto command = tokens.Next(kBlankOrSlash);
   if (!command) return true;
-  if (ObjectTableIsFull()) {
-    DropLastObject();
-    return false;
-  }
-  if (EqualNoCase(*command, "Object.create")) {
-    CreateObject(tokens);
-  } else if (!objectStore.objects.empty()) {
+  if (IsGap(*command)) {
+    hasObject = false;
+  } else if (EqualNoCase(*command, "Object.create")) {
+    const auto name = tokens.Next(kBlankOrSlash);
+    hasObject = name && name->front() != '\0';
+    if (!hasObject) return true;
+    if (ObjectTableIsFull()) return false;
+    CreateObject(*name);
+  } else if (hasObject) {
     ReadField(*command, tokens, objectStore.objects.back());
   }
   return true;
 }
 
-void ReportLoss(const char* reason) {
-  objectStore.loadedIncompletely = true;
-  ShowPrompt(FormatText("Could not load all objects - %s!", reason), "ERROR", PromptButtons::Ok,
-             PromptIcon::Stop);
+void NoteLoss(const char* reason) {
+  const auto count = std::ranges::count_if(objectStore.objects, &StaticObject::inUse);
+  NoteDamagedPart(LevelPart::StaticObjects,
+                  FormatText("Could not load all objects - %s! (%td were loaded.)", reason, count));
 }
 
-// A missing file is a level without static objects. False, after a message, when not all objects of
-// the file could be read.
+// False, with the entities noted as not loaded, when the file holds more objects than the table.
 bool ReadObjectScript() {
   const auto file = GameFileOpen(ScriptPath(), "r");
-  if (!file) return true;
-  bool overflowed = false;
-  ForEachLine(*file, kEntityLineBuffer, [&overflowed](std::string_view line) {
-    overflowed = overflowed || !ReadObjectLine(line);
-  });
-  if (overflowed) {
-    ReportLoss("Maximum number of objects exceeded");
-  } else if (!IsWhole(*file)) {
-    ReportLoss("StaticObjects.con is damaged");
-  } else {
+  if (!file) {
+    NoteDamagedFile("StaticObjects.con is missing: the level opens without static objects.");
     return true;
   }
+  bool overflowed = false, hasObject = false;
+  ForEachLine(*file, kEntityLineBuffer, [&](std::string_view line) {
+    overflowed = overflowed || !ReadObjectLine(line, hasObject);
+  });
+  if (!IsWhole(*file)) NoteLoss("StaticObjects.con is damaged");
+  if (!overflowed) return true;
+  NoteLoss("Maximum number of objects exceeded");
+  NoteEntitiesNotRead();
   return false;
 }
 
@@ -119,9 +119,7 @@ void WriteObjectScript() {
   auto file = GameFileOpen(ScriptPath(), "w");
   if (!file) return;
   GameFilePuts("rem StaticObjects created by Mapwright\n", *file);
-  for (const StaticObject& object : objectStore.objects) {
-    if (object.inUse) WriteObject(*file, object);
-  }
+  for (const StaticObject& object : objectStore.objects) WriteObject(*file, object);
   GameFileClose(std::move(file));
 }
 
@@ -132,12 +130,7 @@ void LoadStaticObjects() {
 }
 
 void SaveStaticObjects() {
-  if (objectStore.loadedIncompletely) {
-    ShowPrompt("This level was not loaded completely. Its objects and entities were not saved.",
-               "Warning", PromptButtons::Ok, PromptIcon::Exclamation);
-    return;
-  }
-  WriteObjectScript();
+  if (MayWrite(LevelPart::StaticObjects)) WriteObjectScript();
   WriteGameModeFiles();
 }
 

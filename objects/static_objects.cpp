@@ -5,22 +5,23 @@
 
 #include "core/editor_state.h"
 #include "objects/entity_editing.h"
+#include "objects/object_clipboard.h"
 #include "objects/object_mapper.h"
 #include "objects/object_selection.h"
 #include "objects/object_windows.h"
 #include "objects/property_sheet.h"
 #include "objects/static_object_records.h"
+#include "objects/visibility.h"
 #include "platform/prompts.h"
 #include "terrain/terrain.h"
 
 namespace mw {
 namespace {
 
-StaticObject* ObjectInUse(int index) {
+StaticObject* ObjectAt(int index) {
   auto& objects = objectStore.objects;
   if (index < 0 || index >= static_cast<int>(objects.size())) return nullptr;
-  StaticObject& object = objects[static_cast<std::size_t>(index)];
-  return object.inUse ? &object : nullptr;
+  return &objects[static_cast<std::size_t>(index)];
 }
 
 bool HasRoom() {
@@ -33,18 +34,13 @@ bool HasRoom() {
 }  // namespace
 
 void ClearAllObjects() {
-  for (std::size_t i = objectStore.objects.size(); i-- > 0;) {
-    RetireStaticObject(objectStore.objects[i]);
-  }
-  objectStore.objects.clear();
+  RemoveStaticObjects([](const StaticObject&) { return true; });
   ClearMeshes();
   ClearAllEntities();
   DeselectAll();
   UpdateToolButtons(false);
-  objectStore.hoveredObject = objectStore.lastHoveredObject = -1;
   entities.hovered = {};
-  objectStore.loadedIncompletely = false;
-  editor.somethingCopied = false;
+  ForgetCopied();
 }
 
 bool AddStaticObjectFromCache(int mesh) {
@@ -57,6 +53,7 @@ bool AddStaticObjectFromCache(int mesh) {
   object.position = {MirrorX(point.x), point.y, point.z};
   object.selected = true;
   UseCachedMesh(object, mesh);
+  ShowKindOf(object);
   AppendStaticObject(std::move(object));
   UpdateToolButtons(true);
   ComputePivot();
@@ -77,25 +74,29 @@ bool PlaceStaticObject(std::string_view name, float x, float z, const Vector3& r
 }
 
 void DeleteStaticObject(int index) {
-  StaticObject* const object = ObjectInUse(index);
+  const StaticObject* const object = ObjectAt(index);
   if (!object) return;
   const bool wasSelected = object->selected;
-  RetireStaticObject(*object);
+  RemoveStaticObjects([object](const StaticObject& other) { return &other == object; });
   if (wasSelected) UpdateToolButtons(AnySelected());
   editor.levelModified = true;
 }
 
 bool EditStaticObject(int index) {
-  StaticObject* const object = ObjectInUse(index);
+  StaticObject* const object = ObjectAt(index);
   if (!object) return false;
+  Vector3 position = object->position, rotation = object->rotation;
   PropertySheet sheet;
   sheet.title = "Edit Object";
   AddField(sheet, TextOf(object->name), static_cast<std::int32_t>(object->name.kCapacity),
            FieldType::Text, "Name")
       ->editable = false;
-  AddField(sheet, &object->position.x, 3, FieldType::Floats, "Pos");
-  AddField(sheet, &object->rotation.x, 3, FieldType::Floats, "Rot");
+  AddField(sheet, &position.x, 3, FieldType::Floats, "Pos");
+  AddField(sheet, &rotation.x, 3, FieldType::Floats, "Rot");
   if (!objectWindows.runPropertySheet(sheet)) return false;
+  if (position == object->position && rotation == object->rotation) return true;
+  object->position = position;
+  object->rotation = rotation;
   editor.levelModified = true;
   return true;
 }
@@ -108,15 +109,13 @@ void SnapAllToGround() {
 
 int FindObjectByTreeItem(TreeItem item) {
   const auto& objects = objectStore.objects;
-  const auto found = std::find_if(
-      objects.begin(), objects.end(),
-      [item](const StaticObject& object) { return object.inUse && object.treeItem == item; });
-  return found == objects.end() ? -1 : static_cast<int>(found - objects.begin());
+  const auto found = std::ranges::find(objects, item, &StaticObject::treeItem);
+  return item == 0 || found == objects.end() ? -1 : static_cast<int>(found - objects.begin());
 }
 
 void FindObjectEntriesAgain() {
   for (StaticObject& object : objectStore.objects) {
-    if (object.inUse) object.catalogueIndex = CatalogueEntryToShow(object.name);
+    object.catalogueIndex = CatalogueEntryToShow(object.name);
   }
 }
 

@@ -9,10 +9,10 @@
 
 namespace mw {
 
-// Reads the level's objects, then its entities. When not all of them can be held, what was read
-// stays, and saving will leave the level's own files as they are.
+// Reads the level's objects, then its entities. When the file is damaged or not all of its objects
+// can be held, what was read stays, and the load report says so.
 void LoadStaticObjects();
-// Writes the level's objects and entities, unless they were not loaded completely; then it says so.
+// Writes the level's objects and entities, each as far as the load report allows it.
 void SaveStaticObjects();
 // Deletes all objects, meshes, textures and entities.
 void ClearAllObjects();
@@ -27,7 +27,7 @@ void DeleteStaticObject(int index);
 bool EditStaticObject(int index);
 // Sets every object and every entity on the ground.
 void SnapAllToGround();
-// Index of the object in use with this item, or -1.
+// Index of the object with this item, or -1.
 int FindObjectByTreeItem(TreeItem item);
 // The objects' entries in a catalogue that was read again.
 void FindObjectEntriesAgain();

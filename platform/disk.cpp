@@ -101,6 +101,8 @@ std::string WorkingFolder() {
   return fs::current_path(ignored).string();
 }
 
+std::string SystemPath(std::string_view path) { return NativePath(path).string(); }
+
 bool FileExists(std::string_view path) {
   std::error_code error;
   return fs::is_regular_file(NativePath(path), error);

@@ -21,6 +21,8 @@ std::filesystem::path NativePath(std::string_view path);
 // A native path written with `\` as configuration files hold it ("/home/me/x" gives "\home\me\x").
 std::string BackslashPath(std::string_view path);
 
+// The path as the system spells it, for messages.
+std::string SystemPath(std::string_view path);
 // The folder that relative paths belong to, as the system writes it.
 std::string WorkingFolder();
 

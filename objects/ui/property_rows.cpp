@@ -6,11 +6,14 @@
 #include <QLineEdit>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "core/text.h"
+#include "core/typed_number.h"
 #include "objects/property_choices.h"
 
 namespace mw {
@@ -26,10 +29,6 @@ constexpr int kLongestNumber = 256;  // characters
 // Percent of a letter's width, and how far each attempt at a narrower one goes.
 constexpr int kNarrowest = 65, kNarrowing = 5;
 constexpr int kBoxPadding = 12;  // real pixels beside the text of a box
-
-using Store = std::function<QWidget*()>;
-
-QWidget* StoreNothing() { return nullptr; }
 
 QString Shown(const PropertyField& field) { return QString::fromUtf8(field.label.c_str()); }
 
@@ -82,7 +81,8 @@ std::string BoundedText(const QString& text, std::int32_t longest) {
 
 // Text.
 
-Store AddTextBox(const RowPlace& place, const PropertyField& field, const TextVariable& variable) {
+PropertyControls AddTextBox(const RowPlace& place, const PropertyField& field,
+                            const TextVariable& variable) {
   auto* const box = new QLineEdit(place.page);
   box->setGeometry(place.At(kValueLeft, kValueWidth));
   Name(*box, place, Shown(field));
@@ -90,22 +90,20 @@ Store AddTextBox(const RowPlace& place, const PropertyField& field, const TextVa
   const QString text = QString::fromStdString(variable.read());
   box->setText(text);
   box->setCursorPosition(0);
-  return [&field, &variable, box, text]() -> QWidget* {
-    if (box->text().isEmpty()) return box;
-    // Bytes that are no text are shown with marks in their place: they stay unless they are edited.
-    if (box->text() != text) variable.write(BoundedText(box->text(), field.count));
-    return nullptr;
-  };
+  return {[box, text] { return box->text().isEmpty() && !text.isEmpty() ? box : nullptr; },
+          [&field, &variable, box, text] {
+            if (box->text() != text) variable.write(BoundedText(box->text(), field.count));
+          }};
 }
 
-Store AddTextRow(const RowPlace& place, const PropertyField& field) {
+PropertyControls AddTextRow(const RowPlace& place, const PropertyField& field) {
   const auto* const variable = std::get_if<TextVariable>(&field.value);
-  if (!variable) return StoreNothing;
+  if (!variable) return {};
   if (field.editable) return AddTextBox(place, field, *variable);
   QLabel* const text =
       AddText(place, kValueLeft, kValueWidth, QString::fromStdString(variable->read()));
   text->setObjectName(QString("row%1.%2").arg(place.row).arg(Shown(field)));
-  return StoreNothing;
+  return {};
 }
 
 // Numbers.
@@ -115,8 +113,22 @@ QString ShownNumber(float value) {
   return QString::fromStdString(FormatText("%.4f", double{value}));
 }
 
-void ReadNumber(const std::string& text, std::int32_t& value) { value = ParseInt(text); }
-void ReadNumber(const std::string& text, float& value) { value = ParseFloat(text); }
+template <typename Number>
+std::optional<Number> TypedNumber(const QString& text) {
+  if constexpr (std::is_same_v<Number, float>) {
+    return TypedFloat(text.toStdString());
+  } else {
+    return TypedInteger(text.toStdString());
+  }
+}
+
+// A box and what it showed at first.
+struct NumberBox {
+  QLineEdit* box;
+  QString shown;
+
+  bool IsEdited() const { return box->text() != shown; }
+};
 
 QLineEdit* AddNumberBox(const RowPlace& place, const PropertyField& field, int index,
                         const QString& number) {
@@ -132,20 +144,28 @@ QLineEdit* AddNumberBox(const RowPlace& place, const PropertyField& field, int i
 }
 
 template <typename Number>
-Store AddNumbersRow(const RowPlace& place, const PropertyField& field) {
+PropertyControls AddNumbersRow(const RowPlace& place, const PropertyField& field) {
   Number* const* const values = std::get_if<Number*>(&field.value);
-  if (!values) return StoreNothing;
-  std::vector<QLineEdit*> boxes;
+  if (!values) return {};
+  std::vector<NumberBox> boxes;
   for (int i = 0; i < ValueCount(field); ++i) {
-    boxes.push_back(AddNumberBox(place, field, i, ShownNumber((*values)[i])));
+    const QString shown = ShownNumber((*values)[i]);
+    boxes.push_back({AddNumberBox(place, field, i, shown), shown});
   }
-  return [boxes, numbers = *values]() -> QWidget* {
-    for (std::size_t i = 0; i < boxes.size(); ++i) {
-      if (boxes[i]->text().isEmpty()) return boxes[i];
-      ReadNumber(boxes[i]->text().toStdString(), numbers[i]);
-    }
-    return nullptr;
+  const auto lacking = [boxes]() -> QWidget* {
+    const auto isLacking = [](const NumberBox& number) {
+      return number.IsEdited() && !TypedNumber<Number>(number.box->text());
+    };
+    const auto found = std::ranges::find_if(boxes, isLacking);
+    return found == boxes.end() ? nullptr : found->box;
   };
+  const auto store = [boxes, numbers = *values] {
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+      if (!boxes[i].IsEdited()) continue;
+      numbers[i] = TypedNumber<Number>(boxes[i].box->text()).value_or(numbers[i]);
+    }
+  };
+  return {lacking, store};
 }
 
 // Choices.
@@ -159,43 +179,51 @@ QComboBox* AddList(const RowPlace& place, const PropertyField& field) {
   return list;
 }
 
-Store AddVehicleRow(const RowPlace& place, const PropertyField& field) {
-  const auto* const variable = std::get_if<TextVariable>(&field.value);
-  if (!variable) return StoreNothing;
-  QComboBox* const list = AddList(place, field);
-  const std::string current = variable->read();
-  for (const std::string& name : VehicleNames()) {
-    list->addItem(QString::fromStdString(name));
-    if (EqualNoCase(name, current)) list->setCurrentIndex(list->count() - 1);
+// Chooses the entry of the current value. One that the list does not offer becomes the first. Gives
+// the index of the entry.
+int ChooseCurrent(QComboBox& list, int index, const std::string& value) {
+  if (index < 0) {
+    list.insertItem(0, QString::fromStdString(NotInList(value)));
+    index = 0;
   }
-  return [&field, variable, list]() -> QWidget* {
-    if (list->currentText().isEmpty()) return list;
-    variable->write(BoundedText(list->currentText(), field.count));
-    return nullptr;
-  };
+  list.setCurrentIndex(index);
+  return index;
 }
 
-// `otherwise`: the entry for a value that is not among the choices; -1 for none. A list without a
-// chosen entry leaves the variable as it is.
-Store AddChoiceRow(const RowPlace& place, const PropertyField& field,
-                   const std::vector<PropertyChoice>& choices, int otherwise) {
+PropertyControls AddVehicleRow(const RowPlace& place, const PropertyField& field) {
+  const auto* const variable = std::get_if<TextVariable>(&field.value);
+  if (!variable) return {};
+  QComboBox* const list = AddList(place, field);
+  const std::string current = variable->read();
+  int index = -1;
+  for (const std::string& name : VehicleNames()) {
+    list->addItem(QString::fromStdString(name));
+    if (EqualNoCase(name, current)) index = list->count() - 1;
+  }
+  index = ChooseCurrent(*list, index, current);
+  return {.store = [&field, variable, list, index] {
+    if (list->currentIndex() == index) return;
+    variable->write(BoundedText(list->currentText(), field.count));
+  }};
+}
+
+PropertyControls AddChoiceRow(const RowPlace& place, const PropertyField& field,
+                              const std::vector<PropertyChoice>& choices) {
   std::int32_t* const* const value = std::get_if<std::int32_t*>(&field.value);
-  if (!value) return StoreNothing;
+  if (!value) return {};
   QComboBox* const list = AddList(place, field);
   for (const PropertyChoice& choice : choices) {
     list->addItem(QString::fromStdString(choice.text), choice.value);
   }
-  const int current = list->findData(**value);
-  list->setCurrentIndex(current >= 0 ? current : otherwise);
-  return [list, variable = *value] {
-    if (list->currentIndex() >= 0) *variable = list->currentData().toInt();
-    return nullptr;
-  };
+  const int index = ChooseCurrent(*list, list->findData(**value), std::to_string(**value));
+  return {.store = [list, index, variable = *value] {
+    if (list->currentIndex() != index) *variable = list->currentData().toInt();
+  }};
 }
 
-Store AddGameModesRow(const RowPlace& place, const PropertyField& field) {
+PropertyControls AddGameModesRow(const RowPlace& place, const PropertyField& field) {
   GameModeChoice* const* const choices = std::get_if<GameModeChoice*>(&field.value);
-  if (!choices) return StoreNothing;
+  if (!choices) return {};
   const int count = ValueCount(field);
   std::vector<QCheckBox*> boxes;
   for (int i = 0; i < count; ++i) {
@@ -210,19 +238,18 @@ Store AddGameModesRow(const RowPlace& place, const PropertyField& field) {
     box->setEnabled(choice.enabled);
     boxes.push_back(box);
   }
-  return [boxes, rows = *choices] {
+  return {.store = [boxes, rows = *choices] {
     for (std::size_t i = 0; i < boxes.size(); ++i) rows[i].checked = boxes[i]->isChecked();
-    return nullptr;
-  };
+  }};
 }
 
-Store AddHeading(const RowPlace& place, const PropertyField& field) {
+PropertyControls AddHeading(const RowPlace& place, const PropertyField& field) {
   AddText(place, kLabelLeft, kHeadingWidth, QString("---- %1 ----").arg(Shown(field)))
       ->setAlignment(Qt::AlignCenter);
-  return StoreNothing;
+  return {};
 }
 
-Store AddControls(const RowPlace& place, const PropertyField& field) {
+PropertyControls AddControls(const RowPlace& place, const PropertyField& field) {
   switch (field.type) {
     case FieldType::Text:
       return AddTextRow(place, field);
@@ -233,17 +260,17 @@ Store AddControls(const RowPlace& place, const PropertyField& field) {
     case FieldType::Vehicle:
       return AddVehicleRow(place, field);
     case FieldType::ControlPoint:
-      return AddChoiceRow(place, field, ControlPointChoices(field.filterModes), 0);
+      return AddChoiceRow(place, field, ControlPointChoices(field.filterModes));
     case FieldType::ControlPointOrNone:
-      return AddChoiceRow(place, field, ControlPointOrNoneChoices(field.filterModes), 0);
+      return AddChoiceRow(place, field, ControlPointOrNoneChoices(field.filterModes));
     case FieldType::Team:
-      return AddChoiceRow(place, field, TeamChoices(), -1);
+      return AddChoiceRow(place, field, TeamChoices());
     case FieldType::GameModes:
       return AddGameModesRow(place, field);
     case FieldType::Heading:
       return AddHeading(place, field);
   }
-  return StoreNothing;
+  return {};
 }
 
 }  // namespace
@@ -257,12 +284,13 @@ PropertyRow AddPropertyRow(const RowPlace& place, const PropertyField& field) {
   if (field.type == FieldType::Heading) return {&field, AddHeading(place, field)};
   QLabel* const label = AddText(place, kLabelLeft, kLabelWidth, Shown(field));
   const qsizetype before = place.page->children().size();
-  Store store = AddControls(place, field);
+  PropertyControls controls = AddControls(place, field);
   // The first control is the label's.
   if (place.page->children().size() > before) {
     label->setBuddy(static_cast<QWidget*>(place.page->children().at(before)));
   }
-  return {&field, std::move(store)};
+  if (!field.editable) controls = {};
+  return {&field, std::move(controls)};
 }
 
 }  // namespace mw

@@ -24,11 +24,18 @@ struct RowPlace {
   QRect At(int x, int width) const;
 };
 
+// What the user did not change is never lacking and never stored: a value that the controls show
+// rounded, or cannot show, stays what it is.
+struct PropertyControls {
+  // The control that lacks its value, or null.
+  std::function<QWidget*()> lacking = [] { return nullptr; };
+  // Puts what the controls show into the field's variables.
+  std::function<void()> store = [] {};
+};
+
 struct PropertyRow {
   const PropertyField* field;
-  // Puts what the controls show into the field's variables. Gives the control that lacks its value,
-  // with those before it stored, or null.
-  std::function<QWidget*()> store;
+  PropertyControls controls;
 };
 
 // Makes the controls of the field on the page. The field must outlive them.

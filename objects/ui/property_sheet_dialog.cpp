@@ -35,12 +35,12 @@ class PropertySheetDialog : public QDialog {
   // Stays open when a field lacks its value.
   void accept() override {
     for (const PropertyRow& row : rows_) {
-      if (!row.field->editable) continue;
-      if (QWidget* const lacking = row.store()) {
+      if (QWidget* const lacking = row.controls.lacking()) {
         Refuse(*row.field, *lacking);
         return;
       }
     }
+    for (const PropertyRow& row : rows_) row.controls.store();
     QDialog::accept();
   }
 

@@ -8,9 +8,10 @@ class QWidget;
 
 namespace mw {
 
-// Runs the dialog over `owner`, which may be null. OK puts the fields into the sheet's variables
-// one after the other; a field without a value is named in a message and keeps the dialog open,
-// with the fields before it stored. False when the user cancels, then or at once.
+// Runs the dialog over `owner`, which may be null. OK puts the fields that the user changed into
+// the sheet's variables. A field without a value, or with a text that is no number, is named in a
+// message and keeps the dialog open, with nothing stored. False when the user cancels, then or at
+// once.
 bool RunPropertySheet(QWidget* owner, PropertySheet& sheet);
 
 }  // namespace mw

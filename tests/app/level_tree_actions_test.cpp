@@ -44,7 +44,6 @@ class LevelTreeActionsTest : public ShellTest {
   static TreeItem Place(const char* name, int entry, Vector3 position) {
     StaticObject object;
     object.name = name;
-    object.inUse = true;
     object.catalogueIndex = entry;
     object.position = position;
     object.treeItem =
@@ -122,7 +121,7 @@ TEST_F(LevelTreeActionsTest, FixedItemsOpenTheirDialogsAndGroupsOpenNothing) {
 
 TEST_F(LevelTreeActionsTest, DeleteKeyDeletesObjectsAndSpawnsButNoFixedItem) {
   EXPECT_TRUE(DeleteLevelTreeItem(oak));
-  EXPECT_FALSE(objectStore.objects[1].inUse);
+  EXPECT_EQ(Selected().size(), 2u);
   EXPECT_EQ(ItemText(oak), "");
 
   DropLevelTreeItem(levelTree.fixed.newControlPoint, 0, 0);

@@ -23,7 +23,6 @@ class ObjectInputTest : public ShellTest {
     catalogue.entryCount = 1;
     StaticObject hut;
     hut.name = "hut";
-    hut.inUse = true;
     hut.catalogueIndex = 0;
     hut.position = {100, 80, 100};
     objectStore.objects = {hut};
@@ -87,7 +86,7 @@ TEST_F(ObjectInputTest, CutLeavesTheObjectAndPastePlacesACopyWhereThePressIs) {
   ClickHut();
   EXPECT_FALSE(enabled[kCommandPaste]);
   TapWithCtrl('X');
-  EXPECT_TRUE(Hut().inUse);
+  EXPECT_EQ(objectStore.objects.size(), 1u);
   EXPECT_TRUE(enabled[kCommandPaste]);
   TapWithCtrl('V');
   EXPECT_FALSE(enabled[kCommandCut]);
@@ -99,14 +98,32 @@ TEST_F(ObjectInputTest, CutLeavesTheObjectAndPastePlacesACopyWhereThePressIs) {
   EXPECT_TRUE(enabled[kCommandPaste]);
 }
 
+TEST_F(ObjectInputTest, APendingPasteCanBeGivenUp) {
+  ClickHut();
+  TapWithCtrl('C');
+  const std::vector<std::function<void()>> ways{
+      [] { Tap(kKeyEscape); }, [] { Tap(kKeySpace); },
+      [] { RouteMouse(MouseButton::Right, MouseEvent::Press, 5, 5); }};
+  for (const auto& giveUp : ways) {
+    TapWithCtrl('V');
+    EXPECT_TRUE(editor.pastePending);
+    giveUp();
+    EXPECT_FALSE(editor.pastePending);
+    EXPECT_TRUE(enabled[kCommandPaste] && enabled[kCommandCut]);
+    EXPECT_TRUE(Hut().selected) << "Space gave up the paste, not the selection";
+    ClickHut();
+    EXPECT_EQ(objectStore.objects.size(), 1u);
+  }
+}
+
 TEST_F(ObjectInputTest, DeleteWorksInTheObjectMapperOnly) {
   ClickHut();
   SetEditMode(EditMode::TerrainMapper);
   Tap(kKeyDelete);
-  EXPECT_TRUE(Hut().inUse);
+  EXPECT_EQ(objectStore.objects.size(), 1u);
   SetEditMode(EditMode::ObjectMapper);
   Tap(kKeyDelete);
-  EXPECT_FALSE(Hut().inUse);
+  EXPECT_TRUE(objectStore.objects.empty());
 }
 
 TEST_F(ObjectInputTest, ADoubleClickEditsASelectedObjectAndIsAPressElsewhere) {

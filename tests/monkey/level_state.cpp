@@ -64,7 +64,7 @@ void TakeSettings(LevelState& state) {
 }
 
 void TakeCounts(LevelState& state) {
-  state.counts["objects"] = std::ranges::count_if(objectStore.objects, &StaticObject::inUse);
+  state.counts["objects"] = std::ssize(objectStore.objects);
   for (const EntityKind kind : kEntityKinds) {
     state.counts["entities of kind " + std::to_string(static_cast<int>(kind))] =
         static_cast<std::ptrdiff_t>(entities.Of(kind).instances.size());

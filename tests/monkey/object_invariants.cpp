@@ -10,6 +10,7 @@
 #include "objects/entities.h"
 #include "objects/object_selection.h"
 #include "objects/object_store.h"
+#include "objects/visibility.h"
 #include "tests/monkey/invariants.h"
 #include "tools/help_tour/windows.h"
 
@@ -35,12 +36,11 @@ void CheckStaticObjects(Broken& broken) {
   Expect(IsFinite(objectStore.CursorPoint), "the cursor points nowhere", broken);
   for (const StaticObject& object : objectStore.objects) {
     const std::string name = object.name.String();
-    Expect(object.inUse || !object.selected, "a deleted object is selected: " + name, broken);
     Expect(object.catalogueIndex >= -1 && object.catalogueIndex < objectStore.catalogue.entryCount,
            "not in the catalogue: " + name, broken);
     Expect(IsIndexOrNone(object.meshIndex, objectStore.meshes), "its mesh is gone: " + name,
            broken);
-    if (!object.inUse) continue;
+    Expect(!object.selected || IsShown(object), "hidden and selected: " + name, broken);
     Expect(IsFinite(object.position) && IsFinite(object.rotation) && IsFinite(object.scale),
            "stands nowhere: " + name, broken);
   }
@@ -73,6 +73,7 @@ void CheckEntities(Broken& broken) {
       const std::string name = instance->name.String();
       Expect(instance->Kind() == kind, "an entity of another kind: " + name, broken);
       Expect(TemplateOf(*instance), "has no template: " + name, broken);
+      Expect(!instance->selected || IsShown(*instance), "hidden and selected: " + name, broken);
       Expect(IsFinite(instance->position) && IsFinite(instance->rotation),
              "stands nowhere: " + name, broken);
     }
@@ -117,7 +118,6 @@ void CheckRecordsInTree(Broken& broken) {
   const LevelTree::FixedItems& fixed = levelTree.fixed;
   Shown shown(broken);
   for (const StaticObject& object : objectStore.objects) {
-    if (!object.inUse) continue;
     const TreeItem parent = ParentOf(object.treeItem);
     shown.Add(object.treeItem, parent == fixed.treeMeshes ? parent : fixed.standardMeshes,
               object.name.String());

@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include "objects/entity_creation.h"
 #include "objects/entity_test.h"
+#include "objects/object_clipboard.h"
 
 namespace mw {
 namespace {
@@ -12,6 +14,9 @@ using ::testing::IsEmpty;
 
 class EntityCreationTest : public EntityTest {
  protected:
+  static const ControlPointTemplate* Nearest(const Vector3& position) {
+    return NearestControlPoint(position, kAllModes);
+  }
   static void AddGroupOfTeam2(std::int32_t id) {
     SpawnGroup& group = entities.spawnGroups.emplace_back();
     group.id = id;
@@ -20,6 +25,7 @@ class EntityCreationTest : public EntityTest {
 };
 class EntityDeletionTest : public EntityTest {};
 class EntityTreeTest : public EntityTest {};
+class EntityPasteTest : public EntityTest {};
 
 TEST_F(EntityCreationTest, ThreeControlPointsOnAnEmptyLevel) {
   for (const float x : {100.0f, 200.0f, 300.0f}) DropControlPoint(x, 50);
@@ -66,15 +72,15 @@ TEST_F(EntityCreationTest, ControlPointsStartWithTheGamesUsualValues) {
   EXPECT_EQ(entities.spawnGroups[0].status, -1);
 }
 
-TEST_F(EntityCreationTest, TheNinthControlPointSharesTheEighthsTemplate) {
+TEST_F(EntityCreationTest, ARefusedNinthControlPointLeavesNothingBehind) {
   for (int i = 0; i < 8; ++i) DropControlPoint(100.0f * static_cast<float>(i), 50);
   ExpectMessages(1);
   DropControlPoint(900, 50);
   EXPECT_THAT(Messages(), ElementsAre("Too many control point templates."));
   EXPECT_EQ(ControlPoints().templates.size(), 8U);
-  EXPECT_EQ(entities.spawnGroups.size(), 9U) << "its group was made before";
-  ASSERT_EQ(ControlPoints().instances.size(), 9U);
-  EXPECT_EQ(ControlPoints().instances.back()->templateIndex, 7);
+  EXPECT_EQ(entities.spawnGroups.size(), 8U);
+  EXPECT_EQ(ControlPoints().instances.size(), 8U);
+  EXPECT_EQ(ChildrenOf(levelTree.fixed.controlPoints).size(), 9U) << "with the item to drag";
 }
 
 TEST_F(EntityCreationTest, ANewGroupTakesTheSmallestFreeNumberAndTheShownModes) {
@@ -110,14 +116,22 @@ TEST_F(EntityCreationTest, ASoldierSpawnBelongsToTheNearestControlPoint) {
                           "New_Control_Point2_Spawn2 (CQ,CTF,TDM)"));
 }
 
-TEST_F(EntityCreationTest, ASoldierSpawnIsNamedAfterItsControlPointsOwnTemplate) {
-  DropControlPoint(100, 100);
-  DropControlPoint(600, 100);
-  auto& points = ControlPoints().instances;
-  std::swap(points[0], points[1]);
-  DropSoldierSpawn(100, 100);
-  EXPECT_EQ(SoldierTemplate(0).group, 2) << "the number counts control points";
-  EXPECT_EQ(SoldierTemplate(0).name, "New_Control_Point1_Spawn1");
+// Its number in the list is another one after a deletion.
+TEST_F(EntityCreationTest, NewSpawnsBelongToTheNearestControlPointItself) {
+  for (const float x : {100.0f, 300.0f, 600.0f}) DropControlPoint(x, 100);
+  PointTemplate(2).team = 2;
+  DeleteInstance(EntityKind::ControlPoint, 0);
+  DropSoldierSpawn(605, 100);
+  EXPECT_EQ(SoldierTemplate(0).group, 3);
+  EXPECT_EQ(SoldierTemplate(0).name, "New_Control_Point3_Spawn1");
+  AddVehicleTemplate();
+  const ObjectSpawn& vehicle = DropVehicle(605, 100);
+  EXPECT_EQ(vehicle.osId, 3);
+  EXPECT_EQ(vehicle.team, 2);
+  ControlPoints().instances[1]->modes = kModeConquest;
+  SetModeFilter(kModeCaptureTheFlag);
+  DropSoldierSpawn(605, 100);
+  EXPECT_EQ(SoldierTemplate(1).group, 2) << "the nearest in its own modes";
 }
 
 TEST_F(EntityCreationTest, ASoldierSpawnWithoutControlPointsIsInGroup1) {
@@ -137,19 +151,19 @@ TEST_F(EntityCreationTest, ANameWithoutRoomForItsNumberIsCut) {
 TEST_F(EntityCreationTest, TheLaterOfTwoEquallyNearControlPointsWins) {
   DropControlPoint(100, 100);
   DropControlPoint(300, 100);
-  EXPECT_EQ(NearestControlPoint({200, 20, 100}), 2);
-  EXPECT_EQ(NearestControlPoint({199.5f, 20, 100}), 1);
-  EXPECT_EQ(NearestControlPoint({199.9f, 20, 100.5f}), 1);
+  EXPECT_EQ(Nearest({200, 20, 100}), &PointTemplate(1));
+  EXPECT_EQ(Nearest({199.5f, 20, 100}), &PointTemplate(0));
+  EXPECT_EQ(Nearest({199.9f, 20, 100.5f}), &PointTemplate(0));
   ControlPoints().instances[1]->position = {100.9f, 20, 100};
-  EXPECT_EQ(NearestControlPoint({100, 20, 100}), 2) << "fractions of a unit do not count";
+  EXPECT_EQ(Nearest({100, 20, 100}), &PointTemplate(1)) << "fractions of a unit do not count";
 }
 
 TEST_F(EntityCreationTest, AControlPointCountsWithin4000Units) {
   DropControlPoint(0, 0);
   DropControlPoint(0, 0);
   ControlPoints().instances[0]->position = {0, 0, 9000};
-  EXPECT_EQ(NearestControlPoint({0, 20, 4000.9f}), 2);
-  EXPECT_EQ(NearestControlPoint({0, 20, 4001}), 1) << "neither is near";
+  EXPECT_EQ(Nearest({0, 20, 4000.9f}), &PointTemplate(1));
+  EXPECT_EQ(Nearest({0, 20, 4001}), nullptr) << "neither is near";
 }
 
 TEST_F(EntityCreationTest, AVehicleTakesNumberAndTeamOfTheNearestControlPoint) {
@@ -175,9 +189,10 @@ TEST_F(EntityCreationTest, AnObjectSpawnTemplateIsMadeOnlyOnOk) {
   EXPECT_EQ(title, "Edit Object Spawn Template");
   EXPECT_THAT(ObjectSpawns().templates, IsEmpty());
   EXPECT_THAT(TextsUnder(levelTree.fixed.objectSpawns), ElementsAre("Add Template"));
-  EXPECT_TRUE(editor.levelModified);
+  EXPECT_FALSE(editor.levelModified);
 
   AddVehicleTemplate();
+  EXPECT_TRUE(editor.levelModified);
   AddVehicleTemplate();
   EXPECT_THAT(TextsUnder(levelTree.fixed.objectSpawns),
               ElementsAre("Add Template", "New_Object_Spawn1 (CQ,CTF,TDM)",
@@ -217,7 +232,7 @@ TEST_F(EntityCreationTest, FullTablesRefuseDropsWithTheirMessage) {
   SoldierSpawns().instances.clear();
   DropNewEntity(EntityKind::SoldierSpawn);
   EXPECT_EQ(SoldierSpawns().templates.size(), kMaxTemplates);
-  EXPECT_EQ(SoldierSpawns().instances.size(), 1U) << "the last template serves";
+  EXPECT_THAT(SoldierSpawns().instances, IsEmpty());
   EXPECT_THAT(Messages(),
               ElementsAre("Too many soldier spawn templates.", "Too many control point templates.",
                           "Too many object spawn templates.", "Too many object spawn templates.",
@@ -243,8 +258,13 @@ TEST_F(EntityDeletionTest, AGroupThatAnotherControlPointUsesStays) {
   DropControlPoint(100, 50);
   DropControlPoint(200, 50);
   PointTemplate(1).spawnGroupId = 1;
+  ControlPoints().instances[0]->modes = kModeConquest;
+  ControlPoints().instances[1]->modes = kModeConquest | kModeCaptureTheFlag;
   DeleteLast(EntityKind::ControlPoint);
-  EXPECT_EQ(entities.spawnGroups.size(), 2U);
+  ASSERT_EQ(entities.spawnGroups.size(), 2U);
+  EXPECT_EQ(entities.spawnGroups[0].modes, kModeConquest | kModeTeamDeathMatch)
+      << "only where the point was and the other one is not";
+  entities.spawnGroups[0].modes = kModeConquest;
   DeleteLast(EntityKind::ControlPoint);
   ASSERT_EQ(entities.spawnGroups.size(), 1U);
   EXPECT_EQ(entities.spawnGroups[0].id, 2);
@@ -278,17 +298,19 @@ TEST_F(EntityDeletionTest, ATemplateWithVehiclesIsKept) {
 }
 
 TEST_F(EntityDeletionTest, UnusedTemplatesAreRemovedAndTheOthersKeepTheirInstances) {
-  for (int i = 0; i < 4; ++i) AddVehicleTemplate();
-  DropVehicle(100, 100);
-  PointAt(200, 200);
-  DropTemplateAt(1);
-  const SpawnTemplate* first = TemplateOf(Vehicle(0));
-  const SpawnTemplate* second = TemplateOf(Vehicle(1));
+  for (int i = 0; i < 4; ++i) DropSoldierSpawn(100, 100);
+  AddVehicleTemplate();
+  auto& spawns = SoldierSpawns().instances;
+  spawns.erase(spawns.begin());
+  spawns.erase(spawns.begin() + 1);
+  const SpawnTemplate* first = TemplateOf(*spawns[0]);
+  const SpawnTemplate* second = TemplateOf(*spawns[1]);
   editor.levelModified = false;
   RemoveUnusedTemplates();
-  EXPECT_EQ(ObjectSpawns().templates.size(), 2U);
-  EXPECT_EQ(TemplateOf(Vehicle(0)), first);
-  EXPECT_EQ(TemplateOf(Vehicle(1)), second);
+  EXPECT_EQ(SoldierSpawns().templates.size(), 2U);
+  EXPECT_EQ(TemplateOf(*spawns[0]), first);
+  EXPECT_EQ(TemplateOf(*spawns[1]), second);
+  EXPECT_EQ(ObjectSpawns().templates.size(), 1U) << "waits for its first spawn";
   EXPECT_TRUE(editor.levelModified);
   editor.levelModified = false;
   RemoveUnusedTemplates();
@@ -312,6 +334,56 @@ TEST_F(EntityDeletionTest, ClearingLeavesTheFixedItemsAndTheNextSpawnId) {
   EXPECT_FALSE(editor.levelModified);
 }
 
+TEST_F(EntityPasteTest, ACopiedBaseGetsAPointWithANameAndAGroupOfItsOwn) {
+  SpawnInstance& point = DropControlPoint(100, 100);
+  SpawnInstance& soldier = DropSoldierSpawn(100, 110);
+  AddVehicleTemplate();
+  ObjectSpawn& vehicle = DropVehicle(100, 90);
+  DropControlPoint(500, 505);  // near where it will be pasted
+  PointTemplate(0).radius = 33;
+  PointTemplate(0).team = entities.spawnGroups[0].team = 2;
+  point.modes = kModeConquest;
+  soldier.rotation = {90, 0, 0};
+  point.selected = soldier.selected = vehicle.selected = true;
+  CopySelected();
+  // What happens then does not matter.
+  PointTemplate(0).radius = 1;
+  SelectFromTree(ControlPoints().instances[1]->treeItem);
+  DeleteByTreeItem(vehicle.treeItem);
+  DeleteByTreeItem(ObjectTemplate(0).treeItem);
+
+  PointAt(500, 500);
+  PasteCopied(0, 0);
+  const ControlPointTemplate& made = PointTemplate(2);
+  EXPECT_EQ(made.name, "New_Control_Point3");
+  EXPECT_EQ(made.radius, 33);
+  EXPECT_EQ(made.team, 2);
+  EXPECT_EQ(made.spawnGroupId, 3);
+  EXPECT_EQ(ControlPoints().instances[2]->position, (Vector3{500, 20, 500}));
+  ASSERT_EQ(entities.spawnGroups.size(), 3U);
+  EXPECT_EQ(entities.spawnGroups[2].id, 3);
+  EXPECT_EQ(entities.spawnGroups[2].team, 2);
+  EXPECT_EQ(entities.spawnGroups[2].modes, kModeConquest);
+  EXPECT_EQ(SoldierTemplate(1).group, 3);
+  EXPECT_EQ(SoldierTemplate(1).name, "New_Control_Point3_Spawn1");
+  EXPECT_EQ(SoldierTemplate(1).spawnId, 2);
+  EXPECT_EQ(SoldierSpawns().instances[1]->position, (Vector3{500, 20, 510}));
+  EXPECT_EQ(SoldierSpawns().instances[1]->rotation.x, 90);
+  EXPECT_EQ(ObjectTemplate(0).name, "New_Object_Spawn1") << "made again";
+  EXPECT_EQ(Vehicle(0).osId, 3);
+  EXPECT_EQ(Vehicle(0).team, 2);
+}
+
+TEST_F(EntityPasteTest, WhatDoesNotFitIsSaidOnceAndLeavesNothingBehind) {
+  for (int i = 0; i < 8; ++i) DropControlPoint(100, 50).selected = true;
+  CopySelected();
+  ExpectMessages(1);
+  PasteCopied(0, 0);
+  EXPECT_THAT(Messages(), ElementsAre("Too many control point templates."));
+  EXPECT_EQ(ControlPoints().instances.size(), 8U);
+  EXPECT_EQ(entities.spawnGroups.size(), 8U);
+}
+
 TEST_F(EntityTreeTest, AFilterHidesWhatIsInOtherModes) {
   SetModeFilter(kModeConquest);
   DropControlPoint(100, 100);
@@ -320,7 +392,9 @@ TEST_F(EntityTreeTest, AFilterHidesWhatIsInOtherModes) {
   const std::vector<std::string> both{"Add Template", "New_Object_Spawn1 (CQ)"};
   EXPECT_EQ(TextsUnder(levelTree.fixed.objectSpawns), both);
 
+  ControlPoints().instances[0]->selected = objectStore.toolsEnabled = true;
   SetModeFilter(kModeCaptureTheFlag);
+  EXPECT_FALSE(ControlPoints().instances[0]->selected || objectStore.toolsEnabled);
   EXPECT_THAT(TextsUnder(levelTree.fixed.controlPoints), ElementsAre("Drag New Control Point"));
   EXPECT_THAT(TextsUnder(levelTree.fixed.objectSpawns), ElementsAre("Add Template"));
 
@@ -365,9 +439,10 @@ TEST_F(EntityTreeTest, SelectingAnItemSelectsAndShowsItsEntityAlone) {
   SpawnInstance& spawn = DropSoldierSpawn(200, 300);
   ControlPoints().instances[0]->selected = true;
   objectStore.objects.emplace_back();
-  objectStore.objects[0].inUse = objectStore.objects[0].selected = true;
+  objectStore.objects[0].selected = true;
+  objectStore.showSoldierSpawns = false;
   EXPECT_TRUE(SelectFromTree(spawn.treeItem));
-  EXPECT_TRUE(spawn.selected);
+  EXPECT_TRUE(spawn.selected && objectStore.showSoldierSpawns);
   EXPECT_FALSE(ControlPoints().instances[0]->selected);
   EXPECT_FALSE(objectStore.objects[0].selected);
   EXPECT_TRUE(objectStore.toolsEnabled);

@@ -2,7 +2,7 @@
 #include <limits>
 
 #include "objects/entity_test.h"
-#include "objects/object_catalogue.h"
+#include "objects/spawn_groups.h"
 
 namespace mw {
 namespace {
@@ -183,13 +183,46 @@ TEST_F(EntitySheetsTest, AnEditedVehicleWidensTheModesOfItsTemplate) {
   EXPECT_EQ(ItemText(ObjectTemplate(0).treeItem), "New_Object_Spawn1 (CQ,TDM)");
 }
 
-// A hand-written name may have other characters; the instance finds its template by the name.
-TEST_F(EntitySheetsTest, ACleanedNameStaysTheTemplatesName) {
+// Hand-written files have other characters and numbers than the editor would make.
+TEST_F(EntitySheetsTest, OkStoresNothingThatTheUserDidNotChange) {
   ObjectTemplate(0).name = Vehicle(0).name = "tank-spawn";
+  ObjectTemplate(0).minSpawnDelay = ObjectTemplate(0).maxSpawnDelay = 30;
+  ObjectTemplate(0).team1Object = "Tank_A";
+  PointTemplate(0).geometry = "flags/base_m1";
+  const ControlPointTemplate point = PointTemplate(0);
+  const ObjectSpawnTemplate vehicle = ObjectTemplate(0);
   AcceptSheets();
-  EXPECT_TRUE(Vehicle(0).Edit());
-  EXPECT_EQ(Vehicle(0).name, "tank_spawn");
-  EXPECT_EQ(ObjectTemplate(0).name, "tank_spawn");
+  EXPECT_TRUE(Vehicle(0).Edit() && Point(0).Edit() && Soldier().Edit());
+  EXPECT_TRUE(ObjectTemplate(0).Edit(EntityKind::ObjectSpawn));
+  EXPECT_FALSE(editor.levelModified);
+  EXPECT_TRUE(PointTemplate(0) == point && ObjectTemplate(0) == vehicle);
+
+  AcceptSheets([](PropertySheet& sheet) { Enter(sheet, "Pos", {1, 2, 3}); });
+  EXPECT_TRUE(Vehicle(0).Edit() && Point(0).Edit());
+  AcceptSheets([](PropertySheet& sheet) { Enter(sheet, "distance", 1); });
+  EXPECT_TRUE(ObjectTemplate(0).Edit(EntityKind::ObjectSpawn));
+  EXPECT_TRUE(editor.levelModified);
+  EXPECT_EQ(PointTemplate(0).geometry, "flags/base_m1");
+  EXPECT_EQ(ObjectTemplate(0).name, "tank-spawn");
+  EXPECT_EQ(ObjectTemplate(0).maxSpawnDelay, 30);
+  EXPECT_EQ(ObjectTemplate(0).team1Object, "Tank_A");
+}
+
+TEST_F(EntitySheetsTest, ATeamGoesToTheGroupsOfThePointInItsModes) {
+  auto& groups = entities.spawnGroups;
+  groups[0].team = 0;
+  Point(0).modes = kModeConquest;
+  AcceptSheets([](PropertySheet& sheet) { Enter(sheet, "radius", 60); });
+  EXPECT_TRUE(Point(0).Edit());
+  EXPECT_EQ(groups[0].team, 0) << "the user did not change it";
+  AcceptSheets([](PropertySheet& sheet) { Enter(sheet, "team", 2); });
+  EXPECT_TRUE(Point(0).Edit());
+  const auto inConquest = SpawnGroupsOf(1, kModeConquest);
+  const auto elsewhere = SpawnGroupsOf(1, kModeCaptureTheFlag | kModeTeamDeathMatch);
+  ASSERT_TRUE(inConquest.size() == 1 && elsewhere.size() == 1) << "one number, one group in a mode";
+  EXPECT_EQ(inConquest[0].team, 2);
+  EXPECT_EQ(elsewhere[0].team, 0) << "the point is not there";
+  EXPECT_EQ(groups[1].team, 1) << "another control point's";
 }
 
 TEST_F(EntitySheetsTest, AnEditedControlPointTellsItsSpawnGroup) {
@@ -222,7 +255,7 @@ TEST_F(EntitySheetsTest, AnEditedControlPointTellsItsSpawnGroup) {
   EXPECT_EQ(Point(2).position, (Vector3{5, 6, 7}));
   EXPECT_EQ(ItemText(Point(2).treeItem), "East_Gate (CQ,CTF)");
   EXPECT_EQ(entities.spawnGroups[2].team, 2);
-  EXPECT_EQ(entities.spawnGroups[2].modes, kModeConquest | kModeCaptureTheFlag);
+  EXPECT_EQ(entities.spawnGroups[2].modes, kModeConquest) << "a group's modes are its own";
   EXPECT_EQ(entities.spawnGroups[1].team, 1) << "another control point's";
 }
 

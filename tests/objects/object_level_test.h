@@ -47,7 +47,6 @@ class ObjectLevelTest : public LevelArchiveTest {
   static StaticObject& AddObject(const std::string& name, const Vector3& position) {
     StaticObject object;
     object.name = name;
-    object.inUse = true;
     object.catalogueIndex = FindCatalogueEntry(name);
     object.position = position;
     object.treeItem = InsertItem(levelTree.fixed.standardMeshes, name);

@@ -2,10 +2,13 @@
 
 #include <gmock/gmock.h>
 
+#include "objects/object_clipboard.h"
 #include "objects/object_level_test.h"
 
 namespace mw {
 namespace {
+
+using ::testing::SizeIs;
 
 class ObjectMapperTest : public ObjectLevelTest {
  protected:
@@ -74,6 +77,25 @@ TEST_F(ObjectMapperTest, OnlyToolsThatAreEnabledCanBeChosen) {
   EXPECT_EQ(objectStore.tool, ObjectTool::RotateY);
   ClickObject(0);
   EXPECT_EQ(objectStore.tool, ObjectTool::Select) << "the selection changed";
+}
+
+TEST_F(ObjectMapperTest, WhatIsHiddenIsNotSelected) {
+  StaticObject& hut = AddObject("hut", {100, 0, 100});
+  StaticObject& oak = AddObject("oak", {200, 0, 100});
+  ObjectSpawn& spawn = AddObjectSpawn({300, 0, 100});
+  hut.selected = oak.selected = spawn.selected = true;
+  UpdateToolButtons(true);
+  Choose(ObjectControl::RotateX);
+  PressObjectControl(ObjectControl::ShowControlPoints);
+  EXPECT_EQ(objectStore.tool, ObjectTool::RotateX) << "nothing selected was hidden";
+  PressObjectControl(ObjectControl::ShowTreeMeshes);
+  EXPECT_FALSE(oak.selected);
+  EXPECT_EQ(objectStore.tool, ObjectTool::Select);
+  PressObjectControl(ObjectControl::ShowObjectSpawns);
+  EXPECT_FALSE(spawn.selected);
+  EXPECT_TRUE(hut.selected && objectStore.toolsEnabled);
+  PressObjectControl(ObjectControl::ShowStandardMeshes);
+  EXPECT_FALSE(hut.selected || objectStore.toolsEnabled);
 }
 
 TEST_F(ObjectMapperTest, ADraggedGroupFollowsTheCursorOverTheGround) {
@@ -188,12 +210,12 @@ TEST_F(ObjectMapperTest, DeletingTakesObjectsAndEntitiesWithTheirItems) {
   levelTree.view.remove = [](TreeItem) { EXPECT_TRUE(levelTree.suppressObjectSelection); };
   DeleteSelected();
   levelTree.view.remove = [](TreeItem) {};
-  EXPECT_FALSE(objectStore.objects[0].inUse);
-  EXPECT_TRUE(objectStore.objects[1].inUse);
+  ASSERT_EQ(objectStore.objects.size(), 1u);
+  EXPECT_EQ(objectStore.objects[0].name, "oak");
   const auto& spawns = entities.Of(EntityKind::ObjectSpawn).instances;
   ASSERT_EQ(spawns.size(), 1u);
   EXPECT_EQ(spawns[0]->position.x, 2);
-  EXPECT_EQ(ItemText(objectStore.objects[0].treeItem), "");
+  EXPECT_THAT(ChildrenOf(levelTree.fixed.standardMeshes), SizeIs(1));
   EXPECT_FALSE(levelTree.suppressObjectSelection || objectStore.toolsEnabled);
   EXPECT_TRUE(editor.levelModified);
 }
@@ -201,22 +223,29 @@ TEST_F(ObjectMapperTest, DeletingTakesObjectsAndEntitiesWithTheirItems) {
 TEST_F(ObjectMapperTest, PastedCopiesKeepTheirArrangementAtWholeUnits) {
   StaticObject& hut = AddObject("hut", {100.25f, 0, 100});
   hut.rotation = {90, 1, 2};
+  hut.scale = hut.colour = {1, 2, 3};
+  hut.scaleGiven = hut.colorGiven = true;
   StaticObject& oak = AddObject("oak", {110.75f, 0, 104.5f});
   hut.selected = oak.selected = true;
   CopySelected();
   EXPECT_TRUE(editor.somethingCopied);
-  DeselectAll();
+  hut.scale = hut.rotation = {};
+  hut.selected = false;
+  ComputePivot();
+  DeleteSelected();
   objectStore.CursorPoint = {3, 20, 500};  // the centre; the hut lies 5.25 to the right in the view
   PasteCopied(0, 0);
 
-  ASSERT_EQ(objectStore.objects.size(), 4u) << "what was pasted is not copied itself";
-  const StaticObject& newHut = objectStore.objects[2];
+  ASSERT_EQ(objectStore.objects.size(), 3u);
+  const StaticObject& newHut = objectStore.objects[1];
   EXPECT_EQ(newHut.position, (Vector3{kSide - 8, 20, 497}));
   EXPECT_EQ(newHut.rotation, (Vector3{90, 1, 2}));
-  EXPECT_EQ(objectStore.objects[3].position, (Vector3{kSide + 2, 20, 502}))
+  EXPECT_EQ(newHut.scale, (Vector3{1, 2, 3}));
+  EXPECT_EQ(newHut.colour, (Vector3{1, 2, 3}));
+  EXPECT_TRUE(newHut.scaleGiven && newHut.colorGiven) << "or it would not be saved";
+  EXPECT_EQ(objectStore.objects[2].position, (Vector3{kSide + 2, 20, 502}))
       << "-2.25 becomes -2, toward zero";
-  EXPECT_FALSE(newHut.selected || newHut.copied);
-  EXPECT_TRUE(hut.inUse) << "copying removes nothing";
+  EXPECT_FALSE(newHut.selected);
   EXPECT_EQ(objectStore.CursorPoint, (Vector3{3, 20, 500}));
 }
 

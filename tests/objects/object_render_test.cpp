@@ -224,7 +224,6 @@ TEST_F(ObjectRenderTest, HiddenKindsAreNeitherDrawnNorHoverable) {
 }
 
 TEST_F(ObjectRenderTest, OnlyObjectsWithAMeshAreDrawn) {
-  AddBoxObject(Place(0, 0, 0)).inUse = false;
   AddBoxObject(Place(0, 0, 0)).meshIndex = -1;
   AddBoxObject(Place(0, 0, 0)).catalogueIndex = -1;
   AddBoxObject(Place(0, 0, 0)).catalogueIndex = kMaxCatalogueEntries;

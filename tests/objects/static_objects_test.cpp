@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "data/load_report.h"
 #include "objects/object_level_test.h"
 #include "objects/property_sheet.h"
 #include "support/archive_bytes.h"
@@ -17,8 +18,6 @@ using testing::IsEmpty;
 constexpr const char* kScript = "StaticObjects.con";
 constexpr const char *kSpawnScript = "conquest/ObjectSpawns.con",
                      *kSpawns = "Object.create tank\r\n";
-constexpr const char* kNotSaved =
-    "This level was not loaded completely. Its objects and entities were not saved.";
 
 class StaticObjectsTest : public ObjectLevelTest {
  protected:
@@ -40,16 +39,13 @@ class StaticObjectsTest : public ObjectLevelTest {
     return lines;
   }
   // Of a level with kSpawns as its vehicles.
-  void ExpectLossSaidAndNothingSaved(const std::string& reason) {
+  void ExpectLossSaidAndNothingSaved(const std::string& line) {
     const std::string before = Get(kScript);
-    scripted::script.answers = {PromptAnswer::Ok, PromptAnswer::Ok};
+    BeginLoadReport();
     LoadStaticObjects();
+    EndLoadReport();
     SaveStaticObjects();
-    ASSERT_EQ(scripted::script.prompts.size(), 2u) << "one for loading, one for saving";
-    EXPECT_EQ(scripted::script.prompts[0].text, "Could not load all objects - " + reason);
-    EXPECT_EQ(scripted::script.prompts[0].caption, "ERROR");
-    EXPECT_EQ(scripted::script.prompts[1].text, kNotSaved);
-    EXPECT_EQ(scripted::script.prompts[1].caption, "Warning");
+    EXPECT_THAT(loadReport.lines, testing::Contains(testing::StartsWith(line)));
     EXPECT_EQ(Get(kScript), before);
     EXPECT_EQ(Get(kSpawnScript), kSpawns);
   }
@@ -97,7 +93,7 @@ TEST_F(StaticObjectsTest, LinesWithoutAnObjectHaveNoEffect) {
                               "Object.rotation 4/5/6\n"),
             "")
       << "a create line without a name takes the lines that follow";
-  EXPECT_EQ(objectStore.objects.size(), 1u);
+  EXPECT_THAT(objectStore.objects, IsEmpty());
 }
 
 TEST_F(StaticObjectsTest, AnUnknownNameIsKeptAndShownAsTheDefaultEntry) {
@@ -133,21 +129,23 @@ TEST_F(StaticObjectsTest, ALevelWithoutObjectsStillHasItsEntities) {
 }
 
 TEST_F(StaticObjectsTest, TheLargestLevelLoadsWhole) {
-  Put(kScript, Lines(2047));
+  Put(kScript, Lines(2048));
   LoadStaticObjects();
-  EXPECT_EQ(objectStore.objects.size(), 2047u);
-  EXPECT_EQ(objectStore.objects.back().position.x, 2046);
-  EXPECT_FALSE(objectStore.loadedIncompletely);
+  EXPECT_EQ(objectStore.objects.size(), 2048u);
+  EXPECT_EQ(objectStore.objects.back().position.x, 2047);
 }
 
 TEST_F(StaticObjectsTest, ATooLargeLevelIsNotOverwritten) {
-  Put(kScript, Lines(2048));
+  Put(kScript, Lines(2049));
   Put(kSpawnScript, kSpawns);
-  ExpectLossSaidAndNothingSaved("Maximum number of objects exceeded!");
-  EXPECT_EQ(objectStore.objects.size(), 2047u);
-  EXPECT_EQ(ChildrenOf(levelTree.fixed.standardMeshes).size(), 2047u);
+  ExpectLossSaidAndNothingSaved(
+      "Could not load all objects - Maximum number of objects exceeded! (2048 were loaded.)");
+  EXPECT_EQ(loadReport.lines.back(), "The level's entities were not loaded.");
+  EXPECT_EQ(objectStore.objects.size(), 2048u);
+  EXPECT_EQ(ChildrenOf(levelTree.fixed.standardMeshes).size(), 2048u);
 
   ClearAllObjects();
+  ClearLoadReport();
   Put(kScript, "Object.create hut\n");
   LoadStaticObjects();
   SaveStaticObjects();
@@ -164,27 +162,48 @@ TEST_F(StaticObjectsTest, ADamagedFileIsNotOverwritten) {
   mw::Bytes file = archive.file;
   std::fill_n(file.begin() + entry->offset + entry->storedSize / 2, 64, std::uint8_t{0xEE});
   WriteBytes(folder / "Island.vra", file);
-  ExpectLossSaidAndNothingSaved("StaticObjects.con is damaged!");
+  ExpectLossSaidAndNothingSaved("Could not load all objects - StaticObjects.con is damaged!");
+  EXPECT_GT(objectStore.objects.size(), 1000u);
+  EXPECT_EQ(objectStore.objects.back().position.x, 1999) << "what lies behind the damage is there";
+  for (const StaticObject& object : objectStore.objects) {
+    const auto index = static_cast<float>(&object - objectStore.objects.data());
+    EXPECT_GE(object.position.x, object.inUse ? index : 0) << "the lines of another object";
+  }
 }
 
-TEST_F(StaticObjectsTest, ADeletedObjectIsNotSavedAndKeepsItsRecord) {
+TEST_F(StaticObjectsTest, ANameThatIsTooLongIsCutAndItsFileNotOverwritten) {
+  Put(kScript, "Object.create " + std::string(64, 'n') + "\r\n");
+  Put(kSpawnScript, kSpawns);
+  ExpectLossSaidAndNothingSaved(
+      "Some names in StaticObjects.con are longer than 63 characters and were cut.");
+}
+
+TEST_F(StaticObjectsTest, ADeletedObjectIsNotSavedAndFreesItsPlaceAtOnce) {
   AddObject("hut", {1, 2, 3}).selected = true;
   AddObject("oak", {4, 5, 6});
   objectStore.toolsEnabled = true;
-  DeleteStaticObject(0);
+  objectStore.hoveredObject = objectStore.lastHoveredObject = 1;
+  levelTree.view.remove = [](TreeItem) {
+    EXPECT_EQ(objectStore.objects.size(), 1u) << "the tree may choose the next object meanwhile";
+  };
   DeleteStaticObject(0);
   DeleteStaticObject(7);
+  levelTree.view.remove = [](TreeItem) {};
   SaveStaticObjects();
   EXPECT_THAT(Get(kScript), testing::Not(testing::HasSubstr("hut")));
   EXPECT_FALSE(objectStore.toolsEnabled) << "it was what was selected";
-  EXPECT_EQ(objectStore.objects.size(), 2u);
+  EXPECT_EQ(objectStore.lastHoveredObject, -1) << "the index would be of another object";
   EXPECT_TRUE(editor.levelModified);
+  objectStore.objects.resize(kMaxStaticObjects - 1, objectStore.objects[0]);
+  EXPECT_TRUE(PlaceStaticObject("oak", 1, 1, {}));
 }
 
 TEST_F(StaticObjectsTest, AnObjectOfACachedMeshStandsAtTheCursorAndIsSelected) {
   objectStore.meshes.emplace_back().name = "oak";
   PutCursorOver(200, 7, 300);
+  objectStore.showTreeMeshes = false;
   EXPECT_TRUE(AddStaticObjectFromCache(0));
+  EXPECT_TRUE(objectStore.showTreeMeshes) << "what is selected is not hidden";
   const StaticObject& oak = objectStore.objects.at(0);
   EXPECT_EQ(oak.position, (Vector3{200, 7, 300}));
   EXPECT_TRUE(oak.selected && objectStore.toolsEnabled && editor.levelModified);
@@ -218,10 +237,12 @@ TEST_F(StaticObjectsTest, TheEditSheetShowsTheNameAndChangesPlaceAndTurn) {
     return true;
   };
   EXPECT_TRUE(EditStaticObject(0));
+  EXPECT_TRUE(std::exchange(editor.levelModified, false));
+  EXPECT_TRUE(EditStaticObject(0));
+  EXPECT_FALSE(editor.levelModified) << "it stood there already";
   EXPECT_THAT(shown, ElementsAre("Edit Object", "Name", "Pos", "Rot"));
   EXPECT_EQ(objectStore.objects[0].position, (Vector3{1, 2, 30}));
   EXPECT_EQ(objectStore.objects[0].rotation, (Vector3{45, 0, 0}));
-  EXPECT_TRUE(editor.levelModified);
   EXPECT_FALSE(EditStaticObject(1));
 }
 

@@ -198,7 +198,6 @@ int AddSceneEntry(MeshKind kind, const Vector3& boxA, const Vector3& boxB) {
 
 StaticObject& AddSceneObject(int entry, MeshListId list, const Vector3& levelPosition) {
   StaticObject& object = objectStore.objects.emplace_back();
-  object.inUse = true;
   object.catalogueIndex = entry;
   object.meshIndex = 0;
   object.lists.fill(list);
@@ -211,7 +210,7 @@ void plain::DrawStaticObjects() {
   int hoveredObject = -1, index = 0;
   for (const StaticObject& object : objectStore.objects) {
     const int at = index++;
-    if (!object.inUse || object.meshIndex < 0 || object.catalogueIndex < 0) continue;
+    if (object.meshIndex < 0 || object.catalogueIndex < 0) continue;
     const auto& entry =
         objectStore.catalogue.entries[static_cast<std::size_t>(object.catalogueIndex)];
     DrawPlainObject(object, entry, hoveredObject, at);

@@ -48,7 +48,6 @@ class LevelTreeTest : public WindowTest {
   void Place(const char* name, Vector3 position) {
     StaticObject object;
     object.name = name;
-    object.inUse = true;
     object.position = position;
     object.treeItem = InsertItem(levelTree.fixed.standardMeshes, name);
     objectStore.objects.push_back(object);
@@ -108,9 +107,9 @@ TEST_F(LevelTreeTest, DeleteKeyDeletesTheObjectAndTakesTheUserToTheNextOne) {
   Place("Barracks", {200, 0, 200});
   Click("Bunker");
   QTest::keyClick(&tree(), Qt::Key_Delete);
-  EXPECT_FALSE(objectStore.objects[0].inUse);
+  ASSERT_EQ(objectStore.objects.size(), 1u);
   EXPECT_EQ(tree().currentItem(), Entry("Barracks"));
-  EXPECT_TRUE(objectStore.objects[1].selected);
+  EXPECT_TRUE(objectStore.objects[0].selected);
   EXPECT_EQ(camera.position.x, 1024 - 200);
 
   camera.position.Set(7, 7, 7);

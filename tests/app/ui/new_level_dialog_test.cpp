@@ -171,7 +171,7 @@ class LevelStatisticsTest : public WindowTest {
 
 TEST_F(LevelStatisticsTest, CountsWhatIsUsedAndClosesByItsButtonOnly) {
   modConfig.LevelName = "Island";
-  objectStore.objects.resize(3);  // records of deleted objects count
+  objectStore.objects.resize(3);
   entities.Of(EntityKind::SoldierSpawn).instances.push_back(std::make_unique<SoldierSpawn>());
   for (int i = 0; i < 2; ++i) {
     entities.Of(EntityKind::ControlPoint).instances.push_back(std::make_unique<ControlPoint>());

@@ -134,7 +134,7 @@ TEST_F(PropertySheetTest, RowsThatTheScreenCannotHoldScroll) {
 TEST_F(PropertySheetTest, OkStoresWhatWasTyped) {
   FixedString<48> name("Village"), shown("Fixed");
   std::int32_t pair[] = {1, 2};
-  float position[] = {0, 0, 0};
+  float position[] = {0, 4e-5f, 0};
   AddField(sheet, TextOf(name), 47, FieldType::Text, "Name");
   AddField(sheet, TextOf(shown), 47, FieldType::Text, "Shown")->editable = false;
   AddField(sheet, pair, 2, FieldType::Integers, "Pair");
@@ -143,14 +143,13 @@ TEST_F(PropertySheetTest, OkStoresWhatWasTyped) {
     EXPECT_EQ(Box(dialog, "Name").text(), "Village");
     EXPECT_EQ(Named<QLabel>(dialog, "Fixed").text(), "Fixed");
     Box(dialog, "Name").setText("Harbour");
-    Box(dialog, "Pair 2").setText("-7 and more");
-    Box(dialog, "Pos 1").setText("1.25");
-    Box(dialog, "Pos 2").setText("letters");
+    Box(dialog, "Pair 2").setText(" -7 ");
+    Box(dialog, "Pos 1").setText("+1.25");
   }));
   EXPECT_EQ(name, "Harbour");
   EXPECT_EQ(shown, "Fixed");
   EXPECT_THAT(pair, ElementsAre(1, -7));
-  EXPECT_THAT(position, ElementsAre(1.25f, 0.0f, 0.0f));
+  EXPECT_THAT(position, ElementsAre(1.25f, 4e-5f, 0.0f)) << "a box shows four digits";
 }
 
 TEST_F(PropertySheetTest, TextsKeepTheirBounds) {
@@ -187,9 +186,34 @@ TEST_F(PropertySheetTest, AFieldWithoutAValueKeepsTheDialogOpen) {
   EXPECT_EQ(scripted::script.prompts[0].text, "Field 'radius' must contain a value!");
   EXPECT_EQ(scripted::script.prompts[0].caption, "ERROR");
   EXPECT_EQ(scripted::script.prompts[0].icon, PromptIcon::Exclamation);
-  EXPECT_EQ(name, "Harbour");
+  EXPECT_EQ(name, "Village") << "what was typed above it is not stored either";
   EXPECT_EQ(radius, 10);
   EXPECT_EQ(icon, "flag");
+}
+
+TEST_F(PropertySheetTest, ATextThatIsNoNumberIsRefused) {
+  std::int32_t radius = 10;
+  float height = 2;
+  FixedString<48> none;
+  AddField(sheet, &radius, 1, FieldType::Integers, "radius");
+  AddField(sheet, &height, 1, FieldType::Floats, "height");
+  AddField(sheet, TextOf(none), 47, FieldType::Text, "none");
+  const std::vector<std::pair<const char*, const char*>> wrong{
+      {"radius", "abc"},   {"radius", "1.5"},  {"radius", "10 m"}, {"radius", "99999999999"},
+      {"height", "1,5"},   {"height", "1.5x"}, {"height", " "},    {"height", "nan"},
+      {"height", "1e300"}, {"height", "+-1.5"}};
+  scripted::script.answers.assign(wrong.size(), PromptAnswer::Ok);
+  EXPECT_TRUE(RunAndPressOk([&wrong](const OpenDialog& dialog) {
+    for (const auto& [field, text] : wrong) {
+      const QString before = Box(dialog, field).text();
+      Box(dialog, field).setText(text);
+      dialog.Press("okButton");
+      EXPECT_TRUE(dialog.window.isVisible()) << text;
+      Box(dialog, field).setText(before);
+    }
+  })) << "an empty text that nobody edited is none that is lacking";
+  EXPECT_EQ(scripted::script.prompts.size(), wrong.size());
+  EXPECT_EQ(radius, 10);
 }
 
 TEST_F(PropertySheetTest, CancelReadsNothing) {
@@ -218,23 +242,32 @@ TEST_F(PropertySheetTest, KeysGoFromTheFieldsToTheButtons) {
   });
 }
 
-TEST_F(PropertySheetTest, VehiclesAreSortedAndTheFirstStandsForAnUnknownOne) {
+TEST_F(PropertySheetTest, VehiclesAreSortedAndAnUnknownOneHasAnEntryOfItsOwn) {
   AddObject("willy", "VEHICLES_LAND");
   AddObject("oak", "TREES");
   AddObject("bofors", "STATIONARY_WEAPONS");
   AddObject("spitfire", "VEHICLES_AIR");
   AddObject("barge", "VEHICLES_SEA");
   AddObject("cart", "vehicles_land");
-  FixedString<48> known("Spitfire"), unknown("tiger");
+  FixedString<48> known("Spitfire"), unknown("tiger"), none;
   AddField(sheet, TextOf(known), 47, FieldType::Vehicle, "Team 1 Object");
   AddField(sheet, TextOf(unknown), 47, FieldType::Vehicle, "Team 2 Object");
+  AddField(sheet, TextOf(none), 47, FieldType::Vehicle, "Team 3 Object");
   EXPECT_TRUE(RunAndPressOk([](const OpenDialog& dialog) {
     EXPECT_THAT(Entries(List(dialog, "Team 1 Object")),
                 ElementsAre("barge", "bofors", "spitfire", "willy"));
     EXPECT_EQ(List(dialog, "Team 1 Object").currentText(), "spitfire");
-    EXPECT_EQ(List(dialog, "Team 2 Object").currentText(), "barge");
+    EXPECT_THAT(Entries(List(dialog, "Team 2 Object")),
+                ElementsAre("(not in the list: tiger)", "barge", "bofors", "spitfire", "willy"));
+    EXPECT_EQ(List(dialog, "Team 2 Object").currentIndex(), 0);
+    EXPECT_EQ(List(dialog, "Team 3 Object").currentText(), "(none)");
   }));
-  EXPECT_EQ(unknown, "barge");
+  EXPECT_EQ(known, "Spitfire");
+  EXPECT_EQ(unknown, "tiger");
+  EXPECT_EQ(none, "");
+  EXPECT_TRUE(RunAndPressOk(
+      [](const OpenDialog& dialog) { List(dialog, "Team 3 Object").setCurrentText("willy"); }));
+  EXPECT_EQ(none, "willy");
 }
 
 TEST_F(PropertySheetTest, ControlPointsOfASharedModeAreOffered) {
@@ -248,12 +281,13 @@ TEST_F(PropertySheetTest, ControlPointsOfASharedModeAreOffered) {
   EXPECT_TRUE(RunAndPressOk([](const OpenDialog& dialog) {
     EXPECT_THAT(Entries(List(dialog, "Spawn Group")), ElementsAre("Village", "Harbour"));
     EXPECT_EQ(List(dialog, "Spawn Group").currentText(), "Harbour");
-    EXPECT_THAT(Entries(List(dialog, "OsID")), ElementsAre("(none)", "Village", "Harbour"));
-    EXPECT_EQ(List(dialog, "OsID").currentText(), "(none)");
+    EXPECT_THAT(Entries(List(dialog, "OsID")),
+                ElementsAre("(not in the list: 9)", "(none)", "Village", "Harbour"));
+    EXPECT_EQ(List(dialog, "OsID").currentIndex(), 0);
     List(dialog, "Spawn Group").setCurrentText("Village");
   }));
   EXPECT_EQ(group, 1);
-  EXPECT_EQ(osId, 0);
+  EXPECT_EQ(osId, 9);
 }
 
 TEST_F(PropertySheetTest, TeamsAreThoseOfTheLevel) {
@@ -291,9 +325,7 @@ TEST_F(PropertySheetTest, ListsWithoutEntriesLeaveTheirValues) {
   FixedString<48> vehicle("tiger");
   AddField(sheet, &group, 1, FieldType::ControlPoint, "Spawn Group")->filterModes = kAllModes;
   AddField(sheet, TextOf(vehicle), 47, FieldType::Vehicle, "Team 1 Object");
-  scripted::script.answers = {PromptAnswer::Ok};
-  EXPECT_FALSE(RunAndPressOk([](const OpenDialog&) {}));
-  EXPECT_EQ(scripted::script.prompts.at(0).text, "Field 'Team 1 Object' must contain a value!");
+  EXPECT_TRUE(RunAndPressOk([](const OpenDialog&) {}));
   EXPECT_EQ(group, 4);
   EXPECT_EQ(vehicle, "tiger");
 }
