@@ -50,9 +50,7 @@ void StartPaste() {
 }
 
 void GenerateSurfaceMaps() {
-  if (!editor.levelLoaded) return;
-  ShowWaitCursor();
-  operations.generateSurfaceMaps();
+  if (!editor.levelLoaded || !operations.generateSurfaceMaps()) return;
   DeleteLevelTextures();
   LoadLevelTextures(LevelTextureLoad::Reloading);
 }
@@ -229,11 +227,14 @@ void RunOtherCommand(CommandId id) {
 bool OfferToSave(const char* question) {
   // Where no level is open nothing can be saved.
   if (!editor.levelLoaded || !editor.levelModified) return true;
-  if (ShowPrompt(question, "Save?", PromptButtons::YesNo, PromptIcon::Information) !=
-      PromptAnswer::Yes) {
-    return true;
+  switch (ShowPrompt(question, "Save?", PromptButtons::YesNoCancel, PromptIcon::Information)) {
+    case PromptAnswer::Yes:
+      return SaveLevel();
+    case PromptAnswer::No:
+      return true;
+    default:
+      return false;
   }
-  return SaveLevel();
 }
 
 bool ConfirmExit() { return OfferToSave("Would you like to save your changes before exiting?"); }

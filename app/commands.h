@@ -10,7 +10,7 @@ namespace mw {
 void RunCommand(CommandId id);
 
 // Asks to save when there are unsaved changes, with the given question, and saves on Yes. False
-// when that save failed: the caller then does not go on.
+// when that save failed or the answer was Cancel: the caller then does not go on.
 bool OfferToSave(const char* question);
 
 // Exit and the closing of the main window: true when the window may be destroyed.

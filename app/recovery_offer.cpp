@@ -72,7 +72,11 @@ bool OfferRecovery() {
     SetAside(kDeclined);
     return false;
   }
-  if (Recover(*info)) return true;
+  if (Recover(*info)) {
+    SetStatusText(1, FormatText("Recovered level %s. The recovered work is not saved yet.",
+                                info->level.c_str()));
+    return true;
+  }
   ShowKept(FormatText("The unsaved work on level %s cannot be opened: its mod or its archive is "
                       "missing or damaged.",
                       info->level.c_str()),
