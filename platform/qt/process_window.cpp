@@ -1,6 +1,5 @@
 #include "platform/qt/process_window.h"
 
-#include <QCloseEvent>
 #include <chrono>
 #include <utility>
 
