@@ -74,7 +74,8 @@ struct Operations {
   std::function<bool(bool askFirst)> randomTerrain = [](bool) { return false; };
   Action generateMaterialMap = [] {};
   Action testLevel = [] {};
-  Action generateSurfaceMaps = [] {};
+  // Asks before it replaces tiles; true when the level's textures are to be read again.
+  std::function<bool()> generateSurfaceMaps = [] { return false; };
   Action openShadowDialog = [] {};
   Action mergeTerrainLightmaps = [] {};
   Action generateObjectLightmaps = [] {};

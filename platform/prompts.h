@@ -17,6 +17,12 @@ PromptAnswer ShowPrompt(std::string_view text, std::string_view caption,
                         PromptButtons buttons = PromptButtons::Ok,
                         PromptIcon icon = PromptIcon::None);
 
+// Asks before what cannot be taken back, whose `text` tells what will be lost. True to go on.
+inline bool ConfirmReplacing(std::string_view text) {
+  return ShowPrompt(text, "WARNING", PromptButtons::OkCancel, PromptIcon::Exclamation) ==
+         PromptAnswer::Ok;
+}
+
 // The wait cursor stays until the mouse next moves over the program, or until ShowArrowCursor.
 void ShowWaitCursor();
 void ShowArrowCursor();

@@ -15,12 +15,16 @@
 #include "app/ui/level_tree_panel.h"
 #include "app/ui/mini_map_window.h"
 #include "app/ui/mode_toolbars.h"
+#include "app/ui/qt_text.h"
 #include "app/ui/view_widget.h"
+#include "core/editor_state.h"
+#include "data/mod_config.h"
 #include "resources/pictures.h"
 
 namespace mw {
 namespace {
 
+constexpr const char* kTitleWithoutLevel = "Mapwright - Varnhold Level Editor";
 constexpr QSize kFirstSize(800, 600), kSmallestSize(640, 400);
 constexpr int kToolbarHeight = 28, kStripWidth = 5, kFrameRateWidth = 100;
 
@@ -28,7 +32,7 @@ constexpr int kToolbarHeight = 28, kStripWidth = 5, kFrameRateWidth = 100;
 
 MainWindow::MainWindow() : actions_(this) {
   setObjectName("mainWindow");
-  setWindowTitle("Mapwright - Varnhold Level Editor");
+  setWindowTitle(kTitleWithoutLevel);
   setWindowIcon(Icon("mapwright"));
   setContextMenuPolicy(Qt::NoContextMenu);
   setMinimumSize(kSmallestSize);
@@ -59,6 +63,8 @@ void MainWindow::BuildCentre() {
   modeToolbars_ = new ModeToolbars(centre);
   view_ = new ViewWidget(centre);
   miniMap_ = new MiniMapWindow(view_);
+  // Whatever opens, changes or saves a level is followed by a frame.
+  connect(view_, &QOpenGLWidget::frameSwapped, this, &MainWindow::ShowLevelInTitle);
 
   auto* right = new QVBoxLayout;
   right->setSpacing(0);
@@ -93,6 +99,17 @@ void MainWindow::BuildStatusBar() {
   statusBar()->addWidget(progressLabel_, 1);
   statusBar()->addWidget(readingLabel_, 1);
   statusBar()->addPermanentWidget(frameRateLabel_);
+}
+
+void MainWindow::ShowLevelInTitle() {
+  const bool modified = editor.levelLoaded && editor.levelModified;
+  const std::string_view level =
+      editor.levelLoaded ? modConfig.LevelName.View() : std::string_view();
+  if (level == titleLevel_ && modified == titleModified_) return;
+  titleLevel_ = level;
+  titleModified_ = modified;
+  setWindowTitle(level.empty() ? kTitleWithoutLevel
+                               : FromText(level) + (modified ? "*" : "") + " - Mapwright");
 }
 
 void MainWindow::SetCommandChecked(CommandId id, bool checked) {

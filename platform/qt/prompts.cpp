@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/qt/box_owner.h"
 #include "platform/qt/status_labels.h"
 #include "platform/qt/view_context.h"
 
@@ -23,15 +24,6 @@ std::array<QPointer<QLabel>, 4> statusLabels;  // by part; part 0 has no width a
 
 QString FromUtf8(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-// The dialog or window that a box belongs to: the innermost modal one, else the main window.
-QWidget* BoxOwner() {
-  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->isVisible() && window->windowType() == Qt::Window) return window;
-  }
-  return nullptr;
 }
 
 // A question that has no "neither": Escape and the close box do nothing.
@@ -155,6 +147,14 @@ QString StatusBarText(std::string_view text) {
 
 void UseStatusLabels(QLabel* progress, QLabel* frameRate, QLabel* reading) {
   statusLabels = {nullptr, progress, frameRate, reading};
+}
+
+QWidget* BoxOwner() {
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible() && window->windowType() == Qt::Window) return window;
+  }
+  return nullptr;
 }
 
 PromptAnswer ShowPrompt(std::string_view text, std::string_view caption, PromptButtons buttons,

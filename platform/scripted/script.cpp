@@ -1,6 +1,7 @@
 #include "platform/scripted/script.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/gl_context.h"
 #include "platform/modules.h"
@@ -63,13 +64,17 @@ bool HasGlExtension(std::string_view name) {
 }
 void* GlFunction(const char* name) { return script.glFunction ? script.glFunction(name) : nullptr; }
 
-bool RunProcessAndWait(std::string_view commandLine, std::string_view, InputDuringWait input) {
+bool RunProcessAndWait(std::string_view commandLine, std::string_view) {
   script.startedProcesses.emplace_back(commandLine);
-  const bool ignoredBefore = script.inputIgnored;
-  script.inputIgnored = ignoredBefore || input == InputDuringWait::Ignored;
-  const bool started = !script.program || script.program(commandLine);
+  return !script.program || script.program(commandLine);
+}
+ProcessEnd RunCancellableProcess(std::string_view commandLine, std::string_view folder,
+                                 std::string_view, std::string_view) {
+  const bool ignoredBefore = std::exchange(script.inputIgnored, true);
+  const bool started = RunProcessAndWait(commandLine, folder);
   script.inputIgnored = ignoredBefore;
-  return started;
+  if (!started) return ProcessEnd::NotStarted;
+  return script.processesCancelled ? ProcessEnd::Cancelled : ProcessEnd::Ended;
 }
 bool IsInputIgnored() { return script.inputIgnored; }
 bool OpenDocument(std::string_view path) {
