@@ -24,5 +24,7 @@ void ShowArrowCursor();
 // Two spaces and the text into part 1 (progress and results) or part 2 (frame rate) of the status
 // bar, repainted at once, so that it can be read while long work goes on.
 void SetStatusText(int part, std::string_view text);
+// Empties the part, if this text still stands there.
+void ClearStatusText(int part, std::string_view text);
 
 }  // namespace mw
