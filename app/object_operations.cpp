@@ -9,6 +9,7 @@
 #include "objects/object_render.h"
 #include "objects/object_store.h"
 #include "objects/static_objects.h"
+#include "objects/unknown_objects.h"
 
 namespace mw {
 namespace {
@@ -46,12 +47,15 @@ void ConnectMapper() {
 void ConnectObjectOperations() {
   operations.clearAllObjects = ClearAllObjects;
   operations.buildTree = BuildTree;
-  operations.loadStaticObjects = LoadStaticObjects;
+  operations.loadStaticObjects = [] {
+    LoadStaticObjects();
+    NoteUnknownObjects();
+  };
   operations.saveStaticObjects = SaveStaticObjects;
   operations.snapAllToGround = SnapAllToGround;
   ConnectMapper();
   hooks.loadObjectCatalogue = LoadObjectCatalogue;
-  hooks.drawStaticObjects = DrawStaticObjects;
+  hooks.drawStaticObjects = DrawObjectsInMappers;
   hooks.seatObjectsOnGround = SnapAllToGround;
 }
 

@@ -3,12 +3,13 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QVBoxLayout>
 
 #include "app/commands.h"
 #include "app/ui/level_tree_panel.h"
@@ -21,7 +22,7 @@ namespace mw {
 namespace {
 
 constexpr QSize kFirstSize(800, 600), kSmallestSize(640, 400);
-constexpr int kToolbarHeight = 28, kStripWidth = 5, kFrameRateWidth = 100;
+constexpr int kToolbarHeight = 28, kStripWidth = 5, kFrameRateWidth = 100, kLeastViewWidth = 160;
 
 }  // namespace
 
@@ -49,26 +50,27 @@ void MainWindow::BuildToolbar() {
 }
 
 void MainWindow::BuildCentre() {
-  auto* centre = new QWidget(this);
+  auto* centre = new QSplitter(this);
+  centre->setHandleWidth(kStripWidth);
+  centre->setChildrenCollapsible(false);
   treePanel_ = new LevelTreePanel(centre);
-  auto* strip = new QWidget(centre);
-  strip->setObjectName("splitterStrip");
-  strip->setProperty("controlId", 1087);
-  strip->setFixedWidth(kStripWidth);
-  modeToolbars_ = new ModeToolbars(centre);
-  view_ = new ViewWidget(centre);
+  auto* right = new QWidget(centre);
+  modeToolbars_ = new ModeToolbars(right);
+  view_ = new ViewWidget(right);
+  view_->setMinimumWidth(kLeastViewWidth);
   miniMap_ = new MiniMapWindow(view_);
 
-  auto* right = new QVBoxLayout;
-  right->setSpacing(0);
-  right->addWidget(modeToolbars_);
-  right->addWidget(view_, 1);
-  auto* layout = new QHBoxLayout(centre);
+  auto* layout = new QVBoxLayout(right);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
-  layout->addWidget(treePanel_);
-  layout->addWidget(strip);
-  layout->addLayout(right, 1);
+  layout->addWidget(modeToolbars_);
+  layout->addWidget(view_, 1);
+  centre->setStretchFactor(1, 1);
+  centre->setSizes({LevelTreePanel::kUsualWidth, kFirstSize.width()});
+  QSplitterHandle* const strip = centre->handle(1);
+  strip->setObjectName("splitterStrip");
+  strip->setProperty("controlId", 1087);
+  strip->setToolTip("Drag to widen the level tree");
   setCentralWidget(centre);
 }
 
