@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "app/keys.h"
+#include "app/modes.h"
 #include "app/operations.h"
 #include "app/shell.h"
 #include "core/hooks.h"
@@ -56,6 +57,12 @@ void TurnFromMouse() {
   }
   if (dx != 0) TurnCamera(dx);
   if (dy != 0) TiltCamera(dy);
+}
+
+// Its release went to another window.
+void LoseLeftButton() {
+  EndStroke();
+  editor.leftHeld = false;
 }
 
 Matrix4 CurrentMatrix(GLenum which) {
@@ -146,16 +153,14 @@ void ApplyCamera() {
 }
 
 void UpdateCameraFromInput() {
-  if (!heldInput.leftButton) editor.leftHeld = false;
+  if (editor.leftHeld && !heldInput.leftButton) LoseLeftButton();
   if (!heldInput.rightButton) editor.rightHeld = false;
   editor.shiftHeld = Held(kKeyShift);
   if (!shell.viewHasFocus()) return;
+  // First what acts on the ground that is on the screen.
+  if (editor.leftHeld && IsEditMode(EditMode::TerrainMapper)) operations.holdBrush();
   MoveFromKeys();
   if (editor.rightHeld) TurnFromMouse();
-  if (editor.leftHeld && IsEditMode(EditMode::TerrainMapper) &&
-      terrain->tool != TerrainTool::PointManipulation) {
-    operations.applyTerrainTool(editor.lastMouseX, editor.lastMouseY);
-  }
 }
 
 }  // namespace mw

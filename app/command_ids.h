@@ -82,6 +82,8 @@ enum CommandId : int {
   kCommandGenerateMaterialMap = 32819,
   kCommandUsersGuide = 32820,
   kCommandTutorial = 32821,
+  kCommandShowWholeLevel = 32822,
+  kCommandReliefShading = 32823,
 };
 
 }  // namespace mw

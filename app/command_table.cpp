@@ -29,10 +29,12 @@ constexpr auto kCommands = std::to_array<CommandSpec>({
     {kCommandCameraFly, "View", "Camera &Fly Mode", "", "Camera Fly Mode", "camera_fly", Camera},
     {kCommandCameraTopDown, "View", "Camera &Top-down Mode", "", "Camera Top-Down Mode",
      "camera_top_down", Camera},
+    {kCommandShowWholeLevel, "View", "&Show Whole Level\tHome", "", "", ""},
     {kCommandWireframe, "View", "&Wireframe Mode", "", "Wireframe Mode", "wireframe", Drawing},
     {kCommandTextured, "View", "Te&xtured Mode", "", "Textured Surface Mode", "textured", Drawing},
     {kCommandTexturedWireframe, "View", "T&extured Wireframe Mode", "", "Textured Wireframe Mode",
      "textured_wireframe", Drawing},
+    {kCommandReliefShading, "View", "&Relief Shading", "", "", "", None, true},
     {kCommandLevelStatistics, "View", "&Level Statistics", "", "", ""},
     {kCommandTerrainMapper, "Tools", "&Terrain Mapper", "F1", "Terrain Mapper", "terrain_mapper",
      Mode},
@@ -87,6 +89,33 @@ constexpr auto kToolbar = std::to_array<CommandId>({
     kCommandMaterialMapper, kCommandObjectMapper,
 });
 
+constexpr auto kLevelCommands = std::to_array<CommandId>({
+    kCommandSaveLevel,
+    kCommandImportHeightmap,
+    kCommandExportHeightmap,
+    kCommandUndo,
+    kCommandRedo,
+    kCommandCut,
+    kCommandCopy,
+    kCommandPaste,
+    kCommandLevelStatistics,
+    kCommandRandomTerrain,
+    kCommandGenerateMaterialMap,
+    kCommandTestLevel,
+    kCommandGenerateSurfaceMaps,
+    kCommandGenerateShadows,
+    kCommandMergeLightmaps,
+    kCommandGenerateObjectLightmaps,
+    kCommandGenerateInGameMap,
+    kCommandAddFile,
+    kCommandSnapAllToGround,
+    kCommandLightSettings,
+    kCommandFogSettings,
+    kCommandShadowSettings,
+    kCommandWaterSettings,
+    kCommandSurfaceAssignments,
+});
+
 constexpr auto kCameraGroup =
     std::to_array<CommandId>({kCommandCameraOnTerrain, kCommandCameraFly, kCommandCameraTopDown});
 constexpr auto kDrawingGroup =
@@ -102,6 +131,10 @@ const CommandSpec* FindCommand(CommandId id) {
   const auto found = std::find_if(kCommands.begin(), kCommands.end(),
                                   [id](const CommandSpec& spec) { return spec.id == id; });
   return found == kCommands.end() ? nullptr : &*found;
+}
+
+bool NeedsLevel(CommandId id) {
+  return std::find(kLevelCommands.begin(), kLevelCommands.end(), id) != kLevelCommands.end();
 }
 
 std::span<const CommandId> MainToolbar() { return kToolbar; }

@@ -24,11 +24,14 @@ struct CommandSpec {
   std::string_view toolTip;
   std::string_view icon;  // resource name without folder and extension
   CommandGroup group = CommandGroup::None;
+  bool isSwitch = false;  // on or off by itself, with a check mark
 };
 
 // In menu order, then the commands without a menu entry.
 std::span<const CommandSpec> CommandTable();
 const CommandSpec* FindCommand(CommandId id);
+// Whether the command works on a level: it is disabled while none is open.
+bool NeedsLevel(CommandId id);
 
 // Entries of the main toolbar in order; kCommandNone is a separator.
 std::span<const CommandId> MainToolbar();

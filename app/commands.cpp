@@ -1,10 +1,12 @@
 #include "app/commands.h"
 
 #include "app/camera_control.h"
+#include "app/camera_places.h"
 #include "app/command_table.h"
 #include "app/level.h"
 #include "app/modes.h"
 #include "app/operations.h"
+#include "app/save_questions.h"
 #include "app/shell.h"
 #include "core/text.h"
 #include "platform/processes.h"
@@ -39,6 +41,11 @@ void SetDrawing(bool grid, bool textures) {
   editor.ShowTextures = textures;
 }
 
+void SetReliefShading(bool on) {
+  editor.ReliefShading = on;
+  shell.setCommandChecked(kCommandReliefShading, on);
+}
+
 void CopySelection() {
   operations.copy();
   UpdateClipboardButtons(true);
@@ -50,7 +57,6 @@ void StartPaste() {
 }
 
 void GenerateSurfaceMaps() {
-  if (!editor.levelLoaded) return;
   ShowWaitCursor();
   operations.generateSurfaceMaps();
   DeleteLevelTextures();
@@ -60,17 +66,13 @@ void GenerateSurfaceMaps() {
 void RunFileCommand(CommandId id) {
   switch (id) {
     case kCommandNewLevel:
-      if (OfferToSave("Would you like to save your changes before creating a new map?")) {
-        operations.newLevel();
-      }
+      if (OfferToSave("before creating a new map")) operations.newLevel();
       break;
     case kCommandOpenLevel:
-      if (OfferToSave("Would you like to save your changes before opening a new map?")) {
-        OpenLevel();
-      }
+      if (OfferToSave("before opening a new map")) OpenLevel();
       break;
     case kCommandSaveLevel:
-      if (editor.levelLoaded) SaveLevel();
+      SaveLevel();
       break;
     case kCommandNewMod:
       shell.newModConfig(true);
@@ -111,6 +113,12 @@ void RunViewCommand(CommandId id) {
       break;
     case kCommandTexturedWireframe:
       SetDrawing(true, true);
+      break;
+    case kCommandShowWholeLevel:
+      ShowWholeLevel();
+      break;
+    case kCommandReliefShading:
+      SetReliefShading(!editor.ReliefShading);
       break;
     case kCommandLevelStatistics:
       operations.levelStatistics();
@@ -226,23 +234,24 @@ void RunOtherCommand(CommandId id) {
 
 }  // namespace
 
-bool OfferToSave(const char* question) {
-  // Where no level is open nothing can be saved.
-  if (!editor.levelLoaded || !editor.levelModified) return true;
-  if (ShowPrompt(question, "Save?", PromptButtons::YesNo, PromptIcon::Information) !=
+bool OfferToSave(const char* occasion) {
+  const SavingQuestion question = QuestionBeforeClosing(occasion);
+  if (question.text.empty()) return true;
+  if (ShowPrompt(question.text, "Save?", PromptButtons::YesNo, PromptIcon::Information) !=
       PromptAnswer::Yes) {
     return true;
   }
-  return SaveLevel();
+  return SaveLevel(question.foreign);
 }
 
-bool ConfirmExit() { return OfferToSave("Would you like to save your changes before exiting?"); }
+bool ConfirmExit() { return OfferToSave("before exiting"); }
 
 void RunCommand(CommandId id) {
-  // Not every way to a command is an input: a screen reader's is not. The commands of groups change
-  // only what is shown and which tool is next.
+  // Not every way to a command is an input: a screen reader's is not. Switches and the commands of
+  // groups change only what is shown and which tool is next.
   const CommandSpec* const spec = FindCommand(id);
-  if (IsInputIgnored() && spec && spec->group == CommandGroup::None) return;
+  if (IsInputIgnored() && spec && spec->group == CommandGroup::None && !spec->isSwitch) return;
+  if (NeedsLevel(id) && !editor.levelLoaded) return;
   CheckGroupButton(id);
   // A command belongs to exactly one of these; the others pass it over.
   RunFileCommand(id);

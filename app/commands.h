@@ -9,9 +9,10 @@ namespace mw {
 // Runs a command of the main window. Commands of a radio group first check their own button.
 void RunCommand(CommandId id);
 
-// Asks to save when there are unsaved changes, with the given question, and saves on Yes. False
-// when that save failed: the caller then does not go on.
-bool OfferToSave(const char* question);
+// Asks to save when there are unsaved changes, or the level's archive is not as it was left, and
+// saves on Yes; `occasion` is what is about to happen, "before exiting". False when that save
+// failed: the caller then does not go on.
+bool OfferToSave(const char* occasion);
 
 // Exit and the closing of the main window: true when the window may be destroyed.
 bool ConfirmExit();

@@ -5,9 +5,12 @@
 #include <algorithm>
 
 #include "app/camera_control.h"
+#include "app/input.h"
+#include "app/mini_map.h"
 #include "app/modes.h"
 #include "app/operations.h"
 #include "core/editor_state.h"
+#include "core/frame_time.h"
 #include "core/text.h"
 #include "data/textures.h"
 #include "objects/entity_markers.h"
@@ -21,9 +24,8 @@
 namespace mw {
 namespace {
 
-constexpr double kFieldOfView = 45, kNear = 0.1, kFar = 350;  // degrees, world units
-constexpr std::uint32_t kFpsPeriod = 1000;                    // milliseconds
-constexpr float kShortestFrame = 0.01f;                       // seconds
+constexpr std::uint32_t kFpsPeriod = 1000;  // milliseconds
+constexpr float kShortestFrame = 0.01f;     // seconds
 
 void SetFixedState() {
   constexpr float kAmbient[] = {0.5f, 0.5f, 0.5f, 1}, kDiffuse[] = {1, 1, 1, 1};
@@ -51,8 +53,7 @@ void CountFrame(std::uint32_t now) {
     editor.nextFpsUpdate = now + kFpsPeriod;
   }
   ++editor.framesThisSecond;
-  const float seconds = static_cast<float>(now - editor.lastFrameTime) * 0.001f;
-  editor.frameSeconds = std::max(seconds, kShortestFrame);
+  editor.frameSeconds = std::max(CountedSeconds(now - editor.lastFrameTime), kShortestFrame);
   editor.lastFrameTime = now;
 }
 
@@ -65,6 +66,8 @@ void RenderObjectMode() {
 
 void RenderScene() {
   UpdateCameraFromInput();
+  ClampCamera();
+  UpdateViewSquare();  // on the ground it sets the camera's height
   ApplyCamera();
   switch (editor.editMode) {
     case EditMode::TerrainMapper:
@@ -77,10 +80,10 @@ void RenderScene() {
       RenderObjectMode();
       break;
   }
-  DrawOverlay();
+  FollowCamera();
 }
 
-// Leaves the depth of the ground, which its corners are picked from.
+// Leaves the depth of the scene, which objects are picked from.
 void DrawRubberBand() {
   const auto& band = editor.rubberBand;
   glDisable(GL_TEXTURE_2D);
@@ -142,7 +145,7 @@ void ResizeView(int width, int height) {
   glViewport(0, 0, width, height);
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
-  gluPerspective(kFieldOfView, static_cast<double>(width) / height, kNear, kFar);
+  gluPerspective(kFieldOfView, static_cast<double>(width) / height, kNearPlane, kFarPlane);
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
 }
@@ -156,15 +159,11 @@ void RenderFrame(std::uint32_t now) {
   } else {
     RenderScene();
   }
+  DrawOverlay();
   SetStatusText(2, FormatText("FPS: %i", editor.shownFps));
 }
 
 void DrawOverlay() {
-  const bool showsSwatch = IsEditMode(EditMode::MaterialMapper);
-  if (!editor.rubberBandActive && !showsSwatch) {
-    glLoadIdentity();
-    return;
-  }
   glPushAttrib(GL_TRANSFORM_BIT | GL_VIEWPORT_BIT);
   glMatrixMode(GL_PROJECTION);
   glPushMatrix();
@@ -175,8 +174,11 @@ void DrawOverlay() {
   glMatrixMode(GL_MODELVIEW);
   glPushMatrix();
   glLoadIdentity();
-  if (editor.rubberBandActive) DrawRubberBand();
-  if (showsSwatch) DrawMaterialSwatch();
+  if (!editor.browserPreviewActive) {
+    if (editor.rubberBandActive) DrawRubberBand();
+    if (IsEditMode(EditMode::MaterialMapper)) DrawMaterialSwatch();
+  }
+  DrawMiniMap();
   glMatrixMode(GL_PROJECTION);
   glPopMatrix();
   glMatrixMode(GL_MODELVIEW);
@@ -191,6 +193,7 @@ void DestroyViewObjects() {
   ReleaseEntityMarkers();
   DeleteAllMeshLists();
   ReleaseTerrainBuffers();
+  ReleaseMiniMap();
   DestroyMaterialMapper();
   DestroyTerrain();
 }

@@ -12,7 +12,7 @@ void CreateViewObjects();
 void ResizeView(int width, int height);
 // Draws one frame into the current framebuffer; `now` in milliseconds. The caller swaps.
 void RenderFrame(std::uint32_t now);
-// Rubber band and material swatch, over the scene.
+// Rubber band and material swatch over the scene, and the Mini-Map.
 void DrawOverlay();
 // Frees the view's objects and textures; context current.
 void DestroyViewObjects();

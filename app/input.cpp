@@ -1,5 +1,6 @@
 #include "app/input.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "app/keys.h"
@@ -13,11 +14,39 @@ namespace {
 
 constexpr float kDragHeightPerPixel = 0.05f;  // height units
 
+// What decides which point of the scene is under a pixel.
+struct Outlook {
+  Vector3 position;
+  float yaw = 0, pitch = 0;
+  CameraMode cameraMode = CameraMode::Fly;
+  EditMode mode = EditMode::TerrainMapper;
+  friend bool operator==(const Outlook&, const Outlook&) = default;
+};
+
+Outlook pictured;  // that of the frame drawn last
+
+Outlook CurrentOutlook() {
+  return {camera.position, camera.yaw, camera.pitch, editor.cameraMode, editor.editMode};
+}
+
+// Whether the camera was put elsewhere, rather than moved.
+bool IsJump(const Outlook& from, const Outlook& to) {
+  constexpr float kFarthestMove = 60;  // world units that keys move the camera by in one frame
+  return from.cameraMode != to.cameraMode || from.position.DistanceTo(to.position) > kFarthestMove;
+}
+
+bool IsFromAbove() { return editor.cameraMode == CameraMode::TopDown; }
+
+bool HasPointTool() { return terrain->tool == TerrainTool::PointManipulation; }
+
 void PressLeftInTerrain(int x, int y) {
-  if (!editor.ctrlHeld && !editor.shiftHeld && terrain->tool == TerrainTool::PointManipulation) {
-    operations.pickUnderCursor(x, y, true);
-  } else if (terrain->tool == TerrainTool::Flatten) {
-    terrain->flattenActive = 1;
+  if (!HasPointTool()) {
+    operations.pickUnderCursor(x, y);
+    operations.pressBrush();
+  } else if (!editor.ctrlHeld && !editor.shiftHeld) {
+    operations.toggleVertex(x, y);
+  } else if (editor.ctrlHeld && !editor.shiftHeld && !IsFromAbove()) {
+    operations.startSelecting(x, y);
   }
 }
 
@@ -40,7 +69,9 @@ void PressLeft(int x, int y) {
         PressLeftInTerrain(x, y);
         break;
       case EditMode::MaterialMapper:
-        operations.setPainting(true);
+        operations.stopPainting();
+        operations.pickMaterialPoint(x, y);
+        operations.startPainting();
         break;
       case EditMode::ObjectMapper:
         PressLeftInObjects(x, y);
@@ -60,14 +91,72 @@ void Press(MouseButton button, int x, int y) {
   if (button == MouseButton::Left) PressLeft(x, y);
 }
 
-void ReleaseLeft(int x, int y) {
-  if (IsEditMode(EditMode::TerrainMapper)) {
-    if (editor.rubberBandActive) FinishRubberBand(x, y);
-    if (terrain->tool == TerrainTool::Flatten) terrain->flattenActive = 0;
-    if (terrain->tool == TerrainTool::Road && editor.ctrlHeld) operations.addRoadPoint(x, y);
-  } else if (IsEditMode(EditMode::MaterialMapper)) {
-    operations.setPainting(false);
+void PickInTerrain(int x, int y) {
+  if (HasPointTool()) return;
+  operations.pickUnderCursor(x, y);
+  operations.moveBrush();
+}
+
+void PickInObjects(int x, int y) {
+  if (operations.objectSelectTool() || operations.objectTranslateTool() ||
+      operations.objectHoverOption()) {
+    operations.pickCursorPoint(x, y);
   }
+}
+
+void Hover(int x, int y) {
+  switch (editor.editMode) {
+    case EditMode::TerrainMapper:
+      PickInTerrain(x, y);
+      break;
+    case EditMode::MaterialMapper:
+      operations.stopPainting();
+      operations.pickMaterialPoint(x, y);
+      break;
+    case EditMode::ObjectMapper:
+      PickInObjects(x, y);
+      break;
+  }
+}
+
+void DragPoints(int x, int y) {
+  if (editor.ctrlHeld && IsFromAbove()) {
+    if (!editor.rubberBandActive) StartRubberBand(editor.pressX, editor.pressY);
+    UpdateRubberBand(x, y);
+  } else if (!IsFromAbove() && editor.shiftHeld) {
+    const int pixelsUp = editor.lastMouseY - y;
+    if (pixelsUp != 0) operations.moveSelection(static_cast<float>(pixelsUp) * kDragHeightPerPixel);
+  } else if (!IsFromAbove() && editor.ctrlHeld) {
+    operations.selectOnTheWay(x, y);
+  }
+}
+
+void DragLeft(int x, int y) {
+  switch (editor.editMode) {
+    case EditMode::TerrainMapper:
+      PickInTerrain(x, y);
+      if (HasPointTool()) DragPoints(x, y);
+      break;
+    case EditMode::MaterialMapper:
+      operations.pickMaterialPoint(x, y);
+      operations.startPainting();
+      break;
+    case EditMode::ObjectMapper:
+      PickInObjects(x, y);
+      operations.dragObjects(x, y, editor.lastMouseX, editor.lastMouseY);
+      break;
+  }
+}
+
+void ReleaseLeft(int x, int y) {
+  // What the mouse passed since its last event belongs to the stroke or drag.
+  if (editor.leftHeld && (x != editor.lastMouseX || y != editor.lastMouseY)) DragLeft(x, y);
+  if (editor.rubberBandActive) FinishRubberBand(x, y);
+  if (IsEditMode(EditMode::TerrainMapper) && terrain->tool == TerrainTool::Road &&
+      editor.ctrlHeld) {
+    operations.addRoadPoint(x, y);
+  }
+  EndStroke();
   operations.releaseObjects();  // even if the mode has changed since the press
   editor.leftHeld = false;
 }
@@ -77,57 +166,12 @@ void Release(MouseButton button, int x, int y) {
   if (button == MouseButton::Left) ReleaseLeft(x, y);
 }
 
-void Hover(int x, int y) {
-  switch (editor.editMode) {
-    case EditMode::TerrainMapper:
-      if (terrain->tool != TerrainTool::PointManipulation) operations.pickUnderCursor(x, y, false);
-      terrain->flattenActive = 0;
-      break;
-    case EditMode::MaterialMapper:
-      operations.pickMaterialPoint(x, y);
-      operations.setPainting(false);
-      break;
-    case EditMode::ObjectMapper:
-      if (operations.objectSelectTool() || operations.objectTranslateTool() ||
-          operations.objectHoverOption()) {
-        operations.pickCursorPoint(x, y);
-      }
-      break;
-  }
-}
-
-void DragLeftInTerrain(int x, int y) {
-  const bool topDown = editor.cameraMode == CameraMode::TopDown;
-  if (editor.ctrlHeld && topDown) {
-    if (editor.rubberBandActive) {
-      UpdateRubberBand(x, y);
-    } else {
-      StartRubberBand(x, y);
-    }
-  } else if (!topDown) {
-    if (editor.shiftHeld) {
-      operations.moveSelection(static_cast<float>(editor.lastMouseY - y) * kDragHeightPerPixel);
-    } else if (editor.ctrlHeld && terrain->tool == TerrainTool::PointManipulation) {
-      operations.pickUnderCursor(x, y, true);
-    }
-  }
-}
-
 void Move(MouseButton button, int x, int y) {
   shell.focusView();
-  Hover(x, y);
-  if (button != MouseButton::Left) return;
-  switch (editor.editMode) {
-    case EditMode::TerrainMapper:
-      DragLeftInTerrain(x, y);
-      break;
-    case EditMode::MaterialMapper:
-      operations.setPainting(true);
-      break;
-    case EditMode::ObjectMapper:
-      operations.dragObjects(x, y, editor.lastMouseX, editor.lastMouseY);
-      break;
-  }
+  if (button == MouseButton::Left)
+    DragLeft(x, y);
+  else
+    Hover(x, y);
 }
 
 void DoubleClick(MouseButton button, int x, int y) {
@@ -141,7 +185,8 @@ void DoubleClick(MouseButton button, int x, int y) {
 }  // namespace
 
 void RouteMouse(MouseButton button, MouseEvent event, int x, int y) {
-  if (!editor.viewReady || !shell.mainWindowActive()) return;
+  if (!editor.viewReady || !editor.levelLoaded || !shell.mainWindowActive()) return;
+  if (!(pictured == CurrentOutlook())) shell.renderFrameNow();
   switch (event) {
     case MouseEvent::Press:
       Press(button, x, y);
@@ -168,14 +213,41 @@ void ForgetHeldInput() {
   editor.leftHeld = editor.rightHeld = false;
 }
 
+void SetModifiers(bool ctrl, bool shift) {
+  editor.ctrlHeld = ctrl;
+  editor.shiftHeld = shift;
+  heldInput.keys.set(kKeyCtrl, ctrl);
+  heldInput.keys.set(kKeyShift, shift);
+}
+
+void FollowCamera() {
+  const Outlook before = std::exchange(pictured, CurrentOutlook());
+  if (before == pictured) return;
+  if (IsJump(before, pictured)) operations.liftBrush();
+  const int x = editor.lastMouseX, y = editor.lastMouseY;
+  switch (editor.editMode) {
+    case EditMode::TerrainMapper:
+      PickInTerrain(x, y);
+      if (editor.leftHeld && HasPointTool() && !IsFromAbove()) DragPoints(x, y);
+      break;
+    case EditMode::MaterialMapper:
+      operations.pickMaterialPoint(x, y);
+      break;
+    case EditMode::ObjectMapper:
+      PickInObjects(x, y);
+      if (editor.leftHeld && operations.objectTranslateTool()) operations.dragObjects(x, y, x, y);
+      break;
+  }
+}
+
 void StartRubberBand(int x, int y) {
   editor.rubberBand = {x, y, x, y};
   editor.rubberBandActive = true;
 }
 
 void UpdateRubberBand(int x, int y) {
-  editor.rubberBand.x1 = x;
-  editor.rubberBand.y1 = y;
+  editor.rubberBand.x1 = std::clamp(x, 0, std::max(static_cast<int>(editor.viewWidth) - 1, 0));
+  editor.rubberBand.y1 = std::clamp(y, 0, std::max(static_cast<int>(editor.viewHeight) - 1, 0));
 }
 
 void FinishRubberBand(int x, int y) {

@@ -13,17 +13,25 @@ enum class MouseButton : int { None = 0, Left = 1, Middle = 2, Right = 3 };
 enum class MouseEvent : int { Press = 0, Release = 1, Move = 2, DoubleClick = 3 };
 
 // x, y: pixels of the picture from the view's top-left corner, y downwards. Nothing happens until
-// the view is ready and while the main window is not active.
+// the view is ready, while no level is open and while the main window is not active.
 void RouteMouse(MouseButton button, MouseEvent event, int x, int y);
 
+// Which of the two are held, as each mouse event tells: their own events may have gone elsewhere.
+void SetModifiers(bool ctrl, bool shift);
+
+// After a frame was drawn: when it shows another sight than the one before, there is another point
+// under the resting mouse. Tools and drags go on to it.
+void FollowCamera();
+
 // A key of the main window or the 3D view went down or up. Auto-repeat comes as further downs; for
-// Page Up and Page Down as further ups too.
+// Page Up and Page Down as further ups too. Nothing happens while no level is open.
 void RouteKey(int key, bool down);
 
 // Keys and buttons count as released from now on, because their releases go to another window; a
 // stroke or drag ends.
 void ForgetHeldInput();
 
+// The rectangle lies within the view.
 void StartRubberBand(int x, int y);
 void UpdateRubberBand(int x, int y);
 void FinishRubberBand(int x, int y);

@@ -15,7 +15,8 @@ namespace {
 
 constexpr int kTerrain = static_cast<int>(EditMode::TerrainMapper);
 constexpr int kObjects = static_cast<int>(EditMode::ObjectMapper);
-constexpr float kMaxWaterLevel = 255;
+constexpr float kMinWaterLevel = 0, kMaxWaterLevel = 255;  // that the keys reach, world units
+constexpr float kWaterStep = 1;
 constexpr float kKeyHeightStep = 0.1f;  // height units
 
 // The first matching row wins.
@@ -30,6 +31,7 @@ constexpr auto kShortcuts = std::to_array<Shortcut>({
     {'J', false, false, kCommandWireframe, kAnyMode},
     {'K', false, false, kCommandTextured, kAnyMode},
     {'L', false, false, kCommandTexturedWireframe, kAnyMode},
+    {kKeyHome, false, false, kCommandShowWholeLevel, kAnyMode},
     {'1', false, true, kCommandShowStandardMeshes, kObjects},
     {'2', false, true, kCommandShowTreeMeshes, kObjects},
     {'3', false, true, kCommandShowObjectSpawns, kObjects},
@@ -51,10 +53,18 @@ constexpr auto kShortcuts = std::to_array<Shortcut>({
     {'M', false, false, kCommandAutoSmoothing, kTerrain},
 });
 
+bool IsLetter(int key) { return key >= 'A' && key <= 'Z'; }
+
+// With Ctrl held a letter is a command of its own and never the tool that it is without.
+bool FitsModifiers(const Shortcut& row) {
+  if (row.needsShift && !editor.shiftHeld) return false;
+  return row.needsCtrl ? editor.ctrlHeld : !(editor.ctrlHeld && IsLetter(row.key));
+}
+
 const Shortcut* FindShortcut(int key) {
   for (const Shortcut& row : kShortcuts) {
     if (row.key == key && (row.mode == kAnyMode || row.mode == static_cast<int>(editor.editMode)) &&
-        (!row.needsCtrl || editor.ctrlHeld) && (!row.needsShift || editor.shiftHeld)) {
+        FitsModifiers(row)) {
       return &row;
     }
   }
@@ -119,9 +129,20 @@ void KeyDown(int key) {
   if (IsEditMode(EditMode::ObjectMapper)) operations.objectKey(key);
 }
 
-void ChangeWaterLevel(float change) {
-  modConfig.WaterLevel = std::clamp(modConfig.WaterLevel + change, 0.0f, kMaxWaterLevel);
+void SetWaterLevel(float level) {
+  modConfig.WaterLevel = level;
   editor.levelModified = true;
+}
+
+// Each way ends at its own bound; a level beyond the other one is not pulled in.
+void RaiseWater() {
+  if (modConfig.WaterLevel < kMaxWaterLevel)
+    SetWaterLevel(std::min(modConfig.WaterLevel + kWaterStep, kMaxWaterLevel));
+}
+
+void LowerWater() {
+  if (modConfig.WaterLevel > kMinWaterLevel)
+    SetWaterLevel(std::max(modConfig.WaterLevel - kWaterStep, kMinWaterLevel));
 }
 
 void KeyUp(int key) {
@@ -139,10 +160,10 @@ void KeyUp(int key) {
       editor.shiftHeld = false;
       break;
     case kKeyPageUp:
-      ChangeWaterLevel(1);
+      RaiseWater();
       break;
     case kKeyPageDown:
-      ChangeWaterLevel(-1);
+      LowerWater();
       break;
     default:
       break;
@@ -154,7 +175,7 @@ void KeyUp(int key) {
 std::span<const Shortcut> ShortcutTable() { return kShortcuts; }
 
 void RouteKey(int key, bool down) {
-  if (!editor.viewReady) return;
+  if (!editor.viewReady || !editor.levelLoaded) return;
   if (down) {
     KeyDown(key);
   } else {

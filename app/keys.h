@@ -16,6 +16,7 @@ enum Key : int {
   kKeySpace = 32,
   kKeyPageUp = 33,
   kKeyPageDown = 34,
+  kKeyHome = 36,
   kKeyLeft = 37,
   kKeyUp = 38,
   kKeyRight = 39,

@@ -3,22 +3,31 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <utility>
 
 #include "app/camera_control.h"
+#include "app/camera_places.h"
 #include "app/commands.h"
+#include "app/damaged_parts.h"
+#include "app/level_check.h"
 #include "app/level_parts.h"
 #include "app/operations.h"
 #include "app/recovery.h"
 #include "app/save_questions.h"
 #include "app/shell.h"
+#include "core/hooks.h"
+#include "core/mini_map_picture.h"
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/game_file.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/mods.h"
 #include "platform/disk.h"
 #include "platform/prompts.h"
 #include "terrain/level_textures.h"
+#include "terrain/material_map.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -70,21 +79,26 @@ void ClearLevel() {
   shell.renderFrameNow();
 }
 
-// Opens the archive of the chosen level and loads it; when that fails no level archive is open, and
-// the record is as it was. `load` loads the parts.
-bool LoadChosenLevel(const std::function<bool()>& load = LoadLevelParts) {
-  const ModConfig before = modConfig;
+// From now on the state of the archive before its first change is kept. The level has been read.
+void KeepStateBefore(Archive& archive) {
+  archive.BackUpFirst(loadReport.readWhole ? BackupKind::Whole : BackupKind::Damaged);
+}
+
+// Opens the archive of the chosen level, and loads it by `load`, which says itself why it fails.
+// False, with the reason in `reason`, when the archive cannot be opened.
+bool LoadChosenLevel(const std::function<bool()>& load, std::string& reason) {
   LeaveNoSecondArchive(LevelArchivePath());
-  if (AdoptLevelArchive(archives.OpenArchive(LevelArchivePath(), true))) {
-    if (load()) return true;
-    CloseLevelArchive();
-    modConfig = before;
-  }
-  SetStatusText(1, FormatText("Could not open level %s", modConfig.LevelName.c_str()));
-  return false;
+  Archive* const archive =
+      AdoptLevelArchive(archives.OpenArchive(LevelArchivePath(), true, &reason));
+  if (!archive) return false;
+  reason.clear();
+  if (!load()) return false;
+  KeepStateBefore(*archive);
+  return true;
 }
 
 void PlaceCameraAtSavedPosition() {
+  RecallCameraPosition();
   const auto& saved = editor.savedCameraPosition;
   camera.position.Set(static_cast<float>(modConfig.WorldSize) - saved[0], saved[1], saved[2]);
 }
@@ -112,45 +126,53 @@ std::string WriteLevelToArchive() {
   return saved ? std::string() : archive->Error();
 }
 
-// Puts the chosen level in the place of the open one. False when it cannot be opened: no level is
-// open then, and the mod is as it was before the choice.
-bool OpenChosenLevel(const ModSnapshot& before, const std::function<bool()>& load) {
+// Puts the chosen level in the place of the open one, which is not touched before the new one's
+// archive has been read. False when it cannot be opened: the mod is then as it was before the
+// choice. `reason` is what is still to be said.
+bool OpenChosenLevel(const ModSnapshot& before, const std::function<bool()>& load,
+                     std::string& reason) {
+  const std::string level = modConfig.LevelName.String();
   ShowWaitCursor();
-  CloseLevelArchive();
-  ClearLevel();
-  if (!LoadChosenLevel(load)) {
-    // What was changed is gone, there is nothing left to save.
-    editor.levelLoaded = editor.levelModified = false;
+  reason = ReasonAgainstOpening(level);
+  if (!reason.empty()) {
     RestoreMod(before);
     return false;
   }
+  CloseLevelArchive();
+  ClearLevel();
+  if (!LoadChosenLevel(load, reason)) {
+    EmptyEditor(before);
+    SetStatusText(1, FormatText("Could not open level %s", level.c_str()));
+    return false;
+  }
+  shell.setLevelOpen(true);
   SendOpenCommands();
   PlaceCameraAtSavedPosition();
   LookAlongLevel();
+  ShowLoadReport();
   return true;
 }
 
 // A level of the load test. While its archive cannot be opened the level before stays, with its
 // name and all that belongs to it.
 void LoadStockLevel(const char* name) {
-  LeaveNoSecondArchive(LevelArchivePathOf(name));
-  Archive* const archive = archives.OpenArchive(LevelArchivePathOf(name), true);
+  Archive* archive = nullptr;
+  if (ReasonAgainstOpening(name).empty()) {
+    LeaveNoSecondArchive(LevelArchivePathOf(name));
+    archive = archives.OpenArchive(LevelArchivePathOf(name), true);
+  }
   if (archive) {
     ChooseLevel(name);
     ClearLevel();
     AdoptLevelArchive(archive);
-    if (LoadLevelParts()) return PlaceCameraAtSavedPosition();
+    if (LoadLevelParts()) {
+      KeepStateBefore(*archive);
+      PlaceCameraAtSavedPosition();
+      return ShowLoadReport();
+    }
     CloseLevelArchive();
   }
   SetStatusText(1, FormatText("Could not open level %s", name));
-}
-
-void ShowNotOpened(const std::string& level) {
-  ShowArrowCursor();
-  ShowPrompt(FormatText("The level %s could not be opened: its archive is missing, damaged or "
-                        "cannot be read.\n\nThe level on disk is as it was after the last save.",
-                        level.c_str()),
-             "Error", PromptButtons::Ok, PromptIcon::Stop);
 }
 
 // Whatever is left to do when an archive is closed, the last save is complete.
@@ -193,9 +215,8 @@ void ChooseLevel(const std::string& name) {
 Archive* LevelArchive() {
   for (std::size_t i = archives.Count(); i-- > 0;) {
     Archive* archive = archives.At(i);
-    if (archive->Writable() && !openArchivePath.empty() && archive->Path() == openArchivePath) {
-      return archive;
-    }
+    const bool isLevel = archive->Writable() || !archive->WriteProtection().empty();
+    if (isLevel && !openArchivePath.empty() && archive->Path() == openArchivePath) return archive;
   }
   return nullptr;
 }
@@ -203,12 +224,15 @@ Archive* LevelArchive() {
 const std::string& LevelMod() { return openMod; }
 
 void CloseLevelArchive() {
-  ForgetRecovery();
-  Archive* const archive = LevelArchive();
-  if (archive && !archive->Close()) ShowNotClosed(*archive);
-  if (archive) archives.CloseArchive(openArchivePath);
+  if (Archive* const archive = LevelArchive()) {
+    ForgetRecovery();
+    const bool isOwn = archive->OnDisk() == ArchiveOnDisk::AsLeft;
+    if (!archive->Close() && isOwn) ShowNotClosed(*archive);
+    archives.CloseArchive(openArchivePath);
+  }
   openArchivePath.clear();
   openLevelModFolder.clear();
+  ClearLoadReport();
 }
 
 bool OpenLevel() {
@@ -218,28 +242,51 @@ bool OpenLevel() {
     return false;
   }
   const std::string level = modConfig.LevelName.String();
-  bool archiveOpened = false;
-  const auto load = [&archiveOpened] {
-    archiveOpened = true;
-    return LoadLevelParts();
-  };
-  if (OpenChosenLevel(before, load)) return true;
-  if (!archiveOpened) ShowNotOpened(level);
-  return false;
+  std::string reason;
+  if (!OpenChosenLevel(before, LoadLevelParts, reason)) {
+    if (!reason.empty()) ShowLevelNotOpened(level, reason);
+    return false;
+  }
+  ShowWriteProtection(*LevelArchive());
+  return true;
 }
 
-bool OpenRecoveredLevel(const std::string& level, const std::string& recoveryFile) {
+bool OpenRecoveredLevel(const std::string& level, const std::string& recoveryFile,
+                        std::string& reason) {
   const ModSnapshot before = TakeModSnapshot();
   ChooseLevel(level);
   // The newest archive is looked into first: what was edited hides what was saved.
-  const auto load = [&recoveryFile] {
-    const bool loaded = archives.OpenArchive(recoveryFile, false) && LoadLevelParts();
+  const auto load = [&] {
+    const bool loaded = archives.OpenArchive(recoveryFile, false, &reason) && LoadLevelParts();
     archives.CloseArchive(recoveryFile);
     return loaded;
   };
-  if (!OpenChosenLevel(before, load)) return false;
+  if (!OpenChosenLevel(before, load, reason)) return false;
   editor.levelModified = true;
+  ShowWriteProtection(*LevelArchive());
   return true;
+}
+
+void EmptyEditor(const ModSnapshot& before) {
+  CloseLevelArchive();
+  RestoreMod(before);
+  if (!CurrentModName().empty()) ReloadModConfig();
+  modConfig.LevelName = "";
+  editor.levelFolder = "";
+  operations.clearAllObjects();
+  operations.buildTree();
+  InitGrid();
+  miniMapPicture = MiniMapPicture{};
+  hooks.invalidateMiniMap();
+  if (materialMapper) {
+    for (auto& row : materialMapper->grid) row.fill(0);
+    MarkMaterialsChanged();
+  }
+  DeleteLevelTextures();
+  levelTextures = LevelTextures{};
+  // What was changed is gone, there is nothing left to save.
+  editor.levelLoaded = editor.levelModified = false;
+  shell.setLevelOpen(false);
 }
 
 std::string TrySaveLevel() {
@@ -253,20 +300,22 @@ std::string TrySaveLevel() {
     ShowNotSaved();
     return failure;
   }
-  SetStatusText(1, FormatText("Saved level %s", modConfig.LevelName.c_str()));
+  RememberCameraPosition();
+  SetStatusText(1, FormatText("Saved level %s", modConfig.LevelName.c_str()) + KeptPartsText());
   LoadLevelTextures(LevelTextureLoad::Reloading);
   editor.levelModified = false;
   ForgetRecovery();
   return failure;
 }
 
-bool SaveLevel() {
+bool SaveLevel(ForeignChange foreign) {
   ShowWaitCursor();
   Archive* const archive = LevelArchive();
-  if (archive && !MaySaveInto(*archive)) {
+  if (archive && !MaySaveInto(*archive, foreign)) {
     ShowNotSaved();
     return false;
   }
+  AskForDamagedParts();
   const std::string failure = TrySaveLevel();
   if (failure.empty()) return true;
   ShowPrompt(FormatText("The level could not be saved.\n\n%s\n\nThe level on disk is as it was "
@@ -281,13 +330,28 @@ Archive* CreateLevelArchive(std::string& error) {
   return AdoptLevelArchive(archives.CreateArchiveAside(LevelArchivePath(), error));
 }
 
+void NameNewBackup(std::uint32_t now) {
+  constexpr std::uint32_t kDelay = 3000;
+  static std::string name;
+  static std::uint32_t since = 0;
+  Archive* const archive = LevelArchive();
+  if (std::string made = archive ? archive->TakeNewBackup() : std::string(); !made.empty()) {
+    name = std::move(made);
+    since = now;
+  }
+  if (name.empty() || now - since < kDelay) return;
+  SetStatusText(1, FormatText("The level as it was before is kept as %s.", name.c_str()));
+  name.clear();
+}
+
 void RunStockLevelLoad() {
   // Unsaved changes are offered for saving: the level that they belong to is about to be replaced.
-  if (!OfferToSave("Would you like to save your changes before opening a new map?")) return;
+  if (!OfferToSave("before opening a new map")) return;
   ForgetRecovery();
   ShowWaitCursor();
   for (const char* name : kStockLevels) LoadStockLevel(name);
-  if (!LevelArchive()) editor.levelLoaded = editor.levelModified = false;
+  if (!LevelArchive()) EmptyEditor(TakeModSnapshot());
+  shell.setLevelOpen(editor.levelLoaded);
   ShowArrowCursor();
 }
 

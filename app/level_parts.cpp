@@ -1,12 +1,14 @@
 #include "app/level_parts.h"
 
+#include "app/damaged_parts.h"
 #include "app/operations.h"
 #include "core/editor_state.h"
 #include "core/text.h"
 #include "data/level_settings.h"
+#include "data/level_size.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/mods.h"
-#include "objects/object_store.h"
 #include "platform/prompts.h"
 #include "terrain/level_textures.h"
 #include "terrain/terrain.h"
@@ -15,27 +17,15 @@ namespace mw {
 namespace {
 
 bool TerrainSizeIsSupported() {
-  const int samples = modConfig.MaterialSize;
-  if ((samples == 256 || samples == 512 || samples == 1024) && modConfig.WorldSize >= samples) {
-    return true;
-  }
+  if (HasSupportedTerrainSize()) return true;
   ShowPrompt(FormatText("The terrain size of this level is not supported (%i samples over %i "
-                        "units).",
-                        samples, modConfig.WorldSize),
+                        "units).\n\nNo level is open.",
+                        modConfig.MaterialSize, modConfig.WorldSize),
              "Error", PromptButtons::Ok, PromptIcon::Stop);
   return false;
 }
 
-void WriteTerrainParts() {
-  SaveHeightmap();
-  WriteLevelSettings();
-  operations.saveMaterialMap();
-}
-
-}  // namespace
-
-bool LoadLevelParts() {
-  ReloadModConfig();  // nothing of the level before stays
+bool ReadLevelParts() {
   SetStatusText(1, "Loading Init Script...");
   ReadLevelSettings();
   if (!TerrainSizeIsSupported()) return false;
@@ -48,6 +38,18 @@ bool LoadLevelParts() {
   operations.loadMaterialMap();
   SetStatusText(1, "Loading Objects...");
   operations.loadStaticObjects();
+  NoteDamagedRest();
+  return true;
+}
+
+}  // namespace
+
+bool LoadLevelParts() {
+  ReloadModConfig();  // nothing of the level before stays
+  BeginLoadReport();
+  const bool read = ReadLevelParts();
+  EndLoadReport();
+  if (!read) return false;
   editor.levelLoaded = true;
   editor.levelModified = false;
   SetStatusText(1, FormatText("Loaded level %s", modConfig.LevelName.c_str()));
@@ -55,16 +57,19 @@ bool LoadLevelParts() {
 }
 
 void WriteLevelParts() {
-  WriteTerrainParts();
+  if (MayWrite(LevelPart::HeightMap)) SaveHeightmap();
+  WriteLevelSettings();
+  if (MayWrite(LevelPart::MaterialMap)) operations.saveMaterialMap();
   operations.saveStaticObjects();
   SetStatusText(1, "Saving Environment Maps...");
   WriteTextureSetToLevel();
 }
 
 void WriteEditedParts() {
-  WriteTerrainParts();
-  // What could not all be read is left to the level's own files, as saving does.
-  if (!objectStore.loadedIncompletely) operations.saveStaticObjects();
+  SaveHeightmap();
+  WriteLevelSettings();
+  operations.saveMaterialMap();
+  operations.saveStaticObjects();
 }
 
 }  // namespace mw

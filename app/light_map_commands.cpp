@@ -87,7 +87,7 @@ void EmptyScratchObjectLightMaps() {
   if (!MakeScratchFolder(folder)) return;
   for (const std::string& name : ListFiles(folder, "")) {
     if (!DeleteDiskFile(folder + "\\" + name)) {
-      SetGameFileError("The file " + folder + "\\" + name + " could not be deleted.");
+      SetGameFileError("The file " + SystemPath(folder + "\\" + name) + " could not be deleted.");
     }
   }
 }
@@ -103,7 +103,7 @@ bool PrepareObjectTracing() {
 void TakeNewObjectLightMaps() {
   const std::string folder = ScratchObjectLightMapsFolder();
   if (textureSet.objectPalette.loaded && !WriteObjectPalette(folder)) {
-    SetGameFileError("The file " + folder + "\\Palette.pal could not be written.");
+    SetGameFileError("The file " + SystemPath(folder + "\\Palette.pal") + " could not be written.");
   }
   TakeObjectLightMaps();
 }

@@ -2,20 +2,22 @@
 
 #include "app/operations.h"
 #include "app/shell.h"
-#include "terrain/terrain.h"
 
 namespace mw {
 
 void EndStroke() {
   editor.rubberBandActive = false;
-  if (IsEditMode(EditMode::MaterialMapper)) operations.setPainting(false);
-  if (terrain) terrain->flattenActive = 0;
+  operations.stopPainting();
+  operations.releaseBrush();
 }
 
 void SetEditMode(EditMode mode) {
   shell.showModeToolbar(mode);
   UpdateClipboardButtons(mode == EditMode::ObjectMapper);
-  if (mode != editor.editMode) EndStroke();
+  if (mode != editor.editMode) {
+    EndStroke();
+    operations.forgetHovered();
+  }
   editor.editMode = mode;
 }
 

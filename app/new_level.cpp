@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/camera_control.h"
+#include "app/damaged_parts.h"
 #include "app/level.h"
 #include "app/operations.h"
 #include "app/shell.h"
@@ -16,9 +17,11 @@
 #include "data/archive.h"
 #include "data/game_file.h"
 #include "data/level_settings.h"
+#include "data/load_report.h"
 #include "data/mods.h"
 #include "objects/entity_scripts.h"
 #include "platform/disk.h"
+#include "platform/file.h"
 #include "platform/prompts.h"
 #include "terrain/dds_writer.h"
 #include "terrain/level_textures.h"
@@ -53,6 +56,16 @@ bool ConfirmOverwriting(const std::string& name) {
                                "directory.\n\nDo you wish to proceed?",
                                name.c_str()),
                     kCaption, PromptButtons::YesNo, PromptIcon::Information) == PromptAnswer::Yes;
+}
+
+// The archives that this editor has open are its own to replace.
+bool IsOpenInAnotherEditor(const std::string& name) {
+  const std::string path = LevelArchivePathOf(name);
+  for (std::size_t i = 0; i < archives.Count(); ++i) {
+    const Archive& own = *archives.At(i);
+    if (own.Writable() && EqualNoCase(own.Path(), path)) return false;
+  }
+  return IsClaimed(NativePath(path));
 }
 
 void ForgetOpenLevel() {
@@ -114,7 +127,7 @@ void WriteFirstFiles(const GameRules& rules) {
 // The reason when it failed, else an empty text.
 std::string WriteSkeleton(const GameRules& rules) {
   if (const auto folder = CreateLevelFolders(rules)) {
-    return "The folder " + *folder + " could not be created.";
+    return "The folder " + SystemPath(*folder) + " could not be created.";
   }
   std::string error;
   Archive* const archive = CreateLevelArchive(error);
@@ -128,8 +141,10 @@ std::string WriteSkeleton(const GameRules& rules) {
 
 void ReadBack() {
   operations.clearAllObjects();
+  BeginLoadReport();
   ReadLevelSettings();
   ReadGameModeFiles();
+  EndLoadReport();
   operations.snapAllToGround();
 }
 
@@ -165,8 +180,10 @@ std::string CreateLevel(const NewLevelChoices& choices) {
   if (std::string failure = WriteSkeleton(rules); !failure.empty()) return failure;
   ReadBack();
   AssignCentralTiles();
+  levelTextures.textureSetChosen = true;
   editor.levelLoaded = true;
   editor.levelModified = false;
+  shell.setLevelOpen(true);
   SendStartCommands();
   PlaceCamera();
   return TrySaveLevel();
@@ -185,15 +202,10 @@ std::string WordOfOldLevel(const std::string& name) {
 // The level before is gone; the editor is as it is before the first level.
 void GiveUp(const std::string& reason, const ModSnapshot& before) {
   SetStatusText(1, FormatText("Could not create level %s", modConfig.LevelName.c_str()));
-  ForgetOpenLevel();
-  RestoreMod(before);
-  MakeFlatTerrain();
-  DeleteLevelTextures();
-  editor.levelLoaded = false;
-  editor.levelModified = false;
+  EmptyEditor(before);
   ShowArrowCursor();
-  ShowPrompt("The level could not be created.\n\n" + reason, "Error", PromptButtons::Ok,
-             PromptIcon::Stop);
+  ShowPrompt("The level could not be created.\n\n" + reason + "\n\nNo level is open.", "Error",
+             PromptButtons::Ok, PromptIcon::Stop);
 }
 
 }  // namespace
@@ -206,6 +218,10 @@ std::optional<std::string> AcceptLevelName(std::string_view typed) {
   }
   if (IsTooLong(name)) {
     ShowRefusal("The name of the level is too long.");
+    return std::nullopt;
+  }
+  if (IsOpenInAnotherEditor(name)) {
+    ShowRefusal(FormatText("The level %s is open in another Mapwright.", name.c_str()).c_str());
     return std::nullopt;
   }
   const bool isTaken = modConfig.LevelName == name || FileExists(LevelArchivePathOf(name));
@@ -223,7 +239,11 @@ bool NewLevel(const AskNewLevel& ask) {
   }
   const std::string oldLevel = WordOfOldLevel(choices->name);
   const std::string failure = CreateLevel(*choices);
-  if (!failure.empty()) GiveUp(failure + oldLevel, before);
+  if (failure.empty()) {
+    ShowLoadReport();
+  } else {
+    GiveUp(failure + oldLevel, before);
+  }
   return failure.empty();
 }
 

@@ -5,6 +5,7 @@
 #include "core/hooks.h"
 #include "objects/level_tree.h"
 #include "objects/object_clipboard.h"
+#include "objects/object_hover.h"
 #include "objects/object_mapper.h"
 #include "objects/object_render.h"
 #include "objects/object_store.h"
@@ -33,6 +34,7 @@ void ConnectMapper() {
   operations.pressTranslate = [](int x, int y, int, int) { PressTranslate(x, y); };
   operations.dragObjects = DragObjects;
   operations.releaseObjects = ReleaseObjects;
+  operations.forgetHovered = ForgetHovered;
   operations.editHovered = EditHovered;
   operations.objectKey = ObjectKey;
   operations.objectToolbarCommand = [](CommandId id) {
@@ -55,7 +57,7 @@ void ConnectObjectOperations() {
   operations.snapAllToGround = SnapAllToGround;
   ConnectMapper();
   hooks.loadObjectCatalogue = LoadObjectCatalogue;
-  hooks.drawStaticObjects = DrawObjectsInMappers;
+  hooks.drawStaticObjects = DrawStaticObjects;
   hooks.seatObjectsOnGround = SnapAllToGround;
 }
 

@@ -23,8 +23,15 @@ struct Operations {
   std::function<bool()> newLevel = [] { return false; };
 
   // Terrain Mapper.
-  std::function<void(int x, int y, bool markPending)> pickUnderCursor = [](int, int, bool) {};
-  AtPixel applyTerrainTool = [](int, int) {};
+  AtPixel pickUnderCursor = [](int, int) {};
+  Action pressBrush = [] {};  // at the pick point, as moveBrush
+  Action moveBrush = [] {};
+  Action holdBrush = [] {};  // once per frame
+  Action releaseBrush = [] {};
+  Action liftBrush = [] {};  // no way leads to the next pick point
+  AtPixel toggleVertex = [](int, int) {};
+  AtPixel startSelecting = [](int, int) {};
+  AtPixel selectOnTheWay = [](int, int) {};
   std::function<void(float delta)> moveSelection = [](float) {};
   Action clearSelection = [] {};
   AtPixel addRoadPoint = [](int, int) {};
@@ -37,7 +44,8 @@ struct Operations {
   // Material Mapper.
   Action renderMaterialMode = [] {};
   AtPixel pickMaterialPoint = [](int, int) {};
-  std::function<void(bool)> setPainting = [](bool) {};
+  Action startPainting = [] {};  // at the point that was picked, and where the next picks lead
+  Action stopPainting = [] {};
   std::function<void(int size)> setMaterialBrushSize = [](int) {};
   std::function<int()> currentMaterial = [] { return 0; };
 
@@ -53,6 +61,7 @@ struct Operations {
   Drag pressTranslate = [](int, int, int, int) {};
   Drag dragObjects = [](int, int, int, int) {};  // by the current tool
   Action releaseObjects = [] {};
+  Action forgetHovered = [] {};
   std::function<bool()> editHovered = [] { return false; };
   std::function<void(int key)> objectKey = [](int) {};
   std::function<void(CommandId)> objectToolbarCommand = [](CommandId) {};

@@ -2,14 +2,17 @@
 
 #include <ctime>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/level.h"
 #include "app/level_parts.h"
 #include "core/editor_state.h"
+#include "core/text.h"
 #include "data/game_file.h"
 #include "data/mod_config.h"
 #include "data/recovery_file.h"
+#include "platform/disk.h"
 #include "platform/file.h"
 #include "platform/prompts.h"
 
@@ -18,6 +21,8 @@ namespace mw {
 Recovery recovery;
 
 namespace {
+
+constexpr const char* kClaimSuffix = "-lock";
 
 bool HasUnsavedEdits() { return editor.levelLoaded && editor.levelModified && LevelArchive(); }
 
@@ -30,14 +35,22 @@ std::string TimeText() {
   return text;
 }
 
+// A file that is there already is what a killed editor left; the next start offers it.
+bool HasRecoveryFile() {
+  for (int number = 0; recovery.file.empty() && number < kMaxRecoveryFiles; ++number) {
+    if (!FileExists(RecoveryFileName(number))) ClaimRecoveryFile(number);
+  }
+  return !recovery.file.empty();
+}
+
 void WriteRecovery() {
   const std::vector<GameMember> members = CaptureGameFiles(WriteEditedParts);
   ClearGameFileError();  // a part that cannot be written is reported when the level is saved
   const std::uint32_t checksum = ChecksumOf(members);
   if (recovery.written && checksum == recovery.checksum) return;
   const RecoveryInfo info{LevelMod(), modConfig.LevelName.String(), TimeText()};
-  std::string error;
-  if (!WriteRecoveryFile(kRecoveryFile, info, members, error)) {
+  std::string error = "there are too many of them";
+  if (!HasRecoveryFile() || !WriteRecoveryFile(recovery.file, info, members, error)) {
     SetStatusText(1, "Could not write the recovery file: " + error);
     return;
   }
@@ -62,8 +75,34 @@ void KeepRecovery(std::uint32_t now) {
 }
 
 void ForgetRecovery() {
-  if (recovery.written) RemoveFile(kRecoveryFile);
+  if (recovery.written) RemoveFile(recovery.file);
+  ReleaseRecoveryFile();
   recovery.written = recovery.edited = false;
+}
+
+std::string RecoveryFileName(int number) {
+  return number == 0 ? "mapwright.recovery" : FormatText("mapwright-%i.recovery", number + 1);
+}
+
+bool ClaimRecoveryFile(int number) {
+  const std::string name = RecoveryFileName(number);
+  const std::string beside = name + kClaimSuffix;
+  File claim;
+  do {
+    const bool open =
+        claim.Open(beside, FileAccess::Create) || claim.Open(beside, FileAccess::Read);
+    if (!open) break;  // where no claim can be made nobody has one
+    if (!claim.Claim()) return false;
+  } while (!claim.IsAt(beside));
+  recovery.file = name;
+  recovery.claim = std::move(claim);
+  return true;
+}
+
+void ReleaseRecoveryFile() {
+  if (recovery.claim.IsOpen()) RemoveFile(recovery.file + kClaimSuffix);
+  recovery.claim.Close();
+  recovery.file.clear();
 }
 
 }  // namespace mw

@@ -19,12 +19,10 @@ namespace {
 constexpr const char* kDeclined = ".old";
 constexpr const char* kDamaged = ".damaged";
 
-std::string NameAside(const char* suffix) { return std::string(kRecoveryFile) + suffix; }
-
 // Out of the way of the next recovery file. The name that it has then.
 std::string SetAside(const char* suffix) {
-  std::string aside = NameAside(suffix);
-  return RenameFile(kRecoveryFile, aside) ? aside : kRecoveryFile;
+  std::string aside = recovery.file + suffix;
+  return RenameFile(recovery.file, aside) ? aside : recovery.file;
 }
 
 void ShowKept(const std::string& what, const std::string& name) {
@@ -38,7 +36,7 @@ bool Confirm(const RecoveryInfo& info) {
                         "%s of mod %s.\n\nWould you like to go on with it? If not, it is kept as "
                         "%s in the working folder.",
                         info.time.c_str(), info.level.c_str(), info.mod.c_str(),
-                        NameAside(kDeclined).c_str()),
+                        (recovery.file + kDeclined).c_str()),
              "Recover?", PromptButtons::YesNo, PromptIcon::Information) == PromptAnswer::Yes;
 }
 
@@ -47,10 +45,11 @@ bool SelectModNamed(const std::string& name) {
   return found != modList.names.end() && SelectMod(static_cast<int>(found - modList.names.begin()));
 }
 
-bool Recover(const RecoveryInfo& info) {
+bool Recover(const RecoveryInfo& info, std::string& reason) {
   const ModSnapshot before = TakeModSnapshot();
+  reason = FormatText("Its mod %s cannot be read.", info.mod.c_str());
   if (SelectModNamed(info.mod) && info.level.find_first_of("/\\") == info.level.npos &&
-      OpenRecoveredLevel(info.level, kRecoveryFile)) {
+      OpenRecoveredLevel(info.level, recovery.file, reason)) {
     recovery.written = true;  // until it is saved
     return true;
   }
@@ -58,11 +57,9 @@ bool Recover(const RecoveryInfo& info) {
   return false;
 }
 
-}  // namespace
-
-bool OfferRecovery() {
-  if (!FileExists(kRecoveryFile)) return false;
-  const std::optional<RecoveryInfo> info = ReadRecoveryInfo(kRecoveryFile);
+// True when the level is open with the work of this editor's own file in it.
+bool OfferOwnFile() {
+  const std::optional<RecoveryInfo> info = ReadRecoveryInfo(recovery.file);
   if (!info) {
     ShowKept("The recovery file of an earlier session is damaged and cannot be used.",
              SetAside(kDamaged));
@@ -72,11 +69,23 @@ bool OfferRecovery() {
     SetAside(kDeclined);
     return false;
   }
-  if (Recover(*info)) return true;
-  ShowKept(FormatText("The unsaved work on level %s cannot be opened: its mod or its archive is "
-                      "missing or damaged.",
-                      info->level.c_str()),
+  std::string reason;
+  if (Recover(*info, reason)) return true;
+  if (!reason.empty()) reason.insert(0, "\n\n");
+  ShowKept(FormatText("The unsaved work on level %s cannot be opened.%s", info->level.c_str(),
+                      reason.c_str()),
            SetAside(kDeclined));
+  return false;
+}
+
+}  // namespace
+
+bool OfferRecovery() {
+  for (int number = 0; number < kMaxRecoveryFiles; ++number) {
+    if (!FileExists(RecoveryFileName(number)) || !ClaimRecoveryFile(number)) continue;
+    if (OfferOwnFile()) return true;
+    ReleaseRecoveryFile();
+  }
   return false;
 }
 

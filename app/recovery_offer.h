@@ -4,8 +4,8 @@
 
 namespace mw {
 
-// Asks for what there is. True when the level is open with the recovered work in it. Else the file
-// is kept under another name, or there was none.
+// Asks for what there is, but that of editors that are still running. True when the level is open
+// with the recovered work in it. Else the files are kept under other names, or there was none.
 bool OfferRecovery();
 
 }  // namespace mw

@@ -16,6 +16,8 @@ struct Shell {
   // Buttons and windows.
   std::function<void(CommandId, bool)> setCommandChecked = [](CommandId, bool) {};
   std::function<void(CommandId, bool)> setCommandEnabled = [](CommandId, bool) {};
+  // Enables what works on a level.
+  std::function<void(bool)> setLevelOpen = [](bool) {};
   std::function<void(EditMode)> showModeToolbar = [](EditMode) {};
   std::function<bool()> mainWindowActive = [] { return true; };
   std::function<bool()> viewHasFocus = [] { return true; };

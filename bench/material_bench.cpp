@@ -48,8 +48,8 @@ void Prepare(Action action, int frame) {
   materialMapper->pick = {1000, 60, 1060};
   if (action == kHover || action == kPaint) materialMapper->pick.x += step;
   materialMapper->currentMaterial = static_cast<std::uint32_t>(frame % kMaterialCount);
-  SetPainting(action == kPaint);
   BeginScene(from, kWidth, kHeight);
+  if (action == kPaint) PaintAlong(BrushWay::At(materialMapper->pick.x, materialMapper->pick.z));
   glFinish();
 }
 

@@ -52,4 +52,13 @@ Vector3 Camera::ToWorld(double eyeX, double eyeY, double eyeZ) const {
                              eyeX * angles.z)};
 }
 
+Vector3 Camera::ToEye(const Vector3& world) const {
+  Vector3 angles;
+  angles.SetFromAngles(yaw, pitch);
+  const Vector3 along = world - position;
+  return {along.x * angles.x - along.z * angles.z,
+          along.x * direction.y * angles.z + along.y * angles.y + along.z * direction.y * angles.x,
+          -(along.x * direction.x + along.y * direction.y + along.z * direction.z)};
+}
+
 }  // namespace mw

@@ -15,6 +15,10 @@ struct Plane {
   friend bool operator==(const Plane&, const Plane&) = default;
 };
 
+// The view's perspective.
+inline constexpr double kFieldOfView = 45;                  // degrees, upright
+inline constexpr double kNearPlane = 0.1, kFarPlane = 350;  // world units before the camera
+
 // Column-major 4 x 4 matrix, as OpenGL keeps it.
 using Matrix4 = std::array<float, 16>;
 
@@ -42,8 +46,9 @@ struct Camera {
     return true;
   }
   // A point given in the camera's own frame (right, up, towards the viewer) as a point of the
-  // world.
+  // world, and the other way round.
   Vector3 ToWorld(double eyeX, double eyeY, double eyeZ) const;
+  Vector3 ToEye(const Vector3& world) const;
 };
 
 extern Camera camera;

@@ -28,11 +28,12 @@ struct EditorState {
   // View commands.
   bool ShowGrid = true;
   bool ShowTextures = false;
+  bool ReliefShading = false;  // textured ground is the darker the steeper it is
 
   // View and frames.
   bool viewReady = false;
   float viewWidth = 1, viewHeight = 1;  // pixels of the picture (device pixels)
-  float frameSeconds = 0.01f;           // duration of the previous frame, never below 0.01
+  float frameSeconds = 0.01f;           // of the previous frame, at least 0.01; 0.1 after a rest
   std::uint32_t lastFrameTime = 0;      // milliseconds since start
   int framesThisSecond = 0, shownFps = 0;
   std::uint32_t nextFpsUpdate = 0;

@@ -1,7 +1,8 @@
 // The grey picture of the height field that the Mini-Map shows: 128 x 128 bytes, rows from the top.
-// Terrain edits set single pixels; the Mini-Map window draws it.
+// Terrain edits set single pixels; the Mini-Map draws it with every frame.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -11,6 +12,10 @@ inline constexpr int kMiniMapSize = 128;
 
 struct MiniMapPicture {
   std::array<std::uint8_t, kMiniMapSize * kMiniMapSize> grey;
+  // Rows that changed since who draws the picture last looked; none when last < first.
+  struct Rows {
+    int first = 0, last = kMiniMapSize - 1;
+  } changed;
   MiniMapPicture() { grey.fill(127); }
 };
 
@@ -22,6 +27,8 @@ inline void SetMiniMapPixel(int x, int y, std::uint8_t value) {
   const int column = kMiniMapSize - x, row = kMiniMapSize - y;
   if (column < 0 || column >= kMiniMapSize || row < 0 || row >= kMiniMapSize) return;
   miniMapPicture.grey[row * kMiniMapSize + column] = value;
+  auto& changed = miniMapPicture.changed;
+  changed = {std::min(changed.first, row), std::max(changed.last, row)};
 }
 
 }  // namespace mw

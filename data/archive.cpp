@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <set>
 #include <utility>
 
 #include "core/text.h"
@@ -27,8 +26,16 @@ Bytes& StoredRoom() {
   return room;
 }
 
-// Archives whose state before this run of the program is kept.
-std::set<fs::path> backedUp;
+// Whether the file is an archive of which every member can be decompressed to its full size.
+bool CanAllBeRead(const fs::path& path) {
+  Archive archive;
+  if (!archive.Open(path.string(), false)) return false;
+  for (const auto& [name, entry] : archive.Entries()) {
+    const auto member = archive.ReadMemberWithGaps(name);
+    if (!member || !member->IsWhole()) return false;
+  }
+  return true;
+}
 
 }  // namespace
 
@@ -49,7 +56,7 @@ bool Archive::Open(std::string_view path, bool writable) {
     state_->writable = writable;
     if (!state_->OpenFile(writable ? FileAccess::ReadWrite : FileAccess::Read)) return false;
     if (!state_->ReadContents()) return false;
-    if (writable) RemoveFile(CompactedPath(state_->realPath));
+    if (state_->writable) RemoveFile(CompactedPath(state_->realPath));
     return true;
   } catch (const std::bad_alloc&) {
     state_->file.Close();
@@ -83,12 +90,15 @@ bool Archive::PutInPlace() {
   if (!state_->place) return true;
   try {
     if (state_->saving) return state_->Fail("A save is under way");
-    const bool done =
-        state_->FinishUndo() && PutAsideInPlace(state_->file, *state_->place, state_->error);
     std::error_code ignored;
+    const bool replaces = fs::exists(*state_->place, ignored);
+    if (replaces && !CanAllBeRead(*state_->place)) state_->backupKind = BackupKind::Damaged;
+    const bool done = state_->FinishUndo() && PutAsideInPlace(state_->file, *state_->place,
+                                                              state_->backupKind, state_->error);
     if (fs::exists(state_->realPath, ignored)) return done;
     state_->realPath = *std::exchange(state_->place, std::nullopt);
-    backedUp.insert(state_->realPath);
+    if (replaces) state_->newBackup = BackupName();
+    WaiveBackup();  // it is made
     return done;
   } catch (const std::bad_alloc&) {
     return state_->Fail(kNoMemory);
@@ -97,6 +107,7 @@ bool Archive::PutInPlace() {
 
 const std::string& Archive::Path() const { return state_->path; }
 bool Archive::Writable() const { return state_->writable; }
+const std::string& Archive::WriteProtection() const { return state_->protection; }
 bool Archive::Dirty() const { return state_->dirty; }
 StorageMode Archive::Mode() const { return state_->contents.header.mode; }
 const ArchiveEntries& Archive::Entries() const { return state_->contents.entries; }
@@ -114,15 +125,23 @@ bool Archive::SetMode(StorageMode mode) {
 const ArchiveEntry* Archive::Find(std::string_view name) const { return Entries().Find(name); }
 
 std::optional<Bytes> Archive::ReadMember(std::string_view name) {
+  auto member = ReadMemberWithGaps(name);
+  if (!member) return std::nullopt;
+  return std::move(member->data);
+}
+
+std::optional<MemberBytes> Archive::ReadMemberWithGaps(std::string_view name) {
   const ArchiveEntry* entry = Find(name);
   if (!entry || !state_->file.IsOpen()) return std::nullopt;
   try {
     if (Mode() == StorageMode::Compressed) {
       return ExpandMember(state_->ReadStored(*entry, StoredRoom()), entry->size);
     }
-    Bytes data;
+    MemberBytes member;
+    Bytes& data = member.data;
     data.resize(std::min<std::size_t>(state_->ReadStored(*entry, data).size(), entry->size));
-    return data;
+    if (data.size() < entry->size) member.gaps.push_back({data.size(), entry->size});
+    return member;
   } catch (const std::bad_alloc&) {
     state_->Fail(kNoMemory);
     return std::nullopt;
@@ -154,23 +173,21 @@ bool Archive::WriteMember(std::string_view name, std::span<const std::uint8_t> d
 
 bool Archive::RemoveMember(std::string_view name) {
   if (!Find(name)) return false;
+  return RemoveMembersIf([removed = NormalMemberName(name)](std::string_view member) {
+    return EqualNoCase(member, removed);
+  });
+}
+
+bool Archive::RemoveMembersIf(const std::function<bool(std::string_view)>& isRemoved) {
   return state_->InGroup([&] {
-    state_->contents.entries.RemoveIf([removed = NormalMemberName(name)](std::string_view member) {
-      return EqualNoCase(member, removed);
-    });
-    state_->MarkChanged();
+    if (state_->contents.entries.RemoveIf(isRemoved) > 0) state_->MarkChanged();
     return true;
   });
 }
 
 bool Archive::RemoveMembersWithPrefix(std::string_view prefix) {
-  return state_->InGroup([&] {
-    const std::size_t removed = state_->contents.entries.RemoveIf(
-        [start = NormalMemberName(prefix)](std::string_view member) {
-          return StartsWithNoCase(member, start);
-        });
-    if (removed > 0) state_->MarkChanged();
-    return true;
+  return RemoveMembersIf([start = NormalMemberName(prefix)](std::string_view member) {
+    return StartsWithNoCase(member, start);
   });
 }
 
@@ -212,21 +229,32 @@ bool Archive::Reopen() {
   }
 }
 
-bool Archive::BackUp() {
-  if (state_->place || backedUp.contains(state_->realPath)) return true;
+bool Archive::LiftWriteProtection() {
   try {
-    if (!state_->IsAsLeft() || !state_->FinishUndo() ||
-        !BackUpArchive(state_->file, state_->realPath, state_->error)) {
-      return false;
-    }
-    backedUp.insert(state_->realPath);
-    return true;
+    return state_->LiftProtection();
   } catch (const std::bad_alloc&) {
     return state_->Fail(kNoMemory);
   }
 }
 
-std::string Archive::BackupName() const { return BackupPath(state_->realPath).filename().string(); }
+void Archive::BackUpFirst(BackupKind kind) {
+  state_->backsUpFirst = true;
+  state_->backupKind = kind;
+}
+
+bool Archive::BackUp() {
+  try {
+    return state_->IsAsLeft() && state_->FinishUndo() && state_->BackUp();
+  } catch (const std::bad_alloc&) {
+    return state_->Fail(kNoMemory);
+  }
+}
+
+void Archive::WaiveBackup() { state_->WaiveBackup(); }
+
+std::string Archive::BackupName() const { return state_->BackupFile().filename().string(); }
+
+std::string Archive::TakeNewBackup() { return std::exchange(state_->newBackup, {}); }
 
 std::string Archive::StrayJournal() const {
   if (state_->pendingUndo || !JournalExists(state_->realPath)) return {};
@@ -235,6 +263,14 @@ std::string Archive::StrayJournal() const {
 
 bool Archive::SetStrayJournalAside() {
   return StrayJournal().empty() || SetJournalAside(state_->realPath, state_->error);
+}
+
+bool Archive::Compact() {
+  if (!state_->file.IsOpen() || !state_->writable) {
+    return state_->Fail("The archive is not open for writing");
+  }
+  state_->dirty = true;
+  return Close();
 }
 
 bool Archive::Close() {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -13,6 +14,7 @@
 
 #include "core/text.h"
 #include "data/archive_entries.h"
+#include "data/member_bytes.h"
 
 namespace mw {
 
@@ -22,10 +24,20 @@ enum class StorageMode : std::uint32_t { Stored = 0, Compressed = 1 };
 // by another program; or gone, with what it held still at hand.
 enum class ArchiveOnDisk { AsLeft, Changed, Gone };
 
+// Of an archive that could not all be read; it is kept under a name of its own, so that it never
+// replaces the backup of one that could.
+enum class BackupKind { Whole, Damaged };
+
 // `name` with `/` for every separator.
 std::string NormalMemberName(std::string_view name);
 
 // One archive file. Nothing here throws; after a failure `Error` tells the system's reason.
+//
+// An archive that is open for writing has the claim on its file (File::Claim) until it is closed,
+// so no second editor writes it. The claim belongs to the file, not to its name: where a new file
+// takes the archive's place, that one is claimed before it is renamed. After a compaction, with
+// which the archive is closed, nothing is left to protect. Whoever opens the file looks, once it
+// has the claim, whether the name still leads to the same file.
 class Archive {
  public:
   Archive();
@@ -35,7 +47,8 @@ class Archive {
 
   // Opens an existing archive, playing back a rollback journal that an interrupted save left beside
   // it. False when the file is missing or damaged (every offset and size is checked against the
-  // file's length first). A read-only archive refuses every change.
+  // file's length first), or while another editor is saving it. A read-only archive refuses every
+  // change; so does a file that was opened for writing but cannot be written (WriteProtection).
   bool Open(std::string_view path, bool writable);
   // Creates the file, or takes over an existing one, as an archive without members (mode 0).
   bool Create(std::string_view path);
@@ -49,6 +62,11 @@ class Archive {
 
   const std::string& Path() const;  // as given when it was opened
   bool Writable() const;
+  // Why an archive that was opened for writing can only be read: the system's reason, or that
+  // another editor has it open. Empty when it can be written, or never was to be.
+  const std::string& WriteProtection() const;
+  // Tries anew to get a write-protected archive for writing. True when it can be written now.
+  bool LiftWriteProtection();
   bool Dirty() const;  // the directory has changed since the archive was opened or last compacted
   StorageMode Mode() const;
   // For members written from now on. False when the archive holds members in the other mode, which
@@ -59,12 +77,15 @@ class Archive {
 
   const ArchiveEntry* Find(std::string_view name) const;
   // The member's bytes, as far as they can be read and decompressed; nothing when there is no such
-  // member.
+  // member. The second form also tells what is missing.
   std::optional<std::vector<std::uint8_t>> ReadMember(std::string_view name);
+  std::optional<MemberBytes> ReadMemberWithGaps(std::string_view name);
   // Adds the member or replaces its content. False, with the archive unchanged, when the name is
   // empty or too long, the archive is read-only, compression fails or the file cannot be written.
   bool WriteMember(std::string_view name, std::span<const std::uint8_t> data);
   bool RemoveMember(std::string_view name);
+  // False when the archive could not be changed.
+  bool RemoveMembersIf(const std::function<bool(std::string_view)>& isRemoved);
   // Without regard to case. False when the archive could not be changed.
   bool RemoveMembersWithPrefix(std::string_view prefix);
 
@@ -85,16 +106,26 @@ class Archive {
   // is, when it cannot be read as an archive.
   bool Reopen();
 
-  // Keeps the file as it is on disk as `<path>.bak`, whole at any moment: the state from before the
-  // program's first save into it. True without doing anything when that is kept already.
+  // From now on the file is kept as it is on disk, as BackupName, before the first change that this
+  // run of the program makes to it; without that no change begins.
+  void BackUpFirst(BackupKind kind);
+  // Does that now; the backup is whole at any moment. True without doing anything when it is kept
+  // already.
   bool BackUp();
+  // The user goes on without a backup.
+  void WaiveBackup();
+  // `<file>.bak` or `<file>.damaged.bak`.
   std::string BackupName() const;
+  // The name of a backup that was made since this was last asked, else an empty text.
+  std::string TakeNewBackup();
   // The name of a journal beside the archive that belongs to another state of it, or an empty text.
   // Nothing is saved as long as it is there.
   std::string StrayJournal() const;
   // Renames it; it stays beside the archive.
   bool SetStrayJournalAside();
 
+  // Compacts the file now and closes it. False as below.
+  bool Compact();
   // Compacts the file if its directory has changed (by a new file and a rename), then closes it.
   // False when compacting failed; the archive on disk is then whole, but not compact.
   bool Close();
@@ -107,8 +138,8 @@ class Archive {
 // The archives open at a time, oldest first.
 class ArchiveList {
  public:
-  // Null, with nothing appended, when opening fails.
-  Archive* OpenArchive(std::string_view path, bool writable);
+  // Null, with nothing appended and the reason in `error`, when opening fails.
+  Archive* OpenArchive(std::string_view path, bool writable, std::string* error = nullptr);
   // A new archive in mode 1, writable.
   Archive* CreateArchive(std::string_view path);
   // The same, created aside (Archive::CreateAside). Null, with the reason in `error`, when it
@@ -120,14 +151,19 @@ class ArchiveList {
   Archive* FindHolding(std::string_view name, bool writableOnly) const;
   // The most recently opened archive, or null.
   Archive* Last() const;
-  // The most recently opened writable archive, or null.
+  // Of the archives that were opened for writing the most recent one, or null; null as well when it
+  // is write-protected: what is meant for it belongs into no other.
   Archive* LastWritable() const;
+  // What to say where LastWritable is null.
+  std::string ReasonNotWritable() const;
   // Forgets all archives without compacting them.
   void Clear();
   std::size_t Count() const { return archives_.size(); }
   Archive* At(std::size_t index) const { return archives_[index].get(); }
 
  private:
+  Archive* LastForWriting() const;
+
   std::vector<std::unique_ptr<Archive>> archives_;
 };
 

@@ -299,21 +299,26 @@ bool UndoWrites(File& archive, const fs::path& archivePath, const ArchiveUndo& u
   return done && RemoveJournal(archivePath, error);
 }
 
-bool RecoverArchive(const fs::path& archivePath, std::string& error) {
+bool RecoverArchive(const fs::path& archivePath, JournalUse use, std::string& error) {
   if (!JournalExists(archivePath)) return true;
   const auto journal = ReadJournal(JournalPath(archivePath), error);
   if (!journal) return false;
   std::string reason;
+  const bool playsBack = use == JournalUse::PlayBack;
   if (!journal->undo) {
-    if (journal->own) RemoveJournal(archivePath, reason);
+    if (journal->own && playsBack) RemoveJournal(archivePath, reason);
     return true;
   }
   File archive;
   const bool there = archive.Open(archivePath, FileAccess::Read);
   const JournalMatch match =
       there ? MatchArchive(archive, *journal->undo) : JournalMatch::OtherState;
-  if (match == JournalMatch::Untouched) RemoveJournal(archivePath, reason);
+  if (match == JournalMatch::Untouched && playsBack) RemoveJournal(archivePath, reason);
   if (match != JournalMatch::Changed) return true;
+  if (!playsBack) {
+    error = "Another Mapwright is just saving it";
+    return false;
+  }
   if (archive.Open(archivePath, FileAccess::ReadWrite)) {
     return UndoWrites(archive, archivePath, *journal->undo, error);
   }

@@ -52,9 +52,11 @@ ApplyResult ApplyWrites(File& archive, const std::filesystem::path& archivePath,
 bool UndoWrites(File& archive, const std::filesystem::path& archivePath, const ArchiveUndo& undo,
                 std::string& error);
 
+// Who has no claim on the archive must leave its journal alone: it may be that of a save under way.
+enum class JournalUse { PlayBack, LeaveAlone };
 // Plays back the journal of an interrupted save. True when there is none, when it was not finished
 // (the archive was not touched yet), or when it belongs to another state of the archive (it is left
-// alone); false when the archive needs it and it cannot be played back.
-bool RecoverArchive(const std::filesystem::path& archivePath, std::string& error);
+// alone); false when the archive needs it and it cannot or must not be played back.
+bool RecoverArchive(const std::filesystem::path& archivePath, JournalUse use, std::string& error);
 
 }  // namespace mw

@@ -7,9 +7,12 @@ namespace mw {
 
 ArchiveList archives;
 
-Archive* ArchiveList::OpenArchive(std::string_view path, bool writable) {
+Archive* ArchiveList::OpenArchive(std::string_view path, bool writable, std::string* error) {
   auto archive = std::make_unique<Archive>();
-  if (!archive->Open(path, writable)) return nullptr;
+  if (!archive->Open(path, writable)) {
+    if (error) *error = archive->Error();
+    return nullptr;
+  }
   return archives_.emplace_back(std::move(archive)).get();
 }
 
@@ -48,10 +51,23 @@ Archive* ArchiveList::FindHolding(std::string_view name, bool writableOnly) cons
 
 Archive* ArchiveList::Last() const { return archives_.empty() ? nullptr : archives_.back().get(); }
 
-Archive* ArchiveList::LastWritable() const {
-  const auto found = std::find_if(archives_.rbegin(), archives_.rend(),
-                                  [](const auto& archive) { return archive->Writable(); });
+// The most recent one that was opened for writing, whether it can be written or not; or null.
+Archive* ArchiveList::LastForWriting() const {
+  const auto found = std::find_if(archives_.rbegin(), archives_.rend(), [](const auto& archive) {
+    return archive->Writable() || !archive->WriteProtection().empty();
+  });
   return found == archives_.rend() ? nullptr : found->get();
+}
+
+Archive* ArchiveList::LastWritable() const {
+  Archive* const archive = LastForWriting();
+  return archive && archive->Writable() ? archive : nullptr;
+}
+
+std::string ArchiveList::ReasonNotWritable() const {
+  const Archive* const archive = LastForWriting();
+  return archive ? "The level is write-protected: " + archive->WriteProtection() + "."
+                 : "No archive is open for writing.";
 }
 
 void ArchiveList::Clear() { archives_.clear(); }

@@ -22,10 +22,11 @@ fs::path WithSuffix(const fs::path& path, const char* suffix) {
 
 fs::path AsidePath(const fs::path& archivePath) { return WithSuffix(archivePath, "-new"); }
 
-fs::path BackupPath(const fs::path& archivePath) { return WithSuffix(archivePath, ".bak"); }
+fs::path BackupPath(const fs::path& archivePath, BackupKind kind) {
+  return WithSuffix(archivePath, kind == BackupKind::Damaged ? ".damaged.bak" : ".bak");
+}
 
-bool BackUpArchive(File& archive, const fs::path& archivePath, std::string& error) {
-  const fs::path backup = BackupPath(archivePath);
+bool BackUpArchive(File& archive, const fs::path& backup, std::string& error) {
   const fs::path unfinished = AsidePath(backup);
   File copy;
   if (!RemoveFile(unfinished, &error)) return false;
@@ -41,22 +42,27 @@ bool BackUpArchive(File& archive, const fs::path& archivePath, std::string& erro
 
 bool RemoveAside(const fs::path& archivePath, std::string& error) {
   const fs::path aside = AsidePath(archivePath);
+  if (IsClaimed(aside)) {
+    error = kInUse;
+    return false;
+  }
   return RemoveFile(JournalPath(aside), &error) && RemoveFile(aside, &error);
 }
 
-bool PutAsideInPlace(File& aside, const fs::path& archivePath, std::string& error) {
-  if (!RecoverArchive(archivePath, error)) return false;
+bool PutAsideInPlace(File& aside, const fs::path& archivePath, BackupKind kind,
+                     std::string& error) {
+  File old;
+  if (Exists(archivePath) && !(old.Open(archivePath, FileAccess::Read) && old.Claim())) {
+    error = old.IsOpen() ? kInUse : old.Error();
+    return false;
+  }
+  if (!RecoverArchive(archivePath, JournalUse::PlayBack, error)) return false;
   if (JournalExists(archivePath)) {  // of some other state: it would be in the way of every save
     error = StrayJournalReason(archivePath);
     return false;
   }
-  if (Exists(archivePath)) {
-    File old;
-    if (!old.Open(archivePath, FileAccess::Read)) {
-      error = old.Error();
-      return false;
-    }
-    if (!BackUpArchive(old, archivePath, error)) return false;
+  if (old.IsOpen()) {
+    if (!BackUpArchive(old, BackupPath(archivePath, kind), error)) return false;
     aside.CopyPermissions(old);  // as good as can be had
   }
   return RenameFile(AsidePath(archivePath), archivePath, &error) &&

@@ -6,26 +6,33 @@
 #include <filesystem>
 #include <string>
 
+#include "data/archive.h"
 #include "platform/file.h"
 
 namespace mw {
 
+// What is said of a file that another editor has the claim on.
+inline constexpr char kInUse[] = "Another Mapwright has it open";
+
 // The file that is written aside.
 std::filesystem::path AsidePath(const std::filesystem::path& archivePath);
 // The old state of a file that was saved into, or that a new one took the place of.
-std::filesystem::path BackupPath(const std::filesystem::path& archivePath);
+std::filesystem::path BackupPath(const std::filesystem::path& archivePath, BackupKind kind);
 
 // Copies the open archive file to its backup, which is whole at any moment, made to last,
 // and read back before it takes the place of an older one.
-bool BackUpArchive(File& archive, const std::filesystem::path& archivePath, std::string& error);
+bool BackUpArchive(File& archive, const std::filesystem::path& backup, std::string& error);
 
-// Removes a file that was written aside, and its journal. True when there is none afterwards.
+// Removes a file that was written aside, and its journal. True when there is none afterwards; false
+// also when another editor is writing it.
 bool RemoveAside(const std::filesystem::path& archivePath, std::string& error);
 
 // Puts the synced file at AsidePath, open as `aside`, in the archive's place. A file that is there
-// is copied to BackupPath first; the journal of an interrupted save is played back before. At any
+// is copied to its backup first; the journal of an interrupted save is played back before. At any
 // moment the old or the new file is there whole. False when that failed, with the old file in
-// place as long as the file aside is there.
-bool PutAsideInPlace(File& aside, const std::filesystem::path& archivePath, std::string& error);
+// place as long as the file aside is there; nothing takes the place of a file that another editor
+// has open.
+bool PutAsideInPlace(File& aside, const std::filesystem::path& archivePath, BackupKind kind,
+                     std::string& error);
 
 }  // namespace mw

@@ -28,27 +28,36 @@ constexpr std::uint64_t kUsualExpansion = 16;
 constexpr std::size_t WorstCase(std::size_t size) { return size + size / 16 + 64 + 3; }
 static_assert(WorstCase(kSegmentSize) <= kMaxCompressedSegment);
 
-// The segments of a stored member, one after the other, until one does not fit the member.
-class SegmentReader {
+// A damaged member gets room for its gaps up to this size, also when it is denser than usual.
+constexpr std::uint64_t kRoomForGaps = std::uint64_t{16} << 20;
+
+constexpr std::size_t SegmentsOf(std::size_t size) {
+  return (size + kSegmentSize - 1) / kSegmentSize;
+}
+
+std::uint32_t StatedCount(ByteView stored) { return stored.size() < 4 ? 0 : LoadU32(stored); }
+
+// The table of a stored member with so many segments.
+class SegmentTable {
  public:
-  explicit SegmentReader(ByteView stored) {
-    if (stored.size() < 4) return;
-    const std::uint32_t count = LoadU32(stored);
-    if (count > (stored.size() - 4) / kTableEntry) return;
+  // Segments lie one after the other, so together they are no larger than the data. `slack` times
+  // as much is taken from a table that may be damaged.
+  SegmentTable(ByteView stored, std::size_t count, std::size_t slack = 1) {
+    if (stored.size() < 4 || count > (stored.size() - 4) / kTableEntry) return;
     table_ = stored.subspan(4, count * kTableEntry);
     data_ = stored.subspan(4 + table_.size());
-    left_ = data_.size();
+    left_ = data_.size() * slack;
   }
 
-  // The compressed bytes of the next segment; nothing at the end.
-  std::optional<ByteView> Next() {
-    if (table_.empty()) return std::nullopt;
-    const std::size_t size = LoadU32(table_, 0);
-    const std::size_t offset = LoadU32(table_, 8);
-    table_ = table_.subspan(kTableEntry);
-    // Segments lie one after the other, so together they are no larger than the data.
-    if (size > kMaxCompressedSegment || size > left_ || offset > data_.size() - size) {
-      table_ = {};
+  std::size_t Count() const { return table_.size() / kTableEntry; }
+
+  // The compressed bytes of a segment, to be taken once; nothing when they do not fit the member.
+  std::optional<ByteView> Take(std::size_t segment) {
+    if (segment >= Count()) return std::nullopt;
+    const ByteView entry = table_.subspan(segment * kTableEntry, kTableEntry);
+    const std::size_t size = LoadU32(entry, 0), offset = LoadU32(entry, 8);
+    if (size > kMaxCompressedSegment || size > left_ || size > data_.size() ||
+        offset > data_.size() - size) {
       return std::nullopt;
     }
     left_ -= size;
@@ -63,6 +72,13 @@ class SegmentReader {
 struct Expanded {
   std::size_t size = 0;  // bytes produced, also when an error ended it
   int code = LZO_E_OK;
+  // Bytes behind the end of the compressed data do no harm.
+  bool IsGood() const { return code == LZO_E_OK || code == LZO_E_INPUT_NOT_CONSUMED; }
+  // How much of a segment that expands to `wanted` bytes can be used. When an error came with the
+  // last byte, that one cannot.
+  std::size_t UsableOf(std::size_t wanted) const {
+    return IsGood() ? std::min(size, wanted) : std::min(size, wanted - 1);
+  }
 };
 
 // Decompresses into the front of `out`.
@@ -127,12 +143,12 @@ bool CompressChanged(std::span<Segment> segments) {
 }
 
 std::vector<Segment> SplitIntoSegments(ByteView data, ByteView oldStored) {
-  std::vector<Segment> segments((data.size() + kSegmentSize - 1) / kSegmentSize);
-  SegmentReader before(oldStored);
-  for (Segment& segment : segments) {
-    segment.plain = data.first(std::min(kSegmentSize, data.size()));
-    data = data.subspan(segment.plain.size());
-    segment.oldCompressed = before.Next().value_or(ByteView{});
+  std::vector<Segment> segments(SegmentsOf(data.size()));
+  SegmentTable before(oldStored, StatedCount(oldStored));
+  for (std::size_t i = 0; i < segments.size(); ++i) {
+    segments[i].plain = data.first(std::min(kSegmentSize, data.size()));
+    data = data.subspan(segments[i].plain.size());
+    segments[i].oldCompressed = before.Take(i).value_or(ByteView{});
   }
   return segments;
 }
@@ -157,8 +173,9 @@ Bytes JoinSegments(std::span<const Segment> segments) {
   return stored;
 }
 
-// Appends what `compressed` holds to `data`, which may reach `limit` bytes.
-void AppendExpanded(ByteView compressed, std::size_t limit, Bytes& data) {
+// Appends what `compressed` holds to `data`, which may reach `limit` bytes. False when it is
+// damaged.
+bool AppendExpanded(ByteView compressed, std::size_t limit, Bytes& data) {
   const std::size_t before = data.size();
   const std::size_t left = limit - before;
   const std::size_t usual = std::min(left, kSegmentSize);
@@ -170,17 +187,19 @@ void AppendExpanded(ByteView compressed, std::size_t limit, Bytes& data) {
     result = ExpandInto(compressed, std::span(data).subspan(before));
   }
   data.resize(before + result.size);
+  return result.IsGood();
 }
 
 // The member of `size` bytes when its segments are as the editor writes them, each full but the
 // last: then each has its place, and they are decompressed several at a time. Nothing for any other
 // member, and for one whose size is out of proportion to what is stored.
 std::optional<Bytes> ExpandFullSegments(ByteView stored, std::uint32_t size) {
-  std::vector<ByteView> segments;
-  SegmentReader reader(stored);
-  while (const auto compressed = reader.Next()) segments.push_back(*compressed);
-  if (segments.size() != (size + kSegmentSize - 1) / kSegmentSize) return std::nullopt;
+  if (StatedCount(stored) != SegmentsOf(size)) return std::nullopt;
   if (size > stored.size() * kUsualExpansion) return std::nullopt;
+  std::vector<ByteView> segments;
+  SegmentTable table(stored, StatedCount(stored));
+  while (const auto compressed = table.Take(segments.size())) segments.push_back(*compressed);
+  if (segments.size() != SegmentsOf(size)) return std::nullopt;
   Bytes data(size);
   std::atomic<bool> full = true;
   SpreadOverCores(segments.size(), [&](std::size_t i) {
@@ -191,6 +210,66 @@ std::optional<Bytes> ExpandFullSegments(ByteView stored, std::uint32_t size) {
   });
   if (!full) return std::nullopt;
   return data;
+}
+
+std::size_t RoomFor(ByteView stored, std::uint32_t size, std::uint64_t atLeast) {
+  return static_cast<std::size_t>(
+      std::min<std::uint64_t>(size, std::max(stored.size() * kUsualExpansion, atLeast)));
+}
+
+// Segments of any size, one after the other. Where the one behind a damaged one belongs is not
+// known: it follows, but from the damage on all counts as missing.
+MemberBytes ExpandInOrder(ByteView stored, std::uint32_t size) {
+  MemberBytes member;
+  Bytes& data = member.data;
+  data.reserve(RoomFor(stored, size, 0));
+  std::optional<std::size_t> damage;
+  SegmentTable table(stored, StatedCount(stored));
+  for (std::size_t i = 0; data.size() < size; ++i) {
+    const auto compressed = table.Take(i);
+    if (!compressed) break;
+    if (!AppendExpanded(*compressed, size, data) && !damage) damage = data.size();
+  }
+  if (!damage && data.size() < size) damage = data.size();
+  if (damage) member.gaps.push_back({std::min<std::size_t>(*damage, size - 1), size});
+  return member;
+}
+
+// Segments as the editor writes them, each at its place, whether or not those before it can be
+// read. The count is the one that the size asks for; the stated one may be what is damaged.
+MemberBytes ExpandInPlace(ByteView stored, std::uint32_t size) {
+  MemberBytes member;
+  const std::size_t room = RoomFor(stored, size, kRoomForGaps);
+  const auto addGap = [&gaps = member.gaps](std::size_t begin, std::size_t end) {
+    if (!gaps.empty() && gaps.back().end == begin) {
+      gaps.back().end = end;
+    } else if (begin < end) {
+      gaps.push_back({begin, end});
+    }
+  };
+  constexpr std::size_t kSlack = 2;
+  SegmentTable table(stored, SegmentsOf(size), kSlack);
+  std::size_t start = 0;
+  for (std::size_t i = 0; i < table.Count() && start < room; ++i, start += kSegmentSize) {
+    const std::size_t length = std::min(kSegmentSize, size - start);
+    std::size_t usable = 0;
+    if (const auto compressed = table.Take(i)) {
+      const std::size_t before = member.data.size();
+      member.data.resize(start + length);
+      const auto out = std::span(member.data).subspan(start);
+      usable = ExpandInto(*compressed, out).UsableOf(length);
+      std::ranges::fill(out.subspan(usable), std::uint8_t{0});
+      member.data.resize(usable > 0 ? start + usable : before);
+    }
+    addGap(start + usable, start + length);
+  }
+  if (start < size) addGap(start, size);
+  return member;
+}
+
+std::size_t ReadableBytes(const MemberBytes& member, std::size_t size) {
+  for (const MemberGap& gap : member.gaps) size -= gap.end - gap.begin;
+  return size;
 }
 
 }  // namespace
@@ -207,21 +286,19 @@ std::optional<Bytes> CompressMember(ByteView data, ByteView oldStored) {
   return JoinSegments(segments);
 }
 
-Bytes ExpandMember(ByteView stored, std::uint32_t size) {
-  if (!PrepareCompression()) return {};
+MemberBytes ExpandMember(ByteView stored, std::uint32_t size) {
+  if (size == 0) return {};
+  if (!PrepareCompression()) return {{}, {{0, size}}};
   if (size >= kSpreadSegments * kSegmentSize && UsableCores() > 1) {
-    if (auto whole = ExpandFullSegments(stored, size)) return *std::move(whole);
+    if (auto whole = ExpandFullSegments(stored, size)) return {*std::move(whole), {}};
   }
-  Bytes data;
-  SegmentReader segments(stored);
-  data.reserve(
-      static_cast<std::size_t>(std::min<std::uint64_t>(size, stored.size() * kUsualExpansion)));
-  while (data.size() < size) {
-    const auto compressed = segments.Next();
-    if (!compressed) break;
-    AppendExpanded(*compressed, size, data);
-  }
-  return data;
+  MemberBytes inOrder = ExpandInOrder(stored, size);
+  if (inOrder.IsWhole()) return inOrder;
+  MemberBytes inPlace = ExpandInPlace(stored, size);
+  // Damage may also make a segment end early: those behind it must not move up.
+  const bool isAsWritten = StatedCount(stored) == SegmentsOf(size);
+  if (isAsWritten || ReadableBytes(inPlace, size) > ReadableBytes(inOrder, size)) return inPlace;
+  return inOrder;
 }
 
 }  // namespace mw

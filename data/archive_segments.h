@@ -7,6 +7,8 @@
 #include <span>
 #include <vector>
 
+#include "data/member_bytes.h"
+
 namespace mw {
 
 inline constexpr std::size_t kSegmentSize = 32768;
@@ -23,8 +25,10 @@ bool PrepareCompression();
 std::optional<std::vector<std::uint8_t>> CompressMember(std::span<const std::uint8_t> data,
                                                         std::span<const std::uint8_t> oldStored);
 
-// The bytes that a stored member holds, at most `size`: as far as its table fits it and its
-// segments decompress. Memory grows with what the segments produce, not with `size`.
-std::vector<std::uint8_t> ExpandMember(std::span<const std::uint8_t> stored, std::uint32_t size);
+// The bytes that a stored member of `size` bytes holds. Of a damaged member the segments that
+// decompress keep their place, segment number x kSegmentSize, when its segments are as the editor
+// writes them; of any other member, what the segments produce one after the other. Memory grows
+// with what the segments produce, not with `size`.
+MemberBytes ExpandMember(std::span<const std::uint8_t> stored, std::uint32_t size);
 
 }  // namespace mw

@@ -1,6 +1,7 @@
 #include "data/archive_state.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "data/archive_compact.h"
@@ -12,6 +13,13 @@ namespace mw {
 namespace fs = std::filesystem;
 using Bytes = std::vector<std::uint8_t>;
 
+namespace {
+
+// Archives whose state before this run of the program is kept, or is not to be.
+std::set<fs::path> backedUp;
+
+}  // namespace
+
 fs::path RealPath(std::string_view path) {
   std::error_code error;
   const fs::path native = fs::absolute(NativePath(path), error);
@@ -19,8 +27,55 @@ fs::path RealPath(std::string_view path) {
   return error ? native : real;
 }
 
+// Opens the file that the name leads to, and takes the claim on it where it is to be written.
 bool Archive::State::OpenFile(FileAccess access) {
-  return RecoverArchive(realPath, error) && (file.Open(realPath, access) || Fail(file.Error()));
+  constexpr int kMostTries = 16;
+  for (int tries = 0; tries < kMostTries; ++tries) {
+    if (!OpenOrProtect(access)) return false;
+    // Who only reads has no use for the claim, but for playing back a journal.
+    const bool claimed = (writable || JournalExists(realPath)) && file.Claim();
+    if (file.IsAt(realPath)) return UseClaim(claimed);
+  }
+  file.Close();
+  return Fail("Other programs keep replacing it");
+}
+
+// A file that can only be read is opened so, as write-protected.
+bool Archive::State::OpenOrProtect(FileAccess access) {
+  protection.clear();
+  if (file.Open(realPath, access)) return true;
+  const std::string reason = file.Error();
+  if (access != FileAccess::ReadWrite || !file.Open(realPath, FileAccess::Read)) {
+    return Fail(reason);
+  }
+  protection = reason;
+  return true;
+}
+
+bool Archive::State::UseClaim(bool claimed) {
+  if (writable && !claimed && protection.empty()) protection = kInUse;
+  if (!protection.empty()) writable = false;
+  const JournalUse use = claimed ? JournalUse::PlayBack : JournalUse::LeaveAlone;
+  if (!RecoverArchive(realPath, use, error)) {
+    file.Close();
+    return false;
+  }
+  if (!writable) file.GiveUpClaim();
+  return true;
+}
+
+bool Archive::State::LiftProtection() {
+  if (protection.empty()) return writable;
+  if (OnDisk() != ArchiveOnDisk::Gone) {
+    State now;
+    now.realPath = realPath;
+    now.writable = true;
+    if (!now.OpenFile(FileAccess::ReadWrite)) return Fail(now.error);
+    if (!now.writable) return Fail(protection = now.protection);
+    file = std::move(now.file);
+  }
+  protection.clear();
+  return writable = true;
 }
 
 bool Archive::State::ReadContents() {
@@ -48,23 +103,31 @@ bool Archive::State::IsAsLeft() {
               "take the change on.");
 }
 
-// Takes the file as it is now in the place of the one that is open.
+// Takes the file as it is now in the place of the one that is open, which may be the same file.
 bool Archive::State::Reopen() {
   State now;
   now.path = path;
   now.realPath = realPath;
-  now.writable = writable;
-  if (!now.OpenFile(FileAccess::ReadWrite) || !now.ReadContents()) return Fail(now.error);
-  *this = std::move(now);
-  return true;
+  now.writable = true;
+  now.backsUpFirst = backsUpFirst;
+  now.backupKind = backupKind;
+  file.GiveUpClaim();
+  if (now.OpenFile(FileAccess::ReadWrite) && now.writable && now.ReadContents()) {
+    *this = std::move(now);
+    return true;
+  }
+  file.Claim();
+  return Fail(now.protection.empty() ? now.error : now.protection);
 }
 
 // Writes the file that is open to its place again, from which another program has taken it.
 bool Archive::State::BringBack() {
   File copy;
   const fs::path aside = AsidePath(realPath);
+  std::error_code ignored;  // the copy cannot be made then
+  fs::create_directories(realPath.parent_path(), ignored);
   if (!RemoveAside(realPath, error)) return false;
-  if (!(copy.Open(aside, FileAccess::CreateNew) && copy.CopyContent(file) &&
+  if (!(copy.Open(aside, FileAccess::CreateNew) && copy.Claim() && copy.CopyContent(file) &&
         copy.CopyPermissions(file) && copy.Sync() && copy.HoldsContentOf(file))) {
     Fail(copy.Error());
   } else if (RenameFile(aside, realPath, &error) && SyncFolderOf(realPath, &error)) {
@@ -75,6 +138,19 @@ bool Archive::State::BringBack() {
   RemoveFile(aside);
   return false;
 }
+
+fs::path Archive::State::BackupFile() const { return BackupPath(realPath, backupKind); }
+
+// The file is as it was left.
+bool Archive::State::BackUp() {
+  if (place || backedUp.contains(realPath)) return true;
+  if (!BackUpArchive(file, BackupFile(), error)) return false;
+  newBackup = BackupFile().filename().string();
+  WaiveBackup();
+  return true;
+}
+
+void Archive::State::WaiveBackup() { backedUp.insert(realPath); }
 
 bool Archive::State::Close() {
   if (!file.IsOpen()) return true;
@@ -105,8 +181,13 @@ bool Archive::State::FinishUndo() {
 
 bool Archive::State::Begin() {
   if (saving) return Fail("A save is under way already");
+  if (!protection.empty()) return Fail("It is write-protected: " + protection);
   if (!file.IsOpen() || !writable) return Fail("The archive is not open for writing");
   if (!IsAsLeft() || !FinishUndo()) return false;
+  if (backsUpFirst && !BackUp()) {
+    return Fail("The backup, " + BackupFile().filename().string() +
+                ", could not be made: " + error + ". Save Level can do without.");
+  }
   contentsBefore = contents;
   dirtyBefore = dirty;
   changed = false;
@@ -151,6 +232,10 @@ bool Archive::State::CreateFile(std::string_view givenPath, fs::path at) {
   std::error_code ignored;
   const bool existed = fs::exists(realPath, ignored);
   if (!OpenFile(FileAccess::Create)) return false;
+  if (!writable) {
+    file.Close();
+    return Fail(std::exchange(protection, {}));
+  }
   asLeft = file.Identity();
   // What an existing file held before is cut off when the archive is closed.
   dirty = file.Size().value_or(0) > 0;

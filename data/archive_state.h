@@ -25,6 +25,7 @@ struct Archive::State {
   std::optional<std::filesystem::path> place;  // that it is to take: realPath lies aside
   File file;
   bool writable = false;
+  std::string protection;  // why it is not writable though it was to be
   bool dirty = false;
   ArchiveContents contents;
   std::string error;
@@ -38,6 +39,11 @@ struct Archive::State {
   ArchiveContents contentsBefore;
   bool dirtyBefore = false;
 
+  // The backup that is made before the first change, and its name when it was made just now.
+  bool backsUpFirst = false;
+  BackupKind backupKind = BackupKind::Whole;
+  std::string newBackup;
+
   // A failed save that could not be undone on disk yet, and the bytes that belong there.
   std::optional<ArchiveUndo> pendingUndo;
   StagedWrites undone;
@@ -47,6 +53,9 @@ struct Archive::State {
     return false;
   }
   bool OpenFile(FileAccess access);
+  bool OpenOrProtect(FileAccess access);
+  bool UseClaim(bool claimed);
+  bool LiftProtection();
   bool ReadContents();
   bool CreateFile(std::string_view path, std::filesystem::path at);
   bool Close();
@@ -55,6 +64,10 @@ struct Archive::State {
   bool IsAsLeft();
   bool Reopen();
   bool BringBack();
+
+  std::filesystem::path BackupFile() const;
+  bool BackUp();
+  void WaiveBackup();
 
   bool FinishUndo();
   bool Begin();

@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "core/text.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "platform/disk.h"
-#include "platform/prompts.h"
 
 namespace mw {
 namespace {
@@ -68,7 +68,7 @@ bool WriteText(std::string_view text, GameFile& file) {
   const std::uint64_t stored = text.size() + (file.text ? CountLineFeeds(text) : 0);
   const std::uint64_t end = file.position + stored;
   if (end > kMaxFileSize) {
-    SetGameFileError("The file " + file.name + " is too large.");
+    SetGameFileError("The file " + NormalMemberName(file.name) + " is too large.");
     return false;
   }
   if (end > file.data.size()) file.data.resize(static_cast<std::size_t>(end));
@@ -85,7 +85,7 @@ bool WriteText(std::string_view text, GameFile& file) {
 // The most recently opened writable archive; none is a failure that is remembered.
 Archive* NewestWritable() {
   Archive* const archive = archives.LastWritable();
-  if (!archive) SetGameFileError("No archive is open for writing.");
+  if (!archive) SetGameFileError(archives.ReasonNotWritable());
   return archive;
 }
 
@@ -107,7 +107,9 @@ bool WriteBack(GameFile& file) {
   }
   if (file.archive->WriteMember(file.name, file.data)) return true;
   const std::string& reason = file.archive->Error();
-  SetGameFileError(reason.empty() ? "The file " + file.name + " could not be written." : reason);
+  SetGameFileError(reason.empty()
+                       ? "The file " + NormalMemberName(file.name) + " could not be written."
+                       : reason);
   return false;
 }
 
@@ -160,7 +162,7 @@ std::optional<std::string> NormalGamePath(std::string_view path) {
 std::unique_ptr<GameFile> GameFileOpen(std::string_view path, std::string_view mode) {
   std::optional<std::string> name = NormalGamePath(path);
   if (!name) {
-    SetGameFileError("The path is too long: " + std::string(path));
+    SetGameFileError("The path is too long: " + NormalMemberName(path));
     return nullptr;
   }
   auto file = std::make_unique<GameFile>();
@@ -175,9 +177,11 @@ std::unique_ptr<GameFile> GameFileOpen(std::string_view path, std::string_view m
     return file;
   }
   if (!file->archive) return nullptr;
-  std::optional<std::vector<std::uint8_t>> data = file->archive->ReadMember(file->name);
-  if (!data) return nullptr;
-  file->data = *std::move(data);
+  if (loadReport.loading) loadReport.filesRead.insert(NormalMemberName(file->name));
+  std::optional<MemberBytes> member = file->archive->ReadMemberWithGaps(file->name);
+  if (!member) return nullptr;
+  file->data = std::move(member->data);
+  file->gaps = std::move(member->gaps);
   return file;
 }
 
@@ -201,7 +205,7 @@ std::size_t GameFileWrite(const void* buffer, std::size_t elementSize, std::size
                           GameFile& file) {
   if (elementSize == 0 || count == 0) return 0;
   if (count > kMaxFileSize / elementSize) {
-    SetGameFileError("The file " + file.name + " is too large.");
+    SetGameFileError("The file " + NormalMemberName(file.name) + " is too large.");
     return 0;
   }
   const std::string_view text(static_cast<const char*>(buffer), elementSize * count);
@@ -265,19 +269,6 @@ bool ImportDiskFile(std::string_view diskPath, std::string_view gamePath) {
     return false;
   }
   return SaveBytes(gamePath, *std::move(bytes));
-}
-
-std::optional<std::vector<std::uint8_t>> LoadGameFileBytes(std::string_view gamePath,
-                                                           std::size_t size,
-                                                           std::size_t* available) {
-  const std::unique_ptr<GameFile> file = GameFileOpen(gamePath, "rb");
-  if (!file) {
-    ShowPrompt("Can't Find The Height Map!", "Error");
-    return std::nullopt;
-  }
-  if (available) *available = std::min(size, file->data.size());
-  file->data.resize(size);
-  return std::move(file->data);
 }
 
 void SaveGameFileBytes(std::string_view gamePath, std::span<const std::uint8_t> bytes) {

@@ -28,6 +28,7 @@ struct GameFile {
   Archive* archive = nullptr;
   std::string name;                // normalised, `\` as separator
   std::vector<std::uint8_t> data;  // the valid bytes
+  std::vector<MemberGap> gaps;     // of a damaged file that was read: what could not be
   std::uint32_t position = 0;      // 0 ... data.size()
   bool writing = false;
   bool text = false;  // line ends are translated
@@ -86,11 +87,6 @@ std::uint32_t GameFileTell(const GameFile& file);
 // Copies a disk file into the archives. False, with the reason as GameFileError, when it cannot be
 // read or written.
 bool ImportDiskFile(std::string_view diskPath, std::string_view gamePath);
-// The file's first `size` bytes; bytes that the file does not have are 0 (`*available` tells how
-// many it has). Shows "Can't Find The Height Map!" and returns nothing when no archive holds it.
-std::optional<std::vector<std::uint8_t>> LoadGameFileBytes(std::string_view gamePath,
-                                                           std::size_t size,
-                                                           std::size_t* available = nullptr);
 void SaveGameFileBytes(std::string_view gamePath, std::span<const std::uint8_t> bytes);
 // Removes every member under the path from the most recently opened writable archive. A path that
 // means the whole archive removes nothing.

@@ -5,11 +5,12 @@
 
 namespace mw {
 
-// From the scripts of editor.levelFolder; one that no archive holds is skipped. A team skin that
-// the configuration does not know is shown as a warning.
+// From the scripts of editor.levelFolder. One that is missing or damaged, and a team skin that the
+// configuration does not know, are noted in the load report; the level's size then comes from the
+// height map (data/level_size.h).
 void ReadLevelSettings();
-// Into the archive that is open for writing, for the scripts that exist. A failure is remembered as
-// GameFileError.
+// Into the archive that is open for writing, for the scripts that exist and were read whole. A
+// failure is remembered as GameFileError.
 void WriteLevelSettings();
 
 }  // namespace mw

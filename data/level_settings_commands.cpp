@@ -6,9 +6,9 @@
 #include <functional>
 #include <limits>
 
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/script.h"
-#include "platform/prompts.h"
 
 namespace mw {
 namespace {
@@ -197,9 +197,8 @@ std::optional<std::string> WriteTeamTemplate(SettingsLine line, SettingsContext&
 }
 
 void WarnOfUnknownSkin(const std::string& skin) {
-  ShowPrompt(FormatText("Team skin \"%s\" not available in config file \"%s\"\n", skin.c_str(),
-                        modConfig.configurationName.c_str()),
-             "Warning", PromptButtons::Ok, PromptIcon::Exclamation);
+  NoteAtLoad(FormatText("Team skin \"%s\" not available in config file \"%s\"", skin.c_str(),
+                        modConfig.configurationName.c_str()));
 }
 
 void ReadTeamSkin(SettingsLine line, const SettingsContext&) {

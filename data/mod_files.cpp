@@ -65,7 +65,7 @@ std::string ModInitScript(std::string_view modName) {
 void CreateModFolders(std::string_view modName, std::string_view gameFolder) {
   const std::string folder = std::string(gameFolder) + ModFolderName(modName);
   if (CreateFolder(folder) == FolderResult::Failed) {
-    ShowPrompt("Failed to create directory " + folder +
+    ShowPrompt("Failed to create directory " + SystemPath(folder) +
                    ".  This will cause future problems.  Please check your Mod configuration",
                "Warning");
     return;
@@ -75,7 +75,7 @@ void CreateModFolders(std::string_view modName, std::string_view gameFolder) {
   }
   const std::string script = folder + "\\Init.con";
   if (!FileExists(script) && !WriteWholeFile(script, WithCarriageReturns(ModInitScript(modName)))) {
-    ShowPrompt("Can't write " + script, "Error");
+    ShowPrompt("Can't write " + SystemPath(script), "Error");
   }
 }
 

@@ -1,6 +1,7 @@
 #include "data/script.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -21,11 +22,22 @@ StoredLine FirstLine(std::string_view bytes) {
   return line;
 }
 
+std::ptrdiff_t Offset(std::size_t bytes) { return static_cast<std::ptrdiff_t>(bytes); }
+
 // A line with its "\n", into a file that is written as it is.
 void PutLine(std::string_view line, GameFile& file) {
   if (line.ends_with('\n')) line.remove_suffix(1);
   GameFilePuts(line, file);
   GameFilePuts("\r\n", file);
+}
+
+// Makes zeros of the lines that the gap cuts, and a line of them.
+void BlankCutLines(std::vector<std::uint8_t>& text, const MemberGap& gap) {
+  const auto before = text.begin() + std::min<std::ptrdiff_t>(std::ssize(text), Offset(gap.begin));
+  const auto behind = text.begin() + std::min<std::ptrdiff_t>(std::ssize(text), Offset(gap.end));
+  const auto first = std::find(std::reverse_iterator(before), text.rend(), '\n').base();
+  const auto lineFeed = std::find(behind, text.end(), '\n');
+  std::fill(first, lineFeed, std::uint8_t{0});
 }
 
 }  // namespace
@@ -66,13 +78,9 @@ std::string_view ScriptHeader() {
 
 void WriteScriptHeader(GameFile& file) { GameFilePuts(ScriptHeader(), file); }
 
-bool IsWhole(const GameFile& file) {
-  const ArchiveEntry* const entry = file.archive->Find(file.name);
-  return entry && file.data.size() >= entry->size;
-}
-
 void ForEachLine(GameFile& file, std::size_t bufferSize,
                  const std::function<void(std::string_view line)>& onLine) {
+  for (const MemberGap& gap : file.gaps) BlankCutLines(file.data, gap);
   while (const std::optional<std::string> piece = GameFileGets(bufferSize, file)) {
     std::string_view line = *piece;
     if (line.ends_with('\n')) line.remove_suffix(1);

@@ -38,12 +38,14 @@ void WriteScriptHeader(GameFile& file);
 
 // Whether an opened file holds all that its archive says it has: a damaged member is read only in
 // part.
-bool IsWhole(const GameFile& file);
+inline bool IsWhole(const GameFile& file) { return file.gaps.empty(); }
 
 // Calls `onLine` for every line (or piece of `bufferSize` - 1 bytes) from the file's position on,
-// without its line feed.
+// without its line feed. Where a damaged file has a gap, the lines that it cuts are left out and
+// lines come that IsGap holds for: what follows does not belong to what was before.
 void ForEachLine(GameFile& file, std::size_t bufferSize,
                  const std::function<void(std::string_view line)>& onLine);
+inline bool IsGap(std::string_view line) { return line.starts_with('\0'); }
 
 // The same for the whole script. False when no archive holds it.
 bool ReadScript(std::string_view path, std::size_t bufferSize,

@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <span>
 
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "fuzz/input_reader.h"
 #include "fuzz/level_sandbox.h"
 #include "fuzz/require.h"
-#include "platform/scripted/script.h"
 #include "terrain/terrain.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -24,9 +24,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto file = input.Bytes(size);
   if (fileExists) level.Put("heightmap.raw", file);
 
-  mw::scripted::ResetScript();
+  mw::BeginLoadReport();
   Require(mw::LoadHeightBuffer() == fileExists);
-  Require(mw::scripted::script.prompts.empty() == fileExists);
+  mw::EndLoadReport();
+  const bool fits = fileExists && file.size() == side * side * 2;
+  Require(mw::MayWrite(mw::LevelPart::HeightMap) == fits);
   mw::LoadHeightsFromBuffer();
   mw::SaveHeightmap();
   const auto saved = level.Read("heightmap.raw");

@@ -4,11 +4,11 @@
 #include <span>
 #include <vector>
 
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "fuzz/input_reader.h"
 #include "fuzz/level_sandbox.h"
 #include "fuzz/require.h"
-#include "platform/scripted/script.h"
 #include "terrain/material_map.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -24,11 +24,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     level.Put("materialmap.raw", file);
     expected.assign(file.begin(), file.end());
   }
+  const bool fits = fileExists && expected.size() == side * side;
   expected.resize(side * side);
 
-  mw::scripted::ResetScript();
+  mw::BeginLoadReport();
   mw::LoadMaterialMap();
-  Require(mw::scripted::script.prompts.empty() == fileExists);
+  mw::EndLoadReport();
+  Require(mw::MayWrite(mw::LevelPart::MaterialMap) == fits);
   mw::SaveMaterialMap();
   Require(mw::GameFileError().empty() && level.Read("materialmap.raw") == expected);
   return 0;

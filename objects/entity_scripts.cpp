@@ -12,12 +12,11 @@
 #include "core/editor_state.h"
 #include "core/text.h"
 #include "data/game_file.h"
+#include "data/load_report.h"
 #include "data/script.h"
 #include "objects/entities.h"
 #include "objects/entity_editing.h"
 #include "objects/entity_fields.h"
-#include "objects/object_store.h"
-#include "platform/prompts.h"
 
 namespace mw {
 namespace {
@@ -25,10 +24,12 @@ namespace {
 struct ModeFolder {
   const char* name;
   GameModeMask mode;
+  LevelPart part;
 };
-constexpr std::array kModeFolders{ModeFolder{"conquest", kModeConquest},
-                                  ModeFolder{"ctf", kModeCaptureTheFlag},
-                                  ModeFolder{"tdm", kModeTeamDeathMatch}};
+constexpr std::array kModeFolders{
+    ModeFolder{"conquest", kModeConquest, LevelPart::ConquestEntities},
+    ModeFolder{"ctf", kModeCaptureTheFlag, LevelPart::CaptureTheFlagEntities},
+    ModeFolder{"tdm", kModeTeamDeathMatch, LevelPart::TeamDeathMatchEntities}};
 
 // A script that every mode's folder has: what it is called and what its records are.
 struct EntityFile {
@@ -67,12 +68,6 @@ std::string PathOf(const EntityFile& file, const ModeFolder& folder) {
   return FormatText("%s/%s/%s", editor.levelFolder.c_str(), folder.name, file.name);
 }
 
-// The folder whose file brought a record in: modes are read in the order of their bits.
-const ModeFolder& FirstFolderOf(GameModeMask modes) {
-  return *std::find_if(kModeFolders.begin(), kModeFolders.end() - 1,
-                       [modes](const ModeFolder& folder) { return (modes & folder.mode) != 0; });
-}
-
 // Reading
 
 using OnCommand = std::function<void(std::string_view command, Tokenizer& arguments)>;
@@ -88,31 +83,35 @@ void ReadCommands(GameFile& script, const OnCommand& onCommand) {
       inComment = true;
     } else if (EqualNoCase(*command, "endrem")) {
       inComment = false;
-    } else if (!inComment) {
+    } else if (!inComment || IsGap(*command)) {
       onCommand(*command, tokens);
     }
   });
 }
 
-// What is left out in memory must stay in the file.
-void ReportLoss(const std::string& text) {
-  objectStore.loadedIncompletely = true;
-  ShowPrompt(text, "Error", PromptButtons::Ok, PromptIcon::Stop);
+// What is left out in memory must stay in the files of the modes that it belongs to.
+void NoteFull(const EntityFile& file, GameModeMask modes) {
+  std::string line;
+  for (const ModeFolder& folder : kModeFolders) {
+    if (!(modes & folder.mode)) continue;
+    if (line.empty()) {  // modes are read in the order of their bits
+      line = FormatText("Too many %s in %s/%s: only the first %zu were loaded.", file.records,
+                        folder.name, file.name, file.capacity);
+    }
+    NoteDamagedPart(folder.part, line);
+  }
 }
 
-void ReportFull(const EntityFile& file, const ModeFolder& folder) {
-  ReportLoss(FormatText("Too many %s in %s/%s: only the first %zu were loaded.", file.records,
-                        folder.name, file.name, file.capacity));
+void NoteDamage(const EntityFile& file, const ModeFolder& folder, std::size_t loaded) {
+  NoteDamagedPart(folder.part, FormatText("The file %s/%s is damaged: not all of its %s could be "
+                                          "loaded (%zu were).",
+                                          folder.name, file.name, file.records, loaded));
 }
 
-void ReportDamage(const EntityFile& file, const ModeFolder& folder) {
-  ReportLoss(FormatText("The file %s/%s is damaged: not all of its %s could be loaded.",
-                        folder.name, file.name, file.records));
-}
-
-void ReportCutNames(const EntityFile& file, const ModeFolder& folder) {
-  ReportLoss(FormatText("Some names in %s/%s are longer than %zu characters and were cut.",
-                        folder.name, file.name, EntityName::kCapacity));
+void NoteCutNames(const EntityFile& file, const ModeFolder& folder) {
+  NoteDamagedPart(folder.part,
+                  FormatText("Some names in %s/%s are longer than %zu characters and were cut.",
+                             folder.name, file.name, EntityName::kCapacity));
 }
 
 bool AreCopies(const SpawnTemplate& a, const SpawnTemplate& b) { return a.Equals(b); }
@@ -138,44 +137,51 @@ void MergeCopies(Records<Record>& records) {
   std::erase(records, nullptr);
 }
 
-// The records of a file in all mode folders, copies merged. `make` gives the record that a create
-// command starts, or null for one to leave out. A current record ends with its file.
+// The records of a file in one mode's folder, behind those of the modes before. A current record
+// ends with its file. The modes of records for which there is no room are added to `tooMany`.
 template <class Record, class Make>
-Records<Record> ReadRecords(const EntityFile& file, const Make& make) {
+void ReadRecordsOf(const EntityFile& file, const ModeFolder& folder, const Make& make,
+                   Records<Record>& records, GameModeMask& tooMany) {
+  const std::unique_ptr<GameFile> script = GameFileOpen(PathOf(file, folder), "r");
+  if (!script) return;
   // Before they are merged, there can be a copy in each folder.
   const std::size_t limit = file.capacity * kModeFolders.size();
-  const ModeFolder* fullAt = nullptr;
-  const ModeFolder* cutAt = nullptr;
+  const std::size_t before = records.size();
   entities.nameWasCut = false;
-  Records<Record> records;
-  for (const ModeFolder& folder : kModeFolders) {
-    const std::unique_ptr<GameFile> script = GameFileOpen(PathOf(file, folder), "r");
-    if (!script) continue;
-    if (!IsWhole(*script)) ReportDamage(file, folder);
-    Record* current = nullptr;
-    ReadCommands(*script, [&](std::string_view command, Tokenizer& arguments) {
-      if (!EqualNoCase(command, file.createCommand)) {
-        if (current) current->ParseLine(command, arguments);
-        return;
-      }
+  Record* current = nullptr;
+  ReadCommands(*script, [&](std::string_view command, Tokenizer& arguments) {
+    if (IsGap(command)) {
       current = nullptr;
-      std::unique_ptr<Record> record = make(arguments, folder.mode);
+    } else if (!EqualNoCase(command, file.createCommand)) {
+      if (current) current->ParseLine(command, arguments);
+    } else {
+      std::unique_ptr<Record> record = make(arguments, folder);
+      current = nullptr;
       if (record && records.size() < limit) {
         record->modes = folder.mode;
         current = records.emplace_back(std::move(record)).get();
-      } else if (record && !fullAt) {
-        fullAt = &folder;
+      } else if (record) {
+        tooMany |= folder.mode;
       }
-    });
-    if (entities.nameWasCut && !cutAt) cutAt = &folder;
+    }
+  });
+  if (!IsWhole(*script)) NoteDamage(file, folder, records.size() - before);
+  if (entities.nameWasCut) NoteCutNames(file, folder);
+}
+
+// The records of a file in all mode folders, copies merged. `make` gives the record that a create
+// command starts, or null for one to leave out.
+template <class Record, class Make>
+Records<Record> ReadRecords(const EntityFile& file, const Make& make) {
+  Records<Record> records;
+  GameModeMask tooMany = 0;
+  for (const ModeFolder& folder : kModeFolders) {
+    ReadRecordsOf(file, folder, make, records, tooMany);
   }
   MergeCopies(records);
-  if (records.size() > file.capacity) {
-    fullAt = &FirstFolderOf(records[file.capacity]->modes);
-    records.resize(file.capacity);
-  }
-  if (fullAt) ReportFull(file, *fullAt);
-  if (cutAt) ReportCutNames(file, *cutAt);
+  for (std::size_t i = file.capacity; i < records.size(); ++i) tooMany |= records[i]->modes;
+  if (records.size() > file.capacity) records.resize(file.capacity);
+  NoteFull(file, tooMany);
   return records;
 }
 
@@ -201,7 +207,7 @@ int FindTemplate(EntityKind kind, std::string_view name, GameModeMask mode) {
 }
 
 void ReadTemplates(EntityKind kind) {
-  const auto make = [kind](Tokenizer& arguments, GameModeMask) {
+  const auto make = [kind](Tokenizer& arguments, const ModeFolder&) {
     std::unique_ptr<SpawnTemplate> made = EmptyTemplate(kind);
     arguments.Next(kBlankSlashOrLineFeed);  // the type, which the file's name tells already
     ParseValue(arguments, made->name);
@@ -212,13 +218,51 @@ void ReadTemplates(EntityKind kind) {
   for (const auto& read : templates) read->UpdateTreeItem(kind);
 }
 
+using CountByMode = std::array<std::size_t, kModeFolders.size()>;
+
+void NoteLeftOut(EntityKind kind, const CountByMode& leftOut) {
+  const EntityFile& file = InstanceFileOf(kind);
+  for (std::size_t i = 0; i < leftOut.size(); ++i) {
+    if (leftOut[i] == 0) continue;
+    const ModeFolder& folder = kModeFolders[i];
+    NoteDamagedPart(folder.part, FormatText("Of the %s in %s/%s, %zu without a template were left "
+                                            "out.",
+                                            file.records, folder.name, file.name, leftOut[i]));
+  }
+}
+
+bool Exists(const EntityFile& file, const ModeFolder& folder) {
+  return GameFileOpen(PathOf(file, folder), "rb") != nullptr;
+}
+
+// A mode has the templates of a kind and the placed ones, or neither.
+void NoteMissingFile(const EntityFile& file, const EntityFile& other) {
+  for (const ModeFolder& folder : kModeFolders) {
+    if (Exists(file, folder) || !Exists(other, folder)) continue;
+    NoteDamagedPart(folder.part, FormatText("The file %s/%s is missing.", folder.name, file.name));
+  }
+}
+
+// Soldiers spawn in groups. Nothing of what is on disk would be lost, so the mode can be saved.
+void NoteMissingGroups() {
+  for (const ModeFolder& folder : kModeFolders) {
+    if (Exists(kSpawnGroupFile, folder)) continue;
+    if (!Exists(TemplateFileOf(EntityKind::SoldierSpawn), folder)) continue;
+    NoteDamagedFile(FormatText("The file %s/%s is missing.", folder.name, kSpawnGroupFile.name));
+  }
+}
+
 // Instances without a template are left out.
 void ReadInstances(EntityKind kind) {
   const auto& templates = entities.Of(kind).templates;
-  const auto make = [&](Tokenizer& arguments, GameModeMask mode) {
+  CountByMode leftOut{};
+  const auto make = [&](Tokenizer& arguments, const ModeFolder& folder) {
     const EntityName name = arguments.Next(kBlankOrLineEnd).value_or(std::string_view());
-    const int index = FindTemplate(kind, name, mode);
-    if (index < 0) return std::unique_ptr<SpawnInstance>();
+    const int index = FindTemplate(kind, name, folder.mode);
+    if (index < 0) {
+      ++leftOut[static_cast<std::size_t>(&folder - kModeFolders.data())];
+      return std::unique_ptr<SpawnInstance>();
+    }
     const SpawnTemplate& from = *templates[static_cast<std::size_t>(index)];
     std::unique_ptr<SpawnInstance> made = EmptyInstance(kind);
     made->name = from.name;
@@ -227,11 +271,12 @@ void ReadInstances(EntityKind kind) {
   };
   auto& instances = entities.Of(kind).instances;
   instances = ReadRecords<SpawnInstance>(InstanceFileOf(kind), make);
+  NoteLeftOut(kind, leftOut);
   for (const auto& read : instances) read->UpdateTreeItem();
 }
 
 void ReadSpawnGroups() {
-  const auto make = [](Tokenizer& arguments, GameModeMask) {
+  const auto make = [](Tokenizer& arguments, const ModeFolder&) {
     auto made = std::make_unique<SpawnGroup>();
     made->id = ParseInt(arguments.Next(kBlankSlashOrLineFeed));
     return made;
@@ -268,6 +313,7 @@ void WriteRecord(const Record& record, GameFile& script) {
 template <class Table>
 void WriteRecords(const EntityFile& file, const Table& records) {
   for (const ModeFolder& folder : kModeFolders) {
+    if (!MayWrite(folder.part)) continue;
     const std::string path = PathOf(file, folder);
     std::unique_ptr<GameFile> script = GameFileOpen(path, "w");
     if (!script) continue;
@@ -290,8 +336,17 @@ void ReadGameModeFiles() {
   for (const EntityKind kind : kEntityKinds) {
     ReadTemplates(kind);
     ReadInstances(kind);
+    NoteMissingFile(TemplateFileOf(kind), InstanceFileOf(kind));
+    NoteMissingFile(InstanceFileOf(kind), TemplateFileOf(kind));
   }
+  NoteMissingGroups();
   RemoveUnusedTemplates();
+}
+
+void NoteEntitiesNotRead() {
+  for (const ModeFolder& folder : kModeFolders) {
+    NoteDamagedPart(folder.part, "The level's entities were not loaded.", DamagedPart::Keep);
+  }
 }
 
 void WriteGameModeFiles() {

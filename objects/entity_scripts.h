@@ -6,10 +6,13 @@ namespace mw {
 
 // Replaces all entities by those of the level's files; what several modes share becomes one record,
 // and templates that no instance uses are removed. Missing files are skipped. When not everything
-// could be read, because a table is full, a name too long or a file damaged, a message says what,
-// and objectStore.loadedIncompletely is set.
+// of a mode could be read, because a table is full, a name too long, a file damaged or one of two
+// that belong together missing, the load report says so.
 void ReadGameModeFiles();
-// Writes all files of all modes. A failure is remembered as GameFileError.
+// The load report says that they were not read, and saving leaves them as they are.
+void NoteEntitiesNotRead();
+// Writes all files of the modes that the load report allows. A failure is remembered as
+// GameFileError.
 void WriteGameModeFiles();
 
 }  // namespace mw

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <limits>
 
+#include "objects/mesh_drawing.h"
 #include "objects/object_sight.h"
 #include "objects/object_transform.h"
 

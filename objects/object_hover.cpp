@@ -77,6 +77,7 @@ void FindHovered() {
 void ForgetHovered() {
   objectStore.hoveredObject = objectStore.lastHoveredObject = -1;
   entities.hovered = {};
+  NameHovered();
 }
 
 void NameHovered() {

@@ -137,11 +137,6 @@ void DrawStaticObjects() {
   DrawMeshes();
 }
 
-void DrawObjectsInMappers() {
-  ForgetHovered();
-  DrawStaticObjects();
-}
-
 void DrawObjectModeScene() {
   FindHovered();
   if (objectStore.showStandardMeshes || objectStore.showTreeMeshes) DrawStaticObjects();

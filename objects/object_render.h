@@ -5,8 +5,6 @@ namespace mw {
 
 // All visible objects in the current frame.
 void DrawStaticObjects();
-// The same in the other mappers, where the mouse is about the ground.
-void DrawObjectsInMappers();
 // The static objects, if any are to be shown, and the entities. Finds what is hovered and names it
 // in the status bar.
 void DrawObjectModeScene();

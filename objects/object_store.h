@@ -59,8 +59,6 @@ struct ObjectStore {
   PreviewMesh preview;
 
   std::vector<StaticObject> objects;  // at most kMaxStaticObjects
-  // The level's objects and entities could not all be read: they are not written back.
-  bool loadedIncompletely = false;
 
   Vector3 CursorPoint;     // view coordinates; the point of the scene under the mouse
   Vector3 SelectionPivot;  // view coordinates

@@ -1,14 +1,15 @@
 // StaticObjects.con, the script that places the static objects of a level.
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
 #include "core/editor_state.h"
 #include "core/text.h"
+#include "data/load_report.h"
 #include "data/script.h"
 #include "objects/entity_scripts.h"
 #include "objects/static_object_records.h"
 #include "objects/static_objects.h"
-#include "platform/prompts.h"
 
 namespace mw {
 namespace {
@@ -26,8 +27,17 @@ void ReadVector(Tokenizer& arguments, Vector3& vector) {
   }
 }
 
+// What a record cannot hold must not be written back in part.
+void NoteCutName() {
+  NoteDamagedPart(LevelPart::StaticObjects,
+                  FormatText("Some names in StaticObjects.con are longer than %zu characters and "
+                             "were cut.",
+                             decltype(StaticObject::name)::kCapacity));
+}
+
 void CreateObject(std::string_view name) {
   StaticObject object = NewStaticObject(name);
+  if (name.size() > object.name.kCapacity) NoteCutName();
   FindMesh(object);
   AppendStaticObject(std::move(object));
 }
@@ -47,13 +57,15 @@ void ReadField(std::string_view command, Tokenizer& arguments, StaticObject& obj
 }
 
 // False when the line asks for one more object than the table can hold. `hasObject`: whether lines
-// belong to the last object. Those before the first, and those after a create line without a name
-// (which a zero byte ends), belong to none.
+// belong to the last object. Those before the first, those after a create line without a name
+// (which a zero byte ends), and those behind a gap, whose object was in it, belong to none.
 bool ReadObjectLine(std::string_view line, bool& hasObject) {
   Tokenizer tokens(line);
   const auto command = tokens.Next(kBlankOrSlash);
   if (!command) return true;
-  if (EqualNoCase(*command, "Object.create")) {
+  if (IsGap(*command)) {
+    hasObject = false;
+  } else if (EqualNoCase(*command, "Object.create")) {
     const auto name = tokens.Next(kBlankOrSlash);
     hasObject = name && name->front() != '\0';
     if (!hasObject) return true;
@@ -65,28 +77,27 @@ bool ReadObjectLine(std::string_view line, bool& hasObject) {
   return true;
 }
 
-void ReportLoss(const char* reason) {
-  objectStore.loadedIncompletely = true;
-  ShowPrompt(FormatText("Could not load all objects - %s!", reason), "ERROR", PromptButtons::Ok,
-             PromptIcon::Stop);
+void NoteLoss(const char* reason) {
+  const auto count = std::ranges::count_if(objectStore.objects, &StaticObject::inUse);
+  NoteDamagedPart(LevelPart::StaticObjects,
+                  FormatText("Could not load all objects - %s! (%td were loaded.)", reason, count));
 }
 
-// A missing file is a level without static objects. False, after a message, when not all objects of
-// the file could be read.
+// False, with the entities noted as not loaded, when the file holds more objects than the table.
 bool ReadObjectScript() {
   const auto file = GameFileOpen(ScriptPath(), "r");
-  if (!file) return true;
+  if (!file) {
+    NoteDamagedFile("StaticObjects.con is missing: the level opens without static objects.");
+    return true;
+  }
   bool overflowed = false, hasObject = false;
   ForEachLine(*file, kEntityLineBuffer, [&](std::string_view line) {
     overflowed = overflowed || !ReadObjectLine(line, hasObject);
   });
-  if (overflowed) {
-    ReportLoss("Maximum number of objects exceeded");
-  } else if (!IsWhole(*file)) {
-    ReportLoss("StaticObjects.con is damaged");
-  } else {
-    return true;
-  }
+  if (!IsWhole(*file)) NoteLoss("StaticObjects.con is damaged");
+  if (!overflowed) return true;
+  NoteLoss("Maximum number of objects exceeded");
+  NoteEntitiesNotRead();
   return false;
 }
 
@@ -119,12 +130,7 @@ void LoadStaticObjects() {
 }
 
 void SaveStaticObjects() {
-  if (objectStore.loadedIncompletely) {
-    ShowPrompt("This level was not loaded completely. Its objects and entities were not saved.",
-               "Warning", PromptButtons::Ok, PromptIcon::Exclamation);
-    return;
-  }
-  WriteObjectScript();
+  if (MayWrite(LevelPart::StaticObjects)) WriteObjectScript();
   WriteGameModeFiles();
 }
 

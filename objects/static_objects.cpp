@@ -40,7 +40,6 @@ void ClearAllObjects() {
   DeselectAll();
   UpdateToolButtons(false);
   entities.hovered = {};
-  objectStore.loadedIncompletely = false;
   ForgetCopied();
 }
 

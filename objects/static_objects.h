@@ -10,10 +10,10 @@
 
 namespace mw {
 
-// Reads the level's objects, then its entities. When not all of them can be held, what was read
-// stays, and saving will leave the level's own files as they are.
+// Reads the level's objects, then its entities. When the file is damaged or not all of its objects
+// can be held, what was read stays, and the load report says so.
 void LoadStaticObjects();
-// Writes the level's objects and entities, unless they were not loaded completely; then it says so.
+// Writes the level's objects and entities, each as far as the load report allows it.
 void SaveStaticObjects();
 // Deletes all objects, meshes, textures and entities.
 void ClearAllObjects();

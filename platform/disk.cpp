@@ -96,6 +96,8 @@ std::string BackslashPath(std::string_view path) {
   return turned;
 }
 
+std::string SystemPath(std::string_view path) { return NativePath(path).string(); }
+
 bool FileExists(std::string_view path) {
   std::error_code error;
   return fs::is_regular_file(NativePath(path), error);

@@ -21,6 +21,9 @@ std::filesystem::path NativePath(std::string_view path);
 // A native path written with `\` as configuration files hold it ("/home/me/x" gives "\home\me\x").
 std::string BackslashPath(std::string_view path);
 
+// The path as the system spells it, for messages.
+std::string SystemPath(std::string_view path);
+
 bool FileExists(std::string_view path);
 bool FolderExists(std::string_view path);
 // Names (without folder) of the plain files in `folder` that end in `extension` (given with its

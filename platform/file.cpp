@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -121,6 +122,20 @@ void File::Close() {
   if (descriptor_ >= 0) close(std::exchange(descriptor_, -1));
   straight_ = false;
   compared_ = DiskBlock();
+}
+
+bool File::Claim() { return flock(descriptor_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK; }
+
+void File::GiveUpClaim() { flock(descriptor_, LOCK_UN); }
+
+bool File::IsAt(const fs::path& path) const {
+  const auto own = Identity(), there = IdentityOf(path);
+  return own && there && own->device == there->device && own->number == there->number;
+}
+
+bool IsClaimed(const fs::path& path) {
+  File file;
+  return file.Open(path, FileAccess::Read) && !file.Claim();
 }
 
 std::optional<std::uint64_t> File::Size() {

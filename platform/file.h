@@ -60,6 +60,16 @@ class File {
   bool IsOpen() const { return descriptor_ >= 0; }
   void Close();
 
+  // Claims the file until it is closed or the program ends, however it ends. Nobody else can have
+  // the claim meanwhile, in this program or another; who does not ask for it reads and writes the
+  // file as ever. The claim is that of the open file, whatever its name: a file that is put in its
+  // place has none. False when somebody else has it. Where the file system keeps no claims,
+  // everybody gets one.
+  bool Claim();
+  void GiveUpClaim();
+  // Whether the path leads to this file, not to one that has taken its place.
+  bool IsAt(const std::filesystem::path& path) const;
+
   std::optional<std::uint64_t> Size();
   std::optional<FileIdentity> Identity() const;
   // Fills `out` from `offset`. False when the file ends before or cannot be read.
@@ -102,6 +112,9 @@ class File {
   std::filesystem::path path_;
   std::string error_;
 };
+
+// Whether somebody has the claim on the file at the path.
+bool IsClaimed(const std::filesystem::path& path);
 
 // Puts `from` in the place of `to` in one step.
 bool RenameFile(const std::filesystem::path& from, const std::filesystem::path& to,

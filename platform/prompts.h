@@ -6,12 +6,12 @@
 
 namespace mw {
 
-enum class PromptButtons { Ok, OkCancel, YesNo };
-enum class PromptIcon { None, Information, Exclamation, Stop };
+enum class PromptButtons { Ok, OkCancel, YesNo, YesNoCancel };
+enum class PromptIcon { None, Information, Question, Exclamation, Stop };
 enum class PromptAnswer { Ok, Cancel, Yes, No };
 
 // Shows a modal message box over the active window and waits for the answer. Closing an Ok box
-// answers Ok, closing an OkCancel box answers Cancel; a YesNo box can be neither escaped nor
+// answers Ok, closing a box with Cancel answers Cancel; a YesNo box can be neither escaped nor
 // closed.
 PromptAnswer ShowPrompt(std::string_view text, std::string_view caption,
                         PromptButtons buttons = PromptButtons::Ok,
@@ -21,8 +21,10 @@ PromptAnswer ShowPrompt(std::string_view text, std::string_view caption,
 void ShowWaitCursor();
 void ShowArrowCursor();
 
-// Two spaces and the text into part 1 (progress and results) or part 2 (frame rate) of the status
-// bar, repainted at once, so that it can be read while long work goes on.
+// Two spaces and the text into part 1 (progress and results), part 2 (frame rate) or part 3 (what
+// is under the cursor or being dragged) of the status bar; nothing is done where it stands already.
+// Part 1 is repainted at once, so that it can be read while long work goes on; the others, which
+// change from frame to frame, come with the next one.
 void SetStatusText(int part, std::string_view text);
 // Empties the part, if this text still stands there.
 void ClearStatusText(int part, std::string_view text);

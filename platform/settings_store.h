@@ -1,4 +1,5 @@
-// The machine's record of the installed game (organisation "Quorrin", application "Varnhold").
+// Settings that outlive the program: the machine's record of the installed game (organisation
+// "Quorrin", application "Varnhold"), and the editor's own of its user ("Mapwright").
 #pragma once
 
 #include <optional>
@@ -9,5 +10,11 @@ namespace mw {
 
 // A value of the game's record, or nothing when it is missing or unreadable.
 std::optional<std::string> ReadGameSetting(std::string_view name);
+
+// A value that the editor keeps for its user, or nothing. A slash in the name separates a group
+// from what is in it.
+std::optional<std::string> ReadEditorSetting(std::string_view name);
+// False when it could not be written; what was there before stays.
+[[nodiscard]] bool WriteEditorSetting(std::string_view name, std::string_view value);
 
 }  // namespace mw

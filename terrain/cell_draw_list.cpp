@@ -126,6 +126,8 @@ void SelectLayer(const CellLayer& layer, bool textured) {
     glBindTexture(GL_TEXTURE_2D, layer.texture);
     UseTextureCoordinates(layer);
   }
+  // Cells without texture have one colour each; those of textures, if any, go over into each other.
+  glShadeModel(textured && !layer.ownColour ? GL_SMOOTH : GL_FLAT);
   if (layer.ownColour) {
     glDisableClientState(GL_COLOR_ARRAY);
     glColor4fv(layer.colour.data());

@@ -9,6 +9,7 @@
 
 #include "core/editor_state.h"
 #include "core/text.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "platform/disk.h"
 #include "platform/file.h"
@@ -116,8 +117,8 @@ void ImportHeightmap(const AskSampleBits& ask) {
   auto file = ReadExchangeFile(*bits);
   if (!file) return;
   heightBuffer = Decode(std::move(*file), *bits);
-  heightBufferFilled = heightBuffer.size();
   LoadHeightsFromBuffer();
+  SetReplaced(LevelPart::HeightMap);
   editor.levelModified = true;
 }
 

@@ -11,7 +11,9 @@
 #include "data/dds.h"
 #include "data/game_file.h"
 #include "data/image.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
+#include "data/script.h"
 #include "data/textures.h"
 #include "platform/disk.h"
 #include "platform/gl_context.h"
@@ -37,6 +39,21 @@ void DeleteTexture(unsigned& texture) {
   texture = 0;
 }
 
+// Nothing when no archive holds the file. One that cannot be read whole is noted.
+std::optional<CompressedImage> LoadPicture(const std::string& path) {
+  const auto file = GameFileOpen(path, "rb");
+  if (!file) return std::nullopt;
+  auto image = DecodeDds(file->data);
+  const std::string name = path.substr(path.find_last_of("\\/") + 1);
+  if (!image) {
+    NoteDamagedFile(FormatText("The texture %s is damaged: it cannot be shown.", name.c_str()));
+  } else if (!IsWhole(*file) || image->data.size() < image->topLevelSize) {
+    NoteDamagedFile(
+        FormatText("The texture %s is damaged: it could be read in part.", name.c_str()));
+  }
+  return image;
+}
+
 // Filters stay at their defaults. False when there is no context or not even the top level is
 // whole.
 bool MakeTexture(const CompressedImage& image, unsigned& texture) {
@@ -58,16 +75,19 @@ void LoadTile(int tileRow, int tileColumn, LevelTextureLoad occasion) {
   const auto row = static_cast<std::size_t>(tileRow), column = static_cast<std::size_t>(tileColumn);
   SurfaceTile& tile = levelTextures.tiles[row][column];
   DeleteTexture(tile.texture);
-  const auto image = LoadDds(TilePath("textures", tileRow, tileColumn));
+  const auto image = LoadPicture(TilePath("textures", tileRow, tileColumn));
   tile.hasTexture = image && MakeTexture(*image, tile.texture);
   if (tile.hasTexture) EndTextureAtItsEdges();
-  bool& assigned = levelTextures.SurfaceAssigned[row][column];
-  assigned = image.has_value() || (assigned && occasion == LevelTextureLoad::Reloading);
+  if (occasion == LevelTextureLoad::Opening) {
+    levelTextures.SurfaceAssigned[row][column] = image.has_value();
+  }
 }
 
 void LoadDetail() {
   DeleteTexture(levelTextures.detailTexture);
-  const auto image = LoadDds(FormatText("%s\\textures\\detail.dds", editor.levelFolder.c_str()));
+  const std::string path = FormatText("%s\\textures\\detail.dds", editor.levelFolder.c_str());
+  const auto image = LoadPicture(path);
+  if (!image) NoteAtLoad("The level has no detail texture (textures/detail.dds).");
   levelTextures.hasDetail = image && MakeTexture(*image, levelTextures.detailTexture);
 }
 
@@ -139,6 +159,7 @@ void WriteCubeMapDescription() {
 }  // namespace
 
 void LoadLevelTextures(LevelTextureLoad occasion) {
+  if (occasion == LevelTextureLoad::Opening) levelTextures.textureSetChosen = false;
   for (int row = 0; row < kMaxTiles; ++row) {
     for (int column = 0; column < kMaxTiles; ++column) LoadTile(row, column, occasion);
   }
@@ -158,6 +179,7 @@ void DeleteLevelTextures() {
 }
 
 void WriteTextureSetToLevel() {
+  if (!levelTextures.textureSetChosen) return;
   static EncodedPicture detail;
   static std::array<EncodedPicture, kMaxEnvironmentTextures> environment;
   const char* const folder = editor.levelFolder.c_str();

@@ -20,19 +20,24 @@ struct LevelTextures {
   std::array<std::array<bool, kMaxTiles>, kMaxTiles> SurfaceAssigned{};
   unsigned detailTexture = 0;
   bool hasDetail = false;
+  // The user chose the texture set for this level since it was opened or created; else the level
+  // keeps the detail and environment textures that it has.
+  bool textureSetChosen = false;
 };
 extern LevelTextures levelTextures;
 
 // Loads the tiles, the height buffer and the detail texture of the level folder, in this order. On
-// opening a level SurfaceAssigned becomes exactly what the files say; on reloading it is only added
-// to. Without a context the flags are set and no texture is made.
+// opening a level SurfaceAssigned becomes exactly what the files say; on reloading it stays what
+// the user made of it. Without a context the flags are set and no texture is made. A texture that
+// is damaged is noted in the load report.
 enum class LevelTextureLoad { Opening, Reloading };
 void LoadLevelTextures(LevelTextureLoad occasion);
 // SurfaceAssigned stays as it is.
 void DeleteLevelTextures();
 
 // Writes the level's detail texture, environment textures and cube-map description from the texture
-// set. Pictures are encoded once, not at every save; entries that are not loaded write no file.
+// set, if it was chosen for the level. Pictures are encoded once, not at every save; entries that
+// are not loaded write no file.
 void WriteTextureSetToLevel();
 
 // Reads "<baseName>.tga" (24-bit, from disk) and writes it as the level's tile with mip-maps. False

@@ -1,6 +1,7 @@
 #include "terrain/material_generation.h"
 
 #include "core/editor_state.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "platform/prompts.h"
 #include "terrain/material_map.h"
@@ -24,6 +25,7 @@ void GenerateMaterialMap(const MaterialPlugin& plugin) {
   plugin.GenerateMatMap(modConfig.MaterialSize, materialMapper->grid.front().data(),
                         reinterpret_cast<const MapwrightVertex*>(terrain->grid.front().data()),
                         modConfig.WaterLevel, modConfig.HeightScale);
+  SetReplaced(LevelPart::MaterialMap);
   MarkMaterialsChanged();
   editor.levelModified = true;
   SetStatusText(1, "");

@@ -6,6 +6,7 @@
 #include "core/editor_state.h"
 #include "core/text.h"
 #include "data/game_file.h"
+#include "data/level_map.h"
 #include "data/mod_config.h"
 
 namespace mw {
@@ -53,9 +54,10 @@ void DestroyMaterialMapper() { materialMapper.reset(); }
 
 void LoadMaterialMap() {
   if (!materialMapper || !HasUsableSize()) return;
-  const auto bytes = LoadGameFileBytes(MaterialMapPath(), MaterialMapBytes());
+  const auto side = static_cast<std::size_t>(modConfig.MaterialSize);
+  const auto map = LoadLevelMap(LevelPart::MaterialMap, MaterialMapPath(), side, side);
   ForEachDataCell(
-      [&](std::uint32_t& cell, std::size_t offset) { cell = bytes ? (*bytes)[offset] : 0u; });
+      [&](std::uint32_t& cell, std::size_t offset) { cell = map ? map->data[offset] : 0u; });
   MarkMaterialsChanged();
 }
 

@@ -25,7 +25,8 @@ struct MaterialMapper {
   std::uint32_t brushSize = 1;        // half-width plus one, 1 ... 9 cells
   bool SurfaceView = false;           // the texture set's pictures instead of the icons
   float materialCellSize = 0;         // world units
-  Vector3 pick;                       // world point under the cursor
+  Vector3 pick;                       // point of the ground under the cursor
+  bool pickMissed = false;            // no ground is under it; pick is an earlier place
   unsigned edits = 0;                 // grows when the grid changed otherwise than by the brush
 };
 
@@ -36,8 +37,8 @@ void CreateMaterialMapper();
 void DestroyMaterialMapper();
 
 // Reads "%s\materialmap.raw" of the level folder into the grid; bytes above the last material are
-// kept, cells that the file lacks become 0. When no archive holds the file a message is shown and
-// the level's cells become 0.
+// kept, cells that the file lacks become 0, all of the level's when no archive holds it. What is
+// wrong with it is noted in the load report.
 void LoadMaterialMap();
 // Writes the same file from the grid: of each index the low byte of its absolute value.
 void SaveMaterialMap();

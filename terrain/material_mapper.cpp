@@ -1,10 +1,13 @@
 #include "terrain/material_mapper.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "core/editor_state.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
+#include "terrain/ground_ray.h"
 #include "terrain/material_map.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/visible_cells.h"
@@ -13,31 +16,65 @@
 namespace mw {
 namespace {
 
-std::vector<Cell> brushCells;
+std::vector<Cell> brushCells, paintedCells;
 
-bool IsDataCell(int i, int j) {
-  return i >= 1 && i <= modConfig.MaterialSize && j >= 0 && j < modConfig.MaterialSize;
-}
-
-bool IsInBrush(int i, int j) {
-  const Vector3& pick = materialMapper->pick;
+// Whether the cell with this corner gets into the brush.
+bool IsReached(const BrushWay& way, int i, int j) {
   const TerrainVertex& corner = terrain->grid[i][j];
   const auto size = static_cast<float>(materialMapper->brushSize);
   const float inner = (size - 1) * materialMapper->materialCellSize;
   const float outer = size * materialMapper->materialCellSize;
-  return IsDataCell(i, j) && IsWithin(corner.x, pick.x - inner, pick.x + outer) &&
-         IsWithin(corner.z, pick.z - outer, pick.z + inner);
+  return Reaches(way, {corner.x - outer, corner.x + inner}, {corner.z - inner, corner.z + outer});
+}
+
+template <typename Act>
+void ForBrushedCells(const BrushWay& way, Act act) {
+  if (!materialMapper || !HasUsableTerrain()) return;
+  const auto reach = static_cast<int>(materialMapper->brushSize) + 1;
+  ForVerticesAlong(way, reach, [&](int i, int j) {
+    if (IsReached(way, i, j) && IsDrawnCell(i, j)) act(i, j);
+  });
+}
+
+// Over ground that nobody sees no way leads.
+BrushWay WayInSight(const Vector3& from, const Vector3& to) {
+  return BrushWay::Between(IsWayInSight(from, to) ? from : to, to);
 }
 
 }  // namespace
 
 void PickMaterialPoint(int x, int y) {
   if (!materialMapper) return;
-  if (const auto point = WorldPointUnderCursor(x, y)) materialMapper->pick = *point;
+  const Vector3 before = materialMapper->pick;
+  const bool wasThere = !materialMapper->pickMissed;
+  const auto point = GroundUnderCursor(x, y);
+  materialMapper->pickMissed = !point;
+  if (!point) return;
+  materialMapper->pick = *point;
+  if (materialMapper->painting) PaintAlong(WayInSight(wasThere ? before : *point, *point));
 }
 
-void SetPainting(bool on) {
-  if (materialMapper) materialMapper->painting = on;
+void StartPainting() {
+  if (!materialMapper || materialMapper->painting) return;
+  materialMapper->painting = 1;
+  const Vector3& at = materialMapper->pick;
+  if (!materialMapper->pickMissed) PaintAlong(BrushWay::At(at.x, at.z));
+}
+
+void StopPainting() {
+  if (materialMapper) materialMapper->painting = 0;
+}
+
+void LiftMaterialBrush() {
+  if (materialMapper) materialMapper->pickMissed = true;
+}
+
+void PaintAlong(const BrushWay& way) {
+  ForBrushedCells(way, [](int i, int j) {
+    materialMapper->grid[i][j] = materialMapper->currentMaterial;
+    paintedCells.push_back({i, j});
+  });
+  if (!paintedCells.empty()) editor.levelModified = true;
 }
 
 void SetMaterialBrushSize(int size) {
@@ -61,20 +98,21 @@ void FillWithMaterial() {
   for (int i = 1; i <= modConfig.MaterialSize; ++i)
     std::fill_n(materialMapper->grid[i].begin(), modConfig.MaterialSize,
                 materialMapper->currentMaterial);
+  SetReplaced(LevelPart::MaterialMap);
   MarkMaterialsChanged();
   editor.levelModified = true;
 }
 
-void ApplyMaterialBrush() {
+void UpdateMaterialBrush() {
   brushCells.clear();
-  const auto reach = static_cast<int>(materialMapper->brushSize) + 1;
-  ForVisibleCellsAround(materialMapper->pick.x, materialMapper->pick.z, reach, [](int i, int j) {
-    if (IsInBrush(i, j)) brushCells.push_back({i, j});
+  if (materialMapper->pickMissed) return;
+  const Vector3& centre = materialMapper->pick;
+  ForBrushedCells(BrushWay::At(centre.x, centre.z), [](int i, int j) {
+    brushCells.push_back({i, j});
   });
-  if (!materialMapper->painting || brushCells.empty()) return;
-  for (const auto [i, j] : brushCells) materialMapper->grid[i][j] = materialMapper->currentMaterial;
-  editor.levelModified = true;
 }
+
+std::vector<Cell> TakePaintedCells() { return std::exchange(paintedCells, {}); }
 
 std::span<const Cell> MaterialBrushCells() { return brushCells; }
 

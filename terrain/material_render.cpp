@@ -32,8 +32,8 @@ struct BrushCell {
   friend bool operator==(const BrushCell&, const BrushCell&) = default;
 };
 
-// Everything but the brush that decides which cells are drawn and with which layer. While it stays
-// the same, only the brush's cells are looked at.
+// Everything but brush and painting that decides which cells are drawn and with which layer. While
+// it stays the same, only their cells are looked at.
 struct MaterialScene {
   std::array<Plane, 6> frustum{};
   ViewSquare square;
@@ -96,8 +96,9 @@ void ChooseAllCells() {
   drawn.map.ChooseVisible(GroundLayer);
 }
 
-// Where the brush was the ground shows again, with what was painted.
-void UncoverBrush() {
+// What was painted shows, and the ground where the brush was.
+void ShowGround(const std::vector<Cell>& painted) {
+  for (const Cell& cell : painted) drawn.map.Replace(cell.i, cell.j, GroundLayer(cell.i, cell.j));
   for (const BrushCell& cell : drawn.brush)
     drawn.map.Replace(cell.i, cell.j, GroundLayer(cell.i, cell.j));
 }
@@ -111,12 +112,13 @@ void UpdateDrawnCells() {
   const MaterialScene scene{camera.frustum, viewSquare, TerrainBufferVersion(),
                             materialMapper->edits, editor.ShowGrid};
   FindBrushLayers();
+  const std::vector<Cell> painted = TakePaintedCells();
   const bool sceneChanged = !drawn.indexBuffer || scene != drawn.scene;
-  if (!sceneChanged && wantedBrush == drawn.brush) return;
+  if (!sceneChanged && painted.empty() && wantedBrush == drawn.brush) return;
   if (sceneChanged)
     ChooseAllCells();
   else
-    UncoverBrush();
+    ShowGround(painted);
   CoverWithBrush();
   drawn.scene = scene;
   BuildCellDrawList(drawn.map, CellSplit::FarLeftToNearRight, scene.grid, drawn.list);
@@ -141,12 +143,12 @@ void RenderMaterialMode() {
   materialMapper->materialCellSize =
       static_cast<float>(modConfig.WorldSize) / static_cast<float>(modConfig.MaterialSize);
   UpdateViewSquare();
-  ApplyMaterialBrush();
+  UpdateMaterialBrush();
   DrawMaterialCells();
   glLineWidth(kGridLineWidth);
   glColor4f(1, 1, 1, 1);
   if (editor.drawObjectsInMappers) hooks.drawStaticObjects();
-  RenderWater();
+  RenderWaterOverGround();
   glLineWidth(1);
 }
 

@@ -2,11 +2,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "core/editor_state.h"
 #include "core/hooks.h"
 #include "data/mod_config.h"
+#include "terrain/brush_way.h"
+#include "terrain/ground_ray.h"
 #include "terrain/terrain.h"
+#include "terrain/terrain_render.h"
+#include "terrain/terrain_tools.h"
 #include "terrain/world_point.h"
 
 namespace mw {
@@ -56,9 +61,22 @@ void MoveVertex(int i, int j, float delta) {
   if (terrain->autoSmoothing && vertex.weight > 0) SetHeight(i, j, AverageOfNeighbours(i, j));
 }
 
-// From a to b, or from b to a.
-bool IsBetween(float value, float a, float b) {
-  return std::min(a, b) <= value && value <= std::max(a, b);
+// Calls act(i, j) for the vertices whose squares, one cell wide, the way passes.
+template <typename Act>
+void ForVerticesOn(const BrushWay& way, Act act) {
+  const float half = CellSize / 2;
+  ForVerticesAlong(way, 1, [&](int i, int j) {
+    const TerrainVertex& vertex = terrain->grid[i][j];
+    if (Reaches(way, {vertex.x - half, vertex.x + half}, {vertex.z - half, vertex.z + half}))
+      act(i, j);
+  });
+}
+
+// Where the mouse selected last while the button was held; nothing when there was no ground.
+std::optional<Vector3> lastSelected;
+
+bool IsInRectangle(const ViewPoint& point, const ViewPoint& from, const ViewPoint& to) {
+  return from.x <= point.x && point.x <= to.x && from.y <= point.y && point.y <= to.y;
 }
 
 }  // namespace
@@ -70,15 +88,46 @@ void GrowSelectionBox(int i, int j) {
   selectionBox.SelMaxCol = std::max(selectionBox.SelMaxCol, j);
 }
 
+void ToggleVertexUnderCursor(int x, int y) {
+  PickUnderCursor(x, y);
+  if (!terrain || pick.missed) return;
+  ForVerticesOn(BrushWay::At(pick.x, pick.z), [](int i, int j) {
+    terrain->grid[i][j].selected = !terrain->grid[i][j].selected;
+    GrowSelectionBox(i, j);
+  });
+  ComputeSmoothingWeights();
+}
+
+void StartSelecting(int x, int y) {
+  lastSelected.reset();
+  SelectOnTheWayTo(x, y);
+}
+
+void SelectOnTheWayTo(int x, int y) {
+  PickUnderCursor(x, y);
+  if (!terrain || pick.missed) {
+    lastSelected.reset();
+    return;
+  }
+  const Vector3 to{pick.x, pick.y, pick.z};
+  const bool goesOn = lastSelected && IsWayInSight(*lastSelected, to);
+  ForVerticesOn(BrushWay::Between(goesOn ? *lastSelected : to, to), [](int i, int j) {
+    terrain->grid[i][j].selected = 1;
+    GrowSelectionBox(i, j);
+  });
+  lastSelected = to;
+  ComputeSmoothingWeights();
+}
+
 void SelectRectangle(int x0, int y0, int x1, int y1) {
   if (!terrain) return;
-  const auto first = WorldPointUnderCursor(x0, y0), second = WorldPointUnderCursor(x1, y1);
-  if (!first || !second) return;
-  for (int i = 1; i <= modConfig.MaterialSize; ++i) {
-    for (int j = 0; j < modConfig.MaterialSize; ++j) {
+  const ViewPoint from{static_cast<float>(x0), static_cast<float>(y0)};
+  const ViewPoint to{static_cast<float>(x1), static_cast<float>(y1)};
+  for (int i = viewSquare.ViewRowStart + 1; i <= viewSquare.ViewRowEnd; ++i) {
+    for (int j = viewSquare.ViewColStart; j < viewSquare.ViewColEnd; ++j) {
       TerrainVertex& vertex = terrain->grid[i][j];
-      if (!IsBetween(vertex.x, first->x, second->x) || !IsBetween(vertex.z, first->z, second->z))
-        continue;
+      const auto shown = ViewPointOf({vertex.x, vertex.h * modConfig.HeightScale, vertex.z});
+      if (!shown || !IsInRectangle(*shown, from, to)) continue;
       vertex.selected = !vertex.selected;
       GrowSelectionBox(i, j);
     }

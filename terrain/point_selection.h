@@ -7,8 +7,16 @@ namespace mw {
 // Lets the selection box reach to vertex (i, j).
 void GrowSelectionBox(int i, int j);
 
-// Toggles every vertex with data between the ground points under view pixels (x0, y0) and (x1, y1),
-// which are opposite corners. Nothing happens when one of the pixels shows no point.
+// Picks, and toggles the vertex with data that is nearest to the point of the ground under the view
+// pixel.
+void ToggleVertexUnderCursor(int x, int y);
+// Picks, and selects the nearest vertex: where the button is pressed, and then all vertices that
+// the way from the last pick passes.
+void StartSelecting(int x, int y);
+void SelectOnTheWayTo(int x, int y);
+
+// Toggles every vertex with data that the view shows between two pixels: the left upper one and the
+// right lower one.
 void SelectRectangle(int x0, int y0, int x1, int y1);
 
 // Raises the selected points by `delta` height units; with auto-smoothing their neighbours follow.

@@ -3,6 +3,7 @@
 #include "core/editor_state.h"
 #include "core/game_random.h"
 #include "core/hooks.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "platform/prompts.h"
 #include "terrain/material_map.h"
@@ -59,14 +60,6 @@ void Smooth() {
   }
 }
 
-// The outermost samples do not reach the picture.
-void PaintMiniMap() {
-  const int last = modConfig.MaterialSize - 2;
-  for (int r = 1; r <= last; ++r) {
-    for (int c = 1; c <= last; ++c) ShowOnMiniMap(r + 1, c);
-  }
-}
-
 struct HeightBand {
   float highest;  // height units, included
   std::uint32_t material;
@@ -103,8 +96,10 @@ void GenerateTerrain(const RandomTerrainParameters& parameters) {
   ForEachSample([&](float& h) { h = amplitude * h + base; });
   for (int pass = 0; pass < parameters.smoothPasses; ++pass) Smooth();
   MarkAllTerrainChanged();
-  PaintMiniMap();
+  ShowAllOnMiniMap();
   AssignMaterialsByHeight();
+  SetReplaced(LevelPart::HeightMap);
+  SetReplaced(LevelPart::MaterialMap);
   if (editor.levelHasWater) modConfig.WaterLevel = kWaterLevel;
   hooks.seatObjectsOnGround();
   editor.levelModified = true;

@@ -31,15 +31,19 @@ void LevelCell(int i, int j, float h) {
   SetCornerHeight(i, j + 1, h);
 }
 
+// The material of the cell between vertices (i, j) and (i + 1, j + 1) stands in row i + 1.
+void PaintLevelledCell(int i, int j) {
+  if (i < 0 || j < 0 || i >= modConfig.MaterialSize || j >= modConfig.MaterialSize) return;
+  SetMaterial(static_cast<std::uint32_t>(terrain->roadMaterial), i + 1, j);
+}
+
 // One step of a road: the square of cells around its middle, all at one height.
 void GradeSquare(Cell middle, float h) {
   const int half = terrain->roadWidth / 2;
   for (int j = middle.j - half; j <= middle.j + half; ++j) {
     for (int i = middle.i - half; i <= middle.i + half; ++i) {
       LevelCell(i, j, h);
-      if (terrain->roadAutoMaterial && IsInGrid(i, j)) {
-        SetMaterial(static_cast<std::uint32_t>(terrain->roadMaterial), i, j);
-      }
+      if (terrain->roadAutoMaterial) PaintLevelledCell(i, j);
     }
   }
 }
@@ -64,7 +68,7 @@ void GradeSegment(const RoadPoint& a, const RoadPoint& b) {
 }  // namespace
 
 void AddRoadPoint(int x, int y) {
-  if (const auto point = WorldPointUnderCursor(x, y)) AddRoadPointAt(point->x, point->z);
+  if (const auto point = GroundUnderCursor(x, y)) AddRoadPointAt(point->x, point->z);
 }
 
 void AddRoadPointAt(float x, float z) {

@@ -71,9 +71,10 @@ std::optional<std::string> ObjectLightingLine(std::string_view line) {
 template <typename Replace>
 void WriteFromTemplate(const char* name, const Replace& replace) {
   const std::string path = FormatText("scripts\\%s", name);
-  const auto bytes = ReadWholeFile(path);
+  std::string reason;
+  const auto bytes = ReadWholeFile(path, &reason);
   if (!bytes) {
-    SetGameFileError("The template " + path + " could not be read.");
+    SetGameFileError("The template " + SystemPath(path) + " could not be read: " + reason + ".");
     return;
   }
   std::unique_ptr<GameFile> file = GameFileOpen(LevelFile(name), "w");
@@ -159,7 +160,7 @@ bool MakeScratchFolder(std::string_view path) {
   for (std::size_t end = path.find('\\', modConfig.GamePath.size());;
        end = path.find('\\', end + 1)) {
     if (CreateFolder(path.substr(0, end)) == FolderResult::Failed) {
-      SetGameFileError("The folder " + std::string(path.substr(0, end)) + " could not be created.");
+      SetGameFileError("The folder " + SystemPath(path.substr(0, end)) + " could not be created.");
       return false;
     }
     if (end == std::string_view::npos) return true;
@@ -174,8 +175,9 @@ void WriteTileList() {
   }
   if (!MakeScratchFolder(ScratchTexturesFolder())) return;
   const std::string path = ScratchTexturesFolder() + "\\lmList.dat";
-  if (!WriteWholeFile(path, bytes)) {
-    SetGameFileError("The file " + path + " could not be written.");
+  std::string reason;
+  if (!WriteWholeFile(path, bytes, &reason)) {
+    SetGameFileError("The file " + SystemPath(path) + " could not be written: " + reason + ".");
   }
 }
 

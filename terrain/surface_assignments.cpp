@@ -74,6 +74,11 @@ void AssignAllTiles() {
 
 void ClearAssignments() { Replace({}); }
 
+void ChooseTextureSetForLevel() {
+  levelTextures.textureSetChosen = true;
+  editor.levelModified = true;
+}
+
 std::string DescribeAssignments() {
   std::string names;
   int count = 0;
@@ -88,13 +93,14 @@ std::string DescribeAssignments() {
 
 AssignmentSnapshot TakeAssignmentSnapshot() {
   return {levelTextures.SurfaceAssigned, modConfig.TexOffsetX, modConfig.TexOffsetY,
-          editor.levelModified};
+          levelTextures.textureSetChosen, editor.levelModified};
 }
 
 void RestoreAssignments(const AssignmentSnapshot& snapshot) {
   levelTextures.SurfaceAssigned = snapshot.assigned;
   modConfig.TexOffsetX = snapshot.TexOffsetX;
   modConfig.TexOffsetY = snapshot.TexOffsetY;
+  levelTextures.textureSetChosen = snapshot.textureSetChosen;
   editor.levelModified = snapshot.levelModified;
 }
 

@@ -31,13 +31,16 @@ bool ToggleAssignment(int column, int row);
 void AssignAllTiles();
 // No tile, with offsets 0.
 void ClearAssignments();
+// The level gets the detail and environment textures of the current texture set when it is saved.
+void ChooseTextureSetForLevel();
 // "2 tiles assigned: 1x1, 1x2".
 std::string DescribeAssignments();
 
-// The table and its offsets at one moment, to go back to.
+// The table, its offsets and the choice of a set at one moment, to go back to.
 struct AssignmentSnapshot {
   decltype(LevelTextures::SurfaceAssigned) assigned;
   std::int32_t TexOffsetX = 0, TexOffsetY = 0;
+  bool textureSetChosen = false;
   bool levelModified = false;
 };
 AssignmentSnapshot TakeAssignmentSnapshot();

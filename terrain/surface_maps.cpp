@@ -12,6 +12,7 @@
 #include "data/image.h"
 #include "data/mod_config.h"
 #include "data/textures.h"
+#include "platform/disk.h"
 #include "platform/prompts.h"
 #include "terrain/dds_writer.h"
 #include "terrain/level_textures.h"
@@ -46,7 +47,7 @@ void GivePicturesTo(const SurfacePlugin& plugin,
 }
 
 void NoteFailure(bool written, const std::string& path) {
-  if (!written) SetGameFileError("The file " + path + " could not be written.");
+  if (!written) SetGameFileError("The file " + SystemPath(path) + " could not be written.");
 }
 
 void PaintTile(const SurfacePlugin& plugin, const TileIndex& tile,

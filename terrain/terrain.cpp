@@ -7,9 +7,11 @@
 #include "core/camera.h"
 #include "core/editor_state.h"
 #include "core/hooks.h"
+#include "core/little_endian.h"
 #include "core/mini_map_picture.h"
 #include "core/text.h"
 #include "data/game_file.h"
+#include "data/level_map.h"
 #include "data/mod_config.h"
 #include "terrain/height_image.h"
 #include "terrain/terrain_render.h"
@@ -21,7 +23,6 @@ float CellSize = 1;
 int TilesPerSide = 0;
 SelectionBox selectionBox;
 std::vector<std::uint8_t> heightBuffer;
-std::size_t heightBufferFilled = 0;
 
 namespace {
 
@@ -43,6 +44,14 @@ void PaintMiniMap(std::span<const std::uint8_t> image) {
       SetMiniMapPixel(x, y,
                       upper < image.size() ? image[upper] : MiniMapGrey(terrain->grid[i][j].h));
     }
+  }
+}
+
+// Makes the samples of the height buffer flat that the gap holds, wholly or in part.
+void FlattenSamples(const MemberGap& gap) {
+  constexpr auto kFlatSample = static_cast<std::uint16_t>(kFlatHeight * kStoredPerUnit);
+  for (std::size_t at = gap.begin / 2 * 2; at < gap.end; at += 2) {
+    StoreU16(heightBuffer, at, kFlatSample);
   }
 }
 
@@ -89,24 +98,20 @@ void InitGrid() {
 
 bool LoadHeightBuffer() {
   heightBuffer.clear();
-  heightBufferFilled = 0;
   if (!HasUsableSize()) return false;
-  auto bytes = LoadGameFileBytes(HeightmapPath(), HeightImageBytes(modConfig.MaterialSize),
-                                 &heightBufferFilled);
-  if (!bytes) {
-    heightBufferFilled = 0;
-    return false;
-  }
-  heightBuffer = std::move(*bytes);
+  const auto side = static_cast<std::size_t>(modConfig.MaterialSize);
+  auto map = LoadLevelMap(LevelPart::HeightMap, HeightmapPath(), side,
+                          HeightImageBytes(modConfig.MaterialSize) / side);
+  if (!map) return false;
+  heightBuffer = std::move(map->data);
+  for (const MemberGap& gap : map->gaps) FlattenSamples(gap);
   return true;
 }
 
 void LoadHeightsFromBuffer() {
   if (!HasUsableTerrain()) return;
-  const std::span image =
-      std::span(heightBuffer).first(std::min(heightBufferFilled, heightBuffer.size()));
-  ImageToHeights(image, modConfig.MaterialSize, *terrain);
-  PaintMiniMap(image);
+  ImageToHeights(heightBuffer, modConfig.MaterialSize, *terrain);
+  PaintMiniMap(heightBuffer);
   MarkAllTerrainChanged();
   hooks.invalidateMiniMap();
 }
@@ -124,6 +129,10 @@ void ShowOnMiniMap(int i, int j) {
   if (block > 0) SetMiniMapPixel(i / block, j / block, MiniMapGrey(terrain->grid[i][j].h));
 }
 
+void ShowAllOnMiniMap() {
+  if (HasUsableTerrain()) PaintMiniMap({});
+}
+
 float AverageOfNeighbours(int i, int j) {
   const auto& grid = terrain->grid;
   float sum = 0;
@@ -139,7 +148,6 @@ float AverageOfNeighbours(int i, int j) {
 bool StoreHeightsInBuffer() {
   if (!HasUsableTerrain()) return false;
   heightBuffer.resize(HeightImageBytes(modConfig.MaterialSize));
-  heightBufferFilled = heightBuffer.size();
   HeightsToImage(*terrain, modConfig.MaterialSize, heightBuffer);
   return true;
 }
@@ -152,7 +160,7 @@ float HeightAt(float x, float z) {
   const auto [i, j] = CellOf(static_cast<float>(modConfig.WorldSize) - x, z);
   if (!HasUsableTerrain()) return 0;
   if (i < 0 || j < 0 || i >= modConfig.MaterialSize || j >= modConfig.MaterialSize) return 0;
-  return modConfig.HeightScale * terrain->grid[i][j].h;
+  return modConfig.HeightScale * DrawnHeight(i, j);
 }
 
 Cell CellOf(float x, float z) { return {WholeCell(x), WholeCell(z)}; }

@@ -56,7 +56,7 @@ struct Terrain {
   std::int32_t brushSize = 1;    // cells
   float power = 3.0f;            // height units per second
   float flattenHeight = 127.0f;  // height units
-  std::uint8_t flattenSampled = 0, flattenActive = 0;
+  std::uint8_t flattenSampled = 0;
   std::uint8_t autoSmoothing = 1;
   float smoothingRange = 6.0f;  // cells
   std::int32_t roadPointCount = 0;
@@ -79,10 +79,9 @@ struct SelectionBox {
 };
 extern SelectionBox selectionBox;
 
-// The raw file image of heightmap.raw, 2 bytes per sample, and how much of it came from the file
-// (the grid keeps its flat height where the file ended early).
+// The raw file image of heightmap.raw, 2 bytes per sample; flat where the file cannot be read or
+// ends early.
 extern std::vector<std::uint8_t> heightBuffer;
-extern std::size_t heightBufferFilled;  // bytes
 
 void CreateTerrain();
 void DestroyTerrain();
@@ -96,14 +95,16 @@ bool HasUsableSize();
 // kMaxMaterialSize.
 void InitGrid();
 // Reads "%s\heightmap.raw" of the level folder into the height buffer. False when no archive holds
-// it (a message was shown; the buffer is then empty).
+// it: the buffer is then empty. What is wrong with it is noted in the load report.
 bool LoadHeightBuffer();
-// Height buffer to grid; samples that the file lacked keep their height. Repaints the Mini-Map.
+// Height buffer to grid; samples that the buffer lacks keep their height. Repaints the Mini-Map.
 void LoadHeightsFromBuffer();
 // Clamps to 0 ... 256, stores, updates the Mini-Map picture and marks the vertex for redrawing.
 void SetHeight(int i, int j, float h);
 // Gives the vertex its pixel in the Mini-Map picture; who edits repaints the Mini-Map when done.
 void ShowOnMiniMap(int i, int j);
+// The same for all of them.
+void ShowAllOnMiniMap();
 // Mean height of the up to four neighbours that carry data.
 float AverageOfNeighbours(int i, int j);
 // Grid to height buffer: trunc(h x 256), limited to 0 ... 65535, low byte first. False when there
@@ -111,7 +112,8 @@ float AverageOfNeighbours(int i, int j);
 bool StoreHeightsInBuffer();
 // Writes "%s\heightmap.raw" of the level folder from the grid.
 void SaveHeightmap();
-// World height under a position in level coordinates (x mirrored against the view); 0 outside.
+// World height under a position in level coordinates (x mirrored against the view), of the corner
+// of its cell as it is drawn; 0 outside.
 float HeightAt(float x, float z);
 struct Cell {
   int i = 0, j = 0;

@@ -63,16 +63,40 @@ std::size_t CellIndex(int i, int j) {
 
 float WorldHeight(int i, int j) { return DrawnHeight(i, j) * modConfig.HeightScale; }
 
+// 1 where the ground is level, darker with the sine of its slope, so that gentle slopes show, too.
+float ReliefShade(int i, int j) {
+  constexpr float kDarkest = 0.35f;
+  const int size = buffers.shape.size;
+  const auto slope = [](float rise, int cells) {
+    return rise / (static_cast<float>(cells) * CellSize);
+  };
+  const int i0 = std::max(i - 1, 0), i1 = std::min(i + 1, size);
+  const int j0 = std::max(j - 1, 0), j1 = std::min(j + 1, size);
+  const float across = slope(WorldHeight(i1, j) - WorldHeight(i0, j), i1 - i0);
+  const float along = slope(WorldHeight(i, j1) - WorldHeight(i, j0), j1 - j0);
+  const float squared = across * across + along * along;
+  return 1 - (1 - kDarkest) * std::sqrt(squared / (1 + squared));
+}
+
+ByteColour VertexColour(int i, int j) {
+  const CellColours& colours = buffers.shape.colours;
+  ByteColour colour = IsSteepCell(i, j) ? colours.steep : colours.ground;
+  if (!colours.relief) return colour;
+  const float shade = ReliefShade(i, j);
+  for (std::size_t channel = 0; channel < 3; ++channel) {
+    colour[channel] = static_cast<std::uint8_t>(static_cast<float>(colour[channel]) * shade + 0.5f);
+  }
+  return colour;
+}
+
 VertexPair MakeVertexPair(int i, int j) {
   const auto size = static_cast<float>(buffers.shape.size);
   const auto tiles = static_cast<float>(TilesPerSide);
   const TerrainVertex& vertex = terrain->grid[i][j];
-  const CellColours& colours = buffers.shape.colours;
   const float y = WorldHeight(i, j);
   const float s = (size - static_cast<float>(i)) / size * tiles;
   const float t = static_cast<float>(j) / size * tiles;
-  const ByteColour colour = IsSteepCell(i, j) ? colours.steep : colours.ground;
-  return {DrawnVertex{vertex.x, y, vertex.z, s, t, colour},
+  return {DrawnVertex{vertex.x, y, vertex.z, s, t, VertexColour(i, j)},
           DrawnVertex{vertex.x, y + kGridRaise, vertex.z, s, t, {}}};
 }
 
@@ -139,6 +163,8 @@ void ForgetChanges() {
 
 void MarkTerrainChanged(int i0, int j0, int i1, int j1) {
   const int size = modConfig.MaterialSize;
+  // The slopes of a relief reach to all sides.
+  if (buffers.shape.colours.relief) --i0, ++j1;
   // The next row and the column before have cells whose edges end here.
   MarkVertices(i0, j0 - 1, i1 + 1, j1);
   // So have the cells on the other side of a seam, where the heights are drawn a second time.

@@ -11,10 +11,11 @@ namespace mw {
 using ByteColour = std::array<std::uint8_t, 4>;  // red, green, blue, alpha
 
 // The colours that the vertices carry: that of vertex (i, j) is the colour of the cell with this
-// corner.
+// corner, or in a relief of the ground around the vertex.
 struct CellColours {
   ByteColour ground{255, 255, 255, 255};
   ByteColour steep = ground;
+  bool relief = false;  // both the darker the steeper the ground is
   friend bool operator==(const CellColours&, const CellColours&) = default;
 };
 

@@ -32,7 +32,8 @@ struct CellScene {
   ViewSquare square;
   unsigned terrainVersion = 0;
   bool textured = false, grid = false, showSteep = false;
-  Colour textureColour{};  // multiplies the textures
+  bool relief = false;     // the vertices' colours multiply the textures
+  Colour textureColour{};  // multiplies them otherwise
   // What covers each block of 64 x 64 cells in the square, counted from row 1 and column 0.
   std::array<std::array<CellLayer, kMaxTileBlocks>, kMaxTileBlocks> blocks{};
   std::vector<Cell> brush;
@@ -57,8 +58,9 @@ CellLayer LayerOfBlock(int rowBlock, int columnBlock) {
   // Offsets come from the level's scripts and may be of any size.
   const auto row = std::int64_t{blockRow} - modConfig.TexOffsetX;
   const auto column = std::int64_t{columnBlock} - modConfig.TexOffsetY;
-  CellLayer layer{
-      .texture = sharedTextures.noSurface, .ownColour = true, .colour = wanted.textureColour};
+  CellLayer layer{.texture = sharedTextures.noSurface,
+                  .ownColour = !wanted.relief,
+                  .colour = wanted.textureColour};
   if (row < 0 || column < 0 || row >= kMaxTiles || column >= kMaxTiles) return layer;
   const SurfaceTile& tile =
       levelTextures.tiles[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
@@ -115,12 +117,24 @@ void ChooseVisibleCells() {
   }
 }
 
+bool ShowsRelief() { return editor.ShowTextures && editor.ReliefShading; }
+
+// The colours of cells that have no texture, or those that multiply it.
+CellColours ColoursOfCells(const CellColours& untextured, const Colour& textureColour) {
+  if (!ShowsRelief()) return untextured;
+  ByteColour colour;
+  std::transform(textureColour.begin(), textureColour.end(), colour.begin(),
+                 [](float channel) { return static_cast<std::uint8_t>(channel * 255.0f + 0.5f); });
+  return {.ground = colour, .steep = colour, .relief = true};
+}
+
 // Describes the frame as far as all modes have it in common.
 void DescribeScene(const Colour& textureColour) {
   wanted.frustum = camera.frustum;
   wanted.square = viewSquare;
   wanted.terrainVersion = TerrainBufferVersion();
   wanted.textured = editor.ShowTextures;
+  wanted.relief = ShowsRelief();
   wanted.grid = editor.ShowGrid;
   wanted.showSteep = false;
   wanted.textureColour = textureColour;
@@ -144,7 +158,7 @@ void DrawScene() {
 }  // namespace
 
 void DrawTerrainCells() {
-  if (!SyncTerrainBuffers({kGrey, kOrange})) return;
+  if (!SyncTerrainBuffers(ColoursOfCells({kGrey, kOrange}, TerrainBaseColour()))) return;
   DescribeScene(TerrainBaseColour());
   wanted.showSteep = !editor.ShowTextures;
   wanted.brush.assign(BrushCells().begin(), BrushCells().end());
@@ -154,7 +168,7 @@ void DrawTerrainCells() {
 }
 
 void RenderPlainTerrain() {
-  if (!SyncTerrainBuffers({kGrey, kGrey})) return;
+  if (!SyncTerrainBuffers(ColoursOfCells({kGrey, kGrey}, kWhite))) return;
   DescribeScene(kWhite);
   DrawScene();
 }

@@ -1,8 +1,7 @@
 #include <vector>
 
 #include "core/editor_state.h"
-#include "core/hooks.h"
-#include "terrain/point_selection.h"
+#include "terrain/brush_way.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/terrain_render.h"
@@ -13,17 +12,7 @@ namespace {
 
 std::vector<Cell> brushCells;
 
-void SelectPickedVertex(int i, int j) {
-  TerrainVertex& vertex = terrain->grid[i][j];
-  const float half = CellSize / 2;
-  if (!pick.pending || !IsWithin(vertex.x, pick.x - half, pick.x + half) ||
-      !IsWithin(vertex.z, pick.z - half, pick.z + half))
-    return;
-  vertex.selected = editor.ctrlHeld || !vertex.selected;
-  GrowSelectionBox(i, j);
-  ComputeSmoothingWeights();
-  pick.pending = false;
-}
+bool IsSampling() { return !terrain->flattenSampled || editor.ctrlHeld; }
 
 // Takes the height of the cell under the cursor.
 void SampleHeight(int i, int j) {
@@ -36,40 +25,45 @@ void SampleHeight(int i, int j) {
   brushCells.push_back({i, j});
 }
 
+void ShowFlattenBrush(int i, int j) {
+  const TerrainVertex& vertex = terrain->grid[i][j];
+  const auto size = static_cast<float>(terrain->brushSize);
+  const float outer = (size + 1) * CellSize, inner = size * CellSize;
+  if (IsWithin(vertex.x, pick.x - inner, pick.x + outer) &&
+      IsWithin(vertex.z, pick.z - outer, pick.z + inner))
+    brushCells.push_back({i, j});
+}
+
 void LevelVertex(int i, int j) {
   terrain->grid[i][j].h = terrain->flattenHeight;
   MarkTerrainChanged(i, j, i, j);
   ShowOnMiniMap(i, j);
-  editor.levelModified = true;
-  hooks.invalidateMiniMap();
-}
-
-void FlattenVertex(int i, int j) {
-  const TerrainVertex& vertex = terrain->grid[i][j];
-  const auto size = static_cast<float>(terrain->brushSize);
-  const float outer = (size + 1) * CellSize, inner = size * CellSize;
-  if (!IsWithin(vertex.x, pick.x - outer, pick.x + outer) ||
-      !IsWithin(vertex.z, pick.z - outer, pick.z + outer))
-    return;
-  if (terrain->flattenActive && vertex.h != terrain->flattenHeight) LevelVertex(i, j);
-  if (vertex.x > pick.x - inner && vertex.z <= pick.z + inner) brushCells.push_back({i, j});
-}
-
-void SampleOrFlatten(int i, int j) {
-  if (!terrain->flattenSampled || editor.ctrlHeld)
-    SampleHeight(i, j);
-  else
-    FlattenVertex(i, j);
 }
 
 }  // namespace
 
-void ApplyTerrainEffects() {
+void UpdateFlattenBrush() {
   brushCells.clear();
-  if (!terrain) return;
-  if (pick.pending) ForVisibleCellsAround(pick.x, pick.z, 2, SelectPickedVertex);
-  if (terrain->tool == TerrainTool::Flatten)
-    ForVisibleCellsAround(pick.x, pick.z, terrain->brushSize + 2, SampleOrFlatten);
+  if (!terrain || terrain->tool != TerrainTool::Flatten || pick.missed) return;
+  const auto act = IsSampling() ? SampleHeight : ShowFlattenBrush;
+  ForVisibleCellsAround(pick.x, pick.z, terrain->brushSize + 2, act);
+}
+
+bool FlattenAlong(const BrushWay& way) {
+  if (IsSampling()) UpdateFlattenBrush();
+  if (IsSampling()) return false;
+  bool changed = false;
+  const float outer = static_cast<float>(terrain->brushSize + 1) * CellSize;
+  ForVerticesAlong(way, terrain->brushSize + 2, [&](int i, int j) {
+    const TerrainVertex& vertex = terrain->grid[i][j];
+    if (vertex.h != terrain->flattenHeight &&
+        Reaches(way, {vertex.x - outer, vertex.x + outer}, {vertex.z - outer, vertex.z + outer}) &&
+        IsDrawnCell(i, j)) {
+      LevelVertex(i, j);
+      changed = true;
+    }
+  });
+  return changed;
 }
 
 std::span<const Cell> BrushCells() { return brushCells; }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <numbers>
 #include <vector>
 
 #include "core/camera.h"
@@ -21,6 +22,11 @@ constexpr float kMarkerHeight = 0.4f, kRoadPostHeight = 10.0f;                  
 constexpr float kMarkerWidth = 10.0f, kRoadPostWidth = 20.0f, kSphereWidth = 2.0f;  // pixels
 constexpr float kMarkerDot = 4.0f;                                                  // pixels
 constexpr int kSphereSlices = 8, kSphereStacks = 4;
+constexpr float kOutlineWidth = 2.0f;  // pixels
+constexpr float kOutlineRaise = 0.1f;  // world units above the ground
+// What nears a line to the camera in the depth buffer, so that ground that bends between two of its
+// points does not cover it.
+constexpr double kOutlineDepth = 0.9999;
 
 using MarkColour = std::array<std::uint8_t, 4>;
 
@@ -78,9 +84,42 @@ void DrawMarkVertices() {
   glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
 
+// Calls act for first ... last, ending with those next to the middle.
+template <typename Act>
+void ForEachInwards(int first, int last, int middle, Act act) {
+  for (int k = first; k < std::min(middle, last + 1); ++k) act(k);
+  for (int k = last; k >= std::max(middle, first); --k) act(k);
+}
+
 bool SameUnit(float a, float b) { return std::trunc(a) == std::trunc(b); }
 
 void Vertex(const Vector3& point) { glVertex3f(point.x, point.y, point.z); }
+
+// Height of the drawn ground at a position on the level, in world units.
+float GroundHeight(float x, float z) {
+  const int last = modConfig.MaterialSize - 1;
+  const Cell cell = CellOf(x, z);
+  const int i = std::clamp(cell.i, 0, last), j = std::clamp(cell.j, 0, last);
+  const float across = std::clamp(x / CellSize - static_cast<float>(i), 0.0f, 1.0f);
+  const float along = std::clamp(z / CellSize - static_cast<float>(j), 0.0f, 1.0f);
+  const float here = std::lerp(DrawnHeight(i, j), DrawnHeight(i, j + 1), along);
+  const float next = std::lerp(DrawnHeight(i + 1, j), DrawnHeight(i + 1, j + 1), along);
+  return std::lerp(here, next, across) * modConfig.HeightScale;
+}
+
+float BrushRadius() { return static_cast<float>(terrain->brushSize) * CellSize; }
+
+// Not where the cursor shows the sky, or has not shown anything yet.
+bool IsPickOnGround() { return std::abs(pick.y - GroundHeight(pick.x, pick.z)) <= BrushRadius(); }
+
+// A point of the brush's edge; where that leaves the level it follows the border.
+void OutlineVertex(float angle) {
+  const float radius = BrushRadius();
+  const auto world = static_cast<float>(modConfig.WorldSize);
+  const float x = std::clamp(pick.x + radius * std::cos(angle), 0.0f, world);
+  const float z = std::clamp(pick.z + radius * std::sin(angle), 0.0f, world);
+  glVertex3f(x, GroundHeight(x, z) + kOutlineRaise, z);
+}
 
 Vector3 RoadPostFoot(const RoadPoint& point) {
   return {point.x, point.h * modConfig.HeightScale, point.z};
@@ -92,20 +131,24 @@ Vector3 RoadPostTop(const RoadPoint& point) {
 
 }  // namespace
 
+// As they leave no depth, those nearer to the camera come after those behind them.
 void DrawPointMarkers(const CellMap& cells) {
   const ViewSquare& square = cells.Square();
+  const Cell middle = CellOf(camera.position.x, camera.position.z);
   store.vertices.clear();
-  for (int i = square.ViewRowEnd; i > square.ViewRowStart; --i) {
-    for (int j = square.ViewColStart; j < square.ViewColEnd; ++j) {
+  ForEachInwards(square.ViewRowStart + 1, square.ViewRowEnd, middle.i, [&](int i) {
+    ForEachInwards(square.ViewColStart, square.ViewColEnd - 1, middle.j, [&](int j) {
       if (cells.At(i, j) != 0) AddMarker(terrain->grid[i][j]);
-    }
-  }
+    });
+  });
   if (store.vertices.empty()) return;
   glLineWidth(kMarkerWidth);
+  glDepthMask(GL_FALSE);
   DrawMarkVertices();
+  glDepthMask(GL_TRUE);
 }
 
-// Leaves the depth of the ground: under its own lines, too, the brush follows the cursor over it.
+// Leaves no depth, as all marks.
 void DrawBrushSphere() {
   if (SameUnit(camera.position.x, pick.x) || SameUnit(camera.position.y, pick.y) ||
       SameUnit(camera.position.z, pick.z))
@@ -118,9 +161,25 @@ void DrawBrushSphere() {
   glDepthMask(GL_FALSE);
   glPushMatrix();
   glTranslatef(pick.x, pick.y, pick.z);
-  gluSphere(store.sphere, static_cast<float>(terrain->brushSize) * CellSize, kSphereSlices,
-            kSphereStacks);
+  gluSphere(store.sphere, BrushRadius(), kSphereSlices, kSphereStacks);
   glPopMatrix();
+  glDepthMask(GL_TRUE);
+}
+
+// Like the sphere it leaves the depth of the ground.
+void DrawBrushOutline() {
+  if (!HasUsableTerrain() || !IsPickOnGround()) return;
+  constexpr int kPointsPerCell = 8;  // of the radius: more than one for each cell that it crosses
+  const int points = kPointsPerCell * std::max(terrain->brushSize, 2);
+  const float step = 2 * std::numbers::pi_v<float> / static_cast<float>(points);
+  glLineWidth(kOutlineWidth);
+  glColor4f(1, 1, 0, 1);
+  glDepthMask(GL_FALSE);
+  glDepthRange(0, kOutlineDepth);
+  glBegin(GL_LINE_LOOP);
+  for (int k = 0; k < points; ++k) OutlineVertex(static_cast<float>(k) * step);
+  glEnd();
+  glDepthRange(0, 1);
   glDepthMask(GL_TRUE);
 }
 
@@ -128,6 +187,7 @@ void DrawRoadPosts() {
   const int count = std::clamp(terrain->roadPointCount, 0, kMaxRoadPoints);
   glLineWidth(kRoadPostWidth);
   glColor4f(1, 0, 1, 1);
+  glDepthMask(GL_FALSE);
   glBegin(GL_LINES);
   for (int k = 0; k < count; ++k) {
     const RoadPoint& point = terrain->roadPoints[static_cast<std::size_t>(k)];
@@ -138,6 +198,7 @@ void DrawRoadPosts() {
     Vertex(RoadPostTop(point));
   }
   glEnd();
+  glDepthMask(GL_TRUE);
 }
 
 void ReleaseTerrainMarks() {

@@ -4,7 +4,9 @@
 
 #include <array>
 #include <span>
+#include <vector>
 
+#include "terrain/brush_way.h"
 #include "terrain/cell_draw_list.h"
 #include "terrain/terrain.h"
 
@@ -13,9 +15,12 @@ namespace mw {
 // Red, green, blue, alpha, 0 ... 1.
 const std::array<float, 4>& TerrainBaseColour();
 
-// Lets a pending pick and the Flatten tool act on the cells around the pick point, where those are
-// drawn. Remembers which cells lie in the brush.
-void ApplyTerrainEffects();
+// Finds the cells in the brush of the Flatten tool at the pick point, where those are drawn; it
+// takes the height of the one under the cursor when it has none yet, and while Ctrl is held.
+void UpdateFlattenBrush();
+// The Flatten tool levels a square of the cells that are drawn, at each place of its way. False
+// when nothing was to be levelled.
+bool FlattenAlong(const BrushWay& way);
 std::span<const Cell> BrushCells();
 // Red once a height was sampled, blue before and while Ctrl samples anew.
 std::array<float, 4> BrushColour();
@@ -26,13 +31,16 @@ void DrawTerrainCells();
 void DrawPointMarkers(const CellMap& cells);
 // The sphere around the pick point of the sculpting tools.
 void DrawBrushSphere();
+// The brush's edge on the ground around the pick point, of the same tools.
+void DrawBrushOutline();
 // A post at every pending road point, and the lines between their tops.
 void DrawRoadPosts();
 
-// Paints while the button is held: acts on the visible cells in the brush of the Material Mapper,
-// which are then known.
-void ApplyMaterialBrush();
+// Finds the visible cells in the brush of the Material Mapper.
+void UpdateMaterialBrush();
 std::span<const Cell> MaterialBrushCells();
+// Hands over the cells that were painted since the last call.
+std::vector<Cell> TakePaintedCells();
 // The visible cells of the Material Mapper with their materials, brush and grid.
 void DrawMaterialCells();
 // The index that the lists know: materials above the last one show as "Default".

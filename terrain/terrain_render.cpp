@@ -16,7 +16,7 @@ namespace {
 constexpr float kWaterRepeats = 10.0f;       // of its texture across the world
 constexpr float kWaterScrollStep = 0.0004f;  // texture units per frame
 
-bool HasBrushSphere(TerrainTool tool) {
+bool HasRoundBrush(TerrainTool tool) {
   return tool == TerrainTool::Carving || tool == TerrainTool::Raising ||
          tool == TerrainTool::Smoothing;
 }
@@ -46,13 +46,16 @@ void ScrollWater() {
 void RenderTerrainMode() {
   if (!terrain) return;
   UpdateViewSquare();
-  ApplyTerrainEffects();
+  UpdateFlattenBrush();
   DrawTerrainCells();
   glColor4fv(TerrainBaseColour().data());
   glLineWidth(kGridLineWidth);
   if (editor.drawObjectsInMappers) hooks.drawStaticObjects();
-  RenderWater();
-  if (HasBrushSphere(terrain->tool)) DrawBrushSphere();
+  RenderWaterOverGround();
+  if (HasRoundBrush(terrain->tool) && !pick.missed) {
+    DrawBrushSphere();
+    DrawBrushOutline();
+  }
   if (terrain->tool == TerrainTool::Road) DrawRoadPosts();
   glLineWidth(1);
   glColor4f(1, 1, 1, 1);
@@ -70,6 +73,12 @@ void RenderWater() {
   glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
   glDisable(GL_TEXTURE_2D);
   ScrollWater();
+}
+
+void RenderWaterOverGround() {
+  glDepthMask(GL_FALSE);
+  RenderWater();
+  glDepthMask(GL_TRUE);
 }
 
 void ReleaseTerrainBuffers() {

@@ -15,11 +15,11 @@ struct ViewSquare {
 };
 extern ViewSquare viewSquare;
 
-// The point under the cursor in world units, and whether the next terrain pass selects the vertex
-// there.
+// The point of the ground under the cursor, in world units; `missed` when there is none, and the
+// point is that of an earlier place.
 struct PickState {
   float x = 0, y = 0, z = 0;
-  bool pending = false;
+  bool missed = false;
 };
 extern PickState pick;
 
@@ -35,6 +35,8 @@ void RenderTerrainMode();
 void RenderPlainTerrain();
 // The animated water plane at WaterLevel; advances its scroll.
 void RenderWater();
+// The same for the modes that work on the ground: what is drawn after it shows through it.
+void RenderWaterOverGround();
 
 // Vertices (rows i0 ... i1, columns j0 ... j1, inclusive) whose height changed: their part of the
 // buffers is written again before the next frame. SetHeight calls it.

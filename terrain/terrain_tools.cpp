@@ -7,6 +7,7 @@
 #include "core/hooks.h"
 #include "data/mod_config.h"
 #include "terrain/point_selection.h"
+#include "terrain/terrain_passes.h"
 #include "terrain/terrain_render.h"
 #include "terrain/world_point.h"
 
@@ -24,62 +25,27 @@ bool IsBrushInReach(Cell centre) {
          IsWithin(centre.j, 0, modConfig.MaterialSize);
 }
 
-bool IsInBrush(int i, int j) {
-  if (!IsWithin(i, 1, modConfig.MaterialSize) || !IsWithin(j, 0, modConfig.MaterialSize - 1))
-    return false;
-  const TerrainVertex& vertex = terrain->grid[i][j];
-  const float distance = std::hypot(vertex.x - pick.x, vertex.z - pick.z);
-  return std::trunc(distance) <= static_cast<float>(terrain->brushSize) * CellSize;
+// Calls act(i, j, share) for the vertices in the brush, with the share of the way that they are in
+// it. Distances count in whole units.
+template <typename Act>
+void ForBrushedVertices(const BrushWay& way, Act act) {
+  const float radius = static_cast<float>(terrain->brushSize) * CellSize + 1;
+  ForVerticesAlong(way, terrain->brushSize, [&](int i, int j) {
+    const TerrainVertex& vertex = terrain->grid[i][j];
+    const float share = ShareWithin(way, vertex.x, vertex.z, radius);
+    if (share > 0) act(i, j, share);
+  });
 }
 
-void BrushVertex(int i, int j) {
-  const float h = terrain->grid[i][j].h;
-  const float step = editor.frameSeconds * terrain->power;
-  switch (terrain->tool) {
-    case TerrainTool::Carving:
-      SetHeight(i, j, h - step);
-      break;
-    case TerrainTool::Raising:
-      SetHeight(i, j, h + step);
-      break;
-    case TerrainTool::Smoothing:
-      SetHeight(i, j, AverageOfNeighbours(i, j));
-      break;
-    case TerrainTool::Flatten:
-      terrain->flattenActive = 1;
-      break;
-    case TerrainTool::PointManipulation:
-    case TerrainTool::Road:
-      break;
-  }
+void RaiseAlong(const BrushWay& way, float change) {
+  ForBrushedVertices(way, [change](int i, int j, float share) {
+    SetHeight(i, j, terrain->grid[i][j].h + change * share);
+  });
 }
 
-// Smoothing reads what it has just written, so the order shows in the heights.
-void BrushAround(Cell centre) {
-  const int b = terrain->brushSize;
-  for (int j = centre.j - b; j <= centre.j + b + 1; ++j) {
-    for (int i = centre.i - b; i <= centre.i + b + 1; ++i) {
-      if (IsInBrush(i, j)) BrushVertex(i, j);
-    }
-  }
-}
-
-// How far time has run ahead of the strokes, and until when it was counted (milliseconds).
-struct BrushTime {
-  std::uint32_t ahead = 0, countedUntil = 0;
-};
-BrushTime brushTime;
-
-// Whether the time of one more stroke has gone by. What passed between two holds of the button is
-// worth one stroke at most.
-bool IsStrokeDue() {
-  constexpr float kPerSecond = 1000;
-  const auto stroke = static_cast<std::uint32_t>(std::lround(editor.frameSeconds * kPerSecond));
-  brushTime.ahead += std::min(editor.lastFrameTime - brushTime.countedUntil, stroke);
-  brushTime.countedUntil = editor.lastFrameTime;
-  if (brushTime.ahead < stroke) return false;
-  brushTime.ahead -= stroke;
-  return true;
+// Reads what it has just written, so the order shows in the heights.
+void SmoothAlong(const BrushWay& way) {
+  ForBrushedVertices(way, [](int i, int j, float) { SetHeight(i, j, AverageOfNeighbours(i, j)); });
 }
 
 }  // namespace
@@ -87,7 +53,6 @@ bool IsStrokeDue() {
 void SelectTool(TerrainTool tool) {
   if (!terrain) return;
   terrain->tool = tool;
-  terrain->flattenActive = 0;
   if (tool != TerrainTool::PointManipulation) ClearSelection();
   if (tool == TerrainTool::Road) terrain->roadPointCount = 0;
 }
@@ -116,27 +81,27 @@ bool UsesPower(TerrainTool tool) {
   return tool == TerrainTool::Carving || tool == TerrainTool::Raising;
 }
 
-void PickUnderCursor(int x, int y, bool markPending) {
-  const auto point = WorldPointUnderCursor(x, y);
-  if (!point) return;
-  pick = {point->x, point->y, point->z, pick.pending || markPending};
+bool IsBrush(TerrainTool tool) {
+  return tool != TerrainTool::PointManipulation && tool != TerrainTool::Road;
 }
 
-void ApplyBrush() {
+void PickUnderCursor(int x, int y) {
+  const auto point = GroundUnderCursor(x, y);
+  pick.missed = !point;
+  if (point) pick = {point->x, point->y, point->z, false};
+}
+
+void BrushAlong(const BrushWay& way, float seconds) {
   if (!terrain) return;
-  const Cell centre = CellOf(pick.x, pick.z);
-  if (!IsBrushInReach(centre)) return;
-  terrain->flattenActive = 0;
-  BrushAround(centre);
+  const Cell centre = CellOf(way.toX, way.toZ);
+  if (!IsBrush(terrain->tool) || !IsBrushInReach(centre)) return;
+  if (terrain->tool == TerrainTool::Carving) RaiseAlong(way, -seconds * terrain->power);
+  if (terrain->tool == TerrainTool::Raising) RaiseAlong(way, seconds * terrain->power);
+  if (terrain->tool == TerrainTool::Smoothing) SmoothAlong(way);
+  if (terrain->tool == TerrainTool::Flatten && !FlattenAlong(way)) return;
   editor.levelModified = true;
   pick.y = modConfig.HeightScale * terrain->grid[centre.i][centre.j].h;
   hooks.invalidateMiniMap();
-}
-
-void ApplyHeldBrush() {
-  if (!terrain) return;
-  if (UsesPower(terrain->tool) && !IsStrokeDue()) return;
-  ApplyBrush();
 }
 
 }  // namespace mw

@@ -1,7 +1,9 @@
 // The tools of the Terrain Mapper: which one is chosen and with what settings, the point under the
-// cursor, and the brush of the sculpting tools. The selected points are in point_selection.h.
+// cursor, and what the brush of the sculpting tools does. The held button is in brush_stroke.h, the
+// selected points are in point_selection.h.
 #pragma once
 
+#include "terrain/brush_way.h"
 #include "terrain/terrain.h"
 
 namespace mw {
@@ -22,15 +24,15 @@ void SetPower(int power);
 bool UsesBrushSize(TerrainTool tool);
 bool UsesPower(TerrainTool tool);
 
-// Makes the point of the ground under view pixel (x, y) the pick point; with markPending the next
-// terrain pass selects the vertex there. Nothing changes where the pixel shows no point.
-void PickUnderCursor(int x, int y, bool markPending);
+// The tools that act while the left button is held.
+bool IsBrush(TerrainTool tool);
 
-// One stroke of the brush at the pick point, as long as the current frame: Carving and Raising
-// change heights by frameSeconds x power, Smoothing levels, Flatten lets the terrain pass act.
-void ApplyBrush();
-// Once per frame while the left button is held: ApplyBrush, but never more frame seconds than have
-// gone by. (A frame counts as a hundredth of a second when it took less.)
-void ApplyHeldBrush();
+// Makes the point of the ground under view pixel (x, y) the pick point; where there is none the
+// pick counts as missed, and the tools rest.
+void PickUnderCursor(int x, int y);
+
+// One action of the brush on its way: Carving and Raising change heights by seconds x power, spread
+// over the way; Smoothing makes one pass, Flatten levels. Ends with the pick point on the ground.
+void BrushAlong(const BrushWay& way, float seconds);
 
 }  // namespace mw

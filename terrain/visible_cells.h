@@ -12,6 +12,13 @@ namespace mw {
 // low < value <= high.
 inline bool IsWithin(float value, float low, float high) { return low < value && value <= high; }
 
+// Whether the current frame draws the cell.
+inline bool IsDrawnCell(int i, int j) {
+  return i > viewSquare.ViewRowStart && i <= viewSquare.ViewRowEnd &&
+         j >= viewSquare.ViewColStart && j < viewSquare.ViewColEnd &&
+         CellMap::IsCornerVisible(i, j);
+}
+
 // Calls act(i, j) for the visible cells of the view square within `reach` cells of the world
 // position, in drawing order.
 template <typename Act>

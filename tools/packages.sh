@@ -2,7 +2,7 @@
 # benchmarks need, and how missing ones are installed.
 
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev libqt6opengl6-dev qt6-svg-dev liblzo2-dev
-  libstb-dev libgl-dev libglu1-mesa-dev fonts-dejavu-core)
+  libstb-dev libcli11-dev nlohmann-json3-dev libgl-dev libglu1-mesa-dev fonts-dejavu-core)
 display_packages=(xvfb xauth openbox xdotool imagemagick x11-utils libgl1-mesa-dri)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev libegl-dev clang-format-14 locales)
 fuzz_packages=(clang libclang-rt-14-dev)

@@ -41,9 +41,9 @@ QAction* MakeAction(const CommandSpec& spec, QMainWindow* window) {
   action->setProperty("controlId", static_cast<int>(spec.id));
   action->setIconText(PlainCaption(spec));
   if (!spec.toolTip.empty()) action->setToolTip(FromText(spec.toolTip));
-  action->setCheckable(spec.group != CommandGroup::None);
+  action->setCheckable(spec.isSwitch || spec.group != CommandGroup::None);
   // Where the check mark stands there is no room for an icon.
-  action->setIconVisibleInMenu(spec.group == CommandGroup::None);
+  action->setIconVisibleInMenu(!action->isCheckable());
   QObject::connect(action, &QAction::triggered, window, [id = spec.id] { RunCommand(id); });
   return action;
 }

@@ -4,11 +4,19 @@
 #include <QEvent>
 #include <QWidget>
 
+#include "app/status_reading.h"
+#include "platform/clock.h"
+
 namespace mw {
 
 FrameLoop::FrameLoop(QWidget* mainWindow, QWidget* view) : mainWindow_(mainWindow) {
   turns_.setInterval(0);
-  connect(&turns_, &QTimer::timeout, view, qOverload<>(&QWidget::repaint));
+  // Marked for painting, the view and all else in the window that has changed are painted and put
+  // on the screen together, once; painting it at once would do that twice.
+  connect(&turns_, &QTimer::timeout, view, [view] {
+    UpdateStatusReading(MillisecondsNow());
+    view->update();
+  });
   mainWindow->installEventFilter(this);
 }
 

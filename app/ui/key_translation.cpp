@@ -1,6 +1,7 @@
 #include "app/ui/key_translation.h"
 
 #include <QKeyEvent>
+#include <string_view>
 
 #include "app/keys.h"
 
@@ -19,6 +20,27 @@ int DigitBehindSign(const QKeyEvent& event) {
   if (code < kFirstDigit || code > kLastDigit) return kKeyNone;
   return '0' + static_cast<int>((code - kFirstDigit + 1) % 10);
 #endif
+}
+
+// Where the layout gives no Latin letter, a key counts as the letter that its place has on a Latin
+// keyboard.
+int LetterByPlace(const QKeyEvent& event) {
+#ifdef Q_OS_WIN
+  constexpr quint32 kTopRow = 16, kHomeRow = 30, kBottomRow = 44;
+#else
+  constexpr quint32 kTopRow = 24, kHomeRow = 38, kBottomRow = 52;
+#endif
+  struct Row {
+    quint32 firstCode;
+    std::string_view letters;
+  };
+  constexpr Row kRows[] = {
+      {kTopRow, "QWERTYUIOP"}, {kHomeRow, "ASDFGHJKL"}, {kBottomRow, "ZXCVBNM"}};
+  const quint32 code = event.nativeScanCode();
+  for (const auto& [firstCode, letters] : kRows) {
+    if (code >= firstCode && code - firstCode < letters.size()) return letters[code - firstCode];
+  }
+  return kKeyNone;
 }
 
 int TranslateKeypad(int key) {
@@ -44,6 +66,8 @@ int TranslateNamedKey(int key) {
       return kKeyPageUp;
     case Qt::Key_PageDown:
       return kKeyPageDown;
+    case Qt::Key_Home:
+      return kKeyHome;
     case Qt::Key_Left:
       return kKeyLeft;
     case Qt::Key_Up:
@@ -66,6 +90,7 @@ int TranslateKey(const QKeyEvent& event) {
   if (const int named = TranslateNamedKey(key)) return named;
   if (event.modifiers() & Qt::KeypadModifier) return TranslateKeypad(key);
   if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9)) return key;
+  if (const int letter = LetterByPlace(event)) return letter;
   return DigitBehindSign(event);
 }
 

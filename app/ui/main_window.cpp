@@ -11,6 +11,7 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
+#include "app/command_table.h"
 #include "app/commands.h"
 #include "app/ui/level_tree_panel.h"
 #include "app/ui/mini_map_window.h"
@@ -66,7 +67,8 @@ void MainWindow::BuildCentre() {
   layout->addWidget(modeToolbars_);
   layout->addWidget(view_, 1);
   centre->setStretchFactor(1, 1);
-  centre->setSizes({LevelTreePanel::kUsualWidth, kFirstSize.width()});
+  constexpr int kTreeWidth = LevelTreePanel::kUsualWidth;
+  centre->setSizes({kTreeWidth, kFirstSize.width() - kTreeWidth - kStripWidth});
   QSplitterHandle* const strip = centre->handle(1);
   strip->setObjectName("splitterStrip");
   strip->setProperty("controlId", 1087);
@@ -74,19 +76,25 @@ void MainWindow::BuildCentre() {
   setCentralWidget(centre);
 }
 
+QLabel* MainWindow::AddStatusLabel(const char* name, QSizePolicy::Policy width) {
+  auto* label = new QLabel(statusBar());
+  label->setObjectName(name);
+  label->setTextFormat(Qt::PlainText);
+  label->setSizePolicy(width, QSizePolicy::Preferred);
+  return label;
+}
+
 void MainWindow::BuildStatusBar() {
-  // Of the three parts the first has no width.
-  progressLabel_ = new QLabel(statusBar());
-  progressLabel_->setObjectName("statusProgress");
-  progressLabel_->setTextFormat(Qt::PlainText);
-  progressLabel_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  frameRateLabel_ = new QLabel(statusBar());
-  frameRateLabel_->setObjectName("statusFrameRate");
-  frameRateLabel_->setTextFormat(Qt::PlainText);
+  // The progress of work and what is under the cursor share what the frame rate leaves, whatever
+  // their texts.
+  progressLabel_ = AddStatusLabel("statusProgress", QSizePolicy::Ignored);
+  readingLabel_ = AddStatusLabel("statusReading", QSizePolicy::Ignored);
+  frameRateLabel_ = AddStatusLabel("statusFrameRate", QSizePolicy::Fixed);
   frameRateLabel_->setFixedWidth(kFrameRateWidth);
   statusBar()->setProperty("controlId", 4);
   statusBar()->setSizeGripEnabled(false);
   statusBar()->addWidget(progressLabel_, 1);
+  statusBar()->addWidget(readingLabel_, 1);
   statusBar()->addPermanentWidget(frameRateLabel_);
 }
 
@@ -98,6 +106,14 @@ void MainWindow::SetCommandChecked(CommandId id, bool checked) {
 void MainWindow::SetCommandEnabled(CommandId id, bool enabled) {
   QWidget* button = mainToolbar_->widgetForAction(actions_.Find(id));
   if (button) button->setEnabled(enabled);
+}
+
+void MainWindow::SetLevelOpen(bool open) {
+  for (const CommandSpec& spec : CommandTable()) {
+    if (NeedsLevel(spec.id)) actions_.Find(spec.id)->setEnabled(open);
+  }
+  modeToolbars_->setEnabled(open);
+  treePanel_->setEnabled(open);
 }
 
 void MainWindow::CloseForGood() {

@@ -25,6 +25,8 @@ class MainWindow : public QMainWindow {
   void SetCommandChecked(CommandId id, bool checked);
   // Of the command's button in the main toolbar; its menu entry is always there.
   void SetCommandEnabled(CommandId id, bool enabled);
+  // Enables the commands, tools and trees that work on a level.
+  void SetLevelOpen(bool open);
 
   ViewWidget* view() const { return view_; }
   MiniMapWindow* miniMap() const { return miniMap_; }
@@ -32,6 +34,7 @@ class MainWindow : public QMainWindow {
   ModeToolbars* modeToolbars() const { return modeToolbars_; }
   QToolBar* mainToolbar() const { return mainToolbar_; }
   QLabel* progressLabel() const { return progressLabel_; }
+  QLabel* readingLabel() const { return readingLabel_; }
   QLabel* frameRateLabel() const { return frameRateLabel_; }
 
  protected:
@@ -43,6 +46,7 @@ class MainWindow : public QMainWindow {
  private:
   void BuildToolbar();
   void BuildCentre();
+  QLabel* AddStatusLabel(const char* name, QSizePolicy::Policy width);
   void BuildStatusBar();
 
   CommandActions actions_;
@@ -51,7 +55,7 @@ class MainWindow : public QMainWindow {
   ModeToolbars* modeToolbars_ = nullptr;
   ViewWidget* view_ = nullptr;
   MiniMapWindow* miniMap_ = nullptr;
-  QLabel *progressLabel_ = nullptr, *frameRateLabel_ = nullptr;
+  QLabel *progressLabel_ = nullptr, *readingLabel_ = nullptr, *frameRateLabel_ = nullptr;
 };
 
 }  // namespace mw

@@ -4,6 +4,8 @@
 #include "app/operations.h"
 #include "app/shell.h"
 #include "app/ui/main_window.h"
+#include "platform/clock.h"
+#include "terrain/brush_stroke.h"
 #include "terrain/material_map.h"
 #include "terrain/material_mapper.h"
 #include "terrain/point_selection.h"
@@ -17,8 +19,17 @@ namespace mw {
 
 void ConnectTerrainTools(TerrainToolbar& toolbar) {
   operations.pickUnderCursor = PickUnderCursor;
-  // The brush is where the last mouse move picked, whatever has been raised there since.
-  operations.applyTerrainTool = [](int, int) { ApplyHeldBrush(); };
+  operations.pressBrush = [] { PressBrush(MillisecondsNow()); };
+  operations.moveBrush = MoveBrush;
+  operations.holdBrush = [] { HoldBrush(MillisecondsNow()); };
+  operations.releaseBrush = [] { ReleaseBrush(MillisecondsNow()); };
+  operations.liftBrush = [] {
+    LiftBrush();
+    LiftMaterialBrush();
+  };
+  operations.toggleVertex = ToggleVertexUnderCursor;
+  operations.startSelecting = StartSelecting;
+  operations.selectOnTheWay = SelectOnTheWayTo;
   operations.moveSelection = MoveSelection;
   operations.clearSelection = ClearSelection;
   operations.selectRectangle = SelectRectangle;
@@ -32,7 +43,8 @@ void ConnectTerrainTools(TerrainToolbar& toolbar) {
 void ConnectMaterialTools(MaterialToolbar& toolbar) {
   operations.renderMaterialMode = RenderMaterialMode;
   operations.pickMaterialPoint = PickMaterialPoint;
-  operations.setPainting = SetPainting;
+  operations.startPainting = StartPainting;
+  operations.stopPainting = StopPainting;
   operations.setMaterialBrushSize = [&toolbar](int size) { toolbar.ChooseBrushSize(size); };
   operations.currentMaterial = [] {
     return materialMapper ? static_cast<int>(materialMapper->currentMaterial) : 0;

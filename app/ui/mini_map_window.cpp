@@ -1,31 +1,30 @@
 #include "app/ui/mini_map_window.h"
 
+#include <QEvent>
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
+#include <cstring>
 
 #include "app/mini_map.h"
 
 namespace mw {
+namespace {
 
-// The picture, one pixel of the height field per pixel of the widget.
+constexpr int kTitleHeight = 18, kBorder = 1;
+constexpr QPoint kFirstPlace(6, 6);  // in the view
+
+// The place of the picture, one pixel of the height field per pixel of the widget.
 class MiniMapPictureWidget : public QWidget {
  public:
   explicit MiniMapPictureWidget(QWidget* parent) : QWidget(parent) {
     setObjectName("miniMapPicture");
     setAccessibleName("Mini-Map");
     setFixedSize(kMiniMapSize, kMiniMapSize);
-    setAttribute(Qt::WA_OpaquePaintEvent);
   }
 
  protected:
-  void paintEvent(QPaintEvent*) override {
-    PaintMiniMap(pixels_);
-    const QImage image(pixels_.data(), kMiniMapSize, kMiniMapSize, kMiniMapSize * 3,
-                       QImage::Format_RGB888);
-    QPainter(this).drawImage(rect(), image);
-  }
   void mousePressEvent(QMouseEvent* event) override { MoveCamera(*event); }
   void mouseMoveEvent(QMouseEvent* event) override { MoveCamera(*event); }
 
@@ -35,14 +34,16 @@ class MiniMapPictureWidget : public QWidget {
     const QPoint pixel = event.position().toPoint();
     MoveCameraToMiniMapPixel(pixel.x(), pixel.y());
   }
-
-  MiniMapPixels pixels_{};
 };
 
-namespace {
-
-constexpr int kTitleHeight = 18, kBorder = 1;
-constexpr QPoint kFirstPlace(6, 6);  // in the view
+std::vector<std::uint8_t> PackedPixels(const QImage& image) {
+  const auto rowBytes = static_cast<std::size_t>(image.width()) * 3;
+  std::vector<std::uint8_t> pixels(rowBytes * static_cast<std::size_t>(image.height()));
+  for (int y = 0; y < image.height(); ++y) {
+    std::memcpy(&pixels[static_cast<std::size_t>(y) * rowBytes], image.constScanLine(y), rowBytes);
+  }
+  return pixels;
+}
 
 }  // namespace
 
@@ -53,32 +54,51 @@ MiniMapWindow::MiniMapWindow(QWidget* view)
   setProperty("controlId", 159);
   setFixedSize(kMiniMapSize + 2 * kBorder, kMiniMapSize + kTitleHeight + 2 * kBorder);
   picture_->move(kBorder, kBorder + kTitleHeight);
-  // Opaque, so that its painting does not draw the level anew; and nothing that happens here
-  // reaches the view, which keeps the keyboard.
-  setAttribute(Qt::WA_OpaquePaintEvent);
+  // Nothing that happens here reaches the view, which keeps the keyboard.
   setAttribute(Qt::WA_NoMousePropagation);
   setFocusPolicy(Qt::NoFocus);
   setContextMenuPolicy(Qt::PreventContextMenu);
   setCursor(Qt::ArrowCursor);
   view->installEventFilter(this);
   move(kFirstPlace);
+  ShowLook();
 }
 
-void MiniMapWindow::Invalidate() { picture_->update(); }
+MiniMapWindow::~MiniMapWindow() { miniMapWindow = {}; }
 
 QRect MiniMapWindow::TitleBar() const {
   return QRect(kBorder, kBorder, width() - 2 * kBorder, kTitleHeight);
 }
 
-void MiniMapWindow::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
+void MiniMapWindow::ShowPlace() {
+  const QPoint place = (QPointF(pos()) * devicePixelRatioF()).toPoint();
+  miniMapWindow.left = place.x();
+  miniMapWindow.top = place.y();
+  parentWidget()->update();
+}
+
+void MiniMapWindow::ShowLook() {
+  const qreal ratio = devicePixelRatioF();
+  QImage image((QSizeF(size()) * ratio).toSize(), QImage::Format_RGB888);
+  image.setDevicePixelRatio(ratio);
+  QPainter painter(&image);
   painter.fillRect(rect(), palette().color(QPalette::Shadow));
   painter.fillRect(TitleBar(), palette().color(QPalette::Active, QPalette::Highlight));
-  QFont font = painter.font();
+  QFont font = this->font();
   font.setPixelSize(kTitleHeight - 6);
   painter.setFont(font);
   painter.setPen(palette().color(QPalette::Active, QPalette::HighlightedText));
   painter.drawText(TitleBar().adjusted(5, 0, 0, 0), Qt::AlignVCenter, windowTitle());
+  painter.end();
+  miniMapWindow.width = image.width();
+  miniMapWindow.height = image.height();
+  const QPoint picture = (QPointF(picture_->pos()) * ratio).toPoint();
+  miniMapWindow.pictureLeft = picture.x();
+  miniMapWindow.pictureTop = picture.y();
+  miniMapWindow.pictureSize = qRound(kMiniMapSize * ratio);
+  miniMapWindow.pixels = PackedPixels(image);
+  miniMapWindow.changed = true;
+  ShowPlace();
 }
 
 void MiniMapWindow::mousePressEvent(QMouseEvent* event) {
@@ -92,8 +112,24 @@ void MiniMapWindow::mouseMoveEvent(QMouseEvent* event) {
   }
 }
 
+void MiniMapWindow::moveEvent(QMoveEvent*) { ShowPlace(); }
+
+void MiniMapWindow::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) ShowLook();
+  QWidget::changeEvent(event);
+}
+
 bool MiniMapWindow::eventFilter(QObject*, QEvent* event) {
-  if (event->type() == QEvent::Resize) MoveInView(pos());
+  switch (event->type()) {
+    case QEvent::Resize:
+      MoveInView(pos());
+      break;
+    case QEvent::ScreenChangeInternal:  // to one of another scale, perhaps
+      ShowLook();
+      break;
+    default:
+      break;
+  }
   return false;
 }
 

@@ -1,33 +1,33 @@
-// The Mini-Map: a small titled window inside the 3D view that shows the height field with the
-// camera's marker. Clicking and dragging in its picture moves the camera; its title bar moves the
-// window.
+// The Mini-Map's window inside the 3D view, with the height field's picture below its title bar.
+// Clicking and dragging in the picture moves the camera; the title bar moves the window. Both
+// widgets take the mouse only and paint nothing: the view draws them with its frames.
 #pragma once
 
 #include <QWidget>
 
 namespace mw {
 
-class MiniMapPictureWidget;
-
 class MiniMapWindow : public QWidget {
  public:
   explicit MiniMapWindow(QWidget* view);
-
-  // Marks the picture for repainting.
-  void Invalidate();
+  ~MiniMapWindow() override;
 
  protected:
-  void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  void changeEvent(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   QRect TitleBar() const;
   // Moves the window, but not out of the view.
   void MoveInView(const QPoint& topLeft);
+  // Tell the view's drawing where the window is, and what it looks like.
+  void ShowPlace();
+  void ShowLook();
 
-  MiniMapPictureWidget* picture_;
+  QWidget* picture_;
   bool draggedByTitle_ = false;
   QPoint grabbedAt_;  // within the window
 };

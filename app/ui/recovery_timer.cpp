@@ -2,6 +2,7 @@
 
 #include <QApplication>
 
+#include "app/level.h"
 #include "app/recovery.h"
 #include "platform/clock.h"
 
@@ -13,6 +14,7 @@ constexpr int kLook = 2000;  // milliseconds
 void Look() {
   if (QApplication::activeModalWidget() || QApplication::mouseButtons() != Qt::NoButton) return;
   KeepRecovery(MillisecondsNow());
+  NameNewBackup(MillisecondsNow());
 }
 
 }  // namespace

@@ -10,7 +10,6 @@
 #include "app/ui/load_level_dialog.h"
 #include "app/ui/main_window.h"
 #include "app/ui/mapper_operations.h"
-#include "app/ui/mini_map_window.h"
 #include "app/ui/mode_toolbars.h"
 #include "app/ui/object_connections.h"
 #include "app/ui/picture_dialog.h"
@@ -28,6 +27,7 @@ void ConnectWindows(MainWindow& window) {
   ViewWidget* const view = window.view();
   shell.setCommandChecked = [&](CommandId id, bool on) { window.SetCommandChecked(id, on); };
   shell.setCommandEnabled = [&](CommandId id, bool on) { window.SetCommandEnabled(id, on); };
+  shell.setLevelOpen = [&](bool open) { window.SetLevelOpen(open); };
   shell.showModeToolbar = [&](EditMode mode) { window.modeToolbars()->ShowMode(mode); };
   shell.mainWindowActive = [&] { return IsWindowInUse(&window); };
   shell.viewHasFocus = [view] { return view->hasFocus(); };
@@ -37,7 +37,8 @@ void ConnectWindows(MainWindow& window) {
   shell.focusTreePanel = [&] { window.treePanel()->tree()->setFocus(Qt::ShortcutFocusReason); };
   shell.closeMainWindow = [&] { window.CloseForGood(); };
   shell.renderFrameNow = [view] { view->repaint(); };
-  hooks.invalidateMiniMap = [&] { window.miniMap()->Invalidate(); };
+  // Part of the next frame, which this costs nothing more while one follows another.
+  hooks.invalidateMiniMap = [view] { view->update(); };
 }
 
 void ConnectDialogs(MainWindow& window) {

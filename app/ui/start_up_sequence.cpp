@@ -59,6 +59,7 @@ void LoadDefaults() {
   hooks.invalidateMiniMap();
   LoadTextureSet("TextureSets/Default");
   SendStartCommands();
+  shell.setLevelOpen(false);
   CentreCamera();
   shell.renderFrameNow();  // no more frames come until the first level is there
 }
@@ -95,7 +96,7 @@ int RunEditor(const PlatformConnections& platform) {
   if (!CheckViewContext()) return kExitCodeWithoutGl;
 
   MainWindow window;
-  platform.useStatusLabels(window.progressLabel(), window.frameRateLabel());
+  platform.useStatusLabels(window.progressLabel(), window.frameRateLabel(), window.readingLabel());
   platform.useViewContext(window.view());
   FrameLoop frames(&window, window.view());
   platform.observeProcessWaits([&frames](bool waiting) { frames.Rest(waiting); });

@@ -11,7 +11,7 @@ namespace mw {
 // How the platform layer learns of the widgets that it serves, and tells of the processes that it
 // waits for.
 struct PlatformConnections {
-  std::function<void(QLabel* progress, QLabel* frameRate)> useStatusLabels;
+  std::function<void(QLabel* progress, QLabel* frameRate, QLabel* reading)> useStatusLabels;
   std::function<void(QOpenGLWidget*)> useViewContext;
   std::function<void(std::function<void(bool waiting)>)> observeProcessWaits;
 };

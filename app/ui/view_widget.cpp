@@ -106,6 +106,7 @@ void ViewWidget::SendMouse(MouseButton button, MouseEvent kind, const QMouseEven
   const QPoint pixel = DevicePixel(event.position());
   heldInput.leftButton = event.buttons() & Qt::LeftButton;
   heldInput.rightButton = event.buttons() & Qt::RightButton;
+  SetModifiers(event.modifiers() & Qt::ControlModifier, event.modifiers() & Qt::ShiftModifier);
   RouteMouse(button, kind, pixel.x(), pixel.y());
   UpdateCursor();
 }

@@ -19,7 +19,6 @@ void MakeGround() {
   InitGrid();
   heightBuffer.resize(std::size_t{kSize} * kSize * 2);
   for (std::uint8_t& byte : heightBuffer) byte = static_cast<std::uint8_t>(std::rand());
-  heightBufferFilled = heightBuffer.size();
 }
 
 // Sample after sample in the order of the file.

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <string_view>
 #include <utility>
 
 namespace mw::bench {
@@ -75,16 +74,3 @@ void Require(bool good, const char* what) {
 }
 
 }  // namespace mw::bench
-
-// Without arguments all rows, else those of the groups that are named.
-int main(int count, char** arguments) {
-  using namespace mw::bench;
-  constexpr std::pair<std::string_view, void (*)()> kGroups[] = {
-      {"terrain", AddTerrainRows}, {"objects", AddObjectRows},   {"archive", AddArchiveRows},
-      {"saving", AddSavingRows},   {"pictures", AddPictureRows}, {"ground", AddGroundRows}};
-  const std::vector<std::string_view> wanted(arguments + 1, arguments + count);
-  for (const auto& [name, addRows] : kGroups) {
-    if (wanted.empty() || std::ranges::find(wanted, name) != wanted.end()) addRows();
-  }
-  Print();
-}

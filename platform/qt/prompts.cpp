@@ -18,8 +18,9 @@ namespace mw {
 namespace {
 
 constexpr qsizetype kMaxStatusBytes = 287;
+constexpr int kProgressPart = 1;
 
-std::array<QPointer<QLabel>, 3> statusLabels;  // by part; part 0 has no width and no label
+std::array<QPointer<QLabel>, 4> statusLabels;  // by part; part 0 has no width and no label
 
 QString Shown(std::string_view text) { return QString::fromStdString(ReadableText(text)); }
 
@@ -50,6 +51,8 @@ QMessageBox::StandardButtons StandardButtons(PromptButtons buttons) {
       return QMessageBox::Ok | QMessageBox::Cancel;
     case PromptButtons::YesNo:
       return QMessageBox::Yes | QMessageBox::No;
+    case PromptButtons::YesNoCancel:
+      return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
     case PromptButtons::Ok:
       break;
   }
@@ -60,6 +63,8 @@ QMessageBox::Icon StandardIcon(PromptIcon icon) {
   switch (icon) {
     case PromptIcon::Information:
       return QMessageBox::Information;
+    case PromptIcon::Question:
+      return QMessageBox::Question;
     case PromptIcon::Exclamation:
       return QMessageBox::Warning;
     case PromptIcon::Stop:
@@ -146,8 +151,8 @@ QString StatusBarText(std::string_view text) {
 
 }  // namespace
 
-void UseStatusLabels(QLabel* progress, QLabel* frameRate) {
-  statusLabels = {nullptr, progress, frameRate};
+void UseStatusLabels(QLabel* progress, QLabel* frameRate, QLabel* reading) {
+  statusLabels = {nullptr, progress, frameRate, reading};
 }
 
 PromptAnswer ShowPrompt(std::string_view text, std::string_view caption, PromptButtons buttons,
@@ -175,7 +180,7 @@ void SetStatusText(int part, std::string_view text) {
   if (label->text() == shown) return;
   label->setText(shown);
   // While the view paints, the label follows with the next turn of the event loop.
-  if (IsViewPainting() || !label->isVisible()) return;
+  if (part != kProgressPart || IsViewPainting() || !label->isVisible()) return;
   const ViewContextKeeper keeper;
   label->repaint();
 }

@@ -3,18 +3,45 @@
 #include <QSettings>
 
 namespace mw {
+namespace {
 
-std::optional<std::string> ReadGameSetting(std::string_view name) {
-  constexpr std::size_t kMaxValueBytes = 31;
-  // The user's own file first, then the machine's.
-  const QSettings settings(QSettings::NativeFormat, QSettings::UserScope, "Quorrin", "Varnhold");
-  const QVariant value =
-      settings.value(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
+constexpr std::size_t kMaxGameValueBytes = 31, kMaxEditorValueBytes = 63;
+
+QString FromUtf8(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::optional<std::string> ReadValue(const QSettings& settings, std::string_view name,
+                                     std::size_t maxBytes) {
+  const QVariant value = settings.value(FromUtf8(name));
   if (!value.isValid()) return std::nullopt;
   // An unquoted comma makes a list of the value.
   std::string text = value.toStringList().join(',').toStdString();
-  if (text.size() > kMaxValueBytes) return std::nullopt;
+  if (text.size() > maxBytes) return std::nullopt;
   return text;
+}
+
+QSettings EditorSettings() {
+  return QSettings(QSettings::NativeFormat, QSettings::UserScope, "Mapwright", "Mapwright");
+}
+
+}  // namespace
+
+std::optional<std::string> ReadGameSetting(std::string_view name) {
+  // The user's own file first, then the machine's.
+  return ReadValue(QSettings(QSettings::NativeFormat, QSettings::UserScope, "Quorrin", "Varnhold"),
+                   name, kMaxGameValueBytes);
+}
+
+std::optional<std::string> ReadEditorSetting(std::string_view name) {
+  return ReadValue(EditorSettings(), name, kMaxEditorValueBytes);
+}
+
+bool WriteEditorSetting(std::string_view name, std::string_view value) {
+  QSettings settings = EditorSettings();
+  settings.setValue(FromUtf8(name), FromUtf8(value));
+  settings.sync();
+  return settings.status() == QSettings::NoError;
 }
 
 }  // namespace mw

@@ -22,6 +22,12 @@ namespace {
 bool Lists(const std::vector<std::string>& names, std::string_view name) {
   return std::find(names.begin(), names.end(), name) != names.end();
 }
+std::optional<std::string> Setting(const std::map<std::string, std::string>& settings,
+                                   std::string_view name) {
+  const auto found = settings.find(std::string(name));
+  if (found == settings.end()) return std::nullopt;
+  return found->second;
+}
 }  // namespace
 
 }  // namespace mw::scripted
@@ -48,7 +54,7 @@ void ShowWaitCursor() { ++script.waitCursorCount; }
 void ShowArrowCursor() {}
 
 void SetStatusText(int part, std::string_view text) {
-  if (part >= 0 && part < 3) script.status[part].emplace_back(text);
+  if (part >= 0 && part < 4) script.status[part].emplace_back(text);
 }
 
 void ClearStatusText(int part, std::string_view text) {
@@ -78,9 +84,14 @@ bool OpenDocument(std::string_view path) {
 }
 
 std::optional<std::string> ReadGameSetting(std::string_view name) {
-  const auto found = script.gameSettings.find(std::string(name));
-  if (found == script.gameSettings.end()) return std::nullopt;
-  return found->second;
+  return scripted::Setting(script.gameSettings, name);
+}
+std::optional<std::string> ReadEditorSetting(std::string_view name) {
+  return scripted::Setting(script.editorSettings, name);
+}
+bool WriteEditorSetting(std::string_view name, std::string_view value) {
+  script.editorSettings[std::string(name)] = value;
+  return true;
 }
 
 bool ClaimSingleInstance(std::string_view) { return !script.instanceTaken; }

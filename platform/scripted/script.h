@@ -21,9 +21,9 @@ struct Prompt {
 struct Script {
   std::vector<PromptAnswer> answers;   // used from the front
   std::vector<Prompt> prompts;         // every box shown
-  std::vector<std::string> status[3];  // every text set, per part, without the two spaces
+  std::vector<std::string> status[4];  // every text set, per part, without the two spaces
   int waitCursorCount = 0;
-  std::map<std::string, std::string> gameSettings;
+  std::map<std::string, std::string> gameSettings, editorSettings;
   std::vector<std::string> missingModules;  // names that fail to load
   std::vector<std::string> missingGlExtensions;
   std::vector<std::string> startedProcesses, openedDocuments;

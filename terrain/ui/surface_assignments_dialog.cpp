@@ -20,14 +20,16 @@ void FillTextureSets(QComboBox& list) {
   list.setCurrentIndex(list.findText(QString::fromUtf8(editor.textureSetName.c_str())));
 }
 
-void UseTextureSet(const std::string& name) {
+bool UseTextureSet(const std::string& name) {
   ShowWaitCursor();
   editor.textureSetName = name;
   const bool loaded = LoadTextureSet("texturesets/" + name);
   ShowArrowCursor();
-  if (loaded) return;
-  ShowPrompt(FormatText("The texture set %s has no index.dat that can be read.", name.c_str()),
-             "Error", PromptButtons::Ok, PromptIcon::Stop);
+  if (!loaded) {
+    ShowPrompt(FormatText("The texture set %s has no index.dat that can be read.", name.c_str()),
+               "Error", PromptButtons::Ok, PromptIcon::Stop);
+  }
+  return loaded;
 }
 
 }  // namespace
@@ -53,8 +55,12 @@ void SurfaceAssignmentsDialog(QWidget* owner, const std::function<void()>& rende
     showChange();
   });
   QObject::connect(form.textureSetCombo, &QComboBox::currentTextChanged, [&](const QString& name) {
-    UseTextureSet(name.toStdString());
+    if (UseTextureSet(name.toStdString())) ChooseTextureSetForLevel();
     renderView();
+  });
+  // Who picks the set that is shown already chooses it too.
+  QObject::connect(form.textureSetCombo, &QComboBox::textActivated, [] {
+    if (textureSet.detail.loaded) ChooseTextureSetForLevel();
   });
   if (dialog.exec() == QDialog::Accepted) return;
   RestoreAssignments(before);

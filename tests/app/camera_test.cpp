@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "app/camera_control.h"
+#include "app/input.h"
 #include "app/shell_fixture.h"
 #include "core/hooks.h"
 #include "objects/placement.h"
@@ -130,6 +131,32 @@ TEST_F(CameraTest, FocusMirrorsLevelCoordinates) {
   EXPECT_EQ(camera.position, (Vector3{924, 55, 350}));
   EXPECT_FLOAT_EQ(camera.pitch, -35);
   EXPECT_TRUE(repainted);
+}
+
+TEST_F(CameraTest, TheWholeLevelIsSeenFromNoHigherThanTheFarPlaneAllows) {
+  editor.viewWidth = 1200;
+  editor.viewHeight = 800;
+  struct Case {
+    int worldSize;
+    float height, cameraHeight;
+  };
+  // Flat ground; half the level over the tangent of half the view's angle, or the far plane.
+  for (const Case& c : {Case{256, 100, 50 + 128 / 0.41421356f}, Case{1024, 100, 50 + 349},
+                        Case{1024, 256, 128 + 349}}) {
+    modConfig.WorldSize = c.worldSize;
+    InitGrid();
+    for (int i = 1; i <= 256; ++i) {
+      for (int j = 0; j < 256; ++j) SetHeight(i, j, c.height);
+    }
+    RouteKey(kKeyHome, true);
+    EXPECT_EQ(editor.cameraMode, CameraMode::TopDown);
+    EXPECT_EQ(camera.position.x, static_cast<float>(c.worldSize) / 2);
+    EXPECT_EQ(camera.position.z, static_cast<float>(c.worldSize) / 2);
+    EXPECT_NEAR(camera.position.y, c.cameraHeight, 0.1f) << c.worldSize << ' ' << c.height;
+  }
+  SetHeight(3, 3, 0);
+  RouteKey(kKeyHome, true);
+  EXPECT_NEAR(camera.position.y, 349, 0.1f) << "the lowest ground counts";
 }
 
 }  // namespace

@@ -75,6 +75,7 @@ TEST_F(CommandsTest, OldGamesAreRefusedForThreeGenerations) {
 TEST_F(CommandsTest, ExitAsksOnlyWhenSomethingChanged) {
   shell.closeMainWindow = [this] { calls.emplace_back("close"); };
   RunCommand(kCommandExit);
+  editor.levelLoaded = false;
   editor.levelModified = true;
   RunCommand(kCommandExit);
   EXPECT_THAT(scripted::script.prompts, IsEmpty()) << "there is no level that could be saved";
@@ -109,8 +110,21 @@ TEST_F(CommandsTest, MeshViewKeysWorkInTheObjectMapperOnly) {
   EXPECT_THAT(calls, ElementsAre("4005"));
 }
 
-TEST_F(CommandsTest, SaveBeforeALevelIsLoadedDoesNothing) {
-  RunCommand(kCommandSaveLevel);
+TEST_F(CommandsTest, WhatWorksOnALevelDoesNothingWithoutOne) {
+  editor.levelLoaded = false;
+  const auto note = [this] { calls.emplace_back("done"); };
+  for (Operations::Action* const operation :
+       {&operations.copy, &operations.importHeightmap, &operations.exportHeightmap,
+        &operations.generateMaterialMap, &operations.testLevel, &operations.generateSurfaceMaps,
+        &operations.generateInGameMap, &operations.snapAllToGround, &operations.levelStatistics,
+        &operations.lightSettings, &operations.waterSettings, &shell.addFileDialog,
+        &operations.openSurfaceAssignments}) {
+    *operation = note;
+  }
+  for (const CommandSpec& spec : CommandTable()) {
+    if (NeedsLevel(spec.id)) RunCommand(spec.id);
+  }
+  EXPECT_THAT(calls, IsEmpty());
   EXPECT_THAT(scripted::script.prompts, IsEmpty());
 }
 

@@ -2,8 +2,11 @@
 
 #include <GL/gl.h>
 #include <gmock/gmock.h>
+#include <utility>
 
 #include "app/shell_fixture.h"
+#include "app/status_reading.h"
+#include "core/camera.h"
 #include "support/gl_context.h"
 
 namespace mw {
@@ -24,6 +27,63 @@ TEST_F(ShellTest, TheRubberBandLeavesTheDepthThatItsCornersArePickedFrom) {
   std::vector<GLfloat> depths(kWidth * kHeight);
   glReadPixels(0, 0, kWidth, kHeight, GL_DEPTH_COMPONENT, GL_FLOAT, depths.data());
   EXPECT_THAT(depths, ::testing::Each(1.0f));
+}
+
+TEST_F(ShellTest, TheStatusBarReadsTheGroundUnderTheCursorAndTheTool) {
+  constexpr int kSide = 40;
+  if (!OpenTestGl(kSide, kSide)) GTEST_SKIP() << TestGlError();
+  ResizeView(kSide, kSide);
+  camera.position.Set(502, 100, 702);  // above the middle of a cell
+  camera.pitch = -90;
+  camera.UpdateDirection();
+  editor.lastMouseX = editor.lastMouseY = kSide / 2;
+  SetHeight(126, 175, 80.5f);
+  terrain->power = 7;
+  terrain->brushSize = 4;
+  terrain->flattenHeight = 12.5f;
+  constexpr double kGround = 0.998286, kSky = 1;  // depths 50 and 350 units away
+  struct Case {
+    double depth;
+    TerrainTool tool;
+    bool sampled;
+    const char* reading;
+  };
+  for (const Case& c : {
+           Case{kGround, TerrainTool::PointManipulation, false,
+                "Cell 125, 175   Height 80.50 (40.25 in the world)"},
+           Case{kGround, TerrainTool::Raising, false,
+                "Cell 125, 175   Height 80.50 (40.25 in the world)   Power 7   Size 4"},
+           Case{kSky, TerrainTool::Smoothing, false, "Size 4"},
+           Case{kSky, TerrainTool::Flatten, false, "Size 4"},
+           Case{kSky, TerrainTool::Flatten, true, "Size 4   Flatten to 12.50"},
+       }) {
+    glClearDepth(c.depth);
+    glClear(GL_DEPTH_BUFFER_BIT);
+    terrain->tool = c.tool;
+    terrain->flattenSampled = c.sampled;
+    EXPECT_EQ(StatusReading(), c.reading);
+  }
+  glClearDepth(1);
+
+  UpdateStatusReading(1'000'000);
+  terrain->brushSize = 5;
+  UpdateStatusReading(1'000'050);  // too soon to be read
+  UpdateStatusReading(1'000'100);
+  editor.editMode = EditMode::ObjectMapper;
+  editor.leftHeld = true;  // objects are dragged
+  UpdateStatusReading(1'000'300);
+  EXPECT_THAT(scripted::script.status[3],
+              ::testing::ElementsAre("Size 4   Flatten to 12.50", "Size 5   Flatten to 12.50"));
+}
+
+TEST_F(ShellTest, AfterARestAFrameCountsAsAShortOne) {
+  if (!OpenTestGl(20, 20)) GTEST_SKIP() << TestGlError();
+  editor.browserPreviewActive = true;  // only the time matters here
+  RenderFrame(1000);
+  for (const auto& [now, seconds] : {std::pair{1001u, 0.01f}, {1251u, 0.25f}, {61251u, 0.1f}}) {
+    RenderFrame(now);
+    EXPECT_FLOAT_EQ(editor.frameSeconds, seconds);
+  }
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "app/level.h"
 #include "app/terrain_operations.h"
 #include "data/mods.h"
+#include "support/dds_file.h"
 #include "terrain/material_map.h"
 
 namespace mw {
@@ -39,6 +40,7 @@ Bytes Materials(int materialSize) {
 }  // namespace
 
 LevelTest::LevelTest() {
+  editor.levelLoaded = false;
   CreateMaterialMapper();
   ConnectTerrainOperations();
   std::filesystem::create_directories(folder / "Mods/varnhold/Archives/varnhold/levels");
@@ -75,6 +77,8 @@ void LevelTest::MakeLevel(const std::string& name, int materialSize, int worldSi
           "unknown.command stays  as it is\r\n");
   add("Init/SkyAndSun.con", "renderer.fogstart 150\r\n");
   add("notes.txt", "not the editor's");
+  const auto detail = DdsFile{4, 4, 8, 1, "DXT1", UniformBlocks(1, 0xF800)}.Bytes();
+  ASSERT_TRUE(archive.WriteMember(base + "Textures/detail.dds", detail));
   ASSERT_TRUE(archive.WriteMember(base + "heightmap.raw", HeightSamples(materialSize)));
   ASSERT_TRUE(archive.WriteMember(base + "materialmap.raw", Materials(materialSize)));
   ASSERT_TRUE(archive.Close());

@@ -8,8 +8,11 @@
 #include "app/input.h"
 #include "app/level_fixture.h"
 #include "app/modes.h"
+#include "core/mini_map_picture.h"
 #include "data/archive.h"
 #include "platform/file.h"
+#include "support/archive_bytes.h"
+#include "terrain/material_map.h"
 #include "terrain/roads.h"
 
 namespace mw {
@@ -36,7 +39,8 @@ TEST_F(LevelTest, OpeningRunsItsStepsInOrder) {
   EXPECT_FLOAT_EQ(terrain->grid[256][1].h, (256 * 7 % 256) / 256.0f);
   EXPECT_TRUE(editor.ShowTextures);
   EXPECT_TRUE(IsEditMode(EditMode::ObjectMapper));
-  EXPECT_EQ(camera.position, (Vector3{1024, 0, 0})) << "nothing was saved yet";
+  const float ground = terrain->grid[128][0].h * modConfig.HeightScale;
+  EXPECT_EQ(camera.position, (Vector3{512, ground + 40, 0})) << "the middle of an edge";
   EXPECT_FLOAT_EQ(camera.pitch, 0);
 }
 
@@ -102,11 +106,18 @@ TEST_F(LevelTest, NothingIsInheritedFromTheLevelBefore) {
 TEST_F(LevelTest, TheCameraComesBackToWhereItWasSaved) {
   AnswerDialogs("Island");
   ASSERT_TRUE(OpenLevel());
-  camera.position.Set(300, 80, 400);
+  camera.position.Set(300, 80.123f, 400);
   ASSERT_TRUE(SaveLevel());
-  camera.position.Set(0, 0, 0);
+  AnswerDialogs("Valley");
   ASSERT_TRUE(OpenLevel());
-  EXPECT_EQ(camera.position, (Vector3{300, 80, 400}));
+  EXPECT_EQ(camera.position.x, static_cast<float>(modConfig.WorldSize) / 2) << "not this level's";
+  editor.savedCameraPosition = {};  // another run of the program
+  AnswerDialogs("Island");
+  ASSERT_TRUE(OpenLevel());
+  EXPECT_EQ(camera.position, (Vector3{300, 80.123f, 400}));
+  for (auto& [name, value] : scripted::script.editorSettings) value = "300 nan";
+  ASSERT_TRUE(OpenLevel());
+  EXPECT_EQ(camera.position.x, 512) << "a record that cannot be read";
 }
 
 TEST_F(LevelTest, CancellingLeavesTheOpenLevelAlone) {
@@ -121,37 +132,73 @@ TEST_F(LevelTest, CancellingLeavesTheOpenLevelAlone) {
   ASSERT_TRUE(SaveLevel());
 }
 
-TEST_F(LevelTest, ALevelThatCannotBeOpenedLeavesNothingToSaveInto) {
+TEST_F(LevelTest, ALevelWhoseArchiveCannotBeReadCostsTheOpenOneNothing) {
+  const std::filesystem::path levels = folder / "Mods/varnhold/Archives/varnhold/levels";
+  std::ofstream(levels / "Broken.vra") << "not an archive";
+  std::filesystem::copy(levels / "Valley.vra", levels / "Renamed.vra");
+  const Bytes renamed = ReadBytes(levels / "Renamed.vra");
+  const std::string stays =
+      "\n\nThe level on disk is as it was after the last save. The level Island is still open, as "
+      "you left it.";
+  const struct {
+    const char* level;
+    std::string reason;
+  } cases[] = {{"Gone", (levels / "Gone.vra").string() + ": No such file or directory." + stays},
+               {"Broken", ": The file is too short for an archive." + stays},
+               {"Renamed",
+                "This archive holds the level Valley, not Renamed. Give the file its "
+                "own name back to open it."}};
   AnswerDialogs("Island");
   ASSERT_TRUE(OpenLevel());
-  const Bytes valley = MemberOnDisk("Valley", "heightmap.raw");
-  std::ofstream(folder / "Mods/varnhold/Archives/varnhold/levels/Broken.vra") << "not an archive";
-  AnswerDialogs("Broken");
-  scripted::script.answers = {PromptAnswer::Ok};
-  EXPECT_FALSE(OpenLevel());
-  EXPECT_THAT(scripted::script.prompts.back().text,
-              HasSubstr("The level Broken could not be opened"));
-  EXPECT_FALSE(editor.levelModified);
-  scripted::script.answers = {PromptAnswer::Ok};
-  EXPECT_FALSE(SaveLevel());
-  EXPECT_THAT(scripted::script.prompts.back().text, HasSubstr("The level could not be saved."));
-  EXPECT_EQ(MemberOnDisk("Valley", "heightmap.raw"), valley);
+  SetHeight(10, 10, 99);
+  editor.levelModified = true;
+  camera.position.Set(300, 80, 400);
+  for (const auto& [level, reason] : cases) {
+    SCOPED_TRACE(level);
+    AnswerDialogs(level);
+    scripted::script.answers = {PromptAnswer::Ok};
+    EXPECT_FALSE(OpenLevel());
+    EXPECT_THAT(scripted::script.prompts.back().text, HasSubstr(reason));
+    EXPECT_TRUE(editor.levelLoaded && editor.levelModified);
+    EXPECT_EQ(modConfig.LevelName, "Island");
+    EXPECT_EQ(camera.position, (Vector3{300, 80, 400}));
+    EXPECT_FLOAT_EQ(terrain->grid[10][10].h, 99);
+  }
+  EXPECT_EQ(ReadBytes(levels / "Renamed.vra"), renamed);
+  ASSERT_TRUE(SaveLevel());
+  EXPECT_EQ(MemberOnDisk("Island", "heightmap.raw")[(10 * 256 + 256 - 10) * 2 + 1], 99);
 }
 
-TEST_F(LevelTest, AnUnsupportedTerrainSizeIsRefusedAndItsArchiveUntouched) {
+TEST_F(LevelTest, OpeningThatFailsLaterLeavesAnEmptyEditorAndTheArchiveUntouched) {
   MakeLevel("Huge", 2048, 8192);
-  const auto before =
-      std::filesystem::last_write_time(folder / "Mods/varnhold/Archives/varnhold/levels/Huge.vra");
+  const Bytes huge = ReadBytes(folder / "Mods/varnhold/Archives/varnhold/levels/Huge.vra");
+  bool isOpen = false;
+  shell.setLevelOpen = [&isOpen](bool open) { isOpen = open; };
+  AnswerDialogs("Island");
+  ASSERT_TRUE(OpenLevel());
+  EXPECT_TRUE(isOpen);
+  SetMaterial(5, 10, 10);
+  editor.levelModified = true;
   AnswerDialogs("Huge");
   scripted::script.answers = {PromptAnswer::Ok};
   EXPECT_FALSE(OpenLevel());
   ASSERT_EQ(scripted::script.prompts.size(), 1u);
   EXPECT_EQ(scripted::script.prompts[0].text,
-            "The terrain size of this level is not supported (2048 samples over 8192 units).");
-  EXPECT_EQ(modConfig.MaterialSize, 512) << "the record is as before";
-  EXPECT_EQ(
-      std::filesystem::last_write_time(folder / "Mods/varnhold/Archives/varnhold/levels/Huge.vra"),
-      before);
+            "The terrain size of this level is not supported (2048 samples over 8192 units).\n\n"
+            "No level is open.");
+  EXPECT_EQ(ReadBytes(folder / "Mods/varnhold/Archives/varnhold/levels/Huge.vra"), huge);
+  EXPECT_FALSE(isOpen || editor.levelLoaded || editor.levelModified || LevelArchive());
+  EXPECT_EQ(modConfig.LevelName, "");
+  EXPECT_EQ(modConfig.MaterialSize, 512) << "the mod's";
+  EXPECT_FLOAT_EQ(terrain->grid[10][10].h, kFlatHeight);
+  EXPECT_EQ(materialMapper->grid[10][10], 0u);
+  EXPECT_EQ(miniMapPicture.grey, MiniMapPicture{}.grey);
+  SetEditMode(EditMode::TerrainMapper);
+  terrain->tool = TerrainTool::Flatten;
+  RouteMouse(MouseButton::Left, MouseEvent::Press, 10, 10);
+  RouteKey('Z', true);
+  EXPECT_EQ(terrain->flattenActive, 0) << "there is nothing to edit";
+  EXPECT_EQ(terrain->tool, TerrainTool::Flatten);
 }
 
 TEST_F(LevelTest, AMissingHeightMapIsReportedAndTheGridStaysFlat) {
@@ -163,7 +210,7 @@ TEST_F(LevelTest, AMissingHeightMapIsReportedAndTheGridStaysFlat) {
   AnswerDialogs("Island");
   scripted::script.answers = {PromptAnswer::Ok};
   EXPECT_TRUE(OpenLevel()) << "the open goes on";
-  EXPECT_EQ(scripted::script.prompts[0].text, "Can't Find The Height Map!");
+  EXPECT_THAT(scripted::script.prompts[0].text, HasSubstr("Can't Find The Height Map!"));
   EXPECT_FLOAT_EQ(terrain->grid[100][100].h, 127);
 }
 

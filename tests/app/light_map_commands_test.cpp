@@ -195,8 +195,9 @@ TEST_F(LightMapCommandsTest, WhatCannotBeWrittenEndsTheCommandWithAMessage) {
   DeleteDiskFile("scripts\\terrainLightmap.con");
   Answer({PromptAnswer::Yes, PromptAnswer::Ok});
   GenerateObjectLightmaps();
-  EXPECT_EQ(scripted::script.prompts.back().text,
-            "The template scripts\\terrainLightmap.con could not be read.");
+  EXPECT_EQ(
+      scripted::script.prompts.back().text,
+      "The template scripts/terrainLightmap.con could not be read: No such file or directory.");
   EXPECT_THAT(scripted::script.startedProcesses, IsEmpty());
 }
 

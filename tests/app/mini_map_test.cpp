@@ -1,20 +1,47 @@
 #include "app/mini_map.h"
 
+#include <GL/gl.h>
+#include <array>
 #include <gtest/gtest.h>
 
+#include "app/frame.h"
 #include "app/shell_fixture.h"
+#include "support/gl_context.h"
 
 namespace mw {
 namespace {
 
+using Pixel = std::array<int, 3>;
+
+// The Mini-Map alone in the view, in a window with a red border of two pixels.
 class MiniMapTest : public ShellTest {
  protected:
-  bool IsYellow(int x, int y) {
-    PaintMiniMap(pixels);
-    const std::uint8_t* pixel = &pixels[static_cast<std::size_t>(y * kMiniMapSize + x) * 3];
-    return pixel[0] == 255 && pixel[1] == 255 && pixel[2] == 0;
+  static constexpr int kBorder = 2, kLeft = 7, kTop = 11;
+
+  void SetUp() override {
+    constexpr int kSide = kMiniMapSize + 2 * kBorder;
+    if (!OpenTestGl(kLeft + kSide + 9, kTop + kSide + 5)) GTEST_SKIP() << TestGlError();
+    ResizeView(kLeft + kSide + 9, kTop + kSide + 5);
+    miniMapWindow = {kLeft, kTop, kSide, kSide, kBorder, kBorder, kMiniMapSize, {}, true};
+    for (int i = 0; i < kSide * kSide; ++i) {
+      miniMapWindow.pixels.insert(miniMapWindow.pixels.end(), {255, 0, 0});
+    }
   }
-  MiniMapPixels pixels;
+  void TearDown() override {
+    miniMapWindow = {};
+    ReleaseMiniMap();
+  }
+  // Of the picture of the heights.
+  static Pixel PixelAt(int x, int y) {
+    glClearColor(0, 0, 0, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    DrawOverlay();
+    const DrawnPicture view = ReadPicture();
+    const int place = (kTop + kBorder + y) * view.width + kLeft + kBorder + x;
+    const std::uint8_t* pixel = &view.rgb[static_cast<std::size_t>(place) * 3];
+    return {pixel[0], pixel[1], pixel[2]};
+  }
+  static bool IsYellow(int x, int y) { return PixelAt(x, y) == Pixel{255, 255, 0}; }
 };
 
 TEST_F(MiniMapTest, TheMarkerStandsWhereAClickPutsTheCamera) {
@@ -52,10 +79,25 @@ TEST_F(MiniMapTest, SurvivesALevelSizeThatIsNotSet) {
 }
 
 TEST_F(MiniMapTest, HeightsArePixelsCountedFromTheFarCorner) {
+  camera.position.Set(900, 0, 900);
+  EXPECT_EQ(PixelAt(127, 126), (Pixel{127, 127, 127}));
   SetMiniMapPixel(1, 2, 200);
+  SetMiniMapPixel(1, 100, 90);
   SetMiniMapPixel(0, 5, 99);  // falls outside
-  PaintMiniMap(pixels);
-  EXPECT_EQ(pixels[(126 * kMiniMapSize + 127) * 3], 200);
+  EXPECT_EQ(PixelAt(127, 126), (Pixel{200, 200, 200}));
+  EXPECT_EQ(PixelAt(127, 28), (Pixel{90, 90, 90})) << "edits after the first frame";
+  miniMapPicture = MiniMapPicture{};
+  EXPECT_EQ(PixelAt(127, 126), (Pixel{127, 127, 127})) << "another level";
+}
+
+TEST_F(MiniMapTest, ItsWindowFramesThePictureAndNothingIsLeftWhereItWas) {
+  const auto outside = Pixel{0, 0, 0}, frame = Pixel{255, 0, 0};
+  EXPECT_EQ(PixelAt(-kBorder - 1, 50), outside);
+  EXPECT_EQ(PixelAt(-kBorder, 50), frame);
+  EXPECT_EQ(PixelAt(kMiniMapSize + kBorder - 1, kMiniMapSize + kBorder - 1), frame);
+  EXPECT_EQ(PixelAt(kMiniMapSize + kBorder, 50), outside);
+  miniMapWindow.left += 3;
+  EXPECT_EQ(PixelAt(0, 50), outside);
 }
 
 }  // namespace

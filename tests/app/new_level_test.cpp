@@ -301,8 +301,9 @@ TEST_F(NewLevelTest, AFolderThatCannotBeMadeIsNamed) {
   scripted::script.answers = {PromptAnswer::Ok};
   EXPECT_FALSE(Create());
   EXPECT_EQ(scripted::script.prompts.back().text,
-            "The level could not be created.\n\nThe folder " + GameFolder() +
-                "Mods\\varnhold\\varnhold could not be created.");
+            "The level could not be created.\n\nThe folder " +
+                (folder / "Mods/varnhold/varnhold").string() +
+                " could not be created.\n\nNo level is open.");
   EXPECT_FALSE(FileExists(ArchivePath("Atoll")));
 }
 
@@ -324,7 +325,10 @@ TEST_F(LevelNameTest, OnlyLettersAndDigitsStay) {
   EXPECT_EQ(AcceptLevelName("Käse 2.vra"), "K_se_2_vra");
 }
 
-TEST_F(LevelNameTest, NamesWithoutLettersAndLongNamesAreRefused) {
+TEST_F(LevelNameTest, NamesWithoutLettersLongNamesAndThoseOfAnotherEditorAreRefused) {
+  Archive other;
+  ASSERT_TRUE(other.Open(ArchivePath("Valley"), true));
+  EXPECT_EQ(Refusal("Valley"), "The level Valley is open in another Mapwright.");
   EXPECT_EQ(Refusal(""), "Please enter a name for the level.");
   EXPECT_EQ(Refusal("?! -"), "Please enter a name for the level.");
   modConfig.GamePath = GameFolder() + std::string(100, 'x') + "\\";

@@ -14,7 +14,6 @@
 #include "app/level_fixture.h"
 #include "app/recovery_offer.h"
 #include "data/mods.h"
-#include "objects/object_store.h"
 #include "support/archive_bytes.h"
 #include "support/disk_faults.h"
 #include "terrain/material_map.h"
@@ -25,6 +24,7 @@ namespace {
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 
+const std::string kRecoveryFile = RecoveryFileName(0);
 constexpr const char* kOld = "mapwright.recovery.old";
 constexpr const char* kDamaged = "mapwright.recovery.damaged";
 
@@ -133,6 +133,31 @@ TEST_F(RecoveryTest, WorkThatIsSavedOrGivenUpIsNotOfferedAgain) {
   EXPECT_FALSE(fs::exists(kRecoveryFile));
 }
 
+TEST_F(RecoveryTest, ARunningEditorsWorkIsNeitherOfferedNorReplaced) {
+  Edit(50);
+  LetTimePass();
+  const Bytes file = ReadBytes(kRecoveryFile);
+  Recovery running = std::move(recovery);
+  Restart();
+  EXPECT_FALSE(OfferRecovery());
+  AnswerDialogs("Valley");
+  ASSERT_TRUE(OpenLevel());
+  Edit(51);
+  LetTimePass();
+  EXPECT_EQ(ReadBytes(kRecoveryFile), file);
+  EXPECT_TRUE(fs::exists(RecoveryFileName(1)));
+  running = Recovery{};  // both are killed
+  Restart();
+  scripted::script.answers = {PromptAnswer::No, PromptAnswer::Yes};
+  ASSERT_TRUE(OfferRecovery()) << "one after the other";
+  EXPECT_EQ(Shown(), 51);
+  EXPECT_EQ(ReadBytes(kOld), file);
+  ASSERT_TRUE(SaveLevel());
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    EXPECT_EQ(entry.path().string().find("-lock"), std::string::npos) << entry.path();
+  }
+}
+
 TEST_F(RecoveryTest, DeclinedWorkIsKeptOnceUnderAnotherName) {
   Edit(50);
   LetTimePass();
@@ -172,20 +197,26 @@ TEST_F(RecoveryTest, WorkOnALevelThatIsGoneIsKept) {
   scripted::script.answers = {PromptAnswer::Yes, PromptAnswer::Ok};
   EXPECT_FALSE(OfferRecovery());
   EXPECT_THAT(scripted::script.prompts.back().text, HasSubstr("mapwright.recovery.old"));
+  EXPECT_THAT(scripted::script.prompts.back().text, HasSubstr("No such file or directory"));
   EXPECT_FALSE(editor.levelModified);
   EXPECT_TRUE(fs::exists(kOld));
 }
 
-TEST_F(RecoveryTest, ObjectsThatWereNotAllReadAreLeftToTheLevel) {
-  operations.saveStaticObjects = [this] { calls.emplace_back("objects"); };
-  objectStore.loadedIncompletely = true;
+TEST_F(RecoveryTest, WorkOnADamagedMapComesBackAndTheMapOnDiskStillNeedsAWord) {
+  ASSERT_TRUE(LevelArchive()->WriteMember("varnhold/levels/Island/heightmap.raw", Bytes(70'000)));
+  scripted::script.answers = {PromptAnswer::Ok};
+  ASSERT_TRUE(OpenLevel());
   Edit(50);
   LetTimePass();
-  objectStore.loadedIncompletely = false;
-  EXPECT_TRUE(calls.empty());
-  Edit(51);
-  LetTimePass();
-  EXPECT_EQ(calls.size(), 1u);
+  Restart();
+  scripted::script.answers = {PromptAnswer::Yes, PromptAnswer::Ok, PromptAnswer::No};
+  ASSERT_TRUE(OfferRecovery());
+  EXPECT_EQ(Shown(), 50);
+  EXPECT_THAT(scripted::script.prompts.back().text, HasSubstr("read to row 136 of 256"));
+  ASSERT_TRUE(SaveLevel());
+  EXPECT_THAT(scripted::script.prompts.back().text, HasSubstr("Replace the damaged height map"));
+  EXPECT_EQ(MemberOnDisk("Island", "heightmap.raw"), Bytes(70'000));
+  EXPECT_THAT(TextOnDisk("Island", "init/skyandsun.con"), HasSubstr("fogstart 50"));
 }
 
 // The program stops, a change fails or the disk is full, at every change that the writing makes.

@@ -1,5 +1,5 @@
-// A shell without windows for the tests of its logic: a small flat level's numbers, an existing
-// terrain, and a record of what the windows were told.
+// A shell without windows for the tests of its logic: a small flat level that counts as open, an
+// existing terrain, and a record of what the windows were told.
 #pragma once
 
 #include <map>
@@ -28,7 +28,7 @@ class ShellTest : public SandboxTest {
     modConfig.HeightScale = 0.5f;
     CreateTerrain();
     InitGrid();
-    editor.viewReady = true;
+    editor.viewReady = editor.levelLoaded = true;
     shell.setCommandChecked = [this](CommandId id, bool on) { checked[id] = on; };
     shell.setCommandEnabled = [this](CommandId id, bool on) { enabled[id] = on; };
   }

@@ -93,6 +93,16 @@ TEST_F(ArchiveReplace, ALevelThatDidNotExistGetsNoBackup) {
   EXPECT_FALSE(fs::exists(kBackup));
 }
 
+TEST_F(ArchiveReplace, ADamagedLevelDoesNotReplaceTheBackupOfAWholeOne) {
+  const Bytes damaged = TextBytes("not an archive");
+  WriteBytes(kLevel, damaged);
+  WriteBytes(kBackup, oldBytes);
+  Archive archive;
+  ASSERT_TRUE(ReplaceLevel(archive)) << archive.Error();
+  EXPECT_EQ(ReadBytes(kBackup), oldBytes);
+  EXPECT_EQ(ReadBytes("now/level.vra.damaged.bak"), damaged);
+}
+
 TEST_F(ArchiveReplace, WhatAKilledProgramLeftAsideIsReplaced) {
   WriteBytes("now/level.vra-new", NoiseBytes(300, 5));
   WriteBytes("now/level.vra-new-journal", NoiseBytes(300, 6));

@@ -1,8 +1,12 @@
 // What keeps a level safe while it is open: the state before the first save stays as a backup, what
 // a save wrote is read back, and a file that another program has changed is not written into.
 #include <gtest/gtest.h>
+#include <linux/capability.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include "data/archive.h"
+#include "platform/file.h"
 #include "support/archive_bytes.h"
 #include "support/disk_faults.h"
 #include "support/sandbox.h"
@@ -26,10 +30,14 @@ class ArchiveSafety : public SandboxTest {
     EXPECT_TRUE(archive.Open(kLevel, true));
   }
 
+  // A program that asks for no claim.
   static bool AddMember(const std::string& member) {
+    fs::copy_file(kLevel, "now/copy", fs::copy_options::overwrite_existing);
     Archive other;
-    return other.Open(kLevel, true) && other.WriteMember(member, NoiseBytes(70, 7)) &&
-           other.Close();
+    const bool added = other.Open("now/copy", true) &&
+                       other.WriteMember(member, NoiseBytes(70, 7)) && other.Close();
+    WriteBytes(kLevel, ReadBytes("now/copy"));
+    return added;
   }
 
   // Another program writes a file of its own over the archive, as a copy or a download does.
@@ -156,6 +164,115 @@ TEST_F(ArchiveSafety, AFileThatWasMovedAwayIsBroughtBackAndTheMovedOneKeepsItsSt
   ASSERT_TRUE(back.Open(kLevel, false));
   EXPECT_EQ(back.ReadMember("heights"), NoiseBytes(40000, 1));
   EXPECT_EQ(back.ReadMember("ours"), NoiseBytes(20, 8));
+}
+
+TEST_F(ArchiveSafety, ASecondEditorCanOnlyLookUntilTheFirstIsDone) {
+  Archive second;
+  ASSERT_TRUE(second.Open(kLevel, true)) << second.Error();
+  EXPECT_FALSE(second.Writable());
+  EXPECT_EQ(second.WriteProtection(), "Another Mapwright has it open");
+  EXPECT_EQ(second.ReadMember("heights"), NoiseBytes(40000, 1));
+  EXPECT_FALSE(second.WriteMember("theirs", {}));
+  EXPECT_FALSE(second.Create(kLevel)) << "not even anew";
+  ASSERT_TRUE(second.Open(kLevel, true));
+
+  ASSERT_TRUE(archive.WriteMember("heights", NoiseBytes(30, 2)));
+  EXPECT_FALSE(second.LiftWriteProtection());
+  ASSERT_TRUE(archive.Close()) << "which puts a compacted file in its place";
+  ASSERT_TRUE(second.LiftWriteProtection()) << second.Error();
+  EXPECT_EQ(second.OnDisk(), ArchiveOnDisk::Changed);
+  EXPECT_FALSE(second.WriteMember("heights", {})) << "not before the change is taken on";
+  ASSERT_TRUE(second.Reopen() && second.WriteMember("theirs", NoiseBytes(9, 9)));
+  ASSERT_TRUE(archive.Open(kLevel, true));
+  EXPECT_FALSE(archive.Writable()) << "the claim has moved with the file that was taken on";
+  EXPECT_EQ(archive.ReadMember("heights"), NoiseBytes(30, 2));
+}
+
+TEST_F(ArchiveSafety, TheClaimFollowsAFileThatTakesTheArchivesPlace) {
+  const auto isClaimed = [] {
+    Archive second;
+    return second.Open(kLevel, true) && !second.Writable();
+  };
+  fs::remove(kLevel);
+  ASSERT_TRUE(archive.Reopen());
+  EXPECT_TRUE(isClaimed()) << "brought back";
+  ReplaceBy(oldBytes);
+  ASSERT_TRUE(archive.Reopen());
+  EXPECT_TRUE(isClaimed()) << "taken on";
+  Archive created;
+  EXPECT_TRUE(created.CreateAside(kLevel));
+  EXPECT_FALSE(created.PutInPlace()) << "it is open in another editor";
+  EXPECT_EQ(created.Error(), "Another Mapwright has it open");
+  EXPECT_FALSE(Archive().CreateAside(kLevel)) << "another editor is making one";
+  ASSERT_TRUE(archive.Close());
+  ASSERT_TRUE(created.PutInPlace()) << created.Error();
+  EXPECT_TRUE(isClaimed()) << "newly made";
+}
+
+TEST_F(ArchiveSafety, AnotherEditorsSaveIsNotUndone) {
+  for (const bool writable : {false, true}) {
+    Bytes underWay, journal;
+    diskFaultPlan = [&](const DiskChange& change) -> std::optional<DiskFault> {
+      if (change.kind != DiskChange::Kind::Remove) return std::nullopt;
+      // All is written, the journal is still there.
+      underWay = ReadBytes(kLevel);
+      journal = ReadBytes("now/level.vra-journal");
+      Archive second;
+      EXPECT_FALSE(second.Open(kLevel, writable));
+      EXPECT_EQ(second.Error(), "Another Mapwright is just saving it");
+      EXPECT_EQ(ReadBytes(kLevel), underWay);
+      EXPECT_EQ(ReadBytes("now/level.vra-journal"), journal);
+      return std::nullopt;
+    };
+    const bool saved = archive.WriteMember("heights", NoiseBytes(40000, writable ? 3 : 2));
+    diskFaultPlan = nullptr;
+    EXPECT_TRUE(saved);
+    EXPECT_FALSE(journal.empty());
+  }
+}
+
+// Takes from this thread the right to write what the file's permissions forbid, which root has.
+class PermissionsCount {
+ public:
+  PermissionsCount() {
+    syscall(SYS_capget, &header_, before_);
+    __user_cap_data_struct without[2] = {before_[0], before_[1]};
+    without[0].effective &= ~(1u << CAP_DAC_OVERRIDE);
+    syscall(SYS_capset, &header_, without);
+  }
+  ~PermissionsCount() { syscall(SYS_capset, &header_, before_); }
+
+ private:
+  __user_cap_header_struct header_{_LINUX_CAPABILITY_VERSION_3, 0};
+  __user_cap_data_struct before_[2] = {};
+};
+
+TEST_F(ArchiveSafety, AWriteProtectedFileIsOpenForLookingUntilItCanBeWritten) {
+  const PermissionsCount guard;
+  archive.Close();
+  fs::permissions(kLevel, fs::perms::owner_read);
+  ASSERT_TRUE(archive.Open(kLevel, true)) << archive.Error();
+  EXPECT_EQ(archive.WriteProtection(), "Permission denied");
+  EXPECT_EQ(archive.ReadMember("heights"), NoiseBytes(40000, 1));
+  EXPECT_FALSE(archive.LiftWriteProtection());
+  fs::permissions(kLevel, fs::perms::owner_all);
+  ASSERT_TRUE(archive.LiftWriteProtection()) << archive.Error();
+  EXPECT_TRUE(archive.WriteMember("heights", {})) << archive.Error();
+}
+
+TEST_F(ArchiveSafety, TheBackupComesBeforeTheFirstChangeOfAnyKind) {
+  const Bytes earlier = TextBytes("of an earlier day");
+  WriteBytes(kBackup, earlier);
+  archive.BackUpFirst(BackupKind::Damaged);
+  fs::create_directory("now/level.vra.damaged.bak");  // nothing can take its place
+  EXPECT_FALSE(archive.RemoveMember("heights"));
+  EXPECT_NE(archive.Error().find("level.vra.damaged.bak, could not be made"), std::string::npos);
+  fs::remove("now/level.vra.damaged.bak");
+  ASSERT_TRUE(archive.RemoveMember("heights")) << archive.Error();
+  EXPECT_EQ(archive.TakeNewBackup(), "level.vra.damaged.bak");
+  EXPECT_EQ(archive.TakeNewBackup(), "");
+  EXPECT_EQ(ReadBytes("now/level.vra.damaged.bak"), oldBytes);
+  EXPECT_EQ(ReadBytes(kBackup), earlier) << "that of a level that could all be read";
 }
 
 TEST_F(ArchiveSafety, AStrayJournalIsSetAsideOverNothing) {

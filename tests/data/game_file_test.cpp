@@ -135,21 +135,6 @@ TEST_F(GameFileTest, AFormattedLineTooLongIsRefusedWhole) {
   EXPECT_EQ(file->data.size(), kMaxPrintfText);
 }
 
-TEST_F(GameFileTest, LoadingFillsWithZerosAndReportsAMissingFile) {
-  Put("heightmap.raw", "abc");
-  std::size_t available = 0;
-  EXPECT_EQ(Text(*LoadGameFileBytes(LevelPath("heightmap.raw"), 5, &available)),
-            std::string("abc\0\0", 5));
-  EXPECT_EQ(available, 3u);
-  EXPECT_EQ(Text(*LoadGameFileBytes(LevelPath("heightmap.raw"), 2)), "ab");
-
-  scripted::script.answers = {PromptAnswer::Ok};
-  EXPECT_FALSE(LoadGameFileBytes(LevelPath("materialmap.raw"), 4));
-  ASSERT_EQ(scripted::script.prompts.size(), 1u);
-  EXPECT_EQ(scripted::script.prompts[0].text, "Can't Find The Height Map!");
-  EXPECT_EQ(scripted::script.prompts[0].caption, "Error");
-}
-
 TEST_F(GameFileTest, ImportsADiskFileByteForByte) {
   ASSERT_TRUE(WriteWholeFile("source.bin", std::string_view("a\nb\0", 4)));
   EXPECT_TRUE(ImportDiskFile("source.bin", LevelPath("added.bin")));

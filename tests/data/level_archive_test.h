@@ -11,6 +11,7 @@
 #include "core/editor_state.h"
 #include "data/archive.h"
 #include "data/game_file.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "support/sandbox.h"
 
@@ -61,6 +62,7 @@ class LevelArchiveTest : public SandboxTest {
     modConfig = ModConfig{};
     openLevelModFolder.clear();
     ClearGameFileError();
+    ClearLoadReport();
   }
 };
 

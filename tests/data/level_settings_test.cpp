@@ -1,11 +1,12 @@
 #include "data/level_settings.h"
 
 #include <clocale>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <limits>
 #include <stdlib.h>
 
 #include "data/level_archive_test.h"
+#include "data/load_report.h"
 
 namespace mw {
 namespace {
@@ -245,18 +246,15 @@ TEST_F(LevelSettingsTest, TeamTextsThatTheTableHasOnlyInPartKeepTheirLines) {
 
 TEST_F(LevelSettingsTest, AnUnknownSkinWarnsAndTakesTheSidesOwnEntry) {
   modConfig.chosenTeam = {2, 2};
-  scripted::script.answers = {PromptAnswer::Ok};
   Put("init.con", "game.setTeamSkin 1 Pirates\r\n");
+  BeginLoadReport();
   ReadLevelSettings();
-  ASSERT_EQ(scripted::script.prompts.size(), 1u);
-  EXPECT_EQ(scripted::script.prompts[0].text,
-            "Team skin \"Pirates\" not available in config file \"mymod\"\n");
-  EXPECT_EQ(scripted::script.prompts[0].caption, "Warning");
-  EXPECT_EQ(scripted::script.prompts[0].icon, PromptIcon::Exclamation);
+  EXPECT_THAT(loadReport.lines,
+              testing::Contains("Team skin \"Pirates\" not available in config file \"mymod\""));
+  ClearLoadReport();
   EXPECT_EQ(modConfig.chosenTeam[0], 0);
 
   modConfig.teamCount = 1;
-  scripted::script.answers = {PromptAnswer::Ok};
   Put("init.con", "game.setTeamSkin 2 Pirates\r\n");
   ReadLevelSettings();
   EXPECT_EQ(modConfig.chosenTeam[1], 2) << "the side has no entry of its own";
@@ -269,6 +267,60 @@ TEST_F(LevelSettingsTest, TeamLinesAreKeptWhereTheTableHasNothingForThem) {
   EXPECT_EQ(Save(script), script) << "an entry without texts";
   modConfig.teamCount = 0;
   EXPECT_EQ(Save(script), script) << "an empty table";
+}
+
+TEST_F(LevelSettingsTest, ADamagedOrMissingScriptIsToldAndKeptAndTheSizeComesFromTheHeightMap) {
+  Put("init.con", "renderer.fogend 900\r\n");
+  Put("init/terrain.con", "GeometryTemplate.materialSize 256\r\n");
+  Put("heightmap.raw", std::string(1024 * 1024 * 2, 'h'));
+  Damage("init/terrain.con");
+  const std::string damaged = Get("init/terrain.con");
+  modConfig.MaterialSize = 512;
+  modConfig.WorldSize = 2048;
+  BeginLoadReport();
+  ReadLevelSettings();
+  EXPECT_THAT(loadReport.lines,
+              testing::ElementsAre("The settings script init/terrain.con is damaged: it could be "
+                                   "read to line 0. It is kept as it is.",
+                                   "The settings script init/skyandsun.con is missing.",
+                                   "The level's size was taken from its height map: 1024 samples "
+                                   "over 4096 units."));
+  EXPECT_FALSE(loadReport.readWhole);
+  modConfig.fogEnd = 7;
+  WriteLevelSettings();
+  EXPECT_EQ(GameFileError(), "") << "the rest is saved";
+  EXPECT_EQ(Get("init/terrain.con"), damaged);
+  EXPECT_EQ(Get("init.con"), "renderer.fogend 7\r\n");
+}
+
+// What the scripts say, what the height map says, and what comes of it.
+TEST_F(LevelSettingsTest, TheSizeIsTakenFromTheHeightMapWhereTheScriptsGiveNone) {
+  struct Case {
+    const char* terrainScript;  // null: missing
+    std::size_t heights;
+    int materialSize, worldSize;
+    bool scriptIsKept = false;
+  };
+  constexpr const char* kSmall =
+      "GeometryTemplate.materialSize 256\nGeometryTemplate.worldSize 2000\n";
+  constexpr const char* kBroken =
+      "GeometryTemplate.materialSize 656\nGeometryTemplate.worldSize 2000\n";
+  for (const Case& c :
+       {Case{nullptr, 256 * 256 * 2, 256, 1024}, Case{nullptr, 1024, 512, 2048},
+        Case{"rem no size", 256 * 256 * 2, 512, 2048}, Case{kSmall, 1024 * 1024 * 2, 256, 2000},
+        Case{kBroken, 256 * 256 * 2, 256, 2000, true}, Case{kBroken, 1000, 656, 2000}}) {
+    archives.Clear();
+    level = archives.CreateArchive((folder / "Sizes.vra").string());
+    if (c.terrainScript) Put("init/terrain.con", c.terrainScript);
+    Put("heightmap.raw", std::string(c.heights, 'h'));
+    modConfig.MaterialSize = 512;
+    modConfig.WorldSize = 2048;
+    BeginLoadReport();
+    ReadLevelSettings();
+    EXPECT_EQ(modConfig.MaterialSize, c.materialSize);
+    EXPECT_EQ(modConfig.WorldSize, c.worldSize);
+    EXPECT_EQ(MayWrite(LevelPart::TerrainScript), !c.scriptIsKept);
+  }
 }
 
 // A comma locale for the life of the test, made on the spot where the system has none.

@@ -234,10 +234,9 @@ TEST_F(ModsTest, TheStartUpScriptIsWrittenOnceAsTheGameReadsIt) {
 TEST_F(ModsTest, AGameFolderWithoutModsIsReportedOnce) {
   scripted::script.answers = {PromptAnswer::Ok};
   CreateModFolders("winter", "C:\\nowhere\\");
-  EXPECT_EQ(
-      scripted::script.prompts.at(0).text,
-      "Failed to create directory C:\\nowhere\\Mods\\winter.  This will cause future problems."
-      "  Please check your Mod configuration");
+  EXPECT_EQ(scripted::script.prompts.at(0).text,
+            "Failed to create directory C:/nowhere/Mods/winter.  This will cause future problems."
+            "  Please check your Mod configuration");
   EXPECT_EQ(scripted::script.prompts.at(0).caption, "Warning");
 }
 

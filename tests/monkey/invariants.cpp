@@ -119,7 +119,6 @@ void CheckHeld(Broken& broken) {
   Expect(!editor.leftHeld, "the left button counts as held", broken);
   Expect(!editor.rubberBandActive, "a rubber band is left", broken);
   Expect(!materialMapper->painting, "painting goes on", broken);
-  Expect(!terrain->flattenActive, "flattening goes on", broken);
 }
 
 }  // namespace

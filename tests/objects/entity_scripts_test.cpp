@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "data/level_archive_test.h"
+#include "data/load_report.h"
 #include "objects/entities.h"
 #include "objects/object_store.h"
 
@@ -49,6 +50,12 @@ class EntityScriptsTest : public LevelArchiveTest {
       names.push_back(record->name.String() + ":" + std::to_string(record->modes));
     }
     return names;
+  }
+
+  static void Read() {
+    BeginLoadReport();
+    ReadGameModeFiles();
+    EndLoadReport();
   }
 
   std::map<std::string, std::string> AllFiles() const {
@@ -393,10 +400,10 @@ TEST_F(EntityScriptsTest, OpeningAndSavingSettlesAfterTheSecondTime) {
 
 TEST_F(EntityScriptsTest, AFullTableLosesNothingThatItsThreeFilesShare) {
   for (const char* mode : kFolders) PutControlPoints(mode, "p", kMaxTemplates);
-  ReadGameModeFiles();
+  Read();
   EXPECT_EQ(entities.Of(EntityKind::ControlPoint).templates.size(), kMaxTemplates);
   EXPECT_EQ(entities.Of(EntityKind::ControlPoint).instances.size(), kMaxInstances);
-  EXPECT_FALSE(objectStore.loadedIncompletely);
+  EXPECT_THAT(loadReport.lines, testing::IsEmpty());
 }
 
 TEST_F(EntityScriptsTest, WhatDoesNotFitIsReportedOnceForEachKind) {
@@ -406,19 +413,25 @@ TEST_F(EntityScriptsTest, WhatDoesNotFitIsReportedOnceForEachKind) {
   std::string groups;
   for (int id = 1; id <= 50; ++id) groups += "spawnPointManager.group " + std::to_string(id) + "\n";
   Put("tdm/spawnPointManagerSettings.con", groups);
-  scripted::script.answers = {PromptAnswer::Ok, PromptAnswer::Ok};
-  ReadGameModeFiles();
+  Read();
   EXPECT_EQ(entities.Of(EntityKind::ControlPoint).templates.size(), kMaxTemplates);
   EXPECT_EQ(entities.spawnGroups.size(), kMaxSpawnGroups);
-  ASSERT_EQ(scripted::script.prompts.size(), 2u);
-  EXPECT_EQ(scripted::script.prompts[0].text,
-            "Too many spawn groups in tdm/spawnPointManagerSettings.con: only the first 48 were "
-            "loaded.");
-  EXPECT_EQ(scripted::script.prompts[1].text,
-            "Too many control point templates in ctf/ControlPointTemplates.con: only the first "
-            "1024 were loaded.");
-  EXPECT_EQ(scripted::script.prompts[1].icon, PromptIcon::Stop);
-  EXPECT_TRUE(objectStore.loadedIncompletely);
+  EXPECT_THAT(
+      loadReport.lines,
+      ElementsAre("Too many spawn groups in tdm/spawnPointManagerSettings.con: only the first 48 "
+                  "were loaded.",
+                  "Too many control point templates in ctf/ControlPointTemplates.con: only the "
+                  "first 1024 were loaded.",
+                  "Of the control points in ctf/ControlPoints.con, 2 without a template were left "
+                  "out.",
+                  "Of the control points in tdm/ControlPoints.con, 2 without a template were left "
+                  "out."));
+  const auto before = AllFiles();
+  entities.Of(EntityKind::ControlPoint).instances.resize(1);
+  WriteGameModeFiles();
+  for (const auto& [file, text] : AllFiles()) {
+    EXPECT_EQ(text != before.at(file), file.starts_with("conquest/")) << file;
+  }
 }
 
 // What a record cannot hold must not be written back in part.
@@ -429,28 +442,40 @@ TEST_F(EntityScriptsTest, NamesThatAreTooLongAreCutAndReported) {
   Put("conquest/ControlPoints.con", "Object.create " + most + "-end\n");
   Put("ctf/SoldierSpawnTemplates.con", "ObjectTemplate.create SpawnPoint " + most + "\n");
   Put("ctf/SoldierSpawns.con", "Object.create " + most + "\n");
-  scripted::script.answers = {PromptAnswer::Ok};
-  ReadGameModeFiles();
+  Read();
   EXPECT_EQ(InstanceAt(EntityKind::ControlPoint, 0).name, most);
   EXPECT_EQ(InstanceAt(EntityKind::SoldierSpawn, 0).name, most);
-  ASSERT_EQ(scripted::script.prompts.size(), 1u);
-  EXPECT_EQ(scripted::script.prompts[0].text,
+  EXPECT_EQ(loadReport.lines.at(0),
             "Some names in conquest/ControlPointTemplates.con are longer than 47 characters and "
             "were cut.");
-  EXPECT_TRUE(objectStore.loadedIncompletely);
+  EXPECT_FALSE(MayWrite(LevelPart::ConquestEntities));
+  EXPECT_TRUE(MayWrite(LevelPart::CaptureTheFlagEntities));
 }
 
 TEST_F(EntityScriptsTest, ADamagedFileIsReportedAndNotToBeReplaced) {
   PutSoldierSpawn("conquest", "s");
   ASSERT_TRUE(level->CommitSave());
   Damage("conquest/SoldierSpawns.con");
-  scripted::script.answers = {PromptAnswer::Ok};
-  ReadGameModeFiles();
-  ASSERT_EQ(scripted::script.prompts.size(), 1u);
-  EXPECT_EQ(scripted::script.prompts[0].text,
+  Read();
+  EXPECT_EQ(loadReport.lines.at(0),
             "The file conquest/SoldierSpawns.con is damaged: not all of its soldier spawns could "
-            "be loaded.");
-  EXPECT_TRUE(objectStore.loadedIncompletely);
+            "be loaded (0 were).");
+  EXPECT_FALSE(MayWrite(LevelPart::ConquestEntities));
+}
+
+TEST_F(EntityScriptsTest, OneOfTwoFilesThatIsMissingIsReported) {
+  Put("ctf/SoldierSpawnTemplates.con", "ObjectTemplate.create SpawnPoint s\n");
+  Put("tdm/ControlPoints.con", "Object.create c\n");
+  Read();
+  EXPECT_THAT(loadReport.lines,
+              ElementsAre("The file ctf/SoldierSpawns.con is missing.",
+                          "Of the control points in tdm/ControlPoints.con, 1 without a template "
+                          "were left out.",
+                          "The file tdm/ControlPointTemplates.con is missing.",
+                          "The file ctf/spawnPointManagerSettings.con is missing."));
+  EXPECT_TRUE(MayWrite(LevelPart::ConquestEntities));
+  EXPECT_FALSE(MayWrite(LevelPart::CaptureTheFlagEntities));
+  EXPECT_FALSE(MayWrite(LevelPart::TeamDeathMatchEntities));
 }
 
 TEST_F(EntityScriptsTest, TheTreeShowsWhatWasRead) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "data/load_report.h"
 #include "objects/object_level_test.h"
 #include "objects/property_sheet.h"
 #include "support/archive_bytes.h"
@@ -17,8 +18,6 @@ using testing::IsEmpty;
 constexpr const char* kScript = "StaticObjects.con";
 constexpr const char *kSpawnScript = "conquest/ObjectSpawns.con",
                      *kSpawns = "Object.create tank\r\n";
-constexpr const char* kNotSaved =
-    "This level was not loaded completely. Its objects and entities were not saved.";
 
 class StaticObjectsTest : public ObjectLevelTest {
  protected:
@@ -40,16 +39,13 @@ class StaticObjectsTest : public ObjectLevelTest {
     return lines;
   }
   // Of a level with kSpawns as its vehicles.
-  void ExpectLossSaidAndNothingSaved(const std::string& reason) {
+  void ExpectLossSaidAndNothingSaved(const std::string& line) {
     const std::string before = Get(kScript);
-    scripted::script.answers = {PromptAnswer::Ok, PromptAnswer::Ok};
+    BeginLoadReport();
     LoadStaticObjects();
+    EndLoadReport();
     SaveStaticObjects();
-    ASSERT_EQ(scripted::script.prompts.size(), 2u) << "one for loading, one for saving";
-    EXPECT_EQ(scripted::script.prompts[0].text, "Could not load all objects - " + reason);
-    EXPECT_EQ(scripted::script.prompts[0].caption, "ERROR");
-    EXPECT_EQ(scripted::script.prompts[1].text, kNotSaved);
-    EXPECT_EQ(scripted::script.prompts[1].caption, "Warning");
+    EXPECT_THAT(loadReport.lines, testing::Contains(testing::StartsWith(line)));
     EXPECT_EQ(Get(kScript), before);
     EXPECT_EQ(Get(kSpawnScript), kSpawns);
   }
@@ -137,17 +133,19 @@ TEST_F(StaticObjectsTest, TheLargestLevelLoadsWhole) {
   LoadStaticObjects();
   EXPECT_EQ(objectStore.objects.size(), 2048u);
   EXPECT_EQ(objectStore.objects.back().position.x, 2047);
-  EXPECT_FALSE(objectStore.loadedIncompletely);
 }
 
 TEST_F(StaticObjectsTest, ATooLargeLevelIsNotOverwritten) {
   Put(kScript, Lines(2049));
   Put(kSpawnScript, kSpawns);
-  ExpectLossSaidAndNothingSaved("Maximum number of objects exceeded!");
+  ExpectLossSaidAndNothingSaved(
+      "Could not load all objects - Maximum number of objects exceeded! (2048 were loaded.)");
+  EXPECT_EQ(loadReport.lines.back(), "The level's entities were not loaded.");
   EXPECT_EQ(objectStore.objects.size(), 2048u);
   EXPECT_EQ(ChildrenOf(levelTree.fixed.standardMeshes).size(), 2048u);
 
   ClearAllObjects();
+  ClearLoadReport();
   Put(kScript, "Object.create hut\n");
   LoadStaticObjects();
   SaveStaticObjects();
@@ -164,7 +162,20 @@ TEST_F(StaticObjectsTest, ADamagedFileIsNotOverwritten) {
   mw::Bytes file = archive.file;
   std::fill_n(file.begin() + entry->offset + entry->storedSize / 2, 64, std::uint8_t{0xEE});
   WriteBytes(folder / "Island.vra", file);
-  ExpectLossSaidAndNothingSaved("StaticObjects.con is damaged!");
+  ExpectLossSaidAndNothingSaved("Could not load all objects - StaticObjects.con is damaged!");
+  EXPECT_GT(objectStore.objects.size(), 1000u);
+  EXPECT_EQ(objectStore.objects.back().position.x, 1999) << "what lies behind the damage is there";
+  for (const StaticObject& object : objectStore.objects) {
+    const auto index = static_cast<float>(&object - objectStore.objects.data());
+    EXPECT_GE(object.position.x, object.inUse ? index : 0) << "the lines of another object";
+  }
+}
+
+TEST_F(StaticObjectsTest, ANameThatIsTooLongIsCutAndItsFileNotOverwritten) {
+  Put(kScript, "Object.create " + std::string(64, 'n') + "\r\n");
+  Put(kSpawnScript, kSpawns);
+  ExpectLossSaidAndNothingSaved(
+      "Some names in StaticObjects.con are longer than 63 characters and were cut.");
 }
 
 TEST_F(StaticObjectsTest, ADeletedObjectIsNotSavedAndFreesItsPlaceAtOnce) {

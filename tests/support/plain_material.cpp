@@ -75,9 +75,8 @@ void DrawGridLoop(int i, int j) {
 }
 
 void DrawCell(int i, int j) {
-  std::uint32_t& cell = materialMapper->grid[i][j];
+  const std::uint32_t cell = materialMapper->grid[i][j];
   const bool inBrush = IsInBrush(i, j);
-  if (inBrush && materialMapper->painting) cell = materialMapper->currentMaterial;
   const std::uint32_t material = cell < kMaterialCount ? cell : 0;
   if (inBrush)
     glColor4f(1, 0, 0, 1);

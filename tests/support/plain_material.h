@@ -4,7 +4,7 @@
 
 namespace mw::plain {
 
-// The cells with painting, brush, icons or surface pictures, and grid. The view square must be up
+// The cells with brush, icons or surface pictures, and grid. The view square must be up
 // to date.
 void DrawMaterialModeCells();
 

@@ -38,38 +38,13 @@ CellCorners CornersOf(int i, int j) {
 
 bool Within(float value, float low, float high) { return low < value && value <= high; }
 
-void SelectPendingPick(const CellCorners& cell) {
-  const float half = CellSize / 2;
-  if (!pick.pending || !Within(cell.nearLeft.x, pick.x - half, pick.x + half) ||
-      !Within(cell.nearLeft.z, pick.z - half, pick.z + half))
-    return;
-  TerrainVertex& vertex = terrain->grid[cell.i][cell.j];
-  vertex.selected = editor.ctrlHeld ? 1 : !vertex.selected;
-  GrowSelectionBox(cell.i, cell.j);
-  ComputeSmoothingWeights();
-  pick.pending = false;
-}
-
-// True when the cell is in the brush.
-bool Flatten(CellCorners& cell) {
+bool IsInFlattenBrush(const CellCorners& cell) {
+  if (terrain->tool != TerrainTool::Flatten) return false;
   const float x = cell.nearLeft.x, z = cell.nearLeft.z;
-  TerrainVertex& vertex = terrain->grid[cell.i][cell.j];
-  if (!terrain->flattenSampled || editor.ctrlHeld) {
-    if (!Within(x, pick.x, pick.x + CellSize) || !Within(z, pick.z - CellSize, pick.z))
-      return false;
-    terrain->flattenSampled = 1;
-    terrain->flattenHeight = vertex.h;
-    return true;
-  }
-  const float size = static_cast<float>(terrain->brushSize);
-  const float outer = (size + 1) * CellSize, inner = size * CellSize;
-  if (!Within(x, pick.x - outer, pick.x + outer) || !Within(z, pick.z - outer, pick.z + outer))
-    return false;
-  if (terrain->flattenActive) {
-    vertex.h = terrain->flattenHeight;
-    cell = CornersOf(cell.i, cell.j);
-  }
-  return x > pick.x - inner && z <= pick.z + inner;
+  if (!terrain->flattenSampled || editor.ctrlHeld)
+    return Within(x, pick.x, pick.x + CellSize) && Within(z, pick.z - CellSize, pick.z);
+  const float inner = static_cast<float>(terrain->brushSize) * CellSize, outer = inner + CellSize;
+  return Within(x, pick.x - inner, pick.x + outer) && Within(z, pick.z - outer, pick.z + inner);
 }
 
 // Texture coordinates count tiles over the whole level; those of a tile start at its own corner.
@@ -144,6 +119,7 @@ void SetBrushColour() {
     glColor4f(0, 0, 1, 1);
 }
 
+// Their depths sort them; the program draws them in order.
 void DrawMarker(const CellCorners& cell) {
   const TerrainVertex& vertex = terrain->grid[cell.i][cell.j];
   const Vector3& d = camera.direction;
@@ -162,9 +138,8 @@ void DrawMarker(const CellCorners& cell) {
   glLineWidth(2);
 }
 
-void DrawTerrainModeCell(CellCorners cell) {
-  SelectPendingPick(cell);
-  const bool inBrush = terrain->tool == TerrainTool::Flatten && Flatten(cell);
+void DrawTerrainModeCell(const CellCorners& cell) {
+  const bool inBrush = IsInFlattenBrush(cell);
   if (editor.ShowTextures) {
     if (inBrush)
       SetBrushColour();
@@ -181,7 +156,6 @@ void DrawTerrainModeCell(CellCorners cell) {
     DrawUntexturedCell(cell);
   }
   if (editor.ShowGrid) DrawGridLoop(cell);
-  if (terrain->tool == TerrainTool::PointManipulation) DrawMarker(cell);
 }
 
 void DrawPlainCell(const CellCorners& cell) {
@@ -214,6 +188,7 @@ void ForEachVisibleCell(DrawCell drawCell) {
 void DrawTerrainModeCells() {
   glDisable(GL_TEXTURE_2D);
   ForEachVisibleCell(DrawTerrainModeCell);
+  if (terrain->tool == TerrainTool::PointManipulation) ForEachVisibleCell(DrawMarker);
 }
 
 void DrawPlainCells() {

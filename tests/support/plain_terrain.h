@@ -4,8 +4,8 @@
 
 namespace mw::plain {
 
-// The Terrain Mapper's cells with their effects: pending pick, Flatten, brush colours, steep cells,
-// grid and point markers. The view square must be up to date.
+// The Terrain Mapper's cells with brush colours, steep cells, grid and point markers. The view
+// square must be up to date.
 void DrawTerrainModeCells();
 // The Object Mapper's cells.
 void DrawPlainCells();

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/camera.h"
+#include "core/editor_state.h"
 #include "data/mod_config.h"
 #include "data/textures.h"
 #include "terrain/level_textures.h"
@@ -46,7 +47,7 @@ unsigned MakeTexture(int red, int green, int blue) {
 void SetViewMatrices(const SceneCamera& from, int width, int height) {
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
-  gluPerspective(45, static_cast<double>(width) / height, 0.1, 350);
+  gluPerspective(kFieldOfView, static_cast<double>(width) / height, kNearPlane, kFarPlane);
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
   glRotatef(-from.pitch, 1, 0, 0);
@@ -122,6 +123,8 @@ void BeginScene(const SceneCamera& from, int width, int height) {
   glClearColor(211.0f / 255, 237.0f / 255, 254.0f / 255, 1);
   glEnable(GL_DEPTH_TEST);
   glDisable(GL_BLEND);
+  editor.viewWidth = static_cast<float>(width);
+  editor.viewHeight = static_cast<float>(height);
   SetViewMatrices(from, width, height);
   SetCamera(from);
   UpdateViewSquare();

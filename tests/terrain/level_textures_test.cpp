@@ -8,6 +8,7 @@
 #include "data/dds.h"
 #include "data/image.h"
 #include "data/level_archive_test.h"
+#include "data/load_report.h"
 #include "data/textures.h"
 #include "platform/disk.h"
 #include "support/dds_file.h"
@@ -40,6 +41,7 @@ class LevelTexturesTest : public LevelArchiveTest {
  protected:
   LevelTexturesTest() {
     levelTextures = {};
+    levelTextures.textureSetChosen = true;
     textureSet = {};
     modConfig.MaterialSize = 256;
     modConfig.WorldSize = 1024;
@@ -83,13 +85,35 @@ TEST_F(LevelTexturesTest, OpeningFindsTheTilesAndTheDetailTexture) {
   EXPECT_FALSE(levelTextures.hasDetail);
 }
 
-TEST_F(LevelTexturesTest, ReloadingKeepsTilesThatAreStillToBeGenerated) {
+TEST_F(LevelTexturesTest, ReloadingLeavesTheAssignmentsToTheUser) {
   Put("heightmap.raw", "");
   PutTile("textures/Tx03x04.dds");
   levelTextures.SurfaceAssigned[5][5] = true;
   LoadLevelTextures(LevelTextureLoad::Reloading);
-  EXPECT_TRUE(levelTextures.SurfaceAssigned[3][4]);
-  EXPECT_TRUE(levelTextures.SurfaceAssigned[5][5]);
+  EXPECT_FALSE(levelTextures.SurfaceAssigned[3][4]) << "un-assigned, its file is still there";
+  EXPECT_TRUE(levelTextures.SurfaceAssigned[5][5]) << "still to be generated";
+}
+
+TEST_F(LevelTexturesTest, DamagedTexturesAreToldOnOpening) {
+  PutTile("textures/Tx00x00.dds");
+  Put("textures/Tx01x01.dds", "damaged");
+  Put("textures/detail.dds", Text(DdsFile{8, 8, 32, 1, "DXT1", UniformBlocks(3, kRed)}.Bytes()));
+  BeginLoadReport();
+  LoadLevelTextures(LevelTextureLoad::Opening);
+  EXPECT_THAT(loadReport.lines,
+              testing::IsSupersetOf({"The texture Tx01x01.dds is damaged: it cannot be shown.",
+                                     "The texture detail.dds is damaged: it could be read in "
+                                     "part."}));
+}
+
+TEST_F(LevelTexturesTest, ALevelKeepsItsTexturesUntilASetIsChosenForIt) {
+  Put("Textures/detail.dds", "its own");
+  textureSet.detail = TwoColours(64);
+  levelTextures.textureSetChosen = true;  // for the level before
+  LoadLevelTextures(LevelTextureLoad::Opening);
+  WriteTextureSetToLevel();
+  EXPECT_EQ(Get("Textures/detail.dds"), "its own");
+  EXPECT_EQ(Get("Textures/ENVMAP_G_.rcm"), "(none)");
 }
 
 TEST_F(LevelTexturesTest, TextureSetGoesIntoTheLevelUprightAndInTheGamesSizes) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "data/level_archive_test.h"
+#include "data/load_report.h"
 
 namespace mw {
 namespace {
@@ -63,11 +64,11 @@ TEST_F(MaterialMapTest, CellsThatTheFileLacksBecomeDefault) {
 TEST_F(MaterialMapTest, AMissingFileIsToldAndOnlyTheLevelsCellsBecomeDefault) {
   Cell(1, 0) = Cell(256, 255) = 9;
   Cell(0, 0) = Cell(1, 256) = 7;
-  scripted::script.answers = {PromptAnswer::Ok};
+  BeginLoadReport();
   LoadMaterialMap();
-  ASSERT_EQ(scripted::script.prompts.size(), 1u);
-  EXPECT_EQ(scripted::script.prompts[0].text, "Can't Find The Height Map!");
-  EXPECT_EQ(scripted::script.prompts[0].caption, "Error");
+  EXPECT_EQ(loadReport.lines.at(0),
+            "Can't Find The Height Map! (The material map, materialmap.raw, is missing.)");
+  ClearLoadReport();
   EXPECT_EQ(Cell(1, 0), 0u);
   EXPECT_EQ(Cell(256, 255), 0u);
   EXPECT_EQ(Cell(0, 0), 7u);

@@ -1,5 +1,6 @@
 #include "terrain/material_mapper.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <set>
 #include <utility>
@@ -94,8 +95,32 @@ TEST_F(MaterialBrushTest, ThePointUnderTheCursorIsTheBrushesOwn) {
   EXPECT_NEAR(materialMapper->pick.x, 1010, 0.6);
   EXPECT_NEAR(materialMapper->pick.z, 1006, 0.6);
   EXPECT_EQ(pick.x, 0) << "that of the Terrain Mapper";
-  PickMaterialPoint(kWidth, 0);  // outside the view: stays
-  EXPECT_NEAR(materialMapper->pick.x, 1010, 0.6);
+  PickMaterialPoint(kWidth, 0);  // outside the view
+  EXPECT_TRUE(materialMapper->pickMissed);
+}
+
+TEST_F(MaterialBrushTest, AStrokeCoversTheLineBetweenItsPicks) {
+  MaterialFrame(kTopDown);
+  const auto cellUnder = [](int x, int y) {
+    PickMaterialPoint(x, y);
+    const Cell cell = CellOf(materialMapper->pick.x, materialMapper->pick.z);
+    return std::pair{cell.i + 1, cell.j};
+  };
+  std::set<std::pair<int, int>> passed;
+  for (int step = 0; step <= 100; ++step) passed.insert(cellUnder(90 + 2 * step, 60 + step));
+  PickMaterialPoint(90, 60);
+  StartPainting();
+  EXPECT_EQ(PaintedCells().size(), 1u) << "where the button went down";
+  PickMaterialPoint(290, 160);
+  const auto painted = PaintedCells();
+  EXPECT_TRUE(std::includes(painted.begin(), painted.end(), passed.begin(), passed.end()));
+  EXPECT_LE(painted.size(), passed.size() + 20) << "corners that no pixel's centre met";
+  LiftMaterialBrush();
+  PickMaterialPoint(30, 200);
+  EXPECT_EQ(PaintedCells().size(), painted.size() + 1) << "another place";
+  StopPainting();
+  PickMaterialPoint(90, 200);
+  EXPECT_EQ(PaintedCells().size(), painted.size() + 1);
 }
 
 TEST_F(MaterialBrushTest, SettingsOutsideTheirRangeBecomeTheNearest) {

@@ -46,12 +46,10 @@ class MaterialModeTest : public TerrainPictureTest {
     EXPECT_LE(DifferentPixels(frame, PlainMaterialFrame(from), kShades), kFewPixels);
   }
 
-  // One frame with the button held and the brush on this world position.
+  // Paints at a world position in what a frame shows.
   static void PaintAt(float x, float z, const SceneCamera& from = kTopDown) {
-    materialMapper->pick = {x, 60, z};
-    SetPainting(true);
     MaterialFrame(from);
-    SetPainting(false);
+    PaintAlong(BrushWay::At(x, z));
   }
 };
 

@@ -40,7 +40,8 @@ TEST_F(MaterialRenderTest, AfterEachStepOfAStrokeThePictureIsThatOfTheWholeGroun
   for (int step = 0; step < 6; ++step) {
     const float at = 990 + static_cast<float>(step) * 13;
     materialMapper->pick = {at, 60, at + 5};
-    SetPainting(step % 3 != 2);  // the button is let go now and then
+    if (step % 3 != 2)  // the button is let go now and then
+      PaintAlong({at - 13 * static_cast<float>(step), at - 8, at, at + 5});
     const DrawnPicture frame = MaterialFrame(kFly);
     EXPECT_LE(DifferentPixels(frame, PlainMaterialFrame(kFly), kShades), kFewPixels) << step;
     MarkMaterialsChanged();

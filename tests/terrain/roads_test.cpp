@@ -112,10 +112,11 @@ TEST_F(RoadsTest, ARoadTurnsAtItsPoints) {
   for (int i = 40; i <= 45; ++i) EXPECT_EQ(Height(i, 50), 60) << i;
   for (int j = 50; j <= 53; ++j) EXPECT_EQ(Height(45, j), 60) << j;
   EXPECT_EQ(Height(43, 52), 127);
-  for (int i = 40; i <= 44; ++i) EXPECT_EQ(Material(i, 50), 14u) << i;
-  EXPECT_EQ(Material(44, 52), 14u);
-  EXPECT_EQ(Material(44, 53), 0u);
-  EXPECT_EQ(Material(43, 51), 0u);
+  EXPECT_EQ(Material(40, 50), 0u) << "the cell before row 40";
+  for (int i = 41; i <= 45; ++i) EXPECT_EQ(Material(i, 50), 14u) << i;
+  EXPECT_EQ(Material(45, 52), 14u);
+  EXPECT_EQ(Material(45, 53), 0u);
+  EXPECT_EQ(Material(44, 51), 0u);
 }
 
 TEST_F(RoadsTest, TheWidthsAreOneThreeThreeAndFiveCells) {
@@ -127,7 +128,7 @@ TEST_F(RoadsTest, TheWidthsAreOneThreeThreeAndFiveCells) {
     Pick(100, 100, 80);
     Pick(101, 100, 80);  // a single step
     CreateRoad();
-    EXPECT_TRUE(OnlyCells(15, 100 - half, 100 + half, 100 - half, 100 + half)) << width;
+    EXPECT_TRUE(OnlyCells(15, 101 - half, 101 + half, 100 - half, 100 + half)) << width;
     EXPECT_EQ(Height(100 - half, 101 + half), 80) << width;
     EXPECT_EQ(Height(99 - half, 100), 127) << width;
     EXPECT_EQ(Height(100, 102 + half), 127) << width;
@@ -140,7 +141,7 @@ TEST_F(RoadsTest, AtTheEdgesOnlyWhatLiesInTheGridIsGraded) {
   Pick(1, 1, 70);
   Pick(1, 2, 70);
   CreateRoad();
-  EXPECT_TRUE(OnlyCells(3, 0, 3, 0, 3)) << "row 0 and column 0 included";
+  EXPECT_TRUE(OnlyCells(3, 1, 4, 0, 3)) << "the cells with data from the corner on";
   EXPECT_EQ(Height(0, 0), 70);
   EXPECT_EQ(Height(4, 4), 70);
 
@@ -148,7 +149,7 @@ TEST_F(RoadsTest, AtTheEdgesOnlyWhatLiesInTheGridIsGraded) {
   Pick(255, 255, 50);
   Pick(254, 255, 50);
   CreateRoad();
-  EXPECT_TRUE(OnlyCells(3, 253, 256, 253, 256)) << "column 256 included";
+  EXPECT_TRUE(OnlyCells(3, 254, 256, 253, 255)) << "up to the last cells with data";
   EXPECT_EQ(Height(256, 256), 50);
   EXPECT_EQ(Height(257, 256), 127);
   EXPECT_EQ(Height(256, 257), 127);

@@ -1,6 +1,10 @@
 #include <GL/gl.h>
+#include <cmath>
+#include <vector>
 
+#include "core/camera.h"
 #include "core/mini_map_picture.h"
+#include "terrain/terrain_passes.h"
 #include "terrain/terrain_picture_test.h"
 #include "terrain/world_point.h"
 
@@ -10,54 +14,8 @@ namespace {
 // Effects of the tools that take place when the terrain is drawn.
 class TerrainEffectsTest : public TerrainPictureTest {
  protected:
-  static void PickAt(float x, float z) { pick = {x, 60, z, true}; }
-  static int CountSelected() {
-    int count = 0;
-    for (int i = 0; i <= 512; ++i) {
-      for (int j = 0; j <= 512; ++j) count += terrain->grid[i][j].selected;
-    }
-    return count;
-  }
+  static void Flatten() { FlattenAlong(BrushWay::At(pick.x, pick.z)); }
 };
-
-TEST_F(TerrainEffectsTest, APendingPickTogglesTheNearestVertex) {
-  PickAt(1001.9f, 1058.1f);
-  Frame(kFly);
-  EXPECT_EQ(terrain->grid[250][265].selected, 1) << "x 1000, z 1060";
-  EXPECT_EQ(CountSelected(), 1);
-  EXPECT_FALSE(pick.pending);
-  EXPECT_EQ(terrain->grid[250][267].weight, 2) << "its neighbours are weighed";
-  EXPECT_EQ(selectionBox.SelMinRow, 250 - 6);
-  EXPECT_EQ(selectionBox.SelMaxCol, 265 + 6);
-
-  PickAt(1002.1f, 1058.1f);
-  Frame(kFly);
-  EXPECT_EQ(terrain->grid[251][265].selected, 1);
-  EXPECT_EQ(selectionBox.SelMaxRow, 251 + 6);
-
-  PickAt(1001.9f, 1058.1f);
-  Frame(kFly);
-  EXPECT_EQ(terrain->grid[250][265].selected, 0);
-}
-
-TEST_F(TerrainEffectsTest, WithCtrlAPickOnlySelects) {
-  editor.ctrlHeld = true;
-  for (int times = 0; times < 2; ++times) {
-    PickAt(1000, 1060);
-    Frame(kFly);
-    EXPECT_EQ(terrain->grid[250][265].selected, 1);
-  }
-}
-
-TEST_F(TerrainEffectsTest, APickOutOfSightWaits) {
-  PickAt(1000, 940);  // behind the camera
-  Frame(kFly);
-  EXPECT_TRUE(pick.pending);
-  EXPECT_EQ(CountSelected(), 0);
-  PickAt(-1e20f, 1e20f);
-  Frame(kFly);
-  EXPECT_TRUE(pick.pending);
-}
 
 TEST_F(TerrainEffectsTest, FlattenSamplesThenLevelsASquareAroundTheCursor) {
   terrain->tool = TerrainTool::Flatten;
@@ -69,8 +27,7 @@ TEST_F(TerrainEffectsTest, FlattenSamplesThenLevelsASquareAroundTheCursor) {
   EXPECT_EQ(terrain->flattenHeight, sampled);
   EXPECT_NE(terrain->grid[250][275].h, sampled);
 
-  terrain->flattenActive = 1;
-  Frame(kFly);
+  Flatten();
   for (int i = 247; i <= 254; ++i) {
     for (int j = 272; j <= 279; ++j) EXPECT_EQ(terrain->grid[i][j].h, sampled) << i << ' ' << j;
   }
@@ -80,17 +37,17 @@ TEST_F(TerrainEffectsTest, FlattenSamplesThenLevelsASquareAroundTheCursor) {
   EXPECT_NE(terrain->grid[250][280].h, sampled);
   const auto grey = miniMapPicture.grey[(128 - 275 / 4) * 128 + 128 - 250 / 4];
   EXPECT_EQ(grey, static_cast<int>(sampled)) << "the Mini-Map shows it";
-  EXPECT_TRUE(editor.levelModified);
   ShowTexturedWireframe();
   ExpectSamePicture(kFly);
 }
 
 TEST_F(TerrainEffectsTest, FlattenDoesNotLevelWhatIsOutOfSight) {
   terrain->tool = TerrainTool::Flatten;
-  terrain->flattenSampled = terrain->flattenActive = 1;
+  terrain->flattenSampled = 1;
   terrain->flattenHeight = 33;
   pick = {1000, 60, 900, false};
   Frame(kFly);
+  Flatten();
   EXPECT_NE(terrain->grid[250][225].h, 33);
 }
 
@@ -116,30 +73,61 @@ TEST_F(TerrainEffectsTest, TheFlattenBrushIsRedOnceSampledAndBlueWhileCtrlSample
 
 using WorldPointTest = TerrainPictureTest;
 
-TEST_F(WorldPointTest, ThePointUnderAPixelIsTheGroundThatIsSeenThere) {
+TEST_F(WorldPointTest, ThePointUnderAPixelIsTheGroundAtItsCentre) {
   InitGrid();
+  const float halfPixel = 123.8f * std::tan(0.3926991f) / kHeight;  // on the ground, from above
+  for (const auto& show : {ShowTextured, ShowTexturedWireframe}) {
+    show();
+    for (const float water : {-1000.0f, 100.0f}) {
+      modConfig.WaterLevel = water;  // one sees through to the sea bed
+      Frame({1010, 200, 900, -90, 180});
+      for (const auto& point : {WorldPointUnderCursor(kWidth / 2, kHeight / 2),
+                                GroundUnderCursor(kWidth / 2, kHeight / 2)}) {
+        ASSERT_TRUE(point);
+        EXPECT_NEAR(point->x, 1010 - halfPixel, 0.002f);
+        EXPECT_NEAR(point->y, 127 * 0.6f, 0.0001f);
+        EXPECT_NEAR(point->z, 900 - halfPixel, 0.002f);
+      }
+    }
+  }
+}
+
+// Pixels on the outline of a hill may show either what is before it or what is behind.
+TEST_F(WorldPointTest, TheGroundUnderEveryPixelIsTheOneThatIsDrawnThere) {
   modConfig.WaterLevel = -1000;
-  Frame({1010, 200, 900, -90, 180});
-  const auto below = WorldPointUnderCursor(kWidth / 2, kHeight / 2);
-  ASSERT_TRUE(below);
-  EXPECT_NEAR(below->x, 1010, 1);
-  EXPECT_NEAR(below->y, 127 * 0.6f, 0.5f);
-  EXPECT_NEAR(below->z, 900, 1);
-  GLfloat modelView[16];
-  glGetFloatv(GL_MODELVIEW_MATRIX, modelView);
-  EXPECT_EQ(modelView[12], 0) << "the model-view matrix is the identity now";
+  editor.ShowGrid = false;
+  for (const SceneCamera& from :
+       {kFly, kLow, kTopDown, kFirstCorner, kLastCorner, kOutside, kUnderground}) {
+    for (const bool textured : {false, true}) {
+      editor.ShowTextures = textured;
+      Frame(from);
+      std::vector<GLfloat> depths(kWidth * kHeight);
+      glReadPixels(0, 0, kWidth, kHeight, GL_DEPTH_COMPONENT, GL_FLOAT, depths.data());
+      int wrong = 0, pixels = 0;
+      for (int y = 0; y < kHeight; y += 3) {
+        for (int x = 0; x < kWidth; x += 3, ++pixels) {
+          const auto ground = GroundUnderCursor(x, y);
+          const double depth = depths[static_cast<std::size_t>((kHeight - 1 - y) * kWidth + x)];
+          const double drawn =
+              kNearPlane * kFarPlane / (kFarPlane - depth * (kFarPlane - kNearPlane));
+          const double found = ground ? -camera.ToEye(*ground).z : kFarPlane;
+          wrong += std::abs(found - drawn) > 0.01 * drawn;
+        }
+      }
+      EXPECT_LE(wrong, pixels / 100) << from.x << ' ' << from.z << ' ' << textured;
+    }
+  }
+}
 
-  ShowTextured();
-  Frame({1010, 120, 900, -30, 250});
-  const auto ahead = WorldPointUnderCursor(250, 180);
-  ASSERT_TRUE(ahead);
-  EXPECT_NEAR(ahead->y, 127 * 0.6f, 0.2f);
-
-  ShowTexturedWireframe();  // under grid lines the ground lies a pixel's slope farther away
-  Frame({1010, 120, 900, -30, 250});
-  const auto onGrid = WorldPointUnderCursor(250, 180);
-  ASSERT_TRUE(onGrid);
-  EXPECT_LT(onGrid->DistanceTo(*ahead), 1) << "still well within a cell";
+TEST_F(WorldPointTest, ThePointUnderAPixelIsShownAtThatPixel) {
+  Frame(kLow);
+  const auto ground = GroundUnderCursor(130, 200);
+  ASSERT_TRUE(ground);
+  const auto shown = ViewPointOf(*ground);
+  ASSERT_TRUE(shown);
+  EXPECT_NEAR(shown->x, 130.5f, 0.01f);
+  EXPECT_NEAR(shown->y, 200.5f, 0.01f);
+  EXPECT_FALSE(ViewPointOf(camera.position - camera.direction)) << "behind the camera";
 }
 
 TEST_F(WorldPointTest, APixelOutsideTheViewHasNoPoint) {

@@ -4,6 +4,7 @@
 #include <climits>
 #include <cmath>
 #include <gmock/gmock.h>
+#include <numeric>
 
 #include "core/camera.h"
 #include "core/hooks.h"
@@ -93,6 +94,47 @@ TEST_F(TerrainRenderTest, AfterEditsThePictureIsThatOfTheWholeTerrainDrawnAnew) 
       ExpectSamePicture(from);
     }
   }
+}
+
+TEST_F(TerrainRenderTest, ReliefShadingDarkensSlopesOfTexturedGroundOnlyAndFollowsEdits) {
+  const auto brightness = [](const DrawnPicture& picture) {
+    return std::accumulate(picture.rgb.begin(), picture.rgb.end(), 0.0);
+  };
+  modConfig.WaterLevel = -1000;
+  ShowTextured();
+  const DrawnPicture without = Frame(kTopDown);
+  editor.ReliefShading = true;
+  const DrawnPicture hills = Frame(kTopDown);
+  EXPECT_LT(brightness(hills), 0.95 * brightness(without));
+  for (const SceneCamera& from : {kFly, kFirstCorner, kLastCorner}) {
+    Frame(from);
+    const int row = static_cast<int>(from.x / 4), column = static_cast<int>(from.z / 4);
+    for (const int step : {0, 5, 9}) {
+      SetHeight(std::min(row + step, 512), std::min(column + step, 511), 140);
+    }
+    SetHeight(512, 5, 180);  // drawn on both sides of a seam
+    SetHeight(500, 0, 180);
+    const DrawnPicture edited = Frame(from);
+    MarkAllTerrainChanged();
+    EXPECT_EQ(DifferentPixels(edited, Frame(from)), 0u);
+  }
+  ShowWireframe();
+  ExpectSamePicture(kFly);
+  InitGrid();
+  ShowTextured();
+  ExpectSamePicture(kTopDown);
+}
+
+TEST_F(TerrainRenderTest, TheBrushsEdgeLiesOnTheGroundUnderTheCursorOnly) {
+  modConfig.WaterLevel = -1000;
+  ShowWireframe();
+  terrain->brushSize = 6;
+  const auto yellow = [] { return CountColour(Frame(kTopDown), 255, 255, 0); };
+  const float ground = terrain->grid[254][255].h * modConfig.HeightScale;
+  pick = {1014, ground, 1018, false};
+  EXPECT_GT(yellow(), 100u);
+  pick.y = ground + 60;  // the sky, say
+  EXPECT_EQ(yellow(), 0u);
 }
 
 TEST_F(TerrainRenderTest, AnotherHeightScaleOrLevelSizeRedrawsEverything) {

@@ -6,6 +6,7 @@
 #include "core/hooks.h"
 #include "core/mini_map_picture.h"
 #include "data/level_archive_test.h"
+#include "data/load_report.h"
 
 namespace mw {
 namespace {
@@ -100,10 +101,11 @@ TEST_F(TerrainTest, SamplesThatTheFileLacksStayFlat) {
 }
 
 TEST_F(TerrainTest, AMissingHeightMapIsToldAndLeavesAFlatGrid) {
-  scripted::script.answers = {PromptAnswer::Ok};
+  BeginLoadReport();
   EXPECT_FALSE(LoadHeightBuffer());
-  ASSERT_EQ(scripted::script.prompts.size(), 1u);
-  EXPECT_EQ(scripted::script.prompts[0].text, "Can't Find The Height Map!");
+  EXPECT_EQ(loadReport.lines.at(0),
+            "Can't Find The Height Map! (The height map, heightmap.raw, is missing.)");
+  ClearLoadReport();
   LoadHeightsFromBuffer();
   EXPECT_EQ(Height(1, 0), 127);
 }
@@ -141,7 +143,6 @@ TEST_F(TerrainTest, ATerrainTooSmallForTheMiniMapIsNotPainted) {
   modConfig.MaterialSize = 64;
   InitGrid();
   heightBuffer.assign(64 * 64 * 2, 1);
-  heightBufferFilled = heightBuffer.size();
   LoadHeightsFromBuffer();
   SetHeight(10, 10, 5);
   EXPECT_TRUE(miniMapPicture.grey == MiniMapPicture{}.grey);
@@ -162,6 +163,8 @@ TEST_F(TerrainTest, TheMeanTakesOnlyNeighboursThatCarryData) {
 TEST_F(TerrainTest, HeightUnderALevelPositionIsMirroredAndZeroOutside) {
   SetHeight(10, 20, 100);
   EXPECT_EQ(HeightAt(1024 - 41, 83), 50);
+  SetHeight(256, 20, 80);
+  EXPECT_EQ(HeightAt(1022, 83), 40) << "the last cell is drawn with the heights of row 256";
   EXPECT_EQ(HeightAt(-100, 83), 0);
   EXPECT_EQ(HeightAt(10, 1024), 0);
   EXPECT_EQ(HeightAt(1e30f, -1e30f), 0);

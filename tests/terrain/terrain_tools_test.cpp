@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
+#include "core/camera.h"
 #include "core/hooks.h"
 #include "core/mini_map_picture.h"
+#include "terrain/brush_stroke.h"
 #include "terrain/point_selection.h"
 #include "terrain/terrain_picture_test.h"
+#include "terrain/world_point.h"
 
 namespace mw {
 namespace {
@@ -38,12 +42,13 @@ class TerrainToolsTest : public SandboxTest {
     }
     return count;
   }
-  static void HoldFor(float seconds, float framesPerSecond) {
-    editor.frameSeconds = std::max(1 / framesPerSecond, 0.01f);
-    for (int frame = 0; frame < std::lround(seconds * framesPerSecond); ++frame) {
-      editor.lastFrameTime += static_cast<std::uint32_t>(std::lround(1000 / framesPerSecond));
-      ApplyHeldBrush();
-    }
+  static void Brush(float seconds = 0.01f) { BrushAlong(BrushWay::At(pick.x, pick.z), seconds); }
+  // The button goes down and, after so many frames of equal length, up.
+  static void HoldFor(int frames, std::uint32_t millisecondsPerFrame) {
+    std::uint32_t now = 12345;
+    PressBrush(now);
+    for (int frame = 0; frame < frames; ++frame) HoldBrush(now += millisecondsPerFrame);
+    ReleaseBrush(now);
   }
 
   int miniMapRepaints = 0;
@@ -52,18 +57,110 @@ class TerrainToolsTest : public SandboxTest {
 TEST_F(TerrainToolsTest, RaisingChangesHeightsByItsPowerPerSecondAtAnyFrameRate) {
   SelectTool(TerrainTool::Raising);
   SetPower(4);
-  for (const float framesPerSecond : {10.0f, 40.0f, 125.0f, 200.0f}) {
+  for (const std::uint32_t milliseconds : {1u, 5u, 8u, 25u, 100u, 250u}) {
     const float before = HeightOf(100, 50);
-    HoldFor(2, framesPerSecond);
-    EXPECT_NEAR(HeightOf(100, 50) - before, 8, 0.05f) << framesPerSecond << " frames per second";
+    HoldFor(static_cast<int>(2000 / milliseconds), milliseconds);
+    EXPECT_NEAR(HeightOf(100, 50) - before, 8, 0.05f) << milliseconds << " ms per frame";
   }
+}
+
+TEST_F(TerrainToolsTest, SmoothingMakesAPassEachSixtiethOfASecondButAtMostFourAFrame) {
+  SelectTool(TerrainTool::Smoothing);
+  SetBrushSize(3);
+  const auto makeBump = [] {
+    InitGrid();
+    HeightOf(100, 50) = 250;
+  };
+  const struct {
+    int frames;
+    std::uint32_t milliseconds;
+    int passes;
+  } holds[] = {{0, 0, 1}, {50, 10, 30}, {25, 20, 30}, {10, 50, 30}, {5, 100, 25}};
+  for (const auto& [frames, milliseconds, passes] : holds) {
+    makeBump();
+    for (int pass = 0; pass < passes; ++pass) Brush();
+    const float expected = HeightOf(100, 50), beside = HeightOf(101, 51);
+    makeBump();
+    HoldFor(frames, milliseconds);
+    EXPECT_EQ(HeightOf(100, 50), expected) << milliseconds << " ms per frame";
+    EXPECT_EQ(HeightOf(101, 51), beside) << milliseconds << " ms per frame";
+  }
+}
+
+TEST_F(TerrainToolsTest, AfterARestLittleTimeCounts) {
+  SelectTool(TerrainTool::Raising);
+  SetPower(10);
+  HoldFor(1, 30000);
+  EXPECT_NEAR(HeightOf(100, 50), kFlatHeight + 1, 0.001f);
+}
+
+// However fast the mouse is, and even if it is up again before the next frame.
+TEST_F(TerrainToolsTest, AStrokeHasNoGaps) {
+  camera.position.Set(480, 300, 280);
+  for (const TerrainTool tool :
+       {TerrainTool::Carving, TerrainTool::Raising, TerrainTool::Smoothing, TerrainTool::Flatten}) {
+    InitGrid();
+    SelectTool(tool);
+    terrain->flattenSampled = 1;
+    terrain->flattenHeight = 33;
+    for (int i = 90; i < 150; ++i) HeightOf(i, i / 2) = 150;
+    const auto before = std::make_unique<Terrain>(*terrain);
+    PutBrushAt(100, 50);
+    PressBrush(0);
+    PutBrushAt(140, 70);
+    MoveBrush();
+    ReleaseBrush(5);
+    for (int i = 100; i <= 140; ++i)
+      EXPECT_NE(HeightOf(i, i / 2), before->grid[i][i / 2].h) << static_cast<int>(tool) << ' ' << i;
+    EXPECT_EQ(HeightOf(95, 47), before->grid[95][47].h);
+    EXPECT_EQ(HeightOf(145, 72), before->grid[145][72].h);
+  }
+}
+
+TEST_F(TerrainToolsTest, AStrokeSpreadsItsTimeOverItsWayAtAnyFrameRate) {
+  camera.position.Set(480, 300, 280);
+  SelectTool(TerrainTool::Raising);
+  SetBrushSize(2);
+  SetPower(10);
+  for (const int frames : {4, 10, 40, 100}) {
+    InitGrid();
+    PutBrushAt(100, 50);
+    PressBrush(0);
+    for (int frame = 1; frame <= frames; ++frame) {
+      pick.x = 400 + 160 * static_cast<float>(frame) / static_cast<float>(frames);
+      MoveBrush();
+      HoldBrush(static_cast<std::uint32_t>(1000 * frame / frames));
+    }
+    ReleaseBrush(1000);
+    // Of 160 units in a second it is within 9 units of the place for 18.
+    for (int i = 105; i <= 135; ++i)
+      EXPECT_NEAR(HeightOf(i, 50) - kFlatHeight, 10 * 18 / 160.0f, 0.05f) << frames << ' ' << i;
+  }
+}
+
+TEST_F(TerrainToolsTest, WhereThereIsNoGroundTheBrushRests) {
+  camera.position.Set(480, 300, 280);
+  SelectTool(TerrainTool::Raising);
+  PressBrush(0);
+  const float pressed = HeightOf(100, 50);
+  EXPECT_GT(pressed, kFlatHeight);
+  pick.missed = true;
+  MoveBrush();
+  HoldBrush(400);
+  EXPECT_EQ(HeightOf(100, 50), pressed);
+  PutBrushAt(110, 50);
+  pick.missed = false;
+  MoveBrush();
+  HoldBrush(800);
+  ReleaseBrush(800);
+  EXPECT_EQ(HeightOf(105, 50), kFlatHeight) << "no way leads there";
+  EXPECT_GT(HeightOf(110, 50), kFlatHeight + 1);
 }
 
 TEST_F(TerrainToolsTest, CarvingDigsADiscAroundThePickPoint) {
   SelectTool(TerrainTool::Carving);
   SetBrushSize(2);
-  editor.frameSeconds = 0.5f;
-  ApplyBrush();
+  Brush(0.5f);
   // Distances are cut to whole units: up to 8.9 counts as 8, which is two cells, and (2, 1) is 8.94
   // away.
   for (int di = -3; di <= 3; ++di) {
@@ -79,19 +176,18 @@ TEST_F(TerrainToolsTest, CarvingDigsADiscAroundThePickPoint) {
 }
 
 TEST_F(TerrainToolsTest, HeightsEndAtTheirBounds) {
-  editor.frameSeconds = 100;
   SelectTool(TerrainTool::Raising);
-  ApplyBrush();
+  Brush(100);
   EXPECT_EQ(HeightOf(100, 50), 256);
   SelectTool(TerrainTool::Carving);
-  ApplyBrush();
+  Brush(100);
   EXPECT_EQ(HeightOf(100, 50), 0);
 }
 
 TEST_F(TerrainToolsTest, SmoothingWorksColumnByColumnOnWhatItHasJustSmoothed) {
   SelectTool(TerrainTool::Smoothing);
   HeightOf(100, 50) = 127 + 64;
-  ApplyBrush();
+  Brush();
   // In this order; the corners of the 3 x 3 block are more than one cell away.
   EXPECT_EQ(HeightOf(100, 49), 127 + 16);
   EXPECT_EQ(HeightOf(99, 50), 127 + 16);
@@ -105,7 +201,7 @@ TEST_F(TerrainToolsTest, OnlyVerticesWithDataChange) {
   viewSquare = {0, 75, 0, 75};
   SelectTool(TerrainTool::Raising);
   PutBrushAt(0, 0);
-  ApplyBrush();
+  Brush();
   EXPECT_EQ(HeightOf(0, 0), 127) << "row 0 shows the heights of the last row";
   EXPECT_GT(HeightOf(1, 0), 127);
   EXPECT_EQ(CountChanged(), 1);
@@ -115,24 +211,14 @@ TEST_F(TerrainToolsTest, TheBrushReachesItsOwnSizeBeyondTheDrawnSquare) {
   SelectTool(TerrainTool::Raising);
   SetBrushSize(3);
   PutBrushAt(204, 50);
-  ApplyBrush();
+  Brush();
   EXPECT_EQ(CountChanged(), 0);
   EXPECT_FALSE(editor.levelModified);
   PutBrushAt(203, 50);
-  ApplyBrush();
+  Brush();
   EXPECT_GT(HeightOf(203, 50), 127);
   pick.x = 1e30f;
-  ApplyBrush();
-}
-
-TEST_F(TerrainToolsTest, HoldingFlattenLetsItLevel) {
-  SelectTool(TerrainTool::Flatten);
-  ApplyBrush();
-  EXPECT_EQ(terrain->flattenActive, 1);
-  EXPECT_EQ(CountChanged(), 0) << "the heights are set when the cells are drawn";
-  pick.x = 0;
-  ApplyBrush();
-  EXPECT_EQ(terrain->flattenActive, 1) << "out of reach, nothing happens";
+  Brush();
 }
 
 TEST_F(TerrainToolsTest, OnlyPointManipulationKeepsTheSelectedPoints) {
@@ -223,65 +309,84 @@ class PickingTest : public TerrainPictureTest {
     ShowTextured();
     terrain->tool = TerrainTool::Raising;
   }
+  static int CountSelected() {
+    int count = 0;
+    for (int i = 0; i <= 512; ++i) {
+      for (int j = 0; j <= 512; ++j) count += terrain->grid[i][j].selected;
+    }
+    return count;
+  }
 };
 
-TEST_F(PickingTest, AMissedPickKeepsThePoint) {
+TEST_F(PickingTest, AMissedPickIsKnownAsOne) {
   Frame(kTopDown);
-  PickUnderCursor(kWidth / 2, kHeight / 2, true);
-  EXPECT_TRUE(pick.pending);
+  PickUnderCursor(kWidth / 2, kHeight / 2);
+  EXPECT_FALSE(pick.missed);
   EXPECT_NEAR(pick.x, 1010, 1);
-  EXPECT_NEAR(pick.y, 127 * 0.6f, 0.5f);
-  const float z = pick.z;
-  PickUnderCursor(-5, 20, false);
-  EXPECT_EQ(pick.z, z);
-  EXPECT_TRUE(pick.pending) << "the click is still to be served";
+  EXPECT_NEAR(pick.y, 127 * 0.6f, 0.001f);
+  PickUnderCursor(-5, 20);
+  EXPECT_TRUE(pick.missed);
+  Frame({1010, 140, 1010, 20, 180});
+  PickUnderCursor(kWidth / 2, 5);
+  EXPECT_TRUE(pick.missed) << "the sky";
 }
 
-TEST_F(PickingTest, TheBrushSphereDoesNotHideTheGround) {
-  SetBrushSize(9);
-  Frame(kFly);
-  PickUnderCursor(kWidth / 3, 2 * kHeight / 3, false);
-  const PickState centre = pick;
-  EXPECT_GT(CountColour(Frame(kFly), 255, 0, 0), 100u) << "the sphere is there";
-  for (int y = kHeight / 2; y < kHeight; y += 4) {
-    for (int x = kWidth / 4; x < 3 * kWidth / 4; x += 4) {
-      PickUnderCursor(x, y, false);
-      ASSERT_NEAR(pick.y, centre.y, 0.5f) << x << ' ' << y;
-    }
-  }
-}
-
-TEST_F(PickingTest, ARectangleFromAboveTogglesTheVerticesInIt) {
+TEST_F(PickingTest, PointsAreToggledAtOnceAndSelectedAllAlongTheWay) {
+  terrain->tool = TerrainTool::PointManipulation;
   Frame(kTopDown);
-  const auto vertexAt = [](int x, int y) {
-    PickUnderCursor(x, y, false);
-    return CellOf(pick.x, pick.z);
+  const auto nearest = [](int x, int y) -> TerrainVertex& {
+    const Vector3 ground = GroundUnderCursor(x, y).value();
+    return terrain->grid[static_cast<std::size_t>(std::lround(ground.x / 4))]
+                        [static_cast<std::size_t>(std::lround(ground.z / 4))];
   };
-  const Cell first = vertexAt(150, 90), last = vertexAt(250, 190);
-  SelectRectangle(150, 90, 250, 190);
-  int inside = 0, outside = 0;
-  for (int i = 0; i <= 512; ++i) {
-    for (int j = 0; j <= 512; ++j) {
-      const bool inRectangle = i > std::min(first.i, last.i) && i <= std::max(first.i, last.i) &&
-                               j > std::min(first.j, last.j) && j <= std::max(first.j, last.j);
-      (inRectangle ? inside : outside) += terrain->grid[i][j].selected;
-    }
-  }
-  const int vertices = std::abs(first.i - last.i) * std::abs(first.j - last.j);
-  EXPECT_GT(vertices, 100);
-  EXPECT_EQ(inside, vertices);
-  EXPECT_EQ(outside, 0);
-  EXPECT_EQ(selectionBox.SelMinRow, std::min(first.i, last.i) + 1 - 6);
-  EXPECT_EQ(terrain->grid[std::min(first.i, last.i)][(first.j + last.j) / 2].weight, 6)
-      << "of all points in reach the last one counts";
+  ToggleVertexUnderCursor(200, 130);
+  ToggleVertexUnderCursor(150, 100);
+  EXPECT_EQ(nearest(200, 130).selected + nearest(150, 100).selected, 2);
+  ToggleVertexUnderCursor(200, 130);
+  EXPECT_EQ(nearest(200, 130).selected, 0);
+  EXPECT_EQ(CountSelected(), 1);
 
+  ClearSelection();
+  StartSelecting(100, 50);
+  EXPECT_EQ(CountSelected(), 1);
+  SelectOnTheWayTo(300, 200);
+  for (int step = 0; step <= 50; ++step)
+    EXPECT_EQ(nearest(100 + 4 * step, 50 + 3 * step).selected, 1) << step;
+  SelectOnTheWayTo(100, 50);
+  EXPECT_LT(CountSelected(), 60) << "only those on the way, and they stay selected";
+}
+
+TEST_F(PickingTest, ARectangleFromAboveTogglesTheVerticesThatAreShownInIt) {
   terrain->tool = TerrainTool::PointManipulation;
   editor.cameraMode = CameraMode::TopDown;
-  EXPECT_GT(CountColour(Frame(kTopDown), 255, 0, 0), 5u * static_cast<unsigned>(vertices))
-      << "every selected point can be seen";
-
-  SelectRectangle(150, 90, 250, 190);
-  EXPECT_EQ(terrain->grid[std::min(first.i, last.i) + 1][(first.j + last.j) / 2].selected, 0);
+  const SceneCamera overCorner{6, 255, 8, -90, 180};
+  const struct {
+    SceneCamera from;
+    int x0, y0, x1, y1, least;
+  } cases[] = {{kTopDown, 150, 90, 250, 190, 100},
+               {overCorner, 0, 0, kWidth - 1, kHeight - 1, 500}};
+  for (const auto& [from, x0, y0, x1, y1, least] : cases) {
+    Frame(from);
+    const auto isInside = [&](int i, int j) {
+      const TerrainVertex& vertex = terrain->grid[i][j];
+      const auto shown = ViewPointOf({vertex.x, vertex.h * 0.6f, vertex.z});
+      return i >= 1 && j < 512 && shown && shown->x >= static_cast<float>(x0) &&
+             shown->x <= static_cast<float>(x1) && shown->y >= static_cast<float>(y0) &&
+             shown->y <= static_cast<float>(y1);
+    };
+    SelectRectangle(x0, y0, x1, y1);
+    int wrong = 0;
+    for (int i = 0; i <= 512; ++i) {
+      for (int j = 0; j <= 512; ++j) wrong += terrain->grid[i][j].selected != isInside(i, j);
+    }
+    EXPECT_EQ(wrong, 0);
+    EXPECT_GT(CountSelected(), least);
+    EXPECT_GT(CountColour(Frame(from), 255, 0, 0), 5u * static_cast<unsigned>(CountSelected()))
+        << "every selected point can be seen";
+    SelectRectangle(x0, y0, x1, y1);
+    EXPECT_EQ(CountSelected(), 0);
+    ClearSelection();
+  }
 }
 
 }  // namespace

@@ -60,6 +60,16 @@ TEST_F(MainWindowTest, FileMenuShowsItsCaptionsWithTheirKeyTexts) {
   EXPECT_THAT(Captions(MenuOf(file->actions(), "Export")), ElementsAre("Heightmap"));
 }
 
+TEST_F(MainWindowTest, WhatWorksOnALevelIsGreyWithoutOne) {
+  for (const bool open : {false, true}) {
+    shell.setLevelOpen(open);
+    EXPECT_EQ(Entry(window, "File", "&Save Level\tCtrl-S")->isEnabled(), open);
+    EXPECT_EQ(Button(window, "Save This Level")->isEnabled(), open);
+    EXPECT_EQ(window.modeToolbars()->isEnabled(), open);
+    EXPECT_TRUE(Entry(window, "File", "&Open Level\tCtrl-O")->isEnabled());
+  }
+}
+
 TEST_F(MainWindowTest, ToolbarHasItsButtonsInOrder) {
   std::vector<std::string> toolTips;
   for (const QAction* action : window.mainToolbar()->actions()) {

@@ -3,6 +3,7 @@
 #include <QTest>
 
 #include "app/keys.h"
+#include "app/mini_map.h"
 #include "app/ui/frame_loop.h"
 #include "app/ui/mini_map_window.h"
 #include "app/ui/view_widget.h"
@@ -66,6 +67,23 @@ TEST_F(ViewTest, ShiftedDigitIsStillTheDigit) {
   EXPECT_EQ(power, 10);
 }
 
+TEST_F(ViewTest, WithoutLatinLettersTheKeysPlaceCounts) {
+  const struct {
+    int key;
+    quint32 scanCode;
+    char letter;
+  } keys[] = {{0x0426, 25, 'W'},              // Cyrillic Tse
+              {Qt::Key_Apostrophe, 25, 'W'},  // of a Hebrew keyboard
+              {0x0424, 38, 'A'},
+              {Qt::Key_Q, 38, 'Q'}};  // of a French one
+  for (const auto& [key, scanCode, letter] : keys) {
+    Send(QEvent::KeyPress, key, {}, false, scanCode);
+    EXPECT_TRUE(heldInput.keys[static_cast<std::size_t>(letter)]) << key;
+    Send(QEvent::KeyRelease, key, {}, false, scanCode);
+    EXPECT_TRUE(heldInput.keys.none()) << key;
+  }
+}
+
 TEST_F(ViewTest, OnlyTheKeypadsPlusMovesTheSelection) {
   std::vector<float> moves;
   operations.moveSelection = [&moves](float delta) { moves.push_back(delta); };
@@ -106,6 +124,8 @@ TEST_F(MiniMapWindowTest, TitleBarDragsTheWindowButNotOutOfTheView) {
   };
   dragBy({30, 40});
   EXPECT_EQ(miniMap->pos(), before + QPoint(30, 40));
+  const QPointF drawnAt(miniMapWindow.left, miniMapWindow.top);
+  EXPECT_EQ(drawnAt, QPointF(miniMap->pos()) * miniMap->devicePixelRatioF());
   dragBy({2000, -2000});
   EXPECT_EQ(miniMap->pos(), QPoint(window.view()->width() - miniMap->width(), 0));
 }

@@ -1,4 +1,4 @@
-// The main window over the shell's logic, without a level: for the tests of the windows.
+// The main window over the shell's logic: for the tests of the windows.
 #pragma once
 
 #include <QApplication>

@@ -176,6 +176,14 @@ TEST_F(SettingsTest, UsersValueComesBeforeTheMachines) {
   EXPECT_EQ(ReadGameSetting("INSTALLEDVERSION"), "1.04.000");
 }
 
+TEST_F(SettingsTest, TheEditorsOwnValuesAreKeptWhereTheyCanBe) {
+  EXPECT_EQ(ReadEditorSetting("Camera/mod/level"), std::nullopt);
+  EXPECT_TRUE(WriteEditorSetting("Camera/mod/level", "1024 80.125 -3"));
+  EXPECT_EQ(ReadEditorSetting("Camera/mod/level"), "1024 80.125 -3");
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
+  EXPECT_FALSE(WriteEditorSetting("Camera/mod/level", "0 0 0"));
+}
+
 TEST_F(SettingsTest, ValueOfMoreThan31BytesIsUnreadable) {
   Write("system", QByteArray(31, '1'));
   EXPECT_EQ(ReadGameSetting("INSTALLEDVERSION"), std::string(31, '1'));

@@ -27,21 +27,27 @@ void WhenOpen(const std::function<void(QMessageBox&)>& act) {
 }
 
 TEST(PromptTest, ShowsTextCaptionAndIcon) {
-  WhenOpen([](QMessageBox& box) {
-    EXPECT_EQ(box.windowTitle(), "Error");
-    EXPECT_EQ(box.text(), "Can't load <b>x</b>.cfg");
-    EXPECT_EQ(box.icon(), QMessageBox::Critical);
-    QTest::keyClick(&box, Qt::Key_Return);
-  });
-  EXPECT_EQ(ShowPrompt("Can't load <b>x</b>.cfg", "Error", PromptButtons::Ok, PromptIcon::Stop),
-            PromptAnswer::Ok);
+  const std::pair<PromptIcon, QMessageBox::Icon> icons[] = {
+      {PromptIcon::Stop, QMessageBox::Critical}, {PromptIcon::Question, QMessageBox::Question}};
+  for (const auto& [icon, shown] : icons) {
+    WhenOpen([shown = shown](QMessageBox& box) {
+      EXPECT_EQ(box.windowTitle(), "Error");
+      EXPECT_EQ(box.text(), "Can't load <b>x</b>.cfg");
+      EXPECT_EQ(box.icon(), shown);
+      QTest::keyClick(&box, Qt::Key_Return);
+    });
+    EXPECT_EQ(ShowPrompt("Can't load <b>x</b>.cfg", "Error", PromptButtons::Ok, icon),
+              PromptAnswer::Ok);
+  }
 }
 
 TEST(PromptTest, ClosingAnswersOkOrCancel) {
   WhenOpen([](QMessageBox& box) { box.close(); });
   EXPECT_EQ(ShowPrompt("Done.", "Warning"), PromptAnswer::Ok);
-  WhenOpen([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
-  EXPECT_EQ(ShowPrompt("Delete?", "Warning", PromptButtons::OkCancel), PromptAnswer::Cancel);
+  for (const PromptButtons buttons : {PromptButtons::OkCancel, PromptButtons::YesNoCancel}) {
+    WhenOpen([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+    EXPECT_EQ(ShowPrompt("Delete?", "Warning", buttons), PromptAnswer::Cancel);
+  }
 }
 
 TEST(PromptTest, QuestionCanBeNeitherEscapedNorClosed) {
@@ -57,14 +63,16 @@ TEST(PromptTest, QuestionCanBeNeitherEscapedNorClosed) {
 }
 
 TEST(StatusTextTest, HasTwoSpacesBeforeItAndFitsTheBuffer) {
-  QLabel progress, frameRate;
-  UseStatusLabels(&progress, &frameRate);
+  QLabel progress, frameRate, reading;
+  UseStatusLabels(&progress, &frameRate, &reading);
   SetStatusText(1, "Loading Terrain...");
   SetStatusText(2, "FPS: 60");
   SetStatusText(0, "nowhere");
-  SetStatusText(3, "nowhere");
+  SetStatusText(3, "Cell 3, 4");
+  SetStatusText(4, "nowhere");
   EXPECT_EQ(progress.text(), "  Loading Terrain...");
   EXPECT_EQ(frameRate.text(), "  FPS: 60");
+  EXPECT_EQ(reading.text(), "  Cell 3, 4");
 
   // 284 bytes and a character of two: with the spaces one byte too many, and no half character.
   SetStatusText(1, std::string(284, 'x') + "ä");
@@ -75,8 +83,8 @@ TEST(StatusTextTest, HasTwoSpacesBeforeItAndFitsTheBuffer) {
 
 TEST(StatusTextTest, LabelsThatAreGoneArePassedOver) {
   {
-    QLabel progress, frameRate;
-    UseStatusLabels(&progress, &frameRate);
+    QLabel progress, frameRate, reading;
+    UseStatusLabels(&progress, &frameRate, &reading);
   }
   SetStatusText(1, "Saved level x");
 }

@@ -1,0 +1,18 @@
+// Places that the camera is put at by itself: where it stood at a level's last save, where a level
+// is first looked at from, and where most of it is in sight.
+#pragma once
+
+namespace mw {
+
+// Keeps `editor.savedCameraPosition` for the open level, also for later runs of the program.
+void RememberCameraPosition();
+// Fills in `editor.savedCameraPosition` for the level that was just read: the position of its last
+// save, or else the middle of the edge from which a camera with yaw 180 looks across it, 40 world
+// units above the ground there.
+void RecallCameraPosition();
+
+// From straight above the middle, as high as the far plane lets the lowest ground be seen, but no
+// higher than it takes to see the whole level.
+void ShowWholeLevel();
+
+}  // namespace mw

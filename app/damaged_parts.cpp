@@ -1,0 +1,82 @@
+#include "app/damaged_parts.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "core/text.h"
+#include "data/archive.h"
+#include "data/load_report.h"
+#include "data/mod_config.h"
+#include "platform/prompts.h"
+
+namespace mw {
+namespace {
+
+constexpr std::size_t kMostLines = 20;  // what fits on a small screen
+
+template <typename Act>
+void ForEachPart(Act act) {
+  for (std::size_t i = 0; i < loadReport.parts.size(); ++i) {
+    act(static_cast<LevelPart>(i), loadReport.parts[i]);
+  }
+}
+
+// "the editor" holds one map, but several objects.
+bool IsPlural(LevelPart part) { return part >= LevelPart::StaticObjects; }
+
+bool ConfirmReplacing(LevelPart part, bool missing) {
+  return ShowPrompt(FormatText("Replace the %s %s on disk by %s in the editor?",
+                               missing ? "missing" : "damaged", NameOf(part),
+                               IsPlural(part) ? "those" : "the one"),
+                    "Save?", PromptButtons::YesNo, PromptIcon::Exclamation) == PromptAnswer::Yes;
+}
+
+}  // namespace
+
+void NoteDamagedRest() {
+  Archive* const archive = archives.LastWritable();
+  if (!archive) return;
+  for (const auto& [name, entry] : archive->Entries()) {
+    if (loadReport.filesRead.contains(name)) continue;
+    const auto member = archive->ReadMemberWithGaps(name);
+    if (member && member->IsWhole()) continue;
+    const std::string file(name.substr(name.find_last_of('/') + 1));
+    NoteDamagedFile(
+        FormatText("The file %s, which the editor does not read, is damaged.", file.c_str()));
+  }
+}
+
+void ShowLoadReport() {
+  const auto& lines = loadReport.lines;
+  if (lines.empty()) return;
+  std::string text =
+      loadReport.readWhole
+          ? FormatText("The level %s was opened.\n", modConfig.LevelName.c_str())
+          : FormatText("Not all of the level %s could be read.\n", modConfig.LevelName.c_str());
+  for (std::size_t i = 0; i < std::min(lines.size(), kMostLines); ++i) text += "\n" + lines[i];
+  if (lines.size() > kMostLines)
+    text += FormatText("\n... and %zu more", lines.size() - kMostLines);
+  if (!loadReport.readWhole) {
+    text += "\n\nWhat was not read whole stays as it is on disk, until you agree to replace it.";
+  }
+  ShowArrowCursor();
+  ShowPrompt(text, "Warning", PromptButtons::Ok, PromptIcon::Exclamation);
+}
+
+void AskForDamagedParts() {
+  ForEachPart([](LevelPart part, const LoadReport::Part& record) {
+    if (record.damaged && record.then == DamagedPart::Ask) {
+      SetReplaced(part, ConfirmReplacing(part, record.missing));
+    }
+  });
+}
+
+std::string KeptPartsText() {
+  std::string names;
+  ForEachPart([&names](LevelPart part, const LoadReport::Part&) {
+    if (!MayWrite(part)) names += (names.empty() ? "" : ", ") + std::string(NameOf(part));
+  });
+  return names.empty() ? names : ". Kept on disk as it was: " + names;
+}
+
+}  // namespace mw

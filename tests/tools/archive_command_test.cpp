@@ -1,0 +1,147 @@
+// mapwright-archive as its user sees it: what it prints, how it ends, and what is on disk then.
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sstream>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "support/archive_bytes.h"
+#include "support/sandbox.h"
+
+namespace mw {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::HasSubstr;
+
+class ArchiveCommandTest : public SandboxTest {
+ protected:
+  ArchiveCommandTest() {
+    fs::create_directories("in/levels/Island");
+    WriteBytes("in/levels/Island/init.con", TextBytes("game.setName Island\n"));
+    WriteBytes("in/levels/Island/heightmap.raw", NoiseBytes(100000, 1));
+    EXPECT_EQ(Run("add new.vra in/levels --create"), 0) << printed;
+  }
+  // The exit code; what was printed, on both outputs, is in `printed`.
+  int Run(const std::string& words) {
+    const int status =
+        std::system((std::string(MAPWRIGHT_ARCHIVE) + " " + words + " >out.txt 2>&1").c_str());
+    const Bytes bytes = ReadBytes("out.txt");
+    printed.assign(bytes.begin(), bytes.end());
+    return WEXITSTATUS(status);
+  }
+  // The segment table of the height map says nonsense.
+  static void Damage() {
+    std::fstream file("new.vra", std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(ReadRawArchive("new.vra").Find("levels/Island/heightmap.raw")->offset + 4);
+    file.write("\xFF\xFF\xFF\xFF", 4);
+  }
+  // An archive with members that are stored as they are, under any names.
+  static void WriteStored(const std::string& path, const std::vector<std::string>& names) {
+    Bytes file(156), directory;
+    PutU32(directory, static_cast<std::uint32_t>(names.size()));
+    for (const std::string& name : names) {
+      PutU32(directory, static_cast<std::uint32_t>(name.size()));
+      directory.insert(directory.end(), name.begin(), name.end());
+      for (const std::uint32_t word : {0u, 0u, 156u, 0u, 0u, 0u}) PutU32(directory, word);
+    }
+    PutU32(directory, 0);
+    file[0] = 156;
+    file.insert(file.end(), directory.begin(), directory.end());
+    WriteBytes(path, file);
+  }
+
+  std::string printed;
+};
+
+TEST_F(ArchiveCommandTest, EachCommandDoesItsWorkAndEndsWithItsCode) {
+  WriteBytes("init.con", TextBytes("game.setName Cove\n"));
+  WriteBytes("no.vra", TextBytes("no archive"));
+  fs::copy("new.vra", "old.vra");
+  struct {
+    const char* words;
+    int code;
+    const char* prints;
+  } const kRuns[] = {
+      {"list new.vra", 0, "2 members, 100.0 kB"},
+      {"list new.vra '*.CON' --json", 0, "\"name\": \"levels/Island/init.con\",\n    \"size\": 20"},
+      {"verify new.vra", 0, "2 members, 0 damaged"},
+      {"diff new.vra old.vra", 0, ""},
+      {"extract new.vra -C a", 0, ""},
+      {"extract new.vra '*init*' -C a", 2, "a/levels/Island/init.con exists"},
+      {"extract new.vra '*init*' -C a --force", 0, ""},
+      {"extract new.vra nothing", 2, "no member matches"},
+      {"add new.vra init.con --under levels/ISLAND", 0, "replaced levels/ISLAND/init.con"},
+      {"diff new.vra old.vra", 1, "* levels/Island/init.con"},
+      {"remove new.vra '*height*'", 0, "removed levels/Island/heightmap.raw"},
+      {"diff old.vra new.vra --json", 1, "\"onlyFirst\": [\n    \"levels/Island/heightmap.raw\""},
+      {"remove new.vra '*height*'", 2, "no member matches"},
+      {"compact new.vra", 0, "now"},
+      {"list missing.vra", 2, "missing.vra: "},
+      {"verify no.vra", 2, "no.vra: "},
+      {"add new.vra missing.con", 2, "missing.con: no such file"},
+      {"add missing.vra init.con", 2, "missing.vra: "},
+      {"list", 2, "archive is required"},
+      {"burn new.vra", 2, ""},
+      {"--version", 0, "mapwright-archive "},
+  };
+  for (const auto& run : kRuns) {
+    EXPECT_EQ(Run(run.words), run.code) << run.words << "\n" << printed;
+    EXPECT_THAT(printed, HasSubstr(run.prints)) << run.words;
+  }
+  EXPECT_EQ(ReadBytes("a/levels/Island/heightmap.raw"), NoiseBytes(100000, 1));
+  const RawArchive left = ReadRawArchive("new.vra");
+  ASSERT_EQ(left.entries.size(), 1u);
+  EXPECT_EQ(left.Content("levels/Island/init.con"), TextBytes("game.setName Cove\n"));
+  EXPECT_EQ(left.directoryEnd, left.file.size()) << "it is compact";
+}
+
+TEST_F(ArchiveCommandTest, DamagedMembersAreToldAndWhatCanBeReadIsExtracted) {
+  Damage();
+  EXPECT_EQ(Run("verify new.vra"), 1);
+  EXPECT_THAT(printed, HasSubstr("damaged: levels/Island/heightmap.raw: "));
+  EXPECT_EQ(Run("extract new.vra -C out"), 1);
+  EXPECT_EQ(ReadBytes("out/levels/Island/init.con"), TextBytes("game.setName Island\n"));
+}
+
+TEST_F(ArchiveCommandTest, ExtractionNeverLeavesItsFolder) {
+  const std::string here = fs::absolute("escaped").string();
+  WriteStored("evil.vra", {"../escaped", "a/../../escaped", here, "..\\escaped", "C:/escaped",
+                           "link/escaped", "file", "a//b", "good"});
+  fs::create_directories("out");
+  fs::create_directories("outside");
+  fs::create_symlink("../outside", "out/link");
+  fs::create_symlink("../outside/escaped", "out/file");
+  EXPECT_EQ(Run("extract evil.vra good file '*escaped' 'a*' -C out --force"), 2);
+  EXPECT_THAT(printed, HasSubstr("left out: ../escaped: "));
+  EXPECT_THAT(printed, HasSubstr("a link leads out of the folder"));
+  EXPECT_TRUE(fs::exists("out/good"));
+  EXPECT_TRUE(fs::is_regular_file(fs::symlink_status("out/file")));
+  EXPECT_FALSE(fs::exists("escaped") || fs::exists("outside/escaped"));
+}
+
+TEST_F(ArchiveCommandTest, AKillLosesNothing) {
+  fs::copy("new.vra", "old.vra");
+  WriteBytes("big.raw", NoiseBytes(3000000, 2));
+  for (int i = 0; i < 20; ++i) {
+    fs::copy("old.vra", "new.vra", fs::copy_options::overwrite_existing);
+    const pid_t child = fork();
+    if (child == 0) {
+      execl(MAPWRIGHT_ARCHIVE, "mapwright-archive", "add", "new.vra", "big.raw", nullptr);
+      _exit(127);
+    }
+    usleep(static_cast<useconds_t>(i) * 15000);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    ASSERT_EQ(Run("verify new.vra"), 0) << "killed after " << i * 15 << " ms: " << printed;
+    Run("diff old.vra new.vra");
+    EXPECT_THAT(printed, ::testing::AnyOf("", "+ big.raw\n"));
+  }
+}
+
+}  // namespace
+}  // namespace mw
