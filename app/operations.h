@@ -61,6 +61,7 @@ struct Operations {
   Drag pressTranslate = [](int, int, int, int) {};
   Drag dragObjects = [](int, int, int, int) {};  // by the current tool
   Action releaseObjects = [] {};
+  Action forgetHovered = [] {};
   std::function<bool()> editHovered = [] { return false; };
   std::function<void(int key)> objectKey = [](int) {};
   std::function<void(CommandId)> objectToolbarCommand = [](CommandId) {};

@@ -32,5 +32,7 @@ void ShowArrowCursor();
 // Part 1 is repainted at once, so that it can be read while long work goes on; the others, which
 // change from frame to frame, come with the next one.
 void SetStatusText(int part, std::string_view text);
+// Empties the part, if this text still stands there.
+void ClearStatusText(int part, std::string_view text);
 
 }  // namespace mw

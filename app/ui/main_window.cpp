@@ -3,12 +3,13 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QVBoxLayout>
 
 #include "app/command_table.h"
 #include "app/commands.h"
@@ -26,7 +27,7 @@ namespace {
 
 constexpr const char* kTitleWithoutLevel = "Mapwright - Varnhold Level Editor";
 constexpr QSize kFirstSize(800, 600), kSmallestSize(640, 400);
-constexpr int kToolbarHeight = 28, kStripWidth = 5, kFrameRateWidth = 100;
+constexpr int kToolbarHeight = 28, kStripWidth = 5, kFrameRateWidth = 100, kLeastViewWidth = 160;
 
 }  // namespace
 
@@ -54,28 +55,30 @@ void MainWindow::BuildToolbar() {
 }
 
 void MainWindow::BuildCentre() {
-  auto* centre = new QWidget(this);
+  auto* centre = new QSplitter(this);
+  centre->setHandleWidth(kStripWidth);
+  centre->setChildrenCollapsible(false);
   treePanel_ = new LevelTreePanel(centre);
-  auto* strip = new QWidget(centre);
-  strip->setObjectName("splitterStrip");
-  strip->setProperty("controlId", 1087);
-  strip->setFixedWidth(kStripWidth);
-  modeToolbars_ = new ModeToolbars(centre);
-  view_ = new ViewWidget(centre);
+  auto* right = new QWidget(centre);
+  modeToolbars_ = new ModeToolbars(right);
+  view_ = new ViewWidget(right);
+  view_->setMinimumWidth(kLeastViewWidth);
   miniMap_ = new MiniMapWindow(view_);
   // Whatever opens, changes or saves a level is followed by a frame.
   connect(view_, &QOpenGLWidget::frameSwapped, this, &MainWindow::ShowLevelInTitle);
 
-  auto* right = new QVBoxLayout;
-  right->setSpacing(0);
-  right->addWidget(modeToolbars_);
-  right->addWidget(view_, 1);
-  auto* layout = new QHBoxLayout(centre);
+  auto* layout = new QVBoxLayout(right);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
-  layout->addWidget(treePanel_);
-  layout->addWidget(strip);
-  layout->addLayout(right, 1);
+  layout->addWidget(modeToolbars_);
+  layout->addWidget(view_, 1);
+  centre->setStretchFactor(1, 1);
+  constexpr int kTreeWidth = LevelTreePanel::kUsualWidth;
+  centre->setSizes({kTreeWidth, kFirstSize.width() - kTreeWidth - kStripWidth});
+  QSplitterHandle* const strip = centre->handle(1);
+  strip->setObjectName("splitterStrip");
+  strip->setProperty("controlId", 1087);
+  strip->setToolTip("Drag to widen the level tree");
   setCentralWidget(centre);
 }
 

@@ -58,6 +58,12 @@ void SetStatusText(int part, std::string_view text) {
   if (part >= 0 && part < 4) script.status[part].emplace_back(text);
 }
 
+void ClearStatusText(int part, std::string_view text) {
+  if (part < 0 || part >= static_cast<int>(std::size(script.status))) return;
+  auto& texts = script.status[part];
+  if (!texts.empty() && texts.back() == text) texts.emplace_back();
+}
+
 bool MakeViewContextCurrent() { return script.makeContextCurrent && script.makeContextCurrent(); }
 bool HasGlExtension(std::string_view name) {
   return !scripted::Lists(script.missingGlExtensions, name);
