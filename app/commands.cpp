@@ -57,8 +57,7 @@ void StartPaste() {
 }
 
 void GenerateSurfaceMaps() {
-  ShowWaitCursor();
-  operations.generateSurfaceMaps();
+  if (!operations.generateSurfaceMaps()) return;
   DeleteLevelTextures();
   LoadLevelTextures(LevelTextureLoad::Reloading);
 }
@@ -237,11 +236,14 @@ void RunOtherCommand(CommandId id) {
 bool OfferToSave(const char* occasion) {
   const SavingQuestion question = QuestionBeforeClosing(occasion);
   if (question.text.empty()) return true;
-  if (ShowPrompt(question.text, "Save?", PromptButtons::YesNo, PromptIcon::Information) !=
-      PromptAnswer::Yes) {
-    return true;
+  switch (ShowPrompt(question.text, "Save?", PromptButtons::YesNoCancel, PromptIcon::Information)) {
+    case PromptAnswer::Yes:
+      return SaveLevel(question.foreign);
+    case PromptAnswer::No:
+      return true;
+    default:
+      return false;
   }
-  return SaveLevel(question.foreign);
 }
 
 bool ConfirmExit() { return OfferToSave("before exiting"); }

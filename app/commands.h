@@ -11,7 +11,7 @@ void RunCommand(CommandId id);
 
 // Asks to save when there are unsaved changes, or the level's archive is not as it was left, and
 // saves on Yes; `occasion` is what is about to happen, "before exiting". False when that save
-// failed: the caller then does not go on.
+// failed or the answer was Cancel: the caller then does not go on.
 bool OfferToSave(const char* occasion);
 
 // Exit and the closing of the main window: true when the window may be destroyed.

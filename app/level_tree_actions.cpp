@@ -8,7 +8,9 @@
 #include "app/shell.h"
 #include "core/editor_state.h"
 #include "objects/entity_editing.h"
+#include "objects/object_hover.h"
 #include "objects/object_mapper.h"
+#include "objects/object_selection.h"
 #include "objects/object_store.h"
 #include "objects/static_objects.h"
 #include "objects/visibility.h"
@@ -28,28 +30,31 @@ void SelectObjectOf(TreeItem item) {
   ShowKindOf(object);
   SelectOnly(object, item);
   FocusCameraOn(object.position.x, object.position.y, object.position.z);
+  NameInStatusBar(StatusTextOf(object));
   shell.renderFrameNow();
 }
 
 // Every object that shows the mesh, wherever it stands.
 void SelectObjectsOfMesh(TreeItem item) {
-  const int mesh = FindMeshByTreeItem(item);
-  if (mesh < 0) return;
+  if (FindMeshByTreeItem(item) < 0) return;
   RunCommand(kCommandObjectMapper);
   if (levelTree.suppressObjectSelection) return;
+  if (SelectByTreeItems({item})) return;
   DeselectAll();
-  const int entry =
-      FindCatalogueEntry(objectStore.meshes[static_cast<std::size_t>(mesh)].name.c_str());
-  bool anySelected = false;
-  for (StaticObject& object : objectStore.objects) {
-    if (entry < 0 || object.catalogueIndex != entry) continue;
-    ShowKindOf(object);
-    object.selected = true;
-    anySelected = true;
-  }
-  ComputePivot();
-  UpdateToolButtons(anySelected);
+  UpdateToolButtons(false);
 }
+
+// While it lives, what the user has chosen in the tree stays so, whatever is selected for it.
+class UserChoosesItems {
+ public:
+  UserChoosesItems() : before_(std::exchange(levelTree.userIsChoosing, true)) {}
+  ~UserChoosesItems() { levelTree.userIsChoosing = before_; }
+  UserChoosesItems(const UserChoosesItems&) = delete;
+  UserChoosesItems& operator=(const UserChoosesItems&) = delete;
+
+ private:
+  bool before_;
+};
 
 bool IsEntityPlace(TreeItem parent, TreeItem grandparent) {
   const LevelTree::FixedItems& fixed = levelTree.fixed;
@@ -82,6 +87,7 @@ bool DropTemplateOrMesh(TreeItem item) {
 
 void LevelTreeItemSelected(TreeItem item) {
   if (!levelTree.notificationsEnabled || item == 0) return;
+  const UserChoosesItems choosing;
   const LevelTree::FixedItems& fixed = levelTree.fixed;
   const TreeItem parent = ParentOf(item), grandparent = ParentOf(parent);
   if (parent == fixed.standardMeshes || parent == fixed.treeMeshes) {
@@ -89,7 +95,18 @@ void LevelTreeItemSelected(TreeItem item) {
   } else if (parent == fixed.cachedObjects) {
     SelectObjectsOfMesh(item);
   } else if (IsEntityPlace(parent, grandparent) && !levelTree.suppressObjectSelection) {
-    SelectFromTree(item);
+    if (SelectFromTree(item)) RunCommand(kCommandObjectMapper);
+  }
+}
+
+void LevelTreeItemsSelected(const std::vector<TreeItem>& items) {
+  if (!levelTree.notificationsEnabled || levelTree.suppressObjectSelection) return;
+  const UserChoosesItems choosing;
+  if (items.empty()) {
+    DeselectAll();
+    UpdateToolButtons(false);
+  } else if (SelectByTreeItems(items)) {
+    RunCommand(kCommandObjectMapper);
   }
 }
 
@@ -116,6 +133,12 @@ bool DeleteLevelTreeItem(TreeItem item) {
   DeleteByTreeItem(item);
   levelTree.suppressObjectSelection = suppressed;
   return false;
+}
+
+void DeleteLevelTreeItems(const std::vector<TreeItem>& items) {
+  const bool suppressed = std::exchange(levelTree.suppressObjectSelection, true);
+  DeleteByTreeItems(items);
+  levelTree.suppressObjectSelection = suppressed;
 }
 
 bool CanDragLevelTreeItem(TreeItem item) {

@@ -19,18 +19,15 @@
 namespace mw {
 namespace {
 
-constexpr char kGameNotStarted[] = "The game could not be started.";
-
-bool Confirm(const char* question, const char* caption) {
-  return ShowPrompt(question, caption, PromptButtons::YesNo, PromptIcon::Information) ==
-         PromptAnswer::Yes;
+bool Confirm(const char* question, const char* caption, PromptIcon icon) {
+  return ShowPrompt(question, caption, PromptButtons::YesNo, icon) == PromptAnswer::Yes;
 }
 
 // The game reads the level as it is on disk. False when the command is not to go on.
 bool IsReadyForTheGame(const char* question) {
   if (!editor.levelLoaded) return false;
   if (!editor.levelModified) return true;
-  return Confirm(question, "Save?") && SaveLevel();
+  return Confirm(question, "Save?", PromptIcon::Information) && SaveLevel();
 }
 
 // Shows what could not be written; true when nothing failed.
@@ -44,18 +41,39 @@ bool ReportFailure() {
 
 // Runs the game's program on the scratch folder. `task` is the switch, `argument` follows the
 // level's path in the same quotes. A closing backslash belongs to the path, not to the quote. What
-// comes out goes into the open level, so meanwhile the user cannot open another or change this one.
-bool RunTracer(const char* task, const char* argument) {
+// comes out goes into the open level, so meanwhile the user cannot open another or change this one,
+// only cancel.
+ProcessEnd RunTracer(const char* task, const char* argument, const char* title,
+                     const std::string& activity) {
   const char* const game = modConfig.GamePath.c_str();
-  return RunProcessAndWait(FormatText("\"%svarnhold.exe\" +workingFolder \"%sShadowWork\\\" +%s "
-                                      "\"varnhold\\levels\\%s\\%s\"",
-                                      game, game, task, modConfig.LevelName.c_str(), argument),
-                           game, InputDuringWait::Ignored);
+  return RunCancellableProcess(
+      FormatText("\"%svarnhold.exe\" +workingFolder \"%sShadowWork\\\" +%s "
+                 "\"varnhold\\levels\\%s\\%s\"",
+                 game, game, task, modConfig.LevelName.c_str(), argument),
+      game, title, activity);
+}
+
+std::string CountOfTiles() {
+  const auto count = static_cast<int>(TilesToTrace().size());
+  return FormatText("%i %s", count, count == 1 ? "tile" : "tiles");
 }
 
 void ReloadLevelTextures() {
   DeleteLevelTextures();
   LoadLevelTextures(LevelTextureLoad::Reloading);
+}
+
+// Takes the lighting scripts back that were written for the game; nothing else of the level has
+// been touched then.
+void ShowCancelled(const char* text, const LightingScripts& scriptsBefore) {
+  ShowArrowCursor();
+  WriteAsOneChange([&] { RestoreLightingScripts(scriptsBefore); });
+  if (ReportFailure()) SetStatusText(1, text + std::string(" The level is as it was."));
+}
+
+// Of a run that was not cancelled.
+std::string WhatWentWrong(ProcessEnd end) {
+  return end == ProcessEnd::NotStarted ? "The game could not be started." : "";
 }
 
 // The closing words of a command, with what there is to add.
@@ -71,6 +89,21 @@ void TakeMergedTiles(int& missing) {
                                 static_cast<int>(tiles.size())));
     if (!TakeMergedTile(tile)) ++missing;
   }
+}
+
+// Says so when the tiles that were selected have no surface.
+bool HasTilesToTrace() {
+  if (!TilesToTrace().empty()) return true;
+  if (IsAnyShadowSelected()) {
+    ShowArrowCursor();
+    ShowPrompt(
+        "None of the selected tiles has a surface map assigned.\n\n"
+        "Assign surface maps to them first, or select tiles that have one.",
+        "Generate Terrain Shadows", PromptButtons::Ok, PromptIcon::Information);
+  } else {
+    SetStatusText(1, "No tiles are selected for terrain shadows.");
+  }
+  return false;
 }
 
 bool PrepareTracing() {
@@ -115,17 +148,23 @@ void GenerateTerrainShadows() {
                          "Would you like to save your map now?")) {
     return;
   }
+  if (!HasTilesToTrace()) return;
   ShowWaitCursor();
-  if (TilesToTrace().empty()) return;
   SetStatusText(1, "Generating Terrain Shadows...");
+  const LightingScripts scriptsBefore = ReadLightingScripts();
   if (!PrepareTracing()) return;
-  const bool started = RunTracer("traceTerrainShadows", "");
-  ShowCompleted("Completed Terrain Shadow Generation.", started ? "" : kGameNotStarted);
+  const ProcessEnd end = RunTracer("traceTerrainShadows", "", "Generating Terrain Shadows",
+                                   "The game traces the shadows of " + CountOfTiles() + ".");
+  if (end == ProcessEnd::Cancelled) {
+    ShowCancelled("Cancelled Terrain Shadow Generation.", scriptsBefore);
+    return;
+  }
+  ShowCompleted("Completed Terrain Shadow Generation.", WhatWentWrong(end));
   if (Confirm("After generating Terrain Shadow Maps, they must be merged \n"
               "into the surface map before any changes can be seen.  However, \n"
               "you can Merge Surface Maps later from the Tools menu if you wish.\n\n"
               "Would you like to Merge Surface Light Maps now?",
-              "Merge Surface Light Maps")) {
+              "Merge Surface Light Maps", PromptIcon::Question)) {
     MergeTerrainLightmaps();
   }
   WriteAsOneChange(TakeShadowBits);
@@ -140,11 +179,16 @@ void MergeTerrainLightmaps() {
   }
   ShowWaitCursor();
   SetStatusText(1, "Merging Terrain Lightmaps...");
-  const bool started = RunTracer("mergeTerrainShadows", " 1.5 0.6");
+  const ProcessEnd end = RunTracer("mergeTerrainShadows", " 1.5 0.6", "Merging Terrain Lightmaps",
+                                   "The game darkens " + CountOfTiles() + " by their shadows.");
+  if (end == ProcessEnd::Cancelled) {
+    ShowCancelled("Cancelled Merging Terrain Lightmaps.", {});
+    return;
+  }
   int missing = 0;
   WriteAsOneChange([&] { TakeMergedTiles(missing); });
   if (ReportFailure()) {
-    std::string addition = started ? "" : kGameNotStarted;
+    std::string addition = WhatWentWrong(end);
     if (missing > 0) {
       addition +=
           FormatText("%s%i merged %s missing or of another size.", addition.empty() ? "" : " ",
@@ -165,16 +209,22 @@ void GenerateObjectLightmaps() {
                "is recommended that you do this process as the last step of the level\n"
                "building process since this process can take quite a while.\n\n"
                "Would you like to Generate Object Light Maps now?",
-               "Generate Object Light Maps")) {
+               "Generate Object Light Maps", PromptIcon::Question)) {
     return;
   }
   ShowWaitCursor();
   SetStatusText(1, "Generating Object Light Maps...");
+  const LightingScripts scriptsBefore = ReadLightingScripts();
   if (!PrepareObjectTracing()) return;
-  const bool started = RunTracer("traceObjectShadows", "");
+  const ProcessEnd end = RunTracer("traceObjectShadows", "", "Generating Object Light Maps",
+                                   "The game traces the light of all placed objects.");
+  if (end == ProcessEnd::Cancelled) {
+    ShowCancelled("Cancelled Generating Object Light Maps.", scriptsBefore);
+    return;
+  }
   WriteAsOneChange(TakeNewObjectLightMaps);
   if (ReportFailure()) {
-    ShowCompleted("Completed Generating Object Light Maps.", started ? "" : kGameNotStarted);
+    ShowCompleted("Completed Generating Object Light Maps.", WhatWentWrong(end));
   }
   ReloadLevelTextures();
 }

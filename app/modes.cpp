@@ -14,7 +14,10 @@ void EndStroke() {
 void SetEditMode(EditMode mode) {
   shell.showModeToolbar(mode);
   UpdateClipboardButtons(mode == EditMode::ObjectMapper);
-  if (mode != editor.editMode) EndStroke();
+  if (mode != editor.editMode) {
+    EndStroke();
+    operations.forgetHovered();
+  }
   editor.editMode = mode;
 }
 

@@ -5,10 +5,12 @@
 #include "core/hooks.h"
 #include "objects/level_tree.h"
 #include "objects/object_clipboard.h"
+#include "objects/object_hover.h"
 #include "objects/object_mapper.h"
 #include "objects/object_render.h"
 #include "objects/object_store.h"
 #include "objects/static_objects.h"
+#include "objects/unknown_objects.h"
 
 namespace mw {
 namespace {
@@ -32,6 +34,7 @@ void ConnectMapper() {
   operations.pressTranslate = [](int x, int y, int, int) { PressTranslate(x, y); };
   operations.dragObjects = DragObjects;
   operations.releaseObjects = ReleaseObjects;
+  operations.forgetHovered = ForgetHovered;
   operations.editHovered = EditHovered;
   operations.objectKey = ObjectKey;
   operations.objectToolbarCommand = [](CommandId id) {
@@ -46,7 +49,10 @@ void ConnectMapper() {
 void ConnectObjectOperations() {
   operations.clearAllObjects = ClearAllObjects;
   operations.buildTree = BuildTree;
-  operations.loadStaticObjects = LoadStaticObjects;
+  operations.loadStaticObjects = [] {
+    LoadStaticObjects();
+    NoteUnknownObjects();
+  };
   operations.saveStaticObjects = SaveStaticObjects;
   operations.snapAllToGround = SnapAllToGround;
   ConnectMapper();

@@ -61,6 +61,7 @@ struct Operations {
   Drag pressTranslate = [](int, int, int, int) {};
   Drag dragObjects = [](int, int, int, int) {};  // by the current tool
   Action releaseObjects = [] {};
+  Action forgetHovered = [] {};
   std::function<bool()> editHovered = [] { return false; };
   std::function<void(int key)> objectKey = [](int) {};
   std::function<void(CommandId)> objectToolbarCommand = [](CommandId) {};
@@ -74,7 +75,8 @@ struct Operations {
   std::function<bool(bool askFirst)> randomTerrain = [](bool) { return false; };
   Action generateMaterialMap = [] {};
   Action testLevel = [] {};
-  Action generateSurfaceMaps = [] {};
+  // Asks before it replaces tiles; true when the level's textures are to be read again.
+  std::function<bool()> generateSurfaceMaps = [] { return false; };
   Action openShadowDialog = [] {};
   Action mergeTerrainLightmaps = [] {};
   Action generateObjectLightmaps = [] {};

@@ -70,7 +70,11 @@ bool OfferOwnFile() {
     return false;
   }
   std::string reason;
-  if (Recover(*info, reason)) return true;
+  if (Recover(*info, reason)) {
+    SetStatusText(1, FormatText("Recovered level %s. The recovered work is not saved yet.",
+                                info->level.c_str()));
+    return true;
+  }
   if (!reason.empty()) reason.insert(0, "\n\n");
   ShowKept(FormatText("The unsaved work on level %s cannot be opened.%s", info->level.c_str(),
                       reason.c_str()),

@@ -15,7 +15,7 @@
 namespace mw {
 namespace {
 
-constexpr std::uint32_t kReadingPeriod = 100;  // milliseconds
+constexpr std::uint32_t kReadingPeriod = 200;  // milliseconds
 
 std::uint32_t nextReading = 0;  // milliseconds
 

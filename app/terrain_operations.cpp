@@ -17,7 +17,7 @@ void ConnectTerrainOperations() {
   operations.generateMaterialMap = [] { GenerateMaterialMap(LoadedMaterialPlugin()); };
   operations.addRoadPoint = AddRoadPoint;
   operations.finishRoad = [] { FinishRoadPoints(shell.createRoadDialog); };
-  operations.generateSurfaceMaps = [] { GenerateSurfaceMaps(LoadedSurfacePlugin()); };
+  operations.generateSurfaceMaps = [] { return GenerateSurfaceMaps(LoadedSurfacePlugin()); };
   operations.generateInGameMap = GenerateInGameMap;
 }
 

@@ -46,7 +46,7 @@ void TestLevel() {
   const bool started =
       RunProcessAndWait(FormatText("\"%svarnhold.exe\" +game %s +restart 1 +hostServer 1",
                                    game.c_str(), CurrentModName().c_str()),
-                        game, InputDuringWait::Handled);
+                        game);
   SetStatusText(
       1, started ? FormatText("Tested level %s", level.c_str()) : "The game could not be started.");
 }

@@ -16,6 +16,10 @@ std::string_view LastPart(std::string_view path) {
 
 bool AddFileToArchive(std::string_view diskPath, std::string_view gameFolder) {
   const std::string gamePath = std::string(gameFolder) + "\\" + std::string(LastPart(diskPath));
+  if (IsInWritableArchive(gamePath) &&
+      !ConfirmReplacing("The level has this file already. It will be replaced:\n\n" + gamePath)) {
+    return false;
+  }
   if (WriteAsOneChange([&] { ImportDiskFile(diskPath, gamePath); })) return true;
   ShowPrompt(GameFileError(), "Error", PromptButtons::Ok, PromptIcon::Stop);
   return false;

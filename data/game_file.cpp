@@ -275,6 +275,17 @@ void SaveGameFileBytes(std::string_view gamePath, std::span<const std::uint8_t> 
   SaveBytes(gamePath, {bytes.begin(), bytes.end()});
 }
 
+bool IsInWritableArchive(std::string_view path) {
+  const std::optional<std::string> name = NormalGamePath(path);
+  return name && archives.FindHolding(*name, true);
+}
+
+void RemoveGameFile(std::string_view path) {
+  const std::optional<std::string> name = NormalGamePath(path);
+  Archive* const archive = name ? archives.FindHolding(*name, true) : nullptr;
+  if (archive && !archive->RemoveMember(*name)) SetGameFileError(archive->Error());
+}
+
 void RemoveArchiveFolder(std::string_view gamePath) {
   const std::optional<std::string> name = NormalGamePath(gamePath);
   if (captured) return;

@@ -88,6 +88,10 @@ std::uint32_t GameFileTell(const GameFile& file);
 // read or written.
 bool ImportDiskFile(std::string_view diskPath, std::string_view gamePath);
 void SaveGameFileBytes(std::string_view gamePath, std::span<const std::uint8_t> bytes);
+// Whether an archive open for writing holds the file: writing it replaces it there.
+bool IsInWritableArchive(std::string_view path);
+// Removes the file from the archive that writing it goes into, if it is there.
+void RemoveGameFile(std::string_view path);
 // Removes every member under the path from the most recently opened writable archive. A path that
 // means the whole archive removes nothing.
 void RemoveArchiveFolder(std::string_view gamePath);

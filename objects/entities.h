@@ -36,6 +36,7 @@ struct SpawnTemplate {
   GameModeMask modes = 0;
   std::int32_t group = 0;
   TreeItem treeItem = 0;
+  bool unfolded = false;  // its item, or was when the mode filter hid it
 
   virtual ~SpawnTemplate() = default;
   // Takes one script command, whose arguments follow in the tokenizer. False when it is not one of

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/editor_state.h"
+#include "objects/object_hover.h"
 #include "objects/spawn_groups.h"
 
 namespace mw {
@@ -47,6 +48,7 @@ void DeleteInstance(EntityKind kind, int index) {
   const int templateIndex = (*deleted)->templateIndex;
   instances.erase(deleted);
   entities.hovered = {};
+  ForgetNamed();
   editor.levelModified = true;
   if (kind != EntityKind::ObjectSpawn && !IsTemplateUsed(kind, templateIndex)) {
     DeleteTemplate(kind, templateIndex);

@@ -26,7 +26,7 @@ constexpr std::array<Box, kEntityKinds.size()> kMarkerBoxes{
 
 struct Shapes {
   std::array<MarkerLists, kEntityKinds.size()> markers;
-  MeshListId ring = 0;
+  MeshListId ring = 0, plainBox = 0;
 };
 Shapes shapes;
 
@@ -73,12 +73,18 @@ MeshListId RingList() {
   return shapes.ring;
 }
 
+MeshListId PlainBoxList() {
+  if (shapes.plainBox == 0) shapes.plainBox = MakeFaces({kPlainBoxLow, kPlainBoxHigh});
+  return shapes.plainBox;
+}
+
 void ReleaseEntityMarkers() {
   for (const MarkerLists& marker : shapes.markers) {
     DeleteMeshList(marker.faces);
     DeleteMeshList(marker.edges);
   }
   DeleteMeshList(shapes.ring);
+  DeleteMeshList(shapes.plainBox);
   shapes = Shapes{};
 }
 

@@ -1,4 +1,5 @@
-// The shapes that stand for game-mode entities in the 3D view. Used by their drawing.
+// The shapes that stand in the 3D view for what has no mesh: game-mode entities, and objects that
+// the catalogue does not have. Used by their drawing.
 #pragma once
 
 #include "objects/entities.h"
@@ -14,6 +15,9 @@ struct MarkerLists {
 const MarkerLists& MarkerOf(EntityKind kind);
 // A flat ring of lines with an outer radius of 1 and an inner one of 0.9, about the vertical axis.
 MeshListId RingList();
+// A plain box on the ground.
+inline constexpr Vector3 kPlainBoxLow{-1, 0, -1}, kPlainBoxHigh{1, 2, 1};
+MeshListId PlainBoxList();
 // Forgets and frees all; they are made again when they are asked for.
 void ReleaseEntityMarkers();
 

@@ -10,11 +10,9 @@
 #include "core/camera.h"
 #include "core/game_random.h"
 #include "objects/entities.h"
-#include "objects/entity_editing.h"
 #include "objects/entity_markers.h"
 #include "objects/object_store.h"
 #include "objects/object_transform.h"
-#include "platform/prompts.h"
 
 namespace mw {
 namespace {
@@ -52,9 +50,6 @@ struct EntitiesInSight {
   std::vector<Vector3> links;  // two points each
 };
 EntitiesInSight inSight;
-
-// The entity that the status bar names; other texts may stand there until it is another one.
-HoveredEntity namedEntity;
 
 struct GroupColours {
   static constexpr std::size_t kCount = 128;
@@ -106,7 +101,6 @@ bool IsDrawn(const SpawnInstance& instance, const Vector3& place) {
   return IsInShownMode(instance) && camera.IsPointVisible(place.x, place.y, place.z, kCullMargin);
 }
 
-// Where several are under the cursor the last one is the hovered one.
 void CollectMarkers(EntityKind kind, const Matrix4& view) {
   inSight.markers.clear();
   int index = -1;
@@ -114,8 +108,7 @@ void CollectMarkers(EntityKind kind, const Matrix4& view) {
     ++index;
     const Vector3 place = instance->ViewPosition();
     if (!IsDrawn(*instance, place)) continue;
-    const bool hovered = IsUnderCursor(kind, place);
-    if (hovered) entities.hovered = {kind, index};
+    const bool hovered = entities.hovered.kind == kind && entities.hovered.index == index;
     inSight.markers.push_back(
         {PlacedMatrix(view, place, instance->rotation, {1, 1, 1}), ColourOf(*instance, hovered)});
   }
@@ -219,14 +212,6 @@ void DrawConnections(const Matrix4& view) {
   glDepthMask(GL_TRUE);
 }
 
-void NameHoveredEntity() {
-  const SpawnInstance* const hovered = HoveredInstance();
-  const bool named =
-      namedEntity.index == entities.hovered.index && namedEntity.kind == entities.hovered.kind;
-  if (hovered && !named) SetStatusText(1, StatusTextOf(*hovered));
-  namedEntity = entities.hovered;
-}
-
 }  // namespace
 
 void FindHoveredEntity() {
@@ -237,13 +222,12 @@ void FindHoveredEntity() {
     for (const auto& instance : entities.Of(kind).instances) {
       ++index;
       const Vector3 place = instance->ViewPosition();
-      if (IsDrawn(*instance, place) && IsUnderCursor(kind, place)) entities.hovered = {kind, index};
+      if (IsUnderCursor(kind, place) && IsDrawn(*instance, place)) entities.hovered = {kind, index};
     }
   }
 }
 
 void DrawEntities() {
-  entities.hovered = HoveredEntity{};
   Matrix4 view;
   glGetFloatv(GL_MODELVIEW_MATRIX, view.data());
   glDisable(GL_TEXTURE_2D);
@@ -255,7 +239,6 @@ void DrawEntities() {
   }
   glPopMatrix();
   if (objectStore.showControlPoints) DrawConnections(view);
-  NameHoveredEntity();
 }
 
 }  // namespace mw

@@ -3,9 +3,9 @@
 
 namespace mw {
 
-// The entities that are shown; finds the hovered one and shows its name.
+// The entities that are shown.
 void DrawEntities();
-// Finds the hovered one without a frame.
+// Finds the one under the cursor, the last one of several.
 void FindHoveredEntity();
 
 }  // namespace mw

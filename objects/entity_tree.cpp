@@ -1,8 +1,11 @@
 #include <algorithm>
 #include <optional>
+#include <unordered_map>
+#include <vector>
 
 #include "objects/entities.h"
 #include "objects/entity_editing.h"
+#include "objects/object_hover.h"
 #include "objects/object_mapper.h"
 #include "objects/object_selection.h"
 #include "objects/visibility.h"
@@ -50,8 +53,9 @@ TreeItem RootOf(EntityKind kind) {
   return 0;
 }
 
-// Shows the item with its label under the parent, or takes it away.
-void ShowItem(TreeItem& item, TreeItem parent, std::string_view name, GameModeMask modes) {
+// Shows the item with its label under the parent, before another item there, or takes it away.
+void ShowItem(TreeItem& item, TreeItem parent, TreeItem before, std::string_view name,
+              GameModeMask modes) {
   const bool shown = (modes & entities.ModeFilter) != 0;
   if (!shown || ParentOf(item) != parent) {
     DeleteItem(item);
@@ -62,26 +66,55 @@ void ShowItem(TreeItem& item, TreeItem parent, std::string_view name, GameModeMa
   if (IsInTree(item)) {
     SetItemText(item, label);
   } else {
-    item = InsertItem(parent, label);
+    item = InsertItem(parent, label, before);
   }
 }
 
-template <typename Record>
-bool IsMissing(const Record& record) {
-  return (record->modes & entities.ModeFilter) != 0 && !IsInTree(record->treeItem);
+// Only object spawns have their templates in the tree. One that comes back is as it was: folded or
+// not.
+void ShowTemplate(SpawnTemplate& spawnTemplate, EntityKind kind, TreeItem before = 0) {
+  if (kind != EntityKind::ObjectSpawn) return;
+  const TreeItem item = spawnTemplate.treeItem;
+  if (IsInTree(item)) spawnTemplate.unfolded = levelTree.view.isUnfolded(item);
+  ShowItem(spawnTemplate.treeItem, RootOf(kind), before, spawnTemplate.name, spawnTemplate.modes);
 }
 
-// Items that come back would stand behind the others: all are then inserted again, in the order of
-// their records.
-void RemoveItemsOutOfOrder(EntityKind kind) {
-  const EntityTables& tables = entities.Of(kind);
-  const bool missing = std::ranges::any_of(tables.instances, [](auto& i) { return IsMissing(i); });
-  const bool templatesMissing =
-      kind == EntityKind::ObjectSpawn &&
-      std::ranges::any_of(tables.templates, [](auto& t) { return IsMissing(t); });
-  if (!missing && !templatesMissing) return;
-  for (const auto& instance : tables.instances) DeleteItem(instance->treeItem);
-  for (const auto& spawnTemplate : tables.templates) DeleteItem(spawnTemplate->treeItem);
+TreeItem ParentFor(const SpawnInstance& instance) {
+  const SpawnTemplate* const above = TemplateOf(instance);
+  return above && IsInTree(above->treeItem) ? above->treeItem : RootOf(instance.Kind());
+}
+
+void ShowInstance(SpawnInstance& instance, TreeItem before = 0) {
+  ShowItem(instance.treeItem, ParentFor(instance), before, instance.name, instance.modes);
+}
+
+// For every record the item before which its own belongs: that of the next record in the tree under
+// the same parent, or 0.
+template <typename Records, typename Parent>
+std::vector<TreeItem> FollowingItems(const Records& records, Parent parentOf) {
+  std::vector<TreeItem> following(records.size());
+  std::unordered_map<TreeItem, TreeItem> next;  // by parent
+  for (std::size_t i = records.size(); i-- > 0;) {
+    const TreeItem parent = parentOf(*records[i]), item = records[i]->treeItem;
+    following[i] = next[parent];
+    if (IsInTree(item) && ParentOf(item) == parent) next[parent] = item;
+  }
+  return following;
+}
+
+// Items that come back take the place that their record has among the others.
+void RefreshTreeItemsOf(EntityKind kind) {
+  EntityTables& tables = entities.Of(kind);
+  auto following = FollowingItems(tables.templates, [kind](const auto&) { return RootOf(kind); });
+  for (std::size_t i = 0; i < following.size(); ++i)
+    ShowTemplate(*tables.templates[i], kind, following[i]);
+  following = FollowingItems(tables.instances, ParentFor);
+  for (std::size_t i = 0; i < following.size(); ++i)
+    ShowInstance(*tables.instances[i], following[i]);
+  for (const auto& spawnTemplate : tables.templates) {
+    if (spawnTemplate->unfolded && IsInTree(spawnTemplate->treeItem))
+      levelTree.view.unfold(spawnTemplate->treeItem);
+  }
 }
 
 void DeleteObjectSpawnTemplate(int index) {
@@ -95,24 +128,12 @@ void DeleteObjectSpawnTemplate(int index) {
 
 }  // namespace
 
-void SpawnTemplate::UpdateTreeItem(EntityKind kind) {
-  if (kind == EntityKind::ObjectSpawn) ShowItem(treeItem, RootOf(kind), name, modes);
-}
+void SpawnTemplate::UpdateTreeItem(EntityKind kind) { ShowTemplate(*this, kind); }
 
-void SpawnInstance::UpdateTreeItem() {
-  const SpawnTemplate* above = TemplateOf(*this);
-  const bool underTemplate = above && IsInTree(above->treeItem);
-  ShowItem(treeItem, underTemplate ? above->treeItem : RootOf(Kind()), name, modes);
-}
+void SpawnInstance::UpdateTreeItem() { ShowInstance(*this); }
 
 void RefreshTreeItems() {
-  for (const EntityKind kind : kEntityKinds) {
-    RemoveItemsOutOfOrder(kind);
-    for (const auto& spawnTemplate : entities.Of(kind).templates) {
-      spawnTemplate->UpdateTreeItem(kind);
-    }
-    for (const auto& instance : entities.Of(kind).instances) instance->UpdateTreeItem();
-  }
+  for (const EntityKind kind : kEntityKinds) RefreshTreeItemsOf(kind);
 }
 
 void SetModeFilter(GameModeMask modes) {
@@ -156,7 +177,7 @@ bool SelectFromTree(TreeItem item) {
   ShowKindOf(instance);
   SelectOnly(instance, item);
   FocusCameraOn(instance.position.x, instance.position.y, instance.position.z);
-  SetStatusText(1, StatusTextOf(instance));
+  NameInStatusBar(StatusTextOf(instance));
   return true;
 }
 

@@ -7,10 +7,40 @@
 
 namespace mw {
 
+namespace {
+
+void TakeNumber(LevelTree::Item& item) {
+  std::vector<bool>& taken = levelTree.numbers[{item.parent, item.text}];
+  const auto free = std::ranges::find(taken, false);
+  item.number = static_cast<int>(free - taken.begin()) + 1;
+  if (free == taken.end()) {
+    taken.push_back(true);
+  } else {
+    *free = true;
+  }
+}
+
+void GiveNumberBack(const LevelTree::Item& item) {
+  const auto found = levelTree.numbers.find({item.parent, item.text});
+  if (found == levelTree.numbers.end()) return;
+  std::vector<bool>& taken = found->second;
+  taken[static_cast<std::size_t>(item.number) - 1] = false;
+  while (!taken.empty() && !taken.back()) taken.pop_back();
+  if (taken.empty()) levelTree.numbers.erase(found);
+}
+
+std::string NumberedTextOf(const LevelTree::Item& item) {
+  if (item.number == 1) return item.text;
+  return item.text + " (" + std::to_string(item.number) + ")";
+}
+
+}  // namespace
+
 LevelTree levelTree;
 
 void BuildTree() {
   levelTree.items.clear();
+  levelTree.numbers.clear();
   levelTree.view.clear();
   LevelTree::FixedItems& fixed = levelTree.fixed;
   fixed.world = InsertItem(0, "World");
@@ -34,20 +64,24 @@ void BuildTree() {
   levelTree.view.resetFilter();
 }
 
-TreeItem InsertItem(TreeItem parent, std::string_view text) {
+TreeItem InsertItem(TreeItem parent, std::string_view text, TreeItem before) {
   const TreeItem item = ++levelTree.lastItem;
   const auto above = levelTree.items.find(parent);
   if (above != levelTree.items.end()) ++above->second.children;
-  levelTree.items.emplace(item, LevelTree::Item{parent, 0, std::string(text)});
-  levelTree.view.insert(item, parent, levelTree.items[item].text);
+  LevelTree::Item& record = levelTree.items[item];
+  record = {.parent = parent, .text = std::string(text)};
+  TakeNumber(record);
+  levelTree.view.insert(item, parent, before, NumberedTextOf(record));
   return item;
 }
 
 void SetItemText(TreeItem item, std::string_view text) {
   const auto found = levelTree.items.find(item);
   if (found == levelTree.items.end() || found->second.text == text) return;
+  GiveNumberBack(found->second);
   found->second.text = text;
-  levelTree.view.setText(item, found->second.text);
+  TakeNumber(found->second);
+  levelTree.view.setText(item, NumberedTextOf(found->second));
 }
 
 void DeleteItem(TreeItem item) {
@@ -59,12 +93,20 @@ void DeleteItem(TreeItem item) {
   const auto above = levelTree.items.find(found->second.parent);
   if (above != levelTree.items.end()) --above->second.children;
   levelTree.view.remove(item);
+  GiveNumberBack(found->second);
   levelTree.items.erase(item);
 }
 
 void SelectItem(TreeItem item) {
   const bool enabled = std::exchange(levelTree.notificationsEnabled, false);
   levelTree.view.select(item);
+  levelTree.notificationsEnabled = enabled;
+}
+
+void SelectItems(const std::vector<TreeItem>& items) {
+  if (levelTree.userIsChoosing) return;
+  const bool enabled = std::exchange(levelTree.notificationsEnabled, false);
+  levelTree.view.selectAll(items);
   levelTree.notificationsEnabled = enabled;
 }
 
@@ -76,6 +118,11 @@ TreeItem ParentOf(TreeItem item) {
 std::string ItemText(TreeItem item) {
   const auto found = levelTree.items.find(item);
   return found == levelTree.items.end() ? std::string() : found->second.text;
+}
+
+std::string NumberedText(TreeItem item) {
+  const auto found = levelTree.items.find(item);
+  return found == levelTree.items.end() ? std::string() : NumberedTextOf(found->second);
 }
 
 std::vector<TreeItem> ChildrenOf(TreeItem parent) {

@@ -5,9 +5,11 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace mw {
@@ -18,13 +20,19 @@ using TreeItem = std::uint32_t;
 // What shows the items. The panel fills it in; one that is not filled in shows nothing.
 struct LevelTreeView {
   std::function<void()> clear = [] {};
-  std::function<void(TreeItem item, TreeItem parent, const std::string& text)> insert =
-      [](TreeItem, TreeItem, const std::string&) {};
+  // Before another item of the parent; before 0: as the last one.
+  std::function<void(TreeItem item, TreeItem parent, TreeItem before, const std::string& text)>
+      insert = [](TreeItem, TreeItem, TreeItem, const std::string&) {};
   std::function<void(TreeItem item, const std::string& text)> setText = [](TreeItem,
                                                                            const std::string&) {};
   std::function<void(TreeItem item)> remove = [](TreeItem) {};
-  // 0 clears the selection.
+  // Selects the item alone and scrolls to it; 0 clears the selection.
   std::function<void(TreeItem item)> select = [](TreeItem) {};
+  // Selects these items and no others, without scrolling.
+  std::function<void(const std::vector<TreeItem>& items)> selectAll =
+      [](const std::vector<TreeItem>&) {};
+  std::function<bool(TreeItem item)> isUnfolded = [](TreeItem) { return false; };
+  std::function<void(TreeItem item)> unfold = [](TreeItem) {};
   // "Show All" is chosen again.
   std::function<void()> resetFilter = [] {};
 };
@@ -43,15 +51,19 @@ struct LevelTree {
     TreeItem parent = 0;
     int children = 0;
     std::string text;
+    int number = 1;  // among the items with this text under this parent
   };
 
   FixedItems fixed;
   LevelTreeView view;
   std::unordered_map<TreeItem, Item> items;
+  // Whether the numbers from 1 on are taken, by parent and text.
+  std::map<std::pair<TreeItem, std::string>, std::vector<bool>> numbers;
   TreeItem lastItem = 0;
 
   bool notificationsEnabled = true;      // false while the editor itself selects or moves items
   bool suppressObjectSelection = false;  // set during deletions
+  bool userIsChoosing = false;           // the selected items stay as the user chooses them
 };
 
 extern LevelTree levelTree;
@@ -59,17 +71,25 @@ extern LevelTree levelTree;
 // Deletes every item, makes the fixed ones, chooses "Show All" and sets the mode filter to it.
 void BuildTree();
 
-TreeItem InsertItem(TreeItem parent, std::string_view text);
+// Items with the same text under the same parent are shown with numbers: the first one without,
+// then (2), (3) and so on; a number that comes free is given away again. `before`: another item of
+// the parent; 0 for a place behind all of them.
+TreeItem InsertItem(TreeItem parent, std::string_view text, TreeItem before = 0);
 // No effect for an item that is not there; an unchanged text is not shown again.
 void SetItemText(TreeItem item, std::string_view text);
 // Deletes the item with all below it. No effect for 0 and for an item that is gone.
 void DeleteItem(TreeItem item);
 // Selects the item and scrolls to it, or clears the selection for 0. The tree does not act on it.
 void SelectItem(TreeItem item);
+// Selects these items alone, where they are in the tree, unless the user is choosing items himself.
+// The tree does not act on it.
+void SelectItems(const std::vector<TreeItem>& items);
 
 // 0 and "" for an item that is not there.
 TreeItem ParentOf(TreeItem item);
 std::string ItemText(TreeItem item);
+// The same with the number that it is shown with.
+std::string NumberedText(TreeItem item);
 // In the order in which they were inserted. Looks at all items.
 std::vector<TreeItem> ChildrenOf(TreeItem parent);
 

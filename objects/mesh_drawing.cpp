@@ -32,8 +32,8 @@ struct MeshPicture {
   std::array<GLuint, 2> buffers{};  // vertices, indices
   std::vector<DrawRange> ranges;
 
-  // What the buffers hold, for finding what shows of it. Empty where there are lines: they show
-  // however short they are.
+  // What the buffers hold, for finding what shows of it and what the mouse touches. Empty where
+  // there are lines: they show however short they are.
   std::vector<MeshVertex> vertices;
   std::vector<std::uint32_t> indices;
   BoundingSphere bounds;
@@ -219,6 +219,12 @@ void DeleteAllMeshLists() {
     for (const auto& [list, picture] : pictures.byId) FreeBuffers(picture);
   }
   pictures.byId.clear();
+}
+
+MeshTriangles TrianglesOf(MeshListId list) {
+  const auto found = pictures.byId.find(list);
+  if (found == pictures.byId.end()) return {};
+  return {found->second.vertices, found->second.indices};
 }
 
 void CallMeshList(MeshListId list) {

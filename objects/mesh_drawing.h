@@ -33,6 +33,12 @@ MeshListId CreateMeshList(std::span<const MeshSurface> surfaces);
 void DeleteMeshList(MeshListId list);  // no effect for 0
 // Deletes every picture, before the context goes. Their identifiers draw nothing from then on.
 void DeleteAllMeshLists();
+// The picture's triangles, three indices each, until it is deleted; none of a picture with lines.
+struct MeshTriangles {
+  std::span<const MeshVertex> vertices;
+  std::span<const std::uint32_t> indices;
+};
+MeshTriangles TrianglesOf(MeshListId list);
 // Draws the picture with the current matrix and colour. Does nothing for 0.
 void CallMeshList(MeshListId list);
 

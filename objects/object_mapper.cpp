@@ -1,18 +1,23 @@
 #include "objects/object_mapper.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <functional>
 #include <optional>
+#include <string>
+#include <unordered_set>
 #include <utility>
 
 #include "core/editor_state.h"
+#include "core/text.h"
 #include "objects/entity_editing.h"
-#include "objects/entity_render.h"
-#include "objects/object_render.h"
+#include "objects/object_hover.h"
 #include "objects/object_selection.h"
 #include "objects/object_windows.h"
 #include "objects/static_object_records.h"
 #include "objects/static_objects.h"
 #include "objects/visibility.h"
+#include "platform/prompts.h"
 #include "terrain/terrain.h"
 #include "terrain/world_point.h"
 
@@ -23,6 +28,8 @@ namespace {
 constexpr float kRaisePerPixel = 0.05f;  // world units
 constexpr float kTurnPerPixel = 0.5f;    // degrees
 constexpr float kScalePerPixel = 0.01f;
+
+constexpr int kReadingPart = 3;  // of the status bar
 
 bool* SwitchOf(ObjectControl control) {
   switch (control) {
@@ -83,16 +90,19 @@ void SelectPressed(Placement& item, TreeItem treeItem) {
   if (item.selected) return;
   if (!editor.ctrlHeld) DeselectAll();
   Select(item, treeItem);
+  ShowSelectionInTree();
   objectStore.pressChangedSelection = true;
 }
 
 float GroundUnder(const Placement& item) { return HeightAt(item.position.x, item.position.z); }
 
 // Over the ground: what is dragged lies under the cursor itself, and would come nearer and nearer.
+// Where the cursor is over none, nothing moves.
 void DragTranslate(int x, int y) {
-  if (const auto ground = GroundUnderCursor(x, y)) objectStore.CursorPoint = *ground;
-  const Vector3 pivot = objectStore.CursorPoint;
-  objectStore.SelectionPivot = pivot;
+  const auto ground = GroundUnderCursor(x, y);
+  if (!ground) return;
+  const Vector3 pivot = *ground;
+  objectStore.CursorPoint = objectStore.SelectionPivot = pivot;
   ForEachSelected([&pivot](Placement& item) {
     const Vector3 offset = PivotOffset(item);
     item.position.x = MirrorX(pivot.x + offset.x);
@@ -100,6 +110,15 @@ void DragTranslate(int x, int y) {
     if (objectStore.snapToGround) item.position.y = GroundUnder(item);
   });
   editor.levelModified = true;
+}
+
+// A hand is never quite still: an item that was pressed on stays where it is until the mouse has
+// really moved.
+bool IsStillAClick(int x, int y) {
+  constexpr int kStill = 4;  // pixels
+  if (std::abs(x - editor.pressX) + std::abs(y - editor.pressY) >= kStill)
+    objectStore.pressedOnItem = false;
+  return objectStore.pressedOnItem;
 }
 
 void DragRaise(int pixelsUp) {
@@ -129,74 +148,13 @@ void DragScale(float Vector3::*axis, int pixelsUp) {
   editor.levelModified = true;
 }
 
-void DeleteSelectedObjects() {
-  if (RemoveStaticObjects([](const StaticObject& object) { return object.selected; })) {
-    editor.levelModified = true;
-  }
-}
-
-void DeleteSelectedEntities(EntityKind kind) {
-  const auto& instances = entities.Of(kind).instances;
-  for (std::size_t i = instances.size(); i-- > 0;) {
-    if (instances[i]->selected) DeleteInstance(kind, static_cast<int>(i));
-  }
-}
-
-}  // namespace
-
-void PressObjectControl(ObjectControl control) {
-  if (bool* const shown = SwitchOf(control)) {
-    *shown = !*shown;
-    DeselectHidden();
-  } else if (const auto viewMode = ViewModeOf(control)) {
-    objectStore.viewMode = *viewMode;
-  } else if (const auto tool = ChoosableTool(control)) {
-    objectStore.tool = *tool;
-  }
-  objectWindows.refreshToolbar();
-}
-
-void UpdateToolButtons(bool anySelected) {
-  objectStore.toolsEnabled = anySelected;
-  objectStore.tool = ObjectTool::Select;
-  objectWindows.refreshToolbar();
-}
-
-void PickCursorPoint(int x, int y) {
-  if (const auto point = WorldPointUnderCursor(x, y)) objectStore.CursorPoint = *point;
-}
-
-void PickHovered(int x, int y) {
-  const auto point = WorldPointUnderCursor(x, y);
-  if (!point) return;
-  objectStore.CursorPoint = *point;
-  FindHoveredObject();
-  FindHoveredEntity();
-}
-
-void PressTranslate(int x, int y) {
-  PickHovered(x, y);
-  if (StaticObject* const object = HoveredObject()) {
-    SelectPressed(*object, object->treeItem);
-  } else if (SpawnInstance* const entity = HoveredInstance()) {
-    SelectPressed(*entity, entity->treeItem);
-  } else {
-    DragTranslate(x, y);
-  }
-  ComputePivot();
-}
-
-void ReleaseObjects() {
-  if (std::exchange(objectStore.pressChangedSelection, false)) UpdateToolButtons(AnySelected());
-}
-
-void DragObjects(int x, int y, int, int previousY) {
+void DragByTool(int x, int y, int previousY) {
   const int pixelsUp = previousY - y;
   switch (objectStore.tool) {
     case ObjectTool::Select:
       break;
     case ObjectTool::Translate:
-      DragTranslate(x, y);
+      if (!IsStillAClick(x, y)) DragTranslate(x, y);
       break;
     case ObjectTool::RaiseLower:
       DragRaise(pixelsUp);
@@ -220,6 +178,104 @@ void DragObjects(int x, int y, int, int previousY) {
   }
 }
 
+// Where the selection is, and how it is turned: of one item its own place, of several the first
+// one's.
+std::string DescribeDragged() {
+  const Placement* first = nullptr;
+  int count = 0;
+  ForEachSelected([&](const Placement& item) {
+    if (count++ == 0) first = &item;
+  });
+  const auto& [x, y, z] = first->position;
+  const Vector3& angle = first->rotation;
+  const std::string which = count == 1 ? std::string() : FormatText("The first of %i: ", count);
+  return which + FormatText("Position %.2f / %.2f / %.2f  Angle %.1f / %.1f / %.1f", double{x},
+                            double{y}, double{z}, double{angle.x}, double{angle.y},
+                            double{angle.z});
+}
+
+void ShowDragged() {
+  objectStore.draggedText = DescribeDragged();
+  SetStatusText(kReadingPart, objectStore.draggedText);
+}
+
+void ForgetDragged() {
+  const std::string shown = std::exchange(objectStore.draggedText, {});
+  if (!shown.empty()) ClearStatusText(kReadingPart, shown);
+}
+
+using IsMeant = std::function<bool(const Placement&, TreeItem)>;
+
+void DeleteEntities(EntityKind kind, const IsMeant& isMeant) {
+  const auto& instances = entities.Of(kind).instances;
+  for (std::size_t i = instances.size(); i-- > 0;) {
+    if (isMeant(*instances[i], instances[i]->treeItem)) DeleteInstance(kind, static_cast<int>(i));
+  }
+}
+
+void DeleteMeant(const IsMeant& isMeant) {
+  const auto isMeantObject = [&](const StaticObject& object) {
+    return isMeant(object, object.treeItem);
+  };
+  if (RemoveStaticObjects(isMeantObject)) editor.levelModified = true;
+  for (const EntityKind kind : kEntityKinds) DeleteEntities(kind, isMeant);
+}
+
+}  // namespace
+
+void PressObjectControl(ObjectControl control) {
+  if (bool* const shown = SwitchOf(control)) {
+    *shown = !*shown;
+    DeselectHidden();
+  } else if (const auto viewMode = ViewModeOf(control)) {
+    objectStore.viewMode = *viewMode;
+  } else if (const auto tool = ChoosableTool(control)) {
+    objectStore.tool = *tool;
+  }
+  objectWindows.refreshToolbar();
+}
+
+void UpdateToolButtons(bool anySelected) {
+  objectStore.toolsEnabled = anySelected;
+  objectStore.tool = ObjectTool::Select;
+  ShowSelectionInTree();
+  objectWindows.refreshToolbar();
+}
+
+void PickCursorPoint(int x, int y) {
+  if (const auto point = WorldPointUnderCursor(x, y)) objectStore.CursorPoint = *point;
+}
+
+void PickHovered(int x, int y) {
+  const auto point = WorldPointUnderCursor(x, y);
+  if (!point) return;
+  objectStore.CursorPoint = *point;
+  FindHovered();
+}
+
+void PressTranslate(int x, int y) {
+  PickHovered(x, y);
+  objectStore.pressedOnItem = HoveredObject() || HoveredInstance();
+  if (StaticObject* const object = HoveredObject()) {
+    SelectPressed(*object, object->treeItem);
+  } else if (SpawnInstance* const entity = HoveredInstance()) {
+    SelectPressed(*entity, entity->treeItem);
+  } else {
+    DragTranslate(x, y);
+  }
+  ComputePivot();
+}
+
+void ReleaseObjects() {
+  ForgetDragged();
+  if (std::exchange(objectStore.pressChangedSelection, false)) UpdateToolButtons(AnySelected());
+}
+
+void DragObjects(int x, int y, int, int previousY) {
+  DragByTool(x, y, previousY);
+  if (objectStore.tool != ObjectTool::Select && AnySelected()) ShowDragged();
+}
+
 bool EditHovered() {
   if (editor.ctrlHeld) return false;
   if (const StaticObject* const object = HoveredObject(); object && object->selected) {
@@ -235,12 +291,20 @@ bool EditHovered() {
 
 void DeleteSelected() {
   levelTree.suppressObjectSelection = true;
-  DeleteSelectedObjects();
-  for (const EntityKind kind : kEntityKinds) DeleteSelectedEntities(kind);
+  DeleteMeant([](const Placement& item, TreeItem) { return item.selected; });
   DeselectAll();
   RefreshTreeItems();
   UpdateToolButtons(false);
   levelTree.suppressObjectSelection = false;
+}
+
+void DeleteByTreeItems(const std::vector<TreeItem>& items) {
+  const std::unordered_set<TreeItem> meant(items.begin(), items.end());
+  DeleteMeant([&meant](const Placement&, TreeItem item) { return meant.contains(item); });
+  for (const TreeItem item : items) {
+    if (FindObjectSpawnTemplate(item) >= 0) DeleteByTreeItem(item);
+  }
+  UpdateToolButtons(AnySelected());
 }
 
 }  // namespace mw

@@ -2,6 +2,8 @@
 // entities with the mouse in the 3D view. Pixels count from the view's top left.
 #pragma once
 
+#include <vector>
+
 #include "objects/level_tree.h"
 #include "objects/object_controls.h"
 #include "objects/placement.h"
@@ -10,7 +12,8 @@ namespace mw {
 
 // Buttons of the mapper's toolbar. A disabled tool is not chosen.
 void PressObjectControl(ObjectControl control);
-// Whether anything is selected: chooses the Select tool and enables or disables the others.
+// After each change of the selection. Whether anything is selected: chooses the Select tool and
+// enables or disables the others; the tree shows the selection.
 void UpdateToolButtons(bool anySelected);
 
 // CursorPoint becomes the point of the scene drawn under the pixel, if there is one.
@@ -34,5 +37,7 @@ void DragObjects(int x, int y, int previousX, int previousY);
 // Opens the hovered and selected item's dialog; false when the double click means something else.
 bool EditHovered();
 void DeleteSelected();
+// Deletes the objects and entities with these items of the tree, and then the templates.
+void DeleteByTreeItems(const std::vector<TreeItem>& items);
 
 }  // namespace mw

@@ -3,11 +3,10 @@
 
 namespace mw {
 
-// All visible objects in the current frame; finds the hovered one and shows its name.
+// All visible objects in the current frame.
 void DrawStaticObjects();
-// Finds the hovered one without a frame.
-void FindHoveredObject();
-// The static objects, if any are to be shown, and the entities.
+// The static objects, if any are to be shown, and the entities. Finds what is hovered and names it
+// in the status bar.
 void DrawObjectModeScene();
 // The Object Browser's mesh instead of the level, turned on by the time of the last frame.
 void DrawBrowserPreview();

@@ -1,10 +1,13 @@
 #include "objects/object_selection.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <unordered_set>
 
 #include "core/editor_state.h"
 #include "data/mod_config.h"
 #include "objects/object_mapper.h"
+#include "objects/visibility.h"
 
 namespace mw {
 namespace {
@@ -28,6 +31,37 @@ void StoreOffset(Placement& item) {
   item.pivotDirection.Normalise();
 }
 
+using ItemSet = std::unordered_set<TreeItem>;
+
+// The catalogue entries of the meshes among the items.
+std::unordered_set<std::int32_t> EntriesOfMeshes(const ItemSet& items) {
+  std::unordered_set<std::int32_t> entries;
+  for (const CachedMesh& mesh : objectStore.meshes) {
+    if (items.contains(mesh.treeItem)) entries.insert(FindCatalogueEntry(mesh.name));
+  }
+  entries.erase(-1);
+  return entries;
+}
+
+// The objects and entities that the items stand for. What is hidden is shown.
+std::vector<Placement*> ThingsOf(const ItemSet& items) {
+  std::vector<Placement*> things;
+  const auto add = [&things](auto& item) {
+    ShowKindOf(item);
+    things.push_back(&item);
+  };
+  const auto entries = EntriesOfMeshes(items);
+  for (StaticObject& object : objectStore.objects) {
+    if (items.contains(object.treeItem) || entries.contains(object.catalogueIndex)) add(object);
+  }
+  for (EntityTables& table : entities.tables) {
+    for (const auto& instance : table.instances) {
+      if (items.contains(instance->treeItem)) add(*instance);
+    }
+  }
+  return things;
+}
+
 void ToggleSelected(Placement& item, TreeItem treeItem) {
   if (item.selected) {
     item.selected = false;
@@ -47,6 +81,31 @@ bool AnySelected() {
   bool any = false;
   ForEachSelected([&any](Placement&) { any = true; });
   return any;
+}
+
+bool SelectByTreeItems(const std::vector<TreeItem>& items) {
+  ItemSet meant(items.begin(), items.end());
+  meant.erase(0);
+  const std::vector<Placement*> things = ThingsOf(meant);
+  if (things.empty()) return false;
+  DeselectAll();
+  for (Placement* item : things) item->selected = true;
+  ComputePivot();
+  UpdateToolButtons(true);
+  return true;
+}
+
+void ShowSelectionInTree() {
+  std::vector<TreeItem> items;
+  for (const StaticObject& object : objectStore.objects) {
+    if (object.selected) items.push_back(object.treeItem);
+  }
+  for (const EntityTables& table : entities.tables) {
+    for (const auto& instance : table.instances) {
+      if (instance->selected) items.push_back(instance->treeItem);
+    }
+  }
+  SelectItems(items);
 }
 
 StaticObject* HoveredObject() {

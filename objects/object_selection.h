@@ -2,6 +2,8 @@
 // Mapper.
 #pragma once
 
+#include <vector>
+
 #include "objects/entities.h"
 #include "objects/object_store.h"
 
@@ -25,6 +27,11 @@ void ForEachSelected(Action act) {
 }
 
 bool AnySelected();
+// Selects what these items of the tree stand for, and nothing else: objects and entities, and all
+// objects of a mesh. False, and the selection stays, when they stand for nothing.
+bool SelectByTreeItems(const std::vector<TreeItem>& items);
+// The items of all that is selected are the selected ones in the tree.
+void ShowSelectionInTree();
 // Selects the item besides what is selected, and its item in the tree.
 void Select(Placement& item, TreeItem treeItem);
 // The object under the mouse, or null.

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "core/fixed_string.h"
@@ -32,6 +33,7 @@ enum class ObjectTool : std::int32_t {
 struct StaticObject : Placement {
   FixedString<64> name;
   std::int32_t catalogueIndex = -1;
+  bool unknown = false;  // the catalogue does not have the name: drawn as a plain box
   Vector3 scale{1, 1, 1};
   bool scaleGiven = false;  // the level's file had a scale line
   Vector3 colour{1, 1, 1};
@@ -62,9 +64,15 @@ struct ObjectStore {
   Vector3 SelectionPivot;  // view coordinates
   std::int32_t hoveredObject = -1, lastHoveredObject = -1;
 
+  // What the status bar was last told to name; other texts may have come since.
+  std::string named;
+  bool namedIsHovered = false;
+  std::string draggedText;  // what it says of what is being dragged
+
   ObjectTool tool = ObjectTool::Select;
   bool toolsEnabled = false;           // Translate to RotateZ can be chosen
   bool pressChangedSelection = false;  // by the Translate tool, until the button goes up
+  bool pressedOnItem = false;          // the same, until the mouse is moved away
   ViewMode viewMode = ViewMode::BoundingBox;
   bool showStandardMeshes = true, showTreeMeshes = true;
   bool showObjectSpawns = true, showSoldierSpawns = true, showControlPoints = true;

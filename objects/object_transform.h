@@ -11,5 +11,7 @@ namespace mw {
 // glScale make of it.
 Matrix4 PlacedMatrix(const Matrix4& base, const Vector3& position, const Vector3& rotation,
                      const Vector3& scale);
+// An offset from a place that is turned so, as it is without the turn.
+Vector3 TurnedBack(const Vector3& offset, const Vector3& rotation);
 
 }  // namespace mw

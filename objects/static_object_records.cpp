@@ -5,6 +5,7 @@
 
 #include "core/game_random.h"
 #include "core/text.h"
+#include "objects/object_hover.h"
 
 namespace mw {
 namespace {
@@ -17,10 +18,9 @@ std::array<std::uint8_t, 3> RandomBoxColour() {
   return {0, green, 255};
 }
 
-bool IsTree(std::string_view name) {
-  const int entry = FindCatalogueEntry(name);
-  if (entry < 0) return false;
-  const auto index = static_cast<std::size_t>(entry);
+bool IsTree(const StaticObject& object) {
+  if (object.unknown) return false;
+  const auto index = static_cast<std::size_t>(object.catalogueIndex);
   return objectStore.catalogue.entries[index].meshKind == MeshKind::TreeMesh;
 }
 
@@ -29,14 +29,15 @@ bool IsTree(std::string_view name) {
 StaticObject NewStaticObject(std::string_view name) {
   StaticObject object;
   object.name = LowerCase(name);
-  object.catalogueIndex = CatalogueEntryToShow(object.name);
+  FindEntry(object);
   object.boxColour = RandomBoxColour();
   return object;
 }
 
-int CatalogueEntryToShow(std::string_view name) {
-  const int entry = FindCatalogueEntry(name);
-  return entry >= 0 ? entry : FindCatalogueEntry(kDefaultEntry);
+void FindEntry(StaticObject& object) {
+  object.catalogueIndex = FindCatalogueEntry(object.name);
+  object.unknown = object.catalogueIndex < 0;
+  if (object.unknown) object.catalogueIndex = FindCatalogueEntry(kDefaultEntry);
 }
 
 void UseCachedMesh(StaticObject& object, int mesh) {
@@ -47,17 +48,23 @@ void UseCachedMesh(StaticObject& object, int mesh) {
 void FindMesh(StaticObject& object) {
   if (const int mesh = FindCachedMesh(object.name); mesh >= 0) {
     UseCachedMesh(object, mesh);
-  } else if (const int entry = FindCatalogueEntry(object.name); entry >= 0) {
-    CacheMeshForObject(entry, object);
+  } else if (!object.unknown) {
+    CacheMeshForObject(object.catalogueIndex, object);
   }
 }
 
 bool ObjectTableIsFull() { return objectStore.objects.size() >= kMaxStaticObjects; }
 
-void AppendStaticObject(StaticObject object) {
+void ShowInTree(StaticObject& object) {
   const LevelTree::FixedItems& fixed = levelTree.fixed;
-  object.treeItem =
-      InsertItem(IsTree(object.name) ? fixed.treeMeshes : fixed.standardMeshes, object.name);
+  const TreeItem parent = IsTree(object) ? fixed.treeMeshes : fixed.standardMeshes;
+  if (ParentOf(object.treeItem) == parent) return;
+  DeleteItem(object.treeItem);
+  object.treeItem = InsertItem(parent, object.name);
+}
+
+void AppendStaticObject(StaticObject object) {
+  ShowInTree(object);
   objectStore.objects.push_back(std::move(object));
 }
 
@@ -70,6 +77,7 @@ bool RemoveStaticObjects(const std::function<bool(const StaticObject&)>& isMeant
   });
   if (items.empty()) return false;
   objectStore.hoveredObject = objectStore.lastHoveredObject = -1;
+  ForgetNamed();
   for (const TreeItem item : items) DeleteItem(item);
   return true;
 }

@@ -9,9 +9,8 @@
 
 namespace mw {
 
-// The catalogue entry that objects of this name show: the one of that name, else "default", else
-// -1.
-int CatalogueEntryToShow(std::string_view name);
+// The object's catalogue entry is the one of its name; where there is none, "default", else -1.
+void FindEntry(StaticObject& object);
 // A record with the name in lower case that shows its catalogue entry. It has no mesh yet.
 StaticObject NewStaticObject(std::string_view name);
 
@@ -21,6 +20,8 @@ void UseCachedMesh(StaticObject& object, int mesh);
 void FindMesh(StaticObject& object);
 
 bool ObjectTableIsFull();
+// Puts the object into the level tree, or where its kind belongs there.
+void ShowInTree(StaticObject& object);
 // Puts the record at the end of the table, which has room, and into the level tree.
 void AppendStaticObject(StaticObject object);
 // Takes every object that `isMeant` accepts out of the table, then out of the level tree, which may

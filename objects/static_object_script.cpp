@@ -78,9 +78,9 @@ bool ReadObjectLine(std::string_view line, bool& hasObject) {
 }
 
 void NoteLoss(const char* reason) {
-  const auto count = std::ranges::count_if(objectStore.objects, &StaticObject::inUse);
   NoteDamagedPart(LevelPart::StaticObjects,
-                  FormatText("Could not load all objects - %s! (%td were loaded.)", reason, count));
+                  FormatText("Could not load all objects - %s! (%zu were loaded.)", reason,
+                             objectStore.objects.size()));
 }
 
 // False, with the entities noted as not loaded, when the file holds more objects than the table.

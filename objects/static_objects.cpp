@@ -113,9 +113,15 @@ int FindObjectByTreeItem(TreeItem item) {
   return item == 0 || found == objects.end() ? -1 : static_cast<int>(found - objects.begin());
 }
 
+std::string StatusTextOf(const StaticObject& object) {
+  return "Static Object: " + object.name.String();
+}
+
 void FindObjectEntriesAgain() {
   for (StaticObject& object : objectStore.objects) {
-    object.catalogueIndex = CatalogueEntryToShow(object.name);
+    FindEntry(object);
+    if (object.meshIndex < 0) FindMesh(object);
+    ShowInTree(object);
   }
 }
 

@@ -2,6 +2,7 @@
 // deleting and setting them on the ground.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "core/vector3.h"
@@ -29,7 +30,9 @@ bool EditStaticObject(int index);
 void SnapAllToGround();
 // Index of the object with this item, or -1.
 int FindObjectByTreeItem(TreeItem item);
-// The objects' entries in a catalogue that was read again.
+// "Static Object: <name>" for the status bar.
+std::string StatusTextOf(const StaticObject& object);
+// The objects' entries in a catalogue that was read again, with their meshes where they had none.
 void FindObjectEntriesAgain();
 
 }  // namespace mw

@@ -12,7 +12,7 @@ namespace {
 // An object that the catalogue does not have is listed with the standard meshes.
 MeshKind KindOf(const StaticObject& object) {
   const ObjectCatalogue& catalogue = objectStore.catalogue;
-  if (object.catalogueIndex < 0 || object.catalogueIndex >= catalogue.entryCount)
+  if (object.unknown || object.catalogueIndex < 0 || object.catalogueIndex >= catalogue.entryCount)
     return MeshKind::StandardMesh;
   return catalogue.entries[static_cast<std::size_t>(object.catalogueIndex)].meshKind;
 }

@@ -17,6 +17,12 @@ PromptAnswer ShowPrompt(std::string_view text, std::string_view caption,
                         PromptButtons buttons = PromptButtons::Ok,
                         PromptIcon icon = PromptIcon::None);
 
+// Asks before what cannot be taken back, whose `text` tells what will be lost. True to go on.
+inline bool ConfirmReplacing(std::string_view text) {
+  return ShowPrompt(text, "WARNING", PromptButtons::OkCancel, PromptIcon::Exclamation) ==
+         PromptAnswer::Ok;
+}
+
 // The wait cursor stays until the mouse next moves over the program, or until ShowArrowCursor.
 void ShowWaitCursor();
 void ShowArrowCursor();
@@ -26,5 +32,7 @@ void ShowArrowCursor();
 // Part 1 is repainted at once, so that it can be read while long work goes on; the others, which
 // change from frame to frame, come with the next one.
 void SetStatusText(int part, std::string_view text);
+// Empties the part, if this text still stands there.
+void ClearStatusText(int part, std::string_view text);
 
 }  // namespace mw

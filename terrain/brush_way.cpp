@@ -18,7 +18,7 @@ bool IsIn(float value, const Reach& reach) { return reach.low <= value && value 
 Shares SharesIn(const Reach& reach, float from, float to) {
   if (from == to) return IsIn(from, reach) ? Shares{} : Shares{1, 0};
   const auto [enter, leave] =
-      std::minmax((reach.low - from) / (to - from), (reach.high - from) / (to - from));
+      std::minmax({(reach.low - from) / (to - from), (reach.high - from) / (to - from)});
   return {std::max(enter, 0.0f), std::min(leave, 1.0f)};
 }
 

@@ -73,7 +73,7 @@ struct Part {
       if (from < low || from > high) last = first;
       return;
     }
-    const auto [enter, leave] = std::minmax((low - from) / along, (high - from) / along);
+    const auto [enter, leave] = std::minmax({(low - from) / along, (high - from) / along});
     first = std::max(first, enter);
     last = std::min(last, leave);
   }
@@ -133,7 +133,7 @@ class GroundCrossing {
   std::optional<double> InCell(int row, int column, const Part& part) {
     const CellGround cell(row, column);
     if (!isAbove_) isAbove_ = Gap(cell, part.first) > 0;
-    const auto [low, high] = std::minmax(way_.Y(part.first), way_.Y(part.last));
+    const auto [low, high] = std::minmax({way_.Y(part.first), way_.Y(part.last)});
     if (*isAbove_ ? low > cell.Highest() : high < cell.Lowest()) return std::nullopt;
     const double diagonal = ShareAtDiagonal(way_, row, column, split_);
     if (diagonal <= part.first || diagonal >= part.last) return OnTriangle(cell, part);

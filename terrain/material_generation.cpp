@@ -19,6 +19,7 @@ static_assert(MAPWRIGHT_GRID_ROW == kGridCapacity && MAPWRIGHT_MAX_SIZE == kMaxM
 void GenerateMaterialMap(const MaterialPlugin& plugin) {
   if (!plugin.InitMatMap || !plugin.GenerateMatMap || !materialMapper || !HasUsableTerrain())
     return;
+  if (!ConfirmReplacing("This will replace all materials of the level, roads too.")) return;
   if (!plugin.InitMatMap()) return;
   ShowWaitCursor();
   SetStatusText(1, "Generating Material Map...");

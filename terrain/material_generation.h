@@ -12,8 +12,8 @@ struct MaterialPlugin {
   decltype(&generateMatMap) GenerateMatMap = nullptr;
 };
 
-// Replaces the level's materials, roads among them, and sets levelModified. Does nothing when the
-// plug-in is missing or declines, or while there is no terrain.
+// Replaces the level's materials, roads among them, after a question, and sets levelModified. Does
+// nothing when the plug-in is missing or declines, or while there is no terrain.
 void GenerateMaterialMap(const MaterialPlugin& plugin);
 
 }  // namespace mw

@@ -7,6 +7,7 @@
 #include "core/editor_state.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
+#include "platform/prompts.h"
 #include "terrain/ground_ray.h"
 #include "terrain/material_map.h"
 #include "terrain/terrain_passes.h"
@@ -95,6 +96,9 @@ void ToggleSurfaceView() {
 
 void FillWithMaterial() {
   if (!materialMapper || !HasUsableTerrain()) return;
+  if (!ConfirmReplacing("This will replace the materials of the whole level by the chosen one.")) {
+    return;
+  }
   for (int i = 1; i <= modConfig.MaterialSize; ++i)
     std::fill_n(materialMapper->grid[i].begin(), modConfig.MaterialSize,
                 materialMapper->currentMaterial);

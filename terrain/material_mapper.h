@@ -26,7 +26,7 @@ void SetMaterialBrushSize(int size);  // paints 2 size - 1 cells per side
 void SetCurrentMaterial(int material);
 void ToggleSurfaceView();
 
-// Every cell of the level becomes the current material.
+// Every cell of the level becomes the current material, after a question.
 void FillWithMaterial();
 
 // The mode's whole frame: the cells with their materials, the brush in red, grid, placed

@@ -81,11 +81,6 @@ std::optional<std::uint32_t> MaterialAtHeight(float h) {
   return std::nullopt;
 }
 
-bool ConfirmReplacing() {
-  return ShowPrompt("This will replace any existing terrain.", "WARNING", PromptButtons::OkCancel,
-                    PromptIcon::Exclamation) == PromptAnswer::Ok;
-}
-
 }  // namespace
 
 void GenerateTerrain(const RandomTerrainParameters& parameters) {
@@ -117,7 +112,7 @@ void AssignMaterialsByHeight() {
 }
 
 bool RandomTerrain(bool askFirst, const AskRandomTerrainParameters& ask) {
-  if (askFirst && !ConfirmReplacing()) return false;
+  if (askFirst && !ConfirmReplacing("This will replace any existing terrain.")) return false;
   const auto parameters = ask();
   if (!parameters || !HasUsableTerrain()) return false;
   ShowWaitCursor();

@@ -1,5 +1,6 @@
 #include "terrain/shadow_work.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -20,6 +21,8 @@ namespace {
 
 constexpr int kMergedTileSide = 1024;  // pixels
 constexpr std::string_view kLightDirection = "raytracer.light.direction";
+constexpr const char* kTerrainScript = "terrainLightmap.con";
+constexpr const char* kObjectsScript = "objectsLightmap.con";
 
 bool& Selected(std::int64_t tileRow, std::int64_t tileColumn) {
   return shadowSettings
@@ -46,13 +49,13 @@ class TerrainLightingLines {
  public:
   std::optional<std::string> Replace(std::string_view line) {
     Tokenizer words(line);
-    const auto command = words.Next(" ");
-    if (command == "GeometryTemplate.shadowPrecision") {
+    const std::string_view command = words.Next(" ").value_or("");
+    if (EqualNoCase(command, "GeometryTemplate.shadowPrecision")) {
       return FormatText("GeometryTemplate.shadowPrecision %f\n",
                         static_cast<double>(shadowSettings.ShadowPrecision));
     }
     // The first light that does not shine from straight above is the sun.
-    if (command == kLightDirection && !sunWritten_ && words.Next(" ") != "0/1/0") {
+    if (EqualNoCase(command, kLightDirection) && !sunWritten_ && words.Next(" ") != "0/1/0") {
       sunWritten_ = true;
       return SunDirectionLine();
     }
@@ -64,7 +67,8 @@ class TerrainLightingLines {
 };
 
 std::optional<std::string> ObjectLightingLine(std::string_view line) {
-  if (Tokenizer(line).Next(" ") == kLightDirection) return SunDirectionLine();
+  const auto command = Tokenizer(line).Next(" ");
+  if (EqualNoCase(command.value_or(""), kLightDirection)) return SunDirectionLine();
   return std::nullopt;
 }
 
@@ -131,6 +135,12 @@ std::vector<TileIndex> AssignedTiles() {
   return tiles;
 }
 
+bool IsAnyShadowSelected() {
+  return std::ranges::any_of(shadowSettings.ShadowSelected, [](const auto& row) {
+    return std::ranges::find(row, true) != row.end();
+  });
+}
+
 std::vector<TileIndex> TilesToTrace() {
   std::vector<TileIndex> tiles = AssignedTiles();
   std::erase_if(tiles, [](const TileIndex& tile) { return !Selected(tile.row, tile.column); });
@@ -183,9 +193,32 @@ void WriteTileList() {
 
 void WriteLightingScripts() {
   TerrainLightingLines terrainLines;
-  WriteFromTemplate("terrainLightmap.con",
+  WriteFromTemplate(kTerrainScript,
                     [&](std::string_view line) { return terrainLines.Replace(line); });
-  WriteFromTemplate("objectsLightmap.con", ObjectLightingLine);
+  WriteFromTemplate(kObjectsScript, ObjectLightingLine);
+}
+
+LightingScripts ReadLightingScripts() {
+  LightingScripts scripts;
+  for (const char* const name : {kTerrainScript, kObjectsScript}) {
+    const std::string path = LevelFile(name);
+    if (!IsInWritableArchive(path)) {
+      scripts.emplace_back(path, std::nullopt);
+    } else if (const auto file = GameFileOpen(path, "rb")) {
+      scripts.emplace_back(path, std::move(file->data));
+    }
+  }
+  return scripts;
+}
+
+void RestoreLightingScripts(const LightingScripts& scripts) {
+  for (const auto& [path, content] : scripts) {
+    if (content) {
+      SaveGameFileBytes(path, *content);
+    } else {
+      RemoveGameFile(path);
+    }
+  }
 }
 
 bool TakeMergedTile(const TileIndex& tile) {

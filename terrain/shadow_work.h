@@ -3,8 +3,11 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "terrain/level_textures.h"
@@ -29,6 +32,7 @@ int ShadowDetailIndex();
 // of the level.
 bool ToggleShadowSelection(int column, int row);
 bool IsShadowSelected(int column, int row);
+bool IsAnyShadowSelected();
 void SelectAllShadows(bool selected);
 
 struct TileIndex {
@@ -54,6 +58,12 @@ void WriteTileList();
 // "terrainLightmap.con" and "objectsLightmap.con" of the level, from the templates in the working
 // folder's "scripts", with the precision and the sun of the level.
 void WriteLightingScripts();
+// Both scripts as the level has them, path and content, which is nothing for one that is not there.
+using LightingScripts =
+    std::vector<std::pair<std::string, std::optional<std::vector<std::uint8_t>>>>;
+LightingScripts ReadLightingScripts();
+// Makes the level's scripts what they were when they were read.
+void RestoreLightingScripts(const LightingScripts& scripts);
 // Makes the merged tile the level's surface tile. False when it is missing or of another size; the
 // level's tile then stays as it was.
 bool TakeMergedTile(const TileIndex& tile);

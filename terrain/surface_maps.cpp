@@ -1,5 +1,6 @@
 #include "terrain/surface_maps.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <span>
@@ -50,17 +51,24 @@ void NoteFailure(bool written, const std::string& path) {
   if (!written) SetGameFileError("The file " + SystemPath(path) + " could not be written.");
 }
 
+std::string TileName(const TileIndex& tile) {
+  return FormatText("Tx0%ix0%i", tile.row, tile.column);
+}
+
+std::string TilePath(const TileIndex& tile) {
+  return FormatText("%s/Textures/%s.dds", editor.levelFolder.c_str(), TileName(tile).c_str());
+}
+
 void PaintTile(const SurfacePlugin& plugin, const TileIndex& tile,
                const std::string& shadowFolder) {
-  const std::string name = FormatText("Tx0%ix0%i", tile.row, tile.column);
+  const std::string name = TileName(tile);
   const std::uint8_t* const pixels = plugin.GenerateSurfaceMap(kTilePixels, tile.row, tile.column);
   if (!pixels) {
     SetGameFileError("The surface plug-in could not paint the tile " + name + ".");
     return;
   }
   const std::span rgb(pixels, std::size_t{kTilePixels} * kTilePixels * 3);
-  SaveDDS(FormatText("%s/Textures/%s.dds", editor.levelFolder.c_str(), name.c_str()), kTilePixels,
-          kTilePixels, rgb, true);
+  SaveDDS(TilePath(tile), kTilePixels, kTilePixels, rgb, true);
   const std::string tga = shadowFolder + "\\" + name + ".tga";
   NoteFailure(WriteTga(tga, kTilePixels, kTilePixels, rgb), tga);
 }
@@ -87,30 +95,41 @@ void ShowNothingAssigned() {
       "Surface Mapper Error", PromptButtons::Ok, PromptIcon::Stop);
 }
 
+// Asks when the level has some of the tiles already.
+bool MayReplace(const std::vector<TileIndex>& tiles) {
+  const auto count = std::ranges::count_if(
+      tiles, [](const TileIndex& tile) { return IsInWritableArchive(TilePath(tile)); });
+  return count == 0 ||
+         ConfirmReplacing(FormatText("This will replace %i surface %s of the level, with the "
+                                     "shadows merged into %s.",
+                                     static_cast<int>(count), count == 1 ? "map" : "maps",
+                                     count == 1 ? "it" : "them"));
+}
+
 }  // namespace
 
-void GenerateSurfaceMaps(const SurfacePlugin& plugin) {
+bool GenerateSurfaceMaps(const SurfacePlugin& plugin) {
   const std::vector<TileIndex> tiles = AssignedTiles();
   if (tiles.empty()) {
-    ShowArrowCursor();
     ShowNothingAssigned();
-    return;
+    return false;
   }
-  if (!plugin.InitSurfaceMap || !plugin.InitSurfaceBmp || !plugin.GenerateSurfaceMap) return;
-  if (!materialMapper || !HasUsableSize()) return;
+  if (!plugin.InitSurfaceMap || !plugin.InitSurfaceBmp || !plugin.GenerateSurfaceMap) return false;
+  if (!materialMapper || !HasUsableSize() || !MayReplace(tiles)) return false;
   ShowWaitCursor();
   if (!plugin.InitSurfaceMap(materialMapper->grid.front().data(), modConfig.MaterialSize,
                              modConfig.TexOffsetX, modConfig.TexOffsetY)) {
-    return;
+    return false;
   }
   std::array<MapwrightTextureSlot, kMaxSetTextures> slots;  // valid as long as the plug-in paints
   GivePicturesTo(plugin, slots);
   // One group for all tiles: the disk is waited for once, not at every tile.
   WriteAsOneChange([&] { PaintTiles(plugin, tiles); });
   SetStatusText(1, "");
-  if (GameFileError().empty()) return;
+  if (GameFileError().empty()) return true;
   ShowArrowCursor();
   ShowPrompt(GameFileError(), "Error", PromptButtons::Ok, PromptIcon::Stop);
+  return true;
 }
 
 }  // namespace mw

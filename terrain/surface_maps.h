@@ -15,9 +15,9 @@ struct SurfacePlugin {
 
 // Paints every assigned tile and writes it into the level, all tiles as one group of changes, and
 // as a TGA file with the terrain palette into the scratch folder "ShadowWork" of the game. Progress
-// is told in the status bar. Shows a message when no tile is assigned and when something could not
-// be written; does nothing when the plug-in is missing or declines. The caller reloads the level's
-// textures.
-void GenerateSurfaceMaps(const SurfacePlugin& plugin);
+// is told in the status bar. Asks first when the level has some of the tiles already. Shows a
+// message when no tile is assigned and when something could not be written; does nothing when the
+// plug-in is missing or declines. True when the caller is to reload the level's textures.
+bool GenerateSurfaceMaps(const SurfacePlugin& plugin);
 
 }  // namespace mw

@@ -43,7 +43,7 @@ answer "Select a Mod" Return                  # the mod at start-up
 answer "Mapwright" Return                     # "Open an Existing Level"
 answer "Select a Mod" Return                  # the mod of the level
 answer "Load Level" Return                    # the first of the levels
-wait_for 60 active_is "$main_title"
+wait_for 60 main_is_active
 
 # Up into the air, then to a place of the level by a click into the Mini-Map, as a user would go there.
 read -r view_x view_y < <(view_corner)

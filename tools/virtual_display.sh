@@ -1,7 +1,8 @@
 # Sourced by the scripts that run the editor in a virtual display and answer it with keys, as a user would.
 # They set `log`, the file for what the editor says.
 
-main_title="Mapwright - Varnhold Level Editor"
+# The main window's title, as a pattern: without a level, or with its name and a mark for unsaved changes.
+main_title='^(Mapwright - Varnhold Level Editor|.+ - Mapwright)$'
 
 # start_display: a display with a window manager, 1280x800 unless `display_size` says otherwise.
 start_display() {
@@ -47,13 +48,15 @@ wait_for() {
   done
 }
 
-active_is() { [ "$(xdotool getactivewindow getwindowname 2>/dev/null)" = "$1" ]; }
+active_title() { xdotool getactivewindow getwindowname 2>/dev/null; }
+active_is() { [ "$(active_title)" = "$1" ]; }
+main_is_active() { [[ $(active_title) =~ $main_title ]]; }
 
 # The top-left corner of the 3D view on the screen: beside 190 pixels of panel and strip, below menu and
 # toolbars.
 view_corner() {
   local window X Y
-  window=$(xdotool search --onlyvisible --name "^$main_title\$" | head -n 1)
+  window=$(xdotool search --onlyvisible --name "$main_title" | head -n 1)
   eval "$(xwininfo -id "$window" | awk '/Absolute upper-left X/ {print "X=" $NF} /Absolute upper-left Y/ {print "Y=" $NF}')"
   echo $((X + 190)) $((Y + 79))
 }

@@ -11,10 +11,10 @@ namespace mw {
 
 LevelTreePanel::LevelTreePanel(QWidget* parent)
     : QWidget(parent), modeFilter_(new QComboBox(this)), tree_(new LevelTreeWidget(this)) {
-  constexpr int kPanelWidth = 185, kMargin = 2, kRightMargin = 3;
+  constexpr int kMargin = 2, kRightMargin = 3;
   setObjectName("levelTreePanel");
   setProperty("controlId", 101);
-  setFixedWidth(kPanelWidth);
+  setMinimumWidth(kLeastWidth);
 
   modeFilter_->setObjectName("modeFilter");
   modeFilter_->setProperty("controlId", 1068);
@@ -37,12 +37,15 @@ LevelTreePanel::LevelTreePanel(QWidget* parent)
 LevelTreeView LevelTreePanel::View() {
   LevelTreeView view;
   view.clear = [this] { tree_->Clear(); };
-  view.insert = [this](TreeItem item, TreeItem parent, const std::string& text) {
-    tree_->Insert(item, parent, text);
+  view.insert = [this](TreeItem item, TreeItem parent, TreeItem before, const std::string& text) {
+    tree_->Insert(item, parent, before, text);
   };
   view.setText = [this](TreeItem item, const std::string& text) { tree_->SetText(item, text); };
   view.remove = [this](TreeItem item) { tree_->Remove(item); };
   view.select = [this](TreeItem item) { tree_->Select(item); };
+  view.selectAll = [this](const std::vector<TreeItem>& items) { tree_->SelectAll(items); };
+  view.isUnfolded = [this](TreeItem item) { return tree_->IsUnfolded(item); };
+  view.unfold = [this](TreeItem item) { tree_->Unfold(item); };
   view.resetFilter = [this] { ShowFixedItems(); };
   return view;
 }

@@ -13,6 +13,8 @@ class LevelTreeWidget;
 
 class LevelTreePanel : public QWidget {
  public:
+  static constexpr int kUsualWidth = 185, kLeastWidth = 120;  // pixels
+
   explicit LevelTreePanel(QWidget* parent);
 
   LevelTreeWidget* tree() const { return tree_; }

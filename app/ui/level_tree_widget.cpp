@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QToolTip>
 #include <algorithm>
@@ -14,6 +15,7 @@
 #include "app/commands.h"
 #include "app/level_tree_actions.h"
 #include "app/ui/level_tree_drag.h"
+#include "app/ui/qt_text.h"
 #include "resources/pictures.h"
 
 namespace mw {
@@ -42,6 +44,11 @@ TreeItem NeighbourOf(const QTreeWidgetItem* entry) {
   return ItemOf(parent);
 }
 
+// Ctrl and Shift add items to what is chosen, or take them away.
+bool Extends(const QInputEvent& event) {
+  return event.modifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
+}
+
 // Cut, copy and paste mean what is selected in the level, as they do in the view.
 CommandId ClipboardCommandOf(const QKeyEvent& event) {
   if (event.matches(QKeySequence::Cut)) return kCommandCut;
@@ -61,8 +68,8 @@ LevelTreeWidget::LevelTreeWidget(QWidget* parent) : QTreeWidget(parent) {
   setIndentation(kIndentation);
   setIconSize(QSize(kIconSize, kIconSize));
   setExpandsOnDoubleClick(false);  // activation decides
-  connect(this, &QTreeWidget::currentItemChanged, this,
-          [](QTreeWidgetItem* entry) { LevelTreeItemSelected(ItemOf(entry)); });
+  setSelectionMode(ExtendedSelection);
+  connect(this, &QTreeWidget::itemSelectionChanged, this, &LevelTreeWidget::TellChosen);
   connect(this, &QTreeWidget::itemDoubleClicked, this, &LevelTreeWidget::Activate);
 }
 
@@ -78,20 +85,20 @@ void LevelTreeWidget::Clear() {
   clear();
 }
 
-void LevelTreeWidget::Insert(TreeItem item, TreeItem parent, const std::string& text) {
+void LevelTreeWidget::Insert(TreeItem item, TreeItem parent, TreeItem before,
+                             const std::string& text) {
   auto* entry = new QTreeWidgetItem;
-  entry->setText(0, QString::fromStdString(text));
+  entry->setText(0, FromText(text));
   entry->setData(0, Qt::UserRole, item);
-  if (QTreeWidgetItem* above = Find(parent)) {
-    above->addChild(entry);
-  } else {
-    addTopLevelItem(entry);
-  }
+  QTreeWidgetItem* above = Find(parent);
+  if (!above) above = invisibleRootItem();
+  QTreeWidgetItem* const next = Find(before);
+  above->insertChild(next ? above->indexOfChild(next) : above->childCount(), entry);
   entries_[item] = entry;
 }
 
 void LevelTreeWidget::SetText(TreeItem item, const std::string& text) {
-  if (QTreeWidgetItem* entry = Find(item)) entry->setText(0, QString::fromStdString(text));
+  if (QTreeWidgetItem* entry = Find(item)) entry->setText(0, FromText(text));
 }
 
 // The selection does not move on to another item, as if the user had chosen that.
@@ -108,6 +115,36 @@ void LevelTreeWidget::Select(TreeItem item) {
   QTreeWidgetItem* entry = Find(item);
   setCurrentItem(entry);
   if (entry) scrollToItem(entry);
+}
+
+void LevelTreeWidget::SelectAll(const std::vector<TreeItem>& items) {
+  QItemSelection rows;
+  for (const TreeItem item : items) {
+    const QTreeWidgetItem* const entry = Find(item);
+    if (!entry) continue;
+    const QModelIndex index = indexFromItem(entry);
+    rows.append(QItemSelectionRange(index));
+  }
+  selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+}
+
+bool LevelTreeWidget::IsUnfolded(TreeItem item) const {
+  const QTreeWidgetItem* const entry = Find(item);
+  return entry && entry->isExpanded();
+}
+
+void LevelTreeWidget::Unfold(TreeItem item) {
+  if (QTreeWidgetItem* entry = Find(item)) entry->setExpanded(true);
+}
+
+void LevelTreeWidget::TellChosen() {
+  std::vector<TreeItem> items;
+  for (const QTreeWidgetItem* entry : selectedItems()) items.push_back(ItemOf(entry));
+  if (items.size() == 1 && !extends_) {
+    LevelTreeItemSelected(items.front());
+  } else {
+    LevelTreeItemsSelected(items);
+  }
 }
 
 void LevelTreeWidget::DecorateFixedItems() {
@@ -139,9 +176,15 @@ void LevelTreeWidget::Activate(QTreeWidgetItem* entry) {
   entry->setExpanded(!entry->isExpanded());
 }
 
-void LevelTreeWidget::DeleteCurrent() {
-  QTreeWidgetItem* entry = currentItem();
-  if (!entry) return;
+void LevelTreeWidget::DeleteChosen() {
+  const QList<QTreeWidgetItem*> chosen = selectedItems();
+  if (chosen.size() == 1) return DeleteOnly(chosen.front());
+  std::vector<TreeItem> items;
+  for (const QTreeWidgetItem* entry : chosen) items.push_back(ItemOf(entry));
+  DeleteLevelTreeItems(items);
+}
+
+void LevelTreeWidget::DeleteOnly(QTreeWidgetItem* entry) {
   const TreeItem item = ItemOf(entry), neighbour = NeighbourOf(entry);
   const bool choosesNext = DeleteLevelTreeItem(item);
   if (Find(item) || currentItem()) return;
@@ -153,6 +196,7 @@ void LevelTreeWidget::DeleteCurrent() {
 }
 
 void LevelTreeWidget::keyPressEvent(QKeyEvent* event) {
+  const QScopedValueRollback extends(extends_, Extends(*event));
   if (const CommandId command = ClipboardCommandOf(*event)) {
     RunCommand(command);
     return;
@@ -163,22 +207,24 @@ void LevelTreeWidget::keyPressEvent(QKeyEvent* event) {
       if (!event->isAutoRepeat()) Activate(currentItem());
       break;
     case Qt::Key_Delete:
-      if (!event->isAutoRepeat()) DeleteCurrent();
+      if (!event->isAutoRepeat()) DeleteChosen();
       break;
     default:
       QTreeWidget::keyPressEvent(event);
   }
 }
 
-// A click on the item that is the current one already brings the user back to what it stands for.
+// A click on the item that is the chosen one already brings the user back to what it stands for.
 void LevelTreeWidget::mousePressEvent(QMouseEvent* event) {
+  const QScopedValueRollback extends(extends_, Extends(*event));
   if (event->button() != Qt::LeftButton) {
     QTreeWidget::mousePressEvent(event);
     return;
   }
   pressedAt_ = event->position().toPoint();
+  const QList<QTreeWidgetItem*> chosen = selectedItems();
   const TreeItem pressed = ItemOf(itemAt(pressedAt_));
-  const bool again = pressed == ItemOf(currentItem());
+  const bool again = !extends_ && chosen.size() == 1 && pressed == ItemOf(chosen.front());
   pressedItem_ = pressed;
   QTreeWidget::mousePressEvent(event);
   if (again) LevelTreeItemSelected(pressed);
@@ -201,6 +247,7 @@ void LevelTreeWidget::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void LevelTreeWidget::mouseReleaseEvent(QMouseEvent* event) {
+  const QScopedValueRollback extends(extends_, Extends(*event));
   pressedItem_ = 0;
   QTreeWidget::mouseReleaseEvent(event);
 }

@@ -6,6 +6,7 @@
 #include <QIcon>
 #include <QTreeWidget>
 #include <unordered_map>
+#include <vector>
 
 #include "objects/level_tree.h"
 
@@ -16,11 +17,16 @@ class LevelTreeWidget : public QTreeWidget {
   explicit LevelTreeWidget(QWidget* parent);
 
   void Clear();
-  void Insert(TreeItem item, TreeItem parent, const std::string& text);
+  // `before`: another item of the parent; 0 for a place behind all of them.
+  void Insert(TreeItem item, TreeItem parent, TreeItem before, const std::string& text);
   void SetText(TreeItem item, const std::string& text);
   void Remove(TreeItem item);
-  // Scrolls to it; 0 selects nothing.
+  // The item alone; scrolls to it. 0 selects nothing.
   void Select(TreeItem item);
+  // These items alone, wherever they are.
+  void SelectAll(const std::vector<TreeItem>& items);
+  bool IsUnfolded(TreeItem item) const;
+  void Unfold(TreeItem item);
   // Gives the fixed items their icons.
   void DecorateFixedItems();
 
@@ -35,13 +41,17 @@ class LevelTreeWidget : public QTreeWidget {
  private:
   QTreeWidgetItem* Find(TreeItem item) const;
   void Activate(QTreeWidgetItem* entry);
-  void DeleteCurrent();
+  // The user has chosen other items.
+  void TellChosen();
+  void DeleteChosen();
+  void DeleteOnly(QTreeWidgetItem* entry);
   QPixmap PictureOf(QTreeWidgetItem* entry) const;
 
   std::unordered_map<TreeItem, QTreeWidgetItem*> entries_;
   QHash<QString, QIcon> icons_;  // by name; each is drawn once, and not anew for every level
   TreeItem pressedItem_ = 0;     // that the left button was pressed on, until it is dragged
   QPoint pressedAt_;
+  bool extends_ = false;  // the key or button that is handled changes what is chosen by some items
 };
 
 }  // namespace mw

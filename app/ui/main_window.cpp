@@ -3,32 +3,37 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QVBoxLayout>
 
 #include "app/command_table.h"
 #include "app/commands.h"
 #include "app/ui/level_tree_panel.h"
 #include "app/ui/mini_map_window.h"
 #include "app/ui/mode_toolbars.h"
+#include "app/ui/qt_text.h"
 #include "app/ui/view_widget.h"
+#include "core/editor_state.h"
+#include "data/mod_config.h"
 #include "resources/pictures.h"
 
 namespace mw {
 namespace {
 
+constexpr const char* kTitleWithoutLevel = "Mapwright - Varnhold Level Editor";
 constexpr QSize kFirstSize(800, 600), kSmallestSize(640, 400);
-constexpr int kToolbarHeight = 28, kStripWidth = 5, kFrameRateWidth = 100;
+constexpr int kToolbarHeight = 28, kStripWidth = 5, kFrameRateWidth = 100, kLeastViewWidth = 160;
 
 }  // namespace
 
 MainWindow::MainWindow() : actions_(this) {
   setObjectName("mainWindow");
-  setWindowTitle("Mapwright - Varnhold Level Editor");
+  setWindowTitle(kTitleWithoutLevel);
   setWindowIcon(Icon("mapwright"));
   setContextMenuPolicy(Qt::NoContextMenu);
   setMinimumSize(kSmallestSize);
@@ -50,26 +55,30 @@ void MainWindow::BuildToolbar() {
 }
 
 void MainWindow::BuildCentre() {
-  auto* centre = new QWidget(this);
+  auto* centre = new QSplitter(this);
+  centre->setHandleWidth(kStripWidth);
+  centre->setChildrenCollapsible(false);
   treePanel_ = new LevelTreePanel(centre);
-  auto* strip = new QWidget(centre);
-  strip->setObjectName("splitterStrip");
-  strip->setProperty("controlId", 1087);
-  strip->setFixedWidth(kStripWidth);
-  modeToolbars_ = new ModeToolbars(centre);
-  view_ = new ViewWidget(centre);
+  auto* right = new QWidget(centre);
+  modeToolbars_ = new ModeToolbars(right);
+  view_ = new ViewWidget(right);
+  view_->setMinimumWidth(kLeastViewWidth);
   miniMap_ = new MiniMapWindow(view_);
+  // Whatever opens, changes or saves a level is followed by a frame.
+  connect(view_, &QOpenGLWidget::frameSwapped, this, &MainWindow::ShowLevelInTitle);
 
-  auto* right = new QVBoxLayout;
-  right->setSpacing(0);
-  right->addWidget(modeToolbars_);
-  right->addWidget(view_, 1);
-  auto* layout = new QHBoxLayout(centre);
+  auto* layout = new QVBoxLayout(right);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
-  layout->addWidget(treePanel_);
-  layout->addWidget(strip);
-  layout->addLayout(right, 1);
+  layout->addWidget(modeToolbars_);
+  layout->addWidget(view_, 1);
+  centre->setStretchFactor(1, 1);
+  constexpr int kTreeWidth = LevelTreePanel::kUsualWidth;
+  centre->setSizes({kTreeWidth, kFirstSize.width() - kTreeWidth - kStripWidth});
+  QSplitterHandle* const strip = centre->handle(1);
+  strip->setObjectName("splitterStrip");
+  strip->setProperty("controlId", 1087);
+  strip->setToolTip("Drag to widen the level tree");
   setCentralWidget(centre);
 }
 
@@ -93,6 +102,17 @@ void MainWindow::BuildStatusBar() {
   statusBar()->addWidget(progressLabel_, 1);
   statusBar()->addWidget(readingLabel_, 1);
   statusBar()->addPermanentWidget(frameRateLabel_);
+}
+
+void MainWindow::ShowLevelInTitle() {
+  const bool modified = editor.levelLoaded && editor.levelModified;
+  const std::string_view level =
+      editor.levelLoaded ? modConfig.LevelName.View() : std::string_view();
+  if (level == titleLevel_ && modified == titleModified_) return;
+  titleLevel_ = level;
+  titleModified_ = modified;
+  setWindowTitle(level.empty() ? kTitleWithoutLevel
+                               : FromText(level) + (modified ? "*" : "") + " - Mapwright");
 }
 
 void MainWindow::SetCommandChecked(CommandId id, bool checked) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <string>
 
 #include "app/ui/command_actions.h"
 
@@ -23,6 +24,8 @@ class MainWindow : public QMainWindow {
   void CloseForGood();
 
   void SetCommandChecked(CommandId id, bool checked);
+  // The level's name and whether it has unsaved changes. Costs nothing while they stay the same.
+  void ShowLevelInTitle();
   // Of the command's button in the main toolbar; its menu entry is always there.
   void SetCommandEnabled(CommandId id, bool enabled);
   // Enables the commands, tools and trees that work on a level.
@@ -50,6 +53,8 @@ class MainWindow : public QMainWindow {
   void BuildStatusBar();
 
   CommandActions actions_;
+  std::string titleLevel_;
+  bool titleModified_ = false;
   QToolBar* mainToolbar_ = nullptr;
   LevelTreePanel* treePanel_ = nullptr;
   ModeToolbars* modeToolbars_ = nullptr;

@@ -17,9 +17,28 @@ constexpr auto kSplashTime = 10s;
 constexpr auto kCreditsTick = 50ms;
 constexpr int kScrollEnd = -1280, kScrollRestart = -1450;  // counter values
 
+bool IsModifier(int key) {
+  switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_Super_L:
+    case Qt::Key_Super_R:
+      return true;
+    default:
+      return false;
+  }
+}
+
 }  // namespace
 
-void PictureDialog::keyPressEvent(QKeyEvent*) { accept(); }
+void PictureDialog::keyPressEvent(QKeyEvent* event) {
+  // A modifier begins a combination of keys, such as the desktop's to close this window: if the
+  // dialog went away with it, the rest would close the window behind.
+  if (!IsModifier(event->key())) accept();
+}
 
 void PictureDialog::mousePressEvent(QMouseEvent* event) {
   if (event->button() == Qt::LeftButton || event->button() == Qt::RightButton) accept();

@@ -25,10 +25,12 @@ void ChooseSource(QDialog& dialog, const Ui::AddFileToArchive& ui) {
   ui.okButton->setFocus();
 }
 
+// Stays open when nothing was added, so that another source or destination can be chosen.
 void ImportSource(QDialog& dialog, const Ui::AddFileToArchive& ui) {
-  AddFileToArchive(ui.sourceEdit->text().toStdString(),
-                   ui.destinationCombo->currentText().toStdString());
-  dialog.accept();
+  if (AddFileToArchive(ui.sourceEdit->text().toStdString(),
+                       ui.destinationCombo->currentText().toStdString())) {
+    dialog.accept();
+  }
 }
 
 }  // namespace

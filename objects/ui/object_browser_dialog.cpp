@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <algorithm>
 
+#include "core/readable_text.h"
 #include "core/text.h"
 #include "objects/object_browser.h"
 #include "objects/object_store.h"
@@ -62,7 +63,8 @@ class BrowserDialog : public QDialog {
   void FillList() {
     form_.objectList->clear();
     for (const int entry : BrowserEntries(browserFilter)) {
-      auto* row = new QListWidgetItem(QString::fromStdString(NameOf(entry)), form_.objectList);
+      auto* row = new QListWidgetItem(QString::fromStdString(ReadableText(NameOf(entry))),
+                                      form_.objectList);
       row->setData(Qt::UserRole, entry);
     }
     ShowSelected();

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/readable_text.h"
 #include "core/text.h"
 #include "core/typed_number.h"
 #include "objects/property_choices.h"
@@ -30,7 +31,8 @@ constexpr int kLongestNumber = 256;  // characters
 constexpr int kNarrowest = 65, kNarrowing = 5;
 constexpr int kBoxPadding = 12;  // real pixels beside the text of a box
 
-QString Shown(const PropertyField& field) { return QString::fromUtf8(field.label.c_str()); }
+QString Shown(const std::string& text) { return QString::fromStdString(ReadableText(text)); }
+QString Shown(const PropertyField& field) { return Shown(field.label.String()); }
 
 // Narrows the letters of a text that would not fit, as far as it can be read.
 void NarrowToFit(QWidget& control, const QString& text, int width) {
@@ -87,7 +89,7 @@ PropertyControls AddTextBox(const RowPlace& place, const PropertyField& field,
   box->setGeometry(place.At(kValueLeft, kValueWidth));
   Name(*box, place, Shown(field));
   box->setMaxLength(std::max(field.count, 0));
-  const QString text = QString::fromStdString(variable.read());
+  const QString text = Shown(variable.read());
   box->setText(text);
   box->setCursorPosition(0);
   return {[box, text] { return box->text().isEmpty() && !text.isEmpty() ? box : nullptr; },
@@ -100,8 +102,7 @@ PropertyControls AddTextRow(const RowPlace& place, const PropertyField& field) {
   const auto* const variable = std::get_if<TextVariable>(&field.value);
   if (!variable) return {};
   if (field.editable) return AddTextBox(place, field, *variable);
-  QLabel* const text =
-      AddText(place, kValueLeft, kValueWidth, QString::fromStdString(variable->read()));
+  QLabel* const text = AddText(place, kValueLeft, kValueWidth, Shown(variable->read()));
   text->setObjectName(QString("row%1.%2").arg(place.row).arg(Shown(field)));
   return {};
 }
@@ -183,7 +184,7 @@ QComboBox* AddList(const RowPlace& place, const PropertyField& field) {
 // the index of the entry.
 int ChooseCurrent(QComboBox& list, int index, const std::string& value) {
   if (index < 0) {
-    list.insertItem(0, QString::fromStdString(NotInList(value)));
+    list.insertItem(0, Shown(NotInList(value)));
     index = 0;
   }
   list.setCurrentIndex(index);
@@ -197,13 +198,13 @@ PropertyControls AddVehicleRow(const RowPlace& place, const PropertyField& field
   const std::string current = variable->read();
   int index = -1;
   for (const std::string& name : VehicleNames()) {
-    list->addItem(QString::fromStdString(name));
+    list->addItem(Shown(name), QByteArray::fromStdString(name));
     if (EqualNoCase(name, current)) index = list->count() - 1;
   }
   index = ChooseCurrent(*list, index, current);
-  return {.store = [&field, variable, list, index] {
+  return {.store = [variable, list, index] {
     if (list->currentIndex() == index) return;
-    variable->write(BoundedText(list->currentText(), field.count));
+    variable->write(list->currentData().toByteArray().toStdString());
   }};
 }
 
@@ -213,7 +214,7 @@ PropertyControls AddChoiceRow(const RowPlace& place, const PropertyField& field,
   if (!value) return {};
   QComboBox* const list = AddList(place, field);
   for (const PropertyChoice& choice : choices) {
-    list->addItem(QString::fromStdString(choice.text), choice.value);
+    list->addItem(Shown(choice.text), choice.value);
   }
   const int index = ChooseCurrent(*list, list->findData(**value), std::to_string(**value));
   return {.store = [list, index, variable = *value] {

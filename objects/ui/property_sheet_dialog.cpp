@@ -1,6 +1,8 @@
 #include "objects/ui/property_sheet_dialog.h"
 
+#include <QCheckBox>
 #include <QDialog>
+#include <QLabel>
 #include <QScreen>
 #include <QScrollBar>
 #include <algorithm>
@@ -21,6 +23,20 @@ constexpr int kSheetWidth = 350, kLowestRowsEnd = 70, kButtonsHeight = 50;
 constexpr int kWindowFrame = 48;
 // Pixels of a line of text up to which a layout pixel is a real one.
 constexpr double kUsualFontHeight = 17;
+
+QString MnemonicOf(const QString& text) { return text.mid(text.indexOf('&') + 1, 1).toUpper(); }
+
+// Marks the first letter or digit that is not among those taken, and takes it.
+QString WithMnemonic(QString text, QString& taken) {
+  text.replace("&", "&&");
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    const QChar letter = text[i].toUpper();
+    if (!letter.isLetterOrNumber() || taken.contains(letter)) continue;
+    taken += letter;
+    return text.insert(i, '&');
+  }
+  return text;
+}
 
 class PropertySheetDialog : public QDialog {
  public:
@@ -51,7 +67,21 @@ class PropertySheetDialog : public QDialog {
       rows_.push_back(
           AddPropertyRow({form_.rowsPage, i, scale_}, sheet.fields[static_cast<std::size_t>(i)]));
     }
+    GiveMnemonics();
     FocusFirstControl();
+  }
+
+  // To the labels of controls and to the check boxes, as long as their letters last.
+  void GiveMnemonics() {
+    QString taken = MnemonicOf(form_.okButton->text()) + MnemonicOf(form_.cancelButton->text());
+    for (QObject* child : form_.rowsPage->children()) {
+      auto* const label = qobject_cast<QLabel*>(child);
+      if (label && label->buddy() && label->buddy()->focusPolicy() != Qt::NoFocus) {
+        label->setText(WithMnemonic(label->text(), taken));
+      } else if (auto* const box = qobject_cast<QCheckBox*>(child)) {
+        box->setText(WithMnemonic(box->text(), taken));
+      }
+    }
   }
 
   // Without this the buttons, which are older than the rows, would come first.

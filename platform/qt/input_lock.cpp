@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QWidget>
+#include <QWindow>
 
 namespace mw {
 namespace {
@@ -10,7 +12,7 @@ int heldLocks = 0;
 
 }  // namespace
 
-InputLock::InputLock() {
+InputLock::InputLock(const QWidget* freeWindow) : freeWindow_(freeWindow) {
   ++heldLocks;
   QCoreApplication::instance()->installEventFilter(this);
 }
@@ -19,7 +21,15 @@ InputLock::~InputLock() { --heldLocks; }
 
 bool InputLock::IsHeld() { return heldLocks > 0; }
 
-bool InputLock::eventFilter(QObject*, QEvent* event) {
+// Events come to the native window first, then to a widget of it.
+bool InputLock::IsFree(const QObject* watched) const {
+  if (watched->isWidgetType()) {
+    return static_cast<const QWidget*>(watched)->window() == freeWindow_;
+  }
+  return watched == freeWindow_->windowHandle();
+}
+
+bool InputLock::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
@@ -37,6 +47,7 @@ bool InputLock::eventFilter(QObject*, QEvent* event) {
     case QEvent::DragMove:
     case QEvent::Drop:
     case QEvent::Close:
+      if (IsFree(watched)) return false;
       event->ignore();
       return true;
     default:

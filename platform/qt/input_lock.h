@@ -3,18 +3,25 @@
 
 #include <QObject>
 
+class QWidget;
+
 namespace mw {
 
-// While one of these lives, what the user presses, turns, drags or closes is dropped. What was
-// pressed before can be let go. They may nest.
+// While one of these lives, what the user presses, turns, drags or closes is dropped, except in one
+// window. What was pressed before can be let go. They may nest.
 class InputLock : public QObject {
  public:
-  InputLock();
+  explicit InputLock(const QWidget* freeWindow);
   ~InputLock() override;
   static bool IsHeld();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  bool IsFree(const QObject* watched) const;
+
+  const QWidget* freeWindow_;
 };
 
 }  // namespace mw

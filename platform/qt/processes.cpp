@@ -5,16 +5,20 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QTimer>
 #include <QUrl>
 #include <array>
+#include <csignal>
 #include <memory>
-#include <optional>
+#include <unistd.h>
 #include <utility>
 
 #include "platform/disk.h"
 #include "platform/file.h"
+#include "platform/qt/box_owner.h"
 #include "platform/qt/input_lock.h"
 #include "platform/qt/process_wait.h"
+#include "platform/qt/process_window.h"
 #include "platform/qt/view_context.h"
 
 namespace mw {
@@ -24,6 +28,10 @@ ProcessWaitObserver processWaitObserver = [](bool) {};
 
 QString FromPath(const std::filesystem::path& path) {
   return QString::fromStdString(path.string());
+}
+
+QString FromUtf8(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 enum class ProgramKind { Native, Windows, None };
@@ -66,34 +74,30 @@ bool SetProgram(QProcess& process, QStringList words) {
   return true;
 }
 
-}  // namespace
+using ProcessPointer = std::unique_ptr<QProcess>;
 
-void ObserveProcessWaits(ProcessWaitObserver observer) {
-  processWaitObserver = std::move(observer);
-}
-
-bool RunProcessAndWait(std::string_view commandLine, std::string_view folder,
-                       InputDuringWait input) {
+// A process that is started and may have failed to. Null when there is nothing to start.
+ProcessPointer Start(std::string_view commandLine, std::string_view folder) {
   auto process = std::make_unique<QProcess>();
-  if (!SetProgram(*process, QProcess::splitCommand(QString::fromUtf8(
-                                commandLine.data(), static_cast<qsizetype>(commandLine.size()))))) {
-    return false;
-  }
-  const ViewContextKeeper keeper;
+  if (!SetProgram(*process, QProcess::splitCommand(FromUtf8(commandLine)))) return nullptr;
   process->setWorkingDirectory(FromPath(NativePath(folder)));
   process->setProcessChannelMode(QProcess::ForwardedChannels);
+  // It leads a group of its own, so that what it starts can be ended with it.
+  process->setChildProcessModifier([] { setpgid(0, 0); });
+  process->start(QIODevice::ReadOnly);
+  return process;
+}
 
+// Returns when the process has ended; false when it could not be started.
+bool WaitForEnd(ProcessPointer process) {
   QEventLoop wait;
   QObject::connect(process.get(), &QProcess::finished, &wait, &QEventLoop::quit);
   QObject::connect(process.get(), &QProcess::errorOccurred, &wait,
                    [&](QProcess::ProcessError error) {
                      if (error == QProcess::FailedToStart) wait.quit();
                    });
-  process->start(QIODevice::ReadOnly);
-  // What could not be started says so during start() or from the loop.
-  if (process->error() != QProcess::FailedToStart) {
-    std::optional<InputLock> lock;
-    if (input == InputDuringWait::Ignored) lock.emplace();
+  // What could not be started says so already, or from the loop.
+  if (process->state() != QProcess::NotRunning) {
     processWaitObserver(true);
     wait.exec();
     processWaitObserver(false);
@@ -104,11 +108,65 @@ bool RunProcessAndWait(std::string_view commandLine, std::string_view folder,
   return true;
 }
 
+// Ends all processes of a group: asks them to, and does not wait long for an answer.
+class GroupEnd {
+ public:
+  explicit GroupEnd(qint64 group) : group_(static_cast<pid_t>(group)) {
+    insist_.setSingleShot(true);
+    QObject::connect(&insist_, &QTimer::timeout, [this] { Send(SIGKILL); });
+  }
+  // When the first of them has ended, nothing is left for the others to do.
+  ~GroupEnd() {
+    if (asked_) Send(SIGKILL);
+  }
+  void Ask() {
+    asked_ = true;
+    Send(SIGTERM);
+    insist_.start(kPatience);
+  }
+  bool IsAsked() const { return asked_; }
+
+ private:
+  static constexpr int kPatience = 2000;  // milliseconds
+
+  void Send(int signal) const {
+    if (group_ > 0) kill(-group_, signal);  // 0 would be this program's own group
+  }
+
+  pid_t group_;
+  QTimer insist_;
+  bool asked_ = false;
+};
+
+}  // namespace
+
+void ObserveProcessWaits(ProcessWaitObserver observer) {
+  processWaitObserver = std::move(observer);
+}
+
+bool RunProcessAndWait(std::string_view commandLine, std::string_view folder) {
+  const ViewContextKeeper keeper;
+  ProcessPointer process = Start(commandLine, folder);
+  return process && WaitForEnd(std::move(process));
+}
+
+ProcessEnd RunCancellableProcess(std::string_view commandLine, std::string_view folder,
+                                 std::string_view title, std::string_view activity) {
+  const ViewContextKeeper keeper;
+  ProcessPointer process = Start(commandLine, folder);
+  if (!process || process->error() == QProcess::FailedToStart) return ProcessEnd::NotStarted;
+  GroupEnd end(process->processId());
+  ProcessWindow window(BoxOwner(), FromUtf8(title), FromUtf8(activity), [&end] { end.Ask(); });
+  const InputLock lock(&window);
+  window.show();
+  if (!WaitForEnd(std::move(process))) return ProcessEnd::NotStarted;
+  return end.IsAsked() ? ProcessEnd::Cancelled : ProcessEnd::Ended;
+}
+
 bool IsInputIgnored() { return InputLock::IsHeld(); }
 
 bool OpenDocument(std::string_view path) {
-  const QString given = QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size()));
-  const QUrl address(given);
+  const QUrl address(FromUtf8(path));
   if (address.scheme() == "http" || address.scheme() == "https") {
     return QDesktopServices::openUrl(address);
   }

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <array>
 
+#include "core/readable_text.h"
+#include "platform/qt/box_owner.h"
 #include "platform/qt/status_labels.h"
 #include "platform/qt/view_context.h"
 
@@ -21,18 +23,7 @@ constexpr int kProgressPart = 1;
 
 std::array<QPointer<QLabel>, 4> statusLabels;  // by part; part 0 has no width and no label
 
-QString FromUtf8(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-// The dialog or window that a box belongs to: the innermost modal one, else the main window.
-QWidget* BoxOwner() {
-  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->isVisible() && window->windowType() == Qt::Window) return window;
-  }
-  return nullptr;
-}
+QString Shown(std::string_view text) { return QString::fromStdString(ReadableText(text)); }
 
 // A question that has no "neither": Escape and the close box do nothing.
 class DecisionBox : public QMessageBox {
@@ -87,9 +78,9 @@ void KeepLines(QMessageBox& box) {
 
 PromptAnswer RunBox(QMessageBox& box, std::string_view text, std::string_view caption,
                     PromptButtons buttons, PromptIcon icon) {
-  box.setWindowTitle(FromUtf8(caption));
+  box.setWindowTitle(Shown(caption));
   box.setTextFormat(Qt::PlainText);
-  box.setText(FromUtf8(text));
+  box.setText(Shown(text));
   KeepLines(box);
   box.setIcon(StandardIcon(icon));
   box.setStandardButtons(StandardButtons(buttons));
@@ -141,8 +132,7 @@ WaitCursor& TheWaitCursor() {
 
 // Two spaces and the text, cut to the size of the status bar's buffer at a character's border.
 QString StatusBarText(std::string_view text) {
-  QByteArray bytes("  ");
-  bytes.append(text.data(), static_cast<qsizetype>(text.size()));
+  QByteArray bytes = QByteArray::fromStdString("  " + ReadableText(text));
   if (bytes.size() > kMaxStatusBytes) {
     qsizetype end = kMaxStatusBytes;
     while (end > 0 && (static_cast<unsigned char>(bytes[end]) & 0xC0) == 0x80) --end;
@@ -155,6 +145,14 @@ QString StatusBarText(std::string_view text) {
 
 void UseStatusLabels(QLabel* progress, QLabel* frameRate, QLabel* reading) {
   statusLabels = {nullptr, progress, frameRate, reading};
+}
+
+QWidget* BoxOwner() {
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible() && window->windowType() == Qt::Window) return window;
+  }
+  return nullptr;
 }
 
 PromptAnswer ShowPrompt(std::string_view text, std::string_view caption, PromptButtons buttons,
@@ -185,6 +183,12 @@ void SetStatusText(int part, std::string_view text) {
   if (part != kProgressPart || IsViewPainting() || !label->isVisible()) return;
   const ViewContextKeeper keeper;
   label->repaint();
+}
+
+void ClearStatusText(int part, std::string_view text) {
+  if (part < 0 || part >= static_cast<int>(statusLabels.size())) return;
+  const QLabel* const label = statusLabels[static_cast<std::size_t>(part)];
+  if (label && label->text() == StatusBarText(text)) SetStatusText(part, "");
 }
 
 }  // namespace mw

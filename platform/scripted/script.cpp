@@ -1,6 +1,7 @@
 #include "platform/scripted/script.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/gl_context.h"
 #include "platform/modules.h"
@@ -57,19 +58,29 @@ void SetStatusText(int part, std::string_view text) {
   if (part >= 0 && part < 4) script.status[part].emplace_back(text);
 }
 
+void ClearStatusText(int part, std::string_view text) {
+  if (part < 0 || part >= static_cast<int>(std::size(script.status))) return;
+  auto& texts = script.status[part];
+  if (!texts.empty() && texts.back() == text) texts.emplace_back();
+}
+
 bool MakeViewContextCurrent() { return script.makeContextCurrent && script.makeContextCurrent(); }
 bool HasGlExtension(std::string_view name) {
   return !scripted::Lists(script.missingGlExtensions, name);
 }
 void* GlFunction(const char* name) { return script.glFunction ? script.glFunction(name) : nullptr; }
 
-bool RunProcessAndWait(std::string_view commandLine, std::string_view, InputDuringWait input) {
+bool RunProcessAndWait(std::string_view commandLine, std::string_view) {
   script.startedProcesses.emplace_back(commandLine);
-  const bool ignoredBefore = script.inputIgnored;
-  script.inputIgnored = ignoredBefore || input == InputDuringWait::Ignored;
-  const bool started = !script.program || script.program(commandLine);
+  return !script.program || script.program(commandLine);
+}
+ProcessEnd RunCancellableProcess(std::string_view commandLine, std::string_view folder,
+                                 std::string_view, std::string_view) {
+  const bool ignoredBefore = std::exchange(script.inputIgnored, true);
+  const bool started = RunProcessAndWait(commandLine, folder);
   script.inputIgnored = ignoredBefore;
-  return started;
+  if (!started) return ProcessEnd::NotStarted;
+  return script.processesCancelled ? ProcessEnd::Cancelled : ProcessEnd::Ended;
 }
 bool IsInputIgnored() { return script.inputIgnored; }
 bool OpenDocument(std::string_view path) {

@@ -31,6 +31,7 @@ struct Script {
   bool documentsOpen = true;  // what OpenDocument answers
   // Does what the started program would have done; false when it could not be started.
   std::function<bool(std::string_view commandLine)> program;
+  bool processesCancelled = false;  // by the user, after `program`
   bool inputIgnored = false;
   bool instanceTaken = false;
   bool (*makeContextCurrent)() = nullptr;  // set by tests that draw

@@ -11,6 +11,8 @@ std::optional<SampleBits> SampleBitsDialog(QWidget* owner, const char* title) {
   Ui::SampleBitsForm form;
   form.setupUi(&dialog);
   dialog.setWindowTitle(QString::fromUtf8(title));
+  // Once all three are there: only then do the others leave the order of Tab.
+  form.eightBitsRadio->setChecked(true);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   if (form.sixteenBitsRadio->isChecked()) return SampleBits::Sixteen;
   if (form.twentyFourBitsRadio->isChecked()) return SampleBits::TwentyFour;

@@ -88,7 +88,7 @@ TEST_F(CommandsTest, ExitAsksOnlyWhenSomethingChanged) {
             "Would you like to save your changes before exiting?");
 }
 
-TEST_F(CommandsTest, AFailedSaveKeepsTheProgramOpen) {
+TEST_F(CommandsTest, CancelOrAFailedSaveGoesBack) {
   shell.closeMainWindow = [this] { calls.emplace_back("close"); };
   operations.newLevel = [this] { return calls.emplace_back("new"), true; };
   editor.levelLoaded = editor.levelModified = true;
@@ -96,6 +96,9 @@ TEST_F(CommandsTest, AFailedSaveKeepsTheProgramOpen) {
     scripted::script.answers = {PromptAnswer::Yes, PromptAnswer::Ok};
     RunCommand(id);
     EXPECT_TRUE(scripted::script.answers.empty()) << "asked, then told that saving failed";
+    scripted::script.answers = {PromptAnswer::Cancel};
+    RunCommand(id);
+    EXPECT_EQ(scripted::script.prompts.back().buttons, PromptButtons::YesNoCancel);
   }
   EXPECT_THAT(calls, IsEmpty());
   EXPECT_TRUE(editor.levelModified);

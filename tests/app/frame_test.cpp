@@ -67,11 +67,11 @@ TEST_F(ShellTest, TheStatusBarReadsTheGroundUnderTheCursorAndTheTool) {
 
   UpdateStatusReading(1'000'000);
   terrain->brushSize = 5;
-  UpdateStatusReading(1'000'050);  // too soon to be read
-  UpdateStatusReading(1'000'100);
+  UpdateStatusReading(1'000'150);  // too soon to be read
+  UpdateStatusReading(1'000'200);
   editor.editMode = EditMode::ObjectMapper;
   editor.leftHeld = true;  // objects are dragged
-  UpdateStatusReading(1'000'300);
+  UpdateStatusReading(1'000'500);
   EXPECT_THAT(scripted::script.status[3],
               ::testing::ElementsAre("Size 4   Flatten to 12.50", "Size 5   Flatten to 12.50"));
 }

@@ -1,10 +1,14 @@
 #include "app/level_tree_actions.h"
 
 #include "app/commands.h"
+#include "app/modes.h"
 #include "app/shell_fixture.h"
 #include "objects/entities.h"
 #include "objects/entity_editing.h"
+#include "objects/object_mapper.h"
 #include "objects/object_store.h"
+#include "objects/static_objects.h"
+#include "platform/scripted/script.h"
 
 namespace mw {
 namespace {
@@ -84,6 +88,64 @@ TEST_F(LevelTreeActionsTest, ChoosingACachedMeshSelectsAllItsObjectsAndLeavesThe
   EXPECT_EQ(Selected(), (Flags{true, false, true}));
   EXPECT_TRUE(objectStore.toolsEnabled);
   EXPECT_EQ(camera.position, before);
+}
+
+TEST_F(LevelTreeActionsTest, SeveralItemsSelectAllThatTheyStandForAndLeaveTheCamera) {
+  std::vector<TreeItem> shown;
+  levelTree.view.selectAll = [&shown](const std::vector<TreeItem>& items) { shown = items; };
+  DropLevelTreeItem(levelTree.fixed.newControlPoint, 0, 0);
+  const auto& point = entities.Of(EntityKind::ControlPoint).instances[0];
+  SetEditMode(EditMode::TerrainMapper);
+  const Vector3 before = camera.position;
+  const TreeItem fog = levelTree.fixed.fog;
+  LevelTreeItemsSelected({oak, fog, point->treeItem});
+  EXPECT_EQ(Selected(), (Flags{false, true, false}));
+  EXPECT_TRUE(point->selected && objectStore.toolsEnabled);
+  EXPECT_TRUE(IsEditMode(EditMode::ObjectMapper));
+  EXPECT_EQ(camera.position, before);
+  EXPECT_TRUE(shown.empty()) << "the user's choice stays as it is";
+  LevelTreeItemsSelected({fog, levelTree.fixed.world});
+  EXPECT_TRUE(objectStore.objects[1].selected) << "nothing of the level was chosen";
+  LevelTreeItemsSelected({cachedBunker, oak});
+  EXPECT_EQ(Selected(), (Flags{true, true, true}));
+  UpdateToolButtons(true);
+  EXPECT_EQ(shown, (std::vector{firstBunker, oak, secondBunker})) << "what the view selects";
+  DeleteLevelTreeItems({oak, secondBunker, cachedBunker, fog});
+  EXPECT_TRUE(FindObjectByTreeItem(firstBunker) >= 0 && FindObjectByTreeItem(oak) < 0 &&
+              FindObjectByTreeItem(secondBunker) < 0);
+  EXPECT_FALSE(objectStore.meshes.empty());
+  LevelTreeItemsSelected({});
+  EXPECT_FALSE(objectStore.toolsEnabled);
+}
+
+TEST_F(LevelTreeActionsTest, ChoosingAnEntityGoesToTheObjectMapperAndNamesIt) {
+  DropLevelTreeItem(levelTree.fixed.newControlPoint, 0, 0);
+  const auto& point = entities.Of(EntityKind::ControlPoint).instances[0];
+  SetEditMode(EditMode::TerrainMapper);
+  LevelTreeItemSelected(point->treeItem);
+  EXPECT_TRUE(point->selected);
+  EXPECT_TRUE(IsEditMode(EditMode::ObjectMapper));
+  auto& texts = scripted::script.status[1];
+  EXPECT_EQ(texts.back(), StatusTextOf(*point));
+  LevelTreeItemSelected(oak);
+  EXPECT_EQ(texts.back(), "Static Object: oak");
+  DeleteLevelTreeItem(oak);
+  EXPECT_EQ(texts.back(), "") << "it is there no more";
+}
+
+TEST_F(LevelTreeActionsTest, ItemsWithTheSameTextHaveNumbers) {
+  const TreeItem parent = levelTree.fixed.standardMeshes;
+  EXPECT_EQ(NumberedText(firstBunker), "bunker");
+  EXPECT_EQ(NumberedText(secondBunker), "bunker (2)");
+  EXPECT_EQ(NumberedText(cachedBunker), "bunker") << "under another parent";
+  const TreeItem third = InsertItem(parent, "bunker");
+  EXPECT_EQ(NumberedText(third), "bunker (3)");
+  DeleteItem(secondBunker);
+  EXPECT_EQ(NumberedText(third), "bunker (3)") << "a number stays with its item";
+  SetItemText(third, "tower");
+  EXPECT_EQ(NumberedText(third), "tower");
+  EXPECT_EQ(NumberedText(InsertItem(parent, "bunker")), "bunker (2)");
+  EXPECT_EQ(ItemText(third), "tower");
 }
 
 TEST_F(LevelTreeActionsTest, DeletionsAndTheEditorsOwnChangesSelectNothing) {

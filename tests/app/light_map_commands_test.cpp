@@ -19,8 +19,8 @@ using ::testing::IsEmpty;
 
 constexpr char kTerrainTemplate[] =
     "rem light\r\n"
-    "GeometryTemplate.shadowPrecision 9\r\n"
-    "raytracer.light.direction 0/1/0\r\n"
+    "geometrytemplate.ShadowPrecision 9\r\n"
+    "Raytracer.Light.Direction 0/1/0\r\n"
     "raytracer.light.direction 1/2/3\r\n"
     "raytracer.light.direction 4/5/6\r\n"
     "  kept  as it is\r\n";
@@ -81,17 +81,18 @@ TEST_F(LightMapCommandsTest, TerrainShadowsGetTheTilesTheLightAndTheGame) {
               ElementsAre(CommandLine("+traceTerrainShadows \"varnhold\\levels\\Valley\\\"")));
   EXPECT_EQ(TextOnDisk("Valley", "terrainLightmap.con"),
             "rem light\r\nGeometryTemplate.shadowPrecision 2.500000\r\n"
-            "raytracer.light.direction 0/1/0\r\n"
+            "Raytracer.Light.Direction 0/1/0\r\n"
             "raytracer.light.direction 0.500000/0.250000/-1.000000\r\n"
             "raytracer.light.direction 4/5/6\r\n  kept  as it is\r\n");
   const std::string sun = "raytracer.light.direction 0.500000/0.250000/-1.000000\r\n";
   EXPECT_EQ(TextOnDisk("Valley", "objectsLightmap.con"),
-            "rem light\r\nGeometryTemplate.shadowPrecision 9\r\n" + sun + sun + sun +
+            "rem light\r\ngeometrytemplate.ShadowPrecision 9\r\n" + sun + sun + sun +
                 "  kept  as it is\r\n");
   EXPECT_EQ(TextOnDisk("Valley", "Textures/LightmapShadowBits.lsb"), "bits");
   EXPECT_THAT(status(),
               ElementsAre("Generating Terrain Shadows...", "Completed Terrain Shadow Generation."));
   EXPECT_EQ(scripted::script.prompts.back().caption, "Merge Surface Light Maps");
+  EXPECT_EQ(scripted::script.prompts.back().icon, PromptIcon::Question);
   EXPECT_FALSE(editor.levelModified);
 }
 
@@ -111,9 +112,48 @@ TEST_F(LightMapCommandsTest, NoOtherLevelCanBeOpenedWhileTheGameTraces) {
   EXPECT_EQ(modConfig.LevelName, "Island");
 }
 
+TEST_F(LightMapCommandsTest, ACancelledRunLeavesTheLevelAsItWas) {
+  const auto cancel = [this](void (*command)(), const char* result, const char* expected) {
+    scripted::script.processesCancelled = true;
+    scripted::script.program = [result](std::string_view) {
+      WriteMergedTile("Tx01x00.tga");
+      return WriteWholeFile(Scratch(result), "half");
+    };
+    Answer({PromptAnswer::Yes});  // to begin with the object light maps
+    command();
+    EXPECT_EQ(status().back(), expected);
+  };
+  MakeScratchFolder(ScratchObjectLightMapsFolder());
+  for (const std::string script : {"", "rem of my own\r\n"}) {
+    if (!script.empty()) {
+      ASSERT_TRUE(archives.LastWritable()->WriteMember(
+          "varnhold/levels/Valley/objectsLightmap.con",
+          std::span(reinterpret_cast<const std::uint8_t*>(script.data()), script.size())));
+    }
+    cancel(GenerateTerrainShadows, "textures\\LightmapShadowBits.lsb",
+           "Cancelled Terrain Shadow Generation. The level is as it was.");
+    cancel(MergeTerrainLightmaps, "textures\\x",
+           "Cancelled Merging Terrain Lightmaps. The level is as it was.");
+    cancel(GenerateObjectLightmaps, "ObjectLightMaps\\new.dds",
+           "Cancelled Generating Object Light Maps. The level is as it was.");
+    EXPECT_EQ(TextOnDisk("Valley", "objectsLightmap.con"), script);
+    EXPECT_EQ(TextOnDisk("Valley", "terrainLightmap.con"), "");
+  }
+  for (const char* const member : {"Textures/LightmapShadowBits.lsb", "Textures/Tx01x00.dds",
+                                   "ObjectLightMaps/new.dds", "ObjectLightMaps/Palette.pal"}) {
+    EXPECT_THAT(MemberOnDisk("Valley", member), IsEmpty()) << member;
+  }
+}
+
 TEST_F(LightMapCommandsTest, WithoutATileNothingIsWrittenOrRun) {
   SelectAllShadows(false);
   GenerateTerrainShadows();
+  EXPECT_THAT(scripted::script.prompts, IsEmpty());
+  shadowSettings.ShadowSelected[3][3] = true;  // which has no surface
+  Answer({PromptAnswer::Ok});
+  GenerateTerrainShadows();
+  EXPECT_THAT(scripted::script.prompts.at(0).text,
+              ::testing::StartsWith("None of the selected tiles has a surface map"));
   EXPECT_THAT(scripted::script.startedProcesses, IsEmpty());
   EXPECT_FALSE(FolderExists(modConfig.GamePath.String() + "ShadowWork"));
   EXPECT_EQ(TextOnDisk("Valley", "terrainLightmap.con"), "");
@@ -157,6 +197,7 @@ TEST_F(LightMapCommandsTest, ObjectLightMapsReplaceThoseOfTheLastRun) {
 
   Answer({PromptAnswer::No});
   GenerateObjectLightmaps();
+  EXPECT_EQ(scripted::script.prompts.back().icon, PromptIcon::Question);
   EXPECT_EQ(scripted::script.startedProcesses.size(), 1u);
 }
 

@@ -9,6 +9,7 @@
 #include "objects/entities.h"
 #include "objects/object_store.h"
 #include "objects/object_windows.h"
+#include "terrain/terrain_render.h"
 
 namespace mw {
 namespace {
@@ -37,6 +38,14 @@ class ObjectInputTest : public ShellTest {
     Press(50, 90);
     RouteMouse(MouseButton::Left, MouseEvent::Move, 50, 90 - pixels);
     Release(50, 90 - pixels);
+  }
+  // The pixel 50, 50 shows the ground there.
+  static void LookDownOn(float viewX, float z) {
+    editor.viewWidth = editor.viewHeight = 101;
+    camera.position = {viewX, 300, z};
+    camera.pitch = -90;
+    camera.UpdateDirection();
+    UpdateViewSquare();
   }
   static void ClickHut() {
     objectStore.lastHoveredObject = 0;
@@ -72,10 +81,10 @@ TEST_F(ObjectInputTest, KeysChooseTheToolAndTheMouseUsesIt) {
   DragUp(10);
   EXPECT_FLOAT_EQ(Hut().rotation.y, 5);
   Tap('X');
-  objectStore.CursorPoint = {724, 0, 400};
-  DragUp(1);
-  EXPECT_FLOAT_EQ(Hut().position.x, 300);
-  EXPECT_FLOAT_EQ(Hut().position.z, 400);
+  LookDownOn(724, 400);
+  DragUp(40);
+  EXPECT_NEAR(Hut().position.x, 300, 0.01);
+  EXPECT_NEAR(Hut().position.z, 400, 0.01);
   Tap(kKeySpace);
   EXPECT_FALSE(Hut().selected);
   EXPECT_EQ(objectStore.tool, ObjectTool::Select);

@@ -91,6 +91,7 @@ TEST_F(RecoveryTest, TheNextStartGoesOnWithTheUnsavedWork) {
   EXPECT_THAT(scripted::script.prompts.back().text, HasSubstr("level Island of mod varnhold"));
   EXPECT_EQ(Shown(), 51);
   EXPECT_TRUE(editor.levelModified);
+  EXPECT_EQ(status().back(), "Recovered level Island. The recovered work is not saved yet.");
   EXPECT_TRUE(fs::exists(kRecoveryFile)) << "until it is saved, another kill is survived too";
   ASSERT_TRUE(SaveLevel());
   EXPECT_FALSE(fs::exists(kRecoveryFile));

@@ -5,6 +5,7 @@
 
 #include "core/fixed_string.h"
 #include "core/game_random.h"
+#include "core/readable_text.h"
 
 namespace mw {
 namespace {
@@ -56,6 +57,20 @@ TEST(GameRandom, IsTheGamesOwnSequence) {
   EXPECT_EQ(GameRandom(), 41);
   EXPECT_EQ(GameRandom(), 18467);
   EXPECT_EQ(GameRandom(), 6334);
+}
+
+TEST(Text, NamesOfOlderToolsAreShownInLettersAndUtf8StaysAsItIs) {
+  const struct {
+    std::string_view bytes, shown;
+  } cases[] = {{"Bunker_01", "Bunker_01"},
+               {"Mühle \u20AC \U0001F333", "Mühle \u20AC \U0001F333"},
+               {"M\xFChle \xC9t\xE9 \x80\x9F", "Mühle Été €Ÿ"},
+               {"Caf\xC3\xA9 and Caf\xE9", "Café and Café"},
+               {"\xC0\xAF \xED\xA0\x80", "À¯ í\u00A0€"},  // overlong, and half a pair
+               {"\xF4\x90\x80\x80 \xE2\x82", "ô\uFFFD€€ â‚"},
+               {"cut \xC3", "cut Ã"},
+               {"", ""}};
+  for (const auto& [bytes, shown] : cases) EXPECT_EQ(ReadableText(bytes), shown);
 }
 
 }  // namespace

@@ -125,6 +125,24 @@ TEST_F(TutorialTest, MiddleIsFlatAndOfDirtWithARoadBesideIt) {
   EXPECT_GT(alike, 50) << "of 100 samples around the middle";
 }
 
+TEST_F(TutorialTest, ALakeFillsTheHollowAndNotTheLevel) {
+  const std::string script = LowerCase(Script("Init/Terrain.con"));
+  const auto number = [&](const std::string& command) {
+    const std::size_t at = script.find(command);
+    return at == script.npos ? 0 : std::stod(script.substr(at + command.size()));
+  };
+  const double water = number("geometrytemplate.waterlevel ");
+  const double unit = number("geometrytemplate.yscale ");  // world units
+  const Bytes heights = Member("heightmap.raw");
+  int wet = 0;
+  for (std::size_t at = 0; at + 1 < heights.size(); at += 2) {
+    const double height = (heights[at] + 256 * heights[at + 1]) / 256.0;
+    if (height * unit < water) ++wet;
+  }
+  EXPECT_GT(wet, 60) << script;
+  EXPECT_LT(wet, kSide * kSide / 10);
+}
+
 TEST_F(TutorialTest, EveryTileIsPaintedAndDarkerWithItsShadows) {
   constexpr std::size_t kBlocks = 1024 * 1024 / 2;  // bytes of the largest picture
   const fs::path textures = work / "game/ShadowWork/varnhold/levels/First_Steps/textures";

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <map>
 
+#include "core/readable_text.h"
 #include "core/text.h"
 #include "data/mod_config.h"
 #include "objects/entities.h"
@@ -159,7 +160,8 @@ void CheckTreeWidget(Broken& broken) {
     const TreeItem item = idOf(*at);
     const std::string text = (*at)->text(0).toStdString();
     Expect(levelTree.items.contains(item), "only the panel shows " + text, broken);
-    Expect(ItemText(item) == text, "the panel shows another text: " + text, broken);
+    Expect(ReadableText(NumberedText(item)) == text, "the panel shows another text: " + text,
+           broken);
     Expect(ParentOf(item) == idOf((*at)->parent()), "the panel shows in another place: " + text,
            broken);
     Expect((*at)->childCount() == levelTree.items[item].children,

@@ -60,7 +60,7 @@ TEST_F(EntityRenderTest, EachKindHasAMarkerOfItsSize) {
   SoldierSpawn& soldier = AddSoldier(1, {-6, 0, 0});
   AddObjectSpawn(0, {0, 0, 0});
   AddControlPoint(7, {6, 0, 0});
-  glLineWidth(25);  // of what was drawn before
+  glLineWidth(8);  // of what was drawn before
   EXPECT_GT(Count(Draw(), kBlack), 150u) << "their edges";
   EXPECT_NE(At(-6.4f, 1.9f, 0.5f), kSky);
   EXPECT_EQ(At(-6.7f, 1.5f, 0.5f), kSky);
@@ -208,7 +208,7 @@ TEST_F(EntityRenderTest, TheHoveredEntityIsNamedOnce) {
   Draw();
   PointAt(0, 1, 0);
   Draw();
-  EXPECT_EQ(texts.size(), 2u);
+  EXPECT_EQ(texts, (std::vector{StatusTextOf(soldier), std::string(), StatusTextOf(soldier)}));
 }
 
 TEST_F(EntityRenderTest, AClickSelectsWhatItHitsThoughNoFrameCameAfterTheMouse) {

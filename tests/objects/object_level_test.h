@@ -7,11 +7,14 @@
 #include <string>
 #include <utility>
 
+#include "core/camera.h"
+#include "core/editor_state.h"
 #include "data/level_archive_test.h"
 #include "objects/entities.h"
 #include "objects/object_store.h"
 #include "objects/object_windows.h"
 #include "terrain/terrain.h"
+#include "terrain/terrain_render.h"
 
 namespace mw {
 
@@ -68,6 +71,14 @@ class ObjectLevelTest : public LevelArchiveTest {
     spawn->treeItem = InsertItem(levelTree.fixed.objectSpawns, "tank (CQ)");
     table.instances.push_back(std::move(spawn));
     return static_cast<ObjectSpawn&>(*table.instances.back());
+  }
+  // The pixel 50, 50 shows the ground of a place in level coordinates.
+  static void LookDownOn(float levelX, float z) {
+    editor.viewWidth = editor.viewHeight = 101;
+    camera.position = {kSide - levelX, 300, z};
+    camera.pitch = -90;
+    camera.UpdateDirection();
+    UpdateViewSquare();
   }
   // The view's point over a place in level coordinates.
   static void PutCursorOver(float levelX, float y, float z) {

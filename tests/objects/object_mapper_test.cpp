@@ -36,6 +36,7 @@ class ObjectMapperTest : public ObjectLevelTest {
     PressObjectControl(tool);
     ASSERT_NE(objectStore.tool, ObjectTool::Select);
   }
+  static void DragTo50() { DragObjects(50, 50, 0, 0); }
   static void DragUp(int pixels) { DragObjects(50, 80 - pixels, 50, 80); }
 
   TreeItem treeSelection = 0;
@@ -107,8 +108,8 @@ TEST_F(ObjectMapperTest, ADraggedGroupFollowsTheCursorOverTheGround) {
   EXPECT_EQ(objectStore.SelectionPivot.z, 130);
   UpdateToolButtons(true);
   Choose(ObjectControl::Translate);
-  PutCursorOver(500, 40, 600);
-  DragObjects(1, 1, 0, 0);
+  LookDownOn(500, 600);
+  DragTo50();
   EXPECT_NEAR(hut.position.x, 480, 1e-3);
   EXPECT_NEAR(hut.position.z, 570, 1e-3);
   EXPECT_FLOAT_EQ(hut.position.y, kGround);
@@ -118,10 +119,15 @@ TEST_F(ObjectMapperTest, ADraggedGroupFollowsTheCursorOverTheGround) {
 
   PressObjectControl(ObjectControl::SnapToGround);
   hut.position.y = 300;
-  PutCursorOver(400, 40, 600);
-  DragObjects(2, 1, 1, 1);
+  LookDownOn(400, 600);
+  DragTo50();
   EXPECT_NEAR(hut.position.x, 380, 1e-3);
   EXPECT_EQ(hut.position.y, 300) << "without snapping the height stays";
+
+  camera.pitch = 30;
+  camera.UpdateDirection();
+  DragTo50();
+  EXPECT_NEAR(hut.position.x, 380, 1e-3) << "there is no ground in the sky";
 }
 
 TEST_F(ObjectMapperTest, RaisingStopsAtTheGroundWhileItSnaps) {
@@ -153,6 +159,10 @@ TEST_F(ObjectMapperTest, TenPixelsUpTurnByFiveDegrees) {
   EXPECT_EQ(hut.rotation, (Vector3{5, -2, 0.5f}));
   EXPECT_EQ(spawn.rotation, (Vector3{5, -2, 0.5f}));
   EXPECT_TRUE(editor.levelModified);
+  auto& texts = scripted::script.status[3];
+  EXPECT_EQ(texts.back(), "The first of 2: Position 0.00 / 0.00 / 0.00  Angle 5.0 / -2.0 / 0.5");
+  ReleaseObjects();
+  EXPECT_EQ(texts.back(), "");
 }
 
 TEST_F(ObjectMapperTest, TheTranslateToolSelectsWhatItIsPressedOnAndMovesItAtOnce) {
@@ -164,9 +174,11 @@ TEST_F(ObjectMapperTest, TheTranslateToolSelectsWhatItIsPressedOnAndMovesItAtOnc
   PressTranslate(0, 0);
   EXPECT_TRUE(oak.selected);
   EXPECT_FALSE(hut.selected);
-  PutCursorOver(250, 0, 100);
-  DragObjects(1, 1, 0, 0);
-  EXPECT_EQ(oak.position.x, 250);
+  LookDownOn(250, 100);
+  DragObjects(2, 1, 0, 0);
+  EXPECT_EQ(oak.position.x, 200) << "a click with a hand that is not quite still";
+  DragTo50();
+  EXPECT_NEAR(oak.position.x, 250, 1e-3);
   EXPECT_EQ(hut.position.x, 100);
   ReleaseObjects();
   EXPECT_EQ(objectStore.tool, ObjectTool::Select) << "the selection changed";
@@ -180,9 +192,9 @@ TEST_F(ObjectMapperTest, APressOnTheSelectionOrOnGroundKeepsTheTranslateTool) {
   PressTranslate(0, 0);
   EXPECT_EQ(hut.position.x, 100);
   HoverNothing();
-  PutCursorOver(700, 0, 800);
-  PressTranslate(0, 0);
-  EXPECT_EQ(hut.position.x, 700) << "the selection jumps to the ground pressed on";
+  LookDownOn(700, 800);
+  PressTranslate(50, 50);
+  EXPECT_NEAR(hut.position.x, 700, 1e-3) << "the selection jumps to the ground pressed on";
   ReleaseObjects();
   EXPECT_EQ(objectStore.tool, ObjectTool::Translate);
 }

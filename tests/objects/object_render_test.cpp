@@ -179,9 +179,8 @@ TEST_F(ObjectRenderTest, TheMouseHoversOverAMarkersFoot) {
   EXPECT_EQ(hovered(0, 0, 0), 0) << "the first of two";
   EXPECT_EQ(hovered(1.25f, 1.75f, 0.75f), 1);
   EXPECT_EQ(hovered(0, 1.8f, 0), -1);
-  EXPECT_EQ(hovered(0, -0.1f, 0), -1);
-  EXPECT_EQ(hovered(-0.8f, 0, 0), -1);
-  EXPECT_EQ(hovered(0, 0, -0.8f), -1);
+  EXPECT_EQ(hovered(-0.8f, 1, 0), -1);
+  EXPECT_EQ(hovered(0, 1, -0.8f), -1);
 }
 
 TEST_F(ObjectRenderTest, TheHoveredObjectIsKnownBetweenFramesAndNamedOnce) {
@@ -198,9 +197,15 @@ TEST_F(ObjectRenderTest, TheHoveredObjectIsKnownBetweenFramesAndNamedOnce) {
   PointAtMarker(20, 0, 0);
   Draw();
   EXPECT_EQ(objectStore.lastHoveredObject, -1);
+  EXPECT_EQ(texts.back(), "") << "it is not there any more";
+  texts.emplace_back("Saved level");
   PointAtMarker(0, 0, 0);
   Draw();
-  EXPECT_EQ(texts.size(), 2u);
+  EXPECT_EQ(texts.back(), "Static Object: bunker01");
+  texts.emplace_back("Saved level");
+  PointAtMarker(20, 0, 0);
+  Draw();
+  EXPECT_EQ(texts.back(), "Saved level");
 }
 
 TEST_F(ObjectRenderTest, HiddenKindsAreNeitherDrawnNorHoverable) {

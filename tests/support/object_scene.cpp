@@ -56,7 +56,7 @@ void DrawPlainMarker(float boxTop, bool red) {
     glColor3ub(255, 0, 0);
   else
     glColor3ub(255, 255, 255);
-  glLineWidth(25);
+  glLineWidth(8);
   glBegin(GL_LINE_STRIP);
   glVertex3f(0, boxTop, 0);
   glVertex3f(-f.x * f.y, boxTop + 4.75f, -f.z * f.y);

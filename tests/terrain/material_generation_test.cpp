@@ -43,6 +43,7 @@ void Echo(std::int32_t size, std::uint32_t* materials, const MapwrightVertex* ve
 
 TEST_F(MaterialGenerationTest, ThePluginFillsTheGridFromTheTerrain) {
   const unsigned edits = materialMapper->edits;
+  scripted::script.answers = {PromptAnswer::Ok};
   GenerateMaterialMap({[] { return true; }, Echo});
   const auto& row = materialMapper->grid[1];
   EXPECT_EQ(row[0], 256u);
@@ -53,7 +54,9 @@ TEST_F(MaterialGenerationTest, ThePluginFillsTheGridFromTheTerrain) {
   EXPECT_NE(materialMapper->edits, edits) << "the view keeps the old materials";
 }
 
-TEST_F(MaterialGenerationTest, APluginThatDeclinesOrLacksAFunctionChangesNothing) {
+TEST_F(MaterialGenerationTest, AUserOrAPluginThatDeclinesChangesNothing) {
+  scripted::script.answers = {PromptAnswer::Cancel, PromptAnswer::Ok};
+  GenerateMaterialMap({[] { return true; }, Echo});
   GenerateMaterialMap({[] { return false; }, Echo});
   GenerateMaterialMap({nullptr, Echo});
   GenerateMaterialMap({[] { return true; }, nullptr});

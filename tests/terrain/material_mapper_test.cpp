@@ -151,6 +151,9 @@ class MaterialFillTest : public LevelArchiveTest {
 
 TEST_F(MaterialFillTest, FillReachesEveryByteOfTheFileAndNoCellBeside) {
   SetCurrentMaterial(6);
+  scripted::script.answers = {PromptAnswer::Cancel, PromptAnswer::Ok};
+  FillWithMaterial();
+  EXPECT_FALSE(editor.levelModified) << "the question was declined";
   FillWithMaterial();
   SaveMaterialMap();
   EXPECT_TRUE(Get("materialmap.raw") == std::string(256 * 256, '\6'));

@@ -57,6 +57,7 @@ TEST_F(MaterialRenderTest, RoadsAndFillShowAtOnce) {
   EXPECT_GT(DifferentPixels(before, road, kShades), 20u);
   ExpectSameMaterialPicture(kTopDown);
   SetCurrentMaterial(3);
+  scripted::script.answers = {PromptAnswer::Ok};
   FillWithMaterial();
   EXPECT_GT(DifferentPixels(road, MaterialFrame(kTopDown), kShades), kWidth * kHeight / 2u);
   ExpectSameMaterialPicture(kTopDown);

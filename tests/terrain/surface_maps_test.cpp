@@ -154,12 +154,17 @@ TEST_F(SurfaceMapsTest, ATileThatThePluginCannotPaintStaysAsItWasAndIsTold) {
   Put("Textures/Tx00x00.dds", "old");
   levelTextures.SurfaceAssigned[0][0] = levelTextures.SurfaceAssigned[1][0] = true;
   fake.cannotPaint = "0x0";
-  scripted::script.answers = {PromptAnswer::Ok};
-  GenerateSurfaceMaps(kFakePlugin);
+  scripted::script.answers = {PromptAnswer::Cancel};
+  EXPECT_FALSE(GenerateSurfaceMaps(kFakePlugin));
+  EXPECT_TRUE(fake.painted.empty());
+  EXPECT_EQ(scripted::script.prompts.back().text,
+            "This will replace 1 surface map of the level, with the shadows merged into it.");
+  scripted::script.answers = {PromptAnswer::Ok, PromptAnswer::Ok};
+  EXPECT_TRUE(GenerateSurfaceMaps(kFakePlugin));
   EXPECT_EQ(Get("Textures/Tx00x00.dds"), "old");
   EXPECT_NE(Get("Textures/Tx01x00.dds"), "(none)");
-  ASSERT_EQ(scripted::script.prompts.size(), 1u);
-  EXPECT_EQ(scripted::script.prompts[0].text,
+  ASSERT_EQ(scripted::script.prompts.size(), 3u);
+  EXPECT_EQ(scripted::script.prompts[2].text,
             "The surface plug-in could not paint the tile Tx00x00.");
 }
 

@@ -144,7 +144,9 @@ void AwaitKeyboard() {
 
 void PressKeys(const Step& step) {
   AwaitKeyboard();
-  ClickKeys(QKeySequence(step.data.value("key", step.text), QKeySequence::PortableText));
+  const QKeySequence keys(step.data.value("key", step.text), QKeySequence::PortableText);
+  const int times = step.data.value("times", "1").toInt();
+  for (int i = 0; i < times; ++i) ClickKeys(keys);
   WaitForFrames();
 }
 

@@ -2,6 +2,7 @@
 #include <QDrag>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QSplitterHandle>
 #include <QTest>
 
 #include "app/level_tree_actions.h"
@@ -12,6 +13,8 @@
 #include "app/ui/view_widget.h"
 #include "app/ui/window_fixture.h"
 #include "objects/entities.h"
+#include "objects/entity_editing.h"
+#include "objects/object_mapper.h"
 #include "objects/object_store.h"
 
 namespace mw {
@@ -115,6 +118,92 @@ TEST_F(LevelTreeTest, DeleteKeyDeletesTheObjectAndTakesTheUserToTheNextOne) {
   camera.position.Set(7, 7, 7);
   Click("Barracks");
   EXPECT_EQ(camera.position.x, 1024 - 200) << "a click on it leads back to it";
+}
+
+TEST_F(LevelTreeTest, SeveralRowsAreChosenWithCtrlAndShiftAndFollowWhatTheViewSelects) {
+  for (const char* name : {"Bunker", "Barracks", "Watchtower"}) Place(name, {100, 0, 100});
+  const auto clickWith = [this](const char* text, Qt::KeyboardModifier key) {
+    QTest::mouseClick(tree().viewport(), Qt::LeftButton, key, PlaceOf(text));
+  };
+  const auto selected = [](int index) {
+    return objectStore.objects[static_cast<std::size_t>(index)].selected;
+  };
+  Click("Bunker");
+  camera.position.Set(7, 7, 7);
+  clickWith("Watchtower", Qt::ControlModifier);
+  EXPECT_TRUE(selected(0) && !selected(1) && selected(2));
+  clickWith("Bunker", Qt::ControlModifier);
+  EXPECT_TRUE(!selected(0) && !selected(1) && selected(2));
+  clickWith("Watchtower", Qt::ControlModifier);
+  EXPECT_FALSE(objectStore.toolsEnabled) << "none is left";
+  Click("Bunker");
+  clickWith("Watchtower", Qt::ShiftModifier);
+  EXPECT_TRUE(selected(0) && selected(1) && selected(2));
+  Click("Barracks");
+  EXPECT_TRUE(!selected(0) && selected(1) && !selected(2));
+
+  objectStore.objects[0].selected = true;
+  UpdateToolButtons(true);
+  EXPECT_EQ(tree().selectedItems().size(), 2);
+  QTest::keyClick(&tree(), Qt::Key_Delete);
+  EXPECT_FALSE(Entry("Bunker") || Entry("Barracks"));
+  EXPECT_TRUE(Entry("Watchtower"));
+}
+
+TEST_F(LevelTreeTest, RowsStayUnfoldedAndInTheirOrderOverAFilterChange) {
+  auto& tables = entities.Of(EntityKind::ObjectSpawn);
+  for (const GameModeMask modes : {kModeConquest, kModeCaptureTheFlag, kModeConquest}) {
+    auto made = std::make_unique<ObjectSpawnTemplate>();
+    made->name = "tank" + std::to_string(tables.templates.size());
+    made->modes = modes;
+    tables.templates.push_back(std::move(made));
+    tables.instances.push_back(
+        tables.templates.back()->CreateInstance(static_cast<int>(tables.templates.size()) - 1));
+  }
+  RefreshTreeItems();
+  const auto rows = [this] {
+    QStringList texts;
+    const QTreeWidgetItem* const root = Entry("Object Spawns");
+    for (int i = 1; i < root->childCount(); ++i)
+      texts << root->child(i)->text(0) + (root->child(i)->isExpanded() ? " open" : "");
+    return texts.join(", ").toStdString();
+  };
+  Entry("Object Spawns")->setExpanded(true);
+  for (const int row : {1, 3}) Entry("Object Spawns")->child(row)->setExpanded(true);
+  const std::string before = "tank0 (CQ) open, tank1 (CTF), tank2 (CQ) open";
+  EXPECT_EQ(rows(), before);
+  ChooseModeFilter(2);
+  EXPECT_EQ(rows(), "tank1 (CTF)");
+  ChooseModeFilter(0);
+  EXPECT_EQ(rows(), before);
+  EXPECT_TRUE(Entry("Object Spawns")->isExpanded());
+}
+
+TEST_F(LevelTreeTest, NamesOfOlderToolsAreShownInLetters) {
+  Place("M\xFChle", {});
+  EXPECT_TRUE(Entry("Mühle"));
+}
+
+TEST_F(LevelTreeTest, ItsStripWidensTheTree) {
+  auto* const strip = window.findChild<QSplitterHandle*>("splitterStrip");
+  ASSERT_TRUE(strip);
+  LevelTreePanel& panel = *window.treePanel();
+  EXPECT_EQ(panel.width(), 185);
+  const auto drag = [strip](int by) {
+    const QPoint from = strip->rect().center();
+    QTest::mousePress(strip, Qt::LeftButton, {}, from);
+    QMouseEvent move(QEvent::MouseMove, from + QPoint(by, 0),
+                     strip->mapToGlobal(from + QPoint(by, 0)), Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(strip, &move);
+    QTest::mouseRelease(strip, Qt::LeftButton, {}, strip->rect().center());
+  };
+  drag(90);
+  EXPECT_EQ(panel.width(), 275);
+  drag(-2000);
+  EXPECT_EQ(panel.width(), LevelTreePanel::kLeastWidth);
+  window.resize(window.size() + QSize(100, 0));
+  QApplication::processEvents();
+  EXPECT_EQ(panel.width(), LevelTreePanel::kLeastWidth) << "the view takes what is new";
 }
 
 TEST_F(LevelTreeTest, ClipboardKeysWorkOnWhatIsSelectedInTheLevel) {

@@ -121,6 +121,24 @@ TEST_F(MainWindowTest, PendingPasteDisablesTheClipboardButtonsButNotTheMenu) {
   EXPECT_TRUE(Entry(window, "Edit", "&Paste\tCrtl-V")->isEnabled());
 }
 
+TEST_F(MainWindowTest, TitleNamesTheLevelAndMarksUnsavedChanges) {
+  const struct {
+    bool loaded, modified;
+    const char* title;
+  } cases[] = {{false, true, "Mapwright - Varnhold Level Editor"},
+               {true, false, "K\u00fcste - Mapwright"},
+               {true, true, "K\u00fcste* - Mapwright"},
+               {true, false, "K\u00fcste - Mapwright"},
+               {false, false, "Mapwright - Varnhold Level Editor"}};
+  for (const auto& [loaded, modified, title] : cases) {
+    modConfig.LevelName = "K\u00fcste";
+    editor.levelLoaded = loaded;
+    editor.levelModified = modified;
+    window.ShowLevelInTitle();
+    EXPECT_EQ(window.windowTitle().toStdString(), title);
+  }
+}
+
 // The close box of the window is the Exit command.
 class ClosingTest : public MainWindowTest {
  protected:

@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QTimer>
 #include <functional>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "data/level_archive_test.h"
 #include "platform/disk.h"
@@ -102,6 +102,21 @@ TEST_F(AddFileDialogTest, AddsToTheTypedDestination) {
 TEST_F(AddFileDialogTest, CancellingAddsNothing) {
   Run([&](const OpenDialog& dialog) { dialog.Choose(SourceFile()); });
   EXPECT_TRUE(level->Entries().empty());
+}
+
+TEST_F(AddFileDialogTest, AFileThatIsThereIsReplacedOnlyWhenTheUserSaysSo) {
+  Put("loading screen", "mine");
+  scripted::script.answers = {PromptAnswer::Cancel, PromptAnswer::Ok};
+  Run([&](const OpenDialog& dialog) {
+    dialog.Choose(SourceFile());
+    dialog.Ok().click();
+    EXPECT_EQ(Get("loading screen"), "mine");
+    EXPECT_TRUE(dialog.window.isVisible()) << "for another destination";
+    dialog.Ok().click();
+  });
+  EXPECT_THAT(scripted::script.prompts.at(0).text,
+              ::testing::EndsWith("varnhold\\levels\\Island\\loading screen"));
+  EXPECT_EQ(Get("loading screen"), "picture\n");
 }
 
 TEST_F(AddFileDialogTest, AFileThatCannotBeAddedSaysWhy) {

@@ -77,6 +77,22 @@ TEST_F(EnvironmentDialogsTest, AStoredColourStaysTheSameWhenItIsStoredAgain) {
   EXPECT_EQ(BytesOf({-1, 7, 0.68f}), (ColourBytes{0, 255, 173})) << "out of range";
 }
 
+TEST_F(EnvironmentDialogsTest, TheControlsOfTheWatersThreeLayersAreToldApartByTheirNames) {
+  Run(WaterSettingsDialog, [](const OpenDialog& dialog) {
+    QStringList names;
+    for (const char* layer : {"1", "2", "NormalMap"}) {
+      for (const char* box : {"direction%1XEdit", "direction%1YEdit", "speed%1Edit"})
+        names << Box(dialog, qPrintable(QString(box).arg(layer))).accessibleName();
+      names << List(dialog, qPrintable(QString("tile%1Combo").arg(layer))).accessibleDescription();
+    }
+    for (const char* list : {"texture1Combo", "texture2Combo", "normalMapCombo"})
+      names << List(dialog, list).accessibleDescription();
+    EXPECT_FALSE(names.contains(""));
+    EXPECT_EQ(names.removeDuplicates(), 0) << names.join(", ").toStdString();
+    dialog.Press("cancelButton");
+  });
+}
+
 TEST_F(EnvironmentDialogsTest, SwatchesOpenTheColourChooser) {
   modConfig.DiffuseColor = {1, 0, 0};
   const auto choose = [](const QColor& before, const QColor& colour) {

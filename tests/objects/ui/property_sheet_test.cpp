@@ -310,7 +310,8 @@ TEST_F(PropertySheetTest, GameModesAreChecked) {
   EXPECT_TRUE(RunAndPressOk([](const OpenDialog& dialog) {
     const auto boxes = dialog.window.findChildren<QCheckBox*>();
     ASSERT_EQ(boxes.size(), kGameModeCount);
-    EXPECT_EQ(boxes[1]->text(), "CTF");
+    EXPECT_EQ(boxes[1]->text(), "C&TF") << "C is the Cancel button's";
+    EXPECT_EQ(dialog.window.findChild<QLabel*>()->text(), "&Game Modes");
     EXPECT_EQ(boxes[1]->x(), 194);
     EXPECT_TRUE(boxes[0]->isChecked());
     EXPECT_FALSE(boxes[2]->isEnabled()) << "single player";

@@ -1,6 +1,7 @@
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSettings>
@@ -14,6 +15,7 @@
 #include "platform/modules.h"
 #include "platform/processes.h"
 #include "platform/qt/process_wait.h"
+#include "platform/qt/process_window.h"
 #include "platform/settings_store.h"
 
 namespace mw {
@@ -27,14 +29,15 @@ class ProcessTest : public ::testing::Test {
   ~ProcessTest() override {
     ObserveProcessWaits([](bool) {});
   }
+  std::string Folder() const { return folder.path().toStdString(); }
+
   std::vector<bool> waits;
   QTemporaryDir folder;
 };
 
 TEST_F(ProcessTest, RunsQuotedCommandInTheFolderAndWaits) {
   const std::string path = folder.path().replace('/', '\\').toStdString();
-  EXPECT_TRUE(RunProcessAndWait("\"\\bin\\sh\" -c \"sleep 0.1; echo done > result.txt\"", path,
-                                InputDuringWait::Handled));
+  EXPECT_TRUE(RunProcessAndWait("\"\\bin\\sh\" -c \"sleep 0.1; echo done > result.txt\"", path));
   EXPECT_TRUE(QFile::exists(folder.filePath("result.txt")));
   EXPECT_EQ(waits, (std::vector<bool>{true, false}));
 }
@@ -58,9 +61,8 @@ class InputDuringWaitTest : public ProcessTest {
     QTest::mouseClick(native, Qt::LeftButton, {}, button.geometry().center());
     native->close();
   }
-  void WaitAndUseWindow(InputDuringWait input) {
+  void UseWindowSoon() {
     QTimer::singleShot(0, &window, [this] { UseWindow(); });
-    EXPECT_TRUE(RunProcessAndWait("/bin/sleep 0.5", folder.path().toStdString(), input));
   }
 
   QWidget window;
@@ -71,13 +73,16 @@ class InputDuringWaitTest : public ProcessTest {
 };
 
 TEST_F(InputDuringWaitTest, IsHandledOrDropped) {
-  WaitAndUseWindow(InputDuringWait::Ignored);
+  UseWindowSoon();
+  EXPECT_EQ(RunCancellableProcess("/bin/sleep 0.5", Folder(), "Tracing", "The game traces."),
+            ProcessEnd::Ended);
   EXPECT_TRUE(ignored);
   QCoreApplication::processEvents();
   EXPECT_EQ(clicks, 0);
   EXPECT_EQ(field.text(), "");
   EXPECT_TRUE(window.isVisible());
-  WaitAndUseWindow(InputDuringWait::Handled);
+  UseWindowSoon();
+  EXPECT_TRUE(RunProcessAndWait("/bin/sleep 0.5", Folder()));
   EXPECT_FALSE(ignored);
   EXPECT_EQ(clicks, 1);
   EXPECT_EQ(field.text(), "o");
@@ -85,9 +90,9 @@ TEST_F(InputDuringWaitTest, IsHandledOrDropped) {
 }
 
 TEST_F(ProcessTest, SaysWhenTheProgramCannotBeStarted) {
-  EXPECT_FALSE(RunProcessAndWait("\"\\no\\such\\varnhold.exe\" +game x",
-                                 folder.path().toStdString(), InputDuringWait::Handled));
-  EXPECT_FALSE(RunProcessAndWait("", folder.path().toStdString(), InputDuringWait::Handled));
+  EXPECT_FALSE(RunProcessAndWait("\"\\no\\such\\varnhold.exe\" +game x", Folder()));
+  EXPECT_FALSE(RunProcessAndWait("", Folder()));
+  EXPECT_EQ(RunCancellableProcess("/no/such/game", Folder(), "", ""), ProcessEnd::NotStarted);
 }
 
 // Programs as they lie in a game folder, and a Wine that writes down what it is to run.
@@ -104,8 +109,7 @@ class GameProgramTest : public ProcessTest {
   }
   bool RunGame(const char* arguments) {
     const std::string game = folder.path().replace('/', '\\').toStdString();
-    return RunProcessAndWait("\"" + game + "\\Varnhold.exe\" " + arguments, game,
-                             InputDuringWait::Handled);
+    return RunProcessAndWait("\"" + game + "\\Varnhold.exe\" " + arguments, game);
   }
   // What a program of these tests was started with, one argument a line.
   QByteArray Arguments() {
@@ -145,8 +149,48 @@ TEST_F(GameProgramTest, WhatIsNoProgramIsNotStarted) {
 }
 
 TEST_F(ProcessTest, ProgramThatCrashesHasEnded) {
-  EXPECT_TRUE(RunProcessAndWait("/bin/sh -c \"kill -9 $$\"", folder.path().toStdString(),
-                                InputDuringWait::Handled));
+  EXPECT_TRUE(RunProcessAndWait("/bin/sh -c \"kill -9 $$\"", Folder()));
+}
+
+// What the program has started in turn, as Wine does, must not go on either, nor what does not want
+// to end.
+TEST_F(ProcessTest, CancelEndsTheProgramWithAllThatItHasStarted) {
+  for (const char* const attitude : {"", "trap '' TERM; "}) {
+    QTimer cancel;
+    QObject::connect(&cancel, &QTimer::timeout, [&] {
+      auto* const window = QApplication::activeModalWidget();
+      if (!window || !QFile::exists(folder.filePath("started"))) return;
+      cancel.stop();
+      EXPECT_EQ(window->windowTitle(), "Tracing");
+      EXPECT_EQ(window->findChild<QLabel*>("activityText")->text(), "The game traces.");
+      EXPECT_EQ(window->findChild<QLabel*>("elapsedText")->text(), "Elapsed time: 0:00");
+      QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {},
+                        window->findChild<QPushButton*>()->geometry().center());
+    });
+    cancel.start(20);
+    const std::string script = std::string("/bin/sh -c \"") + attitude +
+                               "sleep 60 & echo $! > child; mv child started; wait; sleep 60\"";
+    EXPECT_EQ(RunCancellableProcess(script, Folder(), "Tracing", "The game traces."),
+              ProcessEnd::Cancelled);
+    QFile started(folder.filePath("started"));
+    ASSERT_TRUE(started.open(QIODevice::ReadOnly));
+    QFile child("/proc/" + started.readAll().trimmed() + "/cmdline");  // empty once it has ended
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&child] {
+          const bool there = child.open(QIODevice::ReadOnly) && !child.readAll().isEmpty();
+          child.close();
+          return !there;
+        },
+        500))
+        << attitude;
+    started.remove();
+  }
+}
+
+TEST(ElapsedTimeTest, IsShownAsMinutesOrHours) {
+  const std::pair<int, const char*> cases[] = {
+      {7, "0:07"}, {3599, "59:59"}, {3600, "1:00:00"}, {36061, "10:01:01"}};
+  for (const auto& [seconds, text] : cases) EXPECT_EQ(ElapsedTimeText(seconds), text);
 }
 
 class SettingsTest : public ::testing::Test {

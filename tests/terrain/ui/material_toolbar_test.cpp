@@ -59,6 +59,7 @@ TEST_F(MaterialToolbarTest, ChoicesReachTheMaterialMapper) {
 
 TEST_F(MaterialToolbarTest, FillTakesTheChosenMaterial) {
   List("Material")->setCurrentIndex(8);
+  scripted::script.answers = {PromptAnswer::Ok};
   Button("Fill With Material")->trigger();
   EXPECT_EQ(materialMapper->grid[1][0], 8u);
   EXPECT_EQ(materialMapper->grid[256][255], 8u);

@@ -1,0 +1,105 @@
+#include "objects/object_hover.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <string>
+
+#include "objects/entity_editing.h"
+#include "objects/entity_render.h"
+#include "objects/object_body.h"
+#include "objects/object_selection.h"
+#include "objects/object_sight.h"
+#include "objects/static_objects.h"
+#include "platform/prompts.h"
+
+namespace mw {
+namespace {
+
+constexpr int kProgressPart = 1;  // of the status bar
+
+constexpr float kMarkerRadius = 0.75f, kMarkerHeight = 1.75f;  // world units
+// From a body, in world units: depths are read to a few hundredths of one far away.
+constexpr float kBodyReach = 0.25f;
+
+bool TouchesMarker(const Vector3& place, const CatalogueEntry& entry) {
+  const Vector3& cursor = objectStore.CursorPoint;
+  const float foot = place.y + entry.boxB.y;
+  return std::abs(cursor.x - place.x) <= kMarkerRadius &&
+         std::abs(cursor.z - place.z) <= kMarkerRadius && cursor.y >= foot &&
+         cursor.y <= foot + kMarkerHeight;
+}
+
+// An entity's marker is drawn over an object's.
+std::string NameOfHovered() {
+  if (const SpawnInstance* const entity = HoveredInstance()) return StatusTextOf(*entity);
+  if (const StaticObject* const object = HoveredObject()) return StatusTextOf(*object);
+  return {};
+}
+
+bool IsInSight(const StaticObject& object) { return EntryInSight(object, object.ViewPosition()); }
+
+// The first one of several.
+std::int32_t ObjectOfMarker() {
+  const auto& objects = objectStore.objects;
+  const auto found = std::ranges::find_if(objects, [](const StaticObject& object) {
+    const CatalogueEntry* const entry = EntryOf(object);
+    return entry && TouchesMarker(object.ViewPosition(), *entry) && IsInSight(object);
+  });
+  return found == objects.end() ? -1 : static_cast<std::int32_t>(found - objects.begin());
+}
+
+std::int32_t ObjectOfBody() {
+  std::int32_t nearest = -1, index = -1;
+  float reach = kBodyReach;
+  for (const StaticObject& object : objectStore.objects) {
+    ++index;
+    const CatalogueEntry* const entry = EntryOf(object);
+    if (!entry) continue;
+    const auto distance = DistanceToBody(object, *entry, objectStore.CursorPoint, reach);
+    if (!distance || (nearest >= 0 && *distance >= reach) || !IsInSight(object)) continue;
+    nearest = index;
+    reach = *distance;
+  }
+  return nearest;
+}
+
+}  // namespace
+
+void FindHovered() {
+  objectStore.hoveredObject = ObjectOfMarker();
+  FindHoveredEntity();
+  if (objectStore.hoveredObject < 0 && !HoveredInstance())
+    objectStore.hoveredObject = ObjectOfBody();
+  objectStore.lastHoveredObject = objectStore.hoveredObject;
+}
+
+void ForgetHovered() {
+  objectStore.hoveredObject = objectStore.lastHoveredObject = -1;
+  entities.hovered = {};
+  NameHovered();
+}
+
+void NameHovered() {
+  const std::string name = NameOfHovered();
+  if (name.empty()) {
+    if (objectStore.namedIsHovered) ForgetNamed();
+  } else if (name != objectStore.named) {
+    NameInStatusBar(name);
+    objectStore.namedIsHovered = true;
+  }
+}
+
+void NameInStatusBar(const std::string& text) {
+  SetStatusText(kProgressPart, text);
+  objectStore.named = text;
+  objectStore.namedIsHovered = false;
+}
+
+void ForgetNamed() {
+  if (!objectStore.named.empty()) ClearStatusText(kProgressPart, objectStore.named);
+  objectStore.named.clear();
+  objectStore.namedIsHovered = false;
+}
+
+}  // namespace mw

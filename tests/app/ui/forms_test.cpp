@@ -1,0 +1,128 @@
+// Every dialog as its form describes it: the keys of its fields and buttons, and the way of Tab.
+#include <QDialog>
+#include <QDir>
+#include <QLabel>
+#include <QRadioButton>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <set>
+
+#include "ui_149_load_level.h"
+#include "ui_150_select_mod.h"
+#include "ui_151_new_mod.h"
+#include "ui_152_edit_mod.h"
+#include "ui_154_new_level.h"
+#include "ui_155_create_road.h"
+#include "ui_160_random_terrain.h"
+#include "ui_164_light_settings.h"
+#include "ui_165_fog_settings.h"
+#include "ui_166_shadow_settings.h"
+#include "ui_167_water_settings.h"
+#include "ui_171_surface_assignments.h"
+#include "ui_175_object_browser.h"
+#include "ui_177_terrain_shadows.h"
+#include "ui_180_sample_bits.h"
+#include "ui_187_splash.h"
+#include "ui_188_level_statistics.h"
+#include "ui_2005_edit_properties.h"
+#include "ui_2006_team_selection.h"
+#include "ui_200_credits.h"
+#include "ui_202_welcome.h"
+#include "ui_210_add_file.h"
+#include "ui_211_process.h"
+
+namespace mw {
+namespace {
+
+struct Form {
+  const char* file;
+  void (*setUp)(QDialog&);
+};
+
+template <typename Ui>
+void SetUp(QDialog& dialog) {
+  Ui().setupUi(&dialog);
+}
+
+const Form kForms[] = {
+    {"149_load_level", SetUp<Ui::LoadLevelDialog>},
+    {"150_select_mod", SetUp<Ui::SelectModForm>},
+    {"151_new_mod", SetUp<Ui::NewModForm>},
+    {"152_edit_mod", SetUp<Ui::EditModForm>},
+    {"154_new_level", SetUp<Ui::NewLevelForm>},
+    {"155_create_road", SetUp<Ui::CreateRoad>},
+    {"160_random_terrain", SetUp<Ui::RandomTerrainForm>},
+    {"164_light_settings", SetUp<Ui::LightSettings>},
+    {"165_fog_settings", SetUp<Ui::FogSettings>},
+    {"166_shadow_settings", SetUp<Ui::ShadowSettings>},
+    {"167_water_settings", SetUp<Ui::WaterSettings>},
+    {"171_surface_assignments", SetUp<Ui::SurfaceAssignmentsForm>},
+    {"175_object_browser", SetUp<Ui::ObjectBrowserForm>},
+    {"177_terrain_shadows", SetUp<Ui::TerrainShadowsForm>},
+    {"180_sample_bits", SetUp<Ui::SampleBitsForm>},
+    {"187_splash", SetUp<Ui::SplashDialog>},
+    {"188_level_statistics", SetUp<Ui::LevelStatisticsForm>},
+    {"2005_edit_properties", SetUp<Ui::EditProperties>},
+    {"2006_team_selection", SetUp<Ui::TeamSelection>},
+    {"200_credits", SetUp<Ui::CreditsDialog>},
+    {"202_welcome", SetUp<Ui::WelcomeDialog>},
+    {"210_add_file", SetUp<Ui::AddFileToArchive>},
+    {"211_process", SetUp<Ui::ProcessWindow>},
+};
+
+// What Tab can reach, in the order in which the form names it: that in which it is read.
+std::vector<QWidget*> Controls(const QDialog& dialog) {
+  std::vector<QWidget*> controls;
+  for (auto* widget : dialog.findChildren<QWidget*>()) {
+    if ((widget->focusPolicy() & Qt::TabFocus) && !widget->focusProxy()) controls.push_back(widget);
+  }
+  return controls;
+}
+
+TEST(FormsTest, AreAllLookedAt) {
+  const QDir resources(MAPWRIGHT_SOURCE "/resources", "*.ui");
+  EXPECT_EQ(resources.entryList().size(), static_cast<qsizetype>(std::size(kForms)));
+}
+
+TEST(FormsTest, EveryFieldAndButtonHasAKeyOfItsOwn) {
+  for (const Form& form : kForms) {
+    SCOPED_TRACE(form.file);
+    QDialog dialog;
+    form.setUp(dialog);
+    std::set<QString> keys;
+    std::set<const QWidget*> reached;
+    const auto take = [&](const QWidget* control, const QString& text) {
+      const QString key = QKeySequence::mnemonic(text).toString();
+      if (key.isEmpty()) return;
+      EXPECT_TRUE(keys.insert(key).second) << key.toStdString() << " stands for two";
+      reached.insert(control);
+    };
+    for (const auto* label : dialog.findChildren<QLabel*>()) take(label->buddy(), label->text());
+    for (const auto* button : dialog.findChildren<QAbstractButton*>()) take(button, button->text());
+    for (const QWidget* control : Controls(dialog)) {
+      EXPECT_TRUE(reached.contains(control)) << control->objectName().toStdString();
+    }
+  }
+}
+
+TEST(FormsTest, TabGoesInReadingOrderAndIntoTheCheckedOneOfAGroup) {
+  for (const Form& form : kForms) {
+    SCOPED_TRACE(form.file);
+    QDialog dialog;
+    form.setUp(dialog);
+    for (auto* widget : dialog.findChildren<QWidget*>()) widget->setEnabled(true);
+    if (auto* const radio = dialog.findChild<QRadioButton*>()) radio->setChecked(true);
+    dialog.setAttribute(Qt::WA_DontShowOnScreen);
+    dialog.show();
+    QWidget* current = &dialog;
+    for (const QWidget* control : Controls(dialog)) {
+      QTest::keyClick(current, Qt::Key_Tab);
+      current = dialog.focusWidget();
+      ASSERT_TRUE(current);
+      EXPECT_EQ(current->objectName(), control->objectName());
+    }
+  }
+}
+
+}  // namespace
+}  // namespace mw
