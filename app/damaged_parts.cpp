@@ -5,6 +5,7 @@
 
 #include "core/text.h"
 #include "data/archive.h"
+#include "data/level_settings.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
 #include "platform/prompts.h"
@@ -76,7 +77,11 @@ std::string KeptPartsText() {
   ForEachPart([&names](LevelPart part, const LoadReport::Part&) {
     if (!MayWrite(part)) names += (names.empty() ? "" : ", ") + std::string(NameOf(part));
   });
-  return names.empty() ? names : ". Kept on disk as it was: " + names;
+  std::string text = names.empty() ? names : ". Kept on disk as it was: " + names;
+  for (const std::string& command : SettingsNotSaved()) {
+    text += ". The level's scripts have no place for " + command;
+  }
+  return text;
 }
 
 }  // namespace mw

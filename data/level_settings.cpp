@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "core/text.h"
 #include "data/game_file.h"
@@ -16,6 +18,8 @@
 
 namespace mw {
 namespace {
+
+std::vector<std::string> notSaved;
 
 // Calls act(script) in the order in which they are read, with the context set for it.
 template <typename Act>
@@ -86,9 +90,12 @@ void ReadLevelSettings() {
   CheckTerrainSize(sizeLines, terrainScriptIsWhole);
 }
 
+const std::vector<std::string>& SettingsNotSaved() { return notSaved; }
+
 void WriteLevelSettings() {
   const SettingsPlaces places = FindSettingsPlaces();
-  const auto added = MissingSettingsLines(places);
+  MissingLines missing = FindMissingLines(places);
+  notSaved = std::move(missing.withoutPlace);
   SettingsContext context;
   for (const std::int32_t side : {1, 2}) {
     context.teamChanged[static_cast<std::size_t>(side - 1)] = IsTeamChanged(places, side);
@@ -97,7 +104,7 @@ void WriteLevelSettings() {
     if (!MayWrite(PartOf(script))) return;
     RewriteScript(
         PathOf(script), [&context](std::string_view line) { return RebuiltLine(line, context); },
-        added[static_cast<std::size_t>(script)]);
+        missing.added[static_cast<std::size_t>(script)]);
   });
 }
 

@@ -4,6 +4,9 @@
 // mentions, and keeps every other line.
 #pragma once
 
+#include <string>
+#include <vector>
+
 namespace mw {
 
 // From the scripts of editor.levelFolder. One that is missing or damaged, and a team skin that the
@@ -13,5 +16,8 @@ void ReadLevelSettings();
 // Into the archive that is open for writing, for the scripts that exist and were read whole. A
 // failure is remembered as GameFileError.
 void WriteLevelSettings();
+// Commands of settings that the user changed and that were not written then: no script has a line
+// for them, nor a place for one.
+const std::vector<std::string>& SettingsNotSaved();
 
 }  // namespace mw

@@ -114,20 +114,22 @@ class LineCollector {
   // Adds the line unless the command has one, or there is no place for it.
   void Add(const std::string& key, std::string_view command, const std::string& arguments) {
     if (places_.present.contains(key)) return;
-    const std::optional<std::size_t> place = PlaceFor(places_, command);
-    if (!place) return;
-    auto& lines = lines_[static_cast<std::size_t>(HomeOf(command).script)];
-    lines.push_back({*place, std::string(command) + " " + arguments});
+    if (const std::optional<std::size_t> place = PlaceFor(places_, command)) {
+      auto& lines = missing_.added[static_cast<std::size_t>(HomeOf(command).script)];
+      lines.push_back({*place, std::string(command) + " " + arguments});
+    } else if (!WhyNotKept(places_, command).empty()) {
+      missing_.withoutPlace.emplace_back(command);
+    }
   }
 
-  std::array<std::vector<AddedLine>, kSettingsScripts> Take() {
-    for (auto& lines : lines_) std::ranges::stable_sort(lines, {}, &AddedLine::place);
-    return std::move(lines_);
+  MissingLines Take() {
+    for (auto& lines : missing_.added) std::ranges::stable_sort(lines, {}, &AddedLine::place);
+    return std::move(missing_);
   }
 
  private:
   const SettingsPlaces& places_;
-  std::array<std::vector<AddedLine>, kSettingsScripts> lines_;
+  MissingLines missing_;
 };
 
 std::vector<std::string> ValuesOf(const ModConfig& config) {
@@ -220,8 +222,7 @@ void AdoptSettingsDefaults(const ModConfig& before) {
   }
 }
 
-std::array<std::vector<AddedLine>, kSettingsScripts> MissingSettingsLines(
-    const SettingsPlaces& places) {
+MissingLines FindMissingLines(const SettingsPlaces& places) {
   LineCollector lines(places);
   if (!settingsDefaults.values.empty()) AddChangedSettings(lines);
   for (const std::int32_t side : {1, 2}) {

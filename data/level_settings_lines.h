@@ -63,8 +63,10 @@ void RememberSettingsDefaults();
 // What differs from `before` was changed by another mod, and not by the user.
 void AdoptSettingsDefaults(const ModConfig& before);
 
-// The lines to add, for each script in the order of their places.
-std::array<std::vector<AddedLine>, kSettingsScripts> MissingSettingsLines(
-    const SettingsPlaces& places);
+struct MissingLines {
+  std::array<std::vector<AddedLine>, kSettingsScripts> added;  // in the order of their places
+  std::vector<std::string> withoutPlace;  // commands whose lines no script has a place for
+};
+MissingLines FindMissingLines(const SettingsPlaces& places);
 
 }  // namespace mw

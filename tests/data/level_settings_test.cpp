@@ -276,6 +276,10 @@ TEST_F(LevelSettingsTest, WhatTheUserChangedGetsALineWhereItBelongs) {
   const std::string before = Get("init.con");
   WriteLevelSettings();
   EXPECT_EQ(Get("init.con"), before) << "a line is added once";
+  EXPECT_TRUE(SettingsNotSaved().empty());
+  Put("init/terrain.con", "rem no template\r\n");
+  WriteLevelSettings();
+  EXPECT_EQ(SettingsNotSaved(), std::vector<std::string>{"GeometryTemplate.waterLevel"});
 }
 
 TEST_F(LevelSettingsTest, LinesOfOtherTeamsAndKitsAreKept) {
