@@ -118,12 +118,12 @@ TEST_F(CommandsTest, WhatWorksOnALevelDoesNothingWithoutOne) {
   const auto note = [this] { calls.emplace_back("done"); };
   for (Operations::Action* const operation :
        {&operations.copy, &operations.importHeightmap, &operations.exportHeightmap,
-        &operations.generateMaterialMap, &operations.testLevel, &operations.generateSurfaceMaps,
-        &operations.generateInGameMap, &operations.snapAllToGround, &operations.levelStatistics,
-        &operations.lightSettings, &operations.waterSettings, &shell.addFileDialog,
-        &operations.openSurfaceAssignments}) {
+        &operations.generateMaterialMap, &operations.testLevel, &operations.generateInGameMap,
+        &operations.snapAllToGround, &operations.levelStatistics, &operations.lightSettings,
+        &operations.waterSettings, &shell.addFileDialog, &operations.openSurfaceAssignments}) {
     *operation = note;
   }
+  operations.generateSurfaceMaps = [note] { return note(), true; };
   for (const CommandSpec& spec : CommandTable()) {
     if (NeedsLevel(spec.id)) RunCommand(spec.id);
   }
