@@ -333,30 +333,6 @@ TEST_F(LevelSettingsTest, TeamLinesAreKeptWhereTheTableHasNothingForThem) {
   EXPECT_EQ(Save(script), script) << "an empty table";
 }
 
-TEST_F(LevelSettingsTest, ADamagedOrMissingScriptIsToldAndKeptAndTheSizeComesFromTheHeightMap) {
-  Put("init.con", "renderer.fogend 900\r\n");
-  Put("init/terrain.con", "GeometryTemplate.materialSize 256\r\n");
-  Put("heightmap.raw", std::string(1024 * 1024 * 2, 'h'));
-  Damage("init/terrain.con");
-  const std::string damaged = Get("init/terrain.con");
-  modConfig.MaterialSize = 512;
-  modConfig.WorldSize = 2048;
-  BeginLoadReport();
-  ReadLevelSettings();
-  EXPECT_THAT(loadReport.lines,
-              testing::ElementsAre("The settings script init/terrain.con is damaged: it could be "
-                                   "read to line 0. It is kept as it is.",
-                                   "The settings script init/skyandsun.con is missing.",
-                                   "The level's size was taken from its height map: 1024 samples "
-                                   "over 4096 units."));
-  EXPECT_FALSE(loadReport.readWhole);
-  modConfig.fogEnd = 7;
-  WriteLevelSettings();
-  EXPECT_EQ(GameFileError(), "") << "the rest is saved";
-  EXPECT_EQ(Get("init/terrain.con"), damaged);
-  EXPECT_EQ(Get("init.con"), "renderer.fogend 7\r\n");
-}
-
 // What the scripts say, what the height map says, and what comes of it.
 TEST_F(LevelSettingsTest, TheSizeIsTakenFromTheHeightMapWhereTheScriptsGiveNone) {
   struct Case {

@@ -8,7 +8,6 @@
 #include "data/dds.h"
 #include "data/image.h"
 #include "data/level_archive_test.h"
-#include "data/load_report.h"
 #include "data/textures.h"
 #include "platform/disk.h"
 #include "support/dds_file.h"
@@ -92,18 +91,6 @@ TEST_F(LevelTexturesTest, ReloadingLeavesTheAssignmentsToTheUser) {
   LoadLevelTextures(LevelTextureLoad::Reloading);
   EXPECT_FALSE(levelTextures.SurfaceAssigned[3][4]) << "un-assigned, its file is still there";
   EXPECT_TRUE(levelTextures.SurfaceAssigned[5][5]) << "still to be generated";
-}
-
-TEST_F(LevelTexturesTest, DamagedTexturesAreToldOnOpening) {
-  PutTile("textures/Tx00x00.dds");
-  Put("textures/Tx01x01.dds", "damaged");
-  Put("textures/detail.dds", Text(DdsFile{8, 8, 32, 1, "DXT1", UniformBlocks(3, kRed)}.Bytes()));
-  BeginLoadReport();
-  LoadLevelTextures(LevelTextureLoad::Opening);
-  EXPECT_THAT(loadReport.lines,
-              testing::IsSupersetOf({"The texture Tx01x01.dds is damaged: it cannot be shown.",
-                                     "The texture detail.dds is damaged: it could be read in "
-                                     "part."}));
 }
 
 TEST_F(LevelTexturesTest, ALevelKeepsItsTexturesUntilASetIsChosenForIt) {
