@@ -338,6 +338,7 @@ TEST_F(LevelSettingsTest, ADamagedOrMissingScriptIsToldAndKeptAndTheSizeComesFro
   Put("init/terrain.con", "GeometryTemplate.materialSize 256\r\n");
   Put("heightmap.raw", std::string(1024 * 1024 * 2, 'h'));
   Damage("init/terrain.con");
+  ASSERT_TRUE(level->Reopen());
   const std::string damaged = Get("init/terrain.con");
   modConfig.MaterialSize = 512;
   modConfig.WorldSize = 2048;

@@ -95,7 +95,7 @@ TEST_F(ModsTest, MissingContentIsListedInOneMessage) {
   ASSERT_TRUE(SelectMod(0));
   WarnOfMissingContent();
   EXPECT_THAT(scripted::script.prompts.at(1).text,
-              HasSubstr("/nowhere/: there is no such folder."));
+              HasSubstr("/nowhere: there is no such folder."));
 }
 
 TEST(ContentArchives, LieInTheArchivesFolderBesideTheirContent) {
