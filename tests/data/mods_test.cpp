@@ -94,8 +94,7 @@ TEST_F(ModsTest, MissingContentIsListedInOneMessage) {
   modList.current = -1;
   ASSERT_TRUE(SelectMod(0));
   WarnOfMissingContent();
-  EXPECT_THAT(scripted::script.prompts.at(1).text,
-              HasSubstr("/nowhere/: there is no such folder."));
+  EXPECT_THAT(scripted::script.prompts.at(1).text, HasSubstr("/nowhere: there is no such folder."));
 }
 
 TEST(ContentArchives, LieInTheArchivesFolderBesideTheirContent) {

@@ -265,7 +265,7 @@ TEST_F(EnvironmentDialogsTest, WhatNobodyEditedKeepsEveryDigit) {
   }
   EXPECT_FALSE(editor.levelModified);
   modConfig.skyCount = 1;
-  modConfig.skies[0].settings.sunDirection[0] = 0.0004f;
+  modConfig.skies[0] = {"Coast", {"Sky_Coast_m1", 0, 0, {0.0004f, 0, 0}}};
   RunAndPressOk(LightSettingsDialog,
                 [](const OpenDialog& dialog) { List(dialog, "skyCombo").setCurrentIndex(0); });
   EXPECT_EQ(modConfig.currentSky.sunDirection[0], 0.0004f) << "of the sky that was chosen";
