@@ -124,7 +124,7 @@ bool OpenChosenLevel(const ModSnapshot& before, const std::function<bool()>& loa
                      std::string& reason) {
   const std::string level = modConfig.LevelName.String();
   ShowWaitCursor();
-  reason = ReasonAgainstOpening(level);
+  reason = ReasonAgainstOpening(LevelArchivePath(), level);
   if (!reason.empty()) {
     RestoreMod(before);
     return false;
@@ -148,7 +148,7 @@ bool OpenChosenLevel(const ModSnapshot& before, const std::function<bool()>& loa
 // name and all that belongs to it.
 void LoadStockLevel(const char* name) {
   Archive* archive = nullptr;
-  if (ReasonAgainstOpening(name).empty()) {
+  if (ReasonAgainstOpening(LevelArchivePathOf(name), name).empty()) {
     LeaveNoSecondArchive(LevelArchivePathOf(name));
     archive = archives.OpenArchive(LevelArchivePathOf(name), true);
   }

@@ -1,6 +1,5 @@
 #include "app/level_check.h"
 
-#include "app/level.h"
 #include "core/editor_state.h"
 #include "core/text.h"
 #include "data/archive.h"
@@ -19,7 +18,7 @@ std::string_view LevelOfMember(std::string_view member, std::string_view levelsF
   return end == member.npos ? std::string_view() : member.substr(0, end);
 }
 
-// Where there is another one than `level` only, its name.
+// The name of the level in the archive when that is another one than `level`.
 std::string OtherLevel(const Archive& archive, std::string_view level) {
   const std::string folder = NormalMemberName(modConfig.levelsFolder);
   std::string_view other;
@@ -34,19 +33,14 @@ std::string OtherLevel(const Archive& archive, std::string_view level) {
 
 }  // namespace
 
-std::string OtherLevelReason(const Archive& archive, std::string_view level) {
+std::string ReasonAgainstOpening(const std::string& path, std::string_view level) {
+  Archive archive;
+  if (!archive.Open(path, false)) return SystemPath(path) + ": " + archive.Error() + ".";
   const std::string other = OtherLevel(archive, level);
   if (other.empty()) return {};
   return FormatText(
       "This archive holds the level %s, not %s. Give the file its own name back to open it.",
       other.c_str(), std::string(level).c_str());
-}
-
-std::string ReasonAgainstOpening(const std::string& level) {
-  const std::string path = LevelArchivePathOf(level);
-  Archive archive;
-  if (archive.Open(path, false)) return OtherLevelReason(archive, level);
-  return SystemPath(path) + ": " + archive.Error() + ".";
 }
 
 void ShowLevelNotOpened(const std::string& level, const std::string& reason) {

@@ -9,12 +9,10 @@ namespace mw {
 
 class Archive;
 
-// Why the archive must not be opened or saved into as that of `level`: it holds another level, so
-// the file has lost its own name. Empty when it holds this one or none.
-std::string OtherLevelReason(const Archive& archive, std::string_view level);
-// Why the level of the current mod cannot be opened, or an empty text. Looks only, also at a level
-// that is open.
-std::string ReasonAgainstOpening(const std::string& level);
+// Why the file at `path` cannot be the archive of `level`: it cannot be read, or it holds another
+// level and so has lost its own name. An empty text when it can. Looks only, also at a file that is
+// open.
+std::string ReasonAgainstOpening(const std::string& path, std::string_view level);
 
 // With what is open in the place of it.
 void ShowLevelNotOpened(const std::string& level, const std::string& reason);

@@ -49,17 +49,16 @@ bool TakesOnChanges(Archive& archive, ForeignChange foreign) {
   const ArchiveOnDisk state = archive.OnDisk();
   if (state == ArchiveOnDisk::AsLeft) return true;
   if (foreign == ForeignChange::Ask && !Confirm(ForeignChangeQuestion(state, ""))) return false;
-  if (archive.Reopen()) return true;
+  std::string reason;
+  if (state == ArchiveOnDisk::Changed) {
+    reason = ReasonAgainstOpening(archive.Path(), modConfig.LevelName);
+  }
+  if (reason.empty() && archive.Reopen()) return true;
   return ShowRefusal(
       FormatText("The changed archive cannot be opened: %s\n\nIt was left as it is, and your "
                  "changes are still in the editor. Put a good copy of the archive in its place, "
                  "for example its backup, and save again.",
-                 archive.Error().c_str()));
-}
-
-bool HoldsThisLevel(const Archive& archive) {
-  const std::string reason = OtherLevelReason(archive, modConfig.LevelName);
-  return reason.empty() || ShowRefusal(reason);
+                 (reason.empty() ? archive.Error() : reason).c_str()));
 }
 
 bool ClearsTheWay(Archive& archive) {
@@ -91,8 +90,8 @@ bool IsBackedUp(Archive& archive) {
 }  // namespace
 
 bool MaySaveInto(Archive& archive, ForeignChange foreign) {
-  return IsWritable(archive) && TakesOnChanges(archive, foreign) && HoldsThisLevel(archive) &&
-         ClearsTheWay(archive) && IsBackedUp(archive);
+  return IsWritable(archive) && TakesOnChanges(archive, foreign) && ClearsTheWay(archive) &&
+         IsBackedUp(archive);
 }
 
 SavingQuestion QuestionBeforeClosing(const char* occasion) {
