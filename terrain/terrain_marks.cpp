@@ -11,6 +11,7 @@
 #include "core/editor_state.h"
 #include "data/mod_config.h"
 #include "terrain/gl_buffers.h"
+#include "terrain/ground_ray.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/terrain_render.h"
@@ -95,22 +96,7 @@ bool SameUnit(float a, float b) { return std::trunc(a) == std::trunc(b); }
 
 void Vertex(const Vector3& point) { glVertex3f(point.x, point.y, point.z); }
 
-// Height of the drawn ground at a position on the level, in world units.
-float GroundHeight(float x, float z) {
-  const int last = modConfig.MaterialSize - 1;
-  const Cell cell = CellOf(x, z);
-  const int i = std::clamp(cell.i, 0, last), j = std::clamp(cell.j, 0, last);
-  const float across = std::clamp(x / CellSize - static_cast<float>(i), 0.0f, 1.0f);
-  const float along = std::clamp(z / CellSize - static_cast<float>(j), 0.0f, 1.0f);
-  const float here = std::lerp(DrawnHeight(i, j), DrawnHeight(i, j + 1), along);
-  const float next = std::lerp(DrawnHeight(i + 1, j), DrawnHeight(i + 1, j + 1), along);
-  return std::lerp(here, next, across) * modConfig.HeightScale;
-}
-
 float BrushRadius() { return static_cast<float>(terrain->brushSize) * CellSize; }
-
-// Not where the cursor shows the sky, or has not shown anything yet.
-bool IsPickOnGround() { return std::abs(pick.y - GroundHeight(pick.x, pick.z)) <= BrushRadius(); }
 
 // A point of the brush's edge; where that leaves the level it follows the border.
 void OutlineVertex(float angle) {
@@ -118,7 +104,7 @@ void OutlineVertex(float angle) {
   const auto world = static_cast<float>(modConfig.WorldSize);
   const float x = std::clamp(pick.x + radius * std::cos(angle), 0.0f, world);
   const float z = std::clamp(pick.z + radius * std::sin(angle), 0.0f, world);
-  glVertex3f(x, GroundHeight(x, z) + kOutlineRaise, z);
+  glVertex3f(x, DrawnGroundHeight(x, z) + kOutlineRaise, z);
 }
 
 Vector3 RoadPostFoot(const RoadPoint& point) {
@@ -168,7 +154,7 @@ void DrawBrushSphere() {
 
 // Like the sphere it leaves the depth of the ground.
 void DrawBrushOutline() {
-  if (!HasUsableTerrain() || !IsPickOnGround()) return;
+  if (!HasUsableTerrain()) return;
   constexpr int kPointsPerCell = 8;  // of the radius: more than one for each cell that it crosses
   const int points = kPointsPerCell * std::max(terrain->brushSize, 2);
   const float step = 2 * std::numbers::pi_v<float> / static_cast<float>(points);

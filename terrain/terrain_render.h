@@ -16,10 +16,10 @@ struct ViewSquare {
 extern ViewSquare viewSquare;
 
 // The point of the ground under the cursor, in world units; `missed` when there is none, and the
-// point is that of an earlier place.
+// point, if it ever was one, is that of an earlier place.
 struct PickState {
   float x = 0, y = 0, z = 0;
-  bool missed = false;
+  bool missed = true;
 };
 extern PickState pick;
 

@@ -34,8 +34,7 @@ class TerrainToolsTest : public SandboxTest {
 
   static float& HeightOf(int i, int j) { return terrain->grid[i][j].h; }
   static void PutBrushAt(int i, int j) {
-    pick.x = terrain->grid[i][j].x;
-    pick.z = terrain->grid[i][j].z;
+    pick = {terrain->grid[i][j].x, 0, terrain->grid[i][j].z, false};
   }
   static int CountChanged() {
     int count = 0;
