@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <string_view>
 
+#include "app/level.h"
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/level_settings.h"
@@ -25,7 +27,7 @@ void ForEachPart(Act act) {
 // "the editor" holds one map, but several objects.
 bool IsPlural(LevelPart part) { return part >= LevelPart::StaticObjects; }
 
-bool ConfirmReplacing(LevelPart part, bool missing) {
+bool WantsReplaced(LevelPart part, bool missing) {
   return ShowPrompt(FormatText("Replace the %s %s on disk by %s in the editor?",
                                missing ? "missing" : "damaged", NameOf(part),
                                IsPlural(part) ? "those" : "the one"),
@@ -35,7 +37,7 @@ bool ConfirmReplacing(LevelPart part, bool missing) {
 }  // namespace
 
 void NoteDamagedRest() {
-  Archive* const archive = archives.LastWritable();
+  Archive* const archive = LevelArchive();
   if (!archive) return;
   for (const auto& [name, entry] : archive->Entries()) {
     if (loadReport.filesRead.contains(name)) continue;
@@ -67,17 +69,20 @@ void ShowLoadReport() {
 void AskForDamagedParts() {
   ForEachPart([](LevelPart part, const LoadReport::Part& record) {
     if (record.damaged && record.then == DamagedPart::Ask) {
-      SetReplaced(part, ConfirmReplacing(part, record.missing));
+      SetReplaced(part, WantsReplaced(part, record.missing));
     }
   });
 }
 
 std::string KeptPartsText() {
-  std::string names;
-  ForEachPart([&names](LevelPart part, const LoadReport::Part&) {
-    if (!MayWrite(part)) names += (names.empty() ? "" : ", ") + std::string(NameOf(part));
+  constexpr std::string_view kKind = "settings script ";  // the name of the file will do
+  std::string text;
+  ForEachPart([&](LevelPart part, const LoadReport::Part&) {
+    if (MayWrite(part)) return;
+    std::string_view name = NameOf(part);
+    if (name.starts_with(kKind)) name.remove_prefix(kKind.size());
+    text.append(text.empty() ? ". Not saved: " : ", ").append(name);
   });
-  std::string text = names.empty() ? names : ". Kept on disk as it was: " + names;
   for (const std::string& command : SettingsNotSaved()) {
     text += ". The level's scripts have no place for " + command;
   }

@@ -13,7 +13,7 @@ void ShowLoadReport();
 // Asks for each part that was not read whole, once until the level is closed, whether to replace it
 // on disk. To be called before a save.
 void AskForDamagedParts();
-// ". Kept on disk as it was: height map" for the status bar after a save that left parts out or
+// ". Not saved: height map" for the status bar after a save that left parts out or
 // could not keep a setting, else an empty text.
 std::string KeptPartsText();
 

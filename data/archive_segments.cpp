@@ -254,11 +254,6 @@ MemberBytes ExpandInPlace(ByteView stored, std::uint32_t size) {
   return member;
 }
 
-std::size_t ReadableBytes(const MemberBytes& member, std::size_t size) {
-  for (const MemberGap& gap : member.gaps) size -= gap.end - gap.begin;
-  return size;
-}
-
 }  // namespace
 
 bool PrepareCompression() {
@@ -271,6 +266,11 @@ std::optional<Bytes> CompressMember(ByteView data, ByteView oldStored) {
   std::vector<Segment> segments = SplitIntoSegments(data, oldStored);
   if (!CompressChanged(segments)) return std::nullopt;
   return JoinSegments(segments);
+}
+
+std::size_t ReadableBytes(const MemberBytes& member, std::size_t size) {
+  for (const MemberGap& gap : member.gaps) size -= gap.end - gap.begin;
+  return size;
 }
 
 MemberBytes ExpandMember(ByteView stored, std::uint32_t size) {

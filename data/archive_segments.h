@@ -30,5 +30,7 @@ std::optional<std::vector<std::uint8_t>> CompressMember(std::span<const std::uin
 // writes them; of any other member, what the segments produce one after the other. Memory grows
 // with what the segments produce, not with `size`.
 MemberBytes ExpandMember(std::span<const std::uint8_t> stored, std::uint32_t size);
+// How many bytes of a member of `size` bytes could be read.
+std::size_t ReadableBytes(const MemberBytes& member, std::size_t size);
 
 }  // namespace mw

@@ -99,11 +99,21 @@ class ScriptSurvey {
   bool inComment_ = false, inTemplate_ = false;
 };
 
+// A script that is damaged and kept. It may have a line of any command, which cannot be read.
+std::optional<SettingsScript> KeptScript(const SettingsPlaces& places) {
+  for (std::size_t i = 0; i < kSettingsScripts; ++i) {
+    if (places.scripts[i].exists && !places.scripts[i].isWritten) {
+      return static_cast<SettingsScript>(i);
+    }
+  }
+  return std::nullopt;
+}
+
 // The place for a new line of the command, or nothing.
 std::optional<std::size_t> PlaceFor(const SettingsPlaces& places, std::string_view command) {
   const Home home = HomeOf(command);
   const SettingsPlaces::Script& script = places[home.script];
-  if (!script.isWritten) return std::nullopt;
+  if (!script.isWritten || KeptScript(places)) return std::nullopt;
   return home.inTemplate ? script.endOfTemplate : std::optional(script.lineCount);
 }
 
@@ -207,7 +217,11 @@ std::string WhyNotKept(const SettingsPlaces& places, std::string_view command) {
   const std::string file(FileOf(home.script));
   if (places.present.contains(LowerCase(command))) return {};
   if (!script.exists) return "The level has no script " + file + ", which would keep this value.";
-  if (!script.isWritten || !home.inTemplate || script.endOfTemplate) return {};
+  if (const std::optional<SettingsScript> kept = KeptScript(places)) {
+    return "The level's script " + std::string(FileOf(*kept)) +
+           " is damaged and kept as it is: it may have a line for this value.";
+  }
+  if (!home.inTemplate || script.endOfTemplate) return {};
   return "The level's script " + file + " creates no " + std::string(TemplateKind(home.script)) +
          " template that this value could be added to.";
 }

@@ -177,7 +177,7 @@ TEST_F(LevelDamage, OneMessageTellsHowMuchOfEachPartThereIs) {
     EXPECT_THAT(told, HasSubstr(line));
   }
   EXPECT_EQ(status().back(),
-            "Saved level Island. Kept on disk as it was: height map, material map, settings script "
+            "Saved level Island. Not saved: height map, material map, "
             "init/skyandsun.con, static objects, Team DeathMatch entities");
   EXPECT_FLOAT_EQ(terrain->grid[20][100].h, 127) << "flat where nothing is known";
   EXPECT_NE(terrain->grid[20][200].h, 127) << "whole segments behind keep their place";
@@ -187,10 +187,10 @@ TEST_F(LevelDamage, EachPartIsAskedForOnceAndReplacedOnTheUsersWord) {
   BreakSegment("heightmap.raw", 3);
   BreakSegment("materialmap.raw", 1);
   const Bytes heights = Stored().at(std::string(kBase) + "heightmap.raw");
-  scripted::script.answers = {PromptAnswer::Ok, PromptAnswer::No};
+  scripted::script.answers = {PromptAnswer::Ok, PromptAnswer::Ok, PromptAnswer::No};
   ASSERT_TRUE(OpenLevel());
   Edit();
-  FillWithMaterial();  // replaces the whole map: no question
+  FillWithMaterial();  // asks itself, and replaces the whole map
   ASSERT_TRUE(SaveLevel());
   EXPECT_EQ(scripted::script.prompts.back().text,
             "Replace the damaged height map on disk by the one in the editor?");

@@ -76,6 +76,7 @@ void LevelTest::MakeLevel(const std::string& name, int materialSize, int worldSi
           "\r\nGeometryTemplate.yScale 0.5\r\nGeometryTemplate.waterLevel 12\r\n"
           "unknown.command stays  as it is\r\n");
   add("Init/SkyAndSun.con", "renderer.fogstart 150\r\n");
+  add("StaticObjects.con", "rem none\r\n");
   add("notes.txt", "not the editor's");
   const auto detail = DdsFile{4, 4, 8, 1, "DXT1", UniformBlocks(1, 0xF800)}.Bytes();
   ASSERT_TRUE(archive.WriteMember(base + "Textures/detail.dds", detail));

@@ -1,5 +1,6 @@
 #include <cstdio>
 
+#include "data/archive_segments.h"
 #include "platform/file.h"
 #include "tools/archive/commands.h"
 #include "tools/archive/member_names.h"
@@ -57,13 +58,13 @@ bool WriteNewFile(const fs::path& path, std::span<const std::uint8_t> bytes) {
 }
 
 bool WriteTarget(Archive& archive, const Target& target, const fs::path& root, int& result) {
-  const auto bytes = archive.ReadMember(target.member);
+  const auto member = archive.ReadMemberWithGaps(target.member);
   const std::uint32_t size = archive.Find(target.member)->size;
-  if (!bytes || bytes->size() != size) {
+  if (!member || !member->IsWhole()) {
     std::fprintf(stderr, "damaged: %s: %zu of %u bytes can be read\n", target.member.c_str(),
-                 bytes ? bytes->size() : 0, size);
+                 member ? ReadableBytes(*member, size) : 0, size);
     result = kDamaged;
-    if (!bytes || bytes->empty()) return true;
+    if (!member || member->data.empty()) return true;
   }
   std::error_code error;
   fs::create_directories(target.path.parent_path(), error);
@@ -71,7 +72,7 @@ bool WriteTarget(Archive& archive, const Target& target, const fs::path& root, i
   if (!LiesIn(target.path.parent_path(), root)) {
     return Refuse(target.path.string() + ": a link leads out of the folder") == kFine;
   }
-  return WriteNewFile(target.path, *bytes);
+  return WriteNewFile(target.path, member->data);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "core/text.h"
+#include "data/archive_segments.h"
 #include "tools/archive/commands.h"
 #include "tools/archive/member_names.h"
 #include "tools/archive/report.h"
@@ -51,8 +52,8 @@ int VerifyMembers(const Arguments& arguments) {
   auto damaged = nlohmann::json::array();
   for (const std::string& name : names) {
     const std::uint32_t size = archive.Find(name)->size;
-    const auto bytes = archive.ReadMember(name);
-    const std::size_t readable = bytes ? bytes->size() : 0;
+    const auto member = archive.ReadMemberWithGaps(name);
+    const std::size_t readable = member ? ReadableBytes(*member, size) : 0;
     if (readable != size) {
       damaged.push_back({{"name", name}, {"size", size}, {"readable", readable}});
     }
