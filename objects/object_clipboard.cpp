@@ -157,7 +157,7 @@ PastedPoints PasteControlPoints(const Vector3& point) {
   PastedPoints points;
   for (const ControlPointCopy& copy : clipboard.controlPoints) {
     if (!HasRoomForEntity(kKind)) break;
-    const std::int32_t id = FreeSpawnGroupId();
+    const std::int32_t id = UnusedSpawnGroupId();
     if (!AddGroups(copy, id)) {
       ShowPrompt("Too many spawn groups.", "Error", PromptButtons::Ok, PromptIcon::Stop);
       break;

@@ -14,6 +14,15 @@ bool IsTaken(std::int32_t id) {
          std::ranges::any_of(points, [id](const auto& point) { return point->group == id; });
 }
 
+bool HasSpawns(std::int32_t id) {
+  const auto hasOsId = [id](const auto& spawn) {
+    return static_cast<const ObjectSpawn&>(*spawn).osId == id;
+  };
+  return std::ranges::any_of(entities.Of(EntityKind::SoldierSpawn).templates,
+                             [id](const auto& from) { return from->group == id; }) ||
+         std::ranges::any_of(entities.Of(EntityKind::ObjectSpawn).instances, hasOsId);
+}
+
 // The control point's modes, without those where another point has its number.
 GameModeMask OwnModesOf(const SpawnInstance& controlPoint, std::int32_t id) {
   GameModeMask modes = controlPoint.modes;
@@ -31,6 +40,13 @@ std::int32_t FreeSpawnGroupId() {
     if (!IsTaken(id)) return id;
   }
   return 1;
+}
+
+std::int32_t UnusedSpawnGroupId() {
+  for (std::int32_t id = 1; id <= kLastGroupId; ++id) {
+    if (!IsTaken(id) && !HasSpawns(id)) return id;
+  }
+  return FreeSpawnGroupId();
 }
 
 bool HasRoomForSpawnGroups(std::size_t count) {

@@ -12,6 +12,9 @@ namespace mw {
 // The smallest number, from 1 to 47, that neither a group nor a control point has; 1 when all are
 // taken.
 std::int32_t FreeSpawnGroupId();
+// The same, but that no spawn has either: those of a deleted control point keep its number, and
+// would belong to the next one that gets it.
+std::int32_t UnusedSpawnGroupId();
 bool HasRoomForSpawnGroups(std::size_t count);
 
 // The groups of this number in these modes, cut down to them.

@@ -340,6 +340,8 @@ TEST_F(EntityPasteTest, ACopiedBaseGetsAPointWithANameAndAGroupOfItsOwn) {
   AddVehicleTemplate();
   ObjectSpawn& vehicle = DropVehicle(100, 90);
   DropControlPoint(500, 505);  // near where it will be pasted
+  DropSoldierSpawn(900, 900);
+  SoldierTemplate(1).group = 3;  // as one of a point that was deleted
   PointTemplate(0).radius = 33;
   PointTemplate(0).team = entities.spawnGroups[0].team = 2;
   point.modes = kModeConquest;
@@ -358,19 +360,19 @@ TEST_F(EntityPasteTest, ACopiedBaseGetsAPointWithANameAndAGroupOfItsOwn) {
   EXPECT_EQ(made.name, "New_Control_Point3");
   EXPECT_EQ(made.radius, 33);
   EXPECT_EQ(made.team, 2);
-  EXPECT_EQ(made.spawnGroupId, 3);
+  EXPECT_EQ(made.spawnGroupId, 4) << "no spawn belongs to it yet";
   EXPECT_EQ(ControlPoints().instances[2]->position, (Vector3{500, 20, 500}));
   ASSERT_EQ(entities.spawnGroups.size(), 3U);
-  EXPECT_EQ(entities.spawnGroups[2].id, 3);
+  EXPECT_EQ(entities.spawnGroups[2].id, 4);
   EXPECT_EQ(entities.spawnGroups[2].team, 2);
   EXPECT_EQ(entities.spawnGroups[2].modes, kModeConquest);
-  EXPECT_EQ(SoldierTemplate(1).group, 3);
-  EXPECT_EQ(SoldierTemplate(1).name, "New_Control_Point3_Spawn1");
-  EXPECT_EQ(SoldierTemplate(1).spawnId, 2);
-  EXPECT_NEAR(SoldierSpawns().instances[1]->position.z, 510, 1e-3);
-  EXPECT_EQ(SoldierSpawns().instances[1]->rotation.x, 90);
+  EXPECT_EQ(SoldierTemplate(2).group, 4);
+  EXPECT_EQ(SoldierTemplate(2).name, "New_Control_Point3_Spawn1");
+  EXPECT_EQ(SoldierTemplate(2).spawnId, 3);
+  EXPECT_NEAR(SoldierSpawns().instances[2]->position.z, 510, 1e-3);
+  EXPECT_EQ(SoldierSpawns().instances[2]->rotation.x, 90);
   EXPECT_EQ(ObjectTemplate(0).name, "New_Object_Spawn1") << "made again";
-  EXPECT_EQ(Vehicle(0).osId, 3);
+  EXPECT_EQ(Vehicle(0).osId, 4);
   EXPECT_EQ(Vehicle(0).team, 2);
 }
 
