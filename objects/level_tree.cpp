@@ -66,10 +66,13 @@ void BuildTree() {
 
 TreeItem InsertItem(TreeItem parent, std::string_view text, TreeItem before) {
   const TreeItem item = ++levelTree.lastItem;
-  const auto above = levelTree.items.find(parent);
-  if (above != levelTree.items.end()) ++above->second.children;
+  if (const auto above = levelTree.items.find(parent); above != levelTree.items.end()) {
+    std::vector<TreeItem>& children = above->second.children;
+    children.insert(std::ranges::find(children, before), item);
+  }
   LevelTree::Item& record = levelTree.items[item];
-  record = {.parent = parent, .text = std::string(text)};
+  record.parent = parent;
+  record.text = text;
   TakeNumber(record);
   levelTree.view.insert(item, parent, before, NumberedTextOf(record));
   return item;
@@ -87,11 +90,9 @@ void SetItemText(TreeItem item, std::string_view text) {
 void DeleteItem(TreeItem item) {
   const auto found = levelTree.items.find(item);
   if (found == levelTree.items.end()) return;
-  if (found->second.children > 0) {
-    for (const TreeItem child : ChildrenOf(item)) DeleteItem(child);
-  }
+  for (const TreeItem child : ChildrenOf(item)) DeleteItem(child);
   const auto above = levelTree.items.find(found->second.parent);
-  if (above != levelTree.items.end()) --above->second.children;
+  if (above != levelTree.items.end()) std::erase(above->second.children, item);
   levelTree.view.remove(item);
   GiveNumberBack(found->second);
   levelTree.items.erase(item);
@@ -126,12 +127,8 @@ std::string NumberedText(TreeItem item) {
 }
 
 std::vector<TreeItem> ChildrenOf(TreeItem parent) {
-  std::vector<TreeItem> children;
-  for (const auto& [item, record] : levelTree.items) {
-    if (record.parent == parent) children.push_back(item);
-  }
-  std::sort(children.begin(), children.end());
-  return children;
+  const auto found = levelTree.items.find(parent);
+  return found == levelTree.items.end() ? std::vector<TreeItem>() : found->second.children;
 }
 
 }  // namespace mw

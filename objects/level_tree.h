@@ -49,7 +49,7 @@ struct LevelTree {
   };
   struct Item {
     TreeItem parent = 0;
-    int children = 0;
+    std::vector<TreeItem> children;
     std::string text;
     int number = 1;  // among the items with this text under this parent
   };
@@ -90,7 +90,7 @@ TreeItem ParentOf(TreeItem item);
 std::string ItemText(TreeItem item);
 // The same with the number that it is shown with.
 std::string NumberedText(TreeItem item);
-// In the order in which they were inserted. Looks at all items.
+// In their places; none of an item that is not there.
 std::vector<TreeItem> ChildrenOf(TreeItem parent);
 
 }  // namespace mw

@@ -84,10 +84,10 @@ void NameHovered() {
   const std::string name = NameOfHovered();
   if (name.empty()) {
     if (objectStore.namedIsHovered) ForgetNamed();
-  } else if (name != objectStore.named) {
-    NameInStatusBar(name);
-    objectStore.namedIsHovered = true;
+    return;
   }
+  if (name != objectStore.named) NameInStatusBar(name);
+  objectStore.namedIsHovered = true;
 }
 
 void NameInStatusBar(const std::string& text) {

@@ -239,6 +239,7 @@ void UpdateToolButtons(bool anySelected) {
   objectStore.toolsEnabled = anySelected;
   objectStore.tool = ObjectTool::Select;
   ShowSelectionInTree();
+  if (!anySelected && !objectStore.namedIsHovered) ForgetNamed();
   objectWindows.refreshToolbar();
 }
 

@@ -129,6 +129,9 @@ TEST_F(LevelTreeActionsTest, ChoosingAnEntityGoesToTheObjectMapperAndNamesIt) {
   EXPECT_EQ(texts.back(), StatusTextOf(*point));
   LevelTreeItemSelected(oak);
   EXPECT_EQ(texts.back(), "Static Object: oak");
+  LevelTreeItemsSelected({});
+  EXPECT_EQ(texts.back(), "") << "nothing is selected";
+  LevelTreeItemSelected(oak);
   DeleteLevelTreeItem(oak);
   EXPECT_EQ(texts.back(), "") << "it is there no more";
 }

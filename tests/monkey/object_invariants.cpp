@@ -164,7 +164,7 @@ void CheckTreeWidget(Broken& broken) {
            broken);
     Expect(ParentOf(item) == idOf((*at)->parent()), "the panel shows in another place: " + text,
            broken);
-    Expect((*at)->childCount() == levelTree.items[item].children,
+    Expect((*at)->childCount() == static_cast<int>(ChildrenOf(item).size()),
            "another number of children: " + text, broken);
   }
   Expect(count == levelTree.items.size(), "the panel does not show all items", broken);

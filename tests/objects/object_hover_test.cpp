@@ -7,6 +7,7 @@
 #include "objects/object_mapper.h"
 #include "objects/object_picture_test.h"
 #include "platform/scripted/script.h"
+#include "terrain/world_point.h"
 
 namespace mw {
 namespace {
@@ -129,10 +130,10 @@ TEST_F(ObjectHoverTest, ABodyIsMovedOverTheGroundBehindItAndComesNoNearer) {
     places.push_back(box.position);
     Draw(above);
   }
-  const Pixel shown =
-      PixelAt(box.ViewPosition().x - kMiddle, box.position.y - 50, box.ViewPosition().z - kMiddle);
-  EXPECT_NEAR(shown.column, from.column + 60, 3);
-  EXPECT_NEAR(shown.row, from.row + 20, 3);
+  const auto ground = GroundUnderCursor(from.column + 60, from.row + 20);
+  ASSERT_TRUE(ground);
+  EXPECT_NEAR(box.ViewPosition().x, ground->x, 0.01);
+  EXPECT_NEAR(box.ViewPosition().z, ground->z, 0.01);
   EXPECT_EQ(places[1], places[0]);
   EXPECT_EQ(places[2], places[0]);
 }

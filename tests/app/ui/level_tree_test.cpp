@@ -157,6 +157,7 @@ TEST_F(LevelTreeTest, RowsStayUnfoldedAndInTheirOrderOverAFilterChange) {
     made->name = "tank" + std::to_string(tables.templates.size());
     made->modes = modes;
     tables.templates.push_back(std::move(made));
+    tables.templates.back()->UpdateTreeItem(EntityKind::ObjectSpawn);
     tables.instances.push_back(
         tables.templates.back()->CreateInstance(static_cast<int>(tables.templates.size()) - 1));
   }
