@@ -275,6 +275,8 @@ void EmptyEditor(const ModSnapshot& before) {
   operations.clearAllObjects();
   operations.buildTree();
   InitGrid();
+  PlaceCameraAtSavedPosition();  // above the flat ground
+  LookAlongLevel();
   miniMapPicture = MiniMapPicture{};
   hooks.invalidateMiniMap();
   if (materialMapper) {

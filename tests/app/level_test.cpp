@@ -191,6 +191,7 @@ TEST_F(LevelTest, OpeningThatFailsLaterLeavesAnEmptyEditorAndTheArchiveUntouched
   EXPECT_EQ(modConfig.LevelName, "");
   EXPECT_EQ(modConfig.MaterialSize, 512) << "the mod's";
   EXPECT_FLOAT_EQ(terrain->grid[10][10].h, kFlatHeight);
+  EXPECT_GT(camera.position.y, kFlatHeight * modConfig.HeightScale);
   EXPECT_EQ(materialMapper->grid[10][10], 0u);
   EXPECT_EQ(miniMapPicture.grey, MiniMapPicture{}.grey);
   SetEditMode(EditMode::TerrainMapper);
