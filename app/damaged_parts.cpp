@@ -79,7 +79,7 @@ std::string KeptPartsText() {
   });
   std::string text = names.empty() ? names : ". Kept on disk as it was: " + names;
   for (const std::string& command : SettingsNotSaved()) {
-    text += ". The level's scripts have no place for " + command;
+    text += ". Not saved, as no script has a place for it: " + command;
   }
   return text;
 }

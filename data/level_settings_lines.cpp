@@ -99,11 +99,13 @@ class ScriptSurvey {
   bool inComment_ = false, inTemplate_ = false;
 };
 
+bool IsKept(const SettingsPlaces::Script& script) { return script.exists && !script.isWritten; }
+
 // The place for a new line of the command, or nothing.
 std::optional<std::size_t> PlaceFor(const SettingsPlaces& places, std::string_view command) {
   const Home home = HomeOf(command);
   const SettingsPlaces::Script& script = places[home.script];
-  if (!script.isWritten) return std::nullopt;
+  if (!script.exists) return std::nullopt;
   return home.inTemplate ? script.endOfTemplate : std::optional(script.lineCount);
 }
 
@@ -111,13 +113,14 @@ class LineCollector {
  public:
   explicit LineCollector(const SettingsPlaces& places) : places_(places) {}
 
-  // Adds the line unless the command has one, or there is no place for it.
+  // Adds the line unless the command has one, or there is no place for it. A damaged script may
+  // hold any line, so beside one nothing is added.
   void Add(const std::string& key, std::string_view command, const std::string& arguments) {
-    if (places_.present.contains(key)) return;
+    if (places_.present.contains(key) || std::ranges::any_of(places_.scripts, IsKept)) return;
     if (const std::optional<std::size_t> place = PlaceFor(places_, command)) {
       auto& lines = missing_.added[static_cast<std::size_t>(HomeOf(command).script)];
       lines.push_back({*place, std::string(command) + " " + arguments});
-    } else if (!WhyNotKept(places_, command).empty()) {
+    } else {
       missing_.withoutPlace.emplace_back(command);
     }
   }
@@ -207,7 +210,7 @@ std::string WhyNotKept(const SettingsPlaces& places, std::string_view command) {
   const std::string file(FileOf(home.script));
   if (places.present.contains(LowerCase(command))) return {};
   if (!script.exists) return "The level has no script " + file + ", which would keep this value.";
-  if (!script.isWritten || !home.inTemplate || script.endOfTemplate) return {};
+  if (IsKept(script) || !home.inTemplate || script.endOfTemplate) return {};
   return "The level's script " + file + " creates no " + std::string(TemplateKind(home.script)) +
          " template that this value could be added to.";
 }
