@@ -84,7 +84,7 @@ std::string KeptPartsText() {
     text.append(text.empty() ? ". Not saved: " : ", ").append(name);
   });
   for (const std::string& command : SettingsNotSaved()) {
-    text += ". The level's scripts have no place for " + command;
+    text += ". Not saved, as no script has a place for it: " + command;
   }
   return text;
 }

@@ -35,6 +35,7 @@ class NewLevelTest : public LevelTest {
     ResetObjectStore();
     levelTextures = LevelTextures{};
     ConnectObjectOperations();
+    for (const char* level : {"Island", "Valley"}) AddObjectsScript(level);
     std::ofstream("varnhold.cfg", std::ios::app)
         << "Team=Axis/German/GermanSoldier\nTeam=Allies/US/USSoldier\n";
     shell.selectMod = [](bool) { return true; };
@@ -48,6 +49,12 @@ class NewLevelTest : public LevelTest {
     ResetObjectStore();
   }
 
+  void AddObjectsScript(const std::string& level) const {
+    Archive archive;
+    ASSERT_TRUE(archive.Open(ArchivePath(level), true));
+    ASSERT_TRUE(archive.WriteMember("varnhold/levels/" + level + "/StaticObjects.con", {}));
+    ASSERT_TRUE(archive.Close());
+  }
   // What the dialog would answer.
   std::optional<NewLevelChoices> Choose() const {
     if (cancelled) return std::nullopt;

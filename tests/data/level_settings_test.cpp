@@ -280,6 +280,12 @@ TEST_F(LevelSettingsTest, WhatTheUserChangedGetsALineWhereItBelongs) {
   Put("init/terrain.con", "rem no template\r\n");
   WriteLevelSettings();
   EXPECT_EQ(SettingsNotSaved(), std::vector<std::string>{"GeometryTemplate.waterLevel"});
+
+  Damage("init/skyandsun.con");
+  ASSERT_TRUE(level->Reopen());
+  modConfig.WaterAlphaDepth = 7;
+  WriteLevelSettings();
+  EXPECT_EQ(Get("init.con"), before) << "the line may stand in what cannot be read";
 }
 
 TEST_F(LevelSettingsTest, LinesOfOtherTeamsAndKitsAreKept) {
