@@ -112,8 +112,6 @@ void MiniMapWindow::mouseMoveEvent(QMouseEvent* event) {
   }
 }
 
-void MiniMapWindow::moveEvent(QMoveEvent*) { ShowPlace(); }
-
 void MiniMapWindow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) ShowLook();
   QWidget::changeEvent(event);
@@ -137,6 +135,7 @@ void MiniMapWindow::MoveInView(const QPoint& topLeft) {
   const QSize room = parentWidget()->size() - size();
   move(std::clamp(topLeft.x(), 0, std::max(room.width(), 0)),
        std::clamp(topLeft.y(), 0, std::max(room.height(), 0)));
+  ShowPlace();
 }
 
 }  // namespace mw

@@ -17,8 +17,8 @@ namespace {
 
 constexpr const char* kMediumLevel = "Stone_Ridge";
 constexpr double kGoal = 1.05;
-constexpr int kRounds = 7, kRoundTime = 2000;  // milliseconds
-constexpr int kSettleTime = 200;               // milliseconds
+constexpr int kRounds = 15, kRoundTime = 1000;  // milliseconds
+constexpr int kSettleTime = 200;                // milliseconds
 
 using help::Target;
 
