@@ -187,10 +187,10 @@ TEST_F(LevelDamage, EachPartIsAskedForOnceAndReplacedOnTheUsersWord) {
   BreakSegment("heightmap.raw", 3);
   BreakSegment("materialmap.raw", 1);
   const Bytes heights = Stored().at(std::string(kBase) + "heightmap.raw");
-  scripted::script.answers = {PromptAnswer::Ok, PromptAnswer::No};
+  scripted::script.answers = {PromptAnswer::Ok, PromptAnswer::Ok, PromptAnswer::No};
   ASSERT_TRUE(OpenLevel());
   Edit();
-  FillWithMaterial();  // replaces the whole map: no question
+  FillWithMaterial();  // asks before it replaces the whole map: no question at the save
   ASSERT_TRUE(SaveLevel());
   EXPECT_EQ(scripted::script.prompts.back().text,
             "Replace the damaged height map on disk by the one in the editor?");
