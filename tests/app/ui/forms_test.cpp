@@ -77,7 +77,9 @@ const Form kForms[] = {
 std::vector<QWidget*> Controls(const QDialog& dialog) {
   std::vector<QWidget*> controls;
   for (auto* widget : dialog.findChildren<QWidget*>()) {
-    const bool isPart = qobject_cast<QComboBox*>(widget->parentWidget());
+    // Of an editable list: its field, or the list that opens.
+    const bool isPart =
+        qobject_cast<QComboBox*>(widget->parentWidget()) || widget->window() != &dialog;
     if ((widget->focusPolicy() & Qt::TabFocus) && !isPart) controls.push_back(widget);
   }
   return controls;
