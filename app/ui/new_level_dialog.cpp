@@ -4,6 +4,7 @@
 
 #include "app/ui/qt_text.h"
 #include "data/mod_config.h"
+#include "data/ui/radio_focus.h"
 #include "platform/prompts.h"
 #include "ui_154_new_level.h"
 
@@ -32,6 +33,7 @@ NewLevelDialog::NewLevelDialog(QWidget* parent) : QDialog(parent) {
   form_.setupUi(this);
   ConnectControls();
   ShowFirstValues();
+  LetTabGoToCheckedRadios(*this);
 }
 
 void NewLevelDialog::ConnectControls() {

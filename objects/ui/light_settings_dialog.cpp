@@ -74,6 +74,7 @@ bool LightSettingsDialog(QWidget* owner) {
   QObject::connect(ui.skyCombo, &QComboBox::currentIndexChanged, &dialog, [&ui](int entry) {
     ShowSky(ui, entry < AvailableSkies() ? SkyAt(entry).settings : modConfig.currentSky);
   });
+  ui.globalAmbientSwatch->setFocus();  // a button, which would have to yield to the default one
   if (dialog.exec() != QDialog::Accepted) return false;
   StoreSettings(ui);
   return true;

@@ -7,6 +7,7 @@
 
 #include "core/readable_text.h"
 #include "core/text.h"
+#include "data/ui/radio_focus.h"
 #include "objects/object_browser.h"
 #include "objects/object_store.h"
 #include "platform/prompts.h"
@@ -54,6 +55,7 @@ class BrowserDialog : public QDialog {
     categories->addButton(form_.propsRadio, static_cast<int>(BrowserCategory::Props));
     categories->addButton(form_.vegetationRadio, static_cast<int>(BrowserCategory::Vegetation));
     categories->button(static_cast<int>(browserFilter.category))->setChecked(true);
+    LetTabGoToCheckedRadios(*this);
     connect(categories, &QButtonGroup::idClicked, this, [this](int category) {
       browserFilter.category = static_cast<BrowserCategory>(category);
       FillList();

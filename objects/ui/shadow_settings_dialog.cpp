@@ -29,6 +29,7 @@ bool ShadowSettingsDialog(QWidget* owner) {
   Ui::ShadowSettings ui;
   ui.setupUi(&dialog);
   ShowSettings(ui);
+  ui.ambientSwatch->setFocus();  // a button, which would have to yield to the default one
   if (dialog.exec() != QDialog::Accepted) return false;
   StoreSettings(ui);
   return true;

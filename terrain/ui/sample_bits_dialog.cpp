@@ -2,6 +2,7 @@
 
 #include <QDialog>
 
+#include "data/ui/radio_focus.h"
 #include "ui_180_sample_bits.h"
 
 namespace mw {
@@ -11,8 +12,8 @@ std::optional<SampleBits> SampleBitsDialog(QWidget* owner, const char* title) {
   Ui::SampleBitsForm form;
   form.setupUi(&dialog);
   dialog.setWindowTitle(QString::fromUtf8(title));
-  // Once all three are there: only then do the others leave the order of Tab.
   form.eightBitsRadio->setChecked(true);
+  LetTabGoToCheckedRadios(dialog);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   if (form.sixteenBitsRadio->isChecked()) return SampleBits::Sixteen;
   if (form.twentyFourBitsRadio->isChecked()) return SampleBits::TwentyFour;

@@ -190,7 +190,7 @@ TEST_F(LevelDamage, EachPartIsAskedForOnceAndReplacedOnTheUsersWord) {
   scripted::script.answers = {PromptAnswer::Ok, PromptAnswer::Ok, PromptAnswer::No};
   ASSERT_TRUE(OpenLevel());
   Edit();
-  FillWithMaterial();  // asks itself, and replaces the whole map
+  FillWithMaterial();  // asks before it replaces the whole map: no question at the save
   ASSERT_TRUE(SaveLevel());
   EXPECT_EQ(scripted::script.prompts.back().text,
             "Replace the damaged height map on disk by the one in the editor?");

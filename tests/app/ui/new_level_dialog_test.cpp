@@ -52,6 +52,9 @@ TEST_F(NewLevelDialogTest, OpensWithItsFirstValues) {
     EXPECT_EQ(dialog.Widget<QLineEdit>("nameEdit").text(), "Island");
     EXPECT_EQ(dialog.Widget<QLabel>("heightScaleValue").text(), "0.6");
     EXPECT_FALSE(dialog.Widget<QRadioButton>("largeButton").isEnabled());
+    dialog.Widget<QLineEdit>("nameEdit").setFocus();
+    QTest::keyClick(&dialog.window, Qt::Key_Tab);
+    EXPECT_EQ(dialog.window.focusWidget(), &dialog.Widget<QRadioButton>("mediumButton"));
     EXPECT_FALSE(dialog.Widget<QCheckBox>("singlePlayerCheck").isEnabled());
     EXPECT_EQ(dialog.Widget<QComboBox>("theatreCombo").count(), 2);
     Type(dialog, "My Level!");

@@ -67,6 +67,16 @@ TEST_F(EnvironmentDialogsTest, ColoursAreShownAndStoredAsBytes) {
   EXPECT_EQ(modConfig.FogColor[2], 0);
 }
 
+TEST_F(EnvironmentDialogsTest, TheFirstFieldHasTheFocusThoughItIsAButton) {
+  const std::pair<Dialog*, const char*> cases[] = {{LightSettingsDialog, "globalAmbientSwatch"},
+                                                   {ShadowSettingsDialog, "ambientSwatch"}};
+  for (const auto& [run, first] : cases) {
+    RunAndPressOk(*run, [first = first](const OpenDialog& dialog) {
+      EXPECT_EQ(dialog.window.focusWidget(), &Swatch(dialog, first));
+    });
+  }
+}
+
 TEST_F(EnvironmentDialogsTest, AStoredColourStaysTheSameWhenItIsStoredAgain) {
   for (int byte = 0; byte < 256; ++byte) {
     const ColourBytes colour{static_cast<std::uint8_t>(byte), 0, 255};

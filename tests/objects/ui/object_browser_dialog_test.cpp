@@ -98,6 +98,7 @@ TEST_F(ObjectBrowserDialogTest, CategoryAndFilterNarrowTheListAndAreThereTheNext
   }));
   Run([](const OpenBrowser& browser) {
     EXPECT_TRUE(browser.Widget<QRadioButton>("vegetationRadio").isChecked());
+    EXPECT_FALSE(browser.Widget<QRadioButton>("allRadio").focusPolicy() & Qt::TabFocus);
     EXPECT_EQ(browser.Widget<QLineEdit>("filterEdit").text(), "Oak");
     EXPECT_TRUE(browser.Listed().isEmpty());
   });

@@ -45,7 +45,7 @@ TEST(RandomTerrainDialogTest, StartsAtTheDefaultsEachTime) {
   for (int time = 0; time < 2; ++time) {
     WhenOpen([](QDialog& dialog) {
       EXPECT_EQ(dialog.windowTitle(), "Random Terrain Generation");
-      QSlider &smoothness = Slider(dialog, "Smoothness"), &height = Slider(dialog, "Height");
+      QSlider &smoothness = Slider(dialog, "&Smoothness"), &height = Slider(dialog, "&Height");
       EXPECT_EQ(smoothness.value(), 6);
       EXPECT_EQ(smoothness.minimum(), 1);
       EXPECT_EQ(smoothness.maximum(), 7);
@@ -64,8 +64,8 @@ TEST(RandomTerrainDialogTest, StartsAtTheDefaultsEachTime) {
 TEST(RandomTerrainDialogTest, TheSlidersDecideAndShowTheirValue) {
   WhenOpen([](QDialog& dialog) {
     EXPECT_EQ(dialog.findChild<QLabel*>("heightValue")->text(), "10");
-    QTest::keyClick(&Slider(dialog, "Smoothness"), Qt::Key_Left);
-    QTest::keyClick(&Slider(dialog, "Height"), Qt::Key_End);
+    QTest::keyClick(&Slider(dialog, "&Smoothness"), Qt::Key_Left);
+    QTest::keyClick(&Slider(dialog, "&Height"), Qt::Key_End);
     EXPECT_EQ(dialog.findChild<QLabel*>("smoothnessValue")->text(), "5");
     EXPECT_EQ(dialog.findChild<QLabel*>("heightValue")->text(), "25");
     Press(dialog, "okButton");
@@ -82,7 +82,8 @@ TEST(SampleBitsDialogTest, EachButtonIsADepthAndEightBitsIsChosenFirst) {
     WhenOpen([text](QDialog& dialog) {
       EXPECT_EQ(dialog.windowTitle(), "Select Import Bits");
       for (QRadioButton* radio : dialog.findChildren<QRadioButton*>()) {
-        EXPECT_EQ(radio->isChecked(), radio->text() == "8 Bits");
+        EXPECT_EQ(radio->isChecked(), radio->text() == "&8 Bits");
+        EXPECT_EQ((radio->focusPolicy() & Qt::TabFocus) != 0, radio->isChecked());
         if (radio->text() == text) radio->setFocus(), QTest::keyClick(radio, Qt::Key_Space);
       }
       Press(dialog, "okButton");
@@ -90,8 +91,8 @@ TEST(SampleBitsDialogTest, EachButtonIsADepthAndEightBitsIsChosenFirst) {
     return SampleBitsDialog(nullptr, "Select Import Bits");
   };
   EXPECT_EQ(choose(""), SampleBits::Eight);
-  EXPECT_EQ(choose("16 Bits (unsigned)"), SampleBits::Sixteen);
-  EXPECT_EQ(choose("24 Bits (greyscale)"), SampleBits::TwentyFour);
+  EXPECT_EQ(choose("&16 Bits (unsigned)"), SampleBits::Sixteen);
+  EXPECT_EQ(choose("&24 Bits (greyscale)"), SampleBits::TwentyFour);
 }
 
 TEST(SampleBitsDialogTest, EscapeAndCancelChooseNothing) {
