@@ -99,7 +99,6 @@ class LevelDamage : public LevelTest {
   static void Edit() {
     SetHeight(20, 20, 77);
     SetMaterial(9, 20, 20);
-    modConfig.fogStart = 33;
     editor.levelModified = true;
   }
   // By what each member holds stored, so that a damaged one counts byte for byte too.
