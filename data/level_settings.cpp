@@ -14,6 +14,7 @@
 #include "data/level_settings_lines.h"
 #include "data/level_size.h"
 #include "data/load_report.h"
+#include "data/mod_config.h"
 #include "data/script.h"
 
 namespace mw {
@@ -87,7 +88,9 @@ void ReadLevelSettings() {
     const bool whole = ReadSettingsScript(script, context, sizeLines);
     if (script == SettingsScript::Terrain) terrainScriptIsWhole = whole;
   });
+  const ModConfig asRead = modConfig;
   CheckTerrainSize(sizeLines, terrainScriptIsWhole);
+  AdoptSettingsDefaults(asRead);  // nobody has edited what was taken from the height map
 }
 
 const std::vector<std::string>& SettingsNotSaved() { return notSaved; }

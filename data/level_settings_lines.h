@@ -60,7 +60,7 @@ struct SettingsDefaults {
 extern SettingsDefaults settingsDefaults;
 // Before the scripts of a level are read.
 void RememberSettingsDefaults();
-// What differs from `before` was changed by another mod, and not by the user.
+// What differs from `before` was changed by another mod or a guess, and not by the user.
 void AdoptSettingsDefaults(const ModConfig& before);
 
 struct MissingLines {

@@ -13,6 +13,7 @@
 #include "objects/object_mapper.h"
 #include "objects/object_selection.h"
 #include "objects/object_store.h"
+#include "objects/property_choices.h"
 #include "objects/spawn_groups.h"
 #include "platform/prompts.h"
 
@@ -236,6 +237,10 @@ bool DropTemplateAt(int templateIndex) {
 void AddObjectSpawnTemplate() {
   if (!HasRoomForTemplate(EntityKind::ObjectSpawn)) return;
   auto made = NewObjectSpawnTemplate();
+  // What the sheet shows first is what OK means for a vehicle that nobody chose.
+  if (const auto vehicles = VehicleNames(); !vehicles.empty()) {
+    made->team1Object = made->team2Object = vehicles.front();
+  }
   if (!made->Edit(EntityKind::ObjectSpawn)) return;
   editor.levelModified = true;
   entities.Of(EntityKind::ObjectSpawn).templates.push_back(std::move(made));
