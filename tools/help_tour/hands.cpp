@@ -15,22 +15,36 @@ enum class Pointer { Move, Press, Release, Click, DoubleClick };
 constexpr int kFrameTime = 40, kFramePatience = 1000;  // milliseconds
 constexpr int kStepsOfDrag = 12;
 
-void SendPointer(Pointer kind, const Target& target) {
+// Of the keys that are down; the desktop tells them with each event of the mouse.
+Qt::KeyboardModifiers heldModifiers;
+
+Qt::KeyboardModifier ModifierOf(int key) {
+  switch (key) {
+    case Qt::Key_Control:
+      return Qt::ControlModifier;
+    case Qt::Key_Shift:
+      return Qt::ShiftModifier;
+    default:
+      return Qt::NoModifier;
+  }
+}
+
+void SendPointer(Pointer kind, const Target& target, Qt::KeyboardModifiers modifiers) {
   if (!target.widget) return;
   QWidget* const top = target.widget->window();
   QWindow* const window = top->windowHandle();
   const QPoint place = target.widget->mapTo(top, target.place);
   switch (kind) {
     case Pointer::Move:
-      return QTest::mouseMove(window, place);
+      return QTest::mouseEvent(QTest::MouseMove, window, Qt::NoButton, modifiers, place);
     case Pointer::Press:
-      return QTest::mousePress(window, Qt::LeftButton, {}, place);
+      return QTest::mousePress(window, Qt::LeftButton, modifiers, place);
     case Pointer::Release:
-      return QTest::mouseRelease(window, Qt::LeftButton, {}, place);
+      return QTest::mouseRelease(window, Qt::LeftButton, modifiers, place);
     case Pointer::Click:
-      return QTest::mouseClick(window, Qt::LeftButton, {}, place);
+      return QTest::mouseClick(window, Qt::LeftButton, modifiers, place);
     case Pointer::DoubleClick:
-      return QTest::mouseDClick(window, Qt::LeftButton, {}, place);
+      return QTest::mouseDClick(window, Qt::LeftButton, modifiers, place);
   }
 }
 
@@ -41,7 +55,7 @@ QWindow* KeyWindow() {
 }
 
 void Point(Pointer kind, const Target& target) {
-  Send([=] { SendPointer(kind, target); });
+  Send([=, modifiers = heldModifiers] { SendPointer(kind, target, modifiers); });
 }
 
 Target Between(const Target& from, const Target& to, int step) {
@@ -87,10 +101,12 @@ void Drag(const QList<Target>& places, int milliseconds) {
 }
 
 void PressKey(int key) {
+  heldModifiers |= ModifierOf(key);
   Send([key] { QTest::keyPress(KeyWindow(), static_cast<Qt::Key>(key)); });
 }
 
 void ReleaseKey(int key) {
+  heldModifiers &= ~Qt::KeyboardModifiers(ModifierOf(key));
   Send([key] { QTest::keyRelease(KeyWindow(), static_cast<Qt::Key>(key)); });
 }
 
