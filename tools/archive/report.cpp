@@ -22,8 +22,10 @@ int Refuse(const std::string& reason) {
 }
 
 bool OpenOrSay(Archive& archive, const std::string& path, bool writable) {
-  if (archive.Open(path, writable)) return true;
-  Refuse(path + ": " + archive.Error());
+  const bool open = archive.Open(path, writable);
+  // A file that may not be written, or that an editor has open, is open for looking only.
+  if (open && (!writable || archive.Writable())) return true;
+  Refuse(path + ": " + (open ? archive.WriteProtection() : archive.Error()));
   return false;
 }
 
