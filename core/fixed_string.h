@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <concepts>
 #include <cstddef>
 #include <cstring>
 #include <string>
@@ -41,7 +42,15 @@ class FixedString {
   std::size_t size() const { return std::strlen(bytes_.data()); }
   void clear() { bytes_[0] = '\0'; }
 
-  friend bool operator==(const FixedString& a, std::string_view b) { return a.View() == b; }
+  friend bool operator==(const FixedString& a, const FixedString& b) {
+    return a.View() == b.View();
+  }
+  template <typename Text>
+  requires(!std::same_as<Text, FixedString> &&
+           std::convertible_to<const Text&, std::string_view>) friend bool
+  operator==(const FixedString& a, const Text& b) {
+    return a.View() == std::string_view(b);
+  }
 
  private:
   std::array<char, N> bytes_{};

@@ -116,7 +116,9 @@ TEST_F(ArchiveFormat, RemovingKeepsTheBytesUntilTheArchiveIsClosed) {
   RawArchive raw = Raw();
   EXPECT_EQ(raw.entries.size(), 2u);
   EXPECT_EQ(raw.Content("Keep/x"), TextBytes("Keep/x"));
-  EXPECT_NE(std::ranges::search(raw.file, TextBytes("MENU/b")).begin(), raw.file.end());
+  const auto name = TextBytes("MENU/b");
+  EXPECT_NE(std::search(raw.file.begin(), raw.file.end(), name.begin(), name.end()),
+            raw.file.end());
 
   EXPECT_TRUE(archive.RemoveMember("keep/X"));
   EXPECT_TRUE(archive.RemoveMember("menu2"));

@@ -379,12 +379,15 @@ TEST_F(PickingTest, ARectangleFromAboveTogglesTheVerticesThatAreShownInIt) {
   terrain->tool = TerrainTool::PointManipulation;
   editor.cameraMode = CameraMode::TopDown;
   const SceneCamera overCorner{6, 255, 8, -90, 180};
-  const struct {
+  struct Case {
     SceneCamera from;
     int x0, y0, x1, y1, least;
-  } cases[] = {{kTopDown, 150, 90, 250, 190, 100},
-               {overCorner, 0, 0, kWidth - 1, kHeight - 1, 500}};
-  for (const auto& [from, x0, y0, x1, y1, least] : cases) {
+  };
+  const Case cases[] = {{kTopDown, 150, 90, 250, 190, 100},
+                        {overCorner, 0, 0, kWidth - 1, kHeight - 1, 500}};
+  for (const Case& box : cases) {
+    const int x0 = box.x0, y0 = box.y0, x1 = box.x1, y1 = box.y1;
+    const SceneCamera& from = box.from;
     Frame(from);
     const auto isInside = [&](int i, int j) {
       const TerrainVertex& vertex = terrain->grid[i][j];
@@ -399,7 +402,7 @@ TEST_F(PickingTest, ARectangleFromAboveTogglesTheVerticesThatAreShownInIt) {
       for (int j = 0; j <= 512; ++j) wrong += terrain->grid[i][j].selected != isInside(i, j);
     }
     EXPECT_EQ(wrong, 0);
-    EXPECT_GT(CountSelected(), least);
+    EXPECT_GT(CountSelected(), box.least);
     EXPECT_GT(CountColour(Frame(from), 255, 0, 0), 5u * static_cast<unsigned>(CountSelected()))
         << "every selected point can be seen";
     SelectRectangle(x0, y0, x1, y1);

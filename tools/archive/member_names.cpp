@@ -43,7 +43,8 @@ std::vector<std::string> MatchingMembers(const Archive& archive,
                                          const std::vector<std::string>& patterns) {
   std::vector<std::string> names;
   for (const auto& [name, entry] : archive.Entries()) {
-    if (patterns.empty() || std::ranges::any_of(patterns, [&](const std::string& pattern) {
+    if (patterns.empty() ||
+        std::ranges::any_of(patterns, [&name = name](const std::string& pattern) {
           return MatchesPattern(name, pattern);
         })) {
       names.emplace_back(name);

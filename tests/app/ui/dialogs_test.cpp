@@ -15,7 +15,7 @@ namespace {
 using WelcomeTest = WindowTest;
 
 TEST_F(WelcomeTest, EachButtonMakesItsChoice) {
-  const auto answer = [this](const char* button) {
+  const auto answer = [](const char* button) {
     WhenOpen<WelcomeDialog>([button](WelcomeDialog& dialog) {
       QTest::mouseClick(dialog.findChild<QPushButton*>(button), Qt::LeftButton);
     });
