@@ -1,0 +1,67 @@
+#include "support/golden.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <optional>
+
+namespace mw {
+namespace {
+
+std::filesystem::path PathOf(const std::string& name) {
+  return std::filesystem::path(MAPWRIGHT_GOLDEN) / name;
+}
+
+// What the file holds; nothing when the test has written it instead, or when there is none, which
+// fails.
+std::optional<std::string> ReadOrRenew(const std::string& name, std::string_view actual) {
+  if (std::getenv("MAPWRIGHT_RENEW_GOLDEN")) {
+    std::filesystem::create_directories(PathOf(name).parent_path());
+    std::ofstream(PathOf(name), std::ios::binary) << actual;
+    return std::nullopt;
+  }
+  std::ifstream file(PathOf(name), std::ios::binary);
+  if (!file) {
+    ADD_FAILURE() << "tests/golden/" << name << " is missing";
+    return std::nullopt;
+  }
+  return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+std::size_t FirstDifference(std::string_view a, std::string_view b) {
+  return static_cast<std::size_t>(std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first -
+                                  a.begin());
+}
+
+std::string LineAt(std::string_view text, std::size_t offset) {
+  const std::size_t begin = text.rfind('\n', offset == 0 ? 0 : offset - 1);
+  text.remove_prefix(begin == std::string_view::npos || offset == 0 ? 0 : begin + 1);
+  return std::string(text.substr(0, text.find('\n')));
+}
+
+}  // namespace
+
+void ExpectGolden(const std::string& name, std::string_view text) {
+  const auto expected = ReadOrRenew(name, text);
+  if (!expected || *expected == text) return;
+  const std::size_t at = FirstDifference(*expected, text);
+  ADD_FAILURE() << "tests/golden/" << name << ":"
+                << 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at),
+                                  '\n')
+                << "\n  expected: " << LineAt(*expected, at)
+                << "\n  actual:   " << LineAt(text, at);
+}
+
+void ExpectGolden(const std::string& name, std::span<const std::uint8_t> bytes) {
+  const std::string_view actual(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  const auto expected = ReadOrRenew(name, actual);
+  if (!expected || *expected == actual) return;
+  ADD_FAILURE() << "tests/golden/" << name << " holds " << expected->size() << " bytes, not these "
+                << bytes.size() << "; the first difference is at "
+                << FirstDifference(*expected, actual);
+}
+
+}  // namespace mw

@@ -1,0 +1,19 @@
+// Expected texts, scripts, skeletons and pictures that stand as files under tests/golden/. With
+// MAPWRIGHT_RENEW_GOLDEN=1 in the environment the tests write them instead of comparing; whoever
+// does so reads the difference before keeping it.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace mw {
+
+// Fails the test, naming the first line that differs, unless tests/golden/<name> holds `text`. Line
+// ends are compared as they are.
+void ExpectGolden(const std::string& name, std::string_view text);
+// The same for bytes, naming the first offset that differs.
+void ExpectGolden(const std::string& name, std::span<const std::uint8_t> bytes);
+
+}  // namespace mw
