@@ -4,18 +4,22 @@
   tools/mutants.py [--count 200] [--seed 1]     draws the places and tries those not tried yet
   tools/mutants.py --again FILE                 tries the places of such a list on today's tree
   tools/mutants.py --report [FILE]              what is known so far
+  tools/mutants.py ... --configure "-DNAME=..." gives cmake further words
 
 Everything happens in a copy of the commit that is checked out, build/mutants/tree, with a build of its
 own; the tree that you work in stays as it is. The list, build/mutants/seed<N>.jsonl, has a line per
 place: killed (and by which test), survived, does not build, or gone (the place is no more). An
-interrupted run goes on where it was. A mutant has the tests of its house run first, then those of the
-houses above, and of a test program that did not change none; the first failure ends it. A program that
-takes three times as long as without the change, and ten seconds more, has failed too.
+interrupted run goes on where it was. First a build that reports which places are reached runs every
+suite of the tests once; a mutant then has only the suites run that come to its place (all, where it
+stands outside of functions): those of its house first, then those of the houses above, then the
+others. The first failure ends it. A program that takes three times as long as without the change, and
+ten seconds more, has failed too.
 """
 
 import argparse
 import json
 import os
+import shlex
 import signal
 import subprocess
 import sys
@@ -25,6 +29,7 @@ from dataclasses import asdict
 from pathlib import Path
 
 from mutants.places import Place, all_lines, draw, find_again
+from mutants.reach import Probes, reached_by
 
 ROOT = Path(__file__).resolve().parent.parent
 WORK = ROOT / "build" / "mutants"
@@ -36,25 +41,30 @@ FLAGS = "-O0 -g0"  # without optimisation a build takes half as long
 
 
 class Program:
-    """A test program, or a test that is one command."""
+    """A test program, or a test that is one command. `suites` holds how long each of its suites takes
+    and which places it reaches; a command has one, named "*"."""
 
-    def __init__(self, path, command, folder, environment):
+    def __init__(self, path, command, folder, environment, in_suites):
         self.path, self.command, self.folder = path, command, folder
         self.environment = dict(item.split("=", 1) for item in environment)
-        self.usual = 300.0  # seconds, until measured
+        self.in_suites = in_suites
+        self.suites = {}
 
     @property
     def name(self):
-        return self.path.name
+        return self.path.name if self.in_suites else " ".join([self.path.name, *self.command[1:]])
 
     @property
     def rank(self):
         """Position of its house in the order of the houses; what belongs to none comes last."""
-        house = self.name.removeprefix("test_").removesuffix("_ui").removesuffix("_qt")
+        house = self.path.name.removeprefix("test_").removesuffix("_ui").removesuffix("_qt")
         return ORDER.index(house) if house in ORDER else len(ORDER)
 
     def stamp(self):
         return self.path.stat().st_mtime_ns if self.path.exists() else 0
+
+    def seconds(self, suites):
+        return sum(self.suites[suite]["seconds"] if suite in self.suites else 300 for suite in suites)
 
 
 def run(command, limit=None, **options):
@@ -83,17 +93,21 @@ def must(command, **options):
     return output
 
 
-def prepare_tree():
+def build_everything():
+    # A warning about a mutant is no failure of it.
+    rules = BUILD / "build.ninja"
+    rules.write_text(rules.read_text().replace(" -Werror ", " "))
+    must(["cmake", "--build", "--preset", "dev"], cwd=TREE)
+
+
+def prepare_tree(words):
     commit = must(["git", "rev-parse", "HEAD"], cwd=ROOT).strip()
     if not (TREE / ".git").exists():
         must(["git", "worktree", "prune"], cwd=ROOT)
         must(["git", "worktree", "add", "--detach", "--force", TREE, commit], cwd=ROOT)
     must(["git", "checkout", "--quiet", "--force", "--detach", commit], cwd=TREE)
-    must(["cmake", "--preset", "dev", f"-DCMAKE_CXX_FLAGS_RELWITHDEBINFO={FLAGS}"], cwd=TREE)
-    # A warning about a mutant is no failure of it.
-    rules = BUILD / "build.ninja"
-    rules.write_text(rules.read_text().replace(" -Werror ", " "))
-    must(["cmake", "--build", "--preset", "dev"], cwd=TREE)
+    must(["cmake", "--preset", "dev", f"-DCMAKE_CXX_FLAGS_RELWITHDEBINFO={FLAGS}", *words], cwd=TREE)
+    return commit
 
 
 def find_programs():
@@ -106,16 +120,19 @@ def find_programs():
         command = [str(path), "--gtest_fail_fast", "--gtest_brief=1"] if is_part else test["command"]
         key = (path, () if is_part else tuple(command))
         programs.setdefault(key, Program(path, command, properties.get("WORKING_DIRECTORY", BUILD),
-                                         properties.get("ENVIRONMENT", [])))
+                                         properties.get("ENVIRONMENT", []), is_part))
     return sorted(programs.values(), key=lambda program: (program.rank, program.name))
 
 
-def run_program(program):
-    """None when it passes, else what failed first."""
-    limit = program.usual * PATIENCE_FACTOR + PATIENCE_EXTRA
+def run_program(program, suites, more=()):
+    """None when these suites pass, else what failed first."""
+    limit = program.seconds(suites) * PATIENCE_FACTOR + PATIENCE_EXTRA
+    command = list(program.command)
+    if program.in_suites:
+        command.append("--gtest_filter=" + ":".join(f"{suite}.*" for suite in suites))
     with tempfile.TemporaryDirectory(dir="/dev/shm" if Path("/dev/shm").is_dir() else None) as folder:
-        environment = {**os.environ, **program.environment, "TMPDIR": folder}
-        code, output = run(program.command, limit, cwd=program.folder, env=environment)
+        environment = {**os.environ, **program.environment, **dict(more), "TMPDIR": folder}
+        code, output = run(command, limit, cwd=program.folder, env=environment)
     if code == 0:
         return None
     failed = [line for line in output.split("\n") if line.startswith("[  FAILED  ]")]
@@ -123,60 +140,83 @@ def run_program(program):
     return f"{program.name}: {'too slow' if code is None else what}"
 
 
-def measure(programs):
-    """The programs that pass by themselves, with their usual times."""
-    kept = []
+def suites_of(program):
+    if not program.in_suites:
+        return ["*"]
+    listed = must([str(program.path), "--gtest_list_tests"], cwd=program.folder)
+    return [line.split("#")[0].strip().removesuffix(".") for line in listed.split("\n")
+            if line and not line.startswith((" ", "Running main"))]
+
+
+def measure(places, commit):
+    """The programs, with the suites that pass by themselves, and the numbers of the places whose
+    reaching is known."""
+    file = WORK / "reach.json"
+    known = json.loads(file.read_text()) if file.exists() else {}
+    if known.get("commit") != commit or known.get("places") != len(places):
+        with Probes(TREE, places) as probes:
+            build_everything()
+            known = {"commit": commit, "places": len(places), "probed": sorted(probes.numbers),
+                     "programs": {}}
+            for program in find_programs():
+                measured = known["programs"][program.name] = {}
+                for suite in suites_of(program):
+                    began = time.monotonic()
+                    failure, reached = reached_by(lambda more: run_program(program, [suite], more.items()))
+                    seconds = time.monotonic() - began
+                    print(f"{program.name} {suite}: {seconds:.1f} s"
+                          + (f", left out: {failure}" if failure else ""), flush=True)
+                    if not failure:
+                        measured[suite] = {"seconds": seconds, "reached": reached}
+        file.write_text(json.dumps(known))
+    build_everything()
+    programs = find_programs()
     for program in programs:
-        began = time.monotonic()
-        failure = run_program(program)
-        program.usual = time.monotonic() - began
-        print(f"{program.name}: {program.usual:.1f} s" + (f", left out: {failure}" if failure else ""),
-              flush=True)
-        if failure is None:
-            kept.append(program)
-    return kept
+        program.suites = known["programs"].get(program.name, {})
+    return programs, set(known["probed"])
 
 
 def target_of(program):
     return program.path.relative_to(BUILD).as_posix() if BUILD in program.path.parents else "all"
 
 
-def try_mutant(place, programs):
-    """(outcome, detail) of the changed tree."""
+def try_mutant(place, number, programs):
+    """(outcome, detail) of the changed tree; `number` is None where any suite may come to the place."""
     house = place.file.split("/")[0]
     rank = ORDER.index(house) if house in ORDER else len(ORDER)
     for program in [p for p in programs if p.rank >= rank] + [p for p in programs if p.rank < rank]:
+        suites = [name for name, suite in program.suites.items()
+                  if number is None or number in suite["reached"]]
+        if not suites:
+            continue
         before = program.stamp()
         code, output = run(["ninja", "-C", BUILD, target_of(program)], 900)
         if code != 0:
             return "does not build", next((line for line in output.split("\n") if "error:" in line), "")
-        # A command that is no test program of its own may start any program that was built.
-        if program.command[0] == str(program.path) and program.stamp() == before and \
-                program.name.startswith("test_") and program.name != "test_help":
+        if number is None and program.in_suites and program.stamp() == before:
             continue
-        failure = run_program(program)
+        failure = run_program(program, sorted(suites, key=lambda suite: program.seconds([suite])))
         if failure:
             return "killed", failure
     return "survived", ""
 
 
-def try_places(places, list_file, programs):
+def try_places(places, here, list_file, programs, probed):
+    """Tries those of `places` that the list does not have; `here` is where each stands today."""
     known = {(r["file"], r["line"], r["new"]) for r in read_list(list_file)}
-    everything = all_lines(TREE)
-    for number, place in enumerate(places):
+    for number, (place, today) in enumerate(zip(places, here)):
         if (place.file, place.line, place.new) in known:
             continue
         began = time.monotonic()
-        here = find_again(TREE, place, everything)
         outcome, detail = "gone", ""
-        if here:
-            path = TREE / here.file
+        if today:
+            path = TREE / today.file
             original = path.read_text()
             lines = original.split("\n")
-            lines[here.line - 1] = here.new
+            lines[today.line - 1] = today.new
             try:
                 path.write_text("\n".join(lines))
-                outcome, detail = try_mutant(here, programs)
+                outcome, detail = try_mutant(today, number if number in probed else None, programs)
             finally:
                 path.write_text(original)
         record = {**asdict(place), "outcome": outcome, "detail": detail,
@@ -212,6 +252,7 @@ def main():
     arguments.add_argument("--count", type=int, default=200)
     arguments.add_argument("--seed", type=int, default=1)
     arguments.add_argument("--again", type=Path)
+    arguments.add_argument("--configure", default="")
     arguments.add_argument("--report", type=Path, nargs="?", const=Path())
     chosen = arguments.parse_args()
     list_file = WORK / f"seed{chosen.seed}.jsonl"
@@ -222,7 +263,7 @@ def main():
         os.execvp("xvfb-run", ["xvfb-run", "-a", "-s", "-screen 0 1280x800x24 -noreset",
                                sys.executable, *sys.argv])
     WORK.mkdir(parents=True, exist_ok=True)
-    prepare_tree()
+    commit = prepare_tree(shlex.split(chosen.configure))
     if chosen.again:
         places = [Place(**{key: r[key] for key in Place.__dataclass_fields__})
                   for r in read_list(chosen.again)]
@@ -232,8 +273,10 @@ def main():
         if not places_file.exists():
             places_file.write_text(json.dumps([asdict(p) for p in draw(TREE, chosen.count, chosen.seed)]))
         places = [Place(**p) for p in json.loads(places_file.read_text())]
-    programs = measure(find_programs())
-    try_places(places, list_file, programs)
+    everything = all_lines(TREE)
+    here = [find_again(TREE, place, everything) for place in places]
+    programs, probed = measure(here, commit)
+    try_places(places, here, list_file, programs, probed)
     return report(list_file)
 
 

@@ -26,6 +26,10 @@ NUMBER = re.compile(r"(?<![\w.'])(\d+)(?![\w.'x])")
 STATEMENT = re.compile(
     r"^\s+(?!return\b|using\b|case\b|break\b|delete\b|static_assert\b|friend\b|explicit\b|virtual\b)"
     r"(?:[\w.:\[\]>*-]+\(.*\)|[\w.:\[\]>*-]+ (?:=|\+=|-=|\|=|&=) .*|(?:\+\+|--)[\w.:\[\]>-]+);$")
+# What stands before the bracket of a block of statements, and what does so before another bracket.
+BLOCK = re.compile(r"(\)|\bconst|\boverride|\bnoexcept|\bmutable|\belse|\bdo|\btry|[\s(,=]\[[^\[\]]*\]|"
+                   r"\) (const )?-> [\w:<>*& ]+)$")
+NO_BLOCK = re.compile(r"(case [^:]+: *|default: *|else *)?(switch|struct|class|enum|union|namespace)\b")
 
 
 @dataclass
@@ -60,6 +64,29 @@ def changes(text):
     if STATEMENT.match(seen) and seen.count("(") == seen.count(")"):
         indent = text[:len(text) - len(text.lstrip())]
         yield "left out", indent + "{}"
+
+
+def probe_at(lines, place):
+    """(index, column) inside the innermost block of statements around the place, where a statement can be
+    put that runs before the place does; None for a place outside of functions."""
+    old, new = place.old, place.new
+    column = next((i for i, (a, b) in enumerate(zip(old, new)) if a != b), min(len(old), len(new)))
+    depth = 0
+    for index in range(place.line - 1, -1, -1):
+        seen = blank_out(lines[index])
+        for at in range(min(column, len(seen)) - 1, -1, -1):
+            if seen[at] == "}":
+                depth += 1
+            elif seen[at] == "{":
+                depth -= 1
+                if depth < 0:
+                    depth = 0
+                    head = " ".join(blank_out(text) for text in lines[max(0, index - 8):index])
+                    head = re.split(r"[;{}]\s", f"{head} {seen[:at]}")[-1].strip()
+                    if BLOCK.search(head) and not NO_BLOCK.match(head):
+                        return index, at + 1
+        column = 1 << 30
+    return None
 
 
 def neighbour(lines, index, step):
