@@ -111,7 +111,8 @@ def prepare_tree(words):
 
 
 def find_programs():
-    listed = json.loads(must(["ctest", "--show-only=json-v1"], cwd=BUILD))
+    listed = must(["ctest", "--show-only=json-v1"], cwd=BUILD)
+    listed = json.loads(listed[listed.index("{\n"):])  # what finding the tests said comes before it
     programs = {}
     for test in listed["tests"]:
         path = Path(test["command"][0])
