@@ -32,10 +32,26 @@ check_format() {
 
 # run_tests PRESET: the tests of a build, under a virtual display of their own.
 run_tests() {
-  xvfb-run -a -s "-screen 0 1280x800x24 -noreset" env LIBGL_ALWAYS_SOFTWARE=1 QT_QPA_PLATFORM=xcb \
+  local scratch
+  scratch=$(mktemp -d -p /dev/shm 2>/dev/null || mktemp -d)
+  trap 'rm -rf "$scratch"' EXIT
+  TMPDIR=$scratch xvfb-run -a -s "-screen 0 1280x800x24 -noreset" env LIBGL_ALWAYS_SOFTWARE=1 QT_QPA_PLATFORM=xcb \
     ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 \
     ctest --test-dir "build/$1" --output-on-failure -j "$(nproc)" |
     { grep -vE '^ +Start |Passed +[0-9.]+ sec$' || true; }
+  rm -rf "$scratch"
+}
+
+# lines FOLDER...: of C++, all of them.
+lines() {
+  find "$@" \( -name '*.cpp' -o -name '*.h' \) -print0 | xargs -0 cat | wc -l
+}
+
+print_share() {
+  local product tests
+  product=$(lines core platform data terrain objects app plugins resources assets sample tools)
+  tests=$(lines tests)
+  echo "Tests: $tests lines, $((100 * tests / product)) for 100 of the $product of the product."
 }
 
 if [ "${1:-}" = --fuzz ]; then
@@ -45,7 +61,9 @@ fi
 
 need "${build_packages[@]}" "${display_packages[@]}" "${test_packages[@]}"
 check_format
+tools/tidy.sh
 build dev
 run_tests dev
 build asan
 run_tests asan
+print_share

@@ -47,7 +47,8 @@ void MoveFromKeys() {
 // The turn rate grows with the distance from the press point, like a joystick's.
 void TurnFromMouse() {
   const auto offset = [](int pressed, int last) {
-    return static_cast<float>((pressed - last) / kPixelsPerTurnUnit) * editor.frameSeconds;
+    const int units = (pressed - last) / kPixelsPerTurnUnit;
+    return static_cast<float>(units) * editor.frameSeconds;
   };
   const float dx = offset(editor.pressX, editor.lastMouseX);
   const float dy = offset(editor.pressY, editor.lastMouseY);

@@ -13,7 +13,7 @@
 namespace mw {
 namespace {
 
-constexpr int kTerrain = static_cast<int>(EditMode::TerrainMapper);
+constexpr int kInTerrain = static_cast<int>(EditMode::TerrainMapper);
 constexpr int kObjects = static_cast<int>(EditMode::ObjectMapper);
 constexpr float kMinWaterLevel = 0, kMaxWaterLevel = 255;  // that the keys reach, world units
 constexpr float kWaterStep = 1;
@@ -44,13 +44,13 @@ constexpr auto kShortcuts = std::to_array<Shortcut>({
     {'B', false, false, kCommandRotateY, kObjects},
     {'N', false, false, kCommandRotateZ, kObjects},
     {'M', false, false, kCommandSnapToGround, kObjects},
-    {'Z', false, false, kCommandCarving, kTerrain},
-    {'X', false, false, kCommandRaising, kTerrain},
-    {'C', false, false, kCommandSmoothing, kTerrain},
-    {'V', false, false, kCommandFlatten, kTerrain},
-    {'B', false, false, kCommandRoad, kTerrain},
-    {'N', false, false, kCommandPointManipulation, kTerrain},
-    {'M', false, false, kCommandAutoSmoothing, kTerrain},
+    {'Z', false, false, kCommandCarving, kInTerrain},
+    {'X', false, false, kCommandRaising, kInTerrain},
+    {'C', false, false, kCommandSmoothing, kInTerrain},
+    {'V', false, false, kCommandFlatten, kInTerrain},
+    {'B', false, false, kCommandRoad, kInTerrain},
+    {'N', false, false, kCommandPointManipulation, kInTerrain},
+    {'M', false, false, kCommandAutoSmoothing, kInTerrain},
 });
 
 bool IsLetter(int key) { return key >= 'A' && key <= 'Z'; }
@@ -72,7 +72,7 @@ const Shortcut* FindShortcut(int key) {
 }
 
 void RunShortcut(const Shortcut& shortcut) {
-  if (shortcut.mode == kTerrain) {
+  if (shortcut.mode == kInTerrain) {
     operations.terrainToolbarCommand(shortcut.command);
   } else if (shortcut.mode == kObjects) {
     operations.objectToolbarCommand(shortcut.command);

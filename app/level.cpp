@@ -109,7 +109,7 @@ std::string WriteLevelToArchive() {
   if (!archive->BeginSave()) return archive->Error();
   WriteLevelParts();
   if (!GameFileError().empty()) {
-    const std::string reason = GameFileError();
+    std::string reason = GameFileError();
     archive->RollbackSave();
     return reason;
   }

@@ -52,7 +52,7 @@ void BindHeights() {
   if (changed.first <= changed.last) {
     glTexSubImage2D(GL_TEXTURE_2D, 0, 0, changed.first, kMiniMapSize,
                     changed.last - changed.first + 1, GL_LUMINANCE, GL_UNSIGNED_BYTE,
-                    &miniMapPicture.grey[static_cast<std::size_t>(changed.first * kMiniMapSize)]);
+                    &miniMapPicture.grey[static_cast<std::size_t>(changed.first) * kMiniMapSize]);
   }
   changed = {kMiniMapSize, -1};
 }

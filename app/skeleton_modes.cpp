@@ -123,7 +123,7 @@ struct Side {
 constexpr Side kAxis{1, "AxisBase", "Axis_Home_Base"};
 constexpr Side kAllies{2, "AlliedBase", "Allied_Home_Base"};
 
-std::string ControlPointTemplate(const Side& side) {
+std::string ControlPointTemplateText(const Side& side) {
   return FormatText(
       R"(ObjectTemplate.create ControlPoint %s
 ObjectTemplate.networkableInfo ControlPointInfo
@@ -197,7 +197,8 @@ void WriteModeEntityFiles(std::string_view folder, ControlPoints controlPoints) 
   if (controlPoints == ControlPoints::Included) {
     write("ControlPoints.con",
           CreateAt(kAxis.base, half, axisZ) + "\n" + CreateAt(kAllies.base, half, alliedZ) + "\n");
-    write("ControlPointTemplates.con", ControlPointTemplate(kAxis) + ControlPointTemplate(kAllies));
+    write("ControlPointTemplates.con",
+          ControlPointTemplateText(kAxis) + ControlPointTemplateText(kAllies));
   }
   write("ObjectSpawns.con", "");
   write("ObjectSpawnTemplates.con", "");

@@ -119,7 +119,8 @@ void SendStartCommands() {
 }
 
 void CentreCamera() {
-  camera.position.x = camera.position.z = static_cast<float>(modConfig.WorldSize / 2);
+  const int half = modConfig.WorldSize / 2;
+  camera.position.x = camera.position.z = static_cast<float>(half);
 }
 
 bool RunWelcomeLoop() {

@@ -19,6 +19,16 @@ if(MAPWRIGHT_FUZZ)
   target_link_options(mw_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+# mw_precompile(name HEADERS...): the headers of the standard library that most files include, and these.
+function(mw_precompile name)
+  if(MAPWRIGHT_PRECOMPILE)
+    target_compile_options(${name} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
+    target_precompile_headers(${name} PRIVATE <algorithm> <array> <cstdint> <filesystem> <fstream> <functional>
+                                              <map> <memory> <optional> <span> <string> <string_view>
+                                              <vector> ${ARGN})
+  endif()
+endfunction()
+
 # mw_logic(name DEPENDS...): the sources of this folder (not of its subfolders) as a library without Qt.
 function(mw_logic name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
@@ -52,6 +62,7 @@ function(mw_ui name)
     # The logic's names may be words that Qt would otherwise make its own, such as "slots".
     target_compile_definitions(${name} PUBLIC QT_NO_KEYWORDS)
     target_link_libraries(${name} PUBLIC mw_options ${ARGN} Qt6::Widgets)
+    mw_precompile(${name} <QtWidgets/QtWidgets>)
   else()
     add_library(${name} INTERFACE)
     target_link_libraries(${name} INTERFACE mw_options ${ARGN} Qt6::Widgets)

@@ -16,7 +16,7 @@ TextureSet textureSet;
 namespace {
 
 constexpr std::size_t kLineBuffer = 255;  // a longer line is read in pieces of one byte less
-constexpr char kSeparators[] = "=,";
+constexpr char kSetSeparators[] = "=,";
 
 void DeleteTextures(std::span<SetTexture> entries) {
   for (SetTexture& entry : entries) glDeleteTextures(1, &entry.texture);
@@ -38,7 +38,7 @@ std::string PathInFolder(std::string_view folder, std::string_view file) {
 // Takes the next token as the file of an entry. A name that does not fit is refused: a cut one
 // could name another file.
 bool ReadFileName(Tokenizer& tokens, NameText& file) {
-  const auto token = tokens.Next(kSeparators);
+  const auto token = tokens.Next(kSetSeparators);
   return token && file.Assign(*token);
 }
 
@@ -57,8 +57,8 @@ void LoadPicture(std::string_view folder, SetTexture& entry) {
 
 // "index, name, file"
 void ReadIndexedEntry(std::string_view folder, Tokenizer& tokens, std::span<SetTexture> entries) {
-  const std::int32_t index = ParseInt(tokens.Next(kSeparators));
-  const auto name = tokens.Next(kSeparators);
+  const std::int32_t index = ParseInt(tokens.Next(kSetSeparators));
+  const auto name = tokens.Next(kSetSeparators);
   NameText file;
   if (!name || !ReadFileName(tokens, file)) return;
   if (index < 0 || static_cast<std::size_t>(index) >= entries.size()) return;
@@ -89,7 +89,7 @@ void ReadPalette(std::string_view folder, Tokenizer& tokens, Palette& palette) {
 
 void ReadLine(std::string_view folder, std::string_view line) {
   Tokenizer tokens(line);
-  const auto key = tokens.Next(kSeparators);
+  const auto key = tokens.Next(kSetSeparators);
   if (key == "Texture") {
     ReadIndexedEntry(folder, tokens, textureSet.textures);
   } else if (key == "Env") {

@@ -18,7 +18,7 @@ namespace mw {
 namespace {
 
 constexpr float kCullMargin = -16;                      // world units
-constexpr float kLinkWidth = 2;                         // pixels
+constexpr float kLinkLineWidth = 2;                     // pixels
 constexpr float kControlPointTop = 10, kRingRaise = 2;  // world units
 
 using Colour = std::array<std::uint8_t, 3>;
@@ -179,7 +179,7 @@ void DrawLinks() {
   if (objectStore.showSoldierSpawns) CollectSoldierLinks();
   if (objectStore.showObjectSpawns) CollectObjectLinks();
   if (inSight.links.empty()) return;
-  glLineWidth(kLinkWidth);
+  glLineWidth(kLinkLineWidth);
   glEnableClientState(GL_VERTEX_ARRAY);
   glVertexPointer(3, GL_FLOAT, sizeof(Vector3), inSight.links.data());
   glDrawArrays(GL_LINES, 0, static_cast<GLsizei>(inSight.links.size()));

@@ -12,7 +12,7 @@
 namespace mw {
 namespace {
 
-struct Box {
+struct BodyBox {
   Vector3 low, high;
 };
 
@@ -26,13 +26,13 @@ Vector3 Cross(const Vector3& a, const Vector3& b) {
   return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
-Box BoxAround(const Vector3& a, const Vector3& b) {
+BodyBox BoxAround(const Vector3& a, const Vector3& b) {
   return {{std::min(a.x, b.x), std::min(a.y, b.y), std::min(a.z, b.z)},
           {std::max(a.x, b.x), std::max(a.y, b.y), std::max(a.z, b.z)}};
 }
 
 // Of a box: 0 or more outside, and how deep below the nearest side inside, as a negative number.
-float SignedDistance(const Vector3& point, const Box& box) {
+float SignedDistance(const Vector3& point, const BodyBox& box) {
   const auto beyond = [](float at, float low, float high) { return std::max(low - at, at - high); };
   const Vector3 out{beyond(point.x, box.low.x, box.high.x), beyond(point.y, box.low.y, box.high.y),
                     beyond(point.z, box.low.z, box.high.z)};
@@ -88,7 +88,7 @@ float DistanceToTriangles(const MeshTriangles& mesh, const Vector3& point, const
 }
 
 // Whether the point is so far away that no turn of the box could bring it near.
-bool IsFarFrom(const Vector3& offset, const Box& box, float reach) {
+bool IsFarFrom(const Vector3& offset, const BodyBox& box, float reach) {
   const auto extent = [](float low, float high) { return std::max(std::abs(low), std::abs(high)); };
   const Vector3 corner{extent(box.low.x, box.high.x), extent(box.low.y, box.high.y),
                        extent(box.low.z, box.high.z)};
@@ -101,7 +101,7 @@ bool IsFarFrom(const Vector3& offset, const Box& box, float reach) {
 std::optional<float> DistanceToBody(const StaticObject& object, const CatalogueEntry& entry,
                                     const Vector3& point, float reach) {
   const Vector3 place = object.ViewPosition(), scale = ScaleInView(object);
-  const Box box = BoxAround(Scaled(entry.boxA, scale), Scaled(entry.boxB, scale));
+  const BodyBox box = BoxAround(Scaled(entry.boxA, scale), Scaled(entry.boxB, scale));
   if (IsFarFrom(point - place, box, reach)) return std::nullopt;
   const Vector3 own = TurnedBack(point - place, object.rotation);
   const float toBox = SignedDistance(own, box);

@@ -18,8 +18,8 @@
 namespace mw {
 namespace {
 
-constexpr float kMarkerHeight = 4.75f;  // world units
-constexpr float kMarkerWidth = 8;       // pixels; as wide as every graphics card draws lines
+constexpr float kSelectionMarkerHeight = 4.75f;  // world units
+constexpr float kMarkerWidth = 8;  // pixels; as wide as every graphics card draws lines
 
 constexpr MeshColour kRed{255, 0, 0}, kGreen{0, 255, 0}, kYellow{255, 255, 0},
     kWhite{255, 255, 255};
@@ -47,7 +47,7 @@ bool IsHovered(std::int32_t index) { return index == objectStore.hoveredObject; 
 void AddMarker(const Vector3& place, const CatalogueEntry& entry, bool marked) {
   const Vector3& view = camera.direction;
   const Vector3 foot = place + Vector3{0, entry.boxB.y, 0};
-  const Vector3 top = foot + Vector3{-view.x * view.y, kMarkerHeight, -view.z * view.y};
+  const Vector3 top = foot + Vector3{-view.x * view.y, kSelectionMarkerHeight, -view.z * view.y};
   const MeshColour colour = marked ? kRed : kWhite;
   inSight.markers.push_back({foot, colour});
   inSight.markers.push_back({top, colour});

@@ -9,7 +9,7 @@
 namespace mw {
 namespace {
 
-constexpr std::size_t kLineBuffer = 256;
+constexpr std::size_t kShaderLineBuffer = 256;
 constexpr std::string_view kStart = "subshader \"";
 
 // What stands between the first two double quotes of the line.
@@ -55,7 +55,7 @@ bool ParseShaderFile(std::string_view text,
                      const std::function<void(const ShaderMaterial&)>& onMaterial) {
   ShaderMaterial material;
   while (!text.empty()) {
-    const std::string_view line = TakeLine(text, kLineBuffer);
+    const std::string_view line = TakeLine(text, kShaderLineBuffer);
     if (line.starts_with(kStart)) {
       material = ShaderMaterial{};
       const std::string_view name = line.substr(kStart.size());

@@ -63,9 +63,9 @@ void ShowInTree(StaticObject& object) {
   object.treeItem = InsertItem(parent, object.name);
 }
 
-void AppendStaticObject(StaticObject object) {
+void AppendStaticObject(const StaticObject& object) {
   ShowInTree(object);
-  objectStore.objects.push_back(std::move(object));
+  objectStore.objects.push_back(object);
 }
 
 bool RemoveStaticObjects(const std::function<bool(const StaticObject&)>& isMeant) {

@@ -39,7 +39,7 @@ void CreateObject(std::string_view name) {
   StaticObject object = NewStaticObject(name);
   if (name.size() > object.name.kCapacity) NoteCutName();
   FindMesh(object);
-  AppendStaticObject(std::move(object));
+  AppendStaticObject(object);
 }
 
 void ReadField(std::string_view command, Tokenizer& arguments, StaticObject& object) {

@@ -54,7 +54,7 @@ bool AddStaticObjectFromCache(int mesh) {
   object.selected = true;
   UseCachedMesh(object, mesh);
   ShowKindOf(object);
-  AppendStaticObject(std::move(object));
+  AppendStaticObject(object);
   UpdateToolButtons(true);
   ComputePivot();
   editor.levelModified = true;
@@ -68,7 +68,7 @@ bool PlaceStaticObject(std::string_view name, float x, float z, const Vector3& r
   object.position = {MirrorX(x), objectStore.CursorPoint.y, z};
   object.rotation = rotation;
   FindMesh(object);
-  AppendStaticObject(std::move(object));
+  AppendStaticObject(object);
   editor.levelModified = true;
   return true;
 }

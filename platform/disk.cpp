@@ -32,7 +32,7 @@ fs::path ExistingSpelling(const fs::path& folder, const std::string& name) {
   return found.empty() ? folder / name : found;
 }
 
-void SetReason(std::string* error, int code) {
+void TellReason(std::string* error, int code) {
   if (error) *error = std::generic_category().message(code);
 }
 
@@ -139,15 +139,15 @@ std::optional<std::vector<std::uint8_t>> ReadWholeFile(std::string_view path, st
   const Descriptor file{open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC)};
   struct stat status {};
   if (file.value < 0 || fstat(file.value, &status) != 0) {
-    SetReason(error, errno);
+    TellReason(error, errno);
     return std::nullopt;
   }
   if (!S_ISREG(status.st_mode)) {
-    SetReason(error, S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+    TellReason(error, S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
     return std::nullopt;
   }
   if (static_cast<std::uintmax_t>(status.st_size) > kMaxWholeFile) {
-    SetReason(error, EFBIG);
+    TellReason(error, EFBIG);
     return std::nullopt;
   }
   std::vector<std::uint8_t> bytes(static_cast<std::size_t>(status.st_size));
@@ -156,7 +156,7 @@ std::optional<std::vector<std::uint8_t>> ReadWholeFile(std::string_view path, st
     const ssize_t got = read(file.value, bytes.data() + filled, bytes.size() - filled);
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) {
-      SetReason(error, errno);
+      TellReason(error, errno);
       return std::nullopt;
     }
     if (got == 0) break;
@@ -175,7 +175,7 @@ bool WriteWholeFile(std::string_view path, std::span<const std::uint8_t> bytes,
   std::string aside = target.string() + ".XXXXXX";
   Descriptor file{mkostemp(aside.data(), O_CLOEXEC)};
   if (file.value < 0) {
-    SetReason(error, errno);
+    TellReason(error, errno);
     return false;
   }
   struct stat old {};
@@ -184,7 +184,7 @@ bool WriteWholeFile(std::string_view path, std::span<const std::uint8_t> bytes,
   const mode_t mode = stat(target.c_str(), &old) == 0 ? old.st_mode & 07777 : 0666 & ~mask;
   if (fchmod(file.value, mode) != 0 || !WriteAll(file.value, bytes) || fsync(file.value) != 0 ||
       rename(aside.c_str(), target.c_str()) != 0) {
-    SetReason(error, errno);
+    TellReason(error, errno);
     unlink(aside.c_str());
     return false;
   }

@@ -13,7 +13,7 @@ class Module {
   Module& operator=(Module&& other) noexcept;
   Module(const Module&) = delete;
   Module& operator=(const Module&) = delete;
-  ~Module();
+  ~Module();  // NOLINT(performance-trivially-destructible): it unloads the module
 
   // Loads the module `fileName` from the program's own folder. False when it cannot be loaded.
   bool Load(std::string_view fileName);

@@ -77,6 +77,7 @@ std::vector<Sum> ScaledRow(const std::uint8_t* row, int width, const std::vector
 
 std::vector<Span> SpansOf(int side) {
   std::vector<Span> spans;
+  spans.reserve(kPatternSide);
   for (int place = 0; place < kPatternSide; ++place) spans.push_back(SpanOf(place, side));
   return spans;
 }
@@ -92,6 +93,7 @@ Rgb8 Rounded(const Sum& sum) {
 std::vector<Rgb8> ScaledPicture(const MapwrightTextureSlot& slot) {
   const std::vector<Span> across = SpansOf(slot.width), down = SpansOf(slot.height);
   std::vector<std::vector<Sum>> rows;
+  rows.reserve(static_cast<std::size_t>(slot.height));
   for (int row = 0; row < slot.height; ++row) {
     rows.push_back(ScaledRow(slot.pixels + std::size_t{3} * slot.width * row, slot.width, across));
   }
@@ -104,7 +106,8 @@ std::vector<Rgb8> ScaledPicture(const MapwrightTextureSlot& slot) {
       for (const float weight : span.weights) {
         Add(sum, rows[static_cast<std::size_t>(Wrap(source++, slot.height))][x], weight);
       }
-      pattern[static_cast<std::size_t>(y * kPatternSide + x)] = Rounded(sum);
+      pattern[static_cast<std::size_t>(y) * kPatternSide + static_cast<std::size_t>(x)] =
+          Rounded(sum);
     }
   }
   return pattern;

@@ -161,7 +161,8 @@ Colour Window(int x, int y) {
   const bool frame = x < 20 || x >= 236 || y < 20 || y >= 236;
   const bool bar = std::abs(x - 128) < 7 || std::abs(y - 128) < 7;
   if (frame || bar) return Worn(Rgb(198, 192, 176), x, y, 0.08f, 0.04f);
-  return Mix(Rgb(40, 52, 62), Rgb(98, 122, 138), static_cast<float>(256 - y + x / 2) / 384.0f);
+  const int gloss = 256 - y + x / 2;
+  return Mix(Rgb(40, 52, 62), Rgb(98, 122, 138), static_cast<float>(gloss) / 384.0f);
 }
 
 Colour Door(int x, int y) {

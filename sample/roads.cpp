@@ -38,7 +38,8 @@ struct RouteGrid {
   int PlaceOf(Point at) const { return Clamp(at.z) * side + Clamp(at.x); }
   Point PointOf(int place) const {
     const float spacing = kCellSize * kRouteStep;
-    return {static_cast<float>(place % side) * spacing, static_cast<float>(place / side) * spacing};
+    const int column = place % side, row = place / side;
+    return {static_cast<float>(column) * spacing, static_cast<float>(row) * spacing};
   }
   float HeightOf(int place) const {
     return height.At(place % side * kRouteStep, place / side * kRouteStep);

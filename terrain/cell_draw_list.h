@@ -80,8 +80,8 @@ class CellMap {
     return sides_[nearLeft] & sides_[nearLeft + 1] & sides_[farLeft] & sides_[farLeft + 1];
   }
   std::size_t Place(int i, int j) const {
-    return static_cast<std::size_t>((i - square_.ViewRowStart) * kSide + j - square_.ViewColStart +
-                                    1);
+    const int place = (i - square_.ViewRowStart) * kSide + j - square_.ViewColStart + 1;
+    return static_cast<std::size_t>(place);
   }
 
   ViewSquare square_;

@@ -16,7 +16,7 @@ namespace {
 constexpr int kBorder = 10;  // samples along each edge that the walk leaves at the base
 constexpr int kReach = 2;    // samples to either side in the row before that a step stands on
 constexpr float kDamping = 20.0f / 101.0f;  // a little less than one over their number
-constexpr int kSteps = 151;                 // different steps of the walk
+constexpr int kWalkSteps = 151;             // different steps of the walk
 constexpr float kStepSize = 0.02f;          // height units before the amplitude
 constexpr float kWaterLevel = 25.0f;        // world units
 
@@ -32,7 +32,10 @@ void ForEachSample(Change change) {
 }
 
 // A uniform step of -1.5 ... 1.5.
-float RandomStep() { return static_cast<float>(GameRandom() % kSteps - kSteps / 2) * kStepSize; }
+float RandomStep() {
+  const int steps = GameRandom() % kWalkSteps - kWalkSteps / 2;
+  return static_cast<float>(steps) * kStepSize;
+}
 
 float DampedMeanOfRowBefore(int r, int c) {
   float sum = 0;

@@ -4,7 +4,8 @@
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev libqt6opengl6-dev qt6-svg-dev liblzo2-dev
   libstb-dev libcli11-dev nlohmann-json3-dev libgl-dev libglu1-mesa-dev fonts-dejavu-core)
 display_packages=(xvfb xauth openbox xdotool imagemagick x11-utils libgl1-mesa-dri)
-test_packages=(libgtest-dev libgmock-dev libbenchmark-dev libegl-dev clang-format-14 locales)
+test_packages=(libgtest-dev libgmock-dev libbenchmark-dev libegl-dev clang-format-14 locales
+  clang libclang-rt-14-dev lld clang-tidy)
 fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev libegl-dev)
 
@@ -45,6 +46,7 @@ need() {
 build() {
   local preset=$1 log
   shift
+  export CCACHE_SLOPPINESS=pch_defines,time_macros  # or nothing with precompiled headers is kept
   log=$(mktemp)
   if ! { cmake --preset "$preset" && cmake --build --preset "$preset" ${1:+--target "$@"}; } >"$log" 2>&1
   then

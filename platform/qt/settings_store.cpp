@@ -7,13 +7,13 @@ namespace {
 
 constexpr std::size_t kMaxGameValueBytes = 31, kMaxEditorValueBytes = 63;
 
-QString FromUtf8(std::string_view text) {
+QString TextFrom(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 std::optional<std::string> ReadValue(const QSettings& settings, std::string_view name,
                                      std::size_t maxBytes) {
-  const QVariant value = settings.value(FromUtf8(name));
+  const QVariant value = settings.value(TextFrom(name));
   if (!value.isValid()) return std::nullopt;
   // An unquoted comma makes a list of the value.
   std::string text = value.toStringList().join(',').toStdString();
@@ -39,7 +39,7 @@ std::optional<std::string> ReadEditorSetting(std::string_view name) {
 
 bool WriteEditorSetting(std::string_view name, std::string_view value) {
   QSettings settings = EditorSettings();
-  settings.setValue(FromUtf8(name), FromUtf8(value));
+  settings.setValue(TextFrom(name), TextFrom(value));
   settings.sync();
   return settings.status() == QSettings::NoError;
 }
