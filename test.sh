@@ -34,9 +34,9 @@ check_format() {
 run_tests() {
   local scratch
   scratch=$(mktemp -d -p /dev/shm 2>/dev/null || mktemp -d)
-  trap 'rm -rf "$scratch"' EXIT
-  TMPDIR=$scratch xvfb-run -a -s "-screen 0 1280x800x24 -noreset" env LIBGL_ALWAYS_SOFTWARE=1 QT_QPA_PLATFORM=xcb \
-    ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 \
+  trap "rm -rf '$scratch'" EXIT
+  TMPDIR=$scratch xvfb-run -a -s "-screen 0 1280x800x24 -noreset" \
+    env LIBGL_ALWAYS_SOFTWARE=1 QT_QPA_PLATFORM=xcb ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 \
     ctest --test-dir "build/$1" --output-on-failure -j "$(nproc)" |
     { grep -vE '^ +Start |Passed +[0-9.]+ sec$' || true; }
   rm -rf "$scratch"
