@@ -14,4 +14,8 @@ bool WriteWorkingFolderMedia(const QString& folder);
 // folder of the program's icons. Needs a QGuiApplication for its text. Fails like the above.
 bool WriteProgramPictures(const QString& icons, const QString& folder);
 
+// <size>x<size>/apps/mapwright.png and <size>x<size>/mimetypes/application-x-varnhold-archive.png
+// in a folder, in the sizes of a desktop's icon theme. Fails like the above.
+bool WriteDesktopIcons(const QString& icons, const QString& folder);
+
 }  // namespace mw

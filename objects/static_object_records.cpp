@@ -63,7 +63,7 @@ void ShowInTree(StaticObject& object) {
   object.treeItem = InsertItem(parent, object.name);
 }
 
-void AppendStaticObject(const StaticObject& object) {
+void AppendStaticObject(StaticObject object) {
   ShowInTree(object);
   objectStore.objects.push_back(object);
 }

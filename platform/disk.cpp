@@ -12,6 +12,9 @@
 #include "core/text.h"
 
 namespace mw {
+
+ProgramFolders programFolders;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -54,21 +57,31 @@ bool WriteAll(int descriptor, std::span<const std::uint8_t> bytes) {
   return true;
 }
 
+// Where the shared folder would have a relative path.
+std::optional<fs::path> SharedPath(const fs::path& native) {
+  if (programFolders.shared.empty() || native.is_absolute()) return std::nullopt;
+  return NativePath((programFolders.shared / native).string());
+}
+
 // Names of the entries of a folder that are wanted, sorted without regard to case.
 template <typename Wanted>
 std::vector<std::string> ListEntries(std::string_view folder, Wanted wanted) {
   std::vector<std::string> names;
-  fs::path native = NativePath(folder);
-  if (native.empty()) native = ".";
-  std::error_code error;
-  for (fs::directory_iterator it(native, error), end; !error && it != end; it.increment(error)) {
-    std::string name = it->path().filename().string();
-    if (wanted(*it, name)) names.push_back(std::move(name));
-  }
+  const auto list = [&](const fs::path& listed) {
+    std::error_code error;
+    for (fs::directory_iterator it(listed, error), end; !error && it != end; it.increment(error)) {
+      std::string name = it->path().filename().string();
+      if (wanted(*it, name)) names.push_back(std::move(name));
+    }
+  };
+  const fs::path native = NativePath(folder);
+  list(native.empty() ? "." : native);
+  if (const auto shared = SharedPath(native)) list(*shared);
   std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
     const int order = CompareNoCase(a, b);
     return order != 0 ? order < 0 : a < b;
   });
+  names.erase(std::unique(names.begin(), names.end()), names.end());
   return names;
 }
 
@@ -90,6 +103,14 @@ fs::path NativePath(std::string_view path) {
   return result;
 }
 
+fs::path ReadablePath(std::string_view path) {
+  fs::path native = NativePath(path);
+  std::error_code error;
+  if (fs::exists(native, error)) return native;
+  const auto shared = SharedPath(native);
+  return shared && fs::exists(*shared, error) ? *shared : native;
+}
+
 std::string BackslashPath(std::string_view path) {
   std::string turned(path);
   std::replace(turned.begin(), turned.end(), '/', '\\');
@@ -105,12 +126,12 @@ std::string SystemPath(std::string_view path) { return NativePath(path).string()
 
 bool FileExists(std::string_view path) {
   std::error_code error;
-  return fs::is_regular_file(NativePath(path), error);
+  return fs::is_regular_file(ReadablePath(path), error);
 }
 
 bool FolderExists(std::string_view path) {
   std::error_code error;
-  return fs::is_directory(NativePath(path), error);
+  return fs::is_directory(ReadablePath(path), error);
 }
 
 std::vector<std::string> ListFiles(std::string_view folder, std::string_view extension) {
@@ -136,7 +157,7 @@ FolderResult CreateFolder(std::string_view path) {
 }
 
 std::optional<std::vector<std::uint8_t>> ReadWholeFile(std::string_view path, std::string* error) {
-  const Descriptor file{open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC)};
+  const Descriptor file{open(ReadablePath(path).c_str(), O_RDONLY | O_CLOEXEC)};
   struct stat status {};
   if (file.value < 0 || fstat(file.value, &status) != 0) {
     TellReason(error, errno);

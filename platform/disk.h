@@ -21,6 +21,17 @@ std::filesystem::path NativePath(std::string_view path);
 // A native path written with `\` as configuration files hold it ("/home/me/x" gives "\home\me\x").
 std::string BackslashPath(std::string_view path);
 
+// What the program brings along and never writes lies in `shared`; empty, as at the start, when all
+// of it is in the working folder. A relative path that is looked for or read, and that the working
+// folder does not have, means the file or folder there; what is listed is listed from both.
+struct ProgramFolders {
+  std::filesystem::path shared;
+};
+extern ProgramFolders programFolders;
+
+// The native path of what is read under `path`, of the working folder or the shared one.
+std::filesystem::path ReadablePath(std::string_view path);
+
 // The path as the system spells it, for messages.
 std::string SystemPath(std::string_view path);
 // The folder that relative paths belong to, as the system writes it.

@@ -7,6 +7,7 @@ display_packages=(xvfb xauth openbox xdotool imagemagick x11-utils libgl1-mesa-d
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev libegl-dev clang-format-14 locales
   clang libclang-rt-14-dev lld clang-tidy)
 fuzz_packages=(clang libclang-rt-14-dev)
+package_packages=(dpkg-dev file lintian desktop-file-utils appstream libxml2-utils)
 bench_packages=(libbenchmark-dev libegl-dev)
 
 # need PACKAGE...: installs those that are missing; ends the script with advice when that is impossible.

@@ -170,7 +170,7 @@ bool OpenDocument(std::string_view path) {
   if (address.scheme() == "http" || address.scheme() == "https") {
     return QDesktopServices::openUrl(address);
   }
-  const QFileInfo file(FromPath(NativePath(path)));
+  const QFileInfo file(FromPath(ReadablePath(path)));
   return file.isFile() && QDesktopServices::openUrl(QUrl::fromLocalFile(file.absoluteFilePath()));
 }
 

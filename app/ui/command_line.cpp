@@ -1,0 +1,94 @@
+#include "app/ui/command_line.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <cstdio>
+#include <cstdlib>
+
+#include "data/mods.h"
+#include "platform/disk.h"
+
+namespace mw {
+namespace {
+
+constexpr int kWrongUsage = 2, kNoDisplay = 1;
+// From the folder of the installed program.
+constexpr const char* kSharedFolder = "../../share/mapwright";
+
+int Complain(const QString& what) {
+  std::fprintf(stderr, "mapwright: %s\n", qPrintable(what));
+  return kWrongUsage;
+}
+
+// The user's own working folder, made when it is not there.
+std::optional<QString> UsersFolder() {
+  const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+  const QString folder = data + QStringLiteral("/mapwright");
+  if (!data.isEmpty() && QDir().mkpath(folder)) return folder;
+  Complain(QStringLiteral("The folder %1 cannot be made.").arg(folder));
+  return std::nullopt;
+}
+
+// The end says it all: what the platform says before it is left out.
+void EndOnFatal(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+  if (type == QtFatalMsg) {
+    std::fputs("mapwright: There is no display to show the editor on.\n", stderr);
+    std::_Exit(kNoDisplay);
+  }
+  if (!QByteArray(context.category).startsWith("qt.qpa")) {
+    std::fprintf(stderr, "%s\n", qPrintable(text));
+  }
+}
+
+}  // namespace
+
+std::optional<int> ReadCommandLine(int argc, char** argv, CommandLine& line) {
+  const QCoreApplication application(argc, argv);
+  QCoreApplication::setApplicationName(QStringLiteral("mapwright"));
+  QCoreApplication::setApplicationVersion(QStringLiteral(MAPWRIGHT_VERSION));
+  QCommandLineParser parser;
+  parser.setApplicationDescription(QStringLiteral("Level editor for the game Varnhold."));
+  const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                QStringLiteral("Show the options and end."));
+  const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
+                                   QStringLiteral("Show the version and end."));
+  const QCommandLineOption folder(QStringLiteral("folder"), QStringLiteral("Work in this folder."),
+                                  QStringLiteral("DIR"));
+  parser.addOptions({help, version, folder});
+  if (!parser.parse(QCoreApplication::arguments())) return Complain(parser.errorText());
+  if (!parser.positionalArguments().isEmpty()) {
+    return Complain(QStringLiteral("Unexpected word '%1'.").arg(parser.positionalArguments()[0]));
+  }
+  if (parser.isSet(help)) return std::fputs(qPrintable(parser.helpText()), stdout) < 0;
+  if (parser.isSet(version)) return std::puts("mapwright " MAPWRIGHT_VERSION) < 0;
+  if (parser.isSet(folder)) {
+    line.folder = parser.value(folder);
+    if (!QFileInfo(line.folder).isDir()) {
+      return Complain(QStringLiteral("There is no folder '%1'.").arg(line.folder));
+    }
+  }
+  return std::nullopt;
+}
+
+bool EnterWorkingFolder(const CommandLine& line) {
+  const QDir shared(QCoreApplication::applicationDirPath() + u'/' + QLatin1String(kSharedFolder));
+  if (shared.exists()) programFolders.shared = shared.canonicalPath().toStdString();
+  std::optional<QString> folder = line.folder;
+  if (line.folder.isEmpty()) {
+    const QString holds = QString::fromUtf8(kModTemplateFile.data(), kModTemplateFile.size());
+    if (QFileInfo::exists(holds)) return true;
+    folder = UsersFolder();
+  }
+  if (folder && QDir::setCurrent(*folder)) return true;
+  if (folder) Complain(QStringLiteral("The folder %1 cannot be entered.").arg(*folder));
+  return false;
+}
+
+DisplayWatch::DisplayWatch() { qInstallMessageHandler(EndOnFatal); }
+
+DisplayWatch::~DisplayWatch() { qInstallMessageHandler(nullptr); }
+
+}  // namespace mw
