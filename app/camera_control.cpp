@@ -5,10 +5,11 @@
 
 #include "app/keys.h"
 #include "app/modes.h"
-#include "app/operations.h"
 #include "app/shell.h"
 #include "core/hooks.h"
 #include "data/mod_config.h"
+#include "platform/clock.h"
+#include "terrain/brush_stroke.h"
 #include "terrain/terrain.h"
 
 namespace mw {
@@ -159,7 +160,7 @@ void UpdateCameraFromInput() {
   editor.shiftHeld = Held(kKeyShift);
   if (!shell.viewHasFocus()) return;
   // First what acts on the ground that is on the screen.
-  if (editor.leftHeld && IsEditMode(EditMode::TerrainMapper)) operations.holdBrush();
+  if (editor.leftHeld && IsEditMode(EditMode::TerrainMapper)) HoldBrush(MillisecondsNow());
   MoveFromKeys();
   if (editor.rightHeld) TurnFromMouse();
 }

@@ -3,74 +3,120 @@
 #include <algorithm>
 #include <array>
 
+#include "app/camera_control.h"
+#include "app/camera_places.h"
+#include "app/command_deeds.h"
+#include "app/level.h"
+#include "app/modes.h"
+#include "app/shell.h"
+#include "app/test_level.h"
+#include "objects/object_mapper.h"
+#include "objects/static_objects.h"
+#include "terrain/height_exchange.h"
+#include "terrain/in_game_map.h"
+#include "terrain/random_terrain.h"
+
 namespace mw {
 namespace {
 
-using enum CommandGroup;
+using Group = CommandGroup;
+
+// Undo and Redo stand in the menu only.
+void DoNothing() {}
+
+// How the Object Mapper shows the placed objects.
+template <ObjectControl kView>
+void View() {
+  if (IsEditMode(EditMode::ObjectMapper)) PressObjectControl(kView);
+}
 
 // The key texts in the captions are what the menus show, "Crtl-V" included.
 constexpr auto kCommands = std::to_array<CommandSpec>({
-    {kCommandNewLevel, "File", "&New Level\tCtrl-N", "Ctrl+N", "Create New Level", "new_level"},
-    {kCommandOpenLevel, "File", "&Open Level\tCtrl-O", "Ctrl+O", "Load Existing Level",
-     "open_level"},
-    {kCommandSaveLevel, "File", "&Save Level\tCtrl-S", "Ctrl+S", "Save This Level", "save_level"},
-    {kCommandNewMod, "File", "New Mod Configuration", "", "", ""},
-    {kCommandEditMod, "File", "Edit Current Mod Configuration", "", "", ""},
-    {kCommandImportHeightmap, "File/Import", "Heightmap", "", "", ""},
-    {kCommandExportHeightmap, "File/Export", "Heightmap", "", "", ""},
-    {kCommandExit, "File", "E&xit", "", "", ""},
-    {kCommandUndo, "Edit", "&Undo\tCtrl-Z", "", "", ""},
-    {kCommandRedo, "Edit", "&Redo\tCtrl-Y", "", "", ""},
-    {kCommandCut, "Edit", "&Cut\tCtrl-X", "", "Cut Selected Entities", "cut"},
-    {kCommandCopy, "Edit", "C&opy\tCtrl-C", "", "Copy Selected Entities", "copy"},
-    {kCommandPaste, "Edit", "&Paste\tCrtl-V", "", "Paste Copied Entities", "paste"},
-    {kCommandCameraOnTerrain, "View", "Camera On &Terrain", "", "Camera On Terrain Mode",
-     "camera_on_terrain", Camera},
-    {kCommandCameraFly, "View", "Camera &Fly Mode", "", "Camera Fly Mode", "camera_fly", Camera},
-    {kCommandCameraTopDown, "View", "Camera &Top-down Mode", "", "Camera Top-Down Mode",
-     "camera_top_down", Camera},
-    {kCommandShowWholeLevel, "View", "&Show Whole Level\tHome", "", "", ""},
-    {kCommandWireframe, "View", "&Wireframe Mode", "", "Wireframe Mode", "wireframe", Drawing},
-    {kCommandTextured, "View", "Te&xtured Mode", "", "Textured Surface Mode", "textured", Drawing},
-    {kCommandTexturedWireframe, "View", "T&extured Wireframe Mode", "", "Textured Wireframe Mode",
-     "textured_wireframe", Drawing},
-    {kCommandReliefShading, "View", "&Relief Shading", "", "", "", None, true},
-    {kCommandLevelStatistics, "View", "&Level Statistics", "", "", ""},
-    {kCommandTerrainMapper, "Tools", "&Terrain Mapper", "F1", "Terrain Mapper", "terrain_mapper",
-     Mode},
-    {kCommandMaterialMapper, "Tools", "&Material Mapper", "F2", "Material Mapper",
-     "material_mapper", Mode},
-    {kCommandObjectMapper, "Tools", "&Object Mapper", "F3", "Object Mapper", "object_mapper", Mode},
-    {kCommandRandomTerrain, "Tools", "&Random Terrain Generator", "", "", ""},
-    {kCommandGenerateMaterialMap, "Tools", "Generate Material Map", "", "", ""},
-    {kCommandTestLevel, "Tools", "Test This &Level...\tCtrl-L", "Ctrl+L", "", ""},
-    {kCommandGenerateSurfaceMaps, "Tools", "&1   Generate Surface Maps", "", "", ""},
-    {kCommandGenerateShadows, "Tools", "&2   Generate Terrain Shadows", "", "", ""},
-    {kCommandMergeLightmaps, "Tools", "&3   Merge Terrain Lightmaps", "", "", ""},
-    {kCommandGenerateObjectLightmaps, "Tools", "&4   Generate Object Lightmaps", "", "", ""},
-    {kCommandGenerateInGameMap, "Tools", "&5   Generate In-Game Map", "", "", ""},
-    {kCommandAddFile, "Tools", "&Add File To Archive", "", "", ""},
-    {kCommandSnapAllToGround, "Tools", "&Snap All Objects to Ground", "", "", ""},
-    {kCommandAbout, "Help", "&About ...", "Alt+/ Alt+?", "", ""},
-    {kCommandCredits, "Help", "Credits", "", "", ""},
-    {kCommandUsersGuide, "Help", "Users Guide", "", "", ""},
-    {kCommandTutorial, "Help", "Tutorial", "", "", ""},
+    {kCommandNewLevel, CreateLevelOnCommand, "File", "&New Level\tCtrl-N", "Ctrl+N",
+     "Create New Level", "new_level"},
+    {kCommandOpenLevel, OpenLevelOnCommand, "File", "&Open Level\tCtrl-O", "Ctrl+O",
+     "Load Existing Level", "open_level"},
+    {kCommandSaveLevel, [] { SaveLevel(); }, "File", "&Save Level\tCtrl-S", "Ctrl+S",
+     "Save This Level", "save_level"},
+    {kCommandNewMod, [] { shell.newModConfig(true); }, "File", "New Mod Configuration", "", "", ""},
+    {kCommandEditMod, [] { shell.editModSettings(true); }, "File", "Edit Current Mod Configuration",
+     "", "", ""},
+    {kCommandImportHeightmap, [] { ImportHeightmap(shell.sampleBitsDialog); }, "File/Import",
+     "Heightmap", "", "", ""},
+    {kCommandExportHeightmap, [] { ExportHeightmap(shell.sampleBitsDialog); }, "File/Export",
+     "Heightmap", "", "", ""},
+    {kCommandExit, ExitOnCommand, "File", "E&xit", "", "", ""},
+    {kCommandUndo, DoNothing, "Edit", "&Undo\tCtrl-Z", "", "", ""},
+    {kCommandRedo, DoNothing, "Edit", "&Redo\tCtrl-Y", "", "", ""},
+    {kCommandCut, CopyOnCommand, "Edit", "&Cut\tCtrl-X", "", "Cut Selected Entities", "cut"},
+    {kCommandCopy, CopyOnCommand, "Edit", "C&opy\tCtrl-C", "", "Copy Selected Entities", "copy"},
+    {kCommandPaste, PasteOnCommand, "Edit", "&Paste\tCrtl-V", "", "Paste Copied Entities", "paste"},
+    {kCommandCameraOnTerrain, [] { SetCameraMode(CameraMode::OnTerrain); }, "View",
+     "Camera On &Terrain", "", "Camera On Terrain Mode", "camera_on_terrain", Group::Camera},
+    {kCommandCameraFly, [] { SetCameraMode(CameraMode::Fly); }, "View", "Camera &Fly Mode", "",
+     "Camera Fly Mode", "camera_fly", Group::Camera},
+    {kCommandCameraTopDown, [] { SetCameraMode(CameraMode::TopDown); }, "View",
+     "Camera &Top-down Mode", "", "Camera Top-Down Mode", "camera_top_down", Group::Camera},
+    {kCommandShowWholeLevel, ShowWholeLevel, "View", "&Show Whole Level\tHome", "", "", ""},
+    {kCommandWireframe, ShowWireframe, "View", "&Wireframe Mode", "", "Wireframe Mode", "wireframe",
+     Group::Drawing},
+    {kCommandTextured, ShowTextured, "View", "Te&xtured Mode", "", "Textured Surface Mode",
+     "textured", Group::Drawing},
+    {kCommandTexturedWireframe, ShowTexturedWireframe, "View", "T&extured Wireframe Mode", "",
+     "Textured Wireframe Mode", "textured_wireframe", Group::Drawing},
+    {kCommandReliefShading, SwitchReliefShading, "View", "&Relief Shading", "", "", "", Group::None,
+     true},
+    {kCommandLevelStatistics, [] { shell.levelStatisticsDialog(); }, "View", "&Level Statistics",
+     "", "", ""},
+    {kCommandTerrainMapper, [] { SetEditMode(EditMode::TerrainMapper); }, "Tools",
+     "&Terrain Mapper", "F1", "Terrain Mapper", "terrain_mapper", Group::Mode},
+    {kCommandMaterialMapper, [] { SetEditMode(EditMode::MaterialMapper); }, "Tools",
+     "&Material Mapper", "F2", "Material Mapper", "material_mapper", Group::Mode},
+    {kCommandObjectMapper, [] { SetEditMode(EditMode::ObjectMapper); }, "Tools", "&Object Mapper",
+     "F3", "Object Mapper", "object_mapper", Group::Mode},
+    {kCommandRandomTerrain, [] { RandomTerrain(true, shell.randomTerrainDialog); }, "Tools",
+     "&Random Terrain Generator", "", "", ""},
+    {kCommandGenerateMaterialMap, GenerateMaterialMapOnCommand, "Tools", "Generate Material Map",
+     "", "", ""},
+    {kCommandTestLevel, TestLevel, "Tools", "Test This &Level...\tCtrl-L", "Ctrl+L", "", ""},
+    {kCommandGenerateSurfaceMaps, GenerateSurfaceMapsOnCommand, "Tools",
+     "&1   Generate Surface Maps", "", "", ""},
+    {kCommandGenerateShadows, GenerateTerrainShadowsOnCommand, "Tools",
+     "&2   Generate Terrain Shadows", "", "", ""},
+    {kCommandMergeLightmaps, MergeTerrainLightmapsOnCommand, "Tools",
+     "&3   Merge Terrain Lightmaps", "", "", ""},
+    {kCommandGenerateObjectLightmaps, GenerateObjectLightmapsOnCommand, "Tools",
+     "&4   Generate Object Lightmaps", "", "", ""},
+    {kCommandGenerateInGameMap, GenerateInGameMap, "Tools", "&5   Generate In-Game Map", "", "",
+     ""},
+    {kCommandAddFile, [] { shell.addFileDialog(); }, "Tools", "&Add File To Archive", "", "", ""},
+    {kCommandSnapAllToGround, SnapAllToGround, "Tools", "&Snap All Objects to Ground", "", "", ""},
+    {kCommandAbout, [] { shell.aboutDialog(); }, "Help", "&About ...", "Alt+/ Alt+?", "", ""},
+    {kCommandCredits, [] { shell.creditsDialog(); }, "Help", "Credits", "", "", ""},
+    {kCommandUsersGuide, OpenUsersGuide, "Help", "Users Guide", "", "", ""},
+    {kCommandTutorial, OpenTutorial, "Help", "Tutorial", "", "", ""},
 
-    {kCommandFocusTree, "", "Level Tree", "Alt+0", "", ""},
-    {kCommandLightSettings, "", "Light Settings", "Ctrl+Shift+L", "Light Settings",
-     "light_settings"},
-    {kCommandFogSettings, "", "Fog Settings", "Ctrl+Shift+F", "Fog Settings", "fog_settings"},
-    {kCommandShadowSettings, "", "Shadow Settings", "Ctrl+Shift+S", "Shadow Settings",
-     "shadow_settings"},
-    {kCommandWaterSettings, "", "Water Settings", "Ctrl+Shift+W", "Water Settings",
-     "water_settings"},
-    {kCommandSurfaceAssignments, "", "Surface Map Assignments", "", "Surface Map Assigments",
-     "surface_assignments"},
-    {kCommandStockLevelLoad, "", "Load All Stock Levels", "Ctrl+Shift+Alt+L", "", ""},
-    {kCommandViewBoundingBox, "", "View As Bounding Box", "F5", "", ""},
-    {kCommandViewCollisionMesh, "", "View As Collision Mesh", "F6", "", ""},
-    {kCommandViewDetailMesh, "", "View As Detail Mesh", "F7", "", ""},
-    {kCommandViewTexturedMesh, "", "View As Textured Mesh", "F8", "", ""},
+    {kCommandFocusTree, [] { shell.focusTreePanel(); }, "", "Level Tree", "Alt+0", "", ""},
+    {kCommandLightSettings, [] { shell.lightSettingsDialog(); }, "", "Light Settings",
+     "Ctrl+Shift+L", "Light Settings", "light_settings"},
+    {kCommandFogSettings, [] { shell.fogSettingsDialog(); }, "", "Fog Settings", "Ctrl+Shift+F",
+     "Fog Settings", "fog_settings"},
+    {kCommandShadowSettings, [] { shell.shadowSettingsDialog(); }, "", "Shadow Settings",
+     "Ctrl+Shift+S", "Shadow Settings", "shadow_settings"},
+    {kCommandWaterSettings, [] { shell.waterSettingsDialog(); }, "", "Water Settings",
+     "Ctrl+Shift+W", "Water Settings", "water_settings"},
+    {kCommandSurfaceAssignments, [] { shell.surfaceAssignmentsDialog(); }, "",
+     "Surface Map Assignments", "", "Surface Map Assigments", "surface_assignments"},
+    {kCommandStockLevelLoad, RunStockLevelLoad, "", "Load All Stock Levels", "Ctrl+Shift+Alt+L", "",
+     ""},
+    {kCommandViewBoundingBox, View<ObjectControl::ViewBoundingBox>, "", "View As Bounding Box",
+     "F5", "", ""},
+    {kCommandViewCollisionMesh, View<ObjectControl::ViewCollisionMesh>, "",
+     "View As Collision Mesh", "F6", "", ""},
+    {kCommandViewDetailMesh, View<ObjectControl::ViewDetailMesh>, "", "View As Detail Mesh", "F7",
+     "", ""},
+    {kCommandViewTexturedMesh, View<ObjectControl::ViewTexturedMesh>, "", "View As Textured Mesh",
+     "F8", "", ""},
 });
 
 constexpr auto kToolbar = std::to_array<CommandId>({
@@ -141,13 +187,13 @@ std::span<const CommandId> MainToolbar() { return kToolbar; }
 
 std::span<const CommandId> GroupMembers(CommandGroup group) {
   switch (group) {
-    case Camera:
+    case Group::Camera:
       return kCameraGroup;
-    case Drawing:
+    case Group::Drawing:
       return kDrawingGroup;
-    case Mode:
+    case Group::Mode:
       return kModeGroup;
-    case None:
+    case Group::None:
       break;
   }
   return {};

@@ -1,7 +1,8 @@
-// Every command of the main window in one table: where its menu entry stands, its caption, keys,
-// tool tip and icon. The window builds its menus, toolbar and shortcuts from it.
+// Every command of the main window in one table: what it does, where its menu entry stands, its
+// caption, keys, tool tip and icon. The window builds its menus, toolbar and shortcuts from it.
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <string_view>
 
@@ -12,8 +13,22 @@ namespace mw {
 // Commands of one radio group: exactly one is checked.
 enum class CommandGroup { None, Camera, Drawing, Mode };
 
+// What a command does: a function, which each command must have.
+class Deed {
+ public:
+  template <typename Function>
+  constexpr Deed(Function function) : function_(function) {}
+  Deed(std::nullptr_t) = delete;
+  void operator()() const { function_(); }
+
+ private:
+  void (*function_)();
+};
+
 struct CommandSpec {
   CommandId id;
+  // Run by RunCommand, which knows whether the command may run now.
+  Deed deed;
   // "File", "File/Import", ...; empty for a command without a menu entry.
   std::string_view menu;
   // With `&` for the mnemonic; a tab separates the key text that the entry shows. Commands without

@@ -8,16 +8,18 @@
 #include "app/input.h"
 #include "app/mini_map.h"
 #include "app/modes.h"
-#include "app/operations.h"
 #include "core/editor_state.h"
 #include "core/frame_time.h"
 #include "core/text.h"
 #include "data/textures.h"
 #include "objects/entity_markers.h"
 #include "objects/mesh_drawing.h"
+#include "objects/object_browser.h"
+#include "objects/object_render.h"
 #include "platform/prompts.h"
 #include "terrain/level_textures.h"
 #include "terrain/material_map.h"
+#include "terrain/material_mapper.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_render.h"
 
@@ -60,7 +62,7 @@ void CountFrame(std::uint32_t now) {
 void RenderObjectMode() {
   UpdateViewSquare();
   RenderPlainTerrain();
-  operations.drawObjectModeScene();
+  DrawObjectModeScene();
   RenderWater();
 }
 
@@ -74,7 +76,7 @@ void RenderScene() {
       RenderTerrainMode();
       break;
     case EditMode::MaterialMapper:
-      operations.renderMaterialMode();
+      RenderMaterialMode();
       break;
     case EditMode::ObjectMapper:
       RenderObjectMode();
@@ -113,9 +115,10 @@ void DrawQuad(float left, float top, float size) {
 // Both quads lie at the same depth, so the black one shows as a frame around the picture only.
 void DrawMaterialSwatch() {
   constexpr float kMargin = 80, kSize = 64, kFrame = 1;
-  const int material = std::clamp(operations.currentMaterial(), 0, kMaterialCount - 1);
+  const std::size_t material =
+      std::min<std::size_t>(materialMapper->currentMaterial, kMaterialCount - 1);
   glEnable(GL_TEXTURE_2D);
-  glBindTexture(GL_TEXTURE_2D, sharedTextures.materials[static_cast<std::size_t>(material)]);
+  glBindTexture(GL_TEXTURE_2D, sharedTextures.materials[material]);
   glColor4f(1, 1, 1, 1);
   DrawQuad(editor.viewWidth - kMargin, editor.viewHeight - kMargin, kSize);
   glDisable(GL_TEXTURE_2D);
@@ -155,7 +158,7 @@ void RenderFrame(std::uint32_t now) {
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   glLoadIdentity();
   if (editor.browserPreviewActive) {
-    operations.drawBrowserPreview();
+    DrawBrowserPreview();
   } else {
     RenderScene();
   }

@@ -5,9 +5,17 @@
 
 #include "app/keys.h"
 #include "app/modes.h"
-#include "app/operations.h"
 #include "app/shell.h"
+#include "objects/object_clipboard.h"
+#include "objects/object_mapper.h"
+#include "objects/object_store.h"
+#include "platform/clock.h"
+#include "terrain/brush_stroke.h"
+#include "terrain/material_mapper.h"
+#include "terrain/point_selection.h"
+#include "terrain/roads.h"
 #include "terrain/terrain.h"
+#include "terrain/terrain_tools.h"
 
 namespace mw {
 namespace {
@@ -39,28 +47,38 @@ bool IsFromAbove() { return editor.cameraMode == CameraMode::TopDown; }
 
 bool HasPointTool() { return terrain->tool == TerrainTool::PointManipulation; }
 
+bool HasTranslateTool() { return objectStore.tool == ObjectTool::Translate; }
+
+bool HasSelectTool() { return objectStore.tool == ObjectTool::Select; }
+
+// The ways of both brushes: none leads to the next pick.
+void LiftBrushes() {
+  LiftBrush();
+  LiftMaterialBrush();
+}
+
 void PressLeftInTerrain(int x, int y) {
   if (!HasPointTool()) {
-    operations.pickUnderCursor(x, y);
-    operations.pressBrush();
+    PickUnderCursor(x, y);
+    PressBrush(MillisecondsNow());
   } else if (!editor.ctrlHeld && !editor.shiftHeld) {
-    operations.toggleVertex(x, y);
+    ToggleVertexUnderCursor(x, y);
   } else if (editor.ctrlHeld && !editor.shiftHeld && !IsFromAbove()) {
-    operations.startSelecting(x, y);
+    StartSelecting(x, y);
   }
 }
 
 void PressLeftInObjects(int x, int y) {
-  if (operations.objectSelectTool()) {
-    operations.toggleSelectAtCursor(x, y);
-  } else if (operations.objectTranslateTool()) {
-    operations.pressTranslate(x, y, editor.lastMouseX, editor.lastMouseY);
+  if (HasSelectTool()) {
+    ToggleSelectAtCursor(x, y);
+  } else if (HasTranslateTool()) {
+    PressTranslate(x, y);
   }
 }
 
 void PressLeft(int x, int y) {
   if (editor.pastePending) {
-    operations.paste(x, y);
+    PasteCopied(x, y);
     editor.pastePending = false;
     UpdateClipboardButtons(true);
   } else {
@@ -69,9 +87,9 @@ void PressLeft(int x, int y) {
         PressLeftInTerrain(x, y);
         break;
       case EditMode::MaterialMapper:
-        operations.stopPainting();
-        operations.pickMaterialPoint(x, y);
-        operations.startPainting();
+        StopPainting();
+        PickMaterialPoint(x, y);
+        StartPainting();
         break;
       case EditMode::ObjectMapper:
         PressLeftInObjects(x, y);
@@ -93,15 +111,12 @@ void Press(MouseButton button, int x, int y) {
 
 void PickInTerrain(int x, int y) {
   if (HasPointTool()) return;
-  operations.pickUnderCursor(x, y);
-  operations.moveBrush();
+  PickUnderCursor(x, y);
+  MoveBrush();
 }
 
 void PickInObjects(int x, int y) {
-  if (operations.objectSelectTool() || operations.objectTranslateTool() ||
-      operations.objectHoverOption()) {
-    operations.pickCursorPoint(x, y);
-  }
+  if (HasSelectTool() || HasTranslateTool()) PickCursorPoint(x, y);
 }
 
 void Hover(int x, int y) {
@@ -110,8 +125,8 @@ void Hover(int x, int y) {
       PickInTerrain(x, y);
       break;
     case EditMode::MaterialMapper:
-      operations.stopPainting();
-      operations.pickMaterialPoint(x, y);
+      StopPainting();
+      PickMaterialPoint(x, y);
       break;
     case EditMode::ObjectMapper:
       PickInObjects(x, y);
@@ -125,9 +140,9 @@ void DragPoints(int x, int y) {
     UpdateRubberBand(x, y);
   } else if (!IsFromAbove() && editor.shiftHeld) {
     const int pixelsUp = editor.lastMouseY - y;
-    if (pixelsUp != 0) operations.moveSelection(static_cast<float>(pixelsUp) * kDragHeightPerPixel);
+    if (pixelsUp != 0) MoveSelection(static_cast<float>(pixelsUp) * kDragHeightPerPixel);
   } else if (!IsFromAbove() && editor.ctrlHeld) {
-    operations.selectOnTheWay(x, y);
+    SelectOnTheWayTo(x, y);
   }
 }
 
@@ -138,12 +153,12 @@ void DragLeft(int x, int y) {
       if (HasPointTool()) DragPoints(x, y);
       break;
     case EditMode::MaterialMapper:
-      operations.pickMaterialPoint(x, y);
-      operations.startPainting();
+      PickMaterialPoint(x, y);
+      StartPainting();
       break;
     case EditMode::ObjectMapper:
       PickInObjects(x, y);
-      operations.dragObjects(x, y, editor.lastMouseX, editor.lastMouseY);
+      DragObjects(x, y, editor.lastMouseX, editor.lastMouseY);
       break;
   }
 }
@@ -154,10 +169,10 @@ void ReleaseLeft(int x, int y) {
   if (editor.rubberBandActive) FinishRubberBand(x, y);
   if (IsEditMode(EditMode::TerrainMapper) && terrain->tool == TerrainTool::Road &&
       editor.ctrlHeld) {
-    operations.addRoadPoint(x, y);
+    AddRoadPoint(x, y);
   }
   EndStroke();
-  operations.releaseObjects();  // even if the mode has changed since the press
+  ReleaseObjects();  // even if the mode has changed since the press
   editor.leftHeld = false;
 }
 
@@ -175,8 +190,8 @@ void Move(MouseButton button, int x, int y) {
 }
 
 void DoubleClick(MouseButton button, int x, int y) {
-  if (button == MouseButton::Left && IsEditMode(EditMode::ObjectMapper) &&
-      operations.objectSelectTool() && operations.editHovered()) {
+  if (button == MouseButton::Left && IsEditMode(EditMode::ObjectMapper) && HasSelectTool() &&
+      EditHovered()) {
     return;
   }
   Press(button, x, y);
@@ -208,7 +223,7 @@ void RouteMouse(MouseButton button, MouseEvent event, int x, int y) {
 void ForgetHeldInput() {
   heldInput = HeldInput{};
   EndStroke();
-  operations.releaseObjects();
+  ReleaseObjects();
   editor.ctrlHeld = editor.shiftHeld = false;
   editor.leftHeld = editor.rightHeld = false;
 }
@@ -223,7 +238,7 @@ void SetModifiers(bool ctrl, bool shift) {
 void FollowCamera() {
   const Outlook before = std::exchange(pictured, CurrentOutlook());
   if (before == pictured) return;
-  if (IsJump(before, pictured)) operations.liftBrush();
+  if (IsJump(before, pictured)) LiftBrushes();
   const int x = editor.lastMouseX, y = editor.lastMouseY;
   switch (editor.editMode) {
     case EditMode::TerrainMapper:
@@ -231,11 +246,11 @@ void FollowCamera() {
       if (editor.leftHeld && HasPointTool() && !IsFromAbove()) DragPoints(x, y);
       break;
     case EditMode::MaterialMapper:
-      operations.pickMaterialPoint(x, y);
+      PickMaterialPoint(x, y);
       break;
     case EditMode::ObjectMapper:
       PickInObjects(x, y);
-      if (editor.leftHeld && operations.objectTranslateTool()) operations.dragObjects(x, y, x, y);
+      if (editor.leftHeld && HasTranslateTool()) DragObjects(x, y, x, y);
       break;
   }
 }
@@ -256,7 +271,7 @@ void FinishRubberBand(int x, int y) {
   if (band.x0 > band.x1) std::swap(band.x0, band.x1);
   if (band.y0 > band.y1) std::swap(band.y0, band.y1);
   editor.rubberBandActive = false;
-  operations.selectRectangle(band.x0, band.y0, band.x1, band.y1);
+  SelectRectangle(band.x0, band.y0, band.x1, band.y1);
 }
 
 }  // namespace mw

@@ -5,8 +5,12 @@
 #include "app/input.h"
 #include "app/keys.h"
 #include "app/modes.h"
-#include "app/operations.h"
+#include "app/shell.h"
 #include "data/mod_config.h"
+#include "objects/object_mapper.h"
+#include "terrain/material_mapper.h"
+#include "terrain/point_selection.h"
+#include "terrain/roads.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_tools.h"
 
@@ -73,9 +77,10 @@ const Shortcut* FindShortcut(int key) {
 
 void RunShortcut(const Shortcut& shortcut) {
   if (shortcut.mode == kInTerrain) {
-    operations.terrainToolbarCommand(shortcut.command);
+    PressTerrainControl(static_cast<TerrainControl>(shortcut.command));
+    shell.showModeToolbar(EditMode::TerrainMapper);
   } else if (shortcut.mode == kObjects) {
-    operations.objectToolbarCommand(shortcut.command);
+    PressObjectControl(static_cast<ObjectControl>(shortcut.command));
   } else {
     RunCommand(shortcut.command);
   }
@@ -88,29 +93,37 @@ void DigitKey(int key) {
   if (IsEditMode(EditMode::TerrainMapper)) {
     if (editor.shiftHeld) {
       SetPower(number);
-      operations.setTerrainPower(number);
     } else {
       SetBrushSize(size);
-      operations.setTerrainBrushSize(size);
     }
   } else if (IsEditMode(EditMode::MaterialMapper)) {
-    operations.setMaterialBrushSize(size);
+    SetMaterialBrushSize(size);
   }
+  shell.showModeToolbar(editor.editMode);
 }
 
 void PointManipulationKey(int key) {
   switch (key) {
     case kKeySpace:
-      operations.clearSelection();
+      ClearSelection();
       break;
     case kKeyNumpadPlus:
-      operations.moveSelection(kKeyHeightStep);
+      MoveSelection(kKeyHeightStep);
       break;
     case kKeyNumpadMinus:
-      operations.moveSelection(-kKeyHeightStep);
+      MoveSelection(-kKeyHeightStep);
       break;
     default:
       break;
+  }
+}
+
+void ObjectKey(int key) {
+  if (key == kKeySpace) {
+    DeselectAll();
+    UpdateToolButtons(false);
+  } else if (key == kKeyDelete) {
+    DeleteSelected();
   }
 }
 
@@ -126,7 +139,7 @@ void KeyDown(int key) {
   if (IsEditMode(EditMode::TerrainMapper) && terrain->tool == TerrainTool::PointManipulation) {
     PointManipulationKey(key);
   }
-  if (IsEditMode(EditMode::ObjectMapper)) operations.objectKey(key);
+  if (IsEditMode(EditMode::ObjectMapper)) ObjectKey(key);
 }
 
 void SetWaterLevel(float level) {
@@ -153,7 +166,7 @@ void KeyUp(int key) {
     case kKeyCtrl:
       editor.ctrlHeld = false;
       if (IsEditMode(EditMode::TerrainMapper) && terrain->tool == TerrainTool::Road) {
-        operations.finishRoad();
+        FinishRoadPoints(shell.createRoadDialog);
       }
       break;
     case kKeyShift:

@@ -11,7 +11,6 @@
 #include "app/damaged_parts.h"
 #include "app/level_check.h"
 #include "app/level_parts.h"
-#include "app/operations.h"
 #include "app/recovery.h"
 #include "app/save_questions.h"
 #include "app/shell.h"
@@ -23,6 +22,8 @@
 #include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/mods.h"
+#include "objects/level_tree.h"
+#include "objects/static_objects.h"
 #include "platform/disk.h"
 #include "platform/prompts.h"
 #include "terrain/level_textures.h"
@@ -65,8 +66,8 @@ void LeaveNoSecondArchive(const std::string& path) {
 }
 
 void ClearLevel() {
-  operations.clearAllObjects();
-  operations.buildTree();
+  ClearAllObjects();
+  BuildTree();
   shell.renderFrameNow();
 }
 
@@ -272,8 +273,8 @@ void EmptyEditor(const ModSnapshot& before) {
   if (!CurrentModName().empty()) ReloadModConfig();
   modConfig.LevelName = "";
   editor.levelFolder = "";
-  operations.clearAllObjects();
-  operations.buildTree();
+  ClearAllObjects();
+  BuildTree();
   InitGrid();
   PlaceCameraAtSavedPosition();  // above the flat ground
   LookAlongLevel();

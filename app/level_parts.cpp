@@ -1,7 +1,6 @@
 #include "app/level_parts.h"
 
 #include "app/damaged_parts.h"
-#include "app/operations.h"
 #include "core/editor_state.h"
 #include "core/text.h"
 #include "data/level_settings.h"
@@ -9,8 +8,11 @@
 #include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/mods.h"
+#include "objects/static_objects.h"
+#include "objects/unknown_objects.h"
 #include "platform/prompts.h"
 #include "terrain/level_textures.h"
+#include "terrain/material_map.h"
 #include "terrain/terrain.h"
 
 namespace mw {
@@ -35,9 +37,10 @@ bool ReadLevelParts() {
   InitGrid();
   LoadHeightsFromBuffer();
   SetStatusText(1, "Loading Material Map...");
-  operations.loadMaterialMap();
+  LoadMaterialMap();
   SetStatusText(1, "Loading Objects...");
-  operations.loadStaticObjects();
+  LoadStaticObjects();
+  NoteUnknownObjects();
   NoteDamagedRest();
   return true;
 }
@@ -59,8 +62,8 @@ bool LoadLevelParts() {
 void WriteLevelParts() {
   if (MayWrite(LevelPart::HeightMap)) SaveHeightmap();
   WriteLevelSettings();
-  if (MayWrite(LevelPart::MaterialMap)) operations.saveMaterialMap();
-  operations.saveStaticObjects();
+  if (MayWrite(LevelPart::MaterialMap)) SaveMaterialMap();
+  SaveStaticObjects();
   SetStatusText(1, "Saving Environment Maps...");
   WriteTextureSetToLevel();
 }
@@ -68,8 +71,8 @@ void WriteLevelParts() {
 void WriteEditedParts() {
   SaveHeightmap();
   WriteLevelSettings();
-  operations.saveMaterialMap();
-  operations.saveStaticObjects();
+  SaveMaterialMap();
+  SaveStaticObjects();
 }
 
 }  // namespace mw

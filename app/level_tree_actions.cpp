@@ -1,10 +1,10 @@
 #include "app/level_tree_actions.h"
 
 #include <array>
+#include <functional>
 #include <utility>
 
 #include "app/commands.h"
-#include "app/operations.h"
 #include "app/shell.h"
 #include "core/editor_state.h"
 #include "objects/entity_editing.h"
@@ -64,15 +64,15 @@ bool IsEntityPlace(TreeItem parent, TreeItem grandparent) {
 }
 
 // What the fixed items open; nothing for any other item.
-Operations::Action OpeningOf(TreeItem item) {
+std::function<void()> OpeningOf(TreeItem item) {
   const LevelTree::FixedItems& fixed = levelTree.fixed;
-  if (item == fixed.lighting) return operations.lightSettings;
-  if (item == fixed.shadows) return operations.shadowSettings;
-  if (item == fixed.fog) return operations.fogSettings;
-  if (item == fixed.water) return operations.waterSettings;
-  if (item == fixed.teams) return operations.teamSelection;
+  if (item == fixed.lighting) return shell.lightSettingsDialog;
+  if (item == fixed.shadows) return shell.shadowSettingsDialog;
+  if (item == fixed.fog) return shell.fogSettingsDialog;
+  if (item == fixed.water) return shell.waterSettingsDialog;
+  if (item == fixed.teams) return shell.teamSelectionDialog;
   if (item == fixed.addTemplate) return AddObjectSpawnTemplate;
-  if (item == fixed.addNewObject) return operations.objectBrowser;
+  if (item == fixed.addNewObject) return shell.objectBrowserDialog;
   return nullptr;
 }
 
@@ -112,7 +112,7 @@ void LevelTreeItemsSelected(const std::vector<TreeItem>& items) {
 
 bool ActivateLevelTreeItem(TreeItem item) {
   if (item == 0) return false;
-  if (const Operations::Action open = OpeningOf(item)) {
+  if (const auto open = OpeningOf(item)) {
     open();
     return true;
   }

@@ -1,10 +1,8 @@
 #include "app/light_map_commands.h"
 
 #include <string>
-#include <utility>
 
 #include "app/level.h"
-#include "app/operations.h"
 #include "core/editor_state.h"
 #include "core/text.h"
 #include "data/game_file.h"
@@ -227,16 +225,6 @@ void GenerateObjectLightmaps() {
     ShowCompleted("Completed Generating Object Light Maps.", WhatWentWrong(end));
   }
   ReloadLevelTextures();
-}
-
-void ConnectLightMapCommands(std::function<bool()> shadowDialog) {
-  operations.openShadowDialog = [shadowDialog = std::move(shadowDialog)] {
-    if (!shadowDialog()) return;
-    ShowWaitCursor();
-    GenerateTerrainShadows();
-  };
-  operations.mergeTerrainLightmaps = MergeTerrainLightmaps;
-  operations.generateObjectLightmaps = GenerateObjectLightmaps;
 }
 
 }  // namespace mw

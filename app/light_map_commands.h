@@ -3,16 +3,10 @@
 // cancels it, the level is what it was before.
 #pragma once
 
-#include <functional>
-
 namespace mw {
 
 void GenerateTerrainShadows();
 void MergeTerrainLightmaps();
 void GenerateObjectLightmaps();
-
-// Fills in the commands of the shell; `shadowDialog` is the Generate Terrain Shadows dialog, true
-// on OK.
-void ConnectLightMapCommands(std::function<bool()> shadowDialog);
 
 }  // namespace mw

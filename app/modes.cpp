@@ -1,14 +1,17 @@
 #include "app/modes.h"
 
-#include "app/operations.h"
 #include "app/shell.h"
+#include "objects/object_hover.h"
+#include "platform/clock.h"
+#include "terrain/brush_stroke.h"
+#include "terrain/material_mapper.h"
 
 namespace mw {
 
 void EndStroke() {
   editor.rubberBandActive = false;
-  operations.stopPainting();
-  operations.releaseBrush();
+  StopPainting();
+  ReleaseBrush(MillisecondsNow());
 }
 
 void SetEditMode(EditMode mode) {
@@ -16,7 +19,7 @@ void SetEditMode(EditMode mode) {
   UpdateClipboardButtons(mode == EditMode::ObjectMapper);
   if (mode != editor.editMode) {
     EndStroke();
-    operations.forgetHovered();
+    ForgetHovered();
   }
   editor.editMode = mode;
 }

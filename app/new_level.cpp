@@ -8,7 +8,6 @@
 #include "app/camera_control.h"
 #include "app/damaged_parts.h"
 #include "app/level.h"
-#include "app/operations.h"
 #include "app/shell.h"
 #include "app/start_up.h"
 #include "core/hooks.h"
@@ -20,11 +19,15 @@
 #include "data/load_report.h"
 #include "data/mods.h"
 #include "objects/entity_scripts.h"
+#include "objects/level_tree.h"
+#include "objects/static_objects.h"
 #include "platform/disk.h"
 #include "platform/file.h"
 #include "platform/prompts.h"
 #include "terrain/dds_writer.h"
 #include "terrain/level_textures.h"
+#include "terrain/material_map.h"
+#include "terrain/random_terrain.h"
 #include "terrain/terrain.h"
 
 namespace mw {
@@ -70,8 +73,8 @@ bool IsOpenInAnotherEditor(const std::string& name) {
 
 void ForgetOpenLevel() {
   CloseLevelArchive();
-  operations.clearAllObjects();
-  operations.buildTree();
+  ClearAllObjects();
+  BuildTree();
 }
 
 void SetSizes(LevelSize size) {
@@ -116,7 +119,7 @@ void WriteBlankTexture(const char* file, int side, bool mipmaps) {
 void WriteFirstFiles(const GameRules& rules) {
   WriteLevelScripts(rules);
   SaveHeightmap();
-  operations.saveMaterialMap();
+  SaveMaterialMap();
   WriteBlankTexture("/Textures/Detail.dds", kTextureSide, true);
   WriteBlankTexture("/Textures/ingamemap.dds", kTextureSide, true);
   WriteBlankTexture("/Menu/thumbnail.dds", kThumbnailSide, false);
@@ -140,12 +143,12 @@ std::string WriteSkeleton(const GameRules& rules) {
 }
 
 void ReadBack() {
-  operations.clearAllObjects();
+  ClearAllObjects();
   BeginLoadReport();
   ReadLevelSettings();
   ReadGameModeFiles();
   EndLoadReport();
-  operations.snapAllToGround();
+  SnapAllToGround();
 }
 
 // The four tiles around the level's middle.
@@ -176,7 +179,7 @@ std::string CreateLevel(const NewLevelChoices& choices) {
   AdoptChoices(choices);
   const GameRules rules = RulesOrConquest(choices.rules);
   MakeFlatTerrain();
-  if (choices.randomTerrain) operations.randomTerrain(false);
+  if (choices.randomTerrain) RandomTerrain(false, shell.randomTerrainDialog);
   if (std::string failure = WriteSkeleton(rules); !failure.empty()) return failure;
   ReadBack();
   AssignCentralTiles();

@@ -1,44 +1,96 @@
-// What the shell's logic asks of the windows. The window library fills the record in at start-up; a
-// test fills in what it wants to see. Every function has a harmless default.
+// What the shell's logic asks of the windows. The window library fills the whole record in at
+// start-up; a test fills in what it wants to see.
 #pragma once
 
+#include <cstddef>
 #include <functional>
+#include <optional>
+#include <utility>
 
 #include "app/command_ids.h"
+#include "app/new_level.h"
 #include "core/editor_state.h"
+#include "terrain/height_exchange.h"
+#include "terrain/random_terrain.h"
 
 namespace mw {
 
-// How the welcome dialog ended.
-enum class WelcomeChoice : int { OpenLevel = 1, NewLevel = 2, Close = 8 };
+// Says that a window is missing which the logic needs: a fault of the program.
+void ShowMissingWindow();
 
+struct NotConnected {};
+
+// A function of the windows. While it is not connected, a call shows a message and gives the answer
+// of a user who cancels, so that nothing counts as done.
+template <typename Signature>
+class WindowFunction;
+
+template <typename Result, typename... Args>
+class WindowFunction<Result(Args...)> {
+ public:
+  WindowFunction(NotConnected) {}
+  template <typename Function>
+  WindowFunction(Function function) : function_(std::move(function)) {}
+
+  Result operator()(Args... args) const {
+    if (function_) return function_(args...);
+    ShowMissingWindow();
+    return Result();
+  }
+
+ private:
+  std::function<Result(Args...)> function_;
+};
+
+// How the welcome dialog ended.
+enum class WelcomeChoice : int { Close = 0, OpenLevel = 1, NewLevel = 2 };
+
+// None has a default: a record in which one is left out does not compile.
 struct Shell {
   // Buttons and windows.
-  std::function<void(CommandId, bool)> setCommandChecked = [](CommandId, bool) {};
-  std::function<void(CommandId, bool)> setCommandEnabled = [](CommandId, bool) {};
+  WindowFunction<void(CommandId, bool)> setCommandChecked;
+  WindowFunction<void(CommandId, bool)> setCommandEnabled;
   // Enables what works on a level.
-  std::function<void(bool)> setLevelOpen = [](bool) {};
-  std::function<void(EditMode)> showModeToolbar = [](EditMode) {};
-  std::function<bool()> mainWindowActive = [] { return true; };
-  std::function<bool()> viewHasFocus = [] { return true; };
-  std::function<void()> focusView = [] {};
-  std::function<void()> focusTreePanel = [] {};
-  std::function<void()> closeMainWindow = [] {};
+  WindowFunction<void(bool)> setLevelOpen;
+  // With the mode's tools and their settings as they are now.
+  WindowFunction<void(EditMode)> showModeToolbar;
+  WindowFunction<bool()> mainWindowActive;
+  WindowFunction<bool()> viewHasFocus;
+  WindowFunction<void()> focusView;
+  WindowFunction<void()> focusTreePanel;
+  WindowFunction<void()> closeMainWindow;
   // Draws one frame at once.
-  std::function<void()> renderFrameNow = [] {};
+  WindowFunction<void()> renderFrameNow;
 
   // Dialogs; true when they ended with OK.
-  std::function<bool(bool cancelAllowed)> selectMod = [](bool) { return false; };
-  std::function<bool(bool cancelAllowed)> newModConfig = [](bool) { return false; };
-  std::function<bool(bool cancelAllowed)> editModSettings = [](bool) { return false; };
+  WindowFunction<bool(bool cancelAllowed)> selectMod;
+  WindowFunction<bool(bool cancelAllowed)> newModConfig;
+  WindowFunction<bool(bool cancelAllowed)> editModSettings;
   // Sets LevelName and levelFolder on OK.
-  std::function<bool()> loadLevelDialog = [] { return false; };
-  std::function<bool()> createRoadDialog = [] { return false; };
-  std::function<void()> addFileDialog = [] {};
-  std::function<void()> aboutDialog = [] {};
-  std::function<void()> creditsDialog = [] {};
-  std::function<WelcomeChoice()> welcomeDialog = [] { return WelcomeChoice::Close; };
+  WindowFunction<bool()> loadLevelDialog;
+  WindowFunction<bool()> createRoadDialog;
+  WindowFunction<bool()> terrainShadowsDialog;
+  // Dialogs that ask for something; nothing when the user cancels.
+  WindowFunction<std::optional<NewLevelChoices>()> newLevelDialog;
+  WindowFunction<std::optional<RandomTerrainParameters>()> randomTerrainDialog;
+  WindowFunction<std::optional<SampleBits>(const char* title)> sampleBitsDialog;
+  WindowFunction<WelcomeChoice()> welcomeDialog;
+  // Dialogs that do by themselves what they are for.
+  WindowFunction<void()> addFileDialog;
+  WindowFunction<void()> levelStatisticsDialog;
+  WindowFunction<void()> surfaceAssignmentsDialog;
+  WindowFunction<void()> lightSettingsDialog;
+  WindowFunction<void()> fogSettingsDialog;
+  WindowFunction<void()> shadowSettingsDialog;
+  WindowFunction<void()> waterSettingsDialog;
+  WindowFunction<void()> teamSelectionDialog;
+  WindowFunction<void()> objectBrowserDialog;
+  WindowFunction<void()> aboutDialog;
+  WindowFunction<void()> creditsDialog;
 };
+
+// Nothing of it is connected.
+Shell ShellWithoutWindows();
 
 extern Shell shell;
 

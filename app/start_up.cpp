@@ -6,11 +6,15 @@
 
 #include "app/commands.h"
 #include "app/level.h"
-#include "app/operations.h"
+#include "app/new_level.h"
 #include "app/shell.h"
 #include "core/game_random.h"
+#include "core/hooks.h"
 #include "core/text.h"
 #include "data/mod_config.h"
+#include "objects/object_catalogue.h"
+#include "objects/object_render.h"
+#include "objects/static_objects.h"
 #include "platform/modules.h"
 #include "platform/prompts.h"
 #include "platform/settings_store.h"
@@ -97,6 +101,12 @@ SurfacePlugin LoadedSurfacePlugin() {
   return plugin;
 }
 
+void ConnectHooks() {
+  hooks.loadObjectCatalogue = LoadObjectCatalogue;
+  hooks.drawStaticObjects = DrawStaticObjects;
+  hooks.seatObjectsOnGround = SnapAllToGround;
+}
+
 void SetInitialValues() {
   editor.levelModified = false;
   editor.ShowGrid = true;
@@ -130,7 +140,7 @@ bool RunWelcomeLoop() {
         if (OpenLevel()) return true;
         break;
       case WelcomeChoice::NewLevel:
-        if (operations.newLevel()) return true;
+        if (NewLevel(shell.newLevelDialog)) return true;
         break;
       case WelcomeChoice::Close:
         return false;

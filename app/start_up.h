@@ -23,6 +23,8 @@ SurfacePlugin LoadedSurfacePlugin();
 // The entry points of the material plug-in; null while it is not loaded.
 MaterialPlugin LoadedMaterialPlugin();
 
+// Lets the houses below reach the objects.
+void ConnectHooks();
 // The shared flags that start-up sets after the mod is chosen, and the seed of the random numbers.
 void SetInitialValues();
 // The view commands sent before the first level: Fly, Wireframe, Object Mapper, Textured Mesh.

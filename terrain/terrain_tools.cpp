@@ -61,6 +61,30 @@ void ToggleAutoSmoothing() {
   if (terrain) terrain->autoSmoothing = !terrain->autoSmoothing;
 }
 
+std::optional<TerrainTool> ToolOf(TerrainControl control) {
+  switch (control) {
+    case TerrainControl::PointManipulation:
+      return TerrainTool::PointManipulation;
+    case TerrainControl::Carving:
+      return TerrainTool::Carving;
+    case TerrainControl::Raising:
+      return TerrainTool::Raising;
+    case TerrainControl::Smoothing:
+      return TerrainTool::Smoothing;
+    case TerrainControl::Flatten:
+      return TerrainTool::Flatten;
+    case TerrainControl::Road:
+      return TerrainTool::Road;
+    default:
+      return std::nullopt;
+  }
+}
+
+void PressTerrainControl(TerrainControl control) {
+  if (const auto tool = ToolOf(control)) SelectTool(*tool);
+  if (control == TerrainControl::AutoSmoothing) ToggleAutoSmoothing();
+}
+
 void SetSmoothingRange(int cells) {
   if (!terrain) return;
   terrain->smoothingRange = static_cast<float>(std::clamp(cells, 1, kMaxSmoothingRange));

@@ -3,8 +3,11 @@
 // selected points are in point_selection.h.
 #pragma once
 
+#include <optional>
+
 #include "terrain/brush_way.h"
 #include "terrain/terrain.h"
+#include "terrain/terrain_controls.h"
 
 namespace mw {
 
@@ -15,6 +18,11 @@ inline constexpr int kMaxToolPower = 10;      // height units per second; the we
 // Every tool but Point Manipulation drops the point selection; the Road tool starts without points.
 void SelectTool(TerrainTool tool);
 void ToggleAutoSmoothing();
+// The tool that a button of the mapper's toolbar chooses, if it chooses one.
+std::optional<TerrainTool> ToolOf(TerrainControl control);
+// Buttons of the toolbar: chooses the button's tool, or switches auto-smoothing. Controls that are
+// no buttons do nothing here.
+void PressTerrainControl(TerrainControl control);
 // Settings outside their range become the nearest one in it.
 void SetSmoothingRange(int cells);
 void SetBrushSize(int cells);

@@ -1,4 +1,4 @@
-// Gives the objects house its windows: level tree, toolbar and dialogs. Called at start-up.
+// Gives the objects house its windows: level tree, toolbar and property sheets. Called at start-up.
 #pragma once
 
 namespace mw {

@@ -1,16 +1,14 @@
 #include "app/ui/shell_windows.h"
 
-#include "app/operations.h"
 #include "app/shell.h"
 #include "app/ui/frame_loop.h"
-#include "app/ui/height_operations.h"
-#include "app/ui/level_operations.h"
+#include "app/ui/level_statistics_dialog.h"
 #include "app/ui/level_tree_panel.h"
 #include "app/ui/level_tree_widget.h"
 #include "app/ui/load_level_dialog.h"
 #include "app/ui/main_window.h"
-#include "app/ui/mapper_operations.h"
 #include "app/ui/mode_toolbars.h"
+#include "app/ui/new_level_dialog.h"
 #include "app/ui/object_connections.h"
 #include "app/ui/picture_dialog.h"
 #include "app/ui/view_widget.h"
@@ -18,60 +16,74 @@
 #include "core/hooks.h"
 #include "data/ui/add_file_dialog.h"
 #include "data/ui/mod_dialogs.h"
+#include "objects/ui/environment_dialogs.h"
+#include "objects/ui/object_browser_dialog.h"
+#include "terrain/ui/random_terrain_dialog.h"
 #include "terrain/ui/road_dialog.h"
+#include "terrain/ui/sample_bits_dialog.h"
+#include "terrain/ui/shadow_dialog.h"
+#include "terrain/ui/surface_assignments_dialog.h"
 
 namespace mw {
 namespace {
 
-void ConnectWindows(MainWindow& window) {
+// All of the record, so that a function that is added there cannot be forgotten here.
+Shell ShellOf(MainWindow& window) {
+  MainWindow* const owner = &window;
   ViewWidget* const view = window.view();
-  shell.setCommandChecked = [&](CommandId id, bool on) { window.SetCommandChecked(id, on); };
-  shell.setCommandEnabled = [&](CommandId id, bool on) { window.SetCommandEnabled(id, on); };
-  shell.setLevelOpen = [&](bool open) { window.SetLevelOpen(open); };
-  shell.showModeToolbar = [&](EditMode mode) { window.modeToolbars()->ShowMode(mode); };
-  shell.mainWindowActive = [&] { return IsWindowInUse(&window); };
-  shell.viewHasFocus = [view] { return view->hasFocus(); };
-  shell.focusView = [view] {
-    if (!view->hasFocus()) view->setFocus(Qt::MouseFocusReason);
-  };
-  shell.focusTreePanel = [&] { window.treePanel()->tree()->setFocus(Qt::ShortcutFocusReason); };
-  shell.closeMainWindow = [&] { window.CloseForGood(); };
-  shell.renderFrameNow = [view] { view->repaint(); };
-  // Part of the next frame, which this costs nothing more while one follows another.
-  hooks.invalidateMiniMap = [view] { view->update(); };
-}
+  return {
+      .setCommandChecked = [&](CommandId id, bool on) { window.SetCommandChecked(id, on); },
+      .setCommandEnabled = [&](CommandId id, bool on) { window.SetCommandEnabled(id, on); },
+      .setLevelOpen = [&](bool open) { window.SetLevelOpen(open); },
+      .showModeToolbar = [&](EditMode mode) { window.modeToolbars()->ShowMode(mode); },
+      .mainWindowActive = [owner] { return IsWindowInUse(owner); },
+      .viewHasFocus = [view] { return view->hasFocus(); },
+      .focusView =
+          [view] {
+            if (!view->hasFocus()) view->setFocus(Qt::MouseFocusReason);
+          },
+      .focusTreePanel = [&] { window.treePanel()->tree()->setFocus(Qt::ShortcutFocusReason); },
+      .closeMainWindow = [&] { window.CloseForGood(); },
+      .renderFrameNow = [view] { view->repaint(); },
 
-void ConnectDialogs(MainWindow& window) {
-  shell.selectMod = [&](bool cancelAllowed) { return SelectModDialog(&window, cancelAllowed); };
-  shell.newModConfig = [&](bool cancelAllowed) { return NewModConfig(&window, cancelAllowed); };
-  shell.editModSettings = [&](bool cancelAllowed) {
-    return EditModSettings(&window, cancelAllowed);
+      .selectMod = [owner](bool cancelAllowed) { return SelectModDialog(owner, cancelAllowed); },
+      .newModConfig = [owner](bool cancelAllowed) { return NewModConfig(owner, cancelAllowed); },
+      .editModSettings =
+          [owner](bool cancelAllowed) { return EditModSettings(owner, cancelAllowed); },
+      .loadLevelDialog = [owner] { return RunLoadLevelDialog(owner); },
+      .createRoadDialog = [owner] { return CreateRoadDialog(owner); },
+      .terrainShadowsDialog = [owner] { return ShadowDialog(owner); },
+      .newLevelDialog = [owner] { return RunNewLevelDialog(owner); },
+      .randomTerrainDialog = [owner] { return RandomTerrainDialog(owner); },
+      .sampleBitsDialog = [owner](const char* title) { return SampleBitsDialog(owner, title); },
+      .welcomeDialog = [owner] { return WelcomeDialog(owner).Ask(); },
+      .addFileDialog = [owner] { AddFileDialog(owner); },
+      .levelStatisticsDialog = [owner] { LevelStatisticsDialog(owner); },
+      .surfaceAssignmentsDialog =
+          [owner] { SurfaceAssignmentsDialog(owner, shell.renderFrameNow); },
+      .lightSettingsDialog = [owner] { LightSettingsDialog(owner); },
+      .fogSettingsDialog = [owner] { FogSettingsDialog(owner); },
+      .shadowSettingsDialog = [owner] { ShadowSettingsDialog(owner); },
+      .waterSettingsDialog = [owner] { WaterSettingsDialog(owner); },
+      .teamSelectionDialog = [owner] { TeamSelectionDialog(owner); },
+      .objectBrowserDialog = [owner] { ObjectBrowserDialog(owner, shell.renderFrameNow); },
+      .aboutDialog = [owner] { SplashDialog(owner).exec(); },
+      .creditsDialog = [owner] { CreditsDialog(owner).exec(); },
   };
-  shell.loadLevelDialog = [&] { return RunLoadLevelDialog(&window); };
-  shell.createRoadDialog = [&] { return CreateRoadDialog(&window); };
-  shell.addFileDialog = [&] { AddFileDialog(&window); };
-  shell.aboutDialog = [&] { SplashDialog(&window).exec(); };
-  shell.creditsDialog = [&] { CreditsDialog(&window).exec(); };
-  shell.welcomeDialog = [&] { return WelcomeDialog(&window).Ask(); };
 }
 
 }  // namespace
 
 void ConnectShell(MainWindow& window) {
-  ConnectWindows(window);
-  ConnectDialogs(window);
-  ConnectTerrainTools(*window.modeToolbars()->terrainToolbar());
-  ConnectMaterialTools(*window.modeToolbars()->materialToolbar());
-  ConnectSurfaceDialogs(window);
-  ConnectHeightOperations(window);
+  shell = ShellOf(window);
+  // Part of the next frame, which this costs nothing more while one follows another.
+  hooks.invalidateMiniMap = [view = window.view()] { view->update(); };
   ConnectObjectWindows(window);
-  ConnectLevelOperations(window);
 }
 
 void DisconnectShell() {
   DisconnectObjectWindows();
-  shell = Shell{};
-  operations = Operations{};
+  shell = ShellWithoutWindows();
   hooks.invalidateMiniMap = [] {};
 }
 

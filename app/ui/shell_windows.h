@@ -7,7 +7,7 @@ class MainWindow;
 
 // The window must outlive the connection.
 void ConnectShell(MainWindow& window);
-// Back to the harmless defaults.
+// No window is connected any more.
 void DisconnectShell();
 
 }  // namespace mw

@@ -6,11 +6,9 @@
 
 #include "app/frame.h"
 #include "app/level.h"
-#include "app/object_operations.h"
 #include "app/recovery_offer.h"
 #include "app/shell.h"
 #include "app/start_up.h"
-#include "app/terrain_operations.h"
 #include "app/ui/frame_loop.h"
 #include "app/ui/main_window.h"
 #include "app/ui/picture_dialog.h"
@@ -101,8 +99,7 @@ int RunEditor(const PlatformConnections& platform) {
   FrameLoop frames(&window, window.view());
   platform.observeProcessWaits([&frames](bool waiting) { frames.Rest(waiting); });
   ConnectShell(window);
-  ConnectTerrainOperations();
-  ConnectObjectOperations();
+  ConnectHooks();
   const int exitCode = RunInWindow(window, frames);
   ShutDown();
   DisconnectShell();

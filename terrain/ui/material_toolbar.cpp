@@ -90,11 +90,6 @@ void MaterialToolbar::AddLists() {
   connect(material_, &QComboBox::currentIndexChanged, this, SetCurrentMaterial);
 }
 
-void MaterialToolbar::ChooseBrushSize(int size) {
-  SetMaterialBrushSize(size);
-  Refresh();
-}
-
 void MaterialToolbar::Refresh() {
   if (!materialMapper) return;
   Show(brushSize_, materialMapper->brushSize - 1);

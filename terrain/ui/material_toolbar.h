@@ -12,8 +12,6 @@ class MaterialToolbar : public QToolBar {
  public:
   explicit MaterialToolbar(QWidget* parent);
 
-  // The brush size, as digit keys give it.
-  void ChooseBrushSize(int size);
   // Shows the settings that the material mapper has now.
   void Refresh();
 

@@ -6,7 +6,6 @@
 #include <QComboBox>
 #include <QSignalBlocker>
 #include <QSlider>
-#include <optional>
 
 #include "resources/pictures.h"
 #include "terrain/terrain_tools.h"
@@ -32,25 +31,6 @@ constexpr ButtonSpec kButtons[] = {
     {TerrainControl::Flatten, "Flatten Tool", "flatten"},
     {TerrainControl::Road, "Road Tool", "road"},
 };
-
-std::optional<TerrainTool> ToolOf(TerrainControl control) {
-  switch (control) {
-    case TerrainControl::PointManipulation:
-      return TerrainTool::PointManipulation;
-    case TerrainControl::Carving:
-      return TerrainTool::Carving;
-    case TerrainControl::Raising:
-      return TerrainTool::Raising;
-    case TerrainControl::Smoothing:
-      return TerrainTool::Smoothing;
-    case TerrainControl::Flatten:
-      return TerrainTool::Flatten;
-    case TerrainControl::Road:
-      return TerrainTool::Road;
-    default:
-      return std::nullopt;
-  }
-}
 
 void Describe(QWidget* widget, TerrainControl control, const char* objectName,
               const char* toolTip) {
@@ -150,18 +130,7 @@ QAction* TerrainToolbar::Button(TerrainControl button) const {
 }
 
 void TerrainToolbar::Press(TerrainControl button) {
-  if (const auto tool = ToolOf(button)) SelectTool(*tool);
-  if (button == TerrainControl::AutoSmoothing) ToggleAutoSmoothing();
-  Refresh();
-}
-
-void TerrainToolbar::ChooseBrushSize(int cells) {
-  SetBrushSize(cells);
-  Refresh();
-}
-
-void TerrainToolbar::ChoosePower(int power) {
-  SetPower(power);
+  PressTerrainControl(button);
   Refresh();
 }
 

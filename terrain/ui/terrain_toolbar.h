@@ -15,12 +15,8 @@ class TerrainToolbar : public QToolBar {
  public:
   explicit TerrainToolbar(QWidget* parent);
 
-  // What a click on the button does: chooses its tool, or switches auto-smoothing. Controls that
-  // are no buttons do nothing here.
+  // What a click on the button does.
   void Press(TerrainControl button);
-  // The settings, as digit keys give them.
-  void ChooseBrushSize(int cells);
-  void ChoosePower(int power);
   // Shows the tool and the settings that the terrain has now.
   void Refresh();
 

@@ -1,259 +1,252 @@
+// The ground under mouse and keys, by what the level holds then.
 #include "app/input.h"
 
+#include <chrono>
 #include <gmock/gmock.h>
+#include <thread>
 
 #include "app/camera_control.h"
-#include "app/modes.h"
-#include "app/shell_fixture.h"
+#include "app/editing_fixture.h"
+#include "objects/object_mapper.h"
 
 namespace mw {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
+constexpr EditMode kModes[] = {EditMode::TerrainMapper, EditMode::ObjectMapper,
+                               EditMode::MaterialMapper};
 
-class InputTest : public ShellTest {
+class InputTest : public EditingTest {
  protected:
-  InputTest() {
-    const auto note = [this](const char* name) {
-      return [this, name] { calls.emplace_back(name); };
-    };
-    const auto noteAt = [this](const char* name) {
-      return [this, name](int x, int y) {
-        calls.push_back(std::string(name) + " " + std::to_string(x) + " " + std::to_string(y));
-      };
-    };
-    operations.pickUnderCursor = noteAt("pick");
-    operations.pressBrush = note("press");
-    operations.moveBrush = note("move brush");
-    operations.releaseBrush = note("release");
-    operations.liftBrush = note("lift");
-    operations.toggleVertex = noteAt("toggle");
-    operations.startSelecting = noteAt("start selecting");
-    operations.selectOnTheWay = noteAt("select");
-    shell.renderFrameNow = [this] {
-      calls.emplace_back("frame");
-      FollowCamera();
-    };
-    operations.terrainToolbarCommand = [this](CommandId id) {
-      calls.push_back("terrain " + std::to_string(id));
-    };
-    operations.objectToolbarCommand = [this](CommandId id) {
-      calls.push_back("object " + std::to_string(id));
-    };
-    operations.selectRectangle = [this](int x0, int y0, int x1, int y1) {
-      calls.push_back("rectangle " + std::to_string(x0) + " " + std::to_string(y0) + " " +
-                      std::to_string(x1) + " " + std::to_string(y1));
-    };
-    operations.moveSelection = [this](float delta) {
-      calls.push_back("move " + std::to_string(delta));
-    };
-    operations.pickMaterialPoint = noteAt("material");
-    operations.startPainting = note("paint");
-    operations.stopPainting = note("no paint");
-    operations.toggleSelectAtCursor = noteAt("toggle object");
-    operations.paste = [this](int, int) { calls.emplace_back("paste"); };
-    operations.copy = note("copy");
-    operations.finishRoad = note("finish road");
-    operations.clearSelection = note("clear selection");
-    editor.viewWidth = 100;
-    editor.viewHeight = 90;
-    Show(EditMode::TerrainMapper);
-  }
-  // Goes to the mode and draws a frame of it.
-  void Show(EditMode mode) {
-    SetEditMode(mode);
+  // A frame with the left button held, some time after the last event.
+  static void HoldForAFrame() {
+    std::this_thread::sleep_for(std::chrono::milliseconds(25));
+    UpdateCameraFromInput();
     FollowCamera();
-    calls.clear();
   }
-  void Press(int x, int y) { RouteMouse(MouseButton::Left, MouseEvent::Press, x, y); }
-  void Drag(int x, int y) { RouteMouse(MouseButton::Left, MouseEvent::Move, x, y); }
-  void Release(int x, int y) { RouteMouse(MouseButton::Left, MouseEvent::Release, x, y); }
-  void Tap(int key) {
-    RouteKey(key, true);
-    RouteKey(key, false);
+  static std::uint32_t MaterialUnder(int x, int y) {
+    const Vector3 ground = GroundUnderCursor(x, y).value();
+    // Cells are called after the vertex at their end, in rows.
+    return materialMapper->grid[static_cast<std::size_t>(std::ceil(ground.x / CellSize))]
+                               [static_cast<std::size_t>(ground.z / CellSize)];
   }
 };
 
-TEST_F(InputTest, NothingHappensBeforeTheViewIsReadyOrWhileAnotherWindowIsActive) {
-  editor.viewReady = false;
-  Press(1, 1);
-  Tap('Z');
-  editor.viewReady = true;
+TEST_F(InputTest, NothingHappensWithoutAReadyViewAnOpenLevelAndAnActiveWindow) {
+  Choose(TerrainTool::Raising);
+  for (bool* const flag : {&editor.viewReady, &editor.levelLoaded}) {
+    *flag = false;
+    Click(50, 50);
+    Tap('Z');
+    *flag = true;
+  }
   shell.mainWindowActive = [] { return false; };
-  Press(1, 1);
-  EXPECT_THAT(calls, IsEmpty());
-  EXPECT_FALSE(editor.leftHeld);
+  Click(50, 50);
+  EXPECT_FALSE(IsRaised(50, 50) || editor.levelModified || editor.leftHeld);
+  EXPECT_EQ(terrain->tool, TerrainTool::Raising);
 }
 
 TEST_F(InputTest, TheSameKeyIsAnotherToolInEachMode) {
-  for (const EditMode mode :
-       {EditMode::TerrainMapper, EditMode::ObjectMapper, EditMode::MaterialMapper}) {
-    editor.editMode = mode;
-    Tap('C');
+  const struct {
+    char key;
+    TerrainTool tool;
+    ObjectTool objectTool;
+  } rows[] = {{'Z', TerrainTool::Carving, ObjectTool::Select},
+              {'X', TerrainTool::Raising, ObjectTool::Translate},
+              {'C', TerrainTool::Smoothing, ObjectTool::RaiseLower},
+              {'V', TerrainTool::Flatten, ObjectTool::RotateX},
+              {'B', TerrainTool::Road, ObjectTool::RotateY},
+              {'N', TerrainTool::PointManipulation, ObjectTool::RotateZ}};
+  objectStore.toolsEnabled = true;
+  for (const auto& [key, tool, objectTool] : rows) {
+    for (const EditMode mode : kModes) {
+      editor.editMode = mode;
+      shownToolbar = {};
+      Tap(key);
+      if (mode == EditMode::TerrainMapper) {
+        EXPECT_EQ(shownToolbar, mode) << "with the new tool";
+      }
+    }
+    EXPECT_EQ(terrain->tool, tool) << key;
+    EXPECT_EQ(objectStore.tool, objectTool) << key;
   }
-  EXPECT_THAT(calls, ElementsAre("terrain 2003", "object 4010"));
+  editor.editMode = EditMode::TerrainMapper;
+  Tap('M');
+  EXPECT_FALSE(terrain->autoSmoothing);
+  EXPECT_TRUE(objectStore.snapToGround);
 }
 
 TEST_F(InputTest, WithCtrlALetterIsACommandInEveryModeAndNeverATool) {
   editor.cameraMode = CameraMode::TopDown;
-  for (const EditMode mode :
-       {EditMode::TerrainMapper, EditMode::ObjectMapper, EditMode::MaterialMapper}) {
+  objectStore.toolsEnabled = objectStore.objects[1].selected = true;
+  for (const EditMode mode : kModes) {
     editor.editMode = mode;
-    RouteKey(kKeyCtrl, true);
-    for (const char letter : {'C', 'Z', 'Y', 'B', 'M', 'O'}) Tap(letter);
-    RouteKey(kKeyCtrl, false);
+    editor.somethingCopied = false;
+    for (const char letter : {'Z', 'Y', 'B', 'M', 'O', 'C'}) TapWith(kKeyCtrl, letter);
+    EXPECT_TRUE(editor.somethingCopied);
   }
-  EXPECT_THAT(calls, ElementsAre("copy", "copy", "copy"));
   EXPECT_EQ(editor.cameraMode, CameraMode::TopDown);
+  EXPECT_EQ(terrain->tool, TerrainTool::PointManipulation);
+  EXPECT_EQ(objectStore.tool, ObjectTool::Select);
+  EXPECT_TRUE(terrain->autoSmoothing && objectStore.snapToGround);
 }
 
 TEST_F(InputTest, DigitsSetTheBrushAndWithShiftThePower) {
-  SetEditMode(EditMode::TerrainMapper);
+  Show(EditMode::TerrainMapper);
   Tap('0');
   EXPECT_EQ(terrain->brushSize, 9);
   Tap('4');
-  EXPECT_EQ(terrain->brushSize, 4);
-  RouteKey(kKeyShift, true);
-  Tap('0');
-  RouteKey(kKeyShift, false);
+  shownToolbar = {};
+  TapWith(kKeyShift, '0');
   EXPECT_FLOAT_EQ(terrain->power, 10);
   EXPECT_EQ(terrain->brushSize, 4);
-}
-
-TEST_F(InputTest, ThePendingPasteTakesTheNextPressInAnyMode) {
-  Show(EditMode::ObjectMapper);
-  editor.somethingCopied = true;
-  RouteKey(kKeyCtrl, true);
-  Tap('V');
-  RouteKey(kKeyCtrl, false);
-  EXPECT_TRUE(editor.pastePending);
-  EXPECT_FALSE(enabled[kCommandCopy]);
-  EXPECT_FALSE(enabled[kCommandPaste]);
-  Press(5, 5);
-  EXPECT_THAT(calls, ElementsAre("paste")) << "nothing is selected by that press";
-  EXPECT_FALSE(editor.pastePending);
-  EXPECT_TRUE(enabled[kCommandCopy]);
-  EXPECT_TRUE(enabled[kCommandPaste]);
+  EXPECT_EQ(shownToolbar, EditMode::TerrainMapper);
+  Show(EditMode::MaterialMapper);
+  Tap('7');
+  EXPECT_EQ(materialMapper->brushSize, 7u);
+  EXPECT_EQ(terrain->brushSize, 4);
 }
 
 TEST_F(InputTest, ARubberBandBeginsAtThePressAndStaysInTheView) {
   editor.cameraMode = CameraMode::TopDown;
-  Show(EditMode::TerrainMapper);
+  Choose(TerrainTool::PointManipulation);
   RouteKey(kKeyCtrl, true);
-  Press(90, 80);
-  Drag(85, 70);
+  Press(80, 80);
+  Drag(70, 60);
   EXPECT_TRUE(editor.rubberBandActive);
-  Drag(10, 20);
-  Release(-12, 22);
+  Drag(30, 40);
+  Release(-12, 42);
   EXPECT_FALSE(editor.rubberBandActive);
+  EXPECT_TRUE(VertexUnder(2, 45).selected && VertexUnder(77, 77).selected);
+  EXPECT_FALSE(VertexUnder(84, 60).selected || VertexUnder(40, 37).selected);
   Press(50, 40);
   Release(300, 300);  // quicker than the mouse's moves
-  EXPECT_THAT(calls, ElementsAre("rectangle 0 22 90 80", "no paint", "release",
-                                 "rectangle 50 40 99 89", "no paint", "release"));
-  calls.clear();
+  EXPECT_TRUE(VertexUnder(98, 98).selected && VertexUnder(40, 70).selected);
+  EXPECT_FALSE(VertexUnder(60, 60).selected) << "toggled back";
   terrain->tool = TerrainTool::Raising;
   Press(50, 40);
   Drag(60, 40);
   EXPECT_FALSE(editor.rubberBandActive) << "only with the Point Manipulation tool";
-  EXPECT_THAT(calls, ElementsAre("pick 50 40", "press", "pick 60 40", "move brush"));
+  Release(60, 40);
+  EXPECT_TRUE(IsRaised(60, 40));
 }
 
-TEST_F(InputTest, AModeChangeEndsRubberBandStrokeAndPainting) {
-  StartRubberBand(1, 1);
-  SetEditMode(EditMode::ObjectMapper);
-  EXPECT_FALSE(editor.rubberBandActive);
-  EXPECT_THAT(calls, ElementsAre("no paint", "release")) << "they would go on in the next visit";
+TEST_F(InputTest, AHeldBrushGoesOnByItselfUntilItIsReleasedAnywhere) {
+  const std::pair<const char*, void (*)()> releases[] = {
+      {"released", [] { Release(50, 50); }},
+      {"another window has it", ForgetHeldInput},
+      {"another mode", [] { SetEditMode(EditMode::ObjectMapper); }},
+      {"nobody told", [] { heldInput.leftButton = false; }}};
+  for (const auto& [how, release] : releases) {
+    Choose(TerrainTool::Raising);
+    const float before = VertexUnder(50, 50).h;
+    heldInput.leftButton = true;
+    Press(50, 50);
+    const float pressed = VertexUnder(50, 50).h;
+    EXPECT_FLOAT_EQ(pressed, before + 0.01f * terrain->power) << how;
+    HoldForAFrame();
+    EXPECT_GT(VertexUnder(50, 50).h, pressed) << how;
+    release();
+    UpdateCameraFromInput();
+    const float released = VertexUnder(50, 50).h;
+    Show(EditMode::TerrainMapper);
+    HoldForAFrame();
+    EXPECT_EQ(VertexUnder(50, 50).h, released) << how;
+    ForgetHeldInput();
+  }
+  EXPECT_TRUE(editor.levelModified);
 }
 
-TEST_F(InputTest, AStrokeEndsWhenItsReleaseGoesToAnotherWindow) {
-  Show(EditMode::MaterialMapper);
-  Press(5, 5);
-  ForgetHeldInput();
-  EXPECT_FALSE(editor.leftHeld);
-  EXPECT_THAT(calls, ElementsAre("no paint", "material 5 5", "paint", "no paint", "release"));
-  calls.clear();
-  Press(5, 5);
-  UpdateCameraFromInput();  // the button is up, and nobody told
-  EXPECT_FALSE(editor.leftHeld);
-  EXPECT_THAT(calls, ElementsAre("no paint", "material 5 5", "paint", "no paint", "release"));
+TEST_F(InputTest, EveryPressOfABrushActsWhereItIsAndAlongItsWay) {
+  Choose(TerrainTool::Raising);
+  Click(20, 20);
+  Press(80, 20);
+  Release(80, 80);  // quicker than the mouse's moves
+  Hover(50, 80);
+  EXPECT_TRUE(IsRaised(20, 20) && IsRaised(80, 20) && IsRaised(80, 50) && IsRaised(80, 80));
+  EXPECT_FALSE(IsRaised(50, 20) || IsRaised(50, 50) || IsRaised(60, 80));
 }
 
-TEST_F(InputTest, EveryPressOfABrushActsWhereItIs) {
-  terrain->tool = TerrainTool::Flatten;
-  Press(5, 5);
-  Release(5, 5);
-  Press(7, 7);
-  Release(9, 9);  // quicker than the mouse's moves
-  EXPECT_THAT(calls, ElementsAre("pick 5 5", "press", "no paint", "release", "pick 7 7", "press",
-                                 "pick 9 9", "move brush", "no paint", "release"));
-}
-
-TEST_F(InputTest, APressActsOnWhatTheCameraSeesNow) {
-  terrain->tool = TerrainTool::Raising;
-  editor.lastMouseX = editor.lastMouseY = 3;
-  camera.position.y += 10;
-  Press(5, 5);
-  EXPECT_THAT(calls, ElementsAre("frame", "pick 3 3", "move brush", "pick 5 5", "press"));
-  calls.clear();
-  camera.position.y += 10;
+TEST_F(InputTest, APressActsOnWhatTheCameraSeesNowAndGoesWithItUntilItJumps) {
+  Choose(TerrainTool::Raising);
+  heldInput.leftButton = true;
+  LookDownOn(400, 400);
+  Press(50, 50);
+  EXPECT_EQ(frames, 1) << "one of the new sight comes before";
+  EXPECT_TRUE(IsRaised(50, 50));
+  EXPECT_EQ(terrain->grid[128][128].h, kFlatHeight);
+  LookDownOn(440, 400);
   FollowCamera();
-  EXPECT_THAT(calls, ElementsAre("pick 5 5", "move brush")) << "the button is held";
+  HoldForAFrame();
+  EXPECT_GT(terrain->grid[105][100].h, kFlatHeight) << "the way there";
+  EXPECT_TRUE(IsRaised(50, 50));
+  LookDownOn(600, 400);
   FollowCamera();
-  EXPECT_EQ(calls.size(), 2u) << "the camera rests";
-  calls.clear();
-  editor.cameraMode = CameraMode::TopDown;
-  FollowCamera();
-  EXPECT_THAT(calls, ElementsAre("lift", "pick 5 5", "move brush")) << "no stroke leads there";
+  HoldForAFrame();
+  HoldForAFrame();
+  EXPECT_TRUE(IsRaised(50, 50));
+  EXPECT_EQ(terrain->grid[130][100].h, kFlatHeight) << "no way leads there";
 }
 
-TEST_F(InputTest, TheModifiersAreThoseOfTheMouseEvent) {
+TEST_F(InputTest, PointsAreSelectedWithTheModifiersOfTheMouseEvent) {
+  Choose(TerrainTool::PointManipulation);
   SetModifiers(true, false);
-  Press(5, 5);
-  Drag(8, 9);
+  EXPECT_TRUE(editor.ctrlHeld && heldInput.keys[kKeyCtrl]);
+  Press(30, 50);
+  Drag(60, 50);
+  Release(60, 50);
+  EXPECT_TRUE(VertexUnder(30, 50).selected && VertexUnder(44, 50).selected);
   SetModifiers(false, false);
-  Press(6, 6);
-  EXPECT_THAT(calls, ElementsAre("start selecting 5 5", "select 8 9", "toggle 6 6"));
+  Click(44, 50);
+  EXPECT_FALSE(VertexUnder(44, 50).selected);
+  const int before = CountSelectedVertices();
   SetModifiers(false, true);
-  EXPECT_TRUE(heldInput.keys[kKeyShift]);
-  EXPECT_TRUE(editor.shiftHeld);
+  Click(70, 70);
+  EXPECT_EQ(CountSelectedVertices(), before) << "Shift selects nothing";
+  Tap(kKeySpace);
+  EXPECT_EQ(CountSelectedVertices(), 0);
 }
 
-TEST_F(InputTest, ShiftDragMovesPointsWithTheirToolButNotFromAbove) {
+TEST_F(InputTest, ShiftDragAndKeypadMoveSelectedPointsButNotFromAbove) {
+  Choose(TerrainTool::PointManipulation);
+  Click(50, 50);
+  TerrainVertex& point = VertexUnder(50, 50);
   RouteKey(kKeyShift, true);
   Press(50, 50);
   Drag(50, 40);
-  EXPECT_THAT(calls, ElementsAre("move 0.500000"));
+  Release(50, 40);
+  EXPECT_FLOAT_EQ(point.h, kFlatHeight + 0.5f);
+  Tap(kKeyNumpadPlus);
+  EXPECT_FLOAT_EQ(point.h, kFlatHeight + 0.6f);
+  Tap(kKeyNumpadMinus);
+  Tap(kKeyNumpadMinus);
+  EXPECT_FLOAT_EQ(point.h, kFlatHeight + 0.4f);
   editor.cameraMode = CameraMode::TopDown;
-  Show(EditMode::TerrainMapper);
+  Press(50, 50);
   Drag(50, 30);
-  EXPECT_THAT(calls, IsEmpty());
-  editor.cameraMode = CameraMode::Fly;
-  terrain->tool = TerrainTool::Smoothing;
-  Show(EditMode::TerrainMapper);
-  Drag(50, 20);
-  EXPECT_THAT(calls, ElementsAre("pick 50 20", "move brush"));
+  Release(50, 30);
+  EXPECT_FLOAT_EQ(point.h, kFlatHeight + 0.4f);
 }
 
 TEST_F(InputTest, PaintingFollowsTheLeftButton) {
   Show(EditMode::MaterialMapper);
-  Press(1, 1);
-  Drag(2, 2);
-  RouteMouse(MouseButton::Middle, MouseEvent::Move, 3, 3);
-  Release(3, 3);
-  EXPECT_THAT(calls, ElementsAre("no paint", "material 1 1", "paint", "material 2 2", "paint",
-                                 "no paint", "material 3 3", "no paint", "release"));
-}
-
-TEST_F(InputTest, ADoubleClickEditsWhatIsHoveredOrPressesAgain) {
-  Show(EditMode::ObjectMapper);
-  bool hovered = true;
-  operations.editHovered = [&] { return hovered; };
-  RouteMouse(MouseButton::Left, MouseEvent::DoubleClick, 1, 1);
-  EXPECT_THAT(calls, IsEmpty());
-  hovered = false;
-  RouteMouse(MouseButton::Left, MouseEvent::DoubleClick, 1, 1);
-  EXPECT_THAT(calls, ElementsAre("toggle object 1 1"));
+  materialMapper->currentMaterial = 5;
+  materialMapper->materialCellSize = CellSize;  // as the frame before found
+  Press(20, 20);
+  Drag(40, 20);
+  RouteMouse(MouseButton::Middle, MouseEvent::Move, 40, 60);
+  Release(40, 60);
+  Hover(40, 80);
+  Click(80, 80);
+  for (const auto& [x, y] : {std::pair{20, 20}, {30, 20}, {40, 20}, {80, 80}})
+    EXPECT_EQ(MaterialUnder(x, y), 5u) << x << " " << y;
+  for (const auto& [x, y] : {std::pair{40, 40}, {40, 60}, {40, 80}, {60, 80}})
+    EXPECT_NE(MaterialUnder(x, y), 5u) << x << " " << y;
+  Press(60, 40);
+  SetEditMode(EditMode::TerrainMapper);
+  Show(EditMode::MaterialMapper);
+  RouteMouse(MouseButton::Left, MouseEvent::Release, 60, 40);
+  Hover(90, 40);
+  EXPECT_NE(MaterialUnder(75, 40), 5u) << "the change of mode ended it";
 }
 
 TEST_F(InputTest, KeysOnReleaseChangeWaterAndOverlay) {
@@ -273,12 +266,32 @@ TEST_F(InputTest, KeysOnReleaseChangeWaterAndOverlay) {
   EXPECT_TRUE(editor.drawObjectsInMappers);
 }
 
-TEST_F(InputTest, CtrlReleaseFinishesARoadOnlyWithTheRoadTool) {
-  SetEditMode(EditMode::TerrainMapper);
-  Tap(kKeyCtrl);
-  terrain->tool = TerrainTool::Road;
-  Tap(kKeyCtrl);
-  EXPECT_THAT(calls, ElementsAre("finish road"));
+TEST_F(InputTest, CtrlReleaseFinishesTheRoadOfTheClicksBefore) {
+  int asked = 0;
+  shell.createRoadDialog = [&asked] { return ++asked > 0; };
+  for (const TerrainTool tool : {TerrainTool::Smoothing, TerrainTool::Road}) {
+    Choose(tool);
+    VertexUnder(20, 50).h = 150;
+    RouteKey(kKeyCtrl, true);
+    Click(20, 50);
+    Click(80, 50);
+    EXPECT_EQ(terrain->roadPointCount, tool == TerrainTool::Road ? 2 : 0);
+    RouteKey(kKeyCtrl, false);
+  }
+  EXPECT_EQ(asked, 1);
+  EXPECT_EQ(terrain->roadPointCount, 0);
+}
+
+TEST_F(InputTest, TheRightButtonTurnsTheCameraWhileItIsHeld) {
+  heldInput.rightButton = true;
+  RouteMouse(MouseButton::Right, MouseEvent::Press, 50, 50);
+  RouteMouse(MouseButton::Right, MouseEvent::Move, 90, 50);
+  UpdateCameraFromInput();
+  const float turned = camera.yaw;
+  EXPECT_LT(turned, 180);
+  RouteMouse(MouseButton::Right, MouseEvent::Release, 90, 50);
+  UpdateCameraFromInput();
+  EXPECT_EQ(camera.yaw, turned);
 }
 
 }  // namespace

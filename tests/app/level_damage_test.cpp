@@ -8,7 +8,6 @@
 
 #include "app/level.h"
 #include "app/level_fixture.h"
-#include "app/object_operations.h"
 #include "data/load_report.h"
 #include "objects/object_store.h"
 #include "support/archive_bytes.h"
@@ -29,7 +28,6 @@ constexpr std::string_view kBase = "varnhold/levels/Island/";
 class LevelDamage : public LevelTest {
  protected:
   LevelDamage() {
-    ConnectObjectOperations();
     std::ofstream("huts.lst") << "[X]\nhut=StandardMesh(hut_m1)\n";
     modConfig.ObjectsList = "huts.lst";
     LoadObjectCatalogue();

@@ -4,7 +4,7 @@
 #include <fstream>
 
 #include "app/level.h"
-#include "app/terrain_operations.h"
+#include "app/start_up.h"
 #include "data/mods.h"
 #include "support/dds_file.h"
 #include "terrain/material_map.h"
@@ -41,8 +41,7 @@ Bytes Materials(int materialSize) {
 
 LevelTest::LevelTest() {
   editor.levelLoaded = false;
-  CreateMaterialMapper();
-  ConnectTerrainOperations();
+  ConnectHooks();
   std::filesystem::create_directories(folder / "Mods/varnhold/Archives/varnhold/levels");
   std::ofstream(folder / "varnhold.cfg")
       << "GamePath=" << GameFolder() << "\nObjectsList=varnhold.lst\nMaterialSize=512\n"
@@ -58,7 +57,6 @@ LevelTest::LevelTest() {
 LevelTest::~LevelTest() {
   CloseLevelArchive();
   archives.Clear();
-  DestroyMaterialMapper();
 }
 
 void LevelTest::MakeLevel(const std::string& name, int materialSize, int worldSize) {

@@ -8,7 +8,6 @@
 #include "app/level.h"
 #include "app/level_fixture.h"
 #include "app/modes.h"
-#include "app/object_operations.h"
 #include "app/start_up.h"
 #include "core/mini_map_picture.h"
 #include "objects/entities.h"
@@ -34,12 +33,11 @@ class NewLevelTest : public LevelTest {
     ResetEntities();
     ResetObjectStore();
     levelTextures = LevelTextures{};
-    ConnectObjectOperations();
     for (const char* level : {"Island", "Valley"}) AddObjectsScript(level);
     std::ofstream("varnhold.cfg", std::ios::app)
         << "Team=Axis/German/GermanSoldier\nTeam=Allies/US/USSoldier\n";
     shell.selectMod = [](bool) { return true; };
-    operations.newLevel = [this] { return NewLevel([this] { return Choose(); }); };
+    shell.newLevelDialog = [this] { return Choose(); };
     choices.name = "Atoll";
     choices.size = LevelSize::Small;
     choices.randomTerrain = false;
@@ -60,7 +58,7 @@ class NewLevelTest : public LevelTest {
     if (cancelled) return std::nullopt;
     return choices;
   }
-  bool Create() { return operations.newLevel(); }
+  bool Create() { return NewLevel(shell.newLevelDialog); }
   void OpenAgain(const std::string& name) {
     AnswerDialogs(name);
     ASSERT_TRUE(OpenLevel());
@@ -185,9 +183,7 @@ TEST_F(NewLevelTest, TheTilesAroundTheMiddleAreAssignedAndStaySo) {
 TEST_F(NewLevelTest, RandomTerrainIsMadeWithoutAQuestion) {
   choices.randomTerrain = true;
   choices.water = true;
-  operations.randomTerrain = [](bool askFirst) {
-    return RandomTerrain(askFirst, [] { return RandomTerrainParameters{}; });
-  };
+  shell.randomTerrainDialog = [] { return RandomTerrainParameters{}; };
   ASSERT_TRUE(Create());
   const float made = terrain->grid[100][100].h;
   EXPECT_NE(made, 127);
@@ -230,11 +226,9 @@ TEST_F(NewLevelTest, CancellingLeavesTheOpenLevelAlone) {
   terrain->grid[10][10].h = 99;
   editor.levelModified = true;
   cancelled = true;
-  operations.newLevel = [] {
-    return NewLevel([]() -> std::optional<NewLevelChoices> {
-      modConfig.LevelName = "MyLevel";  // as Defaults does
-      return std::nullopt;
-    });
+  shell.newLevelDialog = [] {
+    modConfig.LevelName = "MyLevel";  // as Defaults does
+    return std::nullopt;
   };
   EXPECT_FALSE(Create());
   EXPECT_EQ(modConfig.LevelName, "Island");

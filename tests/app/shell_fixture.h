@@ -1,5 +1,6 @@
 // A shell without windows for the tests of its logic: a small flat level that counts as open, an
-// existing terrain, and a record of what the windows were told.
+// existing terrain, and a record of what the windows were told. Dialogs are not connected: one that
+// opens unexpectedly fails the test.
 #pragma once
 
 #include <map>
@@ -7,11 +8,14 @@
 #include <vector>
 
 #include "app/keys.h"
-#include "app/operations.h"
 #include "app/shell.h"
 #include "core/editor_state.h"
 #include "data/mod_config.h"
+#include "objects/entities.h"
+#include "objects/object_store.h"
+#include "objects/object_windows.h"
 #include "support/sandbox.h"
+#include "terrain/material_map.h"
 #include "terrain/terrain.h"
 
 namespace mw {
@@ -19,27 +23,43 @@ namespace mw {
 class ShellTest : public SandboxTest {
  protected:
   ShellTest() {
-    shell = Shell{};
-    operations = Operations{};
-    heldInput = HeldInput{};
-    modConfig = ModConfig{};
+    ResetRecords();
     modConfig.MaterialSize = 256;
     modConfig.WorldSize = 1024;
     modConfig.HeightScale = 0.5f;
     CreateTerrain();
+    CreateMaterialMapper();
     InitGrid();
     editor.viewReady = editor.levelLoaded = true;
     shell.setCommandChecked = [this](CommandId id, bool on) { checked[id] = on; };
     shell.setCommandEnabled = [this](CommandId id, bool on) { enabled[id] = on; };
+    shell.setLevelOpen = [](bool) {};
+    shell.showModeToolbar = [this](EditMode mode) { shownToolbar = mode; };
+    shell.mainWindowActive = shell.viewHasFocus = [] { return true; };
+    shell.focusView = [] {};
+    shell.renderFrameNow = [this] { ++frames; };
   }
   ~ShellTest() override {
+    DestroyMaterialMapper();
     DestroyTerrain();
-    shell = Shell{};
-    operations = Operations{};
+    ResetRecords();
   }
 
   std::map<CommandId, bool> checked, enabled;
-  std::vector<std::string> calls;  // what the test's own operations recorded
+  EditMode shownToolbar{};
+  int frames = 0;
+  std::vector<std::string> calls;  // what the test's own functions recorded
+
+ private:
+  static void ResetRecords() {
+    shell = ShellWithoutWindows();
+    heldInput = HeldInput{};
+    modConfig = ModConfig{};
+    objectWindows = ObjectWindows{};
+    levelTree = LevelTree{};
+    ResetObjectStore();
+    ResetEntities();
+  }
 };
 
 }  // namespace mw

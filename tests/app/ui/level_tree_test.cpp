@@ -20,15 +20,15 @@
 namespace mw {
 namespace {
 
-// The panel over a freshly built tree. The operations record what the tree opens.
+// The panel over a freshly built tree. The dialogs record what the tree opens.
 class LevelTreeTest : public WindowTest {
  protected:
   LevelTreeTest() {
     ResetObjectStore();
     ResetEntities();
     BuildTree();
-    operations.lightSettings = [this] { calls.push_back("light"); };
-    operations.objectBrowser = [this] { calls.push_back("browser"); };
+    shell.lightSettingsDialog = [this] { calls.push_back("light"); };
+    shell.objectBrowserDialog = [this] { calls.push_back("browser"); };
     window.show();
     QApplication::processEvents();
   }
@@ -208,10 +208,13 @@ TEST_F(LevelTreeTest, ItsStripWidensTheTree) {
 }
 
 TEST_F(LevelTreeTest, ClipboardKeysWorkOnWhatIsSelectedInTheLevel) {
-  operations.copy = [this] { calls.push_back("copy"); };
-  QTest::keyClick(&tree(), Qt::Key_C, Qt::ControlModifier);
-  QTest::keyClick(&tree(), Qt::Key_X, Qt::ControlModifier);
-  EXPECT_EQ(calls, (std::vector<std::string>{"copy", "copy"}));
+  Place("Bunker", {1, 0, 1});
+  objectStore.objects[0].selected = true;
+  for (const Qt::Key key : {Qt::Key_C, Qt::Key_X}) {
+    editor.somethingCopied = false;
+    QTest::keyClick(&tree(), key, Qt::ControlModifier);
+    EXPECT_TRUE(editor.somethingCopied);
+  }
   QTest::keyClick(&tree(), Qt::Key_V, Qt::ControlModifier);
   EXPECT_TRUE(editor.pastePending);
 }

@@ -196,7 +196,7 @@ TEST_F(LevelStatisticsTest, CountsWhatIsUsedAndClosesByItsButtonOnly) {
     EXPECT_TRUE(open.isVisible());
     dialog.Widget<QPushButton>("okButton").click();
   });
-  operations.levelStatistics();
+  shell.levelStatisticsDialog();
 }
 
 }  // namespace

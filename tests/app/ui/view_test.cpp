@@ -8,6 +8,7 @@
 #include "app/ui/mini_map_window.h"
 #include "app/ui/view_widget.h"
 #include "app/ui/window_fixture.h"
+#include "terrain/point_selection.h"
 
 namespace mw {
 namespace {
@@ -59,12 +60,10 @@ TEST_F(ViewTest, HeldTabTogglesOnce) {
 }
 
 TEST_F(ViewTest, ShiftedDigitIsStillTheDigit) {
-  int power = 0;
-  operations.setTerrainPower = [&power](int value) { power = value; };
   constexpr quint32 kScanCodeOf0 = 19;
   Press(Qt::Key_Shift);
   Send(QEvent::KeyPress, Qt::Key_ParenRight, Qt::ShiftModifier, false, kScanCodeOf0);
-  EXPECT_EQ(power, 10);
+  EXPECT_EQ(terrain->power, 10);
 }
 
 TEST_F(ViewTest, WithoutLatinLettersTheKeysPlaceCounts) {
@@ -85,12 +84,15 @@ TEST_F(ViewTest, WithoutLatinLettersTheKeysPlaceCounts) {
 }
 
 TEST_F(ViewTest, OnlyTheKeypadsPlusMovesTheSelection) {
-  std::vector<float> moves;
-  operations.moveSelection = [&moves](float delta) { moves.push_back(delta); };
+  TerrainVertex& point = terrain->grid[100][100];
+  point.selected = true;
+  GrowSelectionBox(100, 100);
   Press(Qt::Key_Plus);
+  EXPECT_EQ(point.h, kFlatHeight);
   Press(Qt::Key_Plus, Qt::KeypadModifier);
+  EXPECT_FLOAT_EQ(point.h, kFlatHeight + 0.1f);
   Press(Qt::Key_Minus, Qt::KeypadModifier);
-  EXPECT_EQ(moves, (std::vector<float>{0.1f, -0.1f}));
+  EXPECT_FLOAT_EQ(point.h, kFlatHeight);
 }
 
 class MiniMapWindowTest : public WindowTest {

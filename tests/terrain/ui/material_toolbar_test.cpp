@@ -8,6 +8,7 @@
 #include "support/sandbox.h"
 #include "support/terrain_scene.h"
 #include "terrain/material_map.h"
+#include "terrain/material_mapper.h"
 
 namespace mw {
 namespace {
@@ -75,7 +76,8 @@ TEST_F(MaterialToolbarTest, SurfaceViewIsSwitchedAndShownAsChecked) {
 }
 
 TEST_F(MaterialToolbarTest, ABrushSizeFromAKeyShows) {
-  toolbar->ChooseBrushSize(7);
+  SetMaterialBrushSize(7);
+  toolbar->Refresh();
   EXPECT_EQ(List("Brush Size")->currentText(), "7");
   EXPECT_EQ(materialMapper->brushSize, 7u);
 }

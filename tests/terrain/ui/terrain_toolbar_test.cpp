@@ -11,6 +11,7 @@
 #include "support/sandbox.h"
 #include "support/terrain_scene.h"
 #include "terrain/terrain.h"
+#include "terrain/terrain_tools.h"
 
 namespace mw {
 namespace {
@@ -114,8 +115,9 @@ TEST_F(TerrainToolbarTest, SettingsReachTheTerrain) {
 }
 
 TEST_F(TerrainToolbarTest, SettingsFromKeysShow) {
-  toolbar->ChooseBrushSize(7);
-  toolbar->ChoosePower(1);
+  SetBrushSize(7);
+  SetPower(1);
+  toolbar->Refresh();
   EXPECT_EQ(Brush()->currentText(), "7");
   EXPECT_EQ(Brush()->view()->currentIndex().row(), 6) << "what a screen reader takes for chosen";
   EXPECT_EQ(Power()->value(), 1);

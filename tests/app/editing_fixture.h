@@ -1,0 +1,131 @@
+// A level that is edited with mouse and keys as they reach the shell: flat ground, which the view
+// shows from straight above, two bunkers, an oak, and the mesh of the bunkers in memory.
+#pragma once
+
+#include <GL/gl.h>
+#include <cmath>
+
+#include "app/input.h"
+#include "app/modes.h"
+#include "app/shell_fixture.h"
+#include "objects/level_tree.h"
+#include "support/gl_context.h"
+#include "terrain/terrain_render.h"
+#include "terrain/world_point.h"
+
+namespace mw {
+
+class EditingTest : public ShellTest {
+ protected:
+  EditingTest() {
+    BuildTree();
+    AddEntry("bunker", MeshKind::StandardMesh);
+    AddEntry("oak", MeshKind::TreeMesh);
+    CachedMesh mesh;
+    mesh.name = "bunker";
+    mesh.treeItem = cachedBunker = InsertItem(levelTree.fixed.cachedObjects, "bunker");
+    objectStore.meshes.push_back(mesh);
+    firstBunker = Place("bunker", 0, {100, 80, 300});
+    oak = Place("oak", 1, {200, 10, 200});
+    secondBunker = Place("bunker", 0, {400, 5, 50});
+    shell.renderFrameNow = [this] {
+      ++frames;
+      FollowCamera();
+    };
+    LookDownOn(512, 512);
+    frames = 0;
+  }
+  // The depth of the picture, which objects are picked from, is that of the ground.
+  void SetUp() override {
+    if (!OpenTestGl(kSide, kSide)) GTEST_SKIP() << TestGlError();
+    glClearDepth(1);
+    glClear(GL_DEPTH_BUFFER_BIT);
+  }
+
+  // The middle of the view shows the ground there, in world units; a pixel is about 2 wide.
+  static void LookDownOn(float x, float z) {
+    editor.viewWidth = editor.viewHeight = kSide;
+    camera.position = {x, 300, z};
+    camera.pitch = -90;
+    camera.UpdateDirection();
+    camera.frustum.fill({0, 0, 0, 1});  // all is in sight
+    UpdateViewSquare();
+  }
+  // Goes to the mode and draws a frame of it.
+  static void Show(EditMode mode) {
+    SetEditMode(mode);
+    FollowCamera();
+  }
+  static void Choose(TerrainTool tool) {
+    Show(EditMode::TerrainMapper);
+    terrain->tool = tool;
+  }
+  static void Press(int x, int y) { RouteMouse(MouseButton::Left, MouseEvent::Press, x, y); }
+  static void Drag(int x, int y) { RouteMouse(MouseButton::Left, MouseEvent::Move, x, y); }
+  static void Release(int x, int y) { RouteMouse(MouseButton::Left, MouseEvent::Release, x, y); }
+  static void Hover(int x, int y) { RouteMouse(MouseButton::None, MouseEvent::Move, x, y); }
+  static void Click(int x, int y) {
+    Press(x, y);
+    Release(x, y);
+  }
+  static void Tap(int key) {
+    RouteKey(key, true);
+    RouteKey(key, false);
+  }
+  static void TapWith(int modifier, int key) {
+    RouteKey(modifier, true);
+    Tap(key);
+    RouteKey(modifier, false);
+  }
+
+  // The one that is nearest to what the view shows at the pixel.
+  static TerrainVertex& VertexUnder(int x, int y) {
+    const Vector3 ground = GroundUnderCursor(x, y).value();
+    return terrain->grid[static_cast<std::size_t>(std::lround(ground.x / CellSize))]
+                        [static_cast<std::size_t>(std::lround(ground.z / CellSize))];
+  }
+  static bool IsRaised(int x, int y) { return VertexUnder(x, y).h > kFlatHeight; }
+  static int CountSelectedVertices() {
+    int count = 0;
+    for (const auto& row : terrain->grid) {
+      for (const TerrainVertex& vertex : row) count += vertex.selected;
+    }
+    return count;
+  }
+  // Puts the object where the view shows the ground.
+  static void PutUnder(StaticObject& object, int x, int y) {
+    const Vector3 ground = GroundUnderCursor(x, y).value();
+    object.position = {static_cast<float>(modConfig.WorldSize) - ground.x, ground.y, ground.z};
+  }
+
+  static void AddEntry(const char* name, MeshKind kind) {
+    ObjectCatalogue& catalogue = objectStore.catalogue;
+    CatalogueEntry& entry = catalogue.entries[static_cast<std::size_t>(catalogue.entryCount++)];
+    entry.name = entry.meshName = name;
+    entry.meshKind = kind;
+    entry.boxA = {-2, 0, -2};
+    entry.boxB = {2, 0, 2};
+  }
+  static TreeItem Place(const char* name, int entry, Vector3 position) {
+    StaticObject object;
+    object.name = name;
+    object.catalogueIndex = entry;
+    object.meshIndex = 0;
+    object.position = position;
+    object.treeItem =
+        InsertItem(entry == 1 ? levelTree.fixed.treeMeshes : levelTree.fixed.standardMeshes, name);
+    objectStore.objects.push_back(object);
+    return object.treeItem;
+  }
+  using Flags = std::vector<bool>;
+  static Flags Selected() {
+    Flags selected;
+    for (const StaticObject& object : objectStore.objects) selected.push_back(object.selected);
+    return selected;
+  }
+
+  static constexpr int kSide = 101;  // of the view, pixels
+  TreeItem firstBunker = 0, oak = 0, secondBunker = 0, cachedBunker = 0;
+};
+
+}  // namespace mw
