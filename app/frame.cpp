@@ -118,7 +118,7 @@ void DrawMaterialSwatch() {
   const std::size_t material =
       std::min<std::size_t>(materialMapper->currentMaterial, kMaterialCount - 1);
   glEnable(GL_TEXTURE_2D);
-  glBindTexture(GL_TEXTURE_2D, sharedTextures.materials[material]);
+  glBindTexture(GL_TEXTURE_2D, textureSet.shared.materials[material]);
   glColor4f(1, 1, 1, 1);
   DrawQuad(editor.viewWidth - kMargin, editor.viewHeight - kMargin, kSize);
   glDisable(GL_TEXTURE_2D);

@@ -45,7 +45,7 @@ bool IsJump(const Outlook& from, const Outlook& to) {
 
 bool IsFromAbove() { return editor.cameraMode == CameraMode::TopDown; }
 
-bool HasPointTool() { return terrain->tool == TerrainTool::PointManipulation; }
+bool HasPointTool() { return terrain.tool == TerrainTool::PointManipulation; }
 
 bool HasTranslateTool() { return objectStore.tool == ObjectTool::Translate; }
 
@@ -167,8 +167,7 @@ void ReleaseLeft(int x, int y) {
   // What the mouse passed since its last event belongs to the stroke or drag.
   if (editor.leftHeld && (x != editor.lastMouseX || y != editor.lastMouseY)) DragLeft(x, y);
   if (editor.rubberBandActive) FinishRubberBand(x, y);
-  if (IsEditMode(EditMode::TerrainMapper) && terrain->tool == TerrainTool::Road &&
-      editor.ctrlHeld) {
+  if (IsEditMode(EditMode::TerrainMapper) && terrain.tool == TerrainTool::Road && editor.ctrlHeld) {
     AddRoadPoint(x, y);
   }
   EndStroke();
@@ -221,7 +220,7 @@ void RouteMouse(MouseButton button, MouseEvent event, int x, int y) {
 }
 
 void ForgetHeldInput() {
-  heldInput = HeldInput{};
+  session.heldInput = HeldInput{};
   EndStroke();
   ReleaseObjects();
   editor.ctrlHeld = editor.shiftHeld = false;
@@ -231,8 +230,8 @@ void ForgetHeldInput() {
 void SetModifiers(bool ctrl, bool shift) {
   editor.ctrlHeld = ctrl;
   editor.shiftHeld = shift;
-  heldInput.keys.set(kKeyCtrl, ctrl);
-  heldInput.keys.set(kKeyShift, shift);
+  session.heldInput.keys.set(kKeyCtrl, ctrl);
+  session.heldInput.keys.set(kKeyShift, shift);
 }
 
 void FollowCamera() {

@@ -15,7 +15,6 @@
 #include "app/save_questions.h"
 #include "app/shell.h"
 #include "core/hooks.h"
-#include "core/mini_map_picture.h"
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/game_file.h"
@@ -28,6 +27,7 @@
 #include "platform/prompts.h"
 #include "terrain/level_textures.h"
 #include "terrain/material_map.h"
+#include "terrain/mini_map_picture.h"
 #include "terrain/terrain.h"
 
 namespace mw {
@@ -53,7 +53,7 @@ Archive* AdoptLevelArchive(Archive* archive) {
   if (archive) {
     openArchivePath = archive->Path();
     openMod = CurrentModName();
-    openLevelModFolder = modConfig.modFolder;
+    openLevel.modFolder = modConfig.modFolder;
   }
   return archive;
 }
@@ -73,7 +73,7 @@ void ClearLevel() {
 
 // From now on the state of the archive before its first change is kept. The level has been read.
 void KeepStateBefore(Archive& archive) {
-  archive.BackUpFirst(loadReport.readWhole ? BackupKind::Whole : BackupKind::Damaged);
+  archive.BackUpFirst(openLevel.loadReport.readWhole ? BackupKind::Whole : BackupKind::Damaged);
 }
 
 // Opens the archive of the chosen level, and loads it by `load`, which says itself why it fails.
@@ -208,8 +208,8 @@ std::vector<std::string> ListLevels() {
 
 void ChooseLevel(const std::string& name) {
   modConfig.LevelName = name;
-  editor.levelFolder = modConfig.GamePath.String() + modConfig.modFolder.String() +
-                       modConfig.levelsFolder.String() + name;
+  openLevel.folder = modConfig.GamePath.String() + modConfig.modFolder.String() +
+                     modConfig.levelsFolder.String() + name;
 }
 
 Archive* LevelArchive() {
@@ -231,7 +231,7 @@ void CloseLevelArchive() {
     archives.CloseArchive(openArchivePath);
   }
   openArchivePath.clear();
-  openLevelModFolder.clear();
+  openLevel.modFolder.clear();
   ClearLoadReport();
 }
 
@@ -272,13 +272,13 @@ void EmptyEditor(const ModSnapshot& before) {
   RestoreMod(before);
   if (!CurrentModName().empty()) ReloadModConfig();
   modConfig.LevelName = "";
-  editor.levelFolder = "";
+  openLevel.folder = "";
   ClearAllObjects();
   BuildTree();
   InitGrid();
   PlaceCameraAtSavedPosition();  // above the flat ground
   LookAlongLevel();
-  miniMapPicture = MiniMapPicture{};
+  terrain.miniMap = MiniMapPicture{};
   hooks.invalidateMiniMap();
   if (materialMapper) {
     for (auto& row : materialMapper->grid) row.fill(0);

@@ -10,7 +10,7 @@
 
 namespace mw {
 
-MiniMapWindowPicture miniMapWindow;
+MiniMapWindowPicture session.miniMapWindow;
 
 namespace {
 
@@ -43,7 +43,7 @@ void UseSharpTexture(unsigned& texture) {
 void BindHeights() {
   const bool isNew = !drawn.heights;
   UseSharpTexture(drawn.heights);
-  auto& changed = miniMapPicture.changed;
+  auto& changed = terrain.miniMap.changed;
   if (isNew) {
     changed = {};
     glTexImage2D(GL_TEXTURE_2D, 0, GL_LUMINANCE8, kMiniMapSize, kMiniMapSize, 0, GL_LUMINANCE,
@@ -52,14 +52,14 @@ void BindHeights() {
   if (changed.first <= changed.last) {
     glTexSubImage2D(GL_TEXTURE_2D, 0, 0, changed.first, kMiniMapSize,
                     changed.last - changed.first + 1, GL_LUMINANCE, GL_UNSIGNED_BYTE,
-                    &miniMapPicture.grey[static_cast<std::size_t>(changed.first) * kMiniMapSize]);
+                    &terrain.miniMap.grey[static_cast<std::size_t>(changed.first) * kMiniMapSize]);
   }
   changed = {kMiniMapSize, -1};
 }
 
 // Leaves the window's texture bound.
 void BindWindow() {
-  MiniMapWindowPicture& window = miniMapWindow;
+  MiniMapWindowPicture& window = session.miniMapWindow;
   const bool isNew = !drawn.window;
   UseSharpTexture(drawn.window);
   if (!isNew && !window.changed) return;
@@ -123,7 +123,7 @@ void DrawMarker() {
 }  // namespace
 
 void DrawMiniMap() {
-  const MiniMapWindowPicture& window = miniMapWindow;
+  const MiniMapWindowPicture& window = session.miniMapWindow;
   if (window.width <= 0 || window.height <= 0) return;
   const auto left = static_cast<float>(window.left), top = static_cast<float>(window.top);
   const auto width = static_cast<float>(window.width), height = static_cast<float>(window.height);

@@ -11,7 +11,6 @@
 #include "app/shell.h"
 #include "app/start_up.h"
 #include "core/hooks.h"
-#include "core/mini_map_picture.h"
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/game_file.h"
@@ -27,6 +26,7 @@
 #include "terrain/dds_writer.h"
 #include "terrain/level_textures.h"
 #include "terrain/material_map.h"
+#include "terrain/mini_map_picture.h"
 #include "terrain/random_terrain.h"
 #include "terrain/terrain.h"
 
@@ -106,14 +106,14 @@ GameRules RulesOrConquest(GameRules rules) {
 
 void MakeFlatTerrain() {
   InitGrid();
-  miniMapPicture = MiniMapPicture{};
+  terrain.miniMap = MiniMapPicture{};
   hooks.invalidateMiniMap();
 }
 
 void WriteBlankTexture(const char* file, int side, bool mipmaps) {
   const std::vector<std::uint8_t> black(static_cast<std::size_t>(side) *
                                         static_cast<std::size_t>(side) * 3);
-  SaveDDS(editor.levelFolder.String() + file, side, side, black, mipmaps);
+  SaveDDS(openLevel.folder.String() + file, side, side, black, mipmaps);
 }
 
 void WriteFirstFiles(const GameRules& rules) {
@@ -123,7 +123,7 @@ void WriteFirstFiles(const GameRules& rules) {
   WriteBlankTexture("/Textures/Detail.dds", kTextureSide, true);
   WriteBlankTexture("/Textures/ingamemap.dds", kTextureSide, true);
   WriteBlankTexture("/Menu/thumbnail.dds", kThumbnailSide, false);
-  SaveGameFileBytes(editor.levelFolder.String() + "/loadcounter.dat", kLoadCounter);
+  SaveGameFileBytes(openLevel.folder.String() + "/loadcounter.dat", kLoadCounter);
 }
 
 // Creates the level's archive, and in it the files that the game needs, as one group of changes.

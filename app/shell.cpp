@@ -25,6 +25,6 @@ Shell ShellWithoutWindows() {
 }
 
 Shell shell = ShellWithoutWindows();
-HeldInput heldInput;
+HeldInput session.heldInput;
 
 }  // namespace mw

@@ -3,8 +3,8 @@
 #include "app/ui/level_tree_panel.h"
 #include "app/ui/main_window.h"
 #include "app/ui/mode_toolbars.h"
+#include "core/hooks.h"
 #include "objects/level_tree.h"
-#include "objects/object_windows.h"
 #include "objects/ui/object_toolbar.h"
 #include "objects/ui/property_sheet_dialog.h"
 
@@ -12,17 +12,12 @@ namespace mw {
 
 void ConnectObjectWindows(MainWindow& window) {
   ObjectToolbar* const toolbar = window.modeToolbars()->objectToolbar();
-  objectWindows.refreshToolbar = [toolbar] { toolbar->Refresh(); };
-  objectWindows.runPropertySheet = [&](PropertySheet& sheet) {
-    return RunPropertySheet(&window, sheet);
-  };
+  hooks.refreshObjectToolbar = [toolbar] { toolbar->Refresh(); };
+  hooks.runPropertySheet = [&](PropertySheet& sheet) { return RunPropertySheet(&window, sheet); };
   levelTree.view = window.treePanel()->View();
   BuildTree();
 }
 
-void DisconnectObjectWindows() {
-  objectWindows = ObjectWindows{};
-  levelTree.view = LevelTreeView{};
-}
+void DisconnectObjectWindows() { levelTree.view = LevelTreeView{}; }
 
 }  // namespace mw

@@ -26,8 +26,8 @@ class InputTest : public EditingTest {
   static std::uint32_t MaterialUnder(int x, int y) {
     const Vector3 ground = GroundUnderCursor(x, y).value();
     // Cells are called after the vertex at their end, in rows.
-    return materialMapper->grid[static_cast<std::size_t>(std::ceil(ground.x / CellSize))]
-                               [static_cast<std::size_t>(ground.z / CellSize)];
+    return materialMapper->grid[static_cast<std::size_t>(std::ceil(ground.x / terrain.cellSize))]
+                               [static_cast<std::size_t>(ground.z / terrain.cellSize)];
   }
 };
 
@@ -42,7 +42,7 @@ TEST_F(InputTest, NothingHappensWithoutAReadyViewAnOpenLevelAndAnActiveWindow) {
   shell.mainWindowActive = [] { return false; };
   Click(50, 50);
   EXPECT_FALSE(IsRaised(50, 50) || editor.levelModified || editor.leftHeld);
-  EXPECT_EQ(terrain->tool, TerrainTool::Raising);
+  EXPECT_EQ(terrain.tool, TerrainTool::Raising);
 }
 
 TEST_F(InputTest, TheSameKeyIsAnotherToolInEachMode) {
@@ -66,12 +66,12 @@ TEST_F(InputTest, TheSameKeyIsAnotherToolInEachMode) {
         EXPECT_EQ(shownToolbar, mode) << "with the new tool";
       }
     }
-    EXPECT_EQ(terrain->tool, tool) << key;
+    EXPECT_EQ(terrain.tool, tool) << key;
     EXPECT_EQ(objectStore.tool, objectTool) << key;
   }
   editor.editMode = EditMode::TerrainMapper;
   Tap('M');
-  EXPECT_FALSE(terrain->autoSmoothing);
+  EXPECT_FALSE(terrain.autoSmoothing);
   EXPECT_TRUE(objectStore.snapToGround);
 }
 
@@ -85,25 +85,25 @@ TEST_F(InputTest, WithCtrlALetterIsACommandInEveryModeAndNeverATool) {
     EXPECT_TRUE(editor.somethingCopied);
   }
   EXPECT_EQ(editor.cameraMode, CameraMode::TopDown);
-  EXPECT_EQ(terrain->tool, TerrainTool::PointManipulation);
+  EXPECT_EQ(terrain.tool, TerrainTool::PointManipulation);
   EXPECT_EQ(objectStore.tool, ObjectTool::Select);
-  EXPECT_TRUE(terrain->autoSmoothing && objectStore.snapToGround);
+  EXPECT_TRUE(terrain.autoSmoothing && objectStore.snapToGround);
 }
 
 TEST_F(InputTest, DigitsSetTheBrushAndWithShiftThePower) {
   Show(EditMode::TerrainMapper);
   Tap('0');
-  EXPECT_EQ(terrain->brushSize, 9);
+  EXPECT_EQ(terrain.brushSize, 9);
   Tap('4');
   shownToolbar = {};
   TapWith(kKeyShift, '0');
-  EXPECT_FLOAT_EQ(terrain->power, 10);
-  EXPECT_EQ(terrain->brushSize, 4);
+  EXPECT_FLOAT_EQ(terrain.power, 10);
+  EXPECT_EQ(terrain.brushSize, 4);
   EXPECT_EQ(shownToolbar, EditMode::TerrainMapper);
   Show(EditMode::MaterialMapper);
   Tap('7');
   EXPECT_EQ(materialMapper->brushSize, 7u);
-  EXPECT_EQ(terrain->brushSize, 4);
+  EXPECT_EQ(terrain.brushSize, 4);
 }
 
 TEST_F(InputTest, ARubberBandBeginsAtThePressAndStaysInTheView) {
@@ -122,7 +122,7 @@ TEST_F(InputTest, ARubberBandBeginsAtThePressAndStaysInTheView) {
   Release(300, 300);  // quicker than the mouse's moves
   EXPECT_TRUE(VertexUnder(98, 98).selected && VertexUnder(40, 70).selected);
   EXPECT_FALSE(VertexUnder(60, 60).selected) << "toggled back";
-  terrain->tool = TerrainTool::Raising;
+  terrain.tool = TerrainTool::Raising;
   Press(50, 40);
   Drag(60, 40);
   EXPECT_FALSE(editor.rubberBandActive) << "only with the Point Manipulation tool";
@@ -135,14 +135,14 @@ TEST_F(InputTest, AHeldBrushGoesOnByItselfUntilItIsReleasedAnywhere) {
       {"released", [] { Release(50, 50); }},
       {"another window has it", ForgetHeldInput},
       {"another mode", [] { SetEditMode(EditMode::ObjectMapper); }},
-      {"nobody told", [] { heldInput.leftButton = false; }}};
+      {"nobody told", [] { session.heldInput.leftButton = false; }}};
   for (const auto& [how, release] : releases) {
     Choose(TerrainTool::Raising);
     const float before = VertexUnder(50, 50).h;
-    heldInput.leftButton = true;
+    session.heldInput.leftButton = true;
     Press(50, 50);
     const float pressed = VertexUnder(50, 50).h;
-    EXPECT_FLOAT_EQ(pressed, before + 0.01f * terrain->power) << how;
+    EXPECT_FLOAT_EQ(pressed, before + 0.01f * terrain.power) << how;
     HoldForAFrame();
     EXPECT_GT(VertexUnder(50, 50).h, pressed) << how;
     release();
@@ -168,29 +168,29 @@ TEST_F(InputTest, EveryPressOfABrushActsWhereItIsAndAlongItsWay) {
 
 TEST_F(InputTest, APressActsOnWhatTheCameraSeesNowAndGoesWithItUntilItJumps) {
   Choose(TerrainTool::Raising);
-  heldInput.leftButton = true;
+  session.heldInput.leftButton = true;
   LookDownOn(400, 400);
   Press(50, 50);
   EXPECT_EQ(frames, 1) << "one of the new sight comes before";
   EXPECT_TRUE(IsRaised(50, 50));
-  EXPECT_EQ(terrain->grid[128][128].h, kFlatHeight);
+  EXPECT_EQ(terrain.grid[128][128].h, kFlatHeight);
   LookDownOn(440, 400);
   FollowCamera();
   HoldForAFrame();
-  EXPECT_GT(terrain->grid[105][100].h, kFlatHeight) << "the way there";
+  EXPECT_GT(terrain.grid[105][100].h, kFlatHeight) << "the way there";
   EXPECT_TRUE(IsRaised(50, 50));
   LookDownOn(600, 400);
   FollowCamera();
   HoldForAFrame();
   HoldForAFrame();
   EXPECT_TRUE(IsRaised(50, 50));
-  EXPECT_EQ(terrain->grid[130][100].h, kFlatHeight) << "no way leads there";
+  EXPECT_EQ(terrain.grid[130][100].h, kFlatHeight) << "no way leads there";
 }
 
 TEST_F(InputTest, PointsAreSelectedWithTheModifiersOfTheMouseEvent) {
   Choose(TerrainTool::PointManipulation);
   SetModifiers(true, false);
-  EXPECT_TRUE(editor.ctrlHeld && heldInput.keys[kKeyCtrl]);
+  EXPECT_TRUE(editor.ctrlHeld && session.heldInput.keys[kKeyCtrl]);
   Press(30, 50);
   Drag(60, 50);
   Release(60, 50);
@@ -230,7 +230,7 @@ TEST_F(InputTest, ShiftDragAndKeypadMoveSelectedPointsButNotFromAbove) {
 TEST_F(InputTest, PaintingFollowsTheLeftButton) {
   Show(EditMode::MaterialMapper);
   materialMapper->currentMaterial = 5;
-  materialMapper->materialCellSize = CellSize;  // as the frame before found
+  materialMapper->materialCellSize = terrain.cellSize;  // as the frame before found
   Press(20, 20);
   Drag(40, 20);
   RouteMouse(MouseButton::Middle, MouseEvent::Move, 40, 60);
@@ -275,15 +275,15 @@ TEST_F(InputTest, CtrlReleaseFinishesTheRoadOfTheClicksBefore) {
     RouteKey(kKeyCtrl, true);
     Click(20, 50);
     Click(80, 50);
-    EXPECT_EQ(terrain->roadPointCount, tool == TerrainTool::Road ? 2 : 0);
+    EXPECT_EQ(terrain.roadPointCount, tool == TerrainTool::Road ? 2 : 0);
     RouteKey(kKeyCtrl, false);
   }
   EXPECT_EQ(asked, 1);
-  EXPECT_EQ(terrain->roadPointCount, 0);
+  EXPECT_EQ(terrain.roadPointCount, 0);
 }
 
 TEST_F(InputTest, TheRightButtonTurnsTheCameraWhileItIsHeld) {
-  heldInput.rightButton = true;
+  session.heldInput.rightButton = true;
   RouteMouse(MouseButton::Right, MouseEvent::Press, 50, 50);
   RouteMouse(MouseButton::Right, MouseEvent::Move, 90, 50);
   UpdateCameraFromInput();

@@ -55,7 +55,7 @@ class OperationFaults : public LevelTest {
  protected:
   OperationFaults() {
     levelTextures = LevelTextures{};
-    shadowSettings = ShadowSettings{};
+    terrain.shadowSettings = ShadowSettings{};
     std::stringstream old;
     old << std::ifstream("varnhold.cfg").rdbuf();
     std::ofstream("varnhold.cfg") << "GamePath=" << GameFolder() << "game\\"
@@ -86,7 +86,7 @@ class OperationFaults : public LevelTest {
     fs::copy(folder / "Mods", game / "Mods", fs::copy_options::recursive);
     modConfig = ModConfig{};
     ASSERT_TRUE(ParseModConfig("varnhold", modConfig));
-    ResetEditorState();  // the camera's place is saved with a level
+    ResetCoreState();  // the camera's place is saved with a level
     editor.viewReady = true;
     scripted::script.prompts.clear();
     scripted::script.answers.assign(4, PromptAnswer::Yes);
@@ -157,7 +157,7 @@ class OperationFaults : public LevelTest {
   }
   static void OpenWithTileToMake() {
     ASSERT_TRUE(OpenLevel());
-    levelTextures.SurfaceAssigned[1][1] = shadowSettings.ShadowSelected[1][1] = true;
+    levelTextures.SurfaceAssigned[1][1] = terrain.shadowSettings.ShadowSelected[1][1] = true;
     scripted::script.prompts.clear();  // opening told what the level lacks
   }
 

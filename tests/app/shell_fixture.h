@@ -10,10 +10,10 @@
 #include "app/keys.h"
 #include "app/shell.h"
 #include "core/editor_state.h"
+#include "core/hooks.h"
 #include "data/mod_config.h"
 #include "objects/entities.h"
 #include "objects/object_store.h"
-#include "objects/object_windows.h"
 #include "support/sandbox.h"
 #include "terrain/material_map.h"
 #include "terrain/terrain.h"
@@ -53,12 +53,11 @@ class ShellTest : public SandboxTest {
  private:
   static void ResetRecords() {
     shell = ShellWithoutWindows();
-    heldInput = HeldInput{};
+    session.heldInput = HeldInput{};
     modConfig = ModConfig{};
-    objectWindows = ObjectWindows{};
     levelTree = LevelTree{};
-    ResetObjectStore();
-    ResetEntities();
+    objectStore = ObjectStore{};
+    entities = Entities{};
   }
 };
 
