@@ -5,6 +5,7 @@
 
 #include "app/keys.h"
 #include "app/modes.h"
+#include "app/session.h"
 #include "app/shell.h"
 #include "core/hooks.h"
 #include "data/mod_config.h"

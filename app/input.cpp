@@ -5,6 +5,7 @@
 
 #include "app/keys.h"
 #include "app/modes.h"
+#include "app/session.h"
 #include "app/shell.h"
 #include "objects/object_clipboard.h"
 #include "objects/object_mapper.h"
@@ -21,17 +22,6 @@ namespace mw {
 namespace {
 
 constexpr float kDragHeightPerPixel = 0.05f;  // height units
-
-// What decides which point of the scene is under a pixel.
-struct Outlook {
-  Vector3 position;
-  float yaw = 0, pitch = 0;
-  CameraMode cameraMode = CameraMode::Fly;
-  EditMode mode = EditMode::TerrainMapper;
-  friend bool operator==(const Outlook&, const Outlook&) = default;
-};
-
-Outlook pictured;  // that of the frame drawn last
 
 Outlook CurrentOutlook() {
   return {camera.position, camera.yaw, camera.pitch, editor.cameraMode, editor.editMode};
@@ -200,7 +190,7 @@ void DoubleClick(MouseButton button, int x, int y) {
 
 void RouteMouse(MouseButton button, MouseEvent event, int x, int y) {
   if (!editor.viewReady || !editor.levelLoaded || !shell.mainWindowActive()) return;
-  if (!(pictured == CurrentOutlook())) shell.renderFrameNow();
+  if (!(session.pictured == CurrentOutlook())) shell.renderFrameNow();
   switch (event) {
     case MouseEvent::Press:
       Press(button, x, y);
@@ -235,9 +225,9 @@ void SetModifiers(bool ctrl, bool shift) {
 }
 
 void FollowCamera() {
-  const Outlook before = std::exchange(pictured, CurrentOutlook());
-  if (before == pictured) return;
-  if (IsJump(before, pictured)) LiftBrushes();
+  const Outlook before = std::exchange(session.pictured, CurrentOutlook());
+  if (before == session.pictured) return;
+  if (IsJump(before, session.pictured)) LiftBrushes();
   const int x = editor.lastMouseX, y = editor.lastMouseY;
   switch (editor.editMode) {
     case EditMode::TerrainMapper:

@@ -13,6 +13,7 @@
 #include "app/level_parts.h"
 #include "app/recovery.h"
 #include "app/save_questions.h"
+#include "app/session.h"
 #include "app/shell.h"
 #include "core/hooks.h"
 #include "core/text.h"
@@ -21,6 +22,7 @@
 #include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/mods.h"
+#include "data/open_level.h"
 #include "objects/level_tree.h"
 #include "objects/static_objects.h"
 #include "platform/disk.h"
@@ -35,11 +37,6 @@ namespace {
 
 constexpr std::string_view kArchiveExtension = ".vra";
 
-// The path that the open level's archive was opened with; empty when none is open.
-std::string openArchivePath;
-// The mod that it was opened in.
-std::string openMod;
-
 // The levels that come with the game.
 constexpr std::array<const char*, 2> kStockLevels{"Harbour_Point", "Stone_Ridge"};
 
@@ -51,8 +48,8 @@ std::string LevelArchiveFolder() {
 // Makes the archive the open level's, if there is one.
 Archive* AdoptLevelArchive(Archive* archive) {
   if (archive) {
-    openArchivePath = archive->Path();
-    openMod = CurrentModName();
+    openLevel.archivePath = archive->Path();
+    openLevel.mod = CurrentModName();
     openLevel.modFolder = modConfig.modFolder;
   }
   return archive;
@@ -216,21 +213,22 @@ Archive* LevelArchive() {
   for (std::size_t i = archives.Count(); i-- > 0;) {
     Archive* archive = archives.At(i);
     const bool isLevel = archive->Writable() || !archive->WriteProtection().empty();
-    if (isLevel && !openArchivePath.empty() && archive->Path() == openArchivePath) return archive;
+    if (isLevel && !openLevel.archivePath.empty() && archive->Path() == openLevel.archivePath)
+      return archive;
   }
   return nullptr;
 }
 
-const std::string& LevelMod() { return openMod; }
+const std::string& LevelMod() { return openLevel.mod; }
 
 void CloseLevelArchive() {
   if (Archive* const archive = LevelArchive()) {
     ForgetRecovery();
     const bool isOwn = archive->OnDisk() == ArchiveOnDisk::AsLeft;
     if (!archive->Close() && isOwn) ShowNotClosed(*archive);
-    archives.CloseArchive(openArchivePath);
+    archives.CloseArchive(openLevel.archivePath);
   }
-  openArchivePath.clear();
+  openLevel.archivePath.clear();
   openLevel.modFolder.clear();
   ClearLoadReport();
 }
@@ -334,8 +332,7 @@ Archive* CreateLevelArchive(std::string& error) {
 
 void NameNewBackup(std::uint32_t now) {
   constexpr std::uint32_t kDelay = 3000;
-  static std::string name;
-  static std::uint32_t since = 0;
+  auto& [name, since] = session.newBackup;
   Archive* const archive = LevelArchive();
   if (std::string made = archive ? archive->TakeNewBackup() : std::string(); !made.empty()) {
     name = std::move(made);

@@ -4,13 +4,13 @@
 #include <algorithm>
 #include <bit>
 
+#include "app/session.h"
 #include "core/camera.h"
 #include "core/hooks.h"
 #include "data/mod_config.h"
+#include "terrain/terrain.h"
 
 namespace mw {
-
-MiniMapWindowPicture session.miniMapWindow;
 
 namespace {
 
@@ -22,7 +22,7 @@ struct DrawnMiniMap {
   unsigned window = 0, heights = 0;       // textures; 0 before the first frame
   int windowWidth = 0, windowHeight = 0;  // of the window's texture: powers of two
 };
-DrawnMiniMap drawn;
+DrawnMiniMap drawn;  // a cache: what GL holds of both pictures
 
 // World units that one picture pixel covers; 0 while no level size is known.
 float WorldUnitsPerPixel() {

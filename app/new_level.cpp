@@ -17,6 +17,7 @@
 #include "data/level_settings.h"
 #include "data/load_report.h"
 #include "data/mods.h"
+#include "data/open_level.h"
 #include "objects/entity_scripts.h"
 #include "objects/level_tree.h"
 #include "objects/static_objects.h"

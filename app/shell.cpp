@@ -1,6 +1,5 @@
 #include "app/shell.h"
 
-#include "app/keys.h"
 #include "platform/prompts.h"
 
 namespace mw {
@@ -25,6 +24,5 @@ Shell ShellWithoutWindows() {
 }
 
 Shell shell = ShellWithoutWindows();
-HeldInput session.heldInput;
 
 }  // namespace mw

@@ -103,6 +103,8 @@ fs::path NativePath(std::string_view path) {
   return result;
 }
 
+void ResetPlatformState() { programFolders = ProgramFolders{}; }
+
 fs::path ReadablePath(std::string_view path) {
   fs::path native = NativePath(path);
   std::error_code error;

@@ -29,6 +29,9 @@ struct ProgramFolders {
 };
 extern ProgramFolders programFolders;
 
+// Puts the record back to what it is at program start.
+void ResetPlatformState();
+
 // The native path of what is read under `path`, of the working folder or the shared one.
 std::filesystem::path ReadablePath(std::string_view path);
 

@@ -18,6 +18,10 @@ void ConnectObjectWindows(MainWindow& window) {
   BuildTree();
 }
 
-void DisconnectObjectWindows() { levelTree.view = LevelTreeView{}; }
+void DisconnectObjectWindows() {
+  hooks.runPropertySheet = Hooks{}.runPropertySheet;
+  hooks.refreshObjectToolbar = Hooks{}.refreshObjectToolbar;
+  levelTree.view = LevelTreeView{};
+}
 
 }  // namespace mw

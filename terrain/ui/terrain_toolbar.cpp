@@ -8,6 +8,7 @@
 #include <QSlider>
 
 #include "resources/pictures.h"
+#include "terrain/terrain.h"
 #include "terrain/terrain_tools.h"
 
 namespace mw {
@@ -135,16 +136,16 @@ void TerrainToolbar::Press(TerrainControl button) {
 }
 
 void TerrainToolbar::Refresh() {
-  if (!terrain) return;
+  if (!terrain.grid) return;
   for (const ButtonSpec& button : kButtons)
-    Button(button.control)->setChecked(ToolOf(button.control) == terrain->tool);
-  Button(TerrainControl::AutoSmoothing)->setChecked(terrain->autoSmoothing);
-  Show(smoothingRange_, terrain->autoSmoothing,
-       [this] { ShowNumber(smoothingRange_, static_cast<int>(terrain->smoothingRange)); });
-  Show(brushSize_, UsesBrushSize(terrain->tool),
-       [this] { ShowNumber(brushSize_, terrain->brushSize); });
-  Show(power_, UsesPower(terrain->tool),
-       [this] { power_->setValue(static_cast<int>(terrain->power)); });
+    Button(button.control)->setChecked(ToolOf(button.control) == terrain.tool);
+  Button(TerrainControl::AutoSmoothing)->setChecked(terrain.autoSmoothing);
+  Show(smoothingRange_, terrain.autoSmoothing,
+       [this] { ShowNumber(smoothingRange_, static_cast<int>(terrain.smoothingRange)); });
+  Show(brushSize_, UsesBrushSize(terrain.tool),
+       [this] { ShowNumber(brushSize_, terrain.brushSize); });
+  Show(power_, UsesPower(terrain.tool),
+       [this] { power_->setValue(static_cast<int>(terrain.power)); });
 }
 
 }  // namespace mw

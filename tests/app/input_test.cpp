@@ -7,6 +7,7 @@
 
 #include "app/camera_control.h"
 #include "app/editing_fixture.h"
+#include "app/session.h"
 #include "objects/object_mapper.h"
 
 namespace mw {

@@ -9,6 +9,7 @@
 #include "app/level_fixture.h"
 #include "app/modes.h"
 #include "app/start_up.h"
+#include "core/hooks.h"
 #include "objects/entities.h"
 #include "objects/object_store.h"
 #include "platform/disk.h"
@@ -18,6 +19,7 @@
 #include "terrain/material_map.h"
 #include "terrain/mini_map_picture.h"
 #include "terrain/random_terrain.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {

@@ -99,7 +99,7 @@ TEST_F(ObjectInputTest, DeleteWorksInTheObjectMapperOnly) {
 
 TEST_F(ObjectInputTest, ADoubleClickEditsASelectedObjectAndIsAPressElsewhere) {
   int sheets = 0;
-  objectWindows.runPropertySheet = [&sheets](PropertySheet&) { return ++sheets > 0; };
+  hooks.runPropertySheet = [&sheets](PropertySheet&) { return ++sheets > 0; };
   Click(50, 50);
   DoubleClick(50, 50);
   EXPECT_EQ(sheets, 1);

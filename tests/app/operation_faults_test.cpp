@@ -19,6 +19,7 @@
 #include "support/disk_faults.h"
 #include "terrain/shadow_work.h"
 #include "terrain/surface_maps.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "app/keys.h"
+#include "app/session.h"
 #include "app/shell.h"
 #include "core/editor_state.h"
 #include "core/hooks.h"
@@ -23,7 +23,7 @@ namespace mw {
 class ShellTest : public SandboxTest {
  protected:
   ShellTest() {
-    ResetRecords();
+    ResetProgramState();
     modConfig.MaterialSize = 256;
     modConfig.WorldSize = 1024;
     modConfig.HeightScale = 0.5f;
@@ -42,23 +42,13 @@ class ShellTest : public SandboxTest {
   ~ShellTest() override {
     DestroyMaterialMapper();
     DestroyTerrain();
-    ResetRecords();
+    ResetProgramState();
   }
 
   std::map<CommandId, bool> checked, enabled;
   EditMode shownToolbar{};
   int frames = 0;
   std::vector<std::string> calls;  // what the test's own functions recorded
-
- private:
-  static void ResetRecords() {
-    shell = ShellWithoutWindows();
-    session.heldInput = HeldInput{};
-    modConfig = ModConfig{};
-    levelTree = LevelTree{};
-    objectStore = ObjectStore{};
-    entities = Entities{};
-  }
 };
 
 }  // namespace mw
