@@ -3,6 +3,7 @@
 #include "app/shell.h"
 #include "data/data_state.h"
 #include "objects/objects_state.h"
+#include "platform/disk.h"
 #include "terrain/terrain_state.h"
 
 namespace mw {

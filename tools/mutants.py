@@ -4,6 +4,7 @@
   tools/mutants.py [--count 200] [--seed 1]     draws the places and tries those not tried yet
   tools/mutants.py --again FILE                 tries the places of such a list on today's tree
   tools/mutants.py --report [FILE]              what is known so far
+  tools/mutants.py ... --commit REVISION        of this commit, instead of the one checked out
   tools/mutants.py ... --configure "-DNAME=..." gives cmake further words
 
 Everything happens in a copy of the commit that is checked out, build/mutants/tree, with a build of its
@@ -100,8 +101,8 @@ def build_everything():
     must(["cmake", "--build", "--preset", "dev"], cwd=TREE)
 
 
-def prepare_tree(words):
-    commit = must(["git", "rev-parse", "HEAD"], cwd=ROOT).strip()
+def prepare_tree(revision, words):
+    commit = must(["git", "rev-parse", revision], cwd=ROOT).strip()
     if not (TREE / ".git").exists():
         must(["git", "worktree", "prune"], cwd=ROOT)
         must(["git", "worktree", "add", "--detach", "--force", TREE, commit], cwd=ROOT)
@@ -253,6 +254,7 @@ def main():
     arguments.add_argument("--count", type=int, default=200)
     arguments.add_argument("--seed", type=int, default=1)
     arguments.add_argument("--again", type=Path)
+    arguments.add_argument("--commit", default="HEAD")
     arguments.add_argument("--configure", default="")
     arguments.add_argument("--report", type=Path, nargs="?", const=Path())
     chosen = arguments.parse_args()
@@ -264,7 +266,7 @@ def main():
         os.execvp("xvfb-run", ["xvfb-run", "-a", "-s", "-screen 0 1280x800x24 -noreset",
                                sys.executable, *sys.argv])
     WORK.mkdir(parents=True, exist_ok=True)
-    commit = prepare_tree(shlex.split(chosen.configure))
+    commit = prepare_tree(chosen.commit, shlex.split(chosen.configure))
     if chosen.again:
         places = [Place(**{key: r[key] for key in Place.__dataclass_fields__})
                   for r in read_list(chosen.again)]
