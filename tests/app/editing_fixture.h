@@ -19,8 +19,6 @@ class EditingTest : public ShellTest {
  protected:
   EditingTest() {
     BuildTree();
-    AddEntry("bunker", MeshKind::StandardMesh);
-    AddEntry("oak", MeshKind::TreeMesh);
     CachedMesh mesh;
     mesh.name = "bunker";
     mesh.treeItem = cachedBunker = InsertItem(levelTree.fixed.cachedObjects, "bunker");
@@ -28,12 +26,12 @@ class EditingTest : public ShellTest {
     firstBunker = Place("bunker", 0, {100, 80, 300});
     oak = Place("oak", 1, {200, 10, 200});
     secondBunker = Place("bunker", 0, {400, 5, 50});
+    LookDownOn(512, 512);
+    FollowCamera();
     shell.renderFrameNow = [this] {
       ++frames;
       FollowCamera();
     };
-    LookDownOn(512, 512);
-    frames = 0;
   }
   // The depth of the picture, which objects are picked from, is that of the ground.
   void SetUp() override {
@@ -64,18 +62,10 @@ class EditingTest : public ShellTest {
   static void Drag(int x, int y) { RouteMouse(MouseButton::Left, MouseEvent::Move, x, y); }
   static void Release(int x, int y) { RouteMouse(MouseButton::Left, MouseEvent::Release, x, y); }
   static void Hover(int x, int y) { RouteMouse(MouseButton::None, MouseEvent::Move, x, y); }
-  static void Click(int x, int y) {
-    Press(x, y);
-    Release(x, y);
-  }
-  static void Tap(int key) {
-    RouteKey(key, true);
-    RouteKey(key, false);
-  }
+  static void Click(int x, int y) { Press(x, y), Release(x, y); }
+  static void Tap(int key) { RouteKey(key, true), RouteKey(key, false); }
   static void TapWith(int modifier, int key) {
-    RouteKey(modifier, true);
-    Tap(key);
-    RouteKey(modifier, false);
+    RouteKey(modifier, true), Tap(key), RouteKey(modifier, false);
   }
 
   // The one that is nearest to what the view shows at the pixel.
@@ -84,29 +74,13 @@ class EditingTest : public ShellTest {
     return terrain->grid[static_cast<std::size_t>(std::lround(ground.x / CellSize))]
                         [static_cast<std::size_t>(std::lround(ground.z / CellSize))];
   }
-  static bool IsRaised(int x, int y) { return VertexUnder(x, y).h > kFlatHeight; }
-  static int CountSelectedVertices() {
-    int count = 0;
-    for (const auto& row : terrain->grid) {
-      for (const TerrainVertex& vertex : row) count += vertex.selected;
-    }
-    return count;
-  }
-  // Puts the object where the view shows the ground.
-  static void PutUnder(StaticObject& object, int x, int y) {
-    const Vector3 ground = GroundUnderCursor(x, y).value();
-    object.position = {static_cast<float>(modConfig.WorldSize) - ground.x, ground.y, ground.z};
-  }
-
-  static void AddEntry(const char* name, MeshKind kind) {
-    ObjectCatalogue& catalogue = objectStore.catalogue;
-    CatalogueEntry& entry = catalogue.entries[static_cast<std::size_t>(catalogue.entryCount++)];
-    entry.name = entry.meshName = name;
-    entry.meshKind = kind;
-    entry.boxA = {-2, 0, -2};
-    entry.boxB = {2, 0, 2};
-  }
   static TreeItem Place(const char* name, int entry, Vector3 position) {
+    ObjectCatalogue& catalogue = objectStore.catalogue;
+    catalogue.entryCount = 2;
+    CatalogueEntry& listed = catalogue.entries[static_cast<std::size_t>(entry)];
+    listed.name = listed.meshName = name;
+    listed.meshKind = entry == 1 ? MeshKind::TreeMesh : MeshKind::StandardMesh;
+    listed.boxA = {-2, 0, -2}, listed.boxB = {2, 0, 2};
     StaticObject object;
     object.name = name;
     object.catalogueIndex = entry;

@@ -1,14 +1,14 @@
-// The ground under mouse and keys, by what the level holds then.
+// Mouse and keys in the three mappers, by what the level holds then.
 #include "app/input.h"
 
 #include <chrono>
+#include <functional>
 #include <gmock/gmock.h>
 #include <thread>
 
 #include "app/camera_control.h"
 #include "app/editing_fixture.h"
 #include "app/session.h"
-#include "objects/object_mapper.h"
 
 namespace mw {
 namespace {
@@ -24,12 +24,7 @@ class InputTest : public EditingTest {
     UpdateCameraFromInput();
     FollowCamera();
   }
-  static std::uint32_t MaterialUnder(int x, int y) {
-    const Vector3 ground = GroundUnderCursor(x, y).value();
-    // Cells are called after the vertex at their end, in rows.
-    return materialMapper->grid[static_cast<std::size_t>(std::ceil(ground.x / terrain.cellSize))]
-                               [static_cast<std::size_t>(ground.z / terrain.cellSize)];
-  }
+  static bool IsRaised(int x, int y) { return VertexUnder(x, y).h > kFlatHeight; }
 };
 
 TEST_F(InputTest, NothingHappensWithoutAReadyViewAnOpenLevelAndAnActiveWindow) {
@@ -46,7 +41,7 @@ TEST_F(InputTest, NothingHappensWithoutAReadyViewAnOpenLevelAndAnActiveWindow) {
   EXPECT_EQ(terrain.tool, TerrainTool::Raising);
 }
 
-TEST_F(InputTest, TheSameKeyIsAnotherToolInEachMode) {
+TEST_F(InputTest, TheSameKeyIsAnotherToolInEachModeAndNoneWithCtrl) {
   const struct {
     char key;
     TerrainTool tool;
@@ -57,37 +52,27 @@ TEST_F(InputTest, TheSameKeyIsAnotherToolInEachMode) {
               {'V', TerrainTool::Flatten, ObjectTool::RotateX},
               {'B', TerrainTool::Road, ObjectTool::RotateY},
               {'N', TerrainTool::PointManipulation, ObjectTool::RotateZ}};
-  objectStore.toolsEnabled = true;
+  objectStore.toolsEnabled = objectStore.objects[1].selected = true;
   for (const auto& [key, tool, objectTool] : rows) {
     for (const EditMode mode : kModes) {
       editor.editMode = mode;
       shownToolbar = {};
       Tap(key);
-      if (mode == EditMode::TerrainMapper) {
-        EXPECT_EQ(shownToolbar, mode) << "with the new tool";
-      }
+      EXPECT_EQ(shownToolbar == mode, mode == EditMode::TerrainMapper) << "with the new tool";
     }
     EXPECT_EQ(terrain.tool, tool) << key;
     EXPECT_EQ(objectStore.tool, objectTool) << key;
   }
-  editor.editMode = EditMode::TerrainMapper;
-  Tap('M');
-  EXPECT_FALSE(terrain.autoSmoothing);
-  EXPECT_TRUE(objectStore.snapToGround);
-}
-
-TEST_F(InputTest, WithCtrlALetterIsACommandInEveryModeAndNeverATool) {
   editor.cameraMode = CameraMode::TopDown;
-  objectStore.toolsEnabled = objectStore.objects[1].selected = true;
   for (const EditMode mode : kModes) {
     editor.editMode = mode;
     editor.somethingCopied = false;
     for (const char letter : {'Z', 'Y', 'B', 'M', 'O', 'C'}) TapWith(kKeyCtrl, letter);
-    EXPECT_TRUE(editor.somethingCopied);
+    EXPECT_TRUE(editor.somethingCopied) << "it is a command in every mode";
   }
   EXPECT_EQ(editor.cameraMode, CameraMode::TopDown);
   EXPECT_EQ(terrain.tool, TerrainTool::PointManipulation);
-  EXPECT_EQ(objectStore.tool, ObjectTool::Select);
+  EXPECT_EQ(objectStore.tool, ObjectTool::RotateZ);
   EXPECT_TRUE(terrain.autoSmoothing && objectStore.snapToGround);
 }
 
@@ -99,7 +84,6 @@ TEST_F(InputTest, DigitsSetTheBrushAndWithShiftThePower) {
   shownToolbar = {};
   TapWith(kKeyShift, '0');
   EXPECT_FLOAT_EQ(terrain.power, 10);
-  EXPECT_EQ(terrain.brushSize, 4);
   EXPECT_EQ(shownToolbar, EditMode::TerrainMapper);
   Show(EditMode::MaterialMapper);
   Tap('7');
@@ -112,9 +96,8 @@ TEST_F(InputTest, ARubberBandBeginsAtThePressAndStaysInTheView) {
   Choose(TerrainTool::PointManipulation);
   RouteKey(kKeyCtrl, true);
   Press(80, 80);
-  Drag(70, 60);
-  EXPECT_TRUE(editor.rubberBandActive);
   Drag(30, 40);
+  EXPECT_TRUE(editor.rubberBandActive);
   Release(-12, 42);
   EXPECT_FALSE(editor.rubberBandActive);
   EXPECT_TRUE(VertexUnder(2, 45).selected && VertexUnder(77, 77).selected);
@@ -127,8 +110,6 @@ TEST_F(InputTest, ARubberBandBeginsAtThePressAndStaysInTheView) {
   Press(50, 40);
   Drag(60, 40);
   EXPECT_FALSE(editor.rubberBandActive) << "only with the Point Manipulation tool";
-  Release(60, 40);
-  EXPECT_TRUE(IsRaised(60, 40));
 }
 
 TEST_F(InputTest, AHeldBrushGoesOnByItselfUntilItIsReleasedAnywhere) {
@@ -157,7 +138,7 @@ TEST_F(InputTest, AHeldBrushGoesOnByItselfUntilItIsReleasedAnywhere) {
   EXPECT_TRUE(editor.levelModified);
 }
 
-TEST_F(InputTest, EveryPressOfABrushActsWhereItIsAndAlongItsWay) {
+TEST_F(InputTest, ABrushActsAlongItsWayAndGoesWithTheCameraUntilItJumps) {
   Choose(TerrainTool::Raising);
   Click(20, 20);
   Press(80, 20);
@@ -165,30 +146,24 @@ TEST_F(InputTest, EveryPressOfABrushActsWhereItIsAndAlongItsWay) {
   Hover(50, 80);
   EXPECT_TRUE(IsRaised(20, 20) && IsRaised(80, 20) && IsRaised(80, 50) && IsRaised(80, 80));
   EXPECT_FALSE(IsRaised(50, 20) || IsRaised(50, 50) || IsRaised(60, 80));
-}
-
-TEST_F(InputTest, APressActsOnWhatTheCameraSeesNowAndGoesWithItUntilItJumps) {
-  Choose(TerrainTool::Raising);
   session.heldInput.leftButton = true;
-  LookDownOn(400, 400);
+  LookDownOn(300, 300);
   Press(50, 50);
   EXPECT_EQ(frames, 1) << "one of the new sight comes before";
   EXPECT_TRUE(IsRaised(50, 50));
-  EXPECT_EQ(terrain.grid[128][128].h, kFlatHeight);
-  LookDownOn(440, 400);
+  LookDownOn(340, 300);
   FollowCamera();
   HoldForAFrame();
-  EXPECT_GT(terrain.grid[105][100].h, kFlatHeight) << "the way there";
-  EXPECT_TRUE(IsRaised(50, 50));
-  LookDownOn(600, 400);
+  EXPECT_GT(terrain.grid[80][75].h, kFlatHeight) << "the way there";
+  LookDownOn(500, 300);
   FollowCamera();
   HoldForAFrame();
   HoldForAFrame();
   EXPECT_TRUE(IsRaised(50, 50));
-  EXPECT_EQ(terrain.grid[130][100].h, kFlatHeight) << "no way leads there";
+  EXPECT_EQ(terrain.grid[105][75].h, kFlatHeight) << "no way leads there";
 }
 
-TEST_F(InputTest, PointsAreSelectedWithTheModifiersOfTheMouseEvent) {
+TEST_F(InputTest, PointsAreSelectedAndMovedWithTheModifiersOfTheMouseEvent) {
   Choose(TerrainTool::PointManipulation);
   SetModifiers(true, false);
   EXPECT_TRUE(editor.ctrlHeld && session.heldInput.keys[kKeyCtrl]);
@@ -199,55 +174,50 @@ TEST_F(InputTest, PointsAreSelectedWithTheModifiersOfTheMouseEvent) {
   SetModifiers(false, false);
   Click(44, 50);
   EXPECT_FALSE(VertexUnder(44, 50).selected);
-  const int before = CountSelectedVertices();
-  SetModifiers(false, true);
-  Click(70, 70);
-  EXPECT_EQ(CountSelectedVertices(), before) << "Shift selects nothing";
   Tap(kKeySpace);
-  EXPECT_EQ(CountSelectedVertices(), 0);
-}
-
-TEST_F(InputTest, ShiftDragAndKeypadMoveSelectedPointsButNotFromAbove) {
-  Choose(TerrainTool::PointManipulation);
+  EXPECT_FALSE(VertexUnder(30, 50).selected);
   Click(50, 50);
   TerrainVertex& point = VertexUnder(50, 50);
-  RouteKey(kKeyShift, true);
-  Press(50, 50);
-  Drag(50, 40);
-  Release(50, 40);
+  const auto dragUpWithShift = [](int pixels) {
+    SetModifiers(false, true);
+    Press(50, 50);
+    Drag(50, 50 - pixels);
+    Release(50, 50 - pixels);
+  };
+  dragUpWithShift(10);
+  EXPECT_TRUE(point.selected) << "Shift selects nothing";
   EXPECT_FLOAT_EQ(point.h, kFlatHeight + 0.5f);
   Tap(kKeyNumpadPlus);
   EXPECT_FLOAT_EQ(point.h, kFlatHeight + 0.6f);
-  Tap(kKeyNumpadMinus);
-  Tap(kKeyNumpadMinus);
-  EXPECT_FLOAT_EQ(point.h, kFlatHeight + 0.4f);
+  Tap(kKeyNumpadMinus), Tap(kKeyNumpadMinus);
   editor.cameraMode = CameraMode::TopDown;
-  Press(50, 50);
-  Drag(50, 30);
-  Release(50, 30);
-  EXPECT_FLOAT_EQ(point.h, kFlatHeight + 0.4f);
+  dragUpWithShift(20);
+  EXPECT_FLOAT_EQ(point.h, kFlatHeight + 0.4f) << "not from above";
 }
 
 TEST_F(InputTest, PaintingFollowsTheLeftButton) {
   Show(EditMode::MaterialMapper);
   materialMapper->currentMaterial = 5;
   materialMapper->materialCellSize = terrain.cellSize;  // as the frame before found
+  // Cells are called after the vertex at their end, in rows.
+  const auto isPainted = [](int x, int y) {
+    const Vector3 ground = GroundUnderCursor(x, y).value();
+    return materialMapper->grid[static_cast<std::size_t>(std::ceil(ground.x / terrain.cellSize))]
+                               [static_cast<std::size_t>(ground.z / terrain.cellSize)] == 5;
+  };
   Press(20, 20);
   Drag(40, 20);
   RouteMouse(MouseButton::Middle, MouseEvent::Move, 40, 60);
   Release(40, 60);
   Hover(40, 80);
   Click(80, 80);
-  for (const auto& [x, y] : {std::pair{20, 20}, {30, 20}, {40, 20}, {80, 80}})
-    EXPECT_EQ(MaterialUnder(x, y), 5u) << x << " " << y;
-  for (const auto& [x, y] : {std::pair{40, 40}, {40, 60}, {40, 80}, {60, 80}})
-    EXPECT_NE(MaterialUnder(x, y), 5u) << x << " " << y;
+  EXPECT_TRUE(isPainted(20, 20) && isPainted(30, 20) && isPainted(40, 20) && isPainted(80, 80));
+  EXPECT_FALSE(isPainted(40, 40) || isPainted(40, 60) || isPainted(40, 80) || isPainted(60, 80));
   Press(60, 40);
   SetEditMode(EditMode::TerrainMapper);
   Show(EditMode::MaterialMapper);
-  RouteMouse(MouseButton::Left, MouseEvent::Release, 60, 40);
   Hover(90, 40);
-  EXPECT_NE(MaterialUnder(75, 40), 5u) << "the change of mode ended it";
+  EXPECT_FALSE(isPainted(75, 40)) << "the change of mode ended it";
 }
 
 TEST_F(InputTest, KeysOnReleaseChangeWaterAndOverlay) {
@@ -262,9 +232,8 @@ TEST_F(InputTest, KeysOnReleaseChangeWaterAndOverlay) {
     Tap(kKeyPageDown);
     EXPECT_FLOAT_EQ(modConfig.WaterLevel, lowered) << before;
   }
-  EXPECT_TRUE(editor.levelModified);
   Tap(kKeyTab);
-  EXPECT_TRUE(editor.drawObjectsInMappers);
+  EXPECT_TRUE(editor.levelModified && editor.drawObjectsInMappers);
 }
 
 TEST_F(InputTest, CtrlReleaseFinishesTheRoadOfTheClicksBefore) {
@@ -272,7 +241,6 @@ TEST_F(InputTest, CtrlReleaseFinishesTheRoadOfTheClicksBefore) {
   shell.createRoadDialog = [&asked] { return ++asked > 0; };
   for (const TerrainTool tool : {TerrainTool::Smoothing, TerrainTool::Road}) {
     Choose(tool);
-    VertexUnder(20, 50).h = 150;
     RouteKey(kKeyCtrl, true);
     Click(20, 50);
     Click(80, 50);
@@ -293,6 +261,87 @@ TEST_F(InputTest, TheRightButtonTurnsTheCameraWhileItIsHeld) {
   RouteMouse(MouseButton::Right, MouseEvent::Release, 90, 50);
   UpdateCameraFromInput();
   EXPECT_EQ(camera.yaw, turned);
+}
+
+// A bunker stands in the middle of the view.
+class ObjectInputTest : public EditingTest {
+ protected:
+  ObjectInputTest() {
+    Show(EditMode::ObjectMapper);
+    const Vector3 ground = GroundUnderCursor(50, 50).value();
+    bunker().position = {1024 - ground.x, ground.y, ground.z};
+  }
+  static StaticObject& bunker() { return objectStore.objects[0]; }
+};
+
+TEST_F(ObjectInputTest, KeysChooseTheToolAndTheMouseUsesIt) {
+  Click(50, 50);
+  EXPECT_EQ(Selected(), (Flags{true, false, false}));
+  const auto dragUp = [](int pixels) {
+    Press(50, 50);
+    Drag(50, 50 - pixels);
+    Release(50, 50 - pixels);
+  };
+  const float ground = bunker().position.y;
+  Tap('C'), dragUp(40);
+  EXPECT_FLOAT_EQ(bunker().position.y, ground + 2);
+  Tap('B'), dragUp(10);
+  EXPECT_FLOAT_EQ(bunker().rotation.y, 5);
+  const Vector3 target = GroundUnderCursor(50, 10).value();
+  Tap('X'), dragUp(40);
+  Hover(80, 80);
+  EXPECT_NEAR(bunker().position.x, 1024 - target.x, 0.01);
+  EXPECT_NEAR(bunker().position.z, target.z, 0.01);
+  Tap(kKeySpace);
+  EXPECT_FALSE(bunker().selected);
+  EXPECT_EQ(objectStore.tool, ObjectTool::Select);
+  EXPECT_TRUE(editor.levelModified);
+}
+
+TEST_F(ObjectInputTest, CutLeavesTheObjectAndThePressPlacesACopyUnlessItIsGivenUp) {
+  Click(50, 50);
+  EXPECT_FALSE(enabled[kCommandPaste]);
+  TapWith(kKeyCtrl, 'X');
+  EXPECT_TRUE(enabled[kCommandPaste]);
+  const std::function<void()> ways[] = {
+      [] { Tap(kKeyEscape); }, [] { Tap(kKeySpace); },
+      [] { RouteMouse(MouseButton::Right, MouseEvent::Press, 5, 5); }};
+  for (const auto& giveUp : ways) {
+    TapWith(kKeyCtrl, 'V');
+    EXPECT_FALSE(enabled[kCommandCut] || enabled[kCommandPaste]);
+    giveUp();
+    EXPECT_TRUE(enabled[kCommandCut] && enabled[kCommandPaste]);
+    EXPECT_TRUE(bunker().selected) << "Space gave up the paste, not the selection";
+  }
+  Click(20, 20);
+  EXPECT_EQ(objectStore.objects.size(), 3u);
+  TapWith(kKeyCtrl, 'V');
+  const Vector3 there = GroundUnderCursor(80, 20).value();
+  Click(80, 20);
+  ASSERT_EQ(objectStore.objects.size(), 4u);
+  EXPECT_NEAR(objectStore.objects[3].position.x, 1024 - there.x, 1);
+  EXPECT_NEAR(objectStore.objects[3].position.z, there.z, 1);
+  EXPECT_TRUE(enabled[kCommandCut] && enabled[kCommandPaste]);
+  Click(20, 20);
+  EXPECT_EQ(objectStore.objects.size(), 4u) << "once";
+}
+
+TEST_F(ObjectInputTest, DeleteWorksInTheObjectMapperOnlyAndADoubleClickEditsWhatIsSelected) {
+  int sheets = 0;
+  hooks.runPropertySheet = [&sheets](PropertySheet&) { return ++sheets > 0; };
+  Click(50, 50);
+  RouteMouse(MouseButton::Left, MouseEvent::DoubleClick, 50, 50);
+  EXPECT_EQ(sheets, 1);
+  SetEditMode(EditMode::TerrainMapper);
+  Tap(kKeyDelete);
+  EXPECT_EQ(objectStore.objects.size(), 3u);
+  Show(EditMode::ObjectMapper);
+  RouteMouse(MouseButton::Left, MouseEvent::DoubleClick, 20, 20);
+  EXPECT_FALSE(bunker().selected) << "on empty ground it is a press, which deselects";
+  Click(50, 50);
+  Tap(kKeyDelete);
+  EXPECT_EQ(objectStore.objects.size(), 2u);
+  EXPECT_EQ(sheets, 1);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "objects/ui/colour_swatch.h"
+#include "data/ui/colour_swatch.h"
 
 #include <QColorDialog>
 #include <QMouseEvent>

@@ -1,4 +1,4 @@
-#include "objects/ui/environment_fields.h"
+#include "data/ui/environment_fields.h"
 
 #include <QString>
 #include <QVariant>

@@ -1,8 +1,7 @@
-#include <QDialog>
 #include <algorithm>
 
-#include "objects/ui/environment_dialogs.h"
-#include "objects/ui/environment_fields.h"
+#include "data/ui/environment_dialogs.h"
+#include "data/ui/environment_fields.h"
 #include "ui_2006_team_selection.h"
 
 namespace mw {
@@ -20,20 +19,22 @@ void StoreTeam(const QComboBox& list, std::int32_t& chosen) {
   if (list.currentIndex() >= 0) ChangeSetting<std::int32_t>(chosen, list.currentIndex());
 }
 
-}  // namespace
-
-bool TeamSelectionDialog(QWidget* owner) {
-  QDialog dialog(owner);
-  Ui::TeamSelection ui;
-  ui.setupUi(&dialog);
+void ShowSettings(const Ui::TeamSelection& ui) {
   ShowTeams(*ui.teamOneCombo, modConfig.chosenTeam[0]);
   ShowTeams(*ui.teamTwoCombo, modConfig.chosenTeam[1]);
   DisableWhatIsNotKept(
       {{ui.teamOneCombo, "game.setTeamSkin 1"}, {ui.teamTwoCombo, "game.setTeamSkin 2"}});
-  if (dialog.exec() != QDialog::Accepted) return false;
+}
+
+void StoreSettings(const Ui::TeamSelection& ui) {
   StoreTeam(*ui.teamOneCombo, modConfig.chosenTeam[0]);
   StoreTeam(*ui.teamTwoCombo, modConfig.chosenTeam[1]);
-  return true;
+}
+
+}  // namespace
+
+bool TeamSelectionDialog(QWidget* owner) {
+  return RunSettingsDialog<Ui::TeamSelection>(owner, ShowSettings, StoreSettings);
 }
 
 }  // namespace mw

@@ -1,11 +1,10 @@
-#include <QDialog>
 #include <array>
 #include <string>
 #include <vector>
 
 #include "core/text.h"
-#include "objects/ui/environment_dialogs.h"
-#include "objects/ui/environment_fields.h"
+#include "data/ui/environment_dialogs.h"
+#include "data/ui/environment_fields.h"
 #include "ui_167_water_settings.h"
 
 namespace mw {
@@ -123,13 +122,7 @@ void StoreSettings(const Ui::WaterSettings& ui) {
 }  // namespace
 
 bool WaterSettingsDialog(QWidget* owner) {
-  QDialog dialog(owner);
-  Ui::WaterSettings ui;
-  ui.setupUi(&dialog);
-  ShowSettings(ui);
-  if (dialog.exec() != QDialog::Accepted) return false;
-  StoreSettings(ui);
-  return true;
+  return RunSettingsDialog<Ui::WaterSettings>(owner, ShowSettings, StoreSettings);
 }
 
 }  // namespace mw

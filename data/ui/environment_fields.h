@@ -2,11 +2,12 @@
 // read as a number is 0; a box that nobody edited gives exactly the number that it was to show.
 #pragma once
 
+#include <QDialog>
 #include <QLineEdit>
 #include <vector>
 
-#include "objects/environment_settings.h"
-#include "objects/ui/colour_swatch.h"
+#include "data/environment_settings.h"
+#include "data/ui/colour_swatch.h"
 
 namespace mw {
 
@@ -30,5 +31,18 @@ struct SettingControl {
 // Disables the controls whose settings the open level's scripts have no place for; their tool tips
 // say why.
 void DisableWhatIsNotKept(const std::vector<SettingControl>& controls);
+
+// Runs a dialog with this form over `owner`, which may be null: show(form) puts the settings into
+// its controls, and on OK store(form) takes them out. False when the user cancels.
+template <typename Form, typename Show, typename Store>
+bool RunSettingsDialog(QWidget* owner, Show show, Store store) {
+  QDialog dialog(owner);
+  Form form;
+  form.setupUi(&dialog);
+  show(form);
+  if (dialog.exec() != QDialog::Accepted) return false;
+  store(form);
+  return true;
+}
 
 }  // namespace mw

@@ -1,7 +1,5 @@
-#include <QDialog>
-
-#include "objects/ui/environment_dialogs.h"
-#include "objects/ui/environment_fields.h"
+#include "data/ui/environment_dialogs.h"
+#include "data/ui/environment_fields.h"
 #include "ui_166_shadow_settings.h"
 
 namespace mw {
@@ -14,6 +12,7 @@ void ShowSettings(const Ui::ShadowSettings& ui) {
   DisableWhatIsNotKept({{ui.ambientSwatch, "Terrain.ShadowAmbient"},
                         {ui.cullEdit, "Terrain.ShadowSamplingCullY"},
                         {ui.intensityEdit, "shadow.shadowColor"}});
+  ui.ambientSwatch->setFocus();  // a button, which would have to yield to the default one
 }
 
 void StoreSettings(const Ui::ShadowSettings& ui) {
@@ -25,14 +24,7 @@ void StoreSettings(const Ui::ShadowSettings& ui) {
 }  // namespace
 
 bool ShadowSettingsDialog(QWidget* owner) {
-  QDialog dialog(owner);
-  Ui::ShadowSettings ui;
-  ui.setupUi(&dialog);
-  ShowSettings(ui);
-  ui.ambientSwatch->setFocus();  // a button, which would have to yield to the default one
-  if (dialog.exec() != QDialog::Accepted) return false;
-  StoreSettings(ui);
-  return true;
+  return RunSettingsDialog<Ui::ShadowSettings>(owner, ShowSettings, StoreSettings);
 }
 
 }  // namespace mw

@@ -1,4 +1,4 @@
-#include "objects/environment_settings.h"
+#include "data/environment_settings.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "objects/ui/environment_dialogs.h"
+#include "data/ui/environment_dialogs.h"
 
 #include <QCheckBox>
 #include <QColorDialog>
@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "data/level_archive_test.h"
-#include "objects/ui/colour_swatch.h"
+#include "data/ui/colour_swatch.h"
 #include "objects/ui/run_dialog.h"
 #include "support/sandbox.h"
 

@@ -1,7 +1,5 @@
-#include <QDialog>
-
-#include "objects/ui/environment_dialogs.h"
-#include "objects/ui/environment_fields.h"
+#include "data/ui/environment_dialogs.h"
+#include "data/ui/environment_fields.h"
 #include "ui_165_fog_settings.h"
 
 namespace mw {
@@ -31,13 +29,7 @@ void StoreSettings(const Ui::FogSettings& ui) {
 }  // namespace
 
 bool FogSettingsDialog(QWidget* owner) {
-  QDialog dialog(owner);
-  Ui::FogSettings ui;
-  ui.setupUi(&dialog);
-  ShowSettings(ui);
-  if (dialog.exec() != QDialog::Accepted) return false;
-  StoreSettings(ui);
-  return true;
+  return RunSettingsDialog<Ui::FogSettings>(owner, ShowSettings, StoreSettings);
 }
 
 }  // namespace mw

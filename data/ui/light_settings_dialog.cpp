@@ -1,7 +1,5 @@
-#include <QDialog>
-
-#include "objects/ui/environment_dialogs.h"
-#include "objects/ui/environment_fields.h"
+#include "data/ui/environment_dialogs.h"
+#include "data/ui/environment_fields.h"
 #include "ui_164_light_settings.h"
 
 namespace mw {
@@ -30,7 +28,7 @@ void ShowSkies(QComboBox& list) {
   list.setCurrentIndex(current.value_or(AvailableSkies()));
 }
 
-void ShowSettings(const Ui::LightSettings& ui) {
+void ShowSettings(Ui::LightSettings& ui) {
   ShowColour(*ui.globalAmbientSwatch, modConfig.GlobalAmbientColor);
   ShowColour(*ui.ambientSwatch, modConfig.AmbientColor);
   ShowColour(*ui.diffuseSwatch, modConfig.DiffuseColor);
@@ -47,6 +45,10 @@ void ShowSettings(const Ui::LightSettings& ui) {
                         {ui.directionYEdit, "sky.sunLightDirectionVec"},
                         {ui.directionZEdit, "sky.sunLightDirectionVec"},
                         {ui.skyCombo, "GeometryTemplate.file"}});
+  QObject::connect(ui.skyCombo, &QComboBox::currentIndexChanged, ui.skyCombo, [&ui](int entry) {
+    ShowSky(ui, entry < AvailableSkies() ? SkyAt(entry).settings : modConfig.currentSky);
+  });
+  ui.globalAmbientSwatch->setFocus();  // a button, which would have to yield to the default one
 }
 
 void StoreSettings(const Ui::LightSettings& ui) {
@@ -67,17 +69,7 @@ void StoreSettings(const Ui::LightSettings& ui) {
 }  // namespace
 
 bool LightSettingsDialog(QWidget* owner) {
-  QDialog dialog(owner);
-  Ui::LightSettings ui;
-  ui.setupUi(&dialog);
-  ShowSettings(ui);
-  QObject::connect(ui.skyCombo, &QComboBox::currentIndexChanged, &dialog, [&ui](int entry) {
-    ShowSky(ui, entry < AvailableSkies() ? SkyAt(entry).settings : modConfig.currentSky);
-  });
-  ui.globalAmbientSwatch->setFocus();  // a button, which would have to yield to the default one
-  if (dialog.exec() != QDialog::Accepted) return false;
-  StoreSettings(ui);
-  return true;
+  return RunSettingsDialog<Ui::LightSettings>(owner, ShowSettings, StoreSettings);
 }
 
 }  // namespace mw
