@@ -28,9 +28,8 @@ bool IsInBrush(int i, int j) {
   const float b = static_cast<float>(materialMapper->brushSize);
   const float x = terrain.grid[i][j].x, z = terrain.grid[i][j].z;
   const Vector3& pick = materialMapper->pick;
-  return terrain.pick.x - (b - 1) * c < x && x <= terrain.pick.x + b * c &&
-         terrain.pick.z - b * c < z && z <= terrain.pick.z + (b - 1) * c && 1 <= i && i <= size &&
-         0 <= j && j < size;
+  return pick.x - (b - 1) * c < x && x <= pick.x + b * c && pick.z - b * c < z &&
+         z <= pick.z + (b - 1) * c && 1 <= i && i <= size && 0 <= j && j < size;
 }
 
 void IconCorner(int a, int b, float s, float t) {
