@@ -2,11 +2,10 @@
 
 #include <QByteArray>
 #include <QOpenGLContext>
-#include <QOpenGLWidget>
-#include <QPointer>
 #include <algorithm>
 #include <array>
 
+#include "platform/qt/desktop.h"
 #include "platform/qt/view_context.h"
 
 namespace mw {
@@ -18,9 +17,7 @@ constexpr std::array kSwapIntervalFunctions{"wglSwapIntervalEXT", "glXSwapInterv
                                             "glXSwapIntervalMESA", "glXSwapIntervalSGI",
                                             "eglSwapInterval"};
 
-QPointer<QOpenGLWidget> viewWidget;
-
-QOpenGLContext* ViewContext() { return viewWidget ? viewWidget->context() : nullptr; }
+QOpenGLContext* ViewContext() { return desktop.view ? desktop.view->context() : nullptr; }
 
 bool IsViewContextCurrent() {
   return ViewContext() && QOpenGLContext::currentContext() == ViewContext();
@@ -32,7 +29,7 @@ bool CanSetSwapInterval() {
 
 }  // namespace
 
-void UseViewContext(QOpenGLWidget* view) { viewWidget = view; }
+void UseViewContext(QOpenGLWidget* view) { desktop.view = view; }
 
 ViewContextKeeper::ViewContextKeeper() : wasCurrent_(IsViewContextCurrent()) {}
 
@@ -41,12 +38,12 @@ ViewContextKeeper::~ViewContextKeeper() {
 }
 
 bool IsViewPainting() {
-  return viewWidget && viewWidget->testAttribute(Qt::WA_WState_InPaintEvent);
+  return desktop.view && desktop.view->testAttribute(Qt::WA_WState_InPaintEvent);
 }
 
 bool MakeViewContextCurrent() {
   if (!ViewContext()) return false;
-  viewWidget->makeCurrent();
+  desktop.view->makeCurrent();
   return IsViewContextCurrent();
 }
 

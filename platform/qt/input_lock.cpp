@@ -5,21 +5,18 @@
 #include <QWidget>
 #include <QWindow>
 
+#include "platform/qt/desktop.h"
+
 namespace mw {
-namespace {
-
-int heldLocks = 0;
-
-}  // namespace
 
 InputLock::InputLock(const QWidget* freeWindow) : freeWindow_(freeWindow) {
-  ++heldLocks;
+  ++desktop.heldInputLocks;
   QCoreApplication::instance()->installEventFilter(this);
 }
 
-InputLock::~InputLock() { --heldLocks; }
+InputLock::~InputLock() { --desktop.heldInputLocks; }
 
-bool InputLock::IsHeld() { return heldLocks > 0; }
+bool InputLock::IsHeld() { return desktop.heldInputLocks > 0; }
 
 // Events come to the native window first, then to a widget of it.
 bool InputLock::IsFree(const QObject* watched) const {

@@ -16,6 +16,7 @@
 #include "platform/disk.h"
 #include "platform/file.h"
 #include "platform/qt/box_owner.h"
+#include "platform/qt/desktop.h"
 #include "platform/qt/input_lock.h"
 #include "platform/qt/process_wait.h"
 #include "platform/qt/process_window.h"
@@ -23,8 +24,6 @@
 
 namespace mw {
 namespace {
-
-ProcessWaitObserver processWaitObserver = [](bool) {};
 
 QString FromPath(const std::filesystem::path& path) {
   return QString::fromStdString(path.string());
@@ -98,9 +97,9 @@ bool WaitForEnd(ProcessPointer process) {
                    });
   // What could not be started says so already, or from the loop.
   if (process->state() != QProcess::NotRunning) {
-    processWaitObserver(true);
+    desktop.processWaitObserver(true);
     wait.exec();
-    processWaitObserver(false);
+    desktop.processWaitObserver(false);
   }
   if (process->error() == QProcess::FailedToStart) return false;
   // The program ends while the process runs on: its object must not take it along.
@@ -141,7 +140,7 @@ class GroupEnd {
 }  // namespace
 
 void ObserveProcessWaits(ProcessWaitObserver observer) {
-  processWaitObserver = std::move(observer);
+  desktop.processWaitObserver = std::move(observer);
 }
 
 bool RunProcessAndWait(std::string_view commandLine, std::string_view folder) {

@@ -2,16 +2,15 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QCursor>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
-#include <QPointer>
 #include <algorithm>
-#include <array>
+#include <memory>
 
 #include "core/readable_text.h"
 #include "platform/qt/box_owner.h"
+#include "platform/qt/desktop.h"
 #include "platform/qt/status_labels.h"
 #include "platform/qt/view_context.h"
 
@@ -20,8 +19,6 @@ namespace {
 
 constexpr qsizetype kMaxStatusBytes = 287;
 constexpr int kProgressPart = 1;
-
-std::array<QPointer<QLabel>, 4> statusLabels;  // by part; part 0 has no width and no label
 
 QString Shown(std::string_view text) { return QString::fromStdString(ReadableText(text)); }
 
@@ -96,38 +93,9 @@ PromptAnswer RunBox(QMessageBox& box, std::string_view text, std::string_view ca
   }
 }
 
-// Keeps the wait cursor until the mouse has really moved: Qt also reports moves of the windows
-// under it.
-class WaitCursor : public QObject {
- public:
-  void Show() {
-    startedAt_ = QCursor::pos();
-    if (shown_) return;
-    shown_ = true;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    qApp->installEventFilter(this);
-  }
-  void Hide() {
-    if (!shown_) return;
-    shown_ = false;
-    qApp->removeEventFilter(this);
-    QApplication::restoreOverrideCursor();
-  }
-
- protected:
-  bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == QEvent::MouseMove && QCursor::pos() != startedAt_) Hide();
-    return false;
-  }
-
- private:
-  bool shown_ = false;
-  QPoint startedAt_;
-};
-
 WaitCursor& TheWaitCursor() {
-  static WaitCursor cursor;
-  return cursor;
+  if (!desktop.waitCursor) desktop.waitCursor = std::make_unique<WaitCursor>();
+  return *desktop.waitCursor;
 }
 
 // Two spaces and the text, cut to the size of the status bar's buffer at a character's border.
@@ -144,7 +112,7 @@ QString StatusBarText(std::string_view text) {
 }  // namespace
 
 void UseStatusLabels(QLabel* progress, QLabel* frameRate, QLabel* reading) {
-  statusLabels = {nullptr, progress, frameRate, reading};
+  desktop.statusLabels = {nullptr, progress, frameRate, reading};
 }
 
 QWidget* BoxOwner() {
@@ -173,8 +141,8 @@ void ShowWaitCursor() { TheWaitCursor().Show(); }
 void ShowArrowCursor() { TheWaitCursor().Hide(); }
 
 void SetStatusText(int part, std::string_view text) {
-  if (part < 0 || part >= static_cast<int>(statusLabels.size())) return;
-  QLabel* const label = statusLabels[static_cast<std::size_t>(part)];
+  if (part < 0 || part >= static_cast<int>(desktop.statusLabels.size())) return;
+  QLabel* const label = desktop.statusLabels[static_cast<std::size_t>(part)];
   if (!label) return;
   const QString shown = StatusBarText(text);
   if (label->text() == shown) return;
@@ -186,8 +154,8 @@ void SetStatusText(int part, std::string_view text) {
 }
 
 void ClearStatusText(int part, std::string_view text) {
-  if (part < 0 || part >= static_cast<int>(statusLabels.size())) return;
-  const QLabel* const label = statusLabels[static_cast<std::size_t>(part)];
+  if (part < 0 || part >= static_cast<int>(desktop.statusLabels.size())) return;
+  const QLabel* const label = desktop.statusLabels[static_cast<std::size_t>(part)];
   if (label && label->text() == StatusBarText(text)) SetStatusText(part, "");
 }
 

@@ -2,9 +2,10 @@
 
 #include <QCryptographicHash>
 #include <QDir>
-#include <QLockFile>
 #include <QStandardPaths>
 #include <memory>
+
+#include "platform/qt/desktop.h"
 
 namespace mw {
 namespace {
@@ -20,11 +21,10 @@ QByteArray SessionKey() {
 }  // namespace
 
 bool ClaimSingleInstance(std::string_view name) {
-  // Held until the program ends; one that a crash left behind names a process that is gone.
-  static std::unique_ptr<QLockFile> lock;
   const QDir folder(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
   const QString file = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())) + '-' +
                        SessionKey() + ".lock";
+  auto& lock = desktop.instanceLock;
   lock = std::make_unique<QLockFile>(folder.filePath(file));
   lock->setStaleLockTime(0);
   // Where no lock can be written nobody can hold one.

@@ -1,0 +1,7 @@
+#include "platform/qt/desktop.h"
+
+namespace mw {
+
+Desktop desktop;
+
+}  // namespace mw
