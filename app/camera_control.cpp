@@ -6,6 +6,7 @@
 #include "app/keys.h"
 #include "app/modes.h"
 #include "app/operations.h"
+#include "app/session.h"
 #include "app/shell.h"
 #include "core/hooks.h"
 #include "data/mod_config.h"
@@ -21,7 +22,7 @@ constexpr float kMaxPitch = 80;  // degrees, but straight down from above
 constexpr float kTopDownHeight = 255, kTopDownMaxHeight = 512;
 constexpr int kPixelsPerTurnUnit = 4;
 
-bool Held(int key) { return heldInput.keys[static_cast<std::size_t>(key)]; }
+bool Held(int key) { return session.heldInput.keys[static_cast<std::size_t>(key)]; }
 
 // A movement key, by its letter (not while Ctrl makes it a command) or its arrow.
 bool Moves(char letter, int arrow) {
@@ -153,8 +154,8 @@ void ApplyCamera() {
 }
 
 void UpdateCameraFromInput() {
-  if (editor.leftHeld && !heldInput.leftButton) LoseLeftButton();
-  if (!heldInput.rightButton) editor.rightHeld = false;
+  if (editor.leftHeld && !session.heldInput.leftButton) LoseLeftButton();
+  if (!session.heldInput.rightButton) editor.rightHeld = false;
   editor.shiftHeld = Held(kKeyShift);
   if (!shell.viewHasFocus()) return;
   // First what acts on the ground that is on the screen.

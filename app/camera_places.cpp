@@ -68,8 +68,8 @@ Heights FindHeights() {
   Heights heights;
   for (int i = 1; i <= modConfig.MaterialSize; ++i) {
     for (int j = 0; j < modConfig.MaterialSize; ++j) {
-      heights.lowest = std::min(heights.lowest, terrain->grid[i][j].h);
-      heights.highest = std::max(heights.highest, terrain->grid[i][j].h);
+      heights.lowest = std::min(heights.lowest, terrain.grid[i][j].h);
+      heights.highest = std::max(heights.highest, terrain.grid[i][j].h);
     }
   }
   return {heights.lowest * modConfig.HeightScale, heights.highest * modConfig.HeightScale};

@@ -10,6 +10,7 @@
 #include "data/level_settings.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "platform/prompts.h"
 
 namespace mw {
@@ -19,8 +20,8 @@ constexpr std::size_t kMostLines = 20;  // what fits on a small screen
 
 template <typename Act>
 void ForEachPart(Act act) {
-  for (std::size_t i = 0; i < loadReport.parts.size(); ++i) {
-    act(static_cast<LevelPart>(i), loadReport.parts[i]);
+  for (std::size_t i = 0; i < openLevel.loadReport.parts.size(); ++i) {
+    act(static_cast<LevelPart>(i), openLevel.loadReport.parts[i]);
   }
 }
 
@@ -40,7 +41,7 @@ void NoteDamagedRest() {
   Archive* const archive = LevelArchive();
   if (!archive) return;
   for (const auto& [name, entry] : archive->Entries()) {
-    if (loadReport.filesRead.contains(name)) continue;
+    if (openLevel.loadReport.filesRead.contains(name)) continue;
     const auto member = archive->ReadMemberWithGaps(name);
     if (member && member->IsWhole()) continue;
     const std::string file(name.substr(name.find_last_of('/') + 1));
@@ -50,16 +51,16 @@ void NoteDamagedRest() {
 }
 
 void ShowLoadReport() {
-  const auto& lines = loadReport.lines;
+  const auto& lines = openLevel.loadReport.lines;
   if (lines.empty()) return;
   std::string text =
-      loadReport.readWhole
+      openLevel.loadReport.readWhole
           ? FormatText("The level %s was opened.\n", modConfig.LevelName.c_str())
           : FormatText("Not all of the level %s could be read.\n", modConfig.LevelName.c_str());
   for (std::size_t i = 0; i < std::min(lines.size(), kMostLines); ++i) text += "\n" + lines[i];
   if (lines.size() > kMostLines)
     text += FormatText("\n... and %zu more", lines.size() - kMostLines);
-  if (!loadReport.readWhole) {
+  if (!openLevel.loadReport.readWhole) {
     text += "\n\nWhat was not read whole stays as it is on disk, until you agree to replace it.";
   }
   ShowArrowCursor();

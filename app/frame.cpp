@@ -115,7 +115,7 @@ void DrawMaterialSwatch() {
   constexpr float kMargin = 80, kSize = 64, kFrame = 1;
   const int material = std::clamp(operations.currentMaterial(), 0, kMaterialCount - 1);
   glEnable(GL_TEXTURE_2D);
-  glBindTexture(GL_TEXTURE_2D, sharedTextures.materials[static_cast<std::size_t>(material)]);
+  glBindTexture(GL_TEXTURE_2D, textureSet.shared.materials[static_cast<std::size_t>(material)]);
   glColor4f(1, 1, 1, 1);
   DrawQuad(editor.viewWidth - kMargin, editor.viewHeight - kMargin, kSize);
   glDisable(GL_TEXTURE_2D);

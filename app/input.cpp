@@ -6,6 +6,7 @@
 #include "app/keys.h"
 #include "app/modes.h"
 #include "app/operations.h"
+#include "app/session.h"
 #include "app/shell.h"
 #include "terrain/terrain.h"
 
@@ -13,17 +14,6 @@ namespace mw {
 namespace {
 
 constexpr float kDragHeightPerPixel = 0.05f;  // height units
-
-// What decides which point of the scene is under a pixel.
-struct Outlook {
-  Vector3 position;
-  float yaw = 0, pitch = 0;
-  CameraMode cameraMode = CameraMode::Fly;
-  EditMode mode = EditMode::TerrainMapper;
-  friend bool operator==(const Outlook&, const Outlook&) = default;
-};
-
-Outlook pictured;  // that of the frame drawn last
 
 Outlook CurrentOutlook() {
   return {camera.position, camera.yaw, camera.pitch, editor.cameraMode, editor.editMode};
@@ -37,7 +27,7 @@ bool IsJump(const Outlook& from, const Outlook& to) {
 
 bool IsFromAbove() { return editor.cameraMode == CameraMode::TopDown; }
 
-bool HasPointTool() { return terrain->tool == TerrainTool::PointManipulation; }
+bool HasPointTool() { return terrain.tool == TerrainTool::PointManipulation; }
 
 void PressLeftInTerrain(int x, int y) {
   if (!HasPointTool()) {
@@ -152,8 +142,7 @@ void ReleaseLeft(int x, int y) {
   // What the mouse passed since its last event belongs to the stroke or drag.
   if (editor.leftHeld && (x != editor.lastMouseX || y != editor.lastMouseY)) DragLeft(x, y);
   if (editor.rubberBandActive) FinishRubberBand(x, y);
-  if (IsEditMode(EditMode::TerrainMapper) && terrain->tool == TerrainTool::Road &&
-      editor.ctrlHeld) {
+  if (IsEditMode(EditMode::TerrainMapper) && terrain.tool == TerrainTool::Road && editor.ctrlHeld) {
     operations.addRoadPoint(x, y);
   }
   EndStroke();
@@ -186,7 +175,7 @@ void DoubleClick(MouseButton button, int x, int y) {
 
 void RouteMouse(MouseButton button, MouseEvent event, int x, int y) {
   if (!editor.viewReady || !editor.levelLoaded || !shell.mainWindowActive()) return;
-  if (!(pictured == CurrentOutlook())) shell.renderFrameNow();
+  if (!(session.pictured == CurrentOutlook())) shell.renderFrameNow();
   switch (event) {
     case MouseEvent::Press:
       Press(button, x, y);
@@ -206,7 +195,7 @@ void RouteMouse(MouseButton button, MouseEvent event, int x, int y) {
 }
 
 void ForgetHeldInput() {
-  heldInput = HeldInput{};
+  session.heldInput = HeldInput{};
   EndStroke();
   operations.releaseObjects();
   editor.ctrlHeld = editor.shiftHeld = false;
@@ -216,14 +205,14 @@ void ForgetHeldInput() {
 void SetModifiers(bool ctrl, bool shift) {
   editor.ctrlHeld = ctrl;
   editor.shiftHeld = shift;
-  heldInput.keys.set(kKeyCtrl, ctrl);
-  heldInput.keys.set(kKeyShift, shift);
+  session.heldInput.keys.set(kKeyCtrl, ctrl);
+  session.heldInput.keys.set(kKeyShift, shift);
 }
 
 void FollowCamera() {
-  const Outlook before = std::exchange(pictured, CurrentOutlook());
-  if (before == pictured) return;
-  if (IsJump(before, pictured)) operations.liftBrush();
+  const Outlook before = std::exchange(session.pictured, CurrentOutlook());
+  if (before == session.pictured) return;
+  if (IsJump(before, session.pictured)) operations.liftBrush();
   const int x = editor.lastMouseX, y = editor.lastMouseY;
   switch (editor.editMode) {
     case EditMode::TerrainMapper:

@@ -123,7 +123,7 @@ void KeyDown(int key) {
   }
   if (key == kKeyCtrl) editor.ctrlHeld = true;
   if (key == kKeyShift) editor.shiftHeld = true;
-  if (IsEditMode(EditMode::TerrainMapper) && terrain->tool == TerrainTool::PointManipulation) {
+  if (IsEditMode(EditMode::TerrainMapper) && terrain.tool == TerrainTool::PointManipulation) {
     PointManipulationKey(key);
   }
   if (IsEditMode(EditMode::ObjectMapper)) operations.objectKey(key);
@@ -152,7 +152,7 @@ void KeyUp(int key) {
       break;
     case kKeyCtrl:
       editor.ctrlHeld = false;
-      if (IsEditMode(EditMode::TerrainMapper) && terrain->tool == TerrainTool::Road) {
+      if (IsEditMode(EditMode::TerrainMapper) && terrain.tool == TerrainTool::Road) {
         operations.finishRoad();
       }
       break;

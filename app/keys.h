@@ -35,6 +35,5 @@ struct HeldInput {
   std::bitset<kKeyCount> keys;
   bool leftButton = false, rightButton = false;
 };
-extern HeldInput heldInput;
 
 }  // namespace mw

@@ -14,30 +14,27 @@
 #include "app/operations.h"
 #include "app/recovery.h"
 #include "app/save_questions.h"
+#include "app/session.h"
 #include "app/shell.h"
 #include "core/hooks.h"
-#include "core/mini_map_picture.h"
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/game_file.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/mods.h"
+#include "data/open_level.h"
 #include "platform/disk.h"
 #include "platform/prompts.h"
 #include "terrain/level_textures.h"
 #include "terrain/material_map.h"
+#include "terrain/mini_map_picture.h"
 #include "terrain/terrain.h"
 
 namespace mw {
 namespace {
 
 constexpr std::string_view kArchiveExtension = ".vra";
-
-// The path that the open level's archive was opened with; empty when none is open.
-std::string openArchivePath;
-// The mod that it was opened in.
-std::string openMod;
 
 // The levels that come with the game.
 constexpr std::array<const char*, 2> kStockLevels{"Harbour_Point", "Stone_Ridge"};
@@ -50,9 +47,9 @@ std::string LevelArchiveFolder() {
 // Makes the archive the open level's, if there is one.
 Archive* AdoptLevelArchive(Archive* archive) {
   if (archive) {
-    openArchivePath = archive->Path();
-    openMod = CurrentModName();
-    openLevelModFolder = modConfig.modFolder;
+    openLevel.archivePath = archive->Path();
+    openLevel.mod = CurrentModName();
+    openLevel.modFolder = modConfig.modFolder;
   }
   return archive;
 }
@@ -72,7 +69,7 @@ void ClearLevel() {
 
 // From now on the state of the archive before its first change is kept. The level has been read.
 void KeepStateBefore(Archive& archive) {
-  archive.BackUpFirst(loadReport.readWhole ? BackupKind::Whole : BackupKind::Damaged);
+  archive.BackUpFirst(openLevel.loadReport.readWhole ? BackupKind::Whole : BackupKind::Damaged);
 }
 
 // Opens the archive of the chosen level, and loads it by `load`, which says itself why it fails.
@@ -207,30 +204,31 @@ std::vector<std::string> ListLevels() {
 
 void ChooseLevel(const std::string& name) {
   modConfig.LevelName = name;
-  editor.levelFolder = modConfig.GamePath.String() + modConfig.modFolder.String() +
-                       modConfig.levelsFolder.String() + name;
+  openLevel.folder = modConfig.GamePath.String() + modConfig.modFolder.String() +
+                     modConfig.levelsFolder.String() + name;
 }
 
 Archive* LevelArchive() {
   for (std::size_t i = archives.Count(); i-- > 0;) {
     Archive* archive = archives.At(i);
     const bool isLevel = archive->Writable() || !archive->WriteProtection().empty();
-    if (isLevel && !openArchivePath.empty() && archive->Path() == openArchivePath) return archive;
+    if (isLevel && !openLevel.archivePath.empty() && archive->Path() == openLevel.archivePath)
+      return archive;
   }
   return nullptr;
 }
 
-const std::string& LevelMod() { return openMod; }
+const std::string& LevelMod() { return openLevel.mod; }
 
 void CloseLevelArchive() {
   if (Archive* const archive = LevelArchive()) {
     ForgetRecovery();
     const bool isOwn = archive->OnDisk() == ArchiveOnDisk::AsLeft;
     if (!archive->Close() && isOwn) ShowNotClosed(*archive);
-    archives.CloseArchive(openArchivePath);
+    archives.CloseArchive(openLevel.archivePath);
   }
-  openArchivePath.clear();
-  openLevelModFolder.clear();
+  openLevel.archivePath.clear();
+  openLevel.modFolder.clear();
   ClearLoadReport();
 }
 
@@ -271,13 +269,13 @@ void EmptyEditor(const ModSnapshot& before) {
   RestoreMod(before);
   if (!CurrentModName().empty()) ReloadModConfig();
   modConfig.LevelName = "";
-  editor.levelFolder = "";
+  openLevel.folder = "";
   operations.clearAllObjects();
   operations.buildTree();
   InitGrid();
   PlaceCameraAtSavedPosition();  // above the flat ground
   LookAlongLevel();
-  miniMapPicture = MiniMapPicture{};
+  terrain.miniMap = MiniMapPicture{};
   hooks.invalidateMiniMap();
   if (materialMapper) {
     for (auto& row : materialMapper->grid) row.fill(0);
@@ -333,8 +331,7 @@ Archive* CreateLevelArchive(std::string& error) {
 
 void NameNewBackup(std::uint32_t now) {
   constexpr std::uint32_t kDelay = 3000;
-  static std::string name;
-  static std::uint32_t since = 0;
+  auto& [name, since] = session.newBackup;
   Archive* const archive = LevelArchive();
   if (std::string made = archive ? archive->TakeNewBackup() : std::string(); !made.empty()) {
     name = std::move(made);

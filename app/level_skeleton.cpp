@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "app/skeleton_scripts.h"
-#include "core/editor_state.h"
 #include "core/text.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "data/script.h"
 #include "platform/disk.h"
 
@@ -36,7 +36,7 @@ std::optional<std::string> CreateLevelFolders(const GameRules& rules) {
   std::vector<std::string> paths;
   const std::string modFolder = modConfig.GamePath.String() + modConfig.modFolder.String();
   AddWithParents(modFolder + "Archives\\" + modConfig.levelsFolder.String(), paths);
-  const std::string levelFolder = editor.levelFolder.String();
+  const std::string levelFolder = openLevel.folder.String();
   AddWithParents(levelFolder + "\\", paths);
   for (const std::string_view folder : InnerFolders(rules)) {
     paths.push_back(levelFolder + "\\" + std::string(folder));
@@ -56,7 +56,7 @@ void WriteLevelScripts(const GameRules& rules) {
 }
 
 void WriteNewScript(std::string_view path, std::string_view text) {
-  auto file = GameFileOpen(editor.levelFolder.String() + "\\" + std::string(path), "w");
+  auto file = GameFileOpen(openLevel.folder.String() + "\\" + std::string(path), "w");
   if (!file) return;  // remembered as GameFileError
   WriteScriptHeader(*file);
   GameFilePuts(text, *file);

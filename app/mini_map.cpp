@@ -4,13 +4,13 @@
 #include <algorithm>
 #include <bit>
 
+#include "app/session.h"
 #include "core/camera.h"
 #include "core/hooks.h"
 #include "data/mod_config.h"
+#include "terrain/terrain.h"
 
 namespace mw {
-
-MiniMapWindowPicture miniMapWindow;
 
 namespace {
 
@@ -22,7 +22,7 @@ struct DrawnMiniMap {
   unsigned window = 0, heights = 0;       // textures; 0 before the first frame
   int windowWidth = 0, windowHeight = 0;  // of the window's texture: powers of two
 };
-DrawnMiniMap drawn;
+DrawnMiniMap drawn;  // a cache: what GL holds of both pictures
 
 // World units that one picture pixel covers; 0 while no level size is known.
 float WorldUnitsPerPixel() {
@@ -43,7 +43,7 @@ void UseSharpTexture(unsigned& texture) {
 void BindHeights() {
   const bool isNew = !drawn.heights;
   UseSharpTexture(drawn.heights);
-  auto& changed = miniMapPicture.changed;
+  auto& changed = terrain.miniMap.changed;
   if (isNew) {
     changed = {};
     glTexImage2D(GL_TEXTURE_2D, 0, GL_LUMINANCE8, kMiniMapSize, kMiniMapSize, 0, GL_LUMINANCE,
@@ -52,14 +52,14 @@ void BindHeights() {
   if (changed.first <= changed.last) {
     glTexSubImage2D(GL_TEXTURE_2D, 0, 0, changed.first, kMiniMapSize,
                     changed.last - changed.first + 1, GL_LUMINANCE, GL_UNSIGNED_BYTE,
-                    &miniMapPicture.grey[static_cast<std::size_t>(changed.first * kMiniMapSize)]);
+                    &terrain.miniMap.grey[static_cast<std::size_t>(changed.first * kMiniMapSize)]);
   }
   changed = {kMiniMapSize, -1};
 }
 
 // Leaves the window's texture bound.
 void BindWindow() {
-  MiniMapWindowPicture& window = miniMapWindow;
+  MiniMapWindowPicture& window = session.miniMapWindow;
   const bool isNew = !drawn.window;
   UseSharpTexture(drawn.window);
   if (!isNew && !window.changed) return;
@@ -123,7 +123,7 @@ void DrawMarker() {
 }  // namespace
 
 void DrawMiniMap() {
-  const MiniMapWindowPicture& window = miniMapWindow;
+  const MiniMapWindowPicture& window = session.miniMapWindow;
   if (window.width <= 0 || window.height <= 0) return;
   const auto left = static_cast<float>(window.left), top = static_cast<float>(window.top);
   const auto width = static_cast<float>(window.width), height = static_cast<float>(window.height);

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "core/mini_map_picture.h"
+#include "terrain/mini_map_picture.h"
 
 namespace mw {
 
@@ -18,7 +18,6 @@ struct MiniMapWindowPicture {
   std::vector<std::uint8_t> pixels;     // red, green, blue; rows from the top
   bool changed = false;                 // to be given to GL before it is next drawn
 };
-extern MiniMapWindowPicture miniMapWindow;
 
 // Draws window, height picture and marker with the projection of the overlay (device pixels, y
 // downwards) current. Only what changed since the last time is given to GL anew.

@@ -12,19 +12,20 @@
 #include "app/shell.h"
 #include "app/start_up.h"
 #include "core/hooks.h"
-#include "core/mini_map_picture.h"
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/game_file.h"
 #include "data/level_settings.h"
 #include "data/load_report.h"
 #include "data/mods.h"
+#include "data/open_level.h"
 #include "objects/entity_scripts.h"
 #include "platform/disk.h"
 #include "platform/file.h"
 #include "platform/prompts.h"
 #include "terrain/dds_writer.h"
 #include "terrain/level_textures.h"
+#include "terrain/mini_map_picture.h"
 #include "terrain/terrain.h"
 
 namespace mw {
@@ -103,14 +104,14 @@ GameRules RulesOrConquest(GameRules rules) {
 
 void MakeFlatTerrain() {
   InitGrid();
-  miniMapPicture = MiniMapPicture{};
+  terrain.miniMap = MiniMapPicture{};
   hooks.invalidateMiniMap();
 }
 
 void WriteBlankTexture(const char* file, int side, bool mipmaps) {
   const std::vector<std::uint8_t> black(static_cast<std::size_t>(side) *
                                         static_cast<std::size_t>(side) * 3);
-  SaveDDS(editor.levelFolder.String() + file, side, side, black, mipmaps);
+  SaveDDS(openLevel.folder.String() + file, side, side, black, mipmaps);
 }
 
 void WriteFirstFiles(const GameRules& rules) {
@@ -120,7 +121,7 @@ void WriteFirstFiles(const GameRules& rules) {
   WriteBlankTexture("/Textures/Detail.dds", kTextureSide, true);
   WriteBlankTexture("/Textures/ingamemap.dds", kTextureSide, true);
   WriteBlankTexture("/Menu/thumbnail.dds", kThumbnailSide, false);
-  SaveGameFileBytes(editor.levelFolder.String() + "/loadcounter.dat", kLoadCounter);
+  SaveGameFileBytes(openLevel.folder.String() + "/loadcounter.dat", kLoadCounter);
 }
 
 // Creates the level's archive, and in it the files that the game needs, as one group of changes.

@@ -7,6 +7,7 @@
 
 #include "app/level.h"
 #include "app/level_parts.h"
+#include "app/session.h"
 #include "core/editor_state.h"
 #include "core/text.h"
 #include "data/game_file.h"
@@ -17,8 +18,6 @@
 #include "platform/prompts.h"
 
 namespace mw {
-
-Recovery recovery;
 
 namespace {
 
@@ -37,47 +36,49 @@ std::string TimeText() {
 
 // A file that is there already is what a killed editor left; the next start offers it.
 bool HasRecoveryFile() {
-  for (int number = 0; recovery.file.empty() && number < kMaxRecoveryFiles; ++number) {
+  for (int number = 0; session.recovery.file.empty() && number < kMaxRecoveryFiles; ++number) {
     if (!FileExists(RecoveryFileName(number))) ClaimRecoveryFile(number);
   }
-  return !recovery.file.empty();
+  return !session.recovery.file.empty();
 }
 
 void WriteRecovery() {
   const std::vector<GameMember> members = CaptureGameFiles(WriteEditedParts);
   ClearGameFileError();  // a part that cannot be written is reported when the level is saved
   const std::uint32_t checksum = ChecksumOf(members);
-  if (recovery.written && checksum == recovery.checksum) return;
+  if (session.recovery.written && checksum == session.recovery.checksum) return;
   const RecoveryInfo info{LevelMod(), modConfig.LevelName.String(), TimeText()};
   std::string error = "there are too many of them";
-  if (!HasRecoveryFile() || !WriteRecoveryFile(recovery.file, info, members, error)) {
+  if (!HasRecoveryFile() || !WriteRecoveryFile(session.recovery.file, info, members, error)) {
     SetStatusText(1, "Could not write the recovery file: " + error);
     return;
   }
-  recovery.written = true;
-  recovery.checksum = checksum;
+  session.recovery.written = true;
+  session.recovery.checksum = checksum;
 }
 
 }  // namespace
 
 void KeepRecovery(std::uint32_t now) {
   if (!HasUnsavedEdits()) {
-    recovery.edited = false;
+    session.recovery.edited = false;
     return;
   }
-  if (!recovery.edited) {
-    recovery.edited = true;
-    recovery.since = now;
+  if (!session.recovery.edited) {
+    session.recovery.edited = true;
+    session.recovery.since = now;
   }
-  if (editor.leftHeld || editor.rightHeld || now - recovery.since < recovery.interval) return;
-  recovery.since = now;
+  if (editor.leftHeld || editor.rightHeld ||
+      now - session.recovery.since < session.recovery.interval)
+    return;
+  session.recovery.since = now;
   WriteRecovery();
 }
 
 void ForgetRecovery() {
-  if (recovery.written) RemoveFile(recovery.file);
+  if (session.recovery.written) RemoveFile(session.recovery.file);
   ReleaseRecoveryFile();
-  recovery.written = recovery.edited = false;
+  session.recovery.written = session.recovery.edited = false;
 }
 
 std::string RecoveryFileName(int number) {
@@ -94,15 +95,15 @@ bool ClaimRecoveryFile(int number) {
     if (!open) break;  // where no claim can be made nobody has one
     if (!claim.Claim()) return false;
   } while (!claim.IsAt(beside));
-  recovery.file = name;
-  recovery.claim = std::move(claim);
+  session.recovery.file = name;
+  session.recovery.claim = std::move(claim);
   return true;
 }
 
 void ReleaseRecoveryFile() {
-  if (recovery.claim.IsOpen()) RemoveFile(recovery.file + kClaimSuffix);
-  recovery.claim.Close();
-  recovery.file.clear();
+  if (session.recovery.claim.IsOpen()) RemoveFile(session.recovery.file + kClaimSuffix);
+  session.recovery.claim.Close();
+  session.recovery.file.clear();
 }
 
 }  // namespace mw

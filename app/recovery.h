@@ -29,8 +29,6 @@ struct Recovery {
   File claim;                  // the file beside it
 };
 
-extern Recovery recovery;
-
 // To be called every few seconds, while no dialog is open, with the milliseconds that a clock
 // shows. Writes the file when it is time, no mouse button is held and there is something new to
 // write. A failure shows in the status bar.

@@ -6,6 +6,7 @@
 
 #include "app/level.h"
 #include "app/recovery.h"
+#include "app/session.h"
 #include "core/text.h"
 #include "data/mods.h"
 #include "data/recovery_file.h"
@@ -21,8 +22,8 @@ constexpr const char* kDamaged = ".damaged";
 
 // Out of the way of the next recovery file. The name that it has then.
 std::string SetAside(const char* suffix) {
-  std::string aside = recovery.file + suffix;
-  return RenameFile(recovery.file, aside) ? aside : recovery.file;
+  std::string aside = session.recovery.file + suffix;
+  return RenameFile(session.recovery.file, aside) ? aside : session.recovery.file;
 }
 
 void ShowKept(const std::string& what, const std::string& name) {
@@ -36,7 +37,7 @@ bool Confirm(const RecoveryInfo& info) {
                         "%s of mod %s.\n\nWould you like to go on with it? If not, it is kept as "
                         "%s in the working folder.",
                         info.time.c_str(), info.level.c_str(), info.mod.c_str(),
-                        (recovery.file + kDeclined).c_str()),
+                        (session.recovery.file + kDeclined).c_str()),
              "Recover?", PromptButtons::YesNo, PromptIcon::Information) == PromptAnswer::Yes;
 }
 
@@ -49,8 +50,8 @@ bool Recover(const RecoveryInfo& info, std::string& reason) {
   const ModSnapshot before = TakeModSnapshot();
   reason = FormatText("Its mod %s cannot be read.", info.mod.c_str());
   if (SelectModNamed(info.mod) && info.level.find_first_of("/\\") == info.level.npos &&
-      OpenRecoveredLevel(info.level, recovery.file, reason)) {
-    recovery.written = true;  // until it is saved
+      OpenRecoveredLevel(info.level, session.recovery.file, reason)) {
+    session.recovery.written = true;  // until it is saved
     return true;
   }
   RestoreMod(before);
@@ -59,7 +60,7 @@ bool Recover(const RecoveryInfo& info, std::string& reason) {
 
 // True when the level is open with the work of this editor's own file in it.
 bool OfferOwnFile() {
-  const std::optional<RecoveryInfo> info = ReadRecoveryInfo(recovery.file);
+  const std::optional<RecoveryInfo> info = ReadRecoveryInfo(session.recovery.file);
   if (!info) {
     ShowKept("The recovery file of an earlier session is damaged and cannot be used.",
              SetAside(kDamaged));

@@ -6,6 +6,7 @@
 #include "data/game_file.h"
 #include "data/mod_config.h"
 #include "data/mods.h"
+#include "data/open_level.h"
 
 namespace mw {
 namespace {
@@ -207,7 +208,7 @@ std::string MenuText() {
 }
 
 void WriteWaterShader() {
-  auto file = GameFileOpen(editor.levelFolder.String() + "\\Watershader.rs", "w");
+  auto file = GameFileOpen(openLevel.folder.String() + "\\Watershader.rs", "w");
   if (!file) return;  // remembered as GameFileError
   GameFilePuts(kWaterShader, *file);
   GameFileClose(std::move(file));

@@ -7,6 +7,7 @@
 #include "app/commands.h"
 #include "app/level.h"
 #include "app/operations.h"
+#include "app/session.h"
 #include "app/shell.h"
 #include "core/game_random.h"
 #include "core/text.h"
@@ -28,8 +29,6 @@ constexpr const char* kInitSurfaceBmp = "initSurfaceBmp";
 constexpr const char* kGenerateSurfaceMap = "generateSurfaceMap";
 constexpr const char* kInitMatMap = "initMatMap";
 constexpr const char* kGenerateMatMap = "generateMatMap";
-
-Module pluginSurfaceMaps, pluginMaterialMaps;
 
 void ShowPluginError(const std::string& text) {
   ShowPrompt(text, "ERROR", PromptButtons::Ok, PromptIcon::Exclamation);
@@ -72,28 +71,28 @@ void ReadInstalledVersion() {
 }
 
 bool LoadPlugins() {
-  return LoadPlugin(pluginSurfaceMaps, kSurfacePlugin,
+  return LoadPlugin(session.surfacePlugin, kSurfacePlugin,
                     {kInitSurfaceMap, kInitSurfaceBmp, kGenerateSurfaceMap}) &&
-         LoadPlugin(pluginMaterialMaps, kMaterialPlugin, {kInitMatMap, kGenerateMatMap});
+         LoadPlugin(session.materialPlugin, kMaterialPlugin, {kInitMatMap, kGenerateMatMap});
 }
 
 void UnloadPlugins() {
-  pluginSurfaceMaps.Unload();
-  pluginMaterialMaps.Unload();
+  session.surfacePlugin.Unload();
+  session.materialPlugin.Unload();
 }
 
 MaterialPlugin LoadedMaterialPlugin() {
   MaterialPlugin plugin;
-  FindFunction(pluginMaterialMaps, kInitMatMap, plugin.InitMatMap);
-  FindFunction(pluginMaterialMaps, kGenerateMatMap, plugin.GenerateMatMap);
+  FindFunction(session.materialPlugin, kInitMatMap, plugin.InitMatMap);
+  FindFunction(session.materialPlugin, kGenerateMatMap, plugin.GenerateMatMap);
   return plugin;
 }
 
 SurfacePlugin LoadedSurfacePlugin() {
   SurfacePlugin plugin;
-  FindFunction(pluginSurfaceMaps, kInitSurfaceMap, plugin.InitSurfaceMap);
-  FindFunction(pluginSurfaceMaps, kInitSurfaceBmp, plugin.InitSurfaceBmp);
-  FindFunction(pluginSurfaceMaps, kGenerateSurfaceMap, plugin.GenerateSurfaceMap);
+  FindFunction(session.surfacePlugin, kInitSurfaceMap, plugin.InitSurfaceMap);
+  FindFunction(session.surfacePlugin, kInitSurfaceBmp, plugin.InitSurfaceBmp);
+  FindFunction(session.surfacePlugin, kGenerateSurfaceMap, plugin.GenerateSurfaceMap);
   return plugin;
 }
 

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "app/frame.h"
+#include "app/session.h"
 #include "core/editor_state.h"
 #include "core/text.h"
 #include "data/mod_config.h"
@@ -16,8 +17,6 @@ namespace mw {
 namespace {
 
 constexpr std::uint32_t kReadingPeriod = 200;  // milliseconds
-
-std::uint32_t nextReading = 0;  // milliseconds
 
 // The cell of the ground that the last mouse position shows.
 std::optional<Cell> CellUnderCursor() {
@@ -49,12 +48,12 @@ void AddGround(std::string& text) {
 }
 
 void AddTerrainTool(std::string& text) {
-  if (UsesPower(terrain->tool)) {
-    Add(text, FormatText("Power %g", static_cast<double>(terrain->power)));
+  if (UsesPower(terrain.tool)) {
+    Add(text, FormatText("Power %g", static_cast<double>(terrain.power)));
   }
-  if (UsesBrushSize(terrain->tool)) Add(text, FormatText("Size %i", terrain->brushSize));
-  if (terrain->tool == TerrainTool::Flatten && terrain->flattenSampled) {
-    Add(text, FormatText("Flatten to %.2f", static_cast<double>(terrain->flattenHeight)));
+  if (UsesBrushSize(terrain.tool)) Add(text, FormatText("Size %i", terrain.brushSize));
+  if (terrain.tool == TerrainTool::Flatten && terrain.flattenSampled) {
+    Add(text, FormatText("Flatten to %.2f", static_cast<double>(terrain.flattenHeight)));
   }
 }
 
@@ -63,7 +62,7 @@ void AddTerrainTool(std::string& text) {
 std::string StatusReading() {
   std::string text;
   AddGround(text);
-  if (IsEditMode(EditMode::TerrainMapper) && terrain) AddTerrainTool(text);
+  if (IsEditMode(EditMode::TerrainMapper) && terrain.grid) AddTerrainTool(text);
   if (IsEditMode(EditMode::MaterialMapper) && materialMapper) {
     Add(text, FormatText("Size %u", materialMapper->brushSize));
   }
@@ -71,8 +70,8 @@ std::string StatusReading() {
 }
 
 void UpdateStatusReading(std::uint32_t now) {
-  if (!editor.viewReady || now < nextReading) return;
-  nextReading = now + kReadingPeriod;
+  if (!editor.viewReady || now < session.nextReading) return;
+  session.nextReading = now + kReadingPeriod;
   if (IsEditMode(EditMode::ObjectMapper) && editor.leftHeld) return;
   SetStatusText(3, StatusReading());
 }

@@ -33,7 +33,7 @@ constexpr Size kSmall{64, 40}, kWindow{1280, 800};
 void PlaceObjects(int triangles) {
   static const unsigned texture = MakeSideTexture();
   DeleteSceneMeshes();
-  ResetObjectStore();
+  objectStore = ObjectStore{};
   objectStore.CursorPoint = {-1000, 0, 0};
   std::vector<int> entries;
   std::vector<MeshListId> lists;

@@ -47,7 +47,7 @@ void CompareFrames(benchmark::State& state, const SceneCamera& from, bool turnin
   if (!OpenScene(state)) return;
   editor.ShowTextures = state.range(0) != 0;
   editor.ShowGrid = state.range(1) != 0;
-  terrain->tool = state.range(2) != 0 ? TerrainTool::PointManipulation : TerrainTool::Smoothing;
+  terrain.tool = state.range(2) != 0 ? TerrainTool::PointManipulation : TerrainTool::Smoothing;
   int frame = 0;
   const auto begin = [&] {
     BeginScene(turning ? Turning(from, frame) : from, kWidth, kHeight);
@@ -91,13 +91,13 @@ BENCHMARK(TopDown)->Apply(DisplayModes);
 void HoldBrush(TerrainTool tool) {
   SelectTool(tool);
   SetBrushSize(kMaxBrushSize);
-  terrain->flattenSampled = 1;
+  terrain.flattenSampled = 1;
   editor.ShowTextures = editor.ShowGrid = true;
-  pick = {1000, 60, 1100, false};
+  terrain.pick = {1000, 60, 1100, false};
 }
 
 // A hundredth of a second of the brush.
-void Stroke() { BrushAlong(BrushWay::At(pick.x, pick.z), 0.01f); }
+void Stroke() { BrushAlong(BrushWay::At(terrain.pick.x, terrain.pick.z), 0.01f); }
 
 void SculptingTools(benchmark::internal::Benchmark* bench) {
   bench->ArgName("tool")->UseManualTime()->Iterations(60);
@@ -167,8 +167,8 @@ BENCHMARK(FrameWithStrokeAgainstFrameWithout)->Apply(SculptingTools);
 void LoadHeights(benchmark::State& state) {
   MakeLandscape(static_cast<int>(state.range(0)));
   const int size = modConfig.MaterialSize;
-  heightBuffer.resize(static_cast<std::size_t>(size) * static_cast<std::size_t>(size) * 2);
-  for (std::uint8_t& byte : heightBuffer) byte = static_cast<std::uint8_t>(std::rand());
+  terrain.heightBuffer.resize(static_cast<std::size_t>(size) * static_cast<std::size_t>(size) * 2);
+  for (std::uint8_t& byte : terrain.heightBuffer) byte = static_cast<std::uint8_t>(std::rand());
   const auto time = [](auto work) {
     const auto start = std::chrono::steady_clock::now();
     work();
@@ -182,7 +182,9 @@ void LoadHeights(benchmark::State& state) {
           for (int r = 0; r < size; ++r) {
             for (int c = 0; c < size; ++c, at += 2)
               SetHeight(size - c, r,
-                        static_cast<float>(heightBuffer[at] + 256 * heightBuffer[at + 1]) / 256);
+                        static_cast<float>(terrain.heightBuffer[at] +
+                                           256 * terrain.heightBuffer[at + 1]) /
+                            256);
           }
         });
       });

@@ -1,18 +1,17 @@
 #include "core/editor_state.h"
 
-#include "core/mini_map_picture.h"
+#include "core/hooks.h"
 
 namespace mw {
 
 EditorState editor;
-MiniMapPicture miniMapPicture;
 
 bool IsEditMode(EditMode mode) { return editor.editMode == mode; }
 
-void ResetEditorState() {
+void ResetCoreState() {
   editor = EditorState{};
   camera = Camera{};
-  miniMapPicture = MiniMapPicture{};
+  hooks = Hooks{};
 }
 
 }  // namespace mw

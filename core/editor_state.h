@@ -21,7 +21,6 @@ struct EditorState {
   // Level lifecycle.
   bool levelLoaded = false;
   bool levelModified = false;
-  PathText levelFolder;                        // game path, no trailing separator
   std::array<float, 3> savedCameraPosition{};  // x stored as WorldSize - x
   bool levelHasWater = true;
 
@@ -57,6 +56,8 @@ struct EditorState {
     int x0 = 0, y0 = 0, x1 = 0, y1 = 0;
   } rubberBand;  // view pixels
 
+  std::uint32_t gameRandom = 1;  // where the game's random numbers are (core/game_random.h)
+
   // The texture set that generated surfaces take their pictures from.
   FixedString<64> textureSetName = "Default";
 };
@@ -65,8 +66,7 @@ extern EditorState editor;
 
 bool IsEditMode(EditMode mode);
 
-// Puts the shared state, the camera and the Mini-Map picture back to what they are at program
-// start.
-void ResetEditorState();
+// Puts `editor`, `camera` and `hooks` back to what they are at program start. For tests.
+void ResetCoreState();
 
 }  // namespace mw

@@ -1,15 +1,14 @@
 #include "core/game_random.h"
 
-namespace mw {
-namespace {
-std::uint32_t state = 1;
-}
+#include "core/editor_state.h"
 
-void SeedGameRandom(std::uint32_t seed) { state = seed; }
+namespace mw {
+
+void SeedGameRandom(std::uint32_t seed) { editor.gameRandom = seed; }
 
 int GameRandom() {
-  state = state * 214013u + 2531011u;
-  return static_cast<int>((state >> 16) & kGameRandomMax);
+  editor.gameRandom = editor.gameRandom * 214013u + 2531011u;
+  return static_cast<int>((editor.gameRandom >> 16) & kGameRandomMax);
 }
 
 }  // namespace mw

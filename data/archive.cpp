@@ -17,8 +17,8 @@ namespace {
 namespace fs = std::filesystem;
 using Bytes = std::vector<std::uint8_t>;
 
-// Room for the stored bytes of a member, kept from one to the next: reading costs less than fresh
-// memory does.
+// A cache: room for the stored bytes of a member, kept from one to the next: reading costs less
+// than fresh memory does.
 Bytes& StoredRoom() {
   constexpr std::size_t kMostKept = std::size_t{8} << 20;
   static Bytes room;

@@ -4,9 +4,11 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -160,6 +162,9 @@ class ArchiveList {
   void Clear();
   std::size_t Count() const { return archives_.size(); }
   Archive* At(std::size_t index) const { return archives_[index].get(); }
+
+  // Files whose state before this run of the program is kept, or is not to be, whoever opened them.
+  std::set<std::filesystem::path> backedUp;
 
  private:
   Archive* LastForWriting() const;

@@ -5,8 +5,6 @@
 
 namespace mw {
 
-ArchiveList archives;
-
 Archive* ArchiveList::OpenArchive(std::string_view path, bool writable, std::string* error) {
   auto archive = std::make_unique<Archive>();
   if (!archive->Open(path, writable)) {

@@ -115,7 +115,7 @@ bool Compress(Segment& segment, Bytes& workMemory) {
   return Expands(segment.compressed, segment.plain);
 }
 
-// Compresses what has changed. The work memory, one per core, is kept for the next call.
+// Compresses what has changed. The work memory, one per core, is a cache: kept for the next call.
 bool CompressChanged(std::span<Segment> segments) {
   static std::vector<Bytes> workMemory;
   const std::size_t workers = UsableCores();

@@ -1,7 +1,6 @@
 #include "data/archive_state.h"
 
 #include <algorithm>
-#include <set>
 #include <utility>
 
 #include "data/archive_compact.h"
@@ -12,13 +11,6 @@ namespace mw {
 
 namespace fs = std::filesystem;
 using Bytes = std::vector<std::uint8_t>;
-
-namespace {
-
-// Archives whose state before this run of the program is kept, or is not to be.
-std::set<fs::path> backedUp;
-
-}  // namespace
 
 fs::path RealPath(std::string_view path) {
   std::error_code error;
@@ -143,14 +135,14 @@ fs::path Archive::State::BackupFile() const { return BackupPath(realPath, backup
 
 // The file is as it was left.
 bool Archive::State::BackUp() {
-  if (place || backedUp.contains(realPath)) return true;
+  if (place || archives.backedUp.contains(realPath)) return true;
   if (!BackUpArchive(file, BackupFile(), error)) return false;
   newBackup = BackupFile().filename().string();
   WaiveBackup();
   return true;
 }
 
-void Archive::State::WaiveBackup() { backedUp.insert(realPath); }
+void Archive::State::WaiveBackup() { archives.backedUp.insert(realPath); }
 
 bool Archive::State::Close() {
   if (!file.IsOpen()) return true;

@@ -1,13 +1,11 @@
 #include "data/content_archives.h"
 
 #include "data/archive.h"
+#include "data/mods.h"
 #include "platform/disk.h"
 
 namespace mw {
 namespace {
-
-ContentArchivePaths held;
-ContentProblems heldProblems;
 
 // Calls open(path, reason) for the archive of each content path. A game folder that is not there is
 // one problem, not four.
@@ -48,9 +46,9 @@ ContentArchivePaths ContentArchivePathsOf(const ModConfig& config) {
           ContentArchivePath(config.GamePath, config.TexturePath)};
 }
 
-const ContentArchivePaths& HeldContentArchives() { return held; }
+const ContentArchivePaths& HeldContentArchives() { return modList.contentArchives; }
 
-const ContentProblems& HeldContentProblems() { return heldProblems; }
+const ContentProblems& HeldContentProblems() { return modList.contentProblems; }
 
 ContentProblems CheckContent(const ModConfig& config) {
   return OpenEach(config, ContentArchivePathsOf(config),
@@ -63,19 +61,20 @@ ContentProblems CheckContent(const ModConfig& config) {
 }
 
 void CloseContentArchives() {
-  for (std::string& path : held) {
+  for (std::string& path : modList.contentArchives) {
     if (!path.empty()) archives.CloseArchive(path);
     path.clear();
   }
-  heldProblems.clear();
+  modList.contentProblems.clear();
 }
 
 void ReopenContentArchives() {
   CloseContentArchives();
-  held = ContentArchivePathsOf(modConfig);
-  heldProblems = OpenEach(modConfig, held, [](const std::string& path, std::string& reason) {
-    return archives.OpenArchive(path, false, &reason) != nullptr;
-  });
+  modList.contentArchives = ContentArchivePathsOf(modConfig);
+  modList.contentProblems = OpenEach(modConfig, modList.contentArchives,
+                                     [](const std::string& path, std::string& reason) {
+                                       return archives.OpenArchive(path, false, &reason) != nullptr;
+                                     });
 }
 
 }  // namespace mw

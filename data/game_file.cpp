@@ -9,6 +9,7 @@
 #include "core/text.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "platform/disk.h"
 
 namespace mw {
@@ -18,16 +19,11 @@ namespace {
 constexpr std::size_t kFirstReserve = 1024;
 constexpr std::uint64_t kMaxFileSize = std::numeric_limits<std::uint32_t>::max();
 
-std::string firstError;
-
 // Of a whole group, so it says more than what was noted while the group was written.
 void SetArchiveError(const Archive& archive) {
-  firstError = "The level's archive could not be changed: " + archive.Error() +
-               "\n\nThe level on disk is as it was before.";
+  openLevel.writeError = "The level's archive could not be changed: " + archive.Error() +
+                         "\n\nThe level on disk is as it was before.";
 }
-
-// Takes what is written while CaptureGameFiles runs; else null.
-std::vector<GameMember>* captured = nullptr;
 
 // False for an empty prefix, which no path is under.
 bool RemovePrefix(std::string_view& path, std::string_view prefix) {
@@ -37,7 +33,7 @@ bool RemovePrefix(std::string_view& path, std::string_view prefix) {
 }
 
 void RemoveModFolder(std::string_view& path) {
-  const std::array<std::string_view, 3> folders = {modConfig.modFolder, openLevelModFolder,
+  const std::array<std::string_view, 3> folders = {modConfig.modFolder, openLevel.modFolder,
                                                    kBaseModFolder};
   for (const std::string_view folder : folders) {
     if (RemovePrefix(path, folder)) return;
@@ -91,17 +87,18 @@ Archive* NewestWritable() {
 
 void Capture(GameFile& file) {
   GameMember member{NormalMemberName(file.name), std::move(file.data)};
-  const auto before = std::ranges::find_if(
-      *captured, [&](const GameMember& other) { return EqualNoCase(other.name, member.name); });
-  if (before == captured->end()) {
-    captured->push_back(std::move(member));
+  const auto before = std::ranges::find_if(*openLevel.captured, [&](const GameMember& other) {
+    return EqualNoCase(other.name, member.name);
+  });
+  if (before == openLevel.captured->end()) {
+    openLevel.captured->push_back(std::move(member));
   } else {
     *before = std::move(member);
   }
 }
 
 bool WriteBack(GameFile& file) {
-  if (captured) {
+  if (openLevel.captured) {
     Capture(file);
     return true;
   }
@@ -122,13 +119,13 @@ bool SaveBytes(std::string_view gamePath, std::vector<std::uint8_t> bytes) {
 
 }  // namespace
 
-const std::string& GameFileError() { return firstError; }
+const std::string& GameFileError() { return openLevel.writeError; }
 
 void SetGameFileError(std::string_view reason) {
-  if (firstError.empty()) firstError = reason;
+  if (openLevel.writeError.empty()) openLevel.writeError = reason;
 }
 
-void ClearGameFileError() { firstError.clear(); }
+void ClearGameFileError() { openLevel.writeError.clear(); }
 
 bool WriteAsOneChange(const std::function<void()>& write) {
   ClearGameFileError();
@@ -144,9 +141,9 @@ bool WriteAsOneChange(const std::function<void()>& write) {
 
 std::vector<GameMember> CaptureGameFiles(const std::function<void()>& write) {
   std::vector<GameMember> members;
-  captured = &members;
+  openLevel.captured = &members;
   write();
-  captured = nullptr;
+  openLevel.captured = nullptr;
   return members;
 }
 
@@ -171,13 +168,14 @@ std::unique_ptr<GameFile> GameFileOpen(std::string_view path, std::string_view m
   file->name = *std::move(name);
   file->archive = archives.FindHolding(file->name, file->writing);
   if (file->writing) {
-    if (!file->archive && !captured) file->archive = NewestWritable();
-    if (!file->archive && !captured) return nullptr;
+    if (!file->archive && !openLevel.captured) file->archive = NewestWritable();
+    if (!file->archive && !openLevel.captured) return nullptr;
     file->data.reserve(kFirstReserve);
     return file;
   }
   if (!file->archive) return nullptr;
-  if (loadReport.loading) loadReport.filesRead.insert(NormalMemberName(file->name));
+  if (openLevel.loadReport.loading)
+    openLevel.loadReport.filesRead.insert(NormalMemberName(file->name));
   std::optional<MemberBytes> member = file->archive->ReadMemberWithGaps(file->name);
   if (!member) return nullptr;
   file->data = std::move(member->data);
@@ -288,7 +286,7 @@ void RemoveGameFile(std::string_view path) {
 
 void RemoveArchiveFolder(std::string_view gamePath) {
   const std::optional<std::string> name = NormalGamePath(gamePath);
-  if (captured) return;
+  if (openLevel.captured) return;
   Archive* const archive = NewestWritable();
   if (!archive || !name || name->empty()) return;
   if (!archive->RemoveMembersWithPrefix(*name)) SetGameFileError(archive->Error());

@@ -15,12 +15,11 @@
 #include "data/level_size.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "data/script.h"
 
 namespace mw {
 namespace {
-
-std::vector<std::string> notSaved;
 
 // Calls act(script) in the order in which they are read, with the context set for it.
 template <typename Act>
@@ -93,12 +92,12 @@ void ReadLevelSettings() {
   AdoptSettingsDefaults(asRead);  // nobody has edited what was taken from the height map
 }
 
-const std::vector<std::string>& SettingsNotSaved() { return notSaved; }
+const std::vector<std::string>& SettingsNotSaved() { return openLevel.settingsNotSaved; }
 
 void WriteLevelSettings() {
   const SettingsPlaces places = FindSettingsPlaces();
   MissingLines missing = FindMissingLines(places);
-  notSaved = std::move(missing.withoutPlace);
+  openLevel.settingsNotSaved = std::move(missing.withoutPlace);
   SettingsContext context;
   for (const std::int32_t side : {1, 2}) {
     context.teamChanged[static_cast<std::size_t>(side - 1)] = IsTeamChanged(places, side);

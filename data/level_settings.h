@@ -9,7 +9,7 @@
 
 namespace mw {
 
-// From the scripts of editor.levelFolder. One that is missing or damaged, and a team skin that the
+// From the scripts of openLevel.folder. One that is missing or damaged, and a team skin that the
 // configuration does not know, are noted in the load report; the level's size then comes from the
 // height map (data/level_size.h).
 void ReadLevelSettings();

@@ -4,13 +4,11 @@
 #include <initializer_list>
 #include <utility>
 
-#include "core/editor_state.h"
 #include "core/text.h"
 #include "data/level_settings_commands.h"
+#include "data/open_level.h"
 
 namespace mw {
-
-SettingsDefaults settingsDefaults;
 
 namespace {
 
@@ -155,7 +153,7 @@ void AddChangedSettings(LineCollector& lines) {
   SettingsContext context;
   context.skyScript = true;  // where the mesh of the sky is written
   for (std::size_t i = 0; i < values.size(); ++i) {
-    if (values[i] == settingsDefaults.values[i]) continue;
+    if (values[i] == openLevel.settingsDefaults[i]) continue;
     const SettingsCommand& command = SettingsCommands()[i];
     const auto arguments = command.write(*SettingsLine::Of(command.name), context);
     if (arguments) lines.Add(LowerCase(command.name), command.name, *arguments);
@@ -182,7 +180,7 @@ void AddTeam(std::int32_t side, LineCollector& lines) {
 std::string_view FileOf(SettingsScript script) { return kFiles[static_cast<std::size_t>(script)]; }
 
 std::string PathOf(SettingsScript script) {
-  return editor.levelFolder.String() + "/" + std::string(FileOf(script));
+  return openLevel.folder.String() + "/" + std::string(FileOf(script));
 }
 
 LevelPart PartOf(SettingsScript script) {
@@ -206,7 +204,7 @@ SettingsPlaces FindSettingsPlaces() {
 }
 
 bool IsTeamChanged(const SettingsPlaces& places, std::int32_t side) {
-  if (settingsDefaults.values.empty() || !ChosenTeam(side)) return false;
+  if (openLevel.settingsDefaults.empty() || !ChosenTeam(side)) return false;
   const auto index = static_cast<std::size_t>(side - 1);
   return modConfig.chosenTeam[index] != places.team[index];
 }
@@ -226,19 +224,19 @@ std::string WhyNotKept(const SettingsPlaces& places, std::string_view command) {
          " template that this value could be added to.";
 }
 
-void RememberSettingsDefaults() { settingsDefaults.values = ValuesOf(modConfig); }
+void RememberSettingsDefaults() { openLevel.settingsDefaults = ValuesOf(modConfig); }
 
 void AdoptSettingsDefaults(const ModConfig& before) {
-  if (settingsDefaults.values.empty()) return;
+  if (openLevel.settingsDefaults.empty()) return;
   const std::vector<std::string> old = ValuesOf(before), adopted = ValuesOf(modConfig);
   for (std::size_t i = 0; i < adopted.size(); ++i) {
-    if (adopted[i] != old[i]) settingsDefaults.values[i] = adopted[i];
+    if (adopted[i] != old[i]) openLevel.settingsDefaults[i] = adopted[i];
   }
 }
 
 MissingLines FindMissingLines(const SettingsPlaces& places) {
   LineCollector lines(places);
-  if (!settingsDefaults.values.empty()) AddChangedSettings(lines);
+  if (!openLevel.settingsDefaults.empty()) AddChangedSettings(lines);
   for (const std::int32_t side : {1, 2}) {
     if (IsTeamChanged(places, side)) AddTeam(side, lines);
   }

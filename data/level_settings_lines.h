@@ -52,13 +52,7 @@ bool IsTeamChanged(const SettingsPlaces& places, std::int32_t side);
 // one. Empty when they can.
 std::string WhyNotKept(const SettingsPlaces& places, std::string_view command);
 
-// What each setting is when no script has a line for it; empty while no level was read. A setting
-// that no script mentions and that is something else now was changed by the user.
-struct SettingsDefaults {
-  std::vector<std::string> values;  // as SettingsCommand::value gives them, in the table's order
-};
-extern SettingsDefaults settingsDefaults;
-// Before the scripts of a level are read.
+// Fills openLevel.settingsDefaults, before the scripts of a level are read.
 void RememberSettingsDefaults();
 // What differs from `before` was changed by another mod or a guess, and not by the user.
 void AdoptSettingsDefaults(const ModConfig& before);

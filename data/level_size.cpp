@@ -6,11 +6,11 @@
 #include <optional>
 #include <string>
 
-#include "core/editor_state.h"
 #include "core/text.h"
 #include "data/game_file.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 
 namespace mw {
 namespace {
@@ -25,7 +25,7 @@ bool IsMaterialSize(int size) {
 
 // What the length of the height map in the archives says.
 std::optional<int> SizeByHeightMap() {
-  const auto name = NormalGamePath(editor.levelFolder.String() + "/heightmap.raw");
+  const auto name = NormalGamePath(openLevel.folder.String() + "/heightmap.raw");
   Archive* const archive = name ? archives.FindHolding(*name, false) : nullptr;
   if (!archive) return std::nullopt;
   for (const int size : kMaterialSizes) {

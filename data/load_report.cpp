@@ -3,50 +3,51 @@
 #include <algorithm>
 #include <utility>
 
-namespace mw {
+#include "data/open_level.h"
 
-LoadReport loadReport;
+namespace mw {
 
 namespace {
 
 LoadReport::Part& RecordOf(LevelPart part) {
-  return loadReport.parts[static_cast<std::size_t>(part)];
+  return openLevel.loadReport.parts[static_cast<std::size_t>(part)];
 }
 
 }  // namespace
 
 void BeginLoadReport() {
-  loadReport = {};
-  loadReport.loading = true;
+  openLevel.loadReport = {};
+  openLevel.loadReport.loading = true;
 }
 
 void EndLoadReport() {
-  loadReport.loading = false;
-  loadReport.filesRead.clear();
+  openLevel.loadReport.loading = false;
+  openLevel.loadReport.filesRead.clear();
 }
 
-void ClearLoadReport() { loadReport = {}; }
+void ClearLoadReport() { openLevel.loadReport = {}; }
 
 void NoteAtLoad(std::string line) {
-  if (!loadReport.loading || std::ranges::count(loadReport.lines, line) > 0) return;
-  loadReport.lines.push_back(std::move(line));
+  if (!openLevel.loadReport.loading || std::ranges::count(openLevel.loadReport.lines, line) > 0)
+    return;
+  openLevel.loadReport.lines.push_back(std::move(line));
 }
 
 void NoteDamagedFile(std::string line) {
-  if (!loadReport.loading) return;
-  loadReport.readWhole = false;
+  if (!openLevel.loadReport.loading) return;
+  openLevel.loadReport.readWhole = false;
   NoteAtLoad(std::move(line));
 }
 
 void NoteDamagedPart(LevelPart part, std::string line, DamagedPart then) {
-  if (!loadReport.loading) return;
+  if (!openLevel.loadReport.loading) return;
   NoteDamagedFile(std::move(line));
   RecordOf(part).damaged = true;
   if (RecordOf(part).then == DamagedPart::Ask) RecordOf(part).then = then;
 }
 
 void NoteMissingPart(LevelPart part, std::string line) {
-  if (!loadReport.loading) return;
+  if (!openLevel.loadReport.loading) return;
   NoteDamagedPart(part, std::move(line));
   RecordOf(part).missing = true;
 }

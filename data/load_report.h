@@ -43,7 +43,6 @@ struct LoadReport {
   bool readWhole = true;  // false when a file of the level is damaged or missing
   bool loading = false;   // only then something is noted
 };
-extern LoadReport loadReport;
 
 // A level is about to be read: empties the report and takes notes from now on.
 void BeginLoadReport();

@@ -89,10 +89,6 @@ struct ModConfig {
 
 extern ModConfig modConfig;
 
-// The mod folder of the open level, which path normalising strips as well as the current mod's;
-// empty when no level is open.
-extern PathText openLevelModFolder;
-
 // Folder of a mod relative to the game folder: Mods\<name, cut at its last dot>\ .
 std::string ModFolderOf(std::string_view modName);
 

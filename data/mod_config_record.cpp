@@ -2,9 +2,6 @@
 
 namespace mw {
 
-ModConfig modConfig;
-PathText openLevelModFolder;
-
 std::string ModFolderOf(std::string_view modName) {
   return "Mods\\" + std::string(modName.substr(0, modName.rfind('.'))) + "\\";
 }

@@ -8,13 +8,12 @@
 #include "data/content_archives.h"
 #include "data/level_settings_lines.h"
 #include "data/mod_files.h"
+#include "data/open_level.h"
 #include "data/textures.h"
 #include "platform/disk.h"
 #include "platform/prompts.h"
 
 namespace mw {
-
-ModList modList;
 
 namespace {
 
@@ -36,10 +35,10 @@ bool IsListed(int index) {
 // Makes `config` the editor's. The open level's files are named by the game folder that they lie
 // in, so they follow it.
 void AdoptConfig(const ModConfig& config) {
-  const std::string_view level = editor.levelFolder;
+  const std::string_view level = openLevel.folder;
   const std::string_view oldGamePath = modConfig.GamePath;
   if (editor.levelLoaded && level.starts_with(oldGamePath)) {
-    editor.levelFolder = config.GamePath.String() + std::string(level.substr(oldGamePath.size()));
+    openLevel.folder = config.GamePath.String() + std::string(level.substr(oldGamePath.size()));
   }
   modConfig = config;
 }
@@ -70,7 +69,8 @@ bool SameContent(const ModConfig& a, const ModConfig& b) {
 }  // namespace
 
 void FindMods() {
-  modList = ModList{};
+  modList.names.clear();
+  modList.current = modList.picked = -1;
   for (const std::string& file : ListFiles(".", kConfigExtension)) {
     if (file == kModTemplateFile) continue;
     if (modList.names.size() == kMaxMods) {
@@ -240,12 +240,12 @@ bool ApplyModSettings(std::string_view typedGamePath, std::string_view objectsLi
   return true;
 }
 
-ModSnapshot TakeModSnapshot() { return {modConfig, editor.levelFolder}; }
+ModSnapshot TakeModSnapshot() { return {modConfig, openLevel.folder}; }
 
 void RestoreMod(const ModSnapshot& snapshot) {
   const bool sameContent = SameContent(modConfig, snapshot.config);
   modConfig = snapshot.config;
-  editor.levelFolder = snapshot.levelFolder;
+  openLevel.folder = snapshot.levelFolder;
   modList.current = IndexOfMod(CurrentModName());
   if (!sameContent) LoadModContent();
 }

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "data/content_archives.h"
 #include "data/mod_config.h"
 
 namespace mw {
@@ -20,6 +21,9 @@ struct ModList {
   std::vector<std::string> names;  // .cfg files without extension, at most kMaxMods
   int current = -1;                // -1: none
   int picked = -1;                 // in the selection dialog; -1: cancelled
+  // Of the current mod: the content archives that are open, and what was wrong with them then.
+  ContentArchivePaths contentArchives;
+  ContentProblems contentProblems;
 };
 
 extern ModList modList;

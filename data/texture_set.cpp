@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <optional>
 #include <span>
+#include <utility>
 
 #include "core/text.h"
 #include "data/script.h"
@@ -10,9 +11,6 @@
 #include "platform/gl_context.h"
 
 namespace mw {
-
-TextureSet textureSet;
-
 namespace {
 
 constexpr std::size_t kLineBuffer = 255;  // a longer line is read in pieces of one byte less
@@ -28,7 +26,9 @@ void ClearTextureSet() {
     DeleteTextures(textureSet.environment);
     DeleteTextures({&textureSet.detail, 1});
   }
-  textureSet = TextureSet{};
+  TextureSet empty;
+  empty.shared = textureSet.shared;
+  textureSet = std::move(empty);
 }
 
 std::string PathInFolder(std::string_view folder, std::string_view file) {

@@ -15,8 +15,6 @@ const std::array<const char*, kMaterialCount> kMaterialKeys = {
     "mud",         "outsidemap", "gravel",   "frozenground", "drysand", "wetsand",
     "rocksurface", "sandroad",   "dirtroad", "pavedroad"};
 
-SharedTextures sharedTextures;
-
 namespace {
 
 constexpr std::array<const char*, 4> kRequiredExtensions = {
@@ -54,10 +52,10 @@ bool LoadSharedTextures() {
   if (!MakeViewContextCurrent()) return true;
   for (std::size_t i = 0; i < kMaterialKeys.size(); ++i) {
     LoadSharedTexture(FormatText("media/mat_%s.bmp", kMaterialKeys[i]),
-                      sharedTextures.materials[i]);
+                      textureSet.shared.materials[i]);
   }
-  LoadSharedTexture("media/nosurface.bmp", sharedTextures.noSurface);
-  LoadSharedTexture("media/water.bmp", sharedTextures.water);
+  LoadSharedTexture("media/nosurface.bmp", textureSet.shared.noSurface);
+  LoadSharedTexture("media/water.bmp", textureSet.shared.water);
   return true;
 }
 

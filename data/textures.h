@@ -1,4 +1,4 @@
-// The textures that live from start-up to exit, and the selected texture set.
+// The selected texture set, and the textures that live from start-up to exit.
 #pragma once
 
 #include <array>
@@ -16,11 +16,11 @@ inline constexpr int kMaterialCount = 16, kMaxSetTextures = 16, kMaxEnvironmentT
 // In material order; they name the pictures media/mat_%s.bmp.
 extern const std::array<const char*, kMaterialCount> kMaterialKeys;
 
+// They live from start-up to exit.
 struct SharedTextures {
   std::array<unsigned, kMaterialCount> materials{};
   unsigned noSurface = 0, water = 0;  // GL names; 0 when the picture could not be loaded
 };
-extern SharedTextures sharedTextures;
 
 struct SetTexture {
   FixedString<16> name;
@@ -39,6 +39,7 @@ struct Palette {
 };
 
 struct TextureSet {
+  SharedTextures shared;  // whatever set is selected
   std::array<SetTexture, kMaxSetTextures> textures;
   std::array<SetTexture, kMaxEnvironmentTextures> environment;
   SetTexture detail;

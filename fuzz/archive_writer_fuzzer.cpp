@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "core/hooks.h"
 #include "data/archive.h"
 #include "fuzz/input_reader.h"
 #include "fuzz/private_path.h"
@@ -25,14 +26,14 @@ class FailingDisk {
   explicit FailingDisk(InputReader& input) {
     const std::size_t number = input.Byte() % 32;
     const bool stays = input.Flag();
-    mw::diskFaultPlan = [this, number, stays](const mw::DiskChange& change) {
+    mw::hooks.diskFault = [this, number, stays](const mw::DiskChange& change) {
       ++changes_;
       const bool fails = number != 0 && (stays ? changes_ >= number : changes_ == number);
       failed_ = failed_ || fails;
       return fails ? std::optional(mw::DiskFault{ENOSPC, change.bytes.size() / 2}) : std::nullopt;
     };
   }
-  ~FailingDisk() { mw::diskFaultPlan = nullptr; }
+  ~FailingDisk() { mw::hooks.diskFault = nullptr; }
   FailingDisk(const FailingDisk&) = delete;
   FailingDisk& operator=(const FailingDisk&) = delete;
   bool Failed() const { return failed_; }

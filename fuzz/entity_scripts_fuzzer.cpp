@@ -60,7 +60,7 @@ std::string OpenAndSave(LevelSandbox& level) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   LevelSandbox level;
   mw::ClearAllEntities();  // with their items in the tree
-  mw::ResetEntities();
+  mw::entities = mw::Entities{};
   const auto* const end = data + size;
   for (const char* mode : {"conquest", "ctf", "tdm"}) {
     const auto* const cut = std::find(data, end, kModeSeparator);

@@ -27,7 +27,7 @@ void EnterOwnFolder() {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   EnterOwnFolder();
-  if (!mw::terrain) mw::CreateTerrain();
+  if (!mw::terrain.grid) mw::CreateTerrain();
   InputReader input(data, size);
   mw::modConfig.MaterialSize = static_cast<int>(1 + input.Byte() % 16);
   mw::modConfig.WorldSize = mw::modConfig.MaterialSize * 4;

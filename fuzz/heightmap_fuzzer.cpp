@@ -12,7 +12,7 @@
 #include "terrain/terrain.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (!mw::terrain) mw::CreateTerrain();
+  if (!mw::terrain.grid) mw::CreateTerrain();
   LevelSandbox level;
   InputReader input(data, size);
   // The smallest side that the Mini-Map shows, or a small one.

@@ -6,9 +6,9 @@
 #include <span>
 #include <string>
 
-#include "core/editor_state.h"
 #include "data/archive.h"
 #include "data/game_file.h"
+#include "data/open_level.h"
 #include "fuzz/private_path.h"
 #include "fuzz/require.h"
 
@@ -17,7 +17,7 @@
 class LevelSandbox {
  public:
   LevelSandbox() : level_(OpenArchive()) {
-    mw::editor.levelFolder = kFolder;
+    mw::openLevel.folder = kFolder;
     mw::ClearGameFileError();
     Require(level_.BeginSave());
   }

@@ -4,10 +4,6 @@
 
 namespace mw {
 
-Entities entities;
-
-void ResetEntities() { entities = {}; }
-
 void KeepSpawnIdFree(std::int32_t spawnId) {
   if (spawnId < entities.nextSpawnId) return;
   entities.nextSpawnId = spawnId + (spawnId < std::numeric_limits<std::int32_t>::max() ? 1 : 0);

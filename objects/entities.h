@@ -173,8 +173,6 @@ struct Entities {
 
 extern Entities entities;
 
-// Puts all entities, the mode filter and the next spawn id back to what they are at program start.
-void ResetEntities();
 // The ids of new soldier spawns come after this one, too.
 void KeepSpawnIdFree(std::int32_t spawnId);
 

@@ -28,7 +28,7 @@ struct Shapes {
   std::array<MarkerLists, kEntityKinds.size()> markers;
   MeshListId ring = 0, plainBox = 0;
 };
-Shapes shapes;
+Shapes shapes;  // a cache: made when they are first drawn
 
 MeshListId MakeFaces(const Box& box) {
   const MeshSurface faces = BoxFaces(box.low, box.high);

@@ -49,7 +49,7 @@ struct EntitiesInSight {
   std::vector<GroupedPoint> controlPoints;
   std::vector<Vector3> links;  // two points each
 };
-EntitiesInSight inSight;
+EntitiesInSight inSight;  // a cache: its room is kept from frame to frame
 
 struct GroupColours {
   static constexpr std::size_t kCount = 128;

@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "core/editor_state.h"
 #include "core/text.h"
 #include "data/game_file.h"
 #include "data/load_report.h"
+#include "data/open_level.h"
 #include "data/script.h"
 #include "objects/entities.h"
 #include "objects/entity_editing.h"
@@ -65,7 +65,7 @@ const EntityFile& InstanceFileOf(EntityKind kind) {
 }
 
 std::string PathOf(const EntityFile& file, const ModeFolder& folder) {
-  return FormatText("%s/%s/%s", editor.levelFolder.c_str(), folder.name, file.name);
+  return FormatText("%s/%s/%s", openLevel.folder.c_str(), folder.name, file.name);
 }
 
 // Reading

@@ -3,10 +3,10 @@
 #include <limits>
 
 #include "core/editor_state.h"
+#include "core/hooks.h"
 #include "core/text.h"
 #include "objects/entities.h"
 #include "objects/entity_editing.h"
-#include "objects/object_windows.h"
 #include "objects/property_sheet.h"
 #include "objects/spawn_groups.h"
 #include "objects/visibility.h"
@@ -168,7 +168,7 @@ bool ObjectSpawnTemplate::Edit(EntityKind kind) {
   AddInteger(sheet, copy.distance, "distance");
   AddInteger(sheet, copy.damageWhenLost, "damageWhenLost");
   AddInteger(sheet, copy.maxNrOfObjectSpawned, "maxNrOfObjectSpawned");
-  if (!objectWindows.runPropertySheet(sheet)) return false;
+  if (!hooks.runPropertySheet(sheet)) return false;
   if (copy == *this) return true;
 
   CorrectDelays(copy, *this);
@@ -195,7 +195,7 @@ bool SoldierSpawn::Edit() {
   AddVector(sheet, copy.position, "Pos");
   AddVector(sheet, copy.rotation, "Rot");
   AddGameModes(sheet, copy.modes);
-  if (!objectWindows.runPropertySheet(sheet)) return false;
+  if (!hooks.runPropertySheet(sheet)) return false;
   if (templateCopy == *own && copy == InstanceCopy(*this)) return true;
 
   CleanIfChanged(templateCopy.name, own->name);
@@ -217,7 +217,7 @@ bool ObjectSpawn::Edit() {
   AddControlPoint(sheet, controlPoint, FieldType::ControlPointOrNone, modes, "OsID");
   AddInteger(sheet, side, "Team", FieldType::Team);
   AddGameModes(sheet, copy.modes);
-  if (!objectWindows.runPropertySheet(sheet)) return false;
+  if (!hooks.runPropertySheet(sheet)) return false;
   if (controlPoint == osId && side == team && copy == InstanceCopy(*this)) return true;
 
   osId = controlPoint;
@@ -237,7 +237,7 @@ bool ControlPoint::Edit() {
   AddControlPointFields(sheet, templateCopy, relativePosition);
   AddVector(sheet, copy.position, "Pos");
   AddGameModes(sheet, copy.modes);
-  if (!objectWindows.runPropertySheet(sheet)) return false;
+  if (!hooks.runPropertySheet(sheet)) return false;
   templateCopy.relativePosition = VectorOf(relativePosition);
   if (templateCopy == *own && copy == InstanceCopy(*this)) return true;
 

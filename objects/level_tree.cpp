@@ -36,8 +36,6 @@ std::string NumberedTextOf(const LevelTree::Item& item) {
 
 }  // namespace
 
-LevelTree levelTree;
-
 void BuildTree() {
   levelTree.items.clear();
   levelTree.numbers.clear();

@@ -60,7 +60,7 @@ struct MeshPictures {
   std::vector<std::uint32_t> shown;
   std::vector<BatchVertex> batch;
 };
-MeshPictures pictures;
+MeshPictures pictures;  // a cache: what GL holds of the meshes in objectStore
 
 // All surfaces one behind the other.
 struct Collected {

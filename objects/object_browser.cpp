@@ -10,14 +10,10 @@
 
 namespace mw {
 
-BrowserFilter browserFilter;
-
 namespace {
 
 // As object lists head them, in the order of BrowserCategory from Structures on.
 constexpr std::array<std::string_view, 3> kCategoryNames{"STRUCTURES", "PROPS", "VEGETATION"};
-
-Camera cameraBefore;
 
 bool IsInCategory(int entry, BrowserCategory category) {
   const std::string_view name = objectStore.catalogue.CategoryOf(entry);
@@ -54,7 +50,7 @@ std::vector<int> BrowserEntries(const BrowserFilter& filter) {
 }
 
 void BeginPreview() {
-  cameraBefore = camera;
+  objectStore.preview.cameraBefore = camera;
   camera.pitch = camera.yaw = camera.roll = 0;
   camera.UpdateDirection();
   editor.browserPreviewActive = true;
@@ -74,7 +70,7 @@ bool PreviewEntry(int index) {
 
 void EndPreview() {
   FreePreview();
-  camera = cameraBefore;
+  camera = objectStore.preview.cameraBefore;
   editor.browserPreviewActive = false;
 }
 

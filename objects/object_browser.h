@@ -16,8 +16,6 @@ struct BrowserFilter {
   FixedString<128> text;  // a part of the names; upper and lower case differ
 };
 
-extern BrowserFilter browserFilter;
-
 // Catalogue entries of the category whose names contain the text, in the catalogue's order. "All"
 // are the entries of the three categories; those of any other are never listed.
 std::vector<int> BrowserEntries(const BrowserFilter& filter);

@@ -20,37 +20,6 @@
 namespace mw {
 namespace {
 
-struct ObjectCopy {
-  StaticObject object;
-  Vector3 offset;  // from the middle of what was copied; view coordinates
-};
-
-// An entity and its template.
-template <class Template>
-struct EntityCopy {
-  Template from;
-  GameModeMask modes = 0;  // of the entity itself
-  Vector3 rotation, offset;
-};
-
-struct ControlPointCopy : EntityCopy<ControlPointTemplate> {
-  std::vector<SpawnGroup> groups;
-};
-
-struct ObjectSpawnCopy : EntityCopy<ObjectSpawnTemplate> {
-  std::int32_t osId = 0;
-};
-
-using SoldierSpawnCopy = EntityCopy<SoldierSpawnTemplate>;
-
-struct ObjectClipboard {
-  std::vector<ObjectCopy> objects;
-  std::vector<ControlPointCopy> controlPoints;
-  std::vector<SoldierSpawnCopy> soldierSpawns;
-  std::vector<ObjectSpawnCopy> objectSpawns;
-};
-ObjectClipboard clipboard;
-
 // Copying
 
 template <class Template>
@@ -62,15 +31,15 @@ EntityCopy<Template> CopyOf(const SpawnInstance& instance, const SpawnTemplate& 
 void CopyEntity(const SpawnInstance& instance, const SpawnTemplate& from) {
   switch (instance.Kind()) {
     case EntityKind::SoldierSpawn:
-      clipboard.soldierSpawns.push_back(CopyOf<SoldierSpawnTemplate>(instance, from));
+      objectStore.copied.soldierSpawns.push_back(CopyOf<SoldierSpawnTemplate>(instance, from));
       break;
     case EntityKind::ObjectSpawn:
-      clipboard.objectSpawns.push_back({CopyOf<ObjectSpawnTemplate>(instance, from),
-                                        static_cast<const ObjectSpawn&>(instance).osId});
+      objectStore.copied.objectSpawns.push_back({CopyOf<ObjectSpawnTemplate>(instance, from),
+                                                 static_cast<const ObjectSpawn&>(instance).osId});
       break;
     case EntityKind::ControlPoint:
-      clipboard.controlPoints.push_back({CopyOf<ControlPointTemplate>(instance, from),
-                                         SpawnGroupsOf(from.group, instance.modes)});
+      objectStore.copied.controlPoints.push_back({CopyOf<ControlPointTemplate>(instance, from),
+                                                  SpawnGroupsOf(from.group, instance.modes)});
       break;
   }
 }
@@ -100,7 +69,7 @@ const ControlPointTemplate* OwnerOf(std::int32_t formerGroup, GameModeMask modes
 }
 
 void PasteObjects(const Vector3& point) {
-  for (const auto& [object, offset] : clipboard.objects) {
+  for (const auto& [object, offset] : objectStore.copied.objects) {
     const float x = std::trunc(offset.x + point.x);
     const float z = std::trunc(offset.z + point.z);
     if (PlaceStaticObject(object.name, x, z, object.rotation)) {
@@ -155,7 +124,7 @@ bool AddGroups(const ControlPointCopy& copy, std::int32_t id) {
 PastedPoints PasteControlPoints(const Vector3& point) {
   constexpr EntityKind kKind = EntityKind::ControlPoint;
   PastedPoints points;
-  for (const ControlPointCopy& copy : clipboard.controlPoints) {
+  for (const ControlPointCopy& copy : objectStore.copied.controlPoints) {
     if (!HasRoomForEntity(kKind)) break;
     const std::int32_t id = UnusedSpawnGroupId();
     if (!AddGroups(copy, id)) {
@@ -173,7 +142,7 @@ PastedPoints PasteControlPoints(const Vector3& point) {
 }
 
 void PasteSoldierSpawns(const Vector3& point, const PastedPoints& points) {
-  for (const SoldierSpawnCopy& copy : clipboard.soldierSpawns) {
+  for (const SoldierSpawnCopy& copy : objectStore.copied.soldierSpawns) {
     if (!HasRoomForEntity(EntityKind::SoldierSpawn)) return;
     const Vector3 position = PlaceOf(copy.offset, point);
     auto made = OwnTemplate(copy);
@@ -200,7 +169,7 @@ int TemplateFor(const ObjectSpawnCopy& copy) {
 }
 
 void PasteObjectSpawns(const Vector3& point, const PastedPoints& points) {
-  for (const ObjectSpawnCopy& copy : clipboard.objectSpawns) {
+  for (const ObjectSpawnCopy& copy : objectStore.copied.objectSpawns) {
     if (!HasRoomForInstance(EntityKind::ObjectSpawn)) return;
     const int templateIndex = TemplateFor(copy);
     if (templateIndex < 0) return;
@@ -216,9 +185,9 @@ void PasteObjectSpawns(const Vector3& point, const PastedPoints& points) {
 
 void CopySelected() {
   ComputePivot();  // something may have moved since it was selected
-  clipboard = {};
+  objectStore.copied = {};
   for (const StaticObject& object : objectStore.objects) {
-    if (object.selected) clipboard.objects.push_back({object, PivotOffset(object)});
+    if (object.selected) objectStore.copied.objects.push_back({object, PivotOffset(object)});
   }
   for (const EntityTables& table : entities.tables) {
     for (const auto& instance : table.instances) {
@@ -239,7 +208,7 @@ void PasteCopied(int x, int y) {
 }
 
 void ForgetCopied() {
-  clipboard = {};
+  objectStore.copied = {};
   editor.somethingCopied = editor.pastePending = false;
 }
 

@@ -9,11 +9,11 @@
 #include <utility>
 
 #include "core/editor_state.h"
+#include "core/hooks.h"
 #include "core/text.h"
 #include "objects/entity_editing.h"
 #include "objects/object_hover.h"
 #include "objects/object_selection.h"
-#include "objects/object_windows.h"
 #include "objects/static_object_records.h"
 #include "objects/static_objects.h"
 #include "objects/visibility.h"
@@ -232,7 +232,7 @@ void PressObjectControl(ObjectControl control) {
   } else if (const auto tool = ChoosableTool(control)) {
     objectStore.tool = *tool;
   }
-  objectWindows.refreshToolbar();
+  hooks.refreshObjectToolbar();
 }
 
 void UpdateToolButtons(bool anySelected) {
@@ -240,7 +240,7 @@ void UpdateToolButtons(bool anySelected) {
   objectStore.tool = ObjectTool::Select;
   ShowSelectionInTree();
   if (!anySelected && !objectStore.namedIsHovered) ForgetNamed();
-  objectWindows.refreshToolbar();
+  hooks.refreshObjectToolbar();
 }
 
 void PickCursorPoint(int x, int y) {

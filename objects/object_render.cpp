@@ -39,7 +39,7 @@ struct ObjectsInSight {
   std::vector<VisibleObject> objects;
   std::vector<MarkerVertex> markers;
 };
-ObjectsInSight inSight;
+ObjectsInSight inSight;  // a cache: its room is kept from frame to frame
 
 bool IsHovered(std::int32_t index) { return index == objectStore.hoveredObject; }
 

@@ -7,13 +7,15 @@
 #include <string>
 #include <vector>
 
+#include "core/camera.h"
 #include "core/fixed_string.h"
 #include "core/vector3.h"
-#include "objects/level_tree.h"
+#include "objects/copied_objects.h"
 #include "objects/mesh_cache.h"
+#include "objects/object_browser.h"
 #include "objects/object_catalogue.h"
 #include "objects/object_textures.h"
-#include "objects/placement.h"
+#include "objects/static_object.h"
 
 namespace mw {
 
@@ -30,35 +32,24 @@ enum class ObjectTool : std::int32_t {
   ScaleHeight = 7
 };
 
-struct StaticObject : Placement {
-  FixedString<64> name;
-  std::int32_t catalogueIndex = -1;
-  bool unknown = false;  // the catalogue does not have the name: drawn as a plain box
-  Vector3 scale{1, 1, 1};
-  bool scaleGiven = false;  // the level's file had a scale line
-  Vector3 colour{1, 1, 1};
-  bool colorGiven = false;
-  std::array<std::uint8_t, 3> boxColour{};  // of standard meshes in the untextured view modes
-  std::array<MeshListId, kViewModeCount> lists{};  // of its cached mesh
-  std::int32_t meshIndex = -1;                     // in the mesh cache
-  TreeItem treeItem = 0;
-};
-
 // The mesh that the Object Browser shows.
 struct PreviewMesh {
   CachedMesh mesh;
   bool loaded = false;
   Vector3 boxA, boxB;
-  float spin = 0;  // degrees
+  float spin = 0;       // degrees
+  Camera cameraBefore;  // of BeginPreview
 };
 
 struct ObjectStore {
   ObjectCatalogue catalogue;
   std::vector<CachedMesh> meshes;  // at most kMaxCachedMeshes
   ObjectTextureTable textures;
+  BrowserFilter browserFilter;
   PreviewMesh preview;
 
   std::vector<StaticObject> objects;  // at most kMaxStaticObjects
+  CopiedObjects copied;               // by Copy, for Paste
 
   Vector3 CursorPoint;     // view coordinates; the point of the scene under the mouse
   Vector3 SelectionPivot;  // view coordinates
@@ -80,8 +71,5 @@ struct ObjectStore {
 };
 
 extern ObjectStore objectStore;
-
-// Puts the record back to what it is at program start, without touching GL.
-void ResetObjectStore();
 
 }  // namespace mw

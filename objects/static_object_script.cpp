@@ -3,9 +3,9 @@
 #include <string_view>
 #include <utility>
 
-#include "core/editor_state.h"
 #include "core/text.h"
 #include "data/load_report.h"
+#include "data/open_level.h"
 #include "data/script.h"
 #include "objects/entity_scripts.h"
 #include "objects/static_object_records.h"
@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::string_view kFileName = "/StaticObjects.con";
 
-std::string ScriptPath() { return editor.levelFolder.String() + std::string(kFileName); }
+std::string ScriptPath() { return openLevel.folder.String() + std::string(kFileName); }
 
 // Missing components keep their values.
 void ReadVector(Tokenizer& arguments, Vector3& vector) {

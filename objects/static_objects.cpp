@@ -4,11 +4,11 @@
 #include <utility>
 
 #include "core/editor_state.h"
+#include "core/hooks.h"
 #include "objects/entity_editing.h"
 #include "objects/object_clipboard.h"
 #include "objects/object_mapper.h"
 #include "objects/object_selection.h"
-#include "objects/object_windows.h"
 #include "objects/property_sheet.h"
 #include "objects/static_object_records.h"
 #include "objects/visibility.h"
@@ -93,7 +93,7 @@ bool EditStaticObject(int index) {
       ->editable = false;
   AddField(sheet, &position.x, 3, FieldType::Floats, "Pos");
   AddField(sheet, &rotation.x, 3, FieldType::Floats, "Rot");
-  if (!objectWindows.runPropertySheet(sheet)) return false;
+  if (!hooks.runPropertySheet(sheet)) return false;
   if (position == object->position && rotation == object->rotation) return true;
   object->position = position;
   object->rotation = rotation;

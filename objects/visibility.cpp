@@ -2,9 +2,9 @@
 
 #include <utility>
 
+#include "core/hooks.h"
 #include "objects/object_mapper.h"
 #include "objects/object_selection.h"
-#include "objects/object_windows.h"
 
 namespace mw {
 namespace {
@@ -18,7 +18,7 @@ MeshKind KindOf(const StaticObject& object) {
 }
 
 void SwitchOn(bool& shown) {
-  if (!std::exchange(shown, true)) objectWindows.refreshToolbar();
+  if (!std::exchange(shown, true)) hooks.refreshObjectToolbar();
 }
 
 }  // namespace

@@ -9,11 +9,11 @@
 #include <utility>
 #include <vector>
 
+#include "core/hooks.h"
+
 namespace mw {
 
 namespace fs = std::filesystem;
-
-std::function<std::optional<DiskFault>(const DiskChange&)> diskFaultPlan;
 
 namespace {
 
@@ -22,7 +22,7 @@ using Kind = DiskChange::Kind;
 constexpr std::size_t kBlock = std::size_t{1} << 20;  // bytes copied or compared at a time
 
 std::optional<DiskFault> PlannedFault(const DiskChange& change) {
-  return diskFaultPlan ? diskFaultPlan(change) : std::nullopt;
+  return hooks.diskFault ? hooks.diskFault(change) : std::nullopt;
 }
 
 void SetReason(std::string* error, int code) {
@@ -99,7 +99,7 @@ bool File::Fail(const char* reason) {
 bool File::Open(const fs::path& path, FileAccess access) {
   Close();
   const int flags = OpenFlags(access);
-  if (diskFaultPlan && (flags & O_CREAT) && !Exists(path)) {
+  if (hooks.diskFault && (flags & O_CREAT) && !Exists(path)) {
     if (const auto fault = PlannedFault({Kind::Create, path})) return Fail(fault->code);
   }
   // A pipe must not keep the program waiting; plain files do not know O_NONBLOCK.
@@ -189,7 +189,7 @@ bool File::CopyContent(File& source) {
   if (!size) return Fail(source.Error().c_str());
   std::uint64_t done = 0;
   // Tests see every byte that is written.
-  while (!diskFaultPlan && done < *size) {
+  while (!hooks.diskFault && done < *size) {
     auto from = static_cast<off_t>(done), to = from;
     const ssize_t copied = copy_file_range(source.descriptor_, &from, descriptor_, &to,
                                            static_cast<std::size_t>(*size - done), 0);
@@ -292,7 +292,7 @@ bool RenameFile(const fs::path& from, const fs::path& to, std::string* error) {
 }
 
 bool RemoveFile(const fs::path& path, std::string* error) {
-  if (diskFaultPlan && !Exists(path)) return true;
+  if (hooks.diskFault && !Exists(path)) return true;
   if (const auto fault = PlannedFault({Kind::Remove, path})) {
     SetReason(error, fault->code);
     return false;

@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -124,7 +123,7 @@ bool RemoveFile(const std::filesystem::path& path, std::string* error = nullptr)
 // Returns when the creation, renaming and removal of files beside `path` are safe on the disk.
 bool SyncFolderOf(const std::filesystem::path& path, std::string* error = nullptr);
 
-// One change that is about to be made to the disk.
+// One change that is about to be made to the disk; `hooks.diskFault` is asked before.
 struct DiskChange {
   enum class Kind { Create, Write, Truncate, Sync, Rename, Remove, SyncFolder };
   Kind kind;
@@ -138,8 +137,5 @@ struct DiskFault {
   int code = EIO;           // the system error that the change ends with; 0: it claims to be done
   std::size_t written = 0;  // bytes of a Write that still reach the disk
 };
-
-// Tests set this to let any change fail: it is asked before each one. Empty in the program.
-extern std::function<std::optional<DiskFault>(const DiskChange&)> diskFaultPlan;
 
 }  // namespace mw

@@ -19,20 +19,10 @@ constexpr float kSmoothingPass = 1.0f / 60;  // seconds
 constexpr int kMostPasses = 4;               // of Smoothing at a time
 constexpr std::size_t kMostPicks = 256;      // that a stroke keeps between two actions
 
-// What the held button makes of the mouse's moves: the picks that the brush has still to go along,
-// from that where it acted last, and the time that it has for it.
-struct Stroke {
-  bool isHeld = false;
-  std::vector<Vector3> picks;
-  float dueSeconds = 0;            // below 0: done in advance
-  std::uint32_t countedUntil = 0;  // milliseconds
-};
-Stroke stroke;
-
 float LengthOfPicks() {
   float length = 0;
-  for (std::size_t k = 0; k + 1 < stroke.picks.size(); ++k)
-    length += BrushWay::Between(stroke.picks[k], stroke.picks[k + 1]).Length();
+  for (std::size_t k = 0; k + 1 < terrain.stroke.picks.size(); ++k)
+    length += BrushWay::Between(terrain.stroke.picks[k], terrain.stroke.picks[k + 1]).Length();
   return length;
 }
 
@@ -42,12 +32,12 @@ template <typename Act>
 void ForWaysBetween(float first, float last, Act act) {
   const float length = LengthOfPicks();
   if (length == 0) {
-    act(BrushWay::Between(stroke.picks.back(), stroke.picks.back()), last - first);
+    act(BrushWay::Between(terrain.stroke.picks.back(), terrain.stroke.picks.back()), last - first);
     return;
   }
   float begin = 0;
-  for (std::size_t k = 0; k + 1 < stroke.picks.size(); ++k) {
-    const BrushWay way = BrushWay::Between(stroke.picks[k], stroke.picks[k + 1]);
+  for (std::size_t k = 0; k + 1 < terrain.stroke.picks.size(); ++k) {
+    const BrushWay way = BrushWay::Between(terrain.stroke.picks[k], terrain.stroke.picks[k + 1]);
     const float share = way.Length() / length;
     if (share == 0) continue;
     const float from = std::max((first - begin) / share, 0.0f);
@@ -62,17 +52,17 @@ void DoFlatten() {
 }
 
 bool DoCarveOrRaise() {
-  if (stroke.dueSeconds < kShortestAction) return false;
-  const float due = stroke.dueSeconds;
+  if (terrain.stroke.dueSeconds < kShortestAction) return false;
+  const float due = terrain.stroke.dueSeconds;
   ForWaysBetween(0, 1, [due](const BrushWay& way, float share) { BrushAlong(way, due * share); });
-  stroke.dueSeconds = 0;
+  terrain.stroke.dueSeconds = 0;
   return true;
 }
 
 // Each pass takes a part of the way.
 bool DoSmooth() {
   constexpr float kRounding = 0.001f;
-  const int due = static_cast<int>(stroke.dueSeconds / kSmoothingPass + kRounding);
+  const int due = static_cast<int>(terrain.stroke.dueSeconds / kSmoothingPass + kRounding);
   const int passes = std::min(due, kMostPasses);
   if (passes < 1) return false;
   const auto count = static_cast<float>(passes);
@@ -81,14 +71,14 @@ bool DoSmooth() {
     ForWaysBetween(done / count, (done + 1) / count,
                    [](const BrushWay& way, float) { BrushAlong(way, kSmoothingPass); });
   }
-  stroke.dueSeconds =
-      std::min(stroke.dueSeconds - count * kSmoothingPass, kMostPasses * kSmoothingPass);
+  terrain.stroke.dueSeconds =
+      std::min(terrain.stroke.dueSeconds - count * kSmoothingPass, kMostPasses * kSmoothingPass);
   return true;
 }
 
 // Whether the tool has acted; it waits while too little time has gone by.
 bool DoWithTool() {
-  switch (terrain->tool) {
+  switch (terrain.tool) {
     case TerrainTool::Carving:
     case TerrainTool::Raising:
       return DoCarveOrRaise();
@@ -105,30 +95,30 @@ bool DoWithTool() {
 }
 
 void DoWhatIsDue() {
-  if (stroke.picks.empty())
-    stroke.dueSeconds = std::min(stroke.dueSeconds, 0.0f);
+  if (terrain.stroke.picks.empty())
+    terrain.stroke.dueSeconds = std::min(terrain.stroke.dueSeconds, 0.0f);
   else if (DoWithTool())
-    stroke.picks.assign(1, stroke.picks.back());
+    terrain.stroke.picks.assign(1, terrain.stroke.picks.back());
 }
 
 // What the brush does at once where the button is pressed.
 float FirstAction() {
-  return terrain->tool == TerrainTool::Smoothing ? kSmoothingPass : kShortestAction;
+  return terrain.tool == TerrainTool::Smoothing ? kSmoothingPass : kShortestAction;
 }
 
 // The way that is left gets the time that there is; then the brush is nowhere.
 void FinishWay() {
-  if (stroke.picks.size() > 1) {
-    stroke.dueSeconds = std::max(stroke.dueSeconds, FirstAction());
+  if (terrain.stroke.picks.size() > 1) {
+    terrain.stroke.dueSeconds = std::max(terrain.stroke.dueSeconds, FirstAction());
     DoWhatIsDue();
   }
-  stroke.picks.clear();
+  terrain.stroke.picks.clear();
 }
 
 // The brush goes on to the pick point, but not over ground that nobody sees.
 void GoOnToPick() {
-  const Vector3 to{pick.x, pick.y, pick.z};
-  std::vector<Vector3>& picks = stroke.picks;
+  const Vector3 to{terrain.pick.x, terrain.pick.y, terrain.pick.z};
+  std::vector<Vector3>& picks = terrain.stroke.picks;
   if (!picks.empty() && !IsWayInSight(picks.back(), to)) FinishWay();
   if (picks.size() == kMostPicks)
     picks.back() = to;
@@ -139,42 +129,42 @@ void GoOnToPick() {
 }  // namespace
 
 void PressBrush(std::uint32_t now) {
-  if (!terrain || !IsBrush(terrain->tool)) return;
-  stroke.isHeld = true;
-  stroke.picks.clear();
-  stroke.dueSeconds = 0;
-  stroke.countedUntil = now;
-  if (pick.missed) return;
+  if (!terrain.grid || !IsBrush(terrain.tool)) return;
+  terrain.stroke.isHeld = true;
+  terrain.stroke.picks.clear();
+  terrain.stroke.dueSeconds = 0;
+  terrain.stroke.countedUntil = now;
+  if (terrain.pick.missed) return;
   GoOnToPick();
-  stroke.dueSeconds = FirstAction();
+  terrain.stroke.dueSeconds = FirstAction();
   DoWhatIsDue();
-  stroke.dueSeconds -= FirstAction();
+  terrain.stroke.dueSeconds -= FirstAction();
 }
 
 void MoveBrush() {
-  if (!stroke.isHeld) return;
-  if (pick.missed)
+  if (!terrain.stroke.isHeld) return;
+  if (terrain.pick.missed)
     FinishWay();
   else
     GoOnToPick();
 }
 
 void LiftBrush() {
-  if (stroke.isHeld) FinishWay();
+  if (terrain.stroke.isHeld) FinishWay();
 }
 
 void HoldBrush(std::uint32_t now) {
-  if (!stroke.isHeld || !terrain) return;
-  stroke.dueSeconds += CountedSeconds(now - stroke.countedUntil);
-  stroke.countedUntil = now;
+  if (!terrain.stroke.isHeld || !terrain.grid) return;
+  terrain.stroke.dueSeconds += CountedSeconds(now - terrain.stroke.countedUntil);
+  terrain.stroke.countedUntil = now;
   DoWhatIsDue();
 }
 
 void ReleaseBrush(std::uint32_t now) {
-  if (!stroke.isHeld || !terrain) return;
+  if (!terrain.stroke.isHeld || !terrain.grid) return;
   HoldBrush(now);
   FinishWay();
-  stroke.isHeld = false;
+  terrain.stroke.isHeld = false;
 }
 
 }  // namespace mw

@@ -160,7 +160,7 @@ bool HasGridLines(const CellDrawList& list) {
 }  // namespace
 
 void CellMap::Reset() {
-  square_ = viewSquare;
+  square_ = terrain.viewSquare;
   cells_.fill(0);
 }
 
@@ -176,9 +176,9 @@ void CellMap::FindSides(int i) {
   const int count = square_.ViewColEnd - first + 1;
   std::array<float, kSide> x, y, z;
   for (int k = 0; k < count; ++k) {
-    const TerrainVertex& vertex = terrain->grid[i][first + k];
+    const TerrainVertex& vertex = terrain.grid[i][first + k];
     x[k] = vertex.x;
-    y[k] = terrain->grid[i == 0 ? size : i][first + k == size ? 0 : first + k].h *
+    y[k] = terrain.grid[i == 0 ? size : i][first + k == size ? 0 : first + k].h *
            modConfig.HeightScale;
     z[k] = vertex.z;
   }
@@ -220,8 +220,8 @@ bool CellMap::IsTurnedAway(int i, int j, CellSplit split) const {
               farRight = heights_[far + 1];
   // Heights of the triangles' planes where the camera is: so many cells behind the near row and to
   // the right of the left column.
-  const float behind = camera.position.x / CellSize - static_cast<float>(i);
-  const float right = camera.position.z / CellSize - static_cast<float>(j);
+  const float behind = camera.position.x / terrain.cellSize - static_cast<float>(i);
+  const float right = camera.position.z / terrain.cellSize - static_cast<float>(j);
   const float y = camera.position.y + kHeightMargin;
   if (split == CellSplit::FarLeftToNearRight)
     return y < nearLeft + behind * (nearLeft - farLeft) + right * (nearRight - nearLeft) &&
@@ -232,7 +232,7 @@ bool CellMap::IsTurnedAway(int i, int j, CellSplit split) const {
 }
 
 bool CellMap::IsCornerVisible(int i, int j) {
-  const TerrainVertex& vertex = terrain->grid[i][j];
+  const TerrainVertex& vertex = terrain.grid[i][j];
   return camera.IsPointVisible(vertex.x, vertex.h * modConfig.HeightScale, vertex.z, kCullMargin);
 }
 

@@ -8,6 +8,7 @@
 #include <span>
 #include <vector>
 
+#include "terrain/terrain.h"
 #include "terrain/terrain_render.h"
 
 namespace mw {

@@ -38,7 +38,8 @@ class CellGround {
 
   // At a position in the cell, world units.
   double HeightAt(double x, double z, CellSplit split) const {
-    const double u = x / CellSize - row_, v = z / CellSize - column_;  // from its far left corner
+    const double u = x / terrain.cellSize - row_,
+                 v = z / terrain.cellSize - column_;  // from its far left corner
     if (split == CellSplit::FarLeftToNearRight) {
       if (u >= v) return farLeft_ + u * (nearLeft_ - farLeft_) + v * (nearRight_ - nearLeft_);
       return farLeft_ + v * (farRight_ - farLeft_) + u * (nearRight_ - farRight_);
@@ -81,13 +82,13 @@ struct Part {
 
 Part PartOverViewSquare(const Way& way) {
   Part part;
-  if (viewSquare.ViewRowStart >= viewSquare.ViewRowEnd ||
-      viewSquare.ViewColStart >= viewSquare.ViewColEnd)
+  if (terrain.viewSquare.ViewRowStart >= terrain.viewSquare.ViewRowEnd ||
+      terrain.viewSquare.ViewColStart >= terrain.viewSquare.ViewColEnd)
     return {0, 0};
-  part.LimitTo(viewSquare.ViewRowStart * double{CellSize}, viewSquare.ViewRowEnd * double{CellSize},
-               way.from.x, way.along.x);
-  part.LimitTo(viewSquare.ViewColStart * double{CellSize}, viewSquare.ViewColEnd * double{CellSize},
-               way.from.z, way.along.z);
+  part.LimitTo(terrain.viewSquare.ViewRowStart * double{terrain.cellSize},
+               terrain.viewSquare.ViewRowEnd * double{terrain.cellSize}, way.from.x, way.along.x);
+  part.LimitTo(terrain.viewSquare.ViewColStart * double{terrain.cellSize},
+               terrain.viewSquare.ViewColEnd * double{terrain.cellSize}, way.from.z, way.along.z);
   return part;
 }
 
@@ -99,12 +100,13 @@ struct CellSteps {
   CellSteps(double from, double along, double share, int first, int end)
       : firstIndex(first),
         endIndex(end),
-        index(std::clamp(static_cast<int>(std::floor((from + share * along) / CellSize)), first,
-                         end - 1)),
+        index(std::clamp(static_cast<int>(std::floor((from + share * along) / terrain.cellSize)),
+                         first, end - 1)),
         step(along < 0 ? -1 : 1),
-        next(along == 0 ? kNever
-                        : ((index + (along > 0 ? 1 : 0)) * double{CellSize} - from) / along),
-        distance(along == 0 ? kNever : CellSize / std::abs(along)) {}
+        next(along == 0
+                 ? kNever
+                 : ((index + (along > 0 ? 1 : 0)) * double{terrain.cellSize} - from) / along),
+        distance(along == 0 ? kNever : terrain.cellSize / std::abs(along)) {}
   bool IsInSquare() const { return index >= firstIndex && index < endIndex; }
   void Advance() {
     index += step;
@@ -116,12 +118,14 @@ struct CellSteps {
 double ShareAtDiagonal(const Way& way, int row, int column, CellSplit split) {
   if (split == CellSplit::FarLeftToNearRight) {
     const double along = way.along.x - way.along.z;
-    return along == 0 ? kNever
-                      : ((row - column) * double{CellSize} - (way.from.x - way.from.z)) / along;
+    return along == 0
+               ? kNever
+               : ((row - column) * double{terrain.cellSize} - (way.from.x - way.from.z)) / along;
   }
   const double along = way.along.x + way.along.z;
-  return along == 0 ? kNever
-                    : ((row + column + 1) * double{CellSize} - (way.from.x + way.from.z)) / along;
+  return along == 0
+             ? kNever
+             : ((row + column + 1) * double{terrain.cellSize} - (way.from.x + way.from.z)) / along;
 }
 
 // Follows a way over the ground and notices when it comes from one side of it to the other.
@@ -165,10 +169,10 @@ std::optional<Vector3> GroundBetween(const Vector3& from, const Vector3& to) {
   const Way way{from, to - from};
   Part part = PartOverViewSquare(way);
   if (part.IsEmpty()) return std::nullopt;
-  CellSteps rows(way.from.x, way.along.x, part.first, viewSquare.ViewRowStart,
-                 viewSquare.ViewRowEnd);
-  CellSteps columns(way.from.z, way.along.z, part.first, viewSquare.ViewColStart,
-                    viewSquare.ViewColEnd);
+  CellSteps rows(way.from.x, way.along.x, part.first, terrain.viewSquare.ViewRowStart,
+                 terrain.viewSquare.ViewRowEnd);
+  CellSteps columns(way.from.z, way.along.z, part.first, terrain.viewSquare.ViewColStart,
+                    terrain.viewSquare.ViewColEnd);
   GroundCrossing crossing(way);
   const double end = part.last;
   while (part.first < end && rows.IsInSquare() && columns.IsInSquare()) {
@@ -185,7 +189,7 @@ std::optional<Vector3> GroundBetween(const Vector3& from, const Vector3& to) {
 
 float DrawnGroundHeight(float x, float z) {
   if (!HasUsableTerrain()) return 0;
-  const float edge = static_cast<float>(modConfig.MaterialSize) * CellSize;
+  const float edge = static_cast<float>(modConfig.MaterialSize) * terrain.cellSize;
   x = std::clamp(x, 0.0f, edge);
   z = std::clamp(z, 0.0f, edge);
   const auto [i, j] = CellOf(x, z);
@@ -198,7 +202,7 @@ bool IsWayInSight(const Vector3& from, const Vector3& to) {
   const float x = (from.x + to.x) / 2, z = (from.z + to.z) / 2;
   const Vector3 ground{x, DrawnGroundHeight(x, z), z};
   const auto seen = GroundBetween(camera.position, ground);
-  return !seen || seen->DistanceTo(ground) < CellSize;
+  return !seen || seen->DistanceTo(ground) < terrain.cellSize;
 }
 
 }  // namespace mw

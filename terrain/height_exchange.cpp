@@ -100,7 +100,7 @@ void ExportHeightmap(const AskSampleBits& ask) {
   if (!bits || !StoreHeightsInBuffer()) return;
   ShowWaitCursor();
   std::string reason;
-  if (!WriteWholeFile(kExchangeFile, Encode(heightBuffer, *bits), &reason)) {
+  if (!WriteWholeFile(kExchangeFile, Encode(terrain.heightBuffer, *bits), &reason)) {
     ShowSystemError(reason);
     return;
   }
@@ -116,7 +116,7 @@ void ImportHeightmap(const AskSampleBits& ask) {
   ShowWaitCursor();
   auto file = ReadExchangeFile(*bits);
   if (!file) return;
-  heightBuffer = Decode(std::move(*file), *bits);
+  terrain.heightBuffer = Decode(std::move(*file), *bits);
   LoadHeightsFromBuffer();
   SetReplaced(LevelPart::HeightMap);
   editor.levelModified = true;

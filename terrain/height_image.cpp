@@ -105,11 +105,11 @@ std::size_t HeightImageOffset(int size, int i, int j) {
   return (static_cast<std::size_t>(j) * side + side - static_cast<std::size_t>(i)) * kSampleBytes;
 }
 
-void HeightsToImage(const Terrain& from, int size, std::span<std::uint8_t> image) {
+void HeightsToImage(const VertexGrid& from, int size, std::span<std::uint8_t> image) {
   const auto side = static_cast<std::size_t>(size);
   ForEachBand(side, [&](Band& band, std::size_t first, std::size_t count) {
     for (std::size_t k = count; k-- > 0;) {
-      const auto& row = from.grid[side - first - k];
+      const auto& row = from[side - first - k];
       for (std::size_t j = 0; j < side; ++j) band.heights[j] = row[j].h;
       for (std::size_t j = 0; j < side; ++j) {
         const float scaled = band.heights[j] * kStoredPerUnit;
@@ -122,7 +122,7 @@ void HeightsToImage(const Terrain& from, int size, std::span<std::uint8_t> image
   });
 }
 
-void ImageToHeights(std::span<const std::uint8_t> image, int size, Terrain& to) {
+void ImageToHeights(std::span<const std::uint8_t> image, int size, VertexGrid& to) {
   const auto side = static_cast<std::size_t>(size);
   const std::size_t samples = std::min(image.size() / kSampleBytes, side * side);
   const std::size_t rows = samples / side, more = samples % side;
@@ -133,14 +133,14 @@ void ImageToHeights(std::span<const std::uint8_t> image, int size, Terrain& to) 
       for (std::size_t j = 0; j < rows; ++j) {
         band.heights[j] = static_cast<float>(LittleEndian(band.columns[k][j])) / kStoredPerUnit;
       }
-      auto& row = to.grid[side - first - k];
+      auto& row = to[side - first - k];
       for (std::size_t j = 0; j < rows; ++j) row[j].h = band.heights[j];
     }
   });
   // The row in which the image ends.
   for (std::size_t column = 0; column < more; ++column) {
     const int stored = LoadU16(image, (rows * side + column) * kSampleBytes);
-    to.grid[side - column][rows].h = static_cast<float>(stored) / kStoredPerUnit;
+    to[side - column][rows].h = static_cast<float>(stored) / kStoredPerUnit;
   }
 }
 

@@ -18,8 +18,8 @@ std::size_t HeightImageOffset(int size, int i, int j);
 
 // trunc(h x 256), limited to 0 ... 65535; what is not a number becomes 0. `image` has
 // HeightImageBytes.
-void HeightsToImage(const Terrain& from, int size, std::span<std::uint8_t> image);
+void HeightsToImage(const VertexGrid& from, int size, std::span<std::uint8_t> image);
 // Vertices whose samples the image lacks keep their height.
-void ImageToHeights(std::span<const std::uint8_t> image, int size, Terrain& to);
+void ImageToHeights(std::span<const std::uint8_t> image, int size, VertexGrid& to);
 
 }  // namespace mw

@@ -8,13 +8,13 @@
 #include <optional>
 #include <string>
 
-#include "core/editor_state.h"
 #include "core/little_endian.h"
 #include "core/text.h"
 #include "data/dds.h"
 #include "data/game_file.h"
 #include "data/image.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "platform/prompts.h"
 #include "terrain/dds_writer.h"
 #include "terrain/level_textures.h"
@@ -65,7 +65,7 @@ std::optional<Mosaic> MosaicOf(int materialSize) {
 // A tile as it lies in the level; nothing unless it is a square DXT1 picture.
 std::optional<CompressedImage> LoadTile(int tileRow, int tileColumn) {
   auto image = LoadDds(
-      FormatText("%s\\Textures\\Tx0%ix0%i.dds", editor.levelFolder.c_str(), tileRow, tileColumn));
+      FormatText("%s\\Textures\\Tx0%ix0%i.dds", openLevel.folder.c_str(), tileRow, tileColumn));
   if (!image || image->format != GL_COMPRESSED_RGBA_S3TC_DXT1_EXT ||
       image->width != image->height) {
     return std::nullopt;
@@ -123,9 +123,8 @@ void PaintWater(int materialSize, MapPicture& picture) {
     const int j = SampledIndex(materialSize, row, 0, materialSize - 1);
     for (int column = 0; column < kInGameMapSide; ++column) {
       const int i = SampledIndex(materialSize, column, 1, materialSize);
-      const float ground =
-          modConfig.HeightScale *
-          terrain->grid[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)].h;
+      const float ground = modConfig.HeightScale *
+                           terrain.grid[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)].h;
       if (ground <= level) picture.Set(row, column, WaterColour(double{level - ground} + 1.0));
     }
   }
@@ -194,7 +193,7 @@ std::vector<std::uint8_t> PaintInGameMap() {
   MapPicture picture;
   if (const auto mosaic = MosaicOf(modConfig.MaterialSize)) {
     PaintTiles(*mosaic, picture);
-    if (terrain) PaintWater(modConfig.MaterialSize, picture);
+    if (terrain.grid) PaintWater(modConfig.MaterialSize, picture);
   }
   PaintGrid(picture);
   PaintLabels(picture);
@@ -205,7 +204,7 @@ void GenerateInGameMap() {
   ShowWaitCursor();
   SetStatusText(1, "Generating In-Game Map...");
   ClearGameFileError();
-  SaveDDS(FormatText("%s/Textures/ingamemap.dds", editor.levelFolder.c_str()), kInGameMapSide,
+  SaveDDS(FormatText("%s/Textures/ingamemap.dds", openLevel.folder.c_str()), kInGameMapSide,
           kInGameMapSide, PaintInGameMap(), true);
   SetStatusText(1, "");
   ShowArrowCursor();

@@ -6,13 +6,13 @@
 #include <utility>
 #include <vector>
 
-#include "core/editor_state.h"
 #include "core/text.h"
 #include "data/dds.h"
 #include "data/game_file.h"
 #include "data/image.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "data/script.h"
 #include "data/textures.h"
 #include "platform/disk.h"
@@ -22,8 +22,6 @@
 
 namespace mw {
 
-LevelTextures levelTextures;
-
 namespace {
 
 constexpr int kDetailSide = 512, kEnvironmentSide = 128;  // pixels, as the game expects them
@@ -31,7 +29,7 @@ constexpr int kDetailSide = 512, kEnvironmentSide = 128;  // pixels, as the game
 using Pixels = std::vector<std::uint8_t>;
 
 std::string TilePath(const char* folder, int tileRow, int tileColumn) {
-  return FormatText("%s/%s/Tx0%ix0%i.dds", editor.levelFolder.c_str(), folder, tileRow, tileColumn);
+  return FormatText("%s/%s/Tx0%ix0%i.dds", openLevel.folder.c_str(), folder, tileRow, tileColumn);
 }
 
 void DeleteTexture(unsigned& texture) {
@@ -85,7 +83,7 @@ void LoadTile(int tileRow, int tileColumn, LevelTextureLoad occasion) {
 
 void LoadDetail() {
   DeleteTexture(levelTextures.detailTexture);
-  const std::string path = FormatText("%s\\textures\\detail.dds", editor.levelFolder.c_str());
+  const std::string path = FormatText("%s\\textures\\detail.dds", openLevel.folder.c_str());
   const auto image = LoadPicture(path);
   if (!image) NoteAtLoad("The level has no detail texture (textures/detail.dds).");
   levelTextures.hasDetail = image && MakeTexture(*image, levelTextures.detailTexture);
@@ -145,7 +143,7 @@ void WriteCubeMapDescription() {
                                                     {"PositiveY", 5}, {"NegativeY", 6},
                                                     {"PositiveZ", 3}, {"NegativeZ", 1}};
   auto file =
-      GameFileOpen(FormatText("%s\\Textures\\ENVMAP_G_.rcm", editor.levelFolder.c_str()), "w");
+      GameFileOpen(FormatText("%s\\Textures\\ENVMAP_G_.rcm", openLevel.folder.c_str()), "w");
   if (!file) return;
   const char* const level = modConfig.LevelName.c_str();
   GameFilePuts("[CubeMap]\n", *file);
@@ -180,9 +178,10 @@ void DeleteLevelTextures() {
 
 void WriteTextureSetToLevel() {
   if (!levelTextures.textureSetChosen) return;
+  // A cache: encoding takes longer than all the rest of a save.
   static EncodedPicture detail;
   static std::array<EncodedPicture, kMaxEnvironmentTextures> environment;
-  const char* const folder = editor.levelFolder.c_str();
+  const char* const folder = openLevel.folder.c_str();
   WritePicture(textureSet.detail, kDetailSide, true, detail,
                FormatText("%s\\Textures\\detail.dds", folder));
   for (std::size_t i = 0; i < environment.size(); ++i) {

@@ -14,6 +14,12 @@ struct SurfaceTile {
   bool hasTexture = false;
 };
 
+// For the game's shadow tracer: the tiles that it is to trace, and how fine.
+struct ShadowSettings {
+  std::array<std::array<bool, kMaxTiles>, kMaxTiles> ShadowSelected{};  // [tile row][tile column]
+  float ShadowPrecision = 0.5f;
+};
+
 struct LevelTextures {
   std::array<std::array<SurfaceTile, kMaxTiles>, kMaxTiles> tiles;  // [tile row][tile column]
   // Tiles that surface generation paints.

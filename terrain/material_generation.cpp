@@ -24,7 +24,7 @@ void GenerateMaterialMap(const MaterialPlugin& plugin) {
   ShowWaitCursor();
   SetStatusText(1, "Generating Material Map...");
   plugin.GenerateMatMap(modConfig.MaterialSize, materialMapper->grid.front().data(),
-                        reinterpret_cast<const MapwrightVertex*>(terrain->grid.front().data()),
+                        reinterpret_cast<const MapwrightVertex*>(terrain.grid[0].data()),
                         modConfig.WaterLevel, modConfig.HeightScale);
   SetReplaced(LevelPart::MaterialMap);
   MarkMaterialsChanged();

@@ -3,11 +3,11 @@
 #include <string>
 #include <vector>
 
-#include "core/editor_state.h"
 #include "core/text.h"
 #include "data/game_file.h"
 #include "data/level_map.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 
 namespace mw {
 
@@ -15,8 +15,6 @@ const std::array<const char*, kMaterialCount> kMaterialNames{
     "Default",      "Water",       "Dry Grass", "Wet Grass",     "Dry Dirt", "Wet Dirt",
     "Mud",          "Outside Map", "Gravel",    "Frozen Ground", "Dry Sand", "Wet Sand",
     "Rock Surface", "Sand Road",   "Dirt Road", "Paved Road"};
-
-std::unique_ptr<MaterialMapper> materialMapper;
 
 namespace {
 
@@ -26,7 +24,7 @@ std::size_t MaterialMapBytes() {
 }
 
 std::string MaterialMapPath() {
-  return FormatText("%s\\materialmap.raw", editor.levelFolder.c_str());
+  return FormatText("%s\\materialmap.raw", openLevel.folder.c_str());
 }
 
 // Calls visit(cell, offset) with every cell that carries data and its place in the file.

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "core/vector3.h"
 #include "data/textures.h"
@@ -27,6 +28,8 @@ struct MaterialMapper {
   float materialCellSize = 0;         // world units
   Vector3 pick;                       // point of the ground under the cursor
   bool pickMissed = false;            // no ground is under it; pick is an earlier place
+  std::vector<Cell> brushCells;       // in the brush
+  std::vector<Cell> paintedCells;     // by the brush, not drawn yet
   unsigned edits = 0;                 // grows when the grid changed otherwise than by the brush
 };
 

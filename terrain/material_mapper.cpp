@@ -10,6 +10,7 @@
 #include "platform/prompts.h"
 #include "terrain/ground_ray.h"
 #include "terrain/material_map.h"
+#include "terrain/terrain.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/visible_cells.h"
 #include "terrain/world_point.h"
@@ -17,11 +18,9 @@
 namespace mw {
 namespace {
 
-std::vector<Cell> brushCells, paintedCells;
-
 // Whether the cell with this corner gets into the brush.
 bool IsReached(const BrushWay& way, int i, int j) {
-  const TerrainVertex& corner = terrain->grid[i][j];
+  const TerrainVertex& corner = terrain.grid[i][j];
   const auto size = static_cast<float>(materialMapper->brushSize);
   const float inner = (size - 1) * materialMapper->materialCellSize;
   const float outer = size * materialMapper->materialCellSize;
@@ -73,9 +72,9 @@ void LiftMaterialBrush() {
 void PaintAlong(const BrushWay& way) {
   ForBrushedCells(way, [](int i, int j) {
     materialMapper->grid[i][j] = materialMapper->currentMaterial;
-    paintedCells.push_back({i, j});
+    materialMapper->paintedCells.push_back({i, j});
   });
-  if (!paintedCells.empty()) editor.levelModified = true;
+  if (materialMapper && !materialMapper->paintedCells.empty()) editor.levelModified = true;
 }
 
 void SetMaterialBrushSize(int size) {
@@ -108,17 +107,17 @@ void FillWithMaterial() {
 }
 
 void UpdateMaterialBrush() {
-  brushCells.clear();
+  materialMapper->brushCells.clear();
   if (materialMapper->pickMissed) return;
   const Vector3& centre = materialMapper->pick;
   ForBrushedCells(BrushWay::At(centre.x, centre.z), [](int i, int j) {
-    brushCells.push_back({i, j});
+    materialMapper->brushCells.push_back({i, j});
   });
 }
 
-std::vector<Cell> TakePaintedCells() { return std::exchange(paintedCells, {}); }
+std::vector<Cell> TakePaintedCells() { return std::exchange(materialMapper->paintedCells, {}); }
 
-std::span<const Cell> MaterialBrushCells() { return brushCells; }
+std::span<const Cell> MaterialBrushCells() { return materialMapper->brushCells; }
 
 std::uint32_t ShownMaterial(int i, int j) {
   const std::uint32_t material = materialMapper->grid[i][j];

@@ -13,6 +13,7 @@
 #include "terrain/gl_buffers.h"
 #include "terrain/material_map.h"
 #include "terrain/material_mapper.h"
+#include "terrain/terrain.h"
 #include "terrain/terrain_buffers.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/terrain_render.h"
@@ -50,6 +51,7 @@ struct DrawnMaterials {
   unsigned indexBuffer = 0;  // 0 before the first frame
 };
 
+// A cache: what GL holds of the frame drawn last, and the room for the brush to compare with it.
 DrawnMaterials drawn;
 std::vector<BrushCell> wantedBrush;
 
@@ -68,7 +70,7 @@ void FindBrushLayers() {
 // The whole icon in each cell, its first coordinate against the rows. The vertices' own coordinates
 // count surface tiles, and the pictures repeat.
 CellLayer IconLayer(std::size_t material) {
-  return {.texture = sharedTextures.materials[material], .repeats = kTileCells};
+  return {.texture = textureSet.shared.materials[material], .repeats = kTileCells};
 }
 
 // The pictures of the texture set lie one column off the tiles.
@@ -109,7 +111,7 @@ void CoverWithBrush() {
 }
 
 void UpdateDrawnCells() {
-  const MaterialScene scene{camera.frustum, viewSquare, TerrainBufferVersion(),
+  const MaterialScene scene{camera.frustum, terrain.viewSquare, TerrainBufferVersion(),
                             materialMapper->edits, editor.ShowGrid};
   FindBrushLayers();
   const std::vector<Cell> painted = TakePaintedCells();

@@ -21,8 +21,9 @@ namespace {
 // rows and columns still to come.
 template <typename Act>
 void ForSelectionBox(Act act) {
-  for (int i = selectionBox.SelMinRow; i <= selectionBox.SelMaxRow; ++i) {
-    for (int j = selectionBox.SelMinCol; j <= selectionBox.SelMaxCol; ++j) act(i, j);
+  for (int i = terrain.selectionBox.SelMinRow; i <= terrain.selectionBox.SelMaxRow; ++i) {
+    for (int j = terrain.selectionBox.SelMinCol; j <= terrain.selectionBox.SelMaxCol; ++j)
+      act(i, j);
   }
 }
 
@@ -33,47 +34,44 @@ struct WholeRange {
 // The rows or columns within the smoothing range of one, limited to the grid.
 WholeRange WithinSmoothingRange(int index) {
   const auto at = static_cast<float>(index);
-  return {std::max(0, static_cast<int>(at - terrain->smoothingRange)),
-          std::min(modConfig.MaterialSize, static_cast<int>(at + terrain->smoothingRange))};
+  return {std::max(0, static_cast<int>(at - terrain.smoothingRange)),
+          std::min(modConfig.MaterialSize, static_cast<int>(at + terrain.smoothingRange))};
 }
 
 void WeighNeighbour(const TerrainVertex& selected, TerrainVertex& neighbour) {
   const float distance = std::trunc(std::hypot(neighbour.x - selected.x, neighbour.z - selected.z));
-  if (distance <= CellSize * terrain->smoothingRange)
-    neighbour.weight = std::trunc(distance / CellSize);
+  if (distance <= terrain.cellSize * terrain.smoothingRange)
+    neighbour.weight = std::trunc(distance / terrain.cellSize);
 }
 
 void WeighNeighboursOf(int i, int j) {
   const WholeRange rows = WithinSmoothingRange(i), columns = WithinSmoothingRange(j);
   for (int column = columns.first; column <= columns.last; ++column) {
     for (int row = rows.first; row <= rows.last; ++row) {
-      TerrainVertex& neighbour = terrain->grid[row][column];
+      TerrainVertex& neighbour = terrain.grid[row][column];
       if (neighbour.selected) continue;
       GrowSelectionBox(row, column);
-      WeighNeighbour(terrain->grid[i][j], neighbour);
+      WeighNeighbour(terrain.grid[i][j], neighbour);
     }
   }
 }
 
 void MoveVertex(int i, int j, float delta) {
-  const TerrainVertex& vertex = terrain->grid[i][j];
+  const TerrainVertex& vertex = terrain.grid[i][j];
   if (vertex.selected) SetHeight(i, j, vertex.h + delta);
-  if (terrain->autoSmoothing && vertex.weight > 0) SetHeight(i, j, AverageOfNeighbours(i, j));
+  if (terrain.autoSmoothing && vertex.weight > 0) SetHeight(i, j, AverageOfNeighbours(i, j));
 }
 
 // Calls act(i, j) for the vertices whose squares, one cell wide, the way passes.
 template <typename Act>
 void ForVerticesOn(const BrushWay& way, Act act) {
-  const float half = CellSize / 2;
+  const float half = terrain.cellSize / 2;
   ForVerticesAlong(way, 1, [&](int i, int j) {
-    const TerrainVertex& vertex = terrain->grid[i][j];
+    const TerrainVertex& vertex = terrain.grid[i][j];
     if (Reaches(way, {vertex.x - half, vertex.x + half}, {vertex.z - half, vertex.z + half}))
       act(i, j);
   });
 }
-
-// Where the mouse selected last while the button was held; nothing when there was no ground.
-std::optional<Vector3> lastSelected;
 
 bool IsInRectangle(const ViewPoint& point, const ViewPoint& from, const ViewPoint& to) {
   return from.x <= point.x && point.x <= to.x && from.y <= point.y && point.y <= to.y;
@@ -82,40 +80,40 @@ bool IsInRectangle(const ViewPoint& point, const ViewPoint& from, const ViewPoin
 }  // namespace
 
 void GrowSelectionBox(int i, int j) {
-  selectionBox.SelMinRow = std::min(selectionBox.SelMinRow, i);
-  selectionBox.SelMaxRow = std::max(selectionBox.SelMaxRow, i);
-  selectionBox.SelMinCol = std::min(selectionBox.SelMinCol, j);
-  selectionBox.SelMaxCol = std::max(selectionBox.SelMaxCol, j);
+  terrain.selectionBox.SelMinRow = std::min(terrain.selectionBox.SelMinRow, i);
+  terrain.selectionBox.SelMaxRow = std::max(terrain.selectionBox.SelMaxRow, i);
+  terrain.selectionBox.SelMinCol = std::min(terrain.selectionBox.SelMinCol, j);
+  terrain.selectionBox.SelMaxCol = std::max(terrain.selectionBox.SelMaxCol, j);
 }
 
 void ToggleVertexUnderCursor(int x, int y) {
   PickUnderCursor(x, y);
-  if (!HasUsableTerrain() || pick.missed) return;
-  ForVerticesOn(BrushWay::At(pick.x, pick.z), [](int i, int j) {
-    terrain->grid[i][j].selected = !terrain->grid[i][j].selected;
+  if (!HasUsableTerrain() || terrain.pick.missed) return;
+  ForVerticesOn(BrushWay::At(terrain.pick.x, terrain.pick.z), [](int i, int j) {
+    terrain.grid[i][j].selected = !terrain.grid[i][j].selected;
     GrowSelectionBox(i, j);
   });
   ComputeSmoothingWeights();
 }
 
 void StartSelecting(int x, int y) {
-  lastSelected.reset();
+  terrain.lastSelected.reset();
   SelectOnTheWayTo(x, y);
 }
 
 void SelectOnTheWayTo(int x, int y) {
   PickUnderCursor(x, y);
-  if (!HasUsableTerrain() || pick.missed) {
-    lastSelected.reset();
+  if (!HasUsableTerrain() || terrain.pick.missed) {
+    terrain.lastSelected.reset();
     return;
   }
-  const Vector3 to{pick.x, pick.y, pick.z};
-  const bool goesOn = lastSelected && IsWayInSight(*lastSelected, to);
-  ForVerticesOn(BrushWay::Between(goesOn ? *lastSelected : to, to), [](int i, int j) {
-    terrain->grid[i][j].selected = 1;
+  const Vector3 to{terrain.pick.x, terrain.pick.y, terrain.pick.z};
+  const bool goesOn = terrain.lastSelected && IsWayInSight(*terrain.lastSelected, to);
+  ForVerticesOn(BrushWay::Between(goesOn ? *terrain.lastSelected : to, to), [](int i, int j) {
+    terrain.grid[i][j].selected = 1;
     GrowSelectionBox(i, j);
   });
-  lastSelected = to;
+  terrain.lastSelected = to;
   ComputeSmoothingWeights();
 }
 
@@ -123,9 +121,9 @@ void SelectRectangle(int x0, int y0, int x1, int y1) {
   if (!HasUsableTerrain()) return;
   const ViewPoint from{static_cast<float>(x0), static_cast<float>(y0)};
   const ViewPoint to{static_cast<float>(x1), static_cast<float>(y1)};
-  for (int i = viewSquare.ViewRowStart + 1; i <= viewSquare.ViewRowEnd; ++i) {
-    for (int j = viewSquare.ViewColStart; j < viewSquare.ViewColEnd; ++j) {
-      TerrainVertex& vertex = terrain->grid[i][j];
+  for (int i = terrain.viewSquare.ViewRowStart + 1; i <= terrain.viewSquare.ViewRowEnd; ++i) {
+    for (int j = terrain.viewSquare.ViewColStart; j < terrain.viewSquare.ViewColEnd; ++j) {
+      TerrainVertex& vertex = terrain.grid[i][j];
       const auto shown = ViewPointOf({vertex.x, vertex.h * modConfig.HeightScale, vertex.z});
       if (!shown || !IsInRectangle(*shown, from, to)) continue;
       vertex.selected = !vertex.selected;
@@ -146,18 +144,18 @@ void ClearSelection() {
   if (!HasUsableTerrain()) return;
   for (int i = 0; i <= modConfig.MaterialSize; ++i) {
     for (int j = 0; j <= modConfig.MaterialSize; ++j) {
-      terrain->grid[i][j].selected = 0;
-      terrain->grid[i][j].weight = 0;
+      terrain.grid[i][j].selected = 0;
+      terrain.grid[i][j].weight = 0;
     }
   }
-  selectionBox = SelectionBox{};
+  terrain.selectionBox = SelectionBox{};
 }
 
 void ComputeSmoothingWeights() {
   if (!HasUsableTerrain()) return;
-  ForSelectionBox([](int i, int j) { terrain->grid[i][j].weight = 0; });
+  ForSelectionBox([](int i, int j) { terrain.grid[i][j].weight = 0; });
   ForSelectionBox([](int i, int j) {
-    if (terrain->grid[i][j].selected) WeighNeighboursOf(i, j);
+    if (terrain.grid[i][j].selected) WeighNeighboursOf(i, j);
   });
 }
 

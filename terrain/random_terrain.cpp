@@ -21,7 +21,7 @@ constexpr float kStepSize = 0.02f;          // height units before the amplitude
 constexpr float kWaterLevel = 25.0f;        // world units
 
 // The sample of the r-th data row and c-th data column, both from 0.
-float& Sample(int r, int c) { return terrain->grid[r + 1][c].h; }
+float& Sample(int r, int c) { return terrain.grid[r + 1][c].h; }
 
 // Calls change(sample) with every sample, row by row.
 template <typename Change>
@@ -104,7 +104,7 @@ void AssignMaterialsByHeight() {
   if (!HasUsableTerrain()) return;
   for (int i = 1; i <= modConfig.MaterialSize; ++i) {
     for (int j = 0; j < modConfig.MaterialSize; ++j) {
-      if (const auto material = MaterialAtHeight(terrain->grid[i][j].h)) {
+      if (const auto material = MaterialAtHeight(terrain.grid[i][j].h)) {
         SetMaterial(*material, i, j);
       }
     }

@@ -6,16 +6,15 @@
 #include <optional>
 #include <utility>
 
-#include "core/editor_state.h"
 #include "core/text.h"
 #include "data/game_file.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "platform/disk.h"
 #include "terrain/surface_assignments.h"
+#include "terrain/terrain.h"
 
 namespace mw {
-
-ShadowSettings shadowSettings;
 
 namespace {
 
@@ -25,7 +24,7 @@ constexpr const char* kTerrainScript = "terrainLightmap.con";
 constexpr const char* kObjectsScript = "objectsLightmap.con";
 
 bool& Selected(std::int64_t tileRow, std::int64_t tileColumn) {
-  return shadowSettings
+  return terrain.shadowSettings
       .ShadowSelected[static_cast<std::size_t>(tileRow)][static_cast<std::size_t>(tileColumn)];
 }
 
@@ -35,7 +34,7 @@ std::string ScratchLevelFolder() {
 }
 
 std::string LevelFile(const char* name) {
-  return FormatText("%s\\%s", editor.levelFolder.c_str(), name);
+  return FormatText("%s\\%s", openLevel.folder.c_str(), name);
 }
 
 std::string SunDirectionLine() {
@@ -52,7 +51,7 @@ class TerrainLightingLines {
     const std::string_view command = words.Next(" ").value_or("");
     if (EqualNoCase(command, "GeometryTemplate.shadowPrecision")) {
       return FormatText("GeometryTemplate.shadowPrecision %f\n",
-                        static_cast<double>(shadowSettings.ShadowPrecision));
+                        static_cast<double>(terrain.shadowSettings.ShadowPrecision));
     }
     // The first light that does not shine from straight above is the sun.
     if (EqualNoCase(command, kLightDirection) && !sunWritten_ && words.Next(" ") != "0/1/0") {
@@ -100,7 +99,7 @@ float ShadowDetailValue(int index) { return 0.5f * static_cast<float>(index + 1)
 
 int ShadowDetailIndex() {
   for (int index = 0; index < static_cast<int>(kShadowDetails.size()); ++index) {
-    if (ShadowDetailValue(index) == shadowSettings.ShadowPrecision) return index;
+    if (ShadowDetailValue(index) == terrain.shadowSettings.ShadowPrecision) return index;
   }
   return 0;
 }
@@ -119,7 +118,7 @@ bool IsShadowSelected(int column, int row) {
 }
 
 void SelectAllShadows(bool selected) {
-  for (auto& row : shadowSettings.ShadowSelected) row.fill(selected);
+  for (auto& row : terrain.shadowSettings.ShadowSelected) row.fill(selected);
 }
 
 std::vector<TileIndex> AssignedTiles() {
@@ -136,7 +135,7 @@ std::vector<TileIndex> AssignedTiles() {
 }
 
 bool IsAnyShadowSelected() {
-  return std::ranges::any_of(shadowSettings.ShadowSelected, [](const auto& row) {
+  return std::ranges::any_of(terrain.shadowSettings.ShadowSelected, [](const auto& row) {
     return std::ranges::find(row, true) != row.end();
   });
 }

@@ -14,12 +14,6 @@
 
 namespace mw {
 
-struct ShadowSettings {
-  std::array<std::array<bool, kMaxTiles>, kMaxTiles> ShadowSelected{};  // [tile row][tile column]
-  float ShadowPrecision = 0.5f;
-};
-extern ShadowSettings shadowSettings;
-
 // The choices of the Detail list: an entry's value is (index + 1) / 2.
 inline constexpr std::array<const char*, 8> kShadowDetails{
     "Very Low 0.5 (Fastest)", "Low 1.0",  "Medium-Low 1.5", "Medium 2.0",

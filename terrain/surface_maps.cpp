@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "core/editor_state.h"
 #include "core/text.h"
 #include "data/game_file.h"
 #include "data/image.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "data/textures.h"
 #include "platform/disk.h"
 #include "platform/prompts.h"
@@ -56,7 +56,7 @@ std::string TileName(const TileIndex& tile) {
 }
 
 std::string TilePath(const TileIndex& tile) {
-  return FormatText("%s/Textures/%s.dds", editor.levelFolder.c_str(), TileName(tile).c_str());
+  return FormatText("%s/Textures/%s.dds", openLevel.folder.c_str(), TileName(tile).c_str());
 }
 
 void PaintTile(const SurfacePlugin& plugin, const TileIndex& tile,

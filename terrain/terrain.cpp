@@ -8,25 +8,20 @@
 #include "core/editor_state.h"
 #include "core/hooks.h"
 #include "core/little_endian.h"
-#include "core/mini_map_picture.h"
 #include "core/text.h"
 #include "data/game_file.h"
 #include "data/level_map.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "terrain/height_image.h"
+#include "terrain/mini_map_picture.h"
 #include "terrain/terrain_render.h"
 
 namespace mw {
 
-std::unique_ptr<Terrain> terrain;
-float CellSize = 1;
-int TilesPerSide = 0;
-SelectionBox selectionBox;
-std::vector<std::uint8_t> heightBuffer;
-
 namespace {
 
-std::string HeightmapPath() { return FormatText("%s\\heightmap.raw", editor.levelFolder.c_str()); }
+std::string HeightmapPath() { return FormatText("%s\\heightmap.raw", openLevel.folder.c_str()); }
 
 std::uint8_t MiniMapGrey(float h) { return static_cast<std::uint8_t>(static_cast<int>(h)); }
 
@@ -41,8 +36,8 @@ void PaintMiniMap(std::span<const std::uint8_t> image) {
     for (int x = 1; x <= kMiniMapSize; ++x) {
       const int i = x * block, j = y * block + block - 1;
       const std::size_t upper = HeightImageOffset(size, i, j) + 1;
-      SetMiniMapPixel(x, y,
-                      upper < image.size() ? image[upper] : MiniMapGrey(terrain->grid[i][j].h));
+      terrain.miniMap.SetPixel(
+          x, y, upper < image.size() ? image[upper] : MiniMapGrey(terrain.grid[i][j].h));
     }
   }
 }
@@ -51,7 +46,7 @@ void PaintMiniMap(std::span<const std::uint8_t> image) {
 void FlattenSamples(const MemberGap& gap) {
   constexpr auto kFlatSample = static_cast<std::uint16_t>(kFlatHeight * kStoredPerUnit);
   for (std::size_t at = gap.begin / 2 * 2; at < gap.end; at += 2) {
-    StoreU16(heightBuffer, at, kFlatSample);
+    StoreU16(terrain.heightBuffer, at, kFlatSample);
   }
 }
 
@@ -59,74 +54,77 @@ void FlattenSamples(const MemberGap& gap) {
 // can.
 int WholeCell(float position) {
   constexpr float kLimit = 1e9f;
-  const float cells = position / CellSize;
+  const float cells = position / terrain.cellSize;
   if (std::isnan(cells)) return 0;
   return static_cast<int>(std::clamp(cells, -kLimit, kLimit));
 }
 
 }  // namespace
 
-void CreateTerrain() { terrain = std::make_unique<Terrain>(); }
+void CreateTerrain() {
+  terrain = Terrain{};
+  terrain.grid = VertexGrid::Zeroed();
+}
 
-void DestroyTerrain() { terrain.reset(); }
+void DestroyTerrain() { terrain.grid = {}; }
 
 bool HasUsableSize() {
   return modConfig.MaterialSize >= 1 && modConfig.MaterialSize <= kMaxMaterialSize;
 }
 
-bool HasUsableTerrain() { return terrain && HasUsableSize(); }
+bool HasUsableTerrain() { return terrain.grid && HasUsableSize(); }
 
 void InitGrid() {
   if (!HasUsableTerrain()) return;
   const int cellSize = modConfig.WorldSize / modConfig.MaterialSize;
-  CellSize = static_cast<float>(cellSize);
-  TilesPerSide = modConfig.MaterialSize / kTileCells;
+  terrain.cellSize = static_cast<float>(cellSize);
+  terrain.tilesPerSide = modConfig.MaterialSize / kTileCells;
   for (int i = 0; i <= kMaxMaterialSize; ++i) {
     for (int j = 0; j <= kMaxMaterialSize; ++j) {
-      TerrainVertex& vertex = terrain->grid[i][j];
-      vertex.x = static_cast<float>(i) * CellSize;
+      TerrainVertex& vertex = terrain.grid[i][j];
+      vertex.x = static_cast<float>(i) * terrain.cellSize;
       vertex.h = kFlatHeight;
-      vertex.z = static_cast<float>(j) * CellSize;
+      vertex.z = static_cast<float>(j) * terrain.cellSize;
       vertex.selected = 0;
       vertex.weight = 0;
     }
   }
-  selectionBox = SelectionBox{};
-  terrain->roadPointCount = 0;
+  terrain.selectionBox = SelectionBox{};
+  terrain.roadPointCount = 0;
   MarkAllTerrainChanged();
 }
 
 bool LoadHeightBuffer() {
-  heightBuffer.clear();
+  terrain.heightBuffer.clear();
   if (!HasUsableSize()) return false;
   const auto side = static_cast<std::size_t>(modConfig.MaterialSize);
   auto map = LoadLevelMap(LevelPart::HeightMap, HeightmapPath(), side,
                           HeightImageBytes(modConfig.MaterialSize) / side);
   if (!map) return false;
-  heightBuffer = std::move(map->data);
+  terrain.heightBuffer = std::move(map->data);
   for (const MemberGap& gap : map->gaps) FlattenSamples(gap);
   return true;
 }
 
 void LoadHeightsFromBuffer() {
   if (!HasUsableTerrain()) return;
-  ImageToHeights(heightBuffer, modConfig.MaterialSize, *terrain);
-  PaintMiniMap(heightBuffer);
+  ImageToHeights(terrain.heightBuffer, modConfig.MaterialSize, terrain.grid);
+  PaintMiniMap(terrain.heightBuffer);
   MarkAllTerrainChanged();
   hooks.invalidateMiniMap();
 }
 
 void SetHeight(int i, int j, float h) {
-  if (!terrain || i < 0 || j < 0 || i >= kGridCapacity || j >= kGridCapacity) return;
+  if (!terrain.grid || i < 0 || j < 0 || i >= kGridCapacity || j >= kGridCapacity) return;
   h = std::max(0.0f, std::min(h, kMaxHeight));  // what is not a number becomes 0
-  terrain->grid[i][j].h = h;
+  terrain.grid[i][j].h = h;
   ShowOnMiniMap(i, j);
   MarkTerrainChanged(i, j, i, j);
 }
 
 void ShowOnMiniMap(int i, int j) {
   const int block = modConfig.MaterialSize / kMiniMapSize;
-  if (block > 0) SetMiniMapPixel(i / block, j / block, MiniMapGrey(terrain->grid[i][j].h));
+  if (block > 0) terrain.miniMap.SetPixel(i / block, j / block, MiniMapGrey(terrain.grid[i][j].h));
 }
 
 void ShowAllOnMiniMap() {
@@ -134,7 +132,7 @@ void ShowAllOnMiniMap() {
 }
 
 float AverageOfNeighbours(int i, int j) {
-  const auto& grid = terrain->grid;
+  const auto& grid = terrain.grid;
   float sum = 0;
   int count = 0;
   const auto add = [&](int row, int column) { sum += grid[row][column].h, ++count; };
@@ -147,13 +145,13 @@ float AverageOfNeighbours(int i, int j) {
 
 bool StoreHeightsInBuffer() {
   if (!HasUsableTerrain()) return false;
-  heightBuffer.resize(HeightImageBytes(modConfig.MaterialSize));
-  HeightsToImage(*terrain, modConfig.MaterialSize, heightBuffer);
+  terrain.heightBuffer.resize(HeightImageBytes(modConfig.MaterialSize));
+  HeightsToImage(terrain.grid, modConfig.MaterialSize, terrain.heightBuffer);
   return true;
 }
 
 void SaveHeightmap() {
-  if (StoreHeightsInBuffer()) SaveGameFileBytes(HeightmapPath(), heightBuffer);
+  if (StoreHeightsInBuffer()) SaveGameFileBytes(HeightmapPath(), terrain.heightBuffer);
 }
 
 float HeightAt(float x, float z) {
@@ -166,7 +164,7 @@ float HeightAt(float x, float z) {
 Cell CellOf(float x, float z) { return {WholeCell(x), WholeCell(z)}; }
 
 float DrawnHeight(int i, int j) {
-  return terrain->grid[i == 0 ? modConfig.MaterialSize : i][j == modConfig.MaterialSize ? 0 : j].h;
+  return terrain.grid[i == 0 ? modConfig.MaterialSize : i][j == modConfig.MaterialSize ? 0 : j].h;
 }
 
 float HeightUnderCamera(float above) {

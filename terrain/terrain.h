@@ -1,15 +1,18 @@
 // The height field of the level: MaterialSize x MaterialSize samples over WorldSize x WorldSize
-// units, and the editing state of the terrain tools, which the renderer reads together with it.
+// units, and the state of the terrain tools, which the renderer reads together with it.
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "core/vector3.h"
 #include "data/mod_config.h"
+#include "terrain/level_textures.h"
+#include "terrain/mini_map_picture.h"
 
 namespace mw {
 
@@ -21,9 +24,9 @@ inline constexpr int kMaxRoadPoints = 32;
 
 // The layout is a binary interface: plug-in modules get the grid whole.
 struct TerrainVertex {
-  float x;  // world x: row x CellSize
+  float x;  // world x: row x cellSize
   float h;  // height units, 0 ... 256
-  float z;  // world z: column x CellSize
+  float z;  // world z: column x cellSize
   std::uint32_t reserved0;
   std::uint8_t selected;
   std::uint8_t reserved1[3];
@@ -47,11 +50,67 @@ struct RoadPoint {
   float x = 0, h = 0, z = 0;  // x and z in world units, h in height units
 };
 
-// Data rows are 1 ... MaterialSize, data columns 0 ... MaterialSize - 1. Row 0 and column
-// MaterialSize are drawn with the heights of row MaterialSize and column 0 (the field wraps at its
-// seams).
+// The vertices of the height field; none before the view is created. Data rows are 1 ...
+// MaterialSize, data columns 0 ... MaterialSize - 1. Row 0 and column MaterialSize are drawn with
+// the heights of row MaterialSize and column 0 (the field wraps at its seams).
+class VertexGrid {
+ public:
+  using Row = std::array<TerrainVertex, kGridCapacity>;
+
+  static VertexGrid Zeroed() {
+    VertexGrid made;
+    made.rows_ = std::make_unique<Row[]>(kGridCapacity);
+    return made;
+  }
+  explicit operator bool() const { return rows_ != nullptr; }
+  Row& operator[](std::size_t row) { return rows_[row]; }
+  const Row& operator[](std::size_t row) const { return rows_[row]; }
+
+ private:
+  std::unique_ptr<Row[]> rows_;
+};
+
+struct Cell {
+  int i = 0, j = 0;
+  friend bool operator==(const Cell&, const Cell&) = default;
+};
+
+// Bounds of the selected vertices and their smoothing neighbourhood.
+struct SelectionBox {
+  int SelMinRow = 1000, SelMaxRow = 0, SelMinCol = 1000, SelMaxCol = 0;
+};
+
+// The point of the ground under the cursor, in world units; `missed` when there is none, and the
+// point, if it ever was one, is that of an earlier place.
+struct PickState {
+  float x = 0, y = 0, z = 0;
+  bool missed = true;
+};
+
+// What the held button makes of the mouse's moves: the picks that the brush has still to go along,
+// from that where it acted last, and the time that it has for it.
+struct BrushStroke {
+  bool isHeld = false;
+  std::vector<Vector3> picks;
+  float dueSeconds = 0;            // below 0: done in advance
+  std::uint32_t countedUntil = 0;  // milliseconds
+};
+
+// Rows and columns drawn, around the camera.
+struct ViewSquare {
+  int ViewRowStart = 0, ViewRowEnd = 0, ViewColStart = 0, ViewColEnd = 0;
+  friend bool operator==(const ViewSquare&, const ViewSquare&) = default;
+};
+
 struct Terrain {
-  std::array<std::array<TerrainVertex, kGridCapacity>, kGridCapacity> grid{};
+  VertexGrid grid;
+  float cellSize = 1;    // world units; with tilesPerSide derived from ModConfig by InitGrid
+  int tilesPerSide = 0;  // surface tiles
+  // The raw file image of heightmap.raw, 2 bytes per sample; flat where the file cannot be read or
+  // ends early.
+  std::vector<std::uint8_t> heightBuffer;
+  MiniMapPicture miniMap;
+
   TerrainTool tool = TerrainTool::PointManipulation;
   std::int32_t brushSize = 1;    // cells
   float power = 3.0f;            // height units per second
@@ -62,30 +121,29 @@ struct Terrain {
   std::int32_t roadPointCount = 0;
   std::int32_t roadWidth = 1, roadMaterial = 1;
   std::uint8_t roadAutoMaterial = 0;
-  float waterScroll = 0.0f;  // texture units
   std::array<RoadPoint, kMaxRoadPoints> roadPoints{};
+
+  PickState pick;
+  BrushStroke stroke;
+  std::vector<Cell> flattenCells;  // in the brush of the Flatten tool
+  SelectionBox selectionBox;
+  // Where the mouse selected last while the button was held; nothing when there was no ground.
+  std::optional<Vector3> lastSelected;
+  ShadowSettings shadowSettings;
+
+  ViewSquare viewSquare;                        // set at the start of each terrain pass
+  std::array<float, 4> baseColour{1, 1, 1, 1};  // of the cells; red, green, blue, opacity
+  float waterScroll = 0.0f;                     // texture units
 };
 
-// The one terrain, created with the view; null before.
-extern std::unique_ptr<Terrain> terrain;
+// The one terrain. It has a grid from the creation of the view to its end.
+extern Terrain terrain;
 
-// Derived from ModConfig by InitGrid.
-extern float CellSize;  // world units
-extern int TilesPerSide;
-
-// Bounds of the selected vertices and their smoothing neighbourhood.
-struct SelectionBox {
-  int SelMinRow = 1000, SelMaxRow = 0, SelMinCol = 1000, SelMaxCol = 0;
-};
-extern SelectionBox selectionBox;
-
-// The raw file image of heightmap.raw, 2 bytes per sample; flat where the file cannot be read or
-// ends early.
-extern std::vector<std::uint8_t> heightBuffer;
-
+// Puts the record back to what it is at program start, with a grid.
 void CreateTerrain();
+// Frees the grid.
 void DestroyTerrain();
-// True when there is a terrain and MaterialSize is a size that its grid can hold. Whoever walks the
+// True when there is a grid and MaterialSize is a size that its grid can hold. Whoever walks the
 // grid asks first.
 bool HasUsableTerrain();
 // Whether MaterialSize fits the grids.
@@ -109,17 +167,13 @@ void ShowAllOnMiniMap();
 // Mean height of the up to four neighbours that carry data; (i, j) lies in a usable grid.
 float AverageOfNeighbours(int i, int j);
 // Grid to height buffer: trunc(h x 256), limited to 0 ... 65535, low byte first. False when there
-// is no terrain of a usable size.
+// is no grid of a usable size.
 bool StoreHeightsInBuffer();
 // Writes "%s\heightmap.raw" of the level folder from the grid.
 void SaveHeightmap();
 // World height under a position in level coordinates (x mirrored against the view), of the corner
 // of its cell as it is drawn; 0 outside.
 float HeightAt(float x, float z);
-struct Cell {
-  int i = 0, j = 0;
-  friend bool operator==(const Cell&, const Cell&) = default;
-};
 // The cell under a world position, truncated; not limited to the grid.
 Cell CellOf(float x, float z);
 // Height units with which vertex (i, j), 0 ... MaterialSize each, is drawn: the seams wrap.

@@ -51,6 +51,8 @@ struct Buffers {
   std::vector<std::uint8_t> steep;  // per cell, indexed as the vertices
 };
 
+// A cache of what is drawn: the buffers, what of them has to be written again, and how often they
+// were.
 ChangedVertices changed;
 Buffers buffers;
 unsigned version = 0;
@@ -68,7 +70,7 @@ float ReliefShade(int i, int j) {
   constexpr float kDarkest = 0.35f;
   const int size = buffers.shape.size;
   const auto slope = [](float rise, int cells) {
-    return rise / (static_cast<float>(cells) * CellSize);
+    return rise / (static_cast<float>(cells) * terrain.cellSize);
   };
   const int i0 = std::max(i - 1, 0), i1 = std::min(i + 1, size);
   const int j0 = std::max(j - 1, 0), j1 = std::min(j + 1, size);
@@ -91,8 +93,8 @@ ByteColour VertexColour(int i, int j) {
 
 VertexPair MakeVertexPair(int i, int j) {
   const auto size = static_cast<float>(buffers.shape.size);
-  const auto tiles = static_cast<float>(TilesPerSide);
-  const TerrainVertex& vertex = terrain->grid[i][j];
+  const auto tiles = static_cast<float>(terrain.tilesPerSide);
+  const TerrainVertex& vertex = terrain.grid[i][j];
   const float y = WorldHeight(i, j);
   const float s = (size - static_cast<float>(i)) / size * tiles;
   const float t = static_cast<float>(j) / size * tiles;
@@ -101,7 +103,7 @@ VertexPair MakeVertexPair(int i, int j) {
 }
 
 bool IsSteepRise(float rise) {
-  return std::abs(rise) > kSteep * std::sqrt(rise * rise + CellSize * CellSize);
+  return std::abs(rise) > kSteep * std::sqrt(rise * rise + terrain.cellSize * terrain.cellSize);
 }
 
 void UpdateSteepCells(int i, int first, int last) {
@@ -181,8 +183,8 @@ void ReleaseTerrainVertices() {
 }
 
 bool SyncTerrainBuffers(const CellColours& colours) {
-  const Shape shape{modConfig.MaterialSize, CellSize, modConfig.HeightScale, colours};
-  if (!terrain || shape.size < 1 || shape.size > kMaxMaterialSize) return false;
+  const Shape shape{modConfig.MaterialSize, terrain.cellSize, modConfig.HeightScale, colours};
+  if (!terrain.grid || shape.size < 1 || shape.size > kMaxMaterialSize) return false;
   const bool rebuild = changed.all || !buffers.name || shape != buffers.shape;
   if (!rebuild && changed.lastRow < 0) return true;
   if (!buffers.name) glGenBuffers(1, &buffers.name);

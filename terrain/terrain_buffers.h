@@ -26,8 +26,8 @@ bool SyncTerrainBuffers(const CellColours& colours);
 unsigned TerrainBufferVersion();
 
 // Binds the buffer and points GL's vertex array, and on request its texture coordinates, into it.
-// The coordinates count surface tiles: (MaterialSize - row) / MaterialSize x TilesPerSide, then
-// columns.
+// The coordinates count surface tiles: (MaterialSize - row) / MaterialSize x terrain.tilesPerSide,
+// then columns.
 void BindTerrainVertices(bool textured);
 void UnbindTerrainVertices();
 // Frees the buffer; the context must be current.

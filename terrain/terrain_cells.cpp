@@ -12,6 +12,7 @@
 #include "terrain/cell_draw_list.h"
 #include "terrain/gl_buffers.h"
 #include "terrain/level_textures.h"
+#include "terrain/terrain.h"
 #include "terrain/terrain_buffers.h"
 #include "terrain/terrain_passes.h"
 
@@ -49,16 +50,17 @@ struct DrawnCells {
   unsigned indexBuffer = 0;  // 0 before the first frame
 };
 
+// A cache: the indices that were drawn last, and the room for the scene to compare with theirs.
 CellScene wanted;
 DrawnCells drawn;
 
 // The tile that covers a block of cells; "no surface", which repeats, where the level has none.
 CellLayer LayerOfBlock(int rowBlock, int columnBlock) {
-  const int blockRow = TilesPerSide - rowBlock - 1;
+  const int blockRow = terrain.tilesPerSide - rowBlock - 1;
   // Offsets come from the level's scripts and may be of any size.
   const auto row = std::int64_t{blockRow} - modConfig.TexOffsetX;
   const auto column = std::int64_t{columnBlock} - modConfig.TexOffsetY;
-  CellLayer layer{.texture = sharedTextures.noSurface,
+  CellLayer layer{.texture = textureSet.shared.noSurface,
                   .ownColour = !wanted.relief,
                   .colour = wanted.textureColour};
   if (row < 0 || column < 0 || row >= kMaxTiles || column >= kMaxTiles) return layer;
@@ -131,7 +133,7 @@ CellColours ColoursOfCells(const CellColours& untextured, const Colour& textureC
 // Describes the frame as far as all modes have it in common.
 void DescribeScene(const Colour& textureColour) {
   wanted.frustum = camera.frustum;
-  wanted.square = viewSquare;
+  wanted.square = terrain.viewSquare;
   wanted.terrainVersion = TerrainBufferVersion();
   wanted.textured = editor.ShowTextures;
   wanted.relief = ShowsRelief();
@@ -158,13 +160,13 @@ void DrawScene() {
 }  // namespace
 
 void DrawTerrainCells() {
-  if (!SyncTerrainBuffers(ColoursOfCells({kGrey, kOrange}, TerrainBaseColour()))) return;
-  DescribeScene(TerrainBaseColour());
+  if (!SyncTerrainBuffers(ColoursOfCells({kGrey, kOrange}, terrain.baseColour))) return;
+  DescribeScene(terrain.baseColour);
   wanted.showSteep = !editor.ShowTextures;
   wanted.brush.assign(BrushCells().begin(), BrushCells().end());
   wanted.brushColour = BrushColour();
   DrawScene();
-  if (terrain->tool == TerrainTool::PointManipulation) DrawPointMarkers(drawn.map);
+  if (terrain.tool == TerrainTool::PointManipulation) DrawPointMarkers(drawn.map);
 }
 
 void RenderPlainTerrain() {

@@ -41,12 +41,12 @@ struct MarkStore {
   unsigned buffer = 0;
   GLUquadric* sphere = nullptr;
 };
-MarkStore store;
+MarkStore store;  // a cache: what GL holds of the marks
 
 MarkColour MarkerColour(const TerrainVertex& vertex) {
   if (vertex.selected) return {255, 0, 0, 255};
-  if (vertex.weight > 0 && terrain->autoSmoothing) {
-    const float red = std::min(vertex.weight / terrain->smoothingRange, 1.0f);
+  if (vertex.weight > 0 && terrain.autoSmoothing) {
+    const float red = std::min(vertex.weight / terrain.smoothingRange, 1.0f);
     return {static_cast<std::uint8_t>(red * 255.0f + 0.5f), 255, 0, 255};
   }
   return {0, 0, 0, 255};
@@ -96,14 +96,14 @@ bool SameUnit(float a, float b) { return std::trunc(a) == std::trunc(b); }
 
 void Vertex(const Vector3& point) { glVertex3f(point.x, point.y, point.z); }
 
-float BrushRadius() { return static_cast<float>(terrain->brushSize) * CellSize; }
+float BrushRadius() { return static_cast<float>(terrain.brushSize) * terrain.cellSize; }
 
 // A point of the brush's edge; where that leaves the level it follows the border.
 void OutlineVertex(float angle) {
   const float radius = BrushRadius();
   const auto world = static_cast<float>(modConfig.WorldSize);
-  const float x = std::clamp(pick.x + radius * std::cos(angle), 0.0f, world);
-  const float z = std::clamp(pick.z + radius * std::sin(angle), 0.0f, world);
+  const float x = std::clamp(terrain.pick.x + radius * std::cos(angle), 0.0f, world);
+  const float z = std::clamp(terrain.pick.z + radius * std::sin(angle), 0.0f, world);
   glVertex3f(x, DrawnGroundHeight(x, z) + kOutlineRaise, z);
 }
 
@@ -124,7 +124,7 @@ void DrawPointMarkers(const CellMap& cells) {
   store.vertices.clear();
   ForEachInwards(square.ViewRowStart + 1, square.ViewRowEnd, middle.i, [&](int i) {
     ForEachInwards(square.ViewColStart, square.ViewColEnd - 1, middle.j, [&](int j) {
-      if (cells.At(i, j) != 0) AddMarker(terrain->grid[i][j]);
+      if (cells.At(i, j) != 0) AddMarker(terrain.grid[i][j]);
     });
   });
   if (store.vertices.empty()) return;
@@ -136,8 +136,8 @@ void DrawPointMarkers(const CellMap& cells) {
 
 // Leaves no depth, as all marks.
 void DrawBrushSphere() {
-  if (SameUnit(camera.position.x, pick.x) || SameUnit(camera.position.y, pick.y) ||
-      SameUnit(camera.position.z, pick.z))
+  if (SameUnit(camera.position.x, terrain.pick.x) || SameUnit(camera.position.y, terrain.pick.y) ||
+      SameUnit(camera.position.z, terrain.pick.z))
     return;
   if (!store.sphere) store.sphere = gluNewQuadric();
   if (!store.sphere) return;
@@ -146,7 +146,7 @@ void DrawBrushSphere() {
   gluQuadricDrawStyle(store.sphere, GLU_LINE);
   glDepthMask(GL_FALSE);
   glPushMatrix();
-  glTranslatef(pick.x, pick.y, pick.z);
+  glTranslatef(terrain.pick.x, terrain.pick.y, terrain.pick.z);
   gluSphere(store.sphere, BrushRadius(), kSphereSlices, kSphereStacks);
   glPopMatrix();
   glDepthMask(GL_TRUE);
@@ -156,7 +156,7 @@ void DrawBrushSphere() {
 void DrawBrushOutline() {
   if (!HasUsableTerrain()) return;
   constexpr int kPointsPerCell = 8;  // of the radius: more than one for each cell that it crosses
-  const int points = kPointsPerCell * std::max(terrain->brushSize, 2);
+  const int points = kPointsPerCell * std::max(terrain.brushSize, 2);
   const float step = 2 * std::numbers::pi_v<float> / static_cast<float>(points);
   glLineWidth(kOutlineWidth);
   glColor4f(1, 1, 0, 1);
@@ -170,17 +170,17 @@ void DrawBrushOutline() {
 }
 
 void DrawRoadPosts() {
-  const int count = std::clamp(terrain->roadPointCount, 0, kMaxRoadPoints);
+  const int count = std::clamp(terrain.roadPointCount, 0, kMaxRoadPoints);
   glLineWidth(kRoadPostWidth);
   glColor4f(1, 0, 1, 1);
   glDepthMask(GL_FALSE);
   glBegin(GL_LINES);
   for (int k = 0; k < count; ++k) {
-    const RoadPoint& point = terrain->roadPoints[static_cast<std::size_t>(k)];
+    const RoadPoint& point = terrain.roadPoints[static_cast<std::size_t>(k)];
     Vertex(RoadPostFoot(point));
     Vertex(RoadPostTop(point));
     if (k == 0) continue;
-    Vertex(RoadPostTop(terrain->roadPoints[static_cast<std::size_t>(k - 1)]));
+    Vertex(RoadPostTop(terrain.roadPoints[static_cast<std::size_t>(k - 1)]));
     Vertex(RoadPostTop(point));
   }
   glEnd();

@@ -12,9 +12,6 @@
 
 namespace mw {
 
-// Red, green, blue, alpha, 0 ... 1.
-const std::array<float, 4>& TerrainBaseColour();
-
 // Finds the cells in the brush of the Flatten tool at the pick point, where those are drawn; it
 // takes the height of the one under the cursor when it has none yet, and while Ctrl is held.
 void UpdateFlattenBrush();

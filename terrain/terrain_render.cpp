@@ -23,7 +23,7 @@ bool HasRoundBrush(TerrainTool tool) {
 
 void DrawWaterPlane() {
   const auto world = static_cast<float>(modConfig.WorldSize);
-  const float y = modConfig.WaterLevel, s = terrain->waterScroll, end = s + kWaterRepeats;
+  const float y = modConfig.WaterLevel, s = terrain.waterScroll, end = s + kWaterRepeats;
   const auto corner = [y](float texS, float texT, float x, float z) {
     glTexCoord2f(texS, texT);
     glVertex3f(x, y, z);
@@ -37,36 +37,36 @@ void DrawWaterPlane() {
 }
 
 void ScrollWater() {
-  terrain->waterScroll += kWaterScrollStep;
-  if (terrain->waterScroll > 1.0f) terrain->waterScroll = 0.0f;
+  terrain.waterScroll += kWaterScrollStep;
+  if (terrain.waterScroll > 1.0f) terrain.waterScroll = 0.0f;
 }
 
 }  // namespace
 
 void RenderTerrainMode() {
-  if (!terrain) return;
+  if (!terrain.grid) return;
   UpdateViewSquare();
   UpdateFlattenBrush();
   DrawTerrainCells();
-  glColor4fv(TerrainBaseColour().data());
+  glColor4fv(terrain.baseColour.data());
   glLineWidth(kGridLineWidth);
   if (editor.drawObjectsInMappers) hooks.drawStaticObjects();
   RenderWaterOverGround();
-  if (HasRoundBrush(terrain->tool) && !pick.missed) {
+  if (HasRoundBrush(terrain.tool) && !terrain.pick.missed) {
     DrawBrushSphere();
     DrawBrushOutline();
   }
-  if (terrain->tool == TerrainTool::Road) DrawRoadPosts();
+  if (terrain.tool == TerrainTool::Road) DrawRoadPosts();
   glLineWidth(1);
   glColor4f(1, 1, 1, 1);
 }
 
 void RenderWater() {
-  if (!terrain) return;
+  if (!terrain.grid) return;
   glEnable(GL_BLEND);
   glBlendFunc(GL_DST_COLOR, GL_ZERO);  // the texture multiplies what is already drawn
   glEnable(GL_TEXTURE_2D);
-  glBindTexture(GL_TEXTURE_2D, sharedTextures.water);
+  glBindTexture(GL_TEXTURE_2D, textureSet.shared.water);
   glColor4f(1, 1, 1, 1);
   DrawWaterPlane();
   glDisable(GL_BLEND);

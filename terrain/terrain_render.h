@@ -8,21 +8,6 @@ namespace mw {
 inline constexpr float kViewSquareCells = 150.0f;  // width of the drawn square around the camera
 inline constexpr float kCullMargin = -8.0f;        // world units outside the frustum still drawn
 
-// Rows and columns drawn, around the camera; set at the start of each terrain pass.
-struct ViewSquare {
-  int ViewRowStart = 0, ViewRowEnd = 0, ViewColStart = 0, ViewColEnd = 0;
-  friend bool operator==(const ViewSquare&, const ViewSquare&) = default;
-};
-extern ViewSquare viewSquare;
-
-// The point of the ground under the cursor, in world units; `missed` when there is none, and the
-// point, if it ever was one, is that of an earlier place.
-struct PickState {
-  float x = 0, y = 0, z = 0;
-  bool missed = true;
-};
-extern PickState pick;
-
 void SetTerrainBaseColour(int r, int g, int b, int a);  // 0 ... 255 each
 
 // Steps 1 and 2 of every mode's frame: the view square, and the camera's height in its on-terrain

@@ -18,9 +18,11 @@ bool IsWithin(int value, int low, int high) { return low <= value && value <= hi
 
 // The brush still acts when its centre lies this side of the view square's edge plus its size.
 bool IsBrushInReach(Cell centre) {
-  const int b = terrain->brushSize;
-  return IsWithin(centre.i, viewSquare.ViewRowStart - b, viewSquare.ViewRowEnd + b) &&
-         IsWithin(centre.j, viewSquare.ViewColStart - b, viewSquare.ViewColEnd + b) &&
+  const int b = terrain.brushSize;
+  return IsWithin(centre.i, terrain.viewSquare.ViewRowStart - b,
+                  terrain.viewSquare.ViewRowEnd + b) &&
+         IsWithin(centre.j, terrain.viewSquare.ViewColStart - b,
+                  terrain.viewSquare.ViewColEnd + b) &&
          IsWithin(centre.i, 0, modConfig.MaterialSize) &&
          IsWithin(centre.j, 0, modConfig.MaterialSize);
 }
@@ -29,9 +31,9 @@ bool IsBrushInReach(Cell centre) {
 // it. Distances count in whole units.
 template <typename Act>
 void ForBrushedVertices(const BrushWay& way, Act act) {
-  const float radius = static_cast<float>(terrain->brushSize) * CellSize + 1;
-  ForVerticesAlong(way, terrain->brushSize, [&](int i, int j) {
-    const TerrainVertex& vertex = terrain->grid[i][j];
+  const float radius = static_cast<float>(terrain.brushSize) * terrain.cellSize + 1;
+  ForVerticesAlong(way, terrain.brushSize, [&](int i, int j) {
+    const TerrainVertex& vertex = terrain.grid[i][j];
     const float share = ShareWithin(way, vertex.x, vertex.z, radius);
     if (share > 0) act(i, j, share);
   });
@@ -39,7 +41,7 @@ void ForBrushedVertices(const BrushWay& way, Act act) {
 
 void RaiseAlong(const BrushWay& way, float change) {
   ForBrushedVertices(way, [change](int i, int j, float share) {
-    SetHeight(i, j, terrain->grid[i][j].h + change * share);
+    SetHeight(i, j, terrain.grid[i][j].h + change * share);
   });
 }
 
@@ -51,28 +53,24 @@ void SmoothAlong(const BrushWay& way) {
 }  // namespace
 
 void SelectTool(TerrainTool tool) {
-  if (!terrain) return;
-  terrain->tool = tool;
+  if (!terrain.grid) return;
+  terrain.tool = tool;
   if (tool != TerrainTool::PointManipulation) ClearSelection();
-  if (tool == TerrainTool::Road) terrain->roadPointCount = 0;
+  if (tool == TerrainTool::Road) terrain.roadPointCount = 0;
 }
 
-void ToggleAutoSmoothing() {
-  if (terrain) terrain->autoSmoothing = !terrain->autoSmoothing;
-}
+void ToggleAutoSmoothing() { terrain.autoSmoothing = !terrain.autoSmoothing; }
 
 void SetSmoothingRange(int cells) {
-  if (!terrain) return;
-  terrain->smoothingRange = static_cast<float>(std::clamp(cells, 1, kMaxSmoothingRange));
+  if (!terrain.grid) return;
+  terrain.smoothingRange = static_cast<float>(std::clamp(cells, 1, kMaxSmoothingRange));
   ComputeSmoothingWeights();
 }
 
-void SetBrushSize(int cells) {
-  if (terrain) terrain->brushSize = std::clamp(cells, 1, kMaxBrushSize);
-}
+void SetBrushSize(int cells) { terrain.brushSize = std::clamp(cells, 1, kMaxBrushSize); }
 
 void SetPower(int power) {
-  if (terrain) terrain->power = static_cast<float>(std::clamp(power, 1, kMaxToolPower));
+  terrain.power = static_cast<float>(std::clamp(power, 1, kMaxToolPower));
 }
 
 bool UsesBrushSize(TerrainTool tool) { return tool != TerrainTool::PointManipulation; }
@@ -87,20 +85,20 @@ bool IsBrush(TerrainTool tool) {
 
 void PickUnderCursor(int x, int y) {
   const auto point = GroundUnderCursor(x, y);
-  pick.missed = !point;
-  if (point) pick = {point->x, point->y, point->z, false};
+  terrain.pick.missed = !point;
+  if (point) terrain.pick = {point->x, point->y, point->z, false};
 }
 
 void BrushAlong(const BrushWay& way, float seconds) {
   if (!HasUsableTerrain()) return;
   const Cell centre = CellOf(way.toX, way.toZ);
-  if (!IsBrush(terrain->tool) || !IsBrushInReach(centre)) return;
-  if (terrain->tool == TerrainTool::Carving) RaiseAlong(way, -seconds * terrain->power);
-  if (terrain->tool == TerrainTool::Raising) RaiseAlong(way, seconds * terrain->power);
-  if (terrain->tool == TerrainTool::Smoothing) SmoothAlong(way);
-  if (terrain->tool == TerrainTool::Flatten && !FlattenAlong(way)) return;
+  if (!IsBrush(terrain.tool) || !IsBrushInReach(centre)) return;
+  if (terrain.tool == TerrainTool::Carving) RaiseAlong(way, -seconds * terrain.power);
+  if (terrain.tool == TerrainTool::Raising) RaiseAlong(way, seconds * terrain.power);
+  if (terrain.tool == TerrainTool::Smoothing) SmoothAlong(way);
+  if (terrain.tool == TerrainTool::Flatten && !FlattenAlong(way)) return;
   editor.levelModified = true;
-  pick.y = modConfig.HeightScale * terrain->grid[centre.i][centre.j].h;
+  terrain.pick.y = modConfig.HeightScale * terrain.grid[centre.i][centre.j].h;
   hooks.invalidateMiniMap();
 }
 

@@ -10,14 +10,9 @@
 
 namespace mw {
 
-ViewSquare viewSquare;
-PickState pick;
-
 namespace {
 
 constexpr float kEyeHeight = 3.0f;  // height units above the ground in the on-terrain mode
-
-std::array<float, 4> baseColour{1, 1, 1, 1};
 
 struct Range {
   int start, end;
@@ -27,7 +22,7 @@ struct Range {
 Range CellsAround(float position) {
   constexpr float kHalf = kViewSquareCells / 2;
   constexpr float kFarOutside = 1e6f;
-  float cells = position / CellSize;
+  float cells = position / terrain.cellSize;
   if (std::isnan(cells)) cells = 0;
   cells = std::clamp(cells, -kFarOutside, kFarOutside);
   return {std::max(static_cast<int>(cells - kHalf), 0),
@@ -38,14 +33,13 @@ Range CellsAround(float position) {
 
 void SetTerrainBaseColour(int r, int g, int b, int a) {
   int channel = 0;
-  for (const int value : {r, g, b, a}) baseColour[channel++] = static_cast<float>(value) / 255.0f;
+  for (const int value : {r, g, b, a})
+    terrain.baseColour[channel++] = static_cast<float>(value) / 255.0f;
 }
-
-const std::array<float, 4>& TerrainBaseColour() { return baseColour; }
 
 void UpdateViewSquare() {
   const Range rows = CellsAround(camera.position.x), columns = CellsAround(camera.position.z);
-  viewSquare = {rows.start, rows.end, columns.start, columns.end};
+  terrain.viewSquare = {rows.start, rows.end, columns.start, columns.end};
   if (editor.cameraMode == CameraMode::OnTerrain) camera.position.y = HeightUnderCamera(kEyeHeight);
 }
 

@@ -14,8 +14,8 @@ inline bool IsWithin(float value, float low, float high) { return low < value &&
 
 // Whether the current frame draws the cell.
 inline bool IsDrawnCell(int i, int j) {
-  return i > viewSquare.ViewRowStart && i <= viewSquare.ViewRowEnd &&
-         j >= viewSquare.ViewColStart && j < viewSquare.ViewColEnd &&
+  return i > terrain.viewSquare.ViewRowStart && i <= terrain.viewSquare.ViewRowEnd &&
+         j >= terrain.viewSquare.ViewColStart && j < terrain.viewSquare.ViewColEnd &&
          CellMap::IsCornerVisible(i, j);
 }
 
@@ -24,10 +24,10 @@ inline bool IsDrawnCell(int i, int j) {
 template <typename Act>
 void ForVisibleCellsAround(float x, float z, int reach, Act act) {
   const auto [row, column] = CellOf(x, z);
-  const int firstRow = std::max(row - reach, viewSquare.ViewRowStart + 1);
-  const int lastRow = std::min(row + reach, viewSquare.ViewRowEnd);
-  const int firstColumn = std::max(column - reach, viewSquare.ViewColStart);
-  const int lastColumn = std::min(column + reach, viewSquare.ViewColEnd - 1);
+  const int firstRow = std::max(row - reach, terrain.viewSquare.ViewRowStart + 1);
+  const int lastRow = std::min(row + reach, terrain.viewSquare.ViewRowEnd);
+  const int firstColumn = std::max(column - reach, terrain.viewSquare.ViewColStart);
+  const int lastColumn = std::min(column + reach, terrain.viewSquare.ViewColEnd - 1);
   for (int i = lastRow; i >= firstRow; --i) {
     for (int j = firstColumn; j <= lastColumn; ++j) {
       if (CellMap::IsCornerVisible(i, j)) act(i, j);

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "app/level_tree_actions.h"
+#include "app/session.h"
 #include "resources/pictures.h"
 
 namespace mw {
@@ -17,12 +18,6 @@ constexpr char kMimeType[] = "application/x-mapwright-level-tree-item";
 constexpr int kCursorSize = 24;
 // Of the picture from the cursor, so that the place of the drop stays in sight.
 constexpr QPoint kPictureOffset(16, 18);
-
-// There is only one drag at a time.
-struct {
-  bool underWay = false;
-  std::optional<QPoint> droppedAt;
-} treeItemDrag;
 
 }  // namespace
 
@@ -35,19 +30,19 @@ void DragTreeItem(QObject* source, TreeItem item, const QPixmap& picture) {
   drag->setPixmap(picture);
   drag->setHotSpot(-kPictureOffset);
   drag->setDragCursor(Icon("drag_cursor").pixmap(kCursorSize), Qt::CopyAction);
-  treeItemDrag = {true, std::nullopt};
+  session.treeItemDrag = {true, std::nullopt};
   drag->exec(Qt::CopyAction);
-  treeItemDrag.underWay = false;
+  session.treeItemDrag.underWay = false;
   // Only now is the mouse free for what the drop may have to say.
-  if (const auto pixel = std::exchange(treeItemDrag.droppedAt, std::nullopt)) {
-    DropLevelTreeItem(item, pixel->x(), pixel->y());
+  if (const auto pixel = std::exchange(session.treeItemDrag.droppedAt, std::nullopt)) {
+    DropLevelTreeItem(item, (*pixel)[0], (*pixel)[1]);
   }
 }
 
 bool IsTreeItemDrag(const QDropEvent& event) {
-  return treeItemDrag.underWay && event.mimeData()->hasFormat(kMimeType);
+  return session.treeItemDrag.underWay && event.mimeData()->hasFormat(kMimeType);
 }
 
-void AcceptTreeItemDrop(int x, int y) { treeItemDrag.droppedAt = QPoint(x, y); }
+void AcceptTreeItemDrop(int x, int y) { session.treeItemDrag.droppedAt = {x, y}; }
 
 }  // namespace mw

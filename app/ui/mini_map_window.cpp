@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "app/mini_map.h"
+#include "app/session.h"
 
 namespace mw {
 namespace {
@@ -64,7 +65,7 @@ MiniMapWindow::MiniMapWindow(QWidget* view)
   ShowLook();
 }
 
-MiniMapWindow::~MiniMapWindow() { miniMapWindow = {}; }
+MiniMapWindow::~MiniMapWindow() { session.miniMapWindow = {}; }
 
 QRect MiniMapWindow::TitleBar() const {
   return QRect(kBorder, kBorder, width() - 2 * kBorder, kTitleHeight);
@@ -72,8 +73,8 @@ QRect MiniMapWindow::TitleBar() const {
 
 void MiniMapWindow::ShowPlace() {
   const QPoint place = (QPointF(pos()) * devicePixelRatioF()).toPoint();
-  miniMapWindow.left = place.x();
-  miniMapWindow.top = place.y();
+  session.miniMapWindow.left = place.x();
+  session.miniMapWindow.top = place.y();
   parentWidget()->update();
 }
 
@@ -90,14 +91,14 @@ void MiniMapWindow::ShowLook() {
   painter.setPen(palette().color(QPalette::Active, QPalette::HighlightedText));
   painter.drawText(TitleBar().adjusted(5, 0, 0, 0), Qt::AlignVCenter, windowTitle());
   painter.end();
-  miniMapWindow.width = image.width();
-  miniMapWindow.height = image.height();
+  session.miniMapWindow.width = image.width();
+  session.miniMapWindow.height = image.height();
   const QPoint picture = (QPointF(picture_->pos()) * ratio).toPoint();
-  miniMapWindow.pictureLeft = picture.x();
-  miniMapWindow.pictureTop = picture.y();
-  miniMapWindow.pictureSize = qRound(kMiniMapSize * ratio);
-  miniMapWindow.pixels = PackedPixels(image);
-  miniMapWindow.changed = true;
+  session.miniMapWindow.pictureLeft = picture.x();
+  session.miniMapWindow.pictureTop = picture.y();
+  session.miniMapWindow.pictureSize = qRound(kMiniMapSize * ratio);
+  session.miniMapWindow.pixels = PackedPixels(image);
+  session.miniMapWindow.changed = true;
   ShowPlace();
 }
 

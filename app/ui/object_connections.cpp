@@ -5,8 +5,8 @@
 #include "app/ui/level_tree_panel.h"
 #include "app/ui/main_window.h"
 #include "app/ui/mode_toolbars.h"
+#include "core/hooks.h"
 #include "objects/level_tree.h"
-#include "objects/object_windows.h"
 #include "objects/ui/environment_dialogs.h"
 #include "objects/ui/object_browser_dialog.h"
 #include "objects/ui/object_toolbar.h"
@@ -16,9 +16,7 @@ namespace mw {
 namespace {
 
 void ConnectObjectDialogs(MainWindow& window) {
-  objectWindows.runPropertySheet = [&](PropertySheet& sheet) {
-    return RunPropertySheet(&window, sheet);
-  };
+  hooks.runPropertySheet = [&](PropertySheet& sheet) { return RunPropertySheet(&window, sheet); };
   operations.objectBrowser = [&] { ObjectBrowserDialog(&window, shell.renderFrameNow); };
   operations.lightSettings = [&] { LightSettingsDialog(&window); };
   operations.fogSettings = [&] { FogSettingsDialog(&window); };
@@ -31,14 +29,15 @@ void ConnectObjectDialogs(MainWindow& window) {
 
 void ConnectObjectWindows(MainWindow& window) {
   ObjectToolbar* const toolbar = window.modeToolbars()->objectToolbar();
-  objectWindows.refreshToolbar = [toolbar] { toolbar->Refresh(); };
+  hooks.refreshObjectToolbar = [toolbar] { toolbar->Refresh(); };
   ConnectObjectDialogs(window);
   levelTree.view = window.treePanel()->View();
   BuildTree();
 }
 
 void DisconnectObjectWindows() {
-  objectWindows = ObjectWindows{};
+  hooks.runPropertySheet = Hooks{}.runPropertySheet;
+  hooks.refreshObjectToolbar = Hooks{}.refreshObjectToolbar;
   levelTree.view = LevelTreeView{};
 }
 

@@ -9,6 +9,7 @@
 #include "app/frame.h"
 #include "app/input.h"
 #include "app/keys.h"
+#include "app/session.h"
 #include "app/ui/key_translation.h"
 #include "app/ui/level_tree_drag.h"
 #include "core/editor_state.h"
@@ -104,8 +105,8 @@ void ViewWidget::UpdateCursor() {
 
 void ViewWidget::SendMouse(MouseButton button, MouseEvent kind, const QMouseEvent& event) {
   const QPoint pixel = DevicePixel(event.position());
-  heldInput.leftButton = event.buttons() & Qt::LeftButton;
-  heldInput.rightButton = event.buttons() & Qt::RightButton;
+  session.heldInput.leftButton = event.buttons() & Qt::LeftButton;
+  session.heldInput.rightButton = event.buttons() & Qt::RightButton;
   SetModifiers(event.modifiers() & Qt::ControlModifier, event.modifiers() & Qt::ShiftModifier);
   RouteMouse(button, kind, pixel.x(), pixel.y());
   UpdateCursor();
@@ -134,7 +135,7 @@ bool ViewWidget::RouteKeyEvent(const QKeyEvent& event, bool down) {
   // level.
   const bool steps = key == kKeyPageUp || key == kKeyPageDown;
   if (!down && event.isAutoRepeat() && !steps) return true;
-  heldInput.keys.set(static_cast<std::size_t>(key), down);
+  session.heldInput.keys.set(static_cast<std::size_t>(key), down);
   RouteKey(key, down);
   return true;
 }

@@ -58,7 +58,7 @@ void AddObjectRows() {
     return;
   }
   MakeLandscape(256);
-  ResetObjectStore();
+  objectStore = ObjectStore{};
   objectStore.CursorPoint = {-1000, 0, 0};
   PlaceObjects();
   const auto time = [](auto draw) {
@@ -78,7 +78,7 @@ void AddObjectRows() {
              "one display list per object", times, 1.0 / 3);
   }
   DeleteSceneMeshes();
-  ResetObjectStore();
+  objectStore = ObjectStore{};
   RemoveLandscape();
 }
 

@@ -9,13 +9,13 @@
 #include "bench/table/machine.h"
 #include "bench/table/pictures.h"
 #include "bench/table/table.h"
-#include "core/editor_state.h"
 #include "core/little_endian.h"
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/dds.h"
 #include "data/game_file.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "plugins/mapwright_plugin.h"
 #include "terrain/dds_writer.h"
 #include "terrain/in_game_map.h"
@@ -159,8 +159,8 @@ Bytes MosaicPlainly() {
   Bytes rgb(std::size_t{kInGameMapSide} * kInGameMapSide * 3);
   for (int column = 0; column < kTiles; ++column) {
     for (int row = 0; row < kTiles; ++row) {
-      const auto tile = LoadDds(
-          FormatText("%s\\Textures\\Tx0%ix0%i.dds", editor.levelFolder.c_str(), row, column));
+      const auto tile =
+          LoadDds(FormatText("%s\\Textures\\Tx0%ix0%i.dds", openLevel.folder.c_str(), row, column));
       const Bytes rgba = DecodePlainly(tile->data, tile->width, tile->height);
       for (int y = 0; y < kTilePixels; ++y) {
         for (int x = 0; x < kTilePixels; ++x) {
@@ -195,7 +195,7 @@ void AddInGameMap() {
   modConfig.MaterialSize = 512;
   modConfig.WorldSize = 2048;
   modConfig.WaterLevel = -1;
-  editor.levelFolder = "level";
+  openLevel.folder = "level";
   CreateTerrain();
   InitGrid();
   Archive* const level = archives.CreateArchive(folder.File("level.vra").string());

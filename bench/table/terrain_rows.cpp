@@ -66,11 +66,11 @@ void DrawPlainly() {
 double ShareOfDifferentPixels(Path path) {
   std::size_t different = 0, all = 0;
   for (int frame = 0; frame < 40; frame += 8) {
-    terrain->waterScroll = 0;
+    terrain.waterScroll = 0;
     Begin(path(frame), kWindow);
     RenderTerrainMode();
     const DrawnPicture ours = ReadPicture();
-    terrain->waterScroll = 0;
+    terrain.waterScroll = 0;
     Begin(path(frame), kWindow);
     DrawPlainly();
     different += DifferentPixels(ours, ReadPicture());
@@ -114,7 +114,7 @@ void EditOneHundredth(int frame) {
   for (int i = kFirst; i < kFirst + kSide; ++i) {
     for (int j = kFirst; j < kFirst + kSide; ++j) {
       SetHeight(i, j,
-                terrain->grid[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)].h +
+                terrain.grid[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)].h +
                     (frame % 2 ? 0.5f : -0.5f));
     }
   }
@@ -148,7 +148,7 @@ void AddTerrainRows() {
   MakeLandscape(kSize);
   MakeLandscapeTextures();
   editor.ShowTextures = editor.ShowGrid = true;
-  terrain->tool = TerrainTool::Carving;
+  terrain.tool = TerrainTool::Carving;
   AddFrames(Walking, "walking");
   AddFrames(Flying, "flying");
   AddEditedFrame(kWindow, "1280 x 800");

@@ -29,10 +29,10 @@ class BrowserDialog : public QDialog {
     form_.setupUi(this);
     if (owner) move(owner->mapToGlobal(kPlaceInOwner));
     SetUpCategories();
-    form_.filterEdit->setText(QString::fromStdString(browserFilter.text.String()));
+    form_.filterEdit->setText(QString::fromStdString(objectStore.browserFilter.text.String()));
     FillList();
     connect(form_.filterEdit, &QLineEdit::textChanged, this, [this](const QString& text) {
-      browserFilter.text = text.toStdString();
+      objectStore.browserFilter.text = text.toStdString();
       FillList();
     });
     connect(form_.objectList, &QListWidget::itemSelectionChanged, this, [this] { ShowSelected(); });
@@ -54,17 +54,17 @@ class BrowserDialog : public QDialog {
     categories->addButton(form_.structuresRadio, static_cast<int>(BrowserCategory::Structures));
     categories->addButton(form_.propsRadio, static_cast<int>(BrowserCategory::Props));
     categories->addButton(form_.vegetationRadio, static_cast<int>(BrowserCategory::Vegetation));
-    categories->button(static_cast<int>(browserFilter.category))->setChecked(true);
+    categories->button(static_cast<int>(objectStore.browserFilter.category))->setChecked(true);
     LetTabGoToCheckedRadios(*this);
     connect(categories, &QButtonGroup::idClicked, this, [this](int category) {
-      browserFilter.category = static_cast<BrowserCategory>(category);
+      objectStore.browserFilter.category = static_cast<BrowserCategory>(category);
       FillList();
     });
   }
 
   void FillList() {
     form_.objectList->clear();
-    for (const int entry : BrowserEntries(browserFilter)) {
+    for (const int entry : BrowserEntries(objectStore.browserFilter)) {
       auto* row = new QListWidgetItem(QString::fromStdString(ReadableText(NameOf(entry))),
                                       form_.objectList);
       row->setData(Qt::UserRole, entry);

@@ -12,19 +12,19 @@ namespace mw {
 namespace {
 
 void ShowSettings(const Ui::CreateRoad& ui) {
-  const std::string count = FormatText("%i of %i(Max)", terrain->roadPointCount, kMaxRoadPoints);
+  const std::string count = FormatText("%i of %i(Max)", terrain.roadPointCount, kMaxRoadPoints);
   ui.pointsText->setText(QString::fromStdString(count));
   for (const char* name : kRoadWidthNames) ui.widthCombo->addItem(name);
-  ui.widthCombo->setCurrentIndex(terrain->roadWidth - 1);
+  ui.widthCombo->setCurrentIndex(terrain.roadWidth - 1);
   for (const char* name : kMaterialNames) ui.materialCombo->addItem(name);
-  ui.materialCombo->setCurrentIndex(terrain->roadMaterial);
-  ui.autoMaterialCheck->setChecked(terrain->roadAutoMaterial != 0);
+  ui.materialCombo->setCurrentIndex(terrain.roadMaterial);
+  ui.autoMaterialCheck->setChecked(terrain.roadAutoMaterial != 0);
 }
 
 void StoreSettings(const Ui::CreateRoad& ui) {
-  terrain->roadWidth = ui.widthCombo->currentIndex() + 1;
-  terrain->roadMaterial = ui.materialCombo->currentIndex();
-  terrain->roadAutoMaterial = ui.autoMaterialCheck->isChecked();
+  terrain.roadWidth = ui.widthCombo->currentIndex() + 1;
+  terrain.roadMaterial = ui.materialCombo->currentIndex();
+  terrain.roadAutoMaterial = ui.autoMaterialCheck->isChecked();
 }
 
 }  // namespace

@@ -3,12 +3,13 @@
 #include <QDialog>
 
 #include "terrain/shadow_work.h"
+#include "terrain/terrain.h"
 #include "ui_177_terrain_shadows.h"
 
 namespace mw {
 
 bool ShadowDialog(QWidget* owner) {
-  const auto before = shadowSettings.ShadowSelected;
+  const auto before = terrain.shadowSettings.ShadowSelected;
   QDialog dialog(owner);
   Ui::TerrainShadowsForm form;
   form.setupUi(&dialog);
@@ -20,10 +21,11 @@ bool ShadowDialog(QWidget* owner) {
   };
   QObject::connect(form.selectAllButton, &QPushButton::clicked, [&] { select(true); });
   QObject::connect(form.clearButton, &QPushButton::clicked, [&] { select(false); });
-  QObject::connect(form.detailCombo, &QComboBox::currentIndexChanged,
-                   [](int index) { shadowSettings.ShadowPrecision = ShadowDetailValue(index); });
+  QObject::connect(form.detailCombo, &QComboBox::currentIndexChanged, [](int index) {
+    terrain.shadowSettings.ShadowPrecision = ShadowDetailValue(index);
+  });
   if (dialog.exec() == QDialog::Accepted) return true;
-  shadowSettings.ShadowSelected = before;
+  terrain.shadowSettings.ShadowSelected = before;
   return false;
 }
 

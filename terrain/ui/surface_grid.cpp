@@ -4,9 +4,10 @@
 #include <QPainter>
 #include <cmath>
 
-#include "core/mini_map_picture.h"
 #include "data/mod_config.h"
+#include "terrain/mini_map_picture.h"
 #include "terrain/surface_assignments.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -57,7 +58,7 @@ void PaintOffsets(QPainter& painter) {
 
 // The Mini-Map's picture brightens what is below it, bit by bit.
 void PaintMap(QPainter& painter) {
-  const QImage grey(miniMapPicture.grey.data(), kMiniMapSize, kMiniMapSize, kMiniMapSize,
+  const QImage grey(terrain.miniMap.grey.data(), kMiniMapSize, kMiniMapSize, kMiniMapSize,
                     QImage::Format_Grayscale8);
   painter.setCompositionMode(QPainter::RasterOp_SourceOrDestination);
   painter.drawImage(QRect(0, 0, kGridSide, kGridSide), grey.convertToFormat(QImage::Format_RGB32));

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "resources/pictures.h"
+#include "terrain/terrain.h"
 #include "terrain/terrain_tools.h"
 
 namespace mw {
@@ -166,16 +167,16 @@ void TerrainToolbar::ChoosePower(int power) {
 }
 
 void TerrainToolbar::Refresh() {
-  if (!terrain) return;
+  if (!terrain.grid) return;
   for (const ButtonSpec& button : kButtons)
-    Button(button.control)->setChecked(ToolOf(button.control) == terrain->tool);
-  Button(TerrainControl::AutoSmoothing)->setChecked(terrain->autoSmoothing);
-  Show(smoothingRange_, terrain->autoSmoothing,
-       [this] { ShowNumber(smoothingRange_, static_cast<int>(terrain->smoothingRange)); });
-  Show(brushSize_, UsesBrushSize(terrain->tool),
-       [this] { ShowNumber(brushSize_, terrain->brushSize); });
-  Show(power_, UsesPower(terrain->tool),
-       [this] { power_->setValue(static_cast<int>(terrain->power)); });
+    Button(button.control)->setChecked(ToolOf(button.control) == terrain.tool);
+  Button(TerrainControl::AutoSmoothing)->setChecked(terrain.autoSmoothing);
+  Show(smoothingRange_, terrain.autoSmoothing,
+       [this] { ShowNumber(smoothingRange_, static_cast<int>(terrain.smoothingRange)); });
+  Show(brushSize_, UsesBrushSize(terrain.tool),
+       [this] { ShowNumber(brushSize_, terrain.brushSize); });
+  Show(power_, UsesPower(terrain.tool),
+       [this] { power_->setValue(static_cast<int>(terrain.power)); });
 }
 
 }  // namespace mw

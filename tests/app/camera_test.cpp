@@ -2,9 +2,11 @@
 
 #include "app/camera_control.h"
 #include "app/input.h"
+#include "app/session.h"
 #include "app/shell_fixture.h"
 #include "core/hooks.h"
 #include "objects/placement.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -16,8 +18,8 @@ class CameraTest : public ShellTest {
     editor.frameSeconds = 0.1f;
   }
   void Hold(std::initializer_list<int> keys) {
-    heldInput.keys.reset();
-    for (const int key : keys) heldInput.keys.set(static_cast<std::size_t>(key));
+    session.heldInput.keys.reset();
+    for (const int key : keys) session.heldInput.keys.set(static_cast<std::size_t>(key));
   }
 };
 
@@ -80,7 +82,7 @@ TEST_F(CameraTest, WithoutTheFocusKeysDoNothingButButtonsAreReleased) {
 }
 
 TEST_F(CameraTest, TurnsFasterFarFromThePressPoint) {
-  editor.rightHeld = heldInput.rightButton = true;
+  editor.rightHeld = session.heldInput.rightButton = true;
   editor.pressX = editor.pressY = 100;
   editor.lastMouseX = 81;   // 19 pixels to the left: 4 whole units
   editor.lastMouseY = 103;  // 3 pixels down: none
@@ -91,7 +93,7 @@ TEST_F(CameraTest, TurnsFasterFarFromThePressPoint) {
 
 TEST_F(CameraTest, FromAboveTheRightDragChangesTheHeightWithinItsBounds) {
   editor.cameraMode = CameraMode::TopDown;
-  editor.rightHeld = heldInput.rightButton = true;
+  editor.rightHeld = session.heldInput.rightButton = true;
   editor.lastMouseY = -100000;
   UpdateCameraFromInput();
   EXPECT_FLOAT_EQ(camera.position.y, 512);
@@ -101,7 +103,7 @@ TEST_F(CameraTest, FromAboveTheRightDragChangesTheHeightWithinItsBounds) {
 }
 
 TEST_F(CameraTest, ModesSetPitchAndHeight) {
-  terrain->grid[125][125].h = 60;
+  terrain.grid[125][125].h = 60;
   SetCameraMode(CameraMode::Fly);
   EXPECT_FLOAT_EQ(camera.pitch, -25);
   EXPECT_FLOAT_EQ(camera.position.y, (60 + 4) * 0.5f + 50);

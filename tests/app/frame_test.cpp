@@ -8,6 +8,7 @@
 #include "app/status_reading.h"
 #include "core/camera.h"
 #include "support/gl_context.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -38,9 +39,9 @@ TEST_F(ShellTest, TheStatusBarReadsTheGroundUnderTheCursorAndTheTool) {
   camera.UpdateDirection();
   editor.lastMouseX = editor.lastMouseY = kSide / 2;
   SetHeight(126, 175, 80.5f);
-  terrain->power = 7;
-  terrain->brushSize = 4;
-  terrain->flattenHeight = 12.5f;
+  terrain.power = 7;
+  terrain.brushSize = 4;
+  terrain.flattenHeight = 12.5f;
   constexpr double kGround = 0.998286, kSky = 1;  // depths 50 and 350 units away
   struct Case {
     double depth;
@@ -59,14 +60,14 @@ TEST_F(ShellTest, TheStatusBarReadsTheGroundUnderTheCursorAndTheTool) {
        }) {
     glClearDepth(c.depth);
     glClear(GL_DEPTH_BUFFER_BIT);
-    terrain->tool = c.tool;
-    terrain->flattenSampled = c.sampled;
+    terrain.tool = c.tool;
+    terrain.flattenSampled = c.sampled;
     EXPECT_EQ(StatusReading(), c.reading);
   }
   glClearDepth(1);
 
   UpdateStatusReading(1'000'000);
-  terrain->brushSize = 5;
+  terrain.brushSize = 5;
   UpdateStatusReading(1'000'150);  // too soon to be read
   UpdateStatusReading(1'000'200);
   editor.editMode = EditMode::ObjectMapper;

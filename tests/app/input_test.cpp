@@ -4,7 +4,9 @@
 
 #include "app/camera_control.h"
 #include "app/modes.h"
+#include "app/session.h"
 #include "app/shell_fixture.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -111,14 +113,14 @@ TEST_F(InputTest, WithCtrlALetterIsACommandInEveryModeAndNeverATool) {
 TEST_F(InputTest, DigitsSetTheBrushAndWithShiftThePower) {
   SetEditMode(EditMode::TerrainMapper);
   Tap('0');
-  EXPECT_EQ(terrain->brushSize, 9);
+  EXPECT_EQ(terrain.brushSize, 9);
   Tap('4');
-  EXPECT_EQ(terrain->brushSize, 4);
+  EXPECT_EQ(terrain.brushSize, 4);
   RouteKey(kKeyShift, true);
   Tap('0');
   RouteKey(kKeyShift, false);
-  EXPECT_FLOAT_EQ(terrain->power, 10);
-  EXPECT_EQ(terrain->brushSize, 4);
+  EXPECT_FLOAT_EQ(terrain.power, 10);
+  EXPECT_EQ(terrain.brushSize, 4);
 }
 
 TEST_F(InputTest, ThePendingPasteTakesTheNextPressInAnyMode) {
@@ -152,7 +154,7 @@ TEST_F(InputTest, ARubberBandBeginsAtThePressAndStaysInTheView) {
   EXPECT_THAT(calls, ElementsAre("rectangle 0 22 90 80", "no paint", "release",
                                  "rectangle 50 40 99 89", "no paint", "release"));
   calls.clear();
-  terrain->tool = TerrainTool::Raising;
+  terrain.tool = TerrainTool::Raising;
   Press(50, 40);
   Drag(60, 40);
   EXPECT_FALSE(editor.rubberBandActive) << "only with the Point Manipulation tool";
@@ -180,7 +182,7 @@ TEST_F(InputTest, AStrokeEndsWhenItsReleaseGoesToAnotherWindow) {
 }
 
 TEST_F(InputTest, EveryPressOfABrushActsWhereItIs) {
-  terrain->tool = TerrainTool::Flatten;
+  terrain.tool = TerrainTool::Flatten;
   Press(5, 5);
   Release(5, 5);
   Press(7, 7);
@@ -190,7 +192,7 @@ TEST_F(InputTest, EveryPressOfABrushActsWhereItIs) {
 }
 
 TEST_F(InputTest, APressActsOnWhatTheCameraSeesNow) {
-  terrain->tool = TerrainTool::Raising;
+  terrain.tool = TerrainTool::Raising;
   editor.lastMouseX = editor.lastMouseY = 3;
   camera.position.y += 10;
   Press(5, 5);
@@ -215,7 +217,7 @@ TEST_F(InputTest, TheModifiersAreThoseOfTheMouseEvent) {
   Press(6, 6);
   EXPECT_THAT(calls, ElementsAre("start selecting 5 5", "select 8 9", "toggle 6 6"));
   SetModifiers(false, true);
-  EXPECT_TRUE(heldInput.keys[kKeyShift]);
+  EXPECT_TRUE(session.heldInput.keys[kKeyShift]);
   EXPECT_TRUE(editor.shiftHeld);
 }
 
@@ -229,7 +231,7 @@ TEST_F(InputTest, ShiftDragMovesPointsWithTheirToolButNotFromAbove) {
   Drag(50, 30);
   EXPECT_THAT(calls, IsEmpty());
   editor.cameraMode = CameraMode::Fly;
-  terrain->tool = TerrainTool::Smoothing;
+  terrain.tool = TerrainTool::Smoothing;
   Show(EditMode::TerrainMapper);
   Drag(50, 20);
   EXPECT_THAT(calls, ElementsAre("pick 50 20", "move brush"));
@@ -276,7 +278,7 @@ TEST_F(InputTest, KeysOnReleaseChangeWaterAndOverlay) {
 TEST_F(InputTest, CtrlReleaseFinishesARoadOnlyWithTheRoadTool) {
   SetEditMode(EditMode::TerrainMapper);
   Tap(kKeyCtrl);
-  terrain->tool = TerrainTool::Road;
+  terrain.tool = TerrainTool::Road;
   Tap(kKeyCtrl);
   EXPECT_THAT(calls, ElementsAre("finish road"));
 }

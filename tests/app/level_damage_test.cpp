@@ -15,6 +15,7 @@
 #include "support/dds_file.h"
 #include "terrain/material_map.h"
 #include "terrain/material_mapper.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -37,7 +38,6 @@ class LevelDamage : public LevelTest {
     good = ReadBytes(path);
     AnswerDialogs("Island");
   }
-  ~LevelDamage() override { ResetObjectStore(); }
 
   // What a level has besides its ground and its settings.
   void AddMembers() {
@@ -179,8 +179,8 @@ TEST_F(LevelDamage, OneMessageTellsHowMuchOfEachPartThereIs) {
   EXPECT_EQ(status().back(),
             "Saved level Island. Not saved: height map, material map, "
             "init/skyandsun.con, static objects, Team DeathMatch entities");
-  EXPECT_FLOAT_EQ(terrain->grid[20][100].h, 127) << "flat where nothing is known";
-  EXPECT_NE(terrain->grid[20][200].h, 127) << "whole segments behind keep their place";
+  EXPECT_FLOAT_EQ(terrain.grid[20][100].h, 127) << "flat where nothing is known";
+  EXPECT_NE(terrain.grid[20][200].h, 127) << "whole segments behind keep their place";
 }
 
 TEST_F(LevelDamage, EachPartIsAskedForOnceAndReplacedOnTheUsersWord) {

@@ -8,12 +8,15 @@
 #include "app/input.h"
 #include "app/level_fixture.h"
 #include "app/modes.h"
-#include "core/mini_map_picture.h"
+#include "core/hooks.h"
 #include "data/archive.h"
+#include "data/open_level.h"
 #include "platform/file.h"
 #include "support/archive_bytes.h"
 #include "terrain/material_map.h"
+#include "terrain/mini_map_picture.h"
 #include "terrain/roads.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -36,10 +39,10 @@ TEST_F(LevelTest, OpeningRunsItsStepsInOrder) {
   EXPECT_TRUE(editor.levelLoaded);
   EXPECT_FALSE(editor.levelModified);
   EXPECT_EQ(modConfig.MaterialSize, 256);
-  EXPECT_FLOAT_EQ(terrain->grid[256][1].h, (256 * 7 % 256) / 256.0f);
+  EXPECT_FLOAT_EQ(terrain.grid[256][1].h, (256 * 7 % 256) / 256.0f);
   EXPECT_TRUE(editor.ShowTextures);
   EXPECT_TRUE(IsEditMode(EditMode::ObjectMapper));
-  const float ground = terrain->grid[128][0].h * modConfig.HeightScale;
+  const float ground = terrain.grid[128][0].h * modConfig.HeightScale;
   EXPECT_EQ(camera.position, (Vector3{512, ground + 40, 0})) << "the middle of an edge";
   EXPECT_FLOAT_EQ(camera.pitch, 0);
 }
@@ -68,14 +71,14 @@ TEST_F(LevelTest, ARoadIsAskedForWhenCtrlIsReleasedAndSavedWithTheLevel) {
   AnswerDialogs("Island");
   ASSERT_TRUE(OpenLevel());
   SetEditMode(EditMode::TerrainMapper);
-  terrain->tool = TerrainTool::Road;
+  terrain.tool = TerrainTool::Road;
   SetHeight(10, 20, 90);
   SetHeight(12, 20, 90);
   AddRoadPointAt(40, 80);
   AddRoadPointAt(48, 80);
   shell.createRoadDialog = [] {
-    terrain->roadAutoMaterial = 1;
-    terrain->roadMaterial = 14;
+    terrain.roadAutoMaterial = 1;
+    terrain.roadMaterial = 14;
     return true;
   };
   RouteKey(kKeyCtrl, true);
@@ -123,12 +126,12 @@ TEST_F(LevelTest, TheCameraComesBackToWhereItWasSaved) {
 TEST_F(LevelTest, CancellingLeavesTheOpenLevelAlone) {
   AnswerDialogs("Island");
   ASSERT_TRUE(OpenLevel());
-  terrain->grid[10][10].h = 99;
+  terrain.grid[10][10].h = 99;
   AnswerDialogs("");
   EXPECT_FALSE(OpenLevel());
   EXPECT_EQ(modConfig.LevelName, "Island");
   EXPECT_EQ(modConfig.MaterialSize, 256);
-  EXPECT_FLOAT_EQ(terrain->grid[10][10].h, 99);
+  EXPECT_FLOAT_EQ(terrain.grid[10][10].h, 99);
   ASSERT_TRUE(SaveLevel());
 }
 
@@ -162,7 +165,7 @@ TEST_F(LevelTest, ALevelWhoseArchiveCannotBeReadCostsTheOpenOneNothing) {
     EXPECT_TRUE(editor.levelLoaded && editor.levelModified);
     EXPECT_EQ(modConfig.LevelName, "Island");
     EXPECT_EQ(camera.position, (Vector3{300, 80, 400}));
-    EXPECT_FLOAT_EQ(terrain->grid[10][10].h, 99);
+    EXPECT_FLOAT_EQ(terrain.grid[10][10].h, 99);
   }
   EXPECT_EQ(ReadBytes(levels / "Renamed.vra"), renamed);
   ASSERT_TRUE(SaveLevel());
@@ -190,16 +193,16 @@ TEST_F(LevelTest, OpeningThatFailsLaterLeavesAnEmptyEditorAndTheArchiveUntouched
   EXPECT_FALSE(isOpen || editor.levelLoaded || editor.levelModified || LevelArchive());
   EXPECT_EQ(modConfig.LevelName, "");
   EXPECT_EQ(modConfig.MaterialSize, 512) << "the mod's";
-  EXPECT_FLOAT_EQ(terrain->grid[10][10].h, kFlatHeight);
+  EXPECT_FLOAT_EQ(terrain.grid[10][10].h, kFlatHeight);
   EXPECT_GT(camera.position.y, kFlatHeight * modConfig.HeightScale);
   EXPECT_EQ(materialMapper->grid[10][10], 0u);
-  EXPECT_EQ(miniMapPicture.grey, MiniMapPicture{}.grey);
+  EXPECT_EQ(terrain.miniMap.grey, MiniMapPicture{}.grey);
   SetEditMode(EditMode::TerrainMapper);
-  terrain->tool = TerrainTool::Flatten;
+  terrain.tool = TerrainTool::Flatten;
   RouteMouse(MouseButton::Left, MouseEvent::Press, 10, 10);
   RouteKey('Z', true);
   EXPECT_FALSE(editor.leftHeld) << "there is nothing to edit";
-  EXPECT_EQ(terrain->tool, TerrainTool::Flatten);
+  EXPECT_EQ(terrain.tool, TerrainTool::Flatten);
 }
 
 TEST_F(LevelTest, AMissingHeightMapIsReportedAndTheGridStaysFlat) {
@@ -212,7 +215,7 @@ TEST_F(LevelTest, AMissingHeightMapIsReportedAndTheGridStaysFlat) {
   scripted::script.answers = {PromptAnswer::Ok};
   EXPECT_TRUE(OpenLevel()) << "the open goes on";
   EXPECT_THAT(scripted::script.prompts[0].text, HasSubstr("Can't Find The Height Map!"));
-  EXPECT_FLOAT_EQ(terrain->grid[100][100].h, 127);
+  EXPECT_FLOAT_EQ(terrain.grid[100][100].h, 127);
 }
 
 // Every change that a save makes to the disk fails in turn, and the program is told to go on.
@@ -225,13 +228,13 @@ TEST_F(LevelTest, AFailedSaveSaysSoAndLeavesTheLevelAsItWas) {
     SetHeight(20, 20, 3.0f + static_cast<float>(failing));
     editor.levelModified = true;
     int change = 0;
-    diskFaultPlan = [&](const DiskChange&) -> std::optional<DiskFault> {
+    hooks.diskFault = [&](const DiskChange&) -> std::optional<DiskFault> {
       if (change++ == failing) return DiskFault{ENOSPC, 1};
       return std::nullopt;
     };
     scripted::script.answers = {PromptAnswer::Ok};
     const bool saved = SaveLevel();
-    diskFaultPlan = nullptr;
+    hooks.diskFault = nullptr;
     if (saved) break;
     EXPECT_TRUE(editor.levelModified);
     EXPECT_THAT(scripted::script.prompts.back().text, HasSubstr("No space left on device"));
@@ -263,11 +266,11 @@ TEST_F(LevelTest, TheStockRunOffersToSaveAndSkipsWhatIsMissing) {
 TEST_F(LevelTest, AStockRunThatFindsNothingLeavesTheOpenLevelWhole) {
   AnswerDialogs("Island");
   ASSERT_TRUE(OpenLevel());
-  const std::string folderBefore = editor.levelFolder.String();
+  const std::string folderBefore = openLevel.folder.String();
   const auto membersBefore = LevelArchive()->Entries().size();
   RunStockLevelLoad();
   EXPECT_EQ(modConfig.LevelName, "Island");
-  EXPECT_EQ(editor.levelFolder, folderBefore);
+  EXPECT_EQ(openLevel.folder, folderBefore);
   ASSERT_TRUE(SaveLevel());
   for (const auto& [name, entry] : LevelArchive()->Entries()) {
     EXPECT_NE(name.find("/Island/"), name.npos) << name << " belongs to another level";

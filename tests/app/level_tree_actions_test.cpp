@@ -17,9 +17,6 @@ namespace {
 class LevelTreeActionsTest : public ShellTest {
  protected:
   LevelTreeActionsTest() {
-    ResetObjectStore();
-    ResetEntities();
-    levelTree = LevelTree{};
     BuildTree();
     AddEntry("bunker", MeshKind::StandardMesh);
     AddEntry("oak", MeshKind::TreeMesh);
@@ -31,11 +28,6 @@ class LevelTreeActionsTest : public ShellTest {
     mesh.treeItem = cachedBunker = InsertItem(levelTree.fixed.cachedObjects, "bunker");
     objectStore.meshes.push_back(mesh);
     shell.renderFrameNow = [this] { ++frames; };
-  }
-  ~LevelTreeActionsTest() override {
-    ResetObjectStore();
-    ResetEntities();
-    levelTree = LevelTree{};
   }
 
   static void AddEntry(const char* name, MeshKind kind) {

@@ -10,6 +10,7 @@
 #include "data/textures.h"
 #include "platform/disk.h"
 #include "terrain/shadow_work.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -28,8 +29,6 @@ constexpr char kTerrainTemplate[] =
 class LightMapCommandsTest : public LevelTest {
  protected:
   LightMapCommandsTest() {
-    shadowSettings = {};
-    textureSet = {};
     CreateFolder("scripts");
     EXPECT_TRUE(WriteWholeFile("scripts\\terrainLightmap.con", kTerrainTemplate));
     EXPECT_TRUE(WriteWholeFile("scripts\\objectsLightmap.con", kTerrainTemplate));
@@ -40,12 +39,12 @@ class LightMapCommandsTest : public LevelTest {
     Choose(1, 0);
     Choose(0, 1);
     levelTextures.SurfaceAssigned[2][2] = true;
-    shadowSettings.ShadowSelected[3][3] = true;
+    terrain.shadowSettings.ShadowSelected[3][3] = true;
   }
 
   static void Choose(std::size_t row, std::size_t column) {
     levelTextures.SurfaceAssigned[row][column] = true;
-    shadowSettings.ShadowSelected[row][column] = true;
+    terrain.shadowSettings.ShadowSelected[row][column] = true;
   }
   static void Answer(std::vector<PromptAnswer> answers) {
     scripted::script.answers = std::move(answers);
@@ -70,7 +69,7 @@ class LightMapCommandsTest : public LevelTest {
 };
 
 TEST_F(LightMapCommandsTest, TerrainShadowsGetTheTilesTheLightAndTheGame) {
-  shadowSettings.ShadowPrecision = 2.5f;
+  terrain.shadowSettings.ShadowPrecision = 2.5f;
   scripted::script.program = [](std::string_view) {
     return WriteWholeFile(Scratch("textures\\LightmapShadowBits.lsb"), "bits");
   };
@@ -149,7 +148,7 @@ TEST_F(LightMapCommandsTest, WithoutATileNothingIsWrittenOrRun) {
   SelectAllShadows(false);
   GenerateTerrainShadows();
   EXPECT_THAT(scripted::script.prompts, IsEmpty());
-  shadowSettings.ShadowSelected[3][3] = true;  // which has no surface
+  terrain.shadowSettings.ShadowSelected[3][3] = true;  // which has no surface
   Answer({PromptAnswer::Ok});
   GenerateTerrainShadows();
   EXPECT_THAT(scripted::script.prompts.at(0).text,

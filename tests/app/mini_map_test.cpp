@@ -5,8 +5,10 @@
 #include <gtest/gtest.h>
 
 #include "app/frame.h"
+#include "app/session.h"
 #include "app/shell_fixture.h"
 #include "support/gl_context.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -22,15 +24,12 @@ class MiniMapTest : public ShellTest {
     constexpr int kSide = kMiniMapSize + 2 * kBorder;
     if (!OpenTestGl(kLeft + kSide + 9, kTop + kSide + 5)) GTEST_SKIP() << TestGlError();
     ResizeView(kLeft + kSide + 9, kTop + kSide + 5);
-    miniMapWindow = {kLeft, kTop, kSide, kSide, kBorder, kBorder, kMiniMapSize, {}, true};
+    session.miniMapWindow = {kLeft, kTop, kSide, kSide, kBorder, kBorder, kMiniMapSize, {}, true};
     for (int i = 0; i < kSide * kSide; ++i) {
-      miniMapWindow.pixels.insert(miniMapWindow.pixels.end(), {255, 0, 0});
+      session.miniMapWindow.pixels.insert(session.miniMapWindow.pixels.end(), {255, 0, 0});
     }
   }
-  void TearDown() override {
-    miniMapWindow = {};
-    ReleaseMiniMap();
-  }
+  void TearDown() override { ReleaseMiniMap(); }
   // Of the picture of the heights.
   static Pixel PixelAt(int x, int y) {
     glClearColor(0, 0, 0, 1);
@@ -81,12 +80,12 @@ TEST_F(MiniMapTest, SurvivesALevelSizeThatIsNotSet) {
 TEST_F(MiniMapTest, HeightsArePixelsCountedFromTheFarCorner) {
   camera.position.Set(900, 0, 900);
   EXPECT_EQ(PixelAt(127, 126), (Pixel{127, 127, 127}));
-  SetMiniMapPixel(1, 2, 200);
-  SetMiniMapPixel(1, 100, 90);
-  SetMiniMapPixel(0, 5, 99);  // falls outside
+  terrain.miniMap.SetPixel(1, 2, 200);
+  terrain.miniMap.SetPixel(1, 100, 90);
+  terrain.miniMap.SetPixel(0, 5, 99);  // falls outside
   EXPECT_EQ(PixelAt(127, 126), (Pixel{200, 200, 200}));
   EXPECT_EQ(PixelAt(127, 28), (Pixel{90, 90, 90})) << "edits after the first frame";
-  miniMapPicture = MiniMapPicture{};
+  terrain.miniMap = MiniMapPicture{};
   EXPECT_EQ(PixelAt(127, 126), (Pixel{127, 127, 127})) << "another level";
 }
 
@@ -96,7 +95,7 @@ TEST_F(MiniMapTest, ItsWindowFramesThePictureAndNothingIsLeftWhereItWas) {
   EXPECT_EQ(PixelAt(-kBorder, 50), frame);
   EXPECT_EQ(PixelAt(kMiniMapSize + kBorder - 1, kMiniMapSize + kBorder - 1), frame);
   EXPECT_EQ(PixelAt(kMiniMapSize + kBorder, 50), outside);
-  miniMapWindow.left += 3;
+  session.miniMapWindow.left += 3;
   EXPECT_EQ(PixelAt(0, 50), outside);
 }
 

@@ -10,7 +10,7 @@
 #include "app/modes.h"
 #include "app/object_operations.h"
 #include "app/start_up.h"
-#include "core/mini_map_picture.h"
+#include "core/hooks.h"
 #include "objects/entities.h"
 #include "objects/object_store.h"
 #include "platform/disk.h"
@@ -18,7 +18,9 @@
 #include "support/archive_bytes.h"
 #include "terrain/level_textures.h"
 #include "terrain/material_map.h"
+#include "terrain/mini_map_picture.h"
 #include "terrain/random_terrain.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -31,9 +33,6 @@ using ::testing::Not;
 class NewLevelTest : public LevelTest {
  protected:
   NewLevelTest() {
-    ResetEntities();
-    ResetObjectStore();
-    levelTextures = LevelTextures{};
     ConnectObjectOperations();
     for (const char* level : {"Island", "Valley"}) AddObjectsScript(level);
     std::ofstream("varnhold.cfg", std::ios::app)
@@ -43,10 +42,6 @@ class NewLevelTest : public LevelTest {
     choices.name = "Atoll";
     choices.size = LevelSize::Small;
     choices.randomTerrain = false;
-  }
-  ~NewLevelTest() override {
-    ResetEntities();
-    ResetObjectStore();
   }
 
   void AddObjectsScript(const std::string& level) const {
@@ -102,7 +97,7 @@ TEST_F(NewLevelTest, EverySizeIsCompleteAndOpensAgain) {
     EXPECT_FLOAT_EQ(modConfig.HeightScale, 1.3f);
     EXPECT_FLOAT_EQ(modConfig.WaterLevel, 35);
     EXPECT_EQ(modConfig.fogEnd, 400);
-    EXPECT_FLOAT_EQ(terrain->grid[samples][samples - 1].h, 127);
+    EXPECT_FLOAT_EQ(terrain.grid[samples][samples - 1].h, 127);
     EXPECT_EQ(MemberOnDisk(choices.name, "heightmap.raw").size(),
               static_cast<std::size_t>(samples) * static_cast<std::size_t>(samples) * 2);
     EXPECT_EQ(MemberOnDisk(choices.name, "materialmap.raw").size(),
@@ -189,20 +184,20 @@ TEST_F(NewLevelTest, RandomTerrainIsMadeWithoutAQuestion) {
     return RandomTerrain(askFirst, [] { return RandomTerrainParameters{}; });
   };
   ASSERT_TRUE(Create());
-  const float made = terrain->grid[100][100].h;
+  const float made = terrain.grid[100][100].h;
   EXPECT_NE(made, 127);
   EXPECT_FALSE(editor.levelModified);
   OpenAgain("Atoll");
-  EXPECT_NEAR(terrain->grid[100][100].h, made, 1.0f / 256);
+  EXPECT_NEAR(terrain.grid[100][100].h, made, 1.0f / 256);
   EXPECT_FLOAT_EQ(modConfig.WaterLevel, 35);
   EXPECT_THAT(TextOnDisk("Atoll", "Init.con"), HasSubstr("water.texLayer1"));
 }
 
 TEST_F(NewLevelTest, AFlatLevelShowsNothingOfTheOneBeforeInTheMiniMap) {
   OpenAgain("Island");
-  ASSERT_NE(miniMapPicture.grey, MiniMapPicture{}.grey);
+  ASSERT_NE(terrain.miniMap.grey, MiniMapPicture{}.grey);
   ASSERT_TRUE(Create());
-  EXPECT_EQ(miniMapPicture.grey, MiniMapPicture{}.grey);
+  EXPECT_EQ(terrain.miniMap.grey, MiniMapPicture{}.grey);
 }
 
 TEST_F(NewLevelTest, TheTheatreNamesTheTextures) {
@@ -227,7 +222,7 @@ TEST_F(NewLevelTest, WithoutGameRulesItBecomesConquest) {
 
 TEST_F(NewLevelTest, CancellingLeavesTheOpenLevelAlone) {
   OpenAgain("Island");
-  terrain->grid[10][10].h = 99;
+  terrain.grid[10][10].h = 99;
   editor.levelModified = true;
   cancelled = true;
   operations.newLevel = [] {
@@ -266,7 +261,7 @@ TEST_F(NewLevelTest, AnOverwrittenLevelStaysAsItsBackup) {
   EXPECT_THAT(ListLevels(), ElementsAre("Island", "Valley"));
   OpenAgain("Island");
   EXPECT_THAT(MembersOnDisk("Island"), Not(Contains("notes.txt")));
-  EXPECT_FLOAT_EQ(terrain->grid[10][10].h, 127);
+  EXPECT_FLOAT_EQ(terrain.grid[10][10].h, 127);
 }
 
 // Every change to the disk fails in turn, and the program is told to go on.
@@ -277,13 +272,13 @@ TEST_F(NewLevelTest, AFailureLeavesTheOldLevelAndAnEditorThatIsUsable) {
     ASSERT_LT(failing, 200) << "the level is never created";
     SCOPED_TRACE(failing);
     int change = 0;
-    diskFaultPlan = [&](const DiskChange&) -> std::optional<DiskFault> {
+    hooks.diskFault = [&](const DiskChange&) -> std::optional<DiskFault> {
       if (change++ == failing) return DiskFault{ENOSPC, 1};
       return std::nullopt;
     };
     scripted::script.answers = {PromptAnswer::Ok};
     const bool created = Create();
-    diskFaultPlan = nullptr;
+    hooks.diskFault = nullptr;
     if (created) break;
     EXPECT_THAT(scripted::script.prompts.back().text,
                 HasSubstr("The level could not be created.\n\n"));

@@ -6,9 +6,9 @@
 #include "app/input.h"
 #include "app/modes.h"
 #include "app/shell_fixture.h"
+#include "core/hooks.h"
 #include "objects/entities.h"
 #include "objects/object_store.h"
-#include "objects/object_windows.h"
 #include "terrain/terrain_render.h"
 
 namespace mw {
@@ -17,7 +17,6 @@ namespace {
 class ObjectInputTest : public ShellTest {
  protected:
   ObjectInputTest() {
-    ResetRecords();
     ConnectObjectOperations();
     auto& catalogue = objectStore.catalogue;
     catalogue.entries[0].name = "hut";
@@ -29,7 +28,6 @@ class ObjectInputTest : public ShellTest {
     objectStore.objects = {hut};
     SetEditMode(EditMode::ObjectMapper);
   }
-  ~ObjectInputTest() override { ResetRecords(); }
 
   static StaticObject& Hut() { return objectStore.objects[0]; }
   static void Press(int x, int y) { RouteMouse(MouseButton::Left, MouseEvent::Press, x, y); }
@@ -60,14 +58,6 @@ class ObjectInputTest : public ShellTest {
     RouteKey(kKeyCtrl, true);
     Tap(key);
     RouteKey(kKeyCtrl, false);
-  }
-
- private:
-  static void ResetRecords() {
-    ResetObjectStore();
-    ResetEntities();
-    levelTree = LevelTree{};
-    objectWindows = ObjectWindows{};
   }
 };
 
@@ -137,7 +127,7 @@ TEST_F(ObjectInputTest, DeleteWorksInTheObjectMapperOnly) {
 
 TEST_F(ObjectInputTest, ADoubleClickEditsASelectedObjectAndIsAPressElsewhere) {
   int sheets = 0;
-  objectWindows.runPropertySheet = [&sheets](PropertySheet&) { return ++sheets > 0; };
+  hooks.runPropertySheet = [&sheets](PropertySheet&) { return ++sheets > 0; };
   ClickHut();
   RouteMouse(MouseButton::Left, MouseEvent::DoubleClick, 5, 5);
   EXPECT_EQ(sheets, 1);

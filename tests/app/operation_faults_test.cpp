@@ -23,6 +23,7 @@
 #include "support/disk_faults.h"
 #include "terrain/shadow_work.h"
 #include "terrain/surface_maps.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -74,21 +75,13 @@ bool NothingSaid() { return scripted::script.prompts.empty(); }
 class OperationFaults : public LevelTest {
  protected:
   OperationFaults() {
-    ResetEntities();
-    ResetObjectStore();
     ConnectObjectOperations();
-    levelTextures = LevelTextures{};
-    shadowSettings = ShadowSettings{};
     WriteConfig();
     fs::remove(folder / kLevels / "Valley.vra");
     AddSmallMembers();
     AnswerDialogs("Island");
   }
-  ~OperationFaults() override {
-    EndProgram();
-    ResetEntities();
-    ResetObjectStore();
-  }
+  ~OperationFaults() override { EndProgram(); }
   static void TearDownTestSuite() {
     std::cout << "Disk faults: " << points << " points tried, " << lost << " levels lost\n";
   }
@@ -124,7 +117,8 @@ class OperationFaults : public LevelTest {
     fs::copy(folder / "Mods", game / "Mods", fs::copy_options::recursive);
     modConfig = ModConfig{};
     ASSERT_TRUE(ParseModConfig("varnhold", modConfig));
-    ResetEditorState();  // the camera's place is saved with a level
+    editor = EditorState{};
+    camera = Camera{};  // its place is saved with a level
     editor.viewReady = true;
     scripted::script.prompts.clear();
     scripted::script.answers.assign(4, PromptAnswer::Yes);
@@ -206,7 +200,7 @@ class OperationFaults : public LevelTest {
   }
   void OpenWithTileToMake() {
     ASSERT_TRUE(OpenLevel());
-    levelTextures.SurfaceAssigned[1][1] = shadowSettings.ShadowSelected[1][1] = true;
+    levelTextures.SurfaceAssigned[1][1] = terrain.shadowSettings.ShadowSelected[1][1] = true;
     scripted::script.prompts.clear();  // opening told what the level lacks
   }
   static bool SaveEdits() {

@@ -13,10 +13,12 @@
 #include "app/level.h"
 #include "app/level_fixture.h"
 #include "app/recovery_offer.h"
+#include "app/session.h"
 #include "data/mods.h"
 #include "support/archive_bytes.h"
 #include "support/disk_faults.h"
 #include "terrain/material_map.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -36,15 +38,11 @@ class RecoveryTest : public LevelTest {
     EXPECT_TRUE(OpenLevel());
     saved = ReadBytes(path);
   }
-  ~RecoveryTest() override {
-    recovery = Recovery{};
-    modList = ModList{};
-  }
 
   // As after a kill: memory is gone, the disk stays.
   static void Restart() {
     archives.Clear();
-    recovery = Recovery{};
+    session.recovery = Recovery{};
     editor.levelLoaded = editor.levelModified = editor.leftHeld = false;
     InitGrid();
     FindMods();
@@ -62,7 +60,7 @@ class RecoveryTest : public LevelTest {
   static int Shown() {
     const int mark = modConfig.fogStart;
     for (int j = 1; j < 100; ++j) {
-      if (terrain->grid[30][j].h != static_cast<float>(mark)) return -1;
+      if (terrain.grid[30][j].h != static_cast<float>(mark)) return -1;
     }
     return materialMapper->grid[40][40] == static_cast<std::uint32_t>(mark % 16) ? mark : -1;
   }
@@ -70,7 +68,7 @@ class RecoveryTest : public LevelTest {
   // The clock shows that it is time to write.
   void LetTimePass() {
     KeepRecovery(clock);
-    clock += recovery.interval;
+    clock += session.recovery.interval;
     KeepRecovery(clock);
   }
 
@@ -100,10 +98,10 @@ TEST_F(RecoveryTest, TheNextStartGoesOnWithTheUnsavedWork) {
 }
 
 TEST_F(RecoveryTest, NothingIsWrittenBeforeItIsTimeOrWhileAButtonIsHeldOrWithoutEdits) {
-  KeepRecovery(clock += recovery.interval);
+  KeepRecovery(clock += session.recovery.interval);
   Edit(50);
-  KeepRecovery(clock += recovery.interval);
-  KeepRecovery(clock += recovery.interval - 1);
+  KeepRecovery(clock += session.recovery.interval);
+  KeepRecovery(clock += session.recovery.interval - 1);
   EXPECT_FALSE(fs::exists(kRecoveryFile)) << "counted from the first edit";
   editor.leftHeld = true;
   KeepRecovery(++clock);
@@ -138,7 +136,7 @@ TEST_F(RecoveryTest, ARunningEditorsWorkIsNeitherOfferedNorReplaced) {
   Edit(50);
   LetTimePass();
   const Bytes file = ReadBytes(kRecoveryFile);
-  Recovery running = std::move(recovery);
+  Recovery running = std::move(session.recovery);
   Restart();
   EXPECT_FALSE(OfferRecovery());
   AnswerDialogs("Valley");
@@ -248,7 +246,7 @@ TEST_F(RecoveryTest, AnInterruptedWritingLeavesTheOneBefore) {
 
 // A real process, really killed.
 TEST_F(RecoveryTest, AKillAtAnyTime) {
-  recovery.interval = 0;
+  session.recovery.interval = 0;
   for (int attempt = 0; attempt < 12; ++attempt) {
     const pid_t editing = fork();
     ASSERT_GE(editing, 0);
@@ -267,7 +265,7 @@ TEST_F(RecoveryTest, AKillAtAnyTime) {
     scripted::script.answers = {PromptAnswer::Yes};
     ASSERT_TRUE(OfferRecovery());
     EXPECT_GE(Shown(), 1) << "half of one edit and half of another";
-    recovery.interval = 0;
+    session.recovery.interval = 0;
   }
   EXPECT_TRUE(fs::exists(kRecoveryFile)) << "no attempt got as far as a first file";
 }

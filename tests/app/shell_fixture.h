@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "app/keys.h"
 #include "app/operations.h"
+#include "app/session.h"
 #include "app/shell.h"
 #include "core/editor_state.h"
 #include "data/mod_config.h"
@@ -19,10 +19,8 @@ namespace mw {
 class ShellTest : public SandboxTest {
  protected:
   ShellTest() {
-    shell = Shell{};
+    ResetProgramState();
     operations = Operations{};
-    heldInput = HeldInput{};
-    modConfig = ModConfig{};
     modConfig.MaterialSize = 256;
     modConfig.WorldSize = 1024;
     modConfig.HeightScale = 0.5f;
@@ -33,8 +31,7 @@ class ShellTest : public SandboxTest {
     shell.setCommandEnabled = [this](CommandId id, bool on) { enabled[id] = on; };
   }
   ~ShellTest() override {
-    DestroyTerrain();
-    shell = Shell{};
+    ResetProgramState();
     operations = Operations{};
   }
 

@@ -5,6 +5,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include "core/hooks.h"
 #include "data/archive.h"
 #include "platform/file.h"
 #include "support/archive_bytes.h"
@@ -87,14 +88,14 @@ TEST_F(ArchiveSafety, ASaveThatDoesNotReadBackAsWrittenIsUndone) {
   for (std::size_t lost = 0;; ++lost) {
     SCOPED_TRACE("write " + std::to_string(lost));
     std::size_t writes = 0;
-    diskFaultPlan = [&](const DiskChange& change) -> std::optional<DiskFault> {
+    hooks.diskFault = [&](const DiskChange& change) -> std::optional<DiskFault> {
       if (change.kind != DiskChange::Kind::Write || writes++ != lost) return std::nullopt;
       return DiskFault{0, change.bytes.size() / 2};
     };
     const bool saved = archive.BeginSave() &&
                        archive.WriteMember("heights", NoiseBytes(40000, 5)) &&
                        archive.WriteMember("added", NoiseBytes(900, 6)) && archive.CommitSave();
-    diskFaultPlan = nullptr;
+    hooks.diskFault = nullptr;
     if (saved) {
       EXPECT_GT(lost, 3u) << "journal, directory and both members are read back";
       break;
@@ -212,7 +213,7 @@ TEST_F(ArchiveSafety, TheClaimFollowsAFileThatTakesTheArchivesPlace) {
 TEST_F(ArchiveSafety, AnotherEditorsSaveIsNotUndone) {
   for (const bool writable : {false, true}) {
     Bytes underWay, journal;
-    diskFaultPlan = [&](const DiskChange& change) -> std::optional<DiskFault> {
+    hooks.diskFault = [&](const DiskChange& change) -> std::optional<DiskFault> {
       if (change.kind != DiskChange::Kind::Remove) return std::nullopt;
       // All is written, the journal is still there.
       underWay = ReadBytes(kLevel);
@@ -225,7 +226,7 @@ TEST_F(ArchiveSafety, AnotherEditorsSaveIsNotUndone) {
       return std::nullopt;
     };
     const bool saved = archive.WriteMember("heights", NoiseBytes(40000, writable ? 3 : 2));
-    diskFaultPlan = nullptr;
+    hooks.diskFault = nullptr;
     EXPECT_TRUE(saved);
     EXPECT_FALSE(journal.empty());
   }

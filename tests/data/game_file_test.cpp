@@ -26,10 +26,10 @@ TEST_F(GameFileTest, EverySpellingOfAPathNamesTheSameMember) {
   EXPECT_EQ(NormalGamePath("Mods\\other\\a"), "Mods\\other\\a") << "another mod's folder stays";
   EXPECT_EQ(NormalGamePath("Mods\\mymod\\Mods\\varnhold\\a"), "Mods\\varnhold\\a")
       << "only one mod folder is taken off";
-  openLevelModFolder = "Mods\\other\\";
+  openLevel.modFolder = "Mods\\other\\";
   EXPECT_EQ(NormalGamePath("Mods\\other\\a"), "a") << "it is the open level's now";
   modConfig.modFolder.clear();
-  openLevelModFolder.clear();
+  openLevel.modFolder.clear();
   EXPECT_EQ(NormalGamePath("Mods\\varnhold\\objects\\a.con"), "objects\\a.con") << "no mod chosen";
 }
 

@@ -10,9 +10,11 @@
 
 #include "core/editor_state.h"
 #include "data/archive.h"
+#include "data/data_state.h"
 #include "data/game_file.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "support/sandbox.h"
 
 namespace mw {
@@ -20,15 +22,15 @@ namespace mw {
 class LevelArchiveTest : public SandboxTest {
  protected:
   LevelArchiveTest() {
-    Forget();
+    ResetDataState();
     modConfig.GamePath = GameFolder();
     modConfig.modFolder = "Mods\\mymod\\";
     modConfig.levelsFolder = kLevelsFolder;
     modConfig.LevelName = "Island";
-    editor.levelFolder = GameFolder() + "Mods\\mymod\\varnhold\\levels\\Island";
+    openLevel.folder = GameFolder() + "Mods\\mymod\\varnhold\\levels\\Island";
     level = archives.CreateArchive((folder / "Island.vra").string());
   }
-  ~LevelArchiveTest() override { Forget(); }
+  ~LevelArchiveTest() override { ResetDataState(); }
 
   static std::span<const std::uint8_t> Bytes(std::string_view text) {
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
@@ -51,19 +53,10 @@ class LevelArchiveTest : public SandboxTest {
     disk.write("\xFF\xFF\xFF\xFF", 4);  // the compressed size of its first segment
   }
   static std::string LevelPath(std::string_view file) {
-    return editor.levelFolder.String() + "/" + std::string(file);
+    return openLevel.folder.String() + "/" + std::string(file);
   }
 
   Archive* level = nullptr;
-
- private:
-  static void Forget() {
-    archives.Clear();
-    modConfig = ModConfig{};
-    openLevelModFolder.clear();
-    ClearGameFileError();
-    ClearLoadReport();
-  }
 };
 
 }  // namespace mw

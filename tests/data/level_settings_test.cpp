@@ -8,6 +8,7 @@
 #include "data/level_archive_test.h"
 #include "data/level_settings_lines.h"
 #include "data/load_report.h"
+#include "data/open_level.h"
 
 namespace mw {
 namespace {
@@ -22,7 +23,7 @@ class LevelSettingsTest : public LevelArchiveTest {
     AddTeam("Desert", "DesertSoldier", "DesertSkin");
     modConfig.chosenTeam = {0, 1};
     modConfig.configurationName = "mymod";
-    settingsDefaults = {};
+    openLevel.settingsDefaults = {};
   }
 
   static void AddTeam(const char* name, const char* soldier, const char* skin) {
@@ -319,7 +320,7 @@ TEST_F(LevelSettingsTest, AnUnknownSkinWarnsAndTakesTheSidesOwnEntry) {
   Put("init.con", "game.setTeamSkin 1 Pirates\r\n");
   BeginLoadReport();
   ReadLevelSettings();
-  EXPECT_THAT(loadReport.lines,
+  EXPECT_THAT(openLevel.loadReport.lines,
               testing::Contains("Team skin \"Pirates\" not available in config file \"mymod\""));
   ClearLoadReport();
   EXPECT_EQ(modConfig.chosenTeam[0], 0);

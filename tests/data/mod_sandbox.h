@@ -9,6 +9,7 @@
 #include "core/hooks.h"
 #include "data/archive.h"
 #include "data/content_archives.h"
+#include "data/data_state.h"
 #include "data/mods.h"
 #include "platform/disk.h"
 #include "support/sandbox.h"
@@ -18,10 +19,7 @@ namespace mw {
 class ModSandboxTest : public SandboxTest {
  protected:
   ModSandboxTest() {
-    CloseContentArchives();
-    archives.Clear();
-    modConfig = ModConfig{};
-    modList = ModList{};
+    ResetDataState();
     hooks.loadObjectCatalogue = [this] { ++catalogueLoads; };
     std::filesystem::create_directories(folder / "TextureSets" / "Default");
     Write("TextureSets/Default/index.dat", "");

@@ -8,6 +8,7 @@
 #include "data/content_archives.h"
 #include "data/mod_files.h"
 #include "data/mod_sandbox.h"
+#include "data/open_level.h"
 #include "data/script.h"
 #include "platform/disk.h"
 
@@ -281,12 +282,12 @@ TEST_F(ModsTest, TheOpenLevelSurvivesAnotherModAndTheDeletionOfItsOwn) {
   modConfig.LevelName = "Island";
   modConfig.fogEnd = 700;
   editor.levelLoaded = true;
-  editor.levelFolder = GameFolder() + "Mods\\winter\\varnhold\\levels\\Island";
+  openLevel.folder = GameFolder() + "Mods\\winter\\varnhold\\levels\\Island";
   const ModSnapshot before = TakeModSnapshot();
 
   ASSERT_TRUE(SelectMod(0));
   modConfig.LevelName = "Dunes";
-  editor.levelFolder = GameFolder() + "Mods\\desert\\varnhold\\levels\\Dunes";
+  openLevel.folder = GameFolder() + "Mods\\desert\\varnhold\\levels\\Dunes";
   scripted::script.answers = {PromptAnswer::Ok};
   ASSERT_TRUE(DeleteMod(1));
   RestoreMod(before);
@@ -295,7 +296,7 @@ TEST_F(ModsTest, TheOpenLevelSurvivesAnotherModAndTheDeletionOfItsOwn) {
   EXPECT_EQ(modList.current, -1) << "its entry is gone";
   EXPECT_EQ(modConfig.LevelName, "Island");
   EXPECT_EQ(modConfig.fogEnd, 700);
-  EXPECT_EQ(editor.levelFolder, GameFolder() + "Mods\\winter\\varnhold\\levels\\Island");
+  EXPECT_EQ(openLevel.folder, GameFolder() + "Mods\\winter\\varnhold\\levels\\Island");
   EXPECT_THAT(OpenArchivePaths(), ::testing::Each(HasSubstr("\\winter\\")));
   EXPECT_EQ(catalogueLoads, 3);
 }
@@ -315,11 +316,11 @@ TEST_F(ModsTest, TheOpenLevelFollowsTheGameFolder) {
   FindMods();
   ASSERT_TRUE(SelectMod(0));
   editor.levelLoaded = true;
-  editor.levelFolder = GameFolder() + "Mods\\winter\\varnhold\\levels\\Island";
+  openLevel.folder = GameFolder() + "Mods\\winter\\varnhold\\levels\\Island";
   std::filesystem::create_directories(folder / "Other" / "Mods");
   scripted::script.answers = {PromptAnswer::Yes};
   ASSERT_TRUE(ApplyModSettings(GameFolder() + "Other", ""));
-  EXPECT_EQ(editor.levelFolder, GameFolder() + "Other\\Mods\\winter\\varnhold\\levels\\Island");
+  EXPECT_EQ(openLevel.folder, GameFolder() + "Other\\Mods\\winter\\varnhold\\levels\\Island");
 }
 
 TEST_F(ModsTest, ReloadingDropsTheLevelsSettingsButNotTheUsersChoices) {

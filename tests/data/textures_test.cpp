@@ -21,7 +21,7 @@ using ::testing::internal::GetCapturedStdout;
 class TexturesTest : public SandboxTest {
  protected:
   TexturesTest() {
-    sharedTextures = {};
+    textureSet.shared = {};
     textureSet = {};
     CreateFolder("media");
     CreateFolder("set");
@@ -57,18 +57,18 @@ TEST_F(TexturesTest, SharedPicturesBecomeMipMappedTextures) {
   WriteWholeFile("media/mat_mud.bmp", UniformBmp(3, 4, 200, 100, 50));
   WriteWholeFile("media/water.bmp", UniformBmp(4, 4, 0, 0, 255));
   ASSERT_TRUE(LoadSharedTextures());
-  EXPECT_EQ(sharedTextures.materials[0], 0u) << "its picture is missing";
-  EXPECT_EQ(sharedTextures.noSurface, 0u);
-  EXPECT_NE(sharedTextures.water, 0u);
+  EXPECT_EQ(textureSet.shared.materials[0], 0u) << "its picture is missing";
+  EXPECT_EQ(textureSet.shared.noSurface, 0u);
+  EXPECT_NE(textureSet.shared.water, 0u);
 
-  EXPECT_THAT(SmallestLevel(sharedTextures.materials[15], 1), ElementsAre(200, 100, 50))
+  EXPECT_THAT(SmallestLevel(textureSet.shared.materials[15], 1), ElementsAre(200, 100, 50))
       << "rows of 6 bytes must not be skewed";
-  EXPECT_THAT(SmallestLevel(sharedTextures.materials[6], 2), ElementsAre(200, 100, 50))
+  EXPECT_THAT(SmallestLevel(textureSet.shared.materials[6], 2), ElementsAre(200, 100, 50))
       << "a side that is no power of two";
 
-  const unsigned water = sharedTextures.water;
+  const unsigned water = textureSet.shared.water;
   ASSERT_TRUE(LoadSharedTextures());
-  EXPECT_EQ(sharedTextures.water, water) << "loaded once per run";
+  EXPECT_EQ(textureSet.shared.water, water) << "loaded once per run";
 }
 
 TEST_F(TexturesTest, IndexFillsTheEntriesItNames) {

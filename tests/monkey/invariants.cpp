@@ -9,6 +9,7 @@
 #include "app/command_table.h"
 #include "app/keys.h"
 #include "app/level.h"
+#include "app/session.h"
 #include "app/shell.h"
 #include "app/ui/main_window.h"
 #include "app/ui/mode_toolbars.h"
@@ -20,6 +21,7 @@
 #include "platform/gl_context.h"
 #include "terrain/level_textures.h"
 #include "terrain/material_map.h"
+#include "terrain/terrain.h"
 #include "terrain/terrain_tools.h"
 #include "tools/help_tour/windows.h"
 
@@ -115,7 +117,7 @@ void CheckChoices(Broken& broken) {
 
 // With no button held no stroke, drag or rubber band goes on.
 void CheckHeld(Broken& broken) {
-  if (QApplication::mouseButtons() != Qt::NoButton || heldInput.leftButton) return;
+  if (QApplication::mouseButtons() != Qt::NoButton || session.heldInput.leftButton) return;
   Expect(!editor.leftHeld, "the left button counts as held", broken);
   Expect(!editor.rubberBandActive, "a rubber band is left", broken);
   Expect(!materialMapper->painting, "painting goes on", broken);
@@ -145,7 +147,7 @@ void CheckTerrain(Broken& broken) {
   if (editor.levelLoaded) {
     Expect(side == 256 || side == 512 || side == 1024, "the level has no usual size", broken);
     Expect(modConfig.WorldSize >= side, "the world is smaller than its samples", broken);
-    Expect(TilesPerSide == side / kTileCells, "the number of tiles is another one", broken);
+    Expect(terrain.tilesPerSide == side / kTileCells, "the number of tiles is another one", broken);
     Expect(IsWithin(modConfig.HeightScale, 0, 1000), "the height scale is out of range", broken);
   }
   if (!HasUsableTerrain()) return;
@@ -153,7 +155,7 @@ void CheckTerrain(Broken& broken) {
   for (int i = 1; i <= side; ++i) {
     for (int j = 0; j < side; ++j) {
       const TerrainVertex& vertex =
-          terrain->grid[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)];
+          terrain.grid[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)];
       if (!IsWithin(vertex.h, 0, kMaxHeight) || vertex.selected > 1 || !(vertex.weight >= 0)) ++bad;
       if (materialMapper->grid[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)] > 255)
         ++materials;
@@ -161,14 +163,14 @@ void CheckTerrain(Broken& broken) {
   }
   Expect(bad == 0, FormatText("%i vertices are out of range", bad), broken);
   Expect(materials == 0, FormatText("%i cells have no material", materials), broken);
-  Expect(terrain->roadPointCount >= 0 && terrain->roadPointCount <= kMaxRoadPoints,
+  Expect(terrain.roadPointCount >= 0 && terrain.roadPointCount <= kMaxRoadPoints,
          "too many road points", broken);
-  Expect(terrain->brushSize >= 1 && terrain->brushSize <= kMaxBrushSize, "the brush has no size",
+  Expect(terrain.brushSize >= 1 && terrain.brushSize <= kMaxBrushSize, "the brush has no size",
          broken);
-  Expect(IsWithin(terrain->power, 1, kMaxToolPower), "the tool's power is out of range", broken);
-  Expect(IsWithin(terrain->smoothingRange, 1, kMaxSmoothingRange),
+  Expect(IsWithin(terrain.power, 1, kMaxToolPower), "the tool's power is out of range", broken);
+  Expect(IsWithin(terrain.smoothingRange, 1, kMaxSmoothingRange),
          "the smoothing range is out of range", broken);
-  Expect(IsWithin(terrain->flattenHeight, 0, kMaxHeight), "the flatten height is out of range",
+  Expect(IsWithin(terrain.flattenHeight, 0, kMaxHeight), "the flatten height is out of range",
          broken);
   Expect(materialMapper->brushSize >= 1 && materialMapper->brushSize <= 9,
          "the material brush has no size", broken);

@@ -33,7 +33,7 @@ void TakeGround(LevelState& state) {
   for (int i = 1; i <= modConfig.MaterialSize; ++i) {
     for (int j = 0; j < modConfig.MaterialSize; ++j) {
       const auto row = static_cast<std::size_t>(i), column = static_cast<std::size_t>(j);
-      const float height = terrain->grid[row][column].h * 256;
+      const float height = terrain.grid[row][column].h * 256;
       state.heights.push_back(std::min(static_cast<int>(height), kLargest));
       state.materials.push_back(materialMapper->grid[row][column]);
     }

@@ -9,10 +9,12 @@
 
 #include "core/text.h"
 #include "data/archive.h"
+#include "data/data_state.h"
 #include "data/mod_config.h"
 #include "objects/level_tree.h"
 #include "objects/mesh_bytes.h"
 #include "objects/object_store.h"
+#include "objects/objects_state.h"
 #include "support/dds_file.h"
 #include "support/gl_context.h"
 #include "support/sandbox.h"
@@ -25,9 +27,8 @@ class ContentTest : public SandboxTest {
 
   void SetUp() override {
     if (!OpenTestGl(8, 8)) GTEST_SKIP() << TestGlError();
-    ResetObjectStore();
-    archives.Clear();
-    modConfig = ModConfig{};
+    ResetDataState();
+    ResetObjectsState();
     modConfig.GamePath = GameFolder();
     modConfig.StandardMeshPath = "Mods\\varnhold\\standardMesh";
     modConfig.TreeMeshPath = "Mods\\varnhold\\treeMesh\\";
@@ -36,9 +37,8 @@ class ContentTest : public SandboxTest {
     BuildTree();
   }
   void TearDown() override {
-    archives.Clear();
-    modConfig = ModConfig{};
-    ResetObjectStore();
+    ResetDataState();
+    ResetObjectsState();
   }
 
   void Put(std::string_view member, const Bytes& bytes) {

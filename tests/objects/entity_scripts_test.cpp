@@ -9,6 +9,7 @@
 
 #include "data/level_archive_test.h"
 #include "data/load_report.h"
+#include "data/open_level.h"
 #include "objects/entities.h"
 #include "objects/object_store.h"
 
@@ -27,12 +28,12 @@ constexpr std::array kFiles{"SoldierSpawnTemplates.con",    "SoldierSpawns.con",
 class EntityScriptsTest : public LevelArchiveTest {
  protected:
   EntityScriptsTest() {
-    ResetEntities();
-    ResetObjectStore();
+    entities = Entities{};
+    objectStore = ObjectStore{};
     BuildTree();
     EXPECT_TRUE(level->BeginSave());  // in memory: no test waits for the disk
   }
-  ~EntityScriptsTest() override { ResetEntities(); }
+  ~EntityScriptsTest() override { entities = Entities{}; }
 
   template <class Template>
   static const Template& TemplateAt(EntityKind kind, std::size_t index) {
@@ -93,7 +94,7 @@ class EntityScriptsTest : public LevelArchiveTest {
 
 std::string InFile(std::string_view folder, std::string_view file, std::string_view lines) {
   std::string text = "rem " + std::string(file) + " created by Mapwright\nrem (" +
-                     editor.levelFolder.String() + "/" + std::string(folder) + "/" +
+                     openLevel.folder.String() + "/" + std::string(folder) + "/" +
                      std::string(file) + ")\n\n" + std::string(lines) + "rem EndOfFile\n";
   std::string stored;
   for (const char c : text) stored += c == '\n' ? "\r\n" : std::string(1, c);
@@ -403,7 +404,7 @@ TEST_F(EntityScriptsTest, AFullTableLosesNothingThatItsThreeFilesShare) {
   Read();
   EXPECT_EQ(entities.Of(EntityKind::ControlPoint).templates.size(), kMaxTemplates);
   EXPECT_EQ(entities.Of(EntityKind::ControlPoint).instances.size(), kMaxInstances);
-  EXPECT_THAT(loadReport.lines, testing::IsEmpty());
+  EXPECT_THAT(openLevel.loadReport.lines, testing::IsEmpty());
 }
 
 TEST_F(EntityScriptsTest, WhatDoesNotFitIsReportedOnceForEachKind) {
@@ -417,7 +418,7 @@ TEST_F(EntityScriptsTest, WhatDoesNotFitIsReportedOnceForEachKind) {
   EXPECT_EQ(entities.Of(EntityKind::ControlPoint).templates.size(), kMaxTemplates);
   EXPECT_EQ(entities.spawnGroups.size(), kMaxSpawnGroups);
   EXPECT_THAT(
-      loadReport.lines,
+      openLevel.loadReport.lines,
       ElementsAre("Too many spawn groups in tdm/spawnPointManagerSettings.con: only the first 48 "
                   "were loaded.",
                   "Too many control point templates in ctf/ControlPointTemplates.con: only the "
@@ -445,7 +446,7 @@ TEST_F(EntityScriptsTest, NamesThatAreTooLongAreCutAndReported) {
   Read();
   EXPECT_EQ(InstanceAt(EntityKind::ControlPoint, 0).name, most);
   EXPECT_EQ(InstanceAt(EntityKind::SoldierSpawn, 0).name, most);
-  EXPECT_EQ(loadReport.lines.at(0),
+  EXPECT_EQ(openLevel.loadReport.lines.at(0),
             "Some names in conquest/ControlPointTemplates.con are longer than 47 characters and "
             "were cut.");
   EXPECT_FALSE(MayWrite(LevelPart::ConquestEntities));
@@ -457,7 +458,7 @@ TEST_F(EntityScriptsTest, ADamagedFileIsReportedAndNotToBeReplaced) {
   ASSERT_TRUE(level->CommitSave());
   Damage("conquest/SoldierSpawns.con");
   Read();
-  EXPECT_EQ(loadReport.lines.at(0),
+  EXPECT_EQ(openLevel.loadReport.lines.at(0),
             "The file conquest/SoldierSpawns.con is damaged: not all of its soldier spawns could "
             "be loaded (0 were).");
   EXPECT_FALSE(MayWrite(LevelPart::ConquestEntities));
@@ -467,7 +468,7 @@ TEST_F(EntityScriptsTest, OneOfTwoFilesThatIsMissingIsReported) {
   Put("ctf/SoldierSpawnTemplates.con", "ObjectTemplate.create SpawnPoint s\n");
   Put("tdm/ControlPoints.con", "Object.create c\n");
   Read();
-  EXPECT_THAT(loadReport.lines,
+  EXPECT_THAT(openLevel.loadReport.lines,
               ElementsAre("The file ctf/SoldierSpawns.con is missing.",
                           "Of the control points in tdm/ControlPoints.con, 1 without a template "
                           "were left out.",

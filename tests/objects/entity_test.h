@@ -7,11 +7,12 @@
 #include <vector>
 
 #include "core/editor_state.h"
+#include "core/hooks.h"
 #include "data/mod_config.h"
 #include "objects/entities.h"
 #include "objects/entity_editing.h"
 #include "objects/object_store.h"
-#include "objects/object_windows.h"
+#include "objects/objects_state.h"
 #include "objects/property_sheet.h"
 #include "support/sandbox.h"
 
@@ -22,10 +23,10 @@ class EntityTest : public SandboxTest {
   EntityTest() {
     modConfig = ModConfig{};
     modConfig.WorldSize = 1024;
-    Reset();
+    ResetObjectsState();
     BuildTree();
   }
-  ~EntityTest() override { Reset(); }
+  ~EntityTest() override { ResetObjectsState(); }
 
   static EntityTables& Of(EntityKind kind) { return entities.Of(kind); }
   static EntityTables& SoldierSpawns() { return Of(EntityKind::SoldierSpawn); }
@@ -90,12 +91,10 @@ class EntityTest : public SandboxTest {
 
   // The user presses OK, after having done `change`; or Cancel.
   static void AcceptSheets(std::function<void(PropertySheet&)> change = [](PropertySheet&) {}) {
-    objectWindows.runPropertySheet = [change](PropertySheet& sheet) { return change(sheet), true; };
+    hooks.runPropertySheet = [change](PropertySheet& sheet) { return change(sheet), true; };
   }
   static void CancelSheets(std::function<void(PropertySheet&)> change = [](PropertySheet&) {}) {
-    objectWindows.runPropertySheet = [change](PropertySheet& sheet) {
-      return change(sheet), false;
-    };
+    hooks.runPropertySheet = [change](PropertySheet& sheet) { return change(sheet), false; };
   }
   static PropertyField& Field(PropertySheet& sheet, std::string_view label) {
     for (PropertyField& field : sheet.fields) {
@@ -118,14 +117,6 @@ class EntityTest : public SandboxTest {
     GameModeChoice* rows = std::get<GameModeChoice*>(Field(sheet, "Game Modes").value);
     const GameModeChoices chosen = ChoicesOf(modes);
     for (std::size_t i = 0; i < chosen.size(); ++i) rows[i].checked = chosen[i].checked;
-  }
-
- private:
-  static void Reset() {
-    ResetEntities();
-    ResetObjectStore();
-    levelTree = LevelTree{};
-    objectWindows = ObjectWindows{};
   }
 };
 

@@ -17,7 +17,7 @@ using ::testing::IsEmpty;
 class ObjectBrowserTest : public SandboxTest {
  protected:
   ObjectBrowserTest() {
-    ResetObjectStore();
+    objectStore = ObjectStore{};
     levelTree = LevelTree{};
     BuildTree();
     Add("loose", -1);
@@ -29,7 +29,7 @@ class ObjectBrowserTest : public SandboxTest {
     Add("palm", Category("vegetation"));
   }
   ~ObjectBrowserTest() override {
-    ResetObjectStore();
+    objectStore = ObjectStore{};
     levelTree = LevelTree{};
   }
 

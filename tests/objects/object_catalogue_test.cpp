@@ -65,11 +65,11 @@ TEST(ObjectList, NamesKeep31Bytes) {
 class ObjectCatalogueTest : public SandboxTest {
  protected:
   ObjectCatalogueTest() {
-    ResetObjectStore();
+    objectStore = ObjectStore{};
     modConfig = ModConfig{};
     modConfig.ObjectsList = "objects.lst";
   }
-  ~ObjectCatalogueTest() override { ResetObjectStore(); }
+  ~ObjectCatalogueTest() override { objectStore = ObjectStore{}; }
 
   static void Load(std::string_view list) {
     ASSERT_TRUE(WriteWholeFile("objects.lst", list));

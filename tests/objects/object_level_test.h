@@ -9,10 +9,11 @@
 
 #include "core/camera.h"
 #include "core/editor_state.h"
+#include "core/hooks.h"
 #include "data/level_archive_test.h"
 #include "objects/entities.h"
 #include "objects/object_store.h"
-#include "objects/object_windows.h"
+#include "objects/objects_state.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_render.h"
 
@@ -24,7 +25,7 @@ class ObjectLevelTest : public LevelArchiveTest {
   static constexpr float kSide = 1024;     // world units
 
   ObjectLevelTest() {
-    ResetRecords();
+    ResetObjectsState();
     modConfig.MaterialSize = 256;
     modConfig.WorldSize = static_cast<std::int32_t>(kSide);
     modConfig.HeightScale = 0.5f;
@@ -38,7 +39,7 @@ class ObjectLevelTest : public LevelArchiveTest {
   }
   ~ObjectLevelTest() override {
     DestroyTerrain();
-    ResetRecords();
+    ResetObjectsState();
   }
 
   void LoadCatalogue(const std::string& list) {
@@ -83,14 +84,6 @@ class ObjectLevelTest : public LevelArchiveTest {
   // The view's point over a place in level coordinates.
   static void PutCursorOver(float levelX, float y, float z) {
     objectStore.CursorPoint = {kSide - levelX, y, z};
-  }
-
- private:
-  static void ResetRecords() {
-    ResetObjectStore();
-    ResetEntities();
-    levelTree = LevelTree{};
-    objectWindows = ObjectWindows{};
   }
 };
 

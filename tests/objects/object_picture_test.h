@@ -12,6 +12,7 @@
 #include "objects/entities.h"
 #include "objects/object_render.h"
 #include "objects/object_store.h"
+#include "objects/objects_state.h"
 #include "support/gl_context.h"
 #include "support/object_scene.h"
 #include "support/sandbox.h"
@@ -32,8 +33,7 @@ class ObjectPictureTest : public SandboxTest {
 
   void SetUp() override {
     if (!OpenTestGl(kWidth, kHeight)) GTEST_SKIP() << TestGlError();
-    ResetObjectStore();
-    ResetEntities();
+    ResetObjectsState();
     MakeLandscape(256);
     objectStore.CursorPoint = {-1000, 0, 0};
     objectStore.objects.reserve(kMaxStaticObjects);
@@ -48,8 +48,7 @@ class ObjectPictureTest : public SandboxTest {
     DeleteSceneMeshes();
     glDeleteTextures(1, &texture_);
     RemoveLandscape();
-    ResetObjectStore();
-    ResetEntities();
+    ResetObjectsState();
   }
 
   // Level coordinates of a place given from the middle of the level in view coordinates.

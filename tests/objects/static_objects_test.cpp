@@ -4,10 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "core/hooks.h"
 #include "data/load_report.h"
+#include "data/open_level.h"
 #include "objects/object_level_test.h"
 #include "objects/property_sheet.h"
 #include "support/archive_bytes.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -45,7 +48,7 @@ class StaticObjectsTest : public ObjectLevelTest {
     LoadStaticObjects();
     EndLoadReport();
     SaveStaticObjects();
-    EXPECT_THAT(loadReport.lines, testing::Contains(testing::StartsWith(line)));
+    EXPECT_THAT(openLevel.loadReport.lines, testing::Contains(testing::StartsWith(line)));
     EXPECT_EQ(Get(kScript), before);
     EXPECT_EQ(Get(kSpawnScript), kSpawns);
   }
@@ -140,7 +143,7 @@ TEST_F(StaticObjectsTest, ATooLargeLevelIsNotOverwritten) {
   Put(kSpawnScript, kSpawns);
   ExpectLossSaidAndNothingSaved(
       "Could not load all objects - Maximum number of objects exceeded! (2048 were loaded.)");
-  EXPECT_EQ(loadReport.lines.back(), "The level's entities were not loaded.");
+  EXPECT_EQ(openLevel.loadReport.lines.back(), "The level's entities were not loaded.");
   EXPECT_EQ(objectStore.objects.size(), 2048u);
   EXPECT_EQ(ChildrenOf(levelTree.fixed.standardMeshes).size(), 2048u);
 
@@ -227,7 +230,7 @@ TEST_F(StaticObjectsTest, AFullTableRefusesMore) {
 TEST_F(StaticObjectsTest, TheEditSheetShowsTheNameAndChangesPlaceAndTurn) {
   AddObject("hut", {1, 2, 3});
   std::vector<std::string> shown;
-  objectWindows.runPropertySheet = [&shown](PropertySheet& sheet) {
+  hooks.runPropertySheet = [&shown](PropertySheet& sheet) {
     shown = {sheet.title, sheet.fields[0].label.String(), sheet.fields[1].label.String(),
              sheet.fields[2].label.String()};
     EXPECT_FALSE(sheet.fields[0].editable);
@@ -247,7 +250,7 @@ TEST_F(StaticObjectsTest, TheEditSheetShowsTheNameAndChangesPlaceAndTurn) {
 
 TEST_F(StaticObjectsTest, EverythingIsSetOnTheGround) {
   SetHeight(10, 20, 200);
-  AddObject("hut", {kSide - 10 * CellSize - 1, 500, 20 * CellSize + 1});
+  AddObject("hut", {kSide - 10 * terrain.cellSize - 1, 500, 20 * terrain.cellSize + 1});
   const ObjectSpawn& spawn = AddObjectSpawn({500, -3, 500});
   SnapAllToGround();
   EXPECT_FLOAT_EQ(objectStore.objects[0].position.y, 100);

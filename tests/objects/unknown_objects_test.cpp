@@ -1,6 +1,7 @@
 #include "objects/unknown_objects.h"
 
 #include "data/load_report.h"
+#include "data/open_level.h"
 #include "objects/object_level_test.h"
 #include "objects/static_object_records.h"
 #include "objects/static_objects.h"
@@ -15,10 +16,10 @@ TEST_F(UnknownObjectsTest, AreListedOnceAndFollowTheCatalogue) {
     AppendStaticObject(NewStaticObject(name));
   BeginLoadReport();
   NoteUnknownObjects();
-  ASSERT_EQ(loadReport.lines.size(), 1u);
-  EXPECT_EQ(loadReport.lines[0],
+  ASSERT_EQ(openLevel.loadReport.lines.size(), 1u);
+  EXPECT_EQ(openLevel.loadReport.lines[0],
             "Not in the mod's object list and drawn as plain boxes: mill, shed (2).");
-  EXPECT_TRUE(loadReport.readWhole) << "nothing of the level is damaged";
+  EXPECT_TRUE(openLevel.loadReport.readWhole) << "nothing of the level is damaged";
 
   LoadCatalogue("[TREES]\nshed=TreeMesh(shed_m1)\n");
   const auto& objects = objectStore.objects;
@@ -27,7 +28,8 @@ TEST_F(UnknownObjectsTest, AreListedOnceAndFollowTheCatalogue) {
   BeginLoadReport();
   for (int i = 0; i < 20; ++i) AppendStaticObject(NewStaticObject("hall" + std::to_string(i)));
   NoteUnknownObjects();
-  EXPECT_TRUE(loadReport.lines[0].ends_with("hall19 and 10 more names.")) << loadReport.lines[0];
+  EXPECT_TRUE(openLevel.loadReport.lines[0].ends_with("hall19 and 10 more names."))
+      << openLevel.loadReport.lines[0];
   ClearLoadReport();
 }
 

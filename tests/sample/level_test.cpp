@@ -3,13 +3,13 @@
 #include <filesystem>
 #include <fstream>
 
-#include "core/editor_state.h"
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/dds.h"
 #include "data/game_file.h"
 #include "data/level_settings.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "sample/installation.h"
 #include "sample/level_members.h"
 #include "sample/placement.h"
@@ -52,7 +52,7 @@ class SampleLevelTest : public SandboxTest,
     ASSERT_TRUE(WriteArchive(path, StorageMode::Compressed, LevelMembers(level, tileSide)));
     ASSERT_NE(archives.OpenArchive(path, true), nullptr);
     modConfig.LevelName = name;
-    editor.levelFolder = GameFolder() + "Mods\\varnhold\\varnhold\\levels\\" + name;
+    openLevel.folder = GameFolder() + "Mods\\varnhold\\varnhold\\levels\\" + name;
     ReadLevelSettings();
   }
 
@@ -100,7 +100,7 @@ TEST_P(SampleLevelTest, PavedRoadsInTheTilesLieOnTheirBeds) {
   for (const PathPoint& point : road.path) {
     if (point.bridge || point.at.x >= level.land.height.WorldSize()) continue;
     EXPECT_NEAR(level.land.height.Sample(point.at), point.height, 2.0f);
-    const auto tile = LoadDds(FormatText("%s/textures/Tx0%ix0%i.dds", editor.levelFolder.c_str(),
+    const auto tile = LoadDds(FormatText("%s/textures/Tx0%ix0%i.dds", openLevel.folder.c_str(),
                                          static_cast<int>(point.at.x / kTileSize),
                                          static_cast<int>(point.at.z / kTileSize)));
     ASSERT_TRUE(tile);

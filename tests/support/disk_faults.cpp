@@ -4,6 +4,7 @@
 #include <random>
 #include <utility>
 
+#include "core/hooks.h"
 #include "support/archive_bytes.h"
 
 namespace mw {
@@ -24,7 +25,7 @@ bool ChangesContent(Kind kind) { return kind == Kind::Write || kind == Kind::Tru
 }  // namespace
 
 DiskFaults::DiskFaults(FaultKind kind, std::size_t change) {
-  diskFaultPlan = [this, kind, left = change](const DiskChange& made) mutable {
+  hooks.diskFault = [this, kind, left = change](const DiskChange& made) mutable {
     std::optional<DiskFault> fault;
     if (kind == FaultKind::Short && made.kind != Kind::Write) return fault;
     const bool reached = left == 0;
@@ -39,7 +40,7 @@ DiskFaults::DiskFaults(FaultKind kind, std::size_t change) {
   };
 }
 
-DiskFaults::~DiskFaults() { diskFaultPlan = nullptr; }
+DiskFaults::~DiskFaults() { hooks.diskFault = nullptr; }
 
 PowerCut::PowerCut(fs::path folder, std::size_t change, std::uint32_t seed)
     : folder_(std::move(folder)), left_(change), seed_(seed) {
@@ -48,10 +49,10 @@ PowerCut::PowerCut(fs::path folder, std::size_t change, std::uint32_t seed)
     lasting_.push_back(ReadBytes(file.path()));
   }
   names_ = lastingNames_;
-  diskFaultPlan = [this](const DiskChange& made) { return Watch(made); };
+  hooks.diskFault = [this](const DiskChange& made) { return Watch(made); };
 }
 
-PowerCut::~PowerCut() { diskFaultPlan = nullptr; }
+PowerCut::~PowerCut() { hooks.diskFault = nullptr; }
 
 std::optional<DiskFault> PowerCut::Watch(const DiskChange& change) {
   if (left_ == 0) hit_ = true;
@@ -111,7 +112,7 @@ void PowerCut::MakeLasting(const Pending& change) {
 }
 
 void PowerCut::Restart() {
-  diskFaultPlan = nullptr;
+  hooks.diskFault = nullptr;
   std::minstd_rand random(seed_ + 1);
   const auto lasts = [&random] { return random() % 2 == 0; };
   for (Pending& change : pending_) {

@@ -15,10 +15,10 @@ namespace mw::plain {
 namespace {
 
 void Corner(int a, int b, float raise = 0) {
-  const TerrainVertex& vertex = terrain->grid[a][b];
+  const TerrainVertex& vertex = terrain.grid[a][b];
   const int row = a == 0 ? modConfig.MaterialSize : a;
   const int column = b == modConfig.MaterialSize ? 0 : b;
-  const float height = terrain->grid[row][column].h * modConfig.HeightScale;
+  const float height = terrain.grid[row][column].h * modConfig.HeightScale;
   glVertex3f(vertex.x, height + raise, vertex.z);
 }
 
@@ -26,7 +26,7 @@ bool IsInBrush(int i, int j) {
   const int size = modConfig.MaterialSize;
   const float c = static_cast<float>(modConfig.WorldSize) / static_cast<float>(size);
   const float b = static_cast<float>(materialMapper->brushSize);
-  const float x = terrain->grid[i][j].x, z = terrain->grid[i][j].z;
+  const float x = terrain.grid[i][j].x, z = terrain.grid[i][j].z;
   const Vector3& pick = materialMapper->pick;
   return pick.x - (b - 1) * c < x && x <= pick.x + b * c && pick.z - b * c < z &&
          z <= pick.z + (b - 1) * c && 1 <= i && i <= size && 0 <= j && j < size;
@@ -87,7 +87,7 @@ void DrawCell(int i, int j) {
     glBindTexture(GL_TEXTURE_2D, textureSet.textures[material].texture);
     DrawSurface(i, j);
   } else {
-    glBindTexture(GL_TEXTURE_2D, sharedTextures.materials[material]);
+    glBindTexture(GL_TEXTURE_2D, textureSet.shared.materials[material]);
     DrawIcon(i, j);
   }
   glDisable(GL_TEXTURE_2D);
@@ -99,8 +99,8 @@ void DrawCell(int i, int j) {
 void DrawMaterialModeCells() {
   if (editor.ShowGrid) glEnable(GL_POLYGON_OFFSET_FILL);
   glPolygonOffset(kGridDepthFactor, kGridDepthUnits);
-  for (int i = viewSquare.ViewRowEnd; i > viewSquare.ViewRowStart; --i) {
-    for (int j = viewSquare.ViewColStart; j < viewSquare.ViewColEnd; ++j) {
+  for (int i = terrain.viewSquare.ViewRowEnd; i > terrain.viewSquare.ViewRowStart; --i) {
+    for (int j = terrain.viewSquare.ViewColStart; j < terrain.viewSquare.ViewColEnd; ++j) {
       if (CellMap::IsCornerVisible(i, j)) DrawCell(i, j);
     }
   }

@@ -26,10 +26,10 @@ struct CellCorners {
 };
 
 Vector3 Corner(int a, int b) {
-  const TerrainVertex& vertex = terrain->grid[a][b];
+  const TerrainVertex& vertex = terrain.grid[a][b];
   const int row = a == 0 ? modConfig.MaterialSize : a;
   const int column = b == modConfig.MaterialSize ? 0 : b;
-  return {vertex.x, terrain->grid[row][column].h * modConfig.HeightScale, vertex.z};
+  return {vertex.x, terrain.grid[row][column].h * modConfig.HeightScale, vertex.z};
 }
 
 CellCorners CornersOf(int i, int j) {
@@ -39,12 +39,15 @@ CellCorners CornersOf(int i, int j) {
 bool Within(float value, float low, float high) { return low < value && value <= high; }
 
 bool IsInFlattenBrush(const CellCorners& cell) {
-  if (terrain->tool != TerrainTool::Flatten) return false;
+  if (terrain.tool != TerrainTool::Flatten) return false;
   const float x = cell.nearLeft.x, z = cell.nearLeft.z;
-  if (!terrain->flattenSampled || editor.ctrlHeld)
-    return Within(x, pick.x, pick.x + CellSize) && Within(z, pick.z - CellSize, pick.z);
-  const float inner = static_cast<float>(terrain->brushSize) * CellSize, outer = inner + CellSize;
-  return Within(x, pick.x - inner, pick.x + outer) && Within(z, pick.z - outer, pick.z + inner);
+  if (!terrain.flattenSampled || editor.ctrlHeld)
+    return Within(x, terrain.pick.x, terrain.pick.x + terrain.cellSize) &&
+           Within(z, terrain.pick.z - terrain.cellSize, terrain.pick.z);
+  const float inner = static_cast<float>(terrain.brushSize) * terrain.cellSize,
+              outer = inner + terrain.cellSize;
+  return Within(x, terrain.pick.x - inner, terrain.pick.x + outer) &&
+         Within(z, terrain.pick.z - outer, terrain.pick.z + inner);
 }
 
 // Texture coordinates count tiles over the whole level; those of a tile start at its own corner.
@@ -54,21 +57,21 @@ struct TextureOrigin {
 
 void TexturedVertex(const Vector3& p, int a, int b, const TextureOrigin& origin) {
   const auto size = static_cast<float>(modConfig.MaterialSize);
-  const auto tiles = static_cast<float>(TilesPerSide);
+  const auto tiles = static_cast<float>(terrain.tilesPerSide);
   glTexCoord2f((size - static_cast<float>(a)) / size * tiles - origin.s,
                static_cast<float>(b) / size * tiles - origin.t);
   glVertex3f(p.x, p.y, p.z);
 }
 
 void DrawTexturedCell(const CellCorners& cell) {
-  const int blockRow = TilesPerSide - (cell.i - 1) / 64 - 1, blockColumn = cell.j / 64;
+  const int blockRow = terrain.tilesPerSide - (cell.i - 1) / 64 - 1, blockColumn = cell.j / 64;
   const auto row = std::int64_t{blockRow} - modConfig.TexOffsetX;
   const auto column = std::int64_t{blockColumn} - modConfig.TexOffsetY;
   const bool inTable = row >= 0 && column >= 0 && row < kMaxTiles && column < kMaxTiles;
   const SurfaceTile tile =
       inTable ? levelTextures.tiles[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)]
               : SurfaceTile{};
-  glBindTexture(GL_TEXTURE_2D, tile.hasTexture ? tile.texture : sharedTextures.noSurface);
+  glBindTexture(GL_TEXTURE_2D, tile.hasTexture ? tile.texture : textureSet.shared.noSurface);
   TextureOrigin origin;
   if (tile.hasTexture) origin = {static_cast<float>(blockRow), static_cast<float>(blockColumn)};
   glEnable(GL_TEXTURE_2D);
@@ -110,10 +113,10 @@ bool IsSteep(const CellCorners& cell) {
   return along.y > 0.7 || along.y < -0.7 || across.y > 0.7 || across.y < -0.7;
 }
 
-void SetBaseColour() { glColor4fv(TerrainBaseColour().data()); }
+void SetBaseColour() { glColor4fv(terrain.baseColour.data()); }
 
 void SetBrushColour() {
-  if (terrain->flattenSampled && !editor.ctrlHeld)
+  if (terrain.flattenSampled && !editor.ctrlHeld)
     glColor4f(1, 0, 0, 1);
   else
     glColor4f(0, 0, 1, 1);
@@ -121,12 +124,12 @@ void SetBrushColour() {
 
 // Their depths sort them; the program draws them in order.
 void DrawMarker(const CellCorners& cell) {
-  const TerrainVertex& vertex = terrain->grid[cell.i][cell.j];
+  const TerrainVertex& vertex = terrain.grid[cell.i][cell.j];
   const Vector3& d = camera.direction;
   if (vertex.selected)
     glColor4f(1, 0, 0, 1);
-  else if (vertex.weight > 0 && terrain->autoSmoothing)
-    glColor4f(vertex.weight / terrain->smoothingRange, 1, 0, 1);
+  else if (vertex.weight > 0 && terrain.autoSmoothing)
+    glColor4f(vertex.weight / terrain.smoothingRange, 1, 0, 1);
   else
     glColor4f(0, 0, 0, 1);
   glLineWidth(10);
@@ -173,8 +176,8 @@ template <typename DrawCell>
 void ForEachVisibleCell(DrawCell drawCell) {
   if (editor.ShowGrid) glEnable(GL_POLYGON_OFFSET_FILL);
   glPolygonOffset(kGridDepthFactor, kGridDepthUnits);
-  for (int i = viewSquare.ViewRowEnd; i > viewSquare.ViewRowStart; --i) {
-    for (int j = viewSquare.ViewColStart; j < viewSquare.ViewColEnd; ++j) {
+  for (int i = terrain.viewSquare.ViewRowEnd; i > terrain.viewSquare.ViewRowStart; --i) {
+    for (int j = terrain.viewSquare.ViewColStart; j < terrain.viewSquare.ViewColEnd; ++j) {
       const CellCorners cell = CornersOf(i, j);
       const Vector3& p = cell.nearLeft;
       if (camera.IsPointVisible(p.x, p.y, p.z, kCullMargin)) drawCell(cell);
@@ -188,7 +191,7 @@ void ForEachVisibleCell(DrawCell drawCell) {
 void DrawTerrainModeCells() {
   glDisable(GL_TEXTURE_2D);
   ForEachVisibleCell(DrawTerrainModeCell);
-  if (terrain->tool == TerrainTool::PointManipulation) ForEachVisibleCell(DrawMarker);
+  if (terrain.tool == TerrainTool::PointManipulation) ForEachVisibleCell(DrawMarker);
 }
 
 void DrawPlainCells() {

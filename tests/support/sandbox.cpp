@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include "core/editor_state.h"
-#include "core/hooks.h"
 
 namespace mw {
 namespace {
@@ -22,8 +21,7 @@ SandboxTest::SandboxTest() : before_(std::filesystem::current_path()) {
   if (!mkdtemp(name.data())) std::abort();
   folder = name;
   std::filesystem::current_path(folder);
-  ResetEditorState();
-  hooks = Hooks{};
+  ResetCoreState();
   scripted::ResetScript();
   scripted::script.unexpectedPrompt = FailOnUnexpectedPrompt;
 }

@@ -74,12 +74,10 @@ void MakeLandscape(int materialSize) {
   modConfig.WorldSize = materialSize * 4;
   modConfig.HeightScale = 0.6f;
   modConfig.WaterLevel = 45;
-  pick = PickState{};
-  SetTerrainBaseColour(255, 255, 255, 255);
   CreateTerrain();
   InitGrid();
   for (int i = 1; i <= materialSize; ++i) {
-    for (int j = 0; j < materialSize; ++j) terrain->grid[i][j].h = Hills(i, j);
+    for (int j = 0; j < materialSize; ++j) terrain.grid[i][j].h = Hills(i, j);
   }
   MarkAllTerrainChanged();
 }
@@ -95,11 +93,11 @@ void MakeLandscapeTextures() {
       levelTextures.tiles[row][column] = {MakeTexture(90 + row * 20, 250 - column * 25, 120), true};
   }
   levelTextures.tiles[4][4].hasTexture = false;
-  sharedTextures.noSurface = MakeTexture(255, 0, 255);
-  sharedTextures.water = MakeTexture(120, 160, 255);
+  textureSet.shared.noSurface = MakeTexture(255, 0, 255);
+  textureSet.shared.water = MakeTexture(120, 160, 255);
   for (int material = 0; material < kMaterialCount; ++material) {
     const auto index = static_cast<std::size_t>(material);
-    sharedTextures.materials[index] = MakeTexture(60 + material * 12, 250 - material * 15, 90);
+    textureSet.shared.materials[index] = MakeTexture(60 + material * 12, 250 - material * 15, 90);
     textureSet.textures[index].texture = MakeTexture(200 - material * 10, 80, 60 + material * 12);
   }
 }
@@ -111,11 +109,11 @@ void DeleteLandscapeTextures() {
       tile = SurfaceTile{};
     }
   }
-  glDeleteTextures(1, &sharedTextures.noSurface);
-  glDeleteTextures(1, &sharedTextures.water);
-  glDeleteTextures(kMaterialCount, sharedTextures.materials.data());
+  glDeleteTextures(1, &textureSet.shared.noSurface);
+  glDeleteTextures(1, &textureSet.shared.water);
+  glDeleteTextures(kMaterialCount, textureSet.shared.materials.data());
   for (const SetTexture& texture : textureSet.textures) glDeleteTextures(1, &texture.texture);
-  sharedTextures = SharedTextures{};
+  textureSet.shared = SharedTextures{};
   textureSet = TextureSet{};
 }
 

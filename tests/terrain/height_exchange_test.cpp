@@ -4,10 +4,10 @@
 
 #include "core/editor_state.h"
 #include "core/hooks.h"
-#include "core/mini_map_picture.h"
 #include "data/mod_config.h"
 #include "support/archive_bytes.h"
 #include "support/sandbox.h"
+#include "terrain/mini_map_picture.h"
 #include "terrain/terrain.h"
 
 namespace mw {
@@ -48,7 +48,7 @@ class HeightExchangeTest : public SandboxTest {
     ImportHeightmap(Choose(bits));
   }
   std::filesystem::path File() const { return folder / "heightmap.raw"; }
-  static float& Height(int i, int j) { return terrain->grid[i][j].h; }
+  static float& Height(int i, int j) { return terrain.grid[i][j].h; }
   static void ExpectNothingImported() {
     EXPECT_EQ(Height(kSide, 0), 127);
     EXPECT_EQ(Height(1, kSide - 1), 127);
@@ -138,7 +138,7 @@ TEST_F(HeightExchangeTest, SixteenBitsComeBackAsTheyWere) {
   EXPECT_EQ(Export(SampleBits::Sixteen), file);
   EXPECT_TRUE(editor.levelModified);
   EXPECT_EQ(repaints, 1);
-  EXPECT_EQ(miniMapPicture.grey[(128 - 10) * kMiniMapSize + 128 - 100],
+  EXPECT_EQ(terrain.miniMap.grey[(128 - 10) * kMiniMapSize + 128 - 100],
             static_cast<int>(Height(200, 21)));
 }
 

@@ -19,20 +19,20 @@ Bytes RandomImage(std::minstd_rand& random, int size) {
 }
 
 // Every vertex by itself.
-void LoadPlainly(const Bytes& image, int size, Terrain& to) {
+void LoadPlainly(const Bytes& image, int size, VertexGrid& to) {
   for (int i = 1; i <= size; ++i) {
     for (int j = 0; j < size; ++j) {
       const std::size_t at = HeightImageOffset(size, i, j);
       if (at + 2 > image.size()) continue;
-      to.grid[i][j].h = static_cast<float>(image[at] + 256 * image[at + 1]) / 256;
+      to[i][j].h = static_cast<float>(image[at] + 256 * image[at + 1]) / 256;
     }
   }
 }
 
-bool SameHeights(const Terrain& a, const Terrain& b) {
-  for (std::size_t i = 0; i < a.grid.size(); ++i) {
-    for (std::size_t j = 0; j < a.grid[i].size(); ++j) {
-      if (a.grid[i][j].h != b.grid[i][j].h) return false;
+bool SameHeights(const VertexGrid& a, const VertexGrid& b) {
+  for (std::size_t i = 0; i < kGridCapacity; ++i) {
+    for (std::size_t j = 0; j < kGridCapacity; ++j) {
+      if (a[i][j].h != b[i][j].h) return false;
     }
   }
   return true;
@@ -40,33 +40,33 @@ bool SameHeights(const Terrain& a, const Terrain& b) {
 
 TEST(HeightImage, AnImageOfAnySizeAndLengthIsReadLikeSampleBySample) {
   std::minstd_rand random(1);
-  const auto read = std::make_unique<Terrain>(), expected = std::make_unique<Terrain>();
+  VertexGrid read = VertexGrid::Zeroed(), expected = VertexGrid::Zeroed();
   for (const int size : kSizes) {
     const Bytes whole = RandomImage(random, size);
     for (const double share : {1.0, 0.63, 0.01, 0.0}) {
       const auto length = static_cast<std::ptrdiff_t>(share * static_cast<double>(whole.size()));
       const Bytes image(whole.begin(), whole.begin() + length);
-      ImageToHeights(image, size, *read);
-      LoadPlainly(image, size, *expected);
-      EXPECT_TRUE(SameHeights(*read, *expected)) << size << ", " << length << " bytes";
+      ImageToHeights(image, size, read);
+      LoadPlainly(image, size, expected);
+      EXPECT_TRUE(SameHeights(read, expected)) << size << ", " << length << " bytes";
     }
   }
 }
 
 TEST(HeightImage, WhatIsReadIsWrittenAgain) {
   std::minstd_rand random(2);
-  const auto terrainOfImage = std::make_unique<Terrain>();
+  VertexGrid terrainOfImage = VertexGrid::Zeroed();
   for (const int size : kSizes) {
     const Bytes image = RandomImage(random, size);
-    ImageToHeights(image, size, *terrainOfImage);
+    ImageToHeights(image, size, terrainOfImage);
     Bytes written(image.size());
-    HeightsToImage(*terrainOfImage, size, written);
+    HeightsToImage(terrainOfImage, size, written);
     EXPECT_EQ(written, image) << size;
   }
 }
 
 TEST(HeightImage, HeightsAreTruncatedAndLimited) {
-  const auto heights = std::make_unique<Terrain>();
+  VertexGrid heights = VertexGrid::Zeroed();
   const std::pair<float, int> cases[] = {{2.999f / 256, 2},
                                          {-1, 0},
                                          {256, 65535},
@@ -74,9 +74,9 @@ TEST(HeightImage, HeightsAreTruncatedAndLimited) {
                                          {std::nanf(""), 0}};
   constexpr int kSize = 40;
   for (const auto& [height, stored] : cases) {
-    for (int j = 0; j < kSize; ++j) heights->grid[5][j].h = height;
+    for (int j = 0; j < kSize; ++j) heights[5][j].h = height;
     Bytes image(HeightImageBytes(kSize));
-    HeightsToImage(*heights, kSize, image);
+    HeightsToImage(heights, kSize, image);
     for (int j = 0; j < kSize; ++j) {
       const std::size_t at = HeightImageOffset(kSize, 5, j);
       EXPECT_EQ(image[at] + 256 * image[at + 1], stored) << height;

@@ -73,7 +73,7 @@ TEST_F(LevelTexturesTest, OpeningFindsTheTilesAndTheDetailTexture) {
   EXPECT_FALSE(levelTextures.tiles[7][2].hasTexture);
   EXPECT_FALSE(levelTextures.tiles[1][1].hasTexture);
   EXPECT_TRUE(levelTextures.hasDetail);
-  EXPECT_EQ(heightBuffer.size(), 256u * 256 * 2) << "the height map comes with them";
+  EXPECT_EQ(terrain.heightBuffer.size(), 256u * 256 * 2) << "the height map comes with them";
   EXPECT_TRUE(levelTextures.SurfaceAssigned[2][7]);
   EXPECT_FALSE(levelTextures.SurfaceAssigned[5][5]);
 

@@ -22,7 +22,7 @@ class MaterialGenerationTest : public SandboxTest {
     CreateTerrain();
     CreateMaterialMapper();
     InitGrid();
-    terrain->grid[3][7].h = 99;
+    terrain.grid[3][7].h = 99;
     editor.levelModified = false;
   }
   ~MaterialGenerationTest() override {

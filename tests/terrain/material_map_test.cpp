@@ -4,6 +4,7 @@
 
 #include "data/level_archive_test.h"
 #include "data/load_report.h"
+#include "data/open_level.h"
 
 namespace mw {
 namespace {
@@ -66,7 +67,7 @@ TEST_F(MaterialMapTest, AMissingFileIsToldAndOnlyTheLevelsCellsBecomeDefault) {
   Cell(0, 0) = Cell(1, 256) = 7;
   BeginLoadReport();
   LoadMaterialMap();
-  EXPECT_EQ(loadReport.lines.at(0),
+  EXPECT_EQ(openLevel.loadReport.lines.at(0),
             "Can't Find The Height Map! (The material map, materialmap.raw, is missing.)");
   ClearLoadReport();
   EXPECT_EQ(Cell(1, 0), 0u);

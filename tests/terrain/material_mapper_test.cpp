@@ -7,6 +7,7 @@
 
 #include "data/level_archive_test.h"
 #include "terrain/material_mode_test.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -94,7 +95,7 @@ TEST_F(MaterialBrushTest, ThePointUnderTheCursorIsTheBrushesOwn) {
   PickMaterialPoint(kWidth / 2, kHeight / 2);
   EXPECT_NEAR(materialMapper->pick.x, 1010, 0.6);
   EXPECT_NEAR(materialMapper->pick.z, 1006, 0.6);
-  EXPECT_EQ(pick.x, 0) << "that of the Terrain Mapper";
+  EXPECT_EQ(terrain.pick.x, 0) << "that of the Terrain Mapper";
   PickMaterialPoint(kWidth, 0);  // outside the view
   EXPECT_TRUE(materialMapper->pickMissed);
 }

@@ -4,6 +4,7 @@
 #include "support/plain_material.h"
 #include "terrain/material_map.h"
 #include "terrain/material_mapper.h"
+#include "terrain/terrain.h"
 #include "terrain/terrain_picture_test.h"
 
 namespace mw {
@@ -12,7 +13,7 @@ class MaterialModeTest : public TerrainPictureTest {
  protected:
   void SetUp() override {
     TerrainPictureTest::SetUp();
-    if (!terrain) return;
+    if (!terrain.grid) return;
     CreateMaterialMapper();
     for (int i = 0; i <= 512; ++i) {
       for (int j = 0; j <= 512; ++j)
@@ -30,13 +31,13 @@ class MaterialModeTest : public TerrainPictureTest {
   // Whole frames of the mode.
   static DrawnPicture MaterialFrame(const SceneCamera& from) {
     BeginScene(from, kWidth, kHeight);
-    terrain->waterScroll = 0;
+    terrain.waterScroll = 0;
     RenderMaterialMode();
     return ReadPicture();
   }
   static DrawnPicture PlainMaterialFrame(const SceneCamera& from) {
     BeginScene(from, kWidth, kHeight);
-    terrain->waterScroll = 0;
+    terrain.waterScroll = 0;
     plain::DrawMaterialModeCells();
     RenderWater();
     return ReadPicture();

@@ -7,10 +7,10 @@
 #include "core/editor_state.h"
 #include "core/game_random.h"
 #include "core/hooks.h"
-#include "core/mini_map_picture.h"
 #include "data/mod_config.h"
 #include "support/sandbox.h"
 #include "terrain/material_map.h"
+#include "terrain/mini_map_picture.h"
 #include "terrain/terrain.h"
 
 namespace mw {
@@ -39,7 +39,7 @@ class RandomTerrainTest : public SandboxTest {
   }
 
   // The height of the r-th data row and c-th data column, both from 0.
-  static float& Height(int r, int c) { return terrain->grid[r + 1][c].h; }
+  static float& Height(int r, int c) { return terrain.grid[r + 1][c].h; }
   static std::vector<float> Heights() {
     std::vector<float> all;
     for (int r = 0; r < kSide; ++r) {
@@ -137,8 +137,8 @@ TEST_F(RandomTerrainTest, TheLowestSettingsLeaveAlmostFlatGround) {
 TEST_F(RandomTerrainTest, RowZeroAndTheColumnBehindTheLastStayAsTheyAre) {
   GenerateTerrain({90, 25, 7});
   for (int k = 0; k <= kSide; ++k) {
-    ASSERT_EQ(terrain->grid[0][k].h, 127);
-    ASSERT_EQ(terrain->grid[k][kSide].h, 127);
+    ASSERT_EQ(terrain.grid[0][k].h, 127);
+    ASSERT_EQ(terrain.grid[k][kSide].h, 127);
     ASSERT_EQ(materialMapper->grid[0][k], 7u);
     ASSERT_EQ(materialMapper->grid[k][kSide], 7u);
   }
@@ -147,26 +147,26 @@ TEST_F(RandomTerrainTest, RowZeroAndTheColumnBehindTheLastStayAsTheyAre) {
 TEST_F(RandomTerrainTest, HeightsBeyondTheScaleAreKeptAndLimitedInTheFile) {
   GenerateTerrain({300, 1, 0});
   EXPECT_EQ(Height(0, 0), 300);
-  EXPECT_EQ(miniMapPicture.grey[64 * kMiniMapSize + 1], 300 - 256) << "its low eight bits";
+  EXPECT_EQ(terrain.miniMap.grey[64 * kMiniMapSize + 1], 300 - 256) << "its low eight bits";
   EXPECT_EQ(materialMapper->grid[1][0], 7u) << "above the highest band";
   ASSERT_TRUE(StoreHeightsInBuffer());
-  EXPECT_EQ(heightBuffer[0], 0xFF);
-  EXPECT_EQ(heightBuffer[1], 0xFF);
+  EXPECT_EQ(terrain.heightBuffer[0], 0xFF);
+  EXPECT_EQ(terrain.heightBuffer[1], 0xFF);
 
   GenerateTerrain({-3, 1, 0});
   EXPECT_EQ(Height(0, 0), -3);
-  EXPECT_EQ(miniMapPicture.grey[64 * kMiniMapSize + 1], 256 - 3);
+  EXPECT_EQ(terrain.miniMap.grey[64 * kMiniMapSize + 1], 256 - 3);
   ASSERT_TRUE(StoreHeightsInBuffer());
-  EXPECT_EQ(heightBuffer[1], 0);
+  EXPECT_EQ(terrain.heightBuffer[1], 0);
 }
 
 TEST_F(RandomTerrainTest, TheWholeMiniMapIsThatOfTheTerrainReadFromItsFile) {
   GenerateTerrain({127, 25, 3});
-  const auto painted = miniMapPicture.grey;
-  miniMapPicture = MiniMapPicture{};
+  const auto painted = terrain.miniMap.grey;
+  terrain.miniMap = MiniMapPicture{};
   ASSERT_TRUE(StoreHeightsInBuffer());
   LoadHeightsFromBuffer();
-  EXPECT_TRUE(miniMapPicture.grey == painted);
+  EXPECT_TRUE(terrain.miniMap.grey == painted);
 }
 
 TEST_F(RandomTerrainTest, EveryCellGetsTheMaterialOfItsHeight) {
@@ -177,8 +177,8 @@ TEST_F(RandomTerrainTest, EveryCellGetsTheMaterialOfItsHeight) {
                {80, 2},        {81, 3},  {127, 3},       {128, 12}, {200, 12},
                {200.0001f, 9}, {255, 9}, {255.0001f, 7}, {256, 7}};
   int column = 0;
-  for (const auto& [h, material] : cases) terrain->grid[1][column++].h = h;
-  terrain->grid[kSide][kSide - 1].h = 20;
+  for (const auto& [h, material] : cases) terrain.grid[1][column++].h = h;
+  terrain.grid[kSide][kSide - 1].h = 20;
   AssignMaterialsByHeight();
   column = 0;
   for (const auto& [h, material] : cases) {

@@ -31,14 +31,14 @@ class RoadsTest : public SandboxTest {
 
   // Picks a place in cell (i, j), whose corner is at this height.
   static void Pick(int i, int j, float h) {
-    terrain->grid[i][j].h = h;
+    terrain.grid[i][j].h = h;
     AddRoadPointAt(static_cast<float>(i) * 4 + 3, static_cast<float>(j) * 4 + 1);
   }
-  static float Height(int i, int j) { return terrain->grid[i][j].h; }
+  static float Height(int i, int j) { return terrain.grid[i][j].h; }
   static std::uint32_t Material(int i, int j) { return materialMapper->grid[i][j]; }
   static void UseMaterial(int material) {
-    terrain->roadAutoMaterial = 1;
-    terrain->roadMaterial = material;
+    terrain.roadAutoMaterial = 1;
+    terrain.roadMaterial = material;
   }
   // Whether exactly the cells from (i0, j0) to (i1, j1) are of this material and all others of
   // none.
@@ -57,10 +57,10 @@ class RoadsTest : public SandboxTest {
 
 TEST_F(RoadsTest, APointIsTheCentreOfItsCellWithTheHeightOfTheCorner) {
   Pick(10, 20, 99);
-  ASSERT_EQ(terrain->roadPointCount, 1);
-  EXPECT_EQ(terrain->roadPoints[0].x, 42);
-  EXPECT_EQ(terrain->roadPoints[0].h, 99);
-  EXPECT_EQ(terrain->roadPoints[0].z, 82);
+  ASSERT_EQ(terrain.roadPointCount, 1);
+  EXPECT_EQ(terrain.roadPoints[0].x, 42);
+  EXPECT_EQ(terrain.roadPoints[0].h, 99);
+  EXPECT_EQ(terrain.roadPoints[0].z, 82);
 }
 
 TEST_F(RoadsTest, NoPointIsTakenInTheFirstRowAndColumnNorOutsideTheLevel) {
@@ -70,16 +70,16 @@ TEST_F(RoadsTest, NoPointIsTakenInTheFirstRowAndColumnNorOutsideTheLevel) {
   AddRoadPointAt(257 * 4, 100);
   AddRoadPointAt(100, 256 * 4);
   AddRoadPointAt(1e30f, -1e30f);
-  EXPECT_EQ(terrain->roadPointCount, 0);
+  EXPECT_EQ(terrain.roadPointCount, 0);
   AddRoadPointAt(4, 4);
   AddRoadPointAt(256 * 4, 255 * 4);
-  EXPECT_EQ(terrain->roadPointCount, 2);
+  EXPECT_EQ(terrain.roadPointCount, 2);
 }
 
 TEST_F(RoadsTest, The33rdPointIsIgnored) {
   for (int i = 1; i <= 33; ++i) Pick(i, 5, static_cast<float>(i));
-  EXPECT_EQ(terrain->roadPointCount, 32);
-  EXPECT_EQ(terrain->roadPoints[31].h, 32);
+  EXPECT_EQ(terrain.roadPointCount, 32);
+  EXPECT_EQ(terrain.roadPoints[31].h, 32);
 }
 
 // 16 units along the columns and 4 up make a length of 16.49: four steps of 3.88 units along the
@@ -96,7 +96,7 @@ TEST_F(RoadsTest, APathIsOneCellWideAndRisesEvenly) {
     EXPECT_EQ(Height(12, j), 127) << j;
   }
   EXPECT_TRUE(OnlyCells(0, 0, 0, 0, 0)) << "no material was asked for";
-  EXPECT_EQ(terrain->roadPointCount, 0);
+  EXPECT_EQ(terrain.roadPointCount, 0);
   EXPECT_TRUE(editor.levelModified);
   EXPECT_EQ(repaints, 1);
 }
@@ -123,7 +123,7 @@ TEST_F(RoadsTest, TheWidthsAreOneThreeThreeAndFiveCells) {
   for (const auto& [width, half] : {std::pair{1, 0}, {2, 1}, {3, 1}, {4, 2}}) {
     InitGrid();
     materialMapper->grid = {};
-    terrain->roadWidth = width;
+    terrain.roadWidth = width;
     UseMaterial(15);
     Pick(100, 100, 80);
     Pick(101, 100, 80);  // a single step
@@ -136,7 +136,7 @@ TEST_F(RoadsTest, TheWidthsAreOneThreeThreeAndFiveCells) {
 }
 
 TEST_F(RoadsTest, AtTheEdgesOnlyWhatLiesInTheGridIsGraded) {
-  terrain->roadWidth = 4;
+  terrain.roadWidth = 4;
   UseMaterial(3);
   Pick(1, 1, 70);
   Pick(1, 2, 70);
@@ -162,7 +162,7 @@ TEST_F(RoadsTest, ASegmentWithoutAWholeStepGradesNothing) {
   CreateRoad();
   EXPECT_EQ(Height(11, 20), 127);
   EXPECT_TRUE(OnlyCells(0, 0, 0, 0, 0));
-  EXPECT_EQ(terrain->roadPointCount, 0);
+  EXPECT_EQ(terrain.roadPointCount, 0);
   EXPECT_TRUE(editor.levelModified);
 }
 
@@ -172,7 +172,7 @@ TEST_F(RoadsTest, ASinglePointIsDiscardedWithoutAQuestion) {
     ADD_FAILURE() << "asked";
     return true;
   });
-  EXPECT_EQ(terrain->roadPointCount, 0);
+  EXPECT_EQ(terrain.roadPointCount, 0);
   EXPECT_FALSE(editor.levelModified);
 }
 
@@ -180,12 +180,12 @@ TEST_F(RoadsTest, TheRoadIsBuiltAsItWasConfirmed) {
   Pick(10, 20, 90);
   Pick(10, 24, 90);
   FinishRoadPoints([] {
-    EXPECT_EQ(terrain->roadPointCount, 2);
-    terrain->roadWidth = 2;
+    EXPECT_EQ(terrain.roadPointCount, 2);
+    terrain.roadWidth = 2;
     return true;
   });
   EXPECT_EQ(Height(9, 21), 90);
-  EXPECT_EQ(terrain->roadPointCount, 0);
+  EXPECT_EQ(terrain.roadPointCount, 0);
 }
 
 TEST_F(RoadsTest, CancellingDiscardsThePoints) {
@@ -193,7 +193,7 @@ TEST_F(RoadsTest, CancellingDiscardsThePoints) {
   Pick(10, 24, 90);
   FinishRoadPoints([] { return false; });
   EXPECT_EQ(Height(10, 22), 127);
-  EXPECT_EQ(terrain->roadPointCount, 0);
+  EXPECT_EQ(terrain.roadPointCount, 0);
   EXPECT_FALSE(editor.levelModified);
   EXPECT_EQ(repaints, 0);
 }
@@ -201,7 +201,7 @@ TEST_F(RoadsTest, CancellingDiscardsThePoints) {
 TEST_F(RoadsTest, PendingPointsDoNotReachTheNextLevel) {
   Pick(10, 20, 90);
   InitGrid();
-  EXPECT_EQ(terrain->roadPointCount, 0);
+  EXPECT_EQ(terrain.roadPointCount, 0);
 }
 
 }  // namespace

@@ -3,7 +3,8 @@
 #include <vector>
 
 #include "core/camera.h"
-#include "core/mini_map_picture.h"
+#include "terrain/mini_map_picture.h"
+#include "terrain/terrain.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/terrain_picture_test.h"
 #include "terrain/world_point.h"
@@ -14,50 +15,50 @@ namespace {
 // Effects of the tools that take place when the terrain is drawn.
 class TerrainEffectsTest : public TerrainPictureTest {
  protected:
-  static void Flatten() { FlattenAlong(BrushWay::At(pick.x, pick.z)); }
+  static void Flatten() { FlattenAlong(BrushWay::At(terrain.pick.x, terrain.pick.z)); }
 };
 
 TEST_F(TerrainEffectsTest, FlattenSamplesThenLevelsASquareAroundTheCursor) {
-  terrain->tool = TerrainTool::Flatten;
-  terrain->brushSize = 3;
-  pick = {1001, 60, 1101, false};
-  const float sampled = terrain->grid[251][275].h;  // the cell with this corner is under the cursor
+  terrain.tool = TerrainTool::Flatten;
+  terrain.brushSize = 3;
+  terrain.pick = {1001, 60, 1101, false};
+  const float sampled = terrain.grid[251][275].h;  // the cell with this corner is under the cursor
   Frame(kFly);
-  EXPECT_EQ(terrain->flattenSampled, 1);
-  EXPECT_EQ(terrain->flattenHeight, sampled);
-  EXPECT_NE(terrain->grid[250][275].h, sampled);
+  EXPECT_EQ(terrain.flattenSampled, 1);
+  EXPECT_EQ(terrain.flattenHeight, sampled);
+  EXPECT_NE(terrain.grid[250][275].h, sampled);
 
   Flatten();
   for (int i = 247; i <= 254; ++i) {
-    for (int j = 272; j <= 279; ++j) EXPECT_EQ(terrain->grid[i][j].h, sampled) << i << ' ' << j;
+    for (int j = 272; j <= 279; ++j) EXPECT_EQ(terrain.grid[i][j].h, sampled) << i << ' ' << j;
   }
-  EXPECT_NE(terrain->grid[246][275].h, sampled);
-  EXPECT_NE(terrain->grid[255][275].h, sampled);
-  EXPECT_NE(terrain->grid[250][271].h, sampled);
-  EXPECT_NE(terrain->grid[250][280].h, sampled);
-  const auto grey = miniMapPicture.grey[(128 - 275 / 4) * 128 + 128 - 250 / 4];
+  EXPECT_NE(terrain.grid[246][275].h, sampled);
+  EXPECT_NE(terrain.grid[255][275].h, sampled);
+  EXPECT_NE(terrain.grid[250][271].h, sampled);
+  EXPECT_NE(terrain.grid[250][280].h, sampled);
+  const auto grey = terrain.miniMap.grey[(128 - 275 / 4) * 128 + 128 - 250 / 4];
   EXPECT_EQ(grey, static_cast<int>(sampled)) << "the Mini-Map shows it";
   ShowTexturedWireframe();
   ExpectSamePicture(kFly);
 }
 
 TEST_F(TerrainEffectsTest, FlattenDoesNotLevelWhatIsOutOfSight) {
-  terrain->tool = TerrainTool::Flatten;
-  terrain->flattenSampled = 1;
-  terrain->flattenHeight = 33;
-  pick = {1000, 60, 900, false};
+  terrain.tool = TerrainTool::Flatten;
+  terrain.flattenSampled = 1;
+  terrain.flattenHeight = 33;
+  terrain.pick = {1000, 60, 900, false};
   Frame(kFly);
   Flatten();
-  EXPECT_NE(terrain->grid[250][225].h, 33);
+  EXPECT_NE(terrain.grid[250][225].h, 33);
 }
 
 TEST_F(TerrainEffectsTest, TheFlattenBrushIsRedOnceSampledAndBlueWhileCtrlSamplesAnew) {
   modConfig.WaterLevel = -1000;
   InitGrid();
-  terrain->tool = TerrainTool::Flatten;
-  terrain->brushSize = 4;
-  terrain->flattenSampled = 1;
-  pick = {1001, 76, 1061, false};
+  terrain.tool = TerrainTool::Flatten;
+  terrain.brushSize = 4;
+  terrain.flattenSampled = 1;
+  terrain.pick = {1001, 76, 1061, false};
   editor.ShowGrid = editor.ShowTextures = false;
   EXPECT_GT(CountColour(Frame(kFly), 255, 0, 0), 500u);
   ExpectSamePicture(kFly);

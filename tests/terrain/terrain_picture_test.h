@@ -32,10 +32,10 @@ class TerrainPictureTest : public SandboxTest {
     if (!OpenTestGl(kWidth, kHeight)) GTEST_SKIP() << TestGlError();
     MakeLandscape(512);
     MakeLandscapeTextures();
-    terrain->tool = TerrainTool::Raising;
+    terrain.tool = TerrainTool::Raising;
   }
   void TearDown() override {
-    if (!terrain) return;
+    if (!terrain.grid) return;
     ReleaseTerrainBuffers();
     DeleteLandscapeTextures();
     RemoveLandscape();
@@ -49,13 +49,13 @@ class TerrainPictureTest : public SandboxTest {
   // used here draw nothing after the water.
   static DrawnPicture Frame(const SceneCamera& from) {
     BeginScene(from, kWidth, kHeight);
-    terrain->waterScroll = 0;
+    terrain.waterScroll = 0;
     RenderTerrainMode();
     return ReadPicture();
   }
   static DrawnPicture PlainFrame(const SceneCamera& from) {
     BeginScene(from, kWidth, kHeight);
-    terrain->waterScroll = 0;
+    terrain.waterScroll = 0;
     plain::DrawTerrainModeCells();
     RenderWater();
     return ReadPicture();

@@ -8,6 +8,7 @@
 
 #include "core/camera.h"
 #include "core/hooks.h"
+#include "terrain/terrain.h"
 #include "terrain/terrain_picture_test.h"
 
 namespace mw {
@@ -19,7 +20,7 @@ TEST_F(TerrainRenderTest, EveryDisplayModeLooksAsDrawnCellByCell) {
   const SceneCamera cameras[] = {kFly,        kLow,     kTopDown,    kFirstCorner,
                                  kLastCorner, kOutside, kUnderground};
   for (const TerrainTool tool : {TerrainTool::Smoothing, TerrainTool::PointManipulation}) {
-    terrain->tool = tool;
+    terrain.tool = tool;
     for (std::size_t index = 0; index < std::size(cameras); ++index) {
       SCOPED_TRACE("camera " + std::to_string(index));
       ShowWireframe();
@@ -40,7 +41,7 @@ TEST_F(TerrainRenderTest, FlatGroundSeenFromAboveKeepsItsGridLines) {
 }
 
 TEST_F(TerrainRenderTest, SteepCellsAreOrangeOnlyWithoutTextures) {
-  terrain->waterScroll = 0;
+  terrain.waterScroll = 0;
   modConfig.WaterLevel = -1000;
   ShowWireframe();
   EXPECT_GT(CountColour(Frame(kFly), 255, 128, 0), 100u);
@@ -65,7 +66,7 @@ TEST_F(TerrainRenderTest, TilesMoveWithTheOffsetsAndMissingOnesShowNoSurface) {
 
 TEST_F(TerrainRenderTest, ALargeLevelShowsNoSurfaceBeyondTheTileTable) {
   MakeLandscape(1024);
-  terrain->tool = TerrainTool::Raising;
+  terrain.tool = TerrainTool::Raising;
   modConfig.WaterLevel = -1000;
   ShowTextured();
   const SceneCamera overLastColumns{3000, 200, 3900, -60, 180};
@@ -82,7 +83,7 @@ TEST_F(TerrainRenderTest, AfterEditsThePictureIsThatOfTheWholeTerrainDrawnAnew) 
       for (int i = row - 12; i <= row + 12; ++i) {
         for (int j = column - 12; j <= column + 40; ++j) {
           if (i >= 1 && i <= 512 && j >= 0 && j < 512)
-            SetHeight(i, j, terrain->grid[i][j].h + 12 * std::sin(static_cast<float>(i * j)));
+            SetHeight(i, j, terrain.grid[i][j].h + 12 * std::sin(static_cast<float>(i * j)));
         }
       }
       SetHeight(512, 5, 180);  // drawn on both sides of a seam
@@ -128,12 +129,12 @@ TEST_F(TerrainRenderTest, ReliefShadingDarkensSlopesOfTexturedGroundOnlyAndFollo
 TEST_F(TerrainRenderTest, TheBrushsEdgeLiesOnTheGroundUnderTheCursorOnly) {
   modConfig.WaterLevel = -1000;
   ShowWireframe();
-  terrain->brushSize = 6;
+  terrain.brushSize = 6;
   const auto yellow = [] { return CountColour(Frame(kTopDown), 255, 255, 0); };
-  const float ground = terrain->grid[254][255].h * modConfig.HeightScale;
-  pick = {1014, ground, 1018, false};
+  const float ground = terrain.grid[254][255].h * modConfig.HeightScale;
+  terrain.pick = {1014, ground, 1018, false};
   EXPECT_GT(yellow(), 100u);
-  pick.missed = true;
+  terrain.pick.missed = true;
   EXPECT_EQ(yellow(), 0u);
 }
 
@@ -143,29 +144,29 @@ TEST_F(TerrainRenderTest, AnotherHeightScaleOrLevelSizeRedrawsEverything) {
   modConfig.HeightScale = 0.4f;
   ExpectSamePicture(kFly);
   MakeLandscape(256);
-  terrain->tool = TerrainTool::Raising;
+  terrain.tool = TerrainTool::Raising;
   ExpectSamePicture({500, 120, 500, -25, 180});
 }
 
 TEST_F(TerrainRenderTest, MarkersShowSelectionAndSmoothingWeight) {
   modConfig.WaterLevel = -1000;
-  terrain->tool = TerrainTool::PointManipulation;
+  terrain.tool = TerrainTool::PointManipulation;
   ShowTextured();
   InitGrid();
-  terrain->grid[250][258].selected = 1;
-  terrain->grid[251][258].weight = 3;
+  terrain.grid[250][258].selected = 1;
+  terrain.grid[251][258].weight = 3;
   const SceneCamera closeBy{1000, 90, 1000, -25, 180};
   const DrawnPicture frame = Frame(closeBy);
   EXPECT_GT(CountColour(frame, 255, 0, 0), 10u);
   EXPECT_GT(CountColour(frame, 128, 255, 0), 10u) << "half of a smoothing range of 6";
   ExpectSamePicture(closeBy);
-  terrain->autoSmoothing = 0;
+  terrain.autoSmoothing = 0;
   EXPECT_EQ(CountColour(Frame(closeBy), 128, 255, 0), 0u);
 }
 
 TEST_F(TerrainRenderTest, TheObjectMapperShowsThePlainGround) {
-  terrain->tool = TerrainTool::Flatten;
-  pick = {1000, 60, 1030, false};
+  terrain.tool = TerrainTool::Flatten;
+  terrain.pick = {1000, 60, 1030, false};
   for (const auto& show : {ShowWireframe, ShowTextured, ShowTexturedWireframe}) {
     show();
     BeginScene(kFly, kWidth, kHeight);
@@ -180,18 +181,18 @@ TEST_F(TerrainRenderTest, TheObjectMapperShowsThePlainGround) {
 
 TEST_F(TerrainRenderTest, TheViewSquareFollowsTheCameraInsideTheGrid) {
   BeginScene(kFly, kWidth, kHeight);
-  EXPECT_EQ(viewSquare, (ViewSquare{175, 325, 175, 325}));
+  EXPECT_EQ(terrain.viewSquare, (ViewSquare{175, 325, 175, 325}));
   BeginScene(kFirstCorner, kWidth, kHeight);
-  EXPECT_EQ(viewSquare, (ViewSquare{0, 82, 0, 80}));
+  EXPECT_EQ(terrain.viewSquare, (ViewSquare{0, 82, 0, 80}));
   BeginScene({2048, 50, 1e30f, 0, 0}, kWidth, kHeight);
-  EXPECT_EQ(viewSquare.ViewRowEnd, 512);
+  EXPECT_EQ(terrain.viewSquare.ViewRowEnd, 512);
   RenderTerrainMode();  // nothing is in sight; nothing outside the grid is touched
 }
 
 TEST_F(TerrainRenderTest, OnTerrainTheCameraStandsThreeHeightUnitsUp) {
   editor.cameraMode = CameraMode::OnTerrain;
   BeginScene(kFly, kWidth, kHeight);
-  EXPECT_FLOAT_EQ(camera.position.y, (terrain->grid[250][250].h + 3) * 0.6f);
+  EXPECT_FLOAT_EQ(camera.position.y, (terrain.grid[250][250].h + 3) * 0.6f);
 }
 
 TEST_F(TerrainRenderTest, ObjectsAreDrawnIntoTheFrameOnlyOnRequest) {
@@ -207,15 +208,15 @@ TEST_F(TerrainRenderTest, ObjectsAreDrawnIntoTheFrameOnlyOnRequest) {
 TEST_F(TerrainRenderTest, SculptingToolsShowTheirBrushAndTheRoadToolItsPosts) {
   modConfig.WaterLevel = -1000;
   ShowTextured();
-  pick = {1003.5f, 80, 1080.5f, false};
+  terrain.pick = {1003.5f, 80, 1080.5f, false};
   EXPECT_GT(CountColour(Frame(kFly), 255, 0, 0), 20u);
-  pick.x = 1000.5f;  // the camera's own unit
+  terrain.pick.x = 1000.5f;  // the camera's own unit
   EXPECT_EQ(CountColour(Frame(kFly), 255, 0, 0), 0u);
 
-  terrain->tool = TerrainTool::Road;
-  terrain->roadPoints[0] = {990, 110, 1080};
-  terrain->roadPoints[1] = {1020, 110, 1090};
-  terrain->roadPointCount = 2;
+  terrain.tool = TerrainTool::Road;
+  terrain.roadPoints[0] = {990, 110, 1080};
+  terrain.roadPoints[1] = {1020, 110, 1090};
+  terrain.roadPointCount = 2;
   EXPECT_GT(CountColour(Frame(kFly), 255, 0, 255), 500u);
 }
 
@@ -225,10 +226,10 @@ TEST_F(TerrainRenderTest, WaterMultipliesWhatIsDrawnAndStartsAgainAfterOneTextur
   RenderWater();
   const DrawnPicture overSky = ReadPicture();
   EXPECT_EQ(CountColour(overSky, 211, 237, 254), 0u);
-  EXPECT_FLOAT_EQ(terrain->waterScroll, 0.0004f);
+  EXPECT_FLOAT_EQ(terrain.waterScroll, 0.0004f);
 
   int frames = 1;
-  for (; terrain->waterScroll > 0 && frames < 5000; ++frames) RenderWater();
+  for (; terrain.waterScroll > 0 && frames < 5000; ++frames) RenderWater();
   EXPECT_NEAR(frames, 2500, 2);
 }
 
@@ -236,8 +237,8 @@ TEST_F(TerrainRenderTest, AFrameLeavesGlAsItWas) {
   ShowTexturedWireframe();
   for (const TerrainTool tool :
        {TerrainTool::PointManipulation, TerrainTool::Raising, TerrainTool::Road}) {
-    terrain->tool = tool;
-    pick = {900.5f, 70, 1060.5f, false};
+    terrain.tool = tool;
+    terrain.pick = {900.5f, 70, 1060.5f, false};
     Frame(kFly);
     for (const GLenum feature :
          {GL_TEXTURE_2D, GL_BLEND, GL_VERTEX_ARRAY, GL_COLOR_ARRAY, GL_TEXTURE_COORD_ARRAY})

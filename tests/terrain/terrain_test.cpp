@@ -4,9 +4,10 @@
 
 #include "core/camera.h"
 #include "core/hooks.h"
-#include "core/mini_map_picture.h"
 #include "data/level_archive_test.h"
 #include "data/load_report.h"
+#include "data/open_level.h"
+#include "terrain/mini_map_picture.h"
 
 namespace mw {
 namespace {
@@ -32,33 +33,33 @@ class TerrainTest : public LevelArchiveTest {
     }
     return file;
   }
-  static float& Height(int i, int j) { return terrain->grid[i][j].h; }
+  static float& Height(int i, int j) { return terrain.grid[i][j].h; }
 };
 
 TEST_F(TerrainTest, CellSizeIsAWholeNumberOfUnits) {
-  EXPECT_EQ(CellSize, 4);
-  EXPECT_EQ(TilesPerSide, 4);
+  EXPECT_EQ(terrain.cellSize, 4);
+  EXPECT_EQ(terrain.tilesPerSide, 4);
 
   modConfig.MaterialSize = 512;
   modConfig.WorldSize = 2050;
   InitGrid();
-  EXPECT_EQ(CellSize, 4) << "2050 / 512 is cut";
-  EXPECT_EQ(TilesPerSide, 8);
-  EXPECT_EQ(terrain->grid[512][3].x, 2048);
-  EXPECT_EQ(terrain->grid[512][3].z, 12);
+  EXPECT_EQ(terrain.cellSize, 4) << "2050 / 512 is cut";
+  EXPECT_EQ(terrain.tilesPerSide, 8);
+  EXPECT_EQ(terrain.grid[512][3].x, 2048);
+  EXPECT_EQ(terrain.grid[512][3].z, 12);
 }
 
 TEST_F(TerrainTest, ANewGridIsFlatWithNothingSelected) {
   SetHeight(5, 5, 20);
-  terrain->grid[5][5].selected = 1;
-  terrain->grid[5][6].weight = 2;
-  selectionBox = {4, 6, 4, 6};
+  terrain.grid[5][5].selected = 1;
+  terrain.grid[5][6].weight = 2;
+  terrain.selectionBox = {4, 6, 4, 6};
   InitGrid();
   EXPECT_EQ(Height(5, 5), 127);
-  EXPECT_EQ(terrain->grid[5][5].selected, 0);
-  EXPECT_EQ(terrain->grid[5][6].weight, 0);
-  EXPECT_EQ(selectionBox.SelMinRow, 1000);
-  EXPECT_EQ(selectionBox.SelMaxCol, 0);
+  EXPECT_EQ(terrain.grid[5][5].selected, 0);
+  EXPECT_EQ(terrain.grid[5][6].weight, 0);
+  EXPECT_EQ(terrain.selectionBox.SelMinRow, 1000);
+  EXPECT_EQ(terrain.selectionBox.SelMaxCol, 0);
 }
 
 TEST_F(TerrainTest, FileRowsRunAlongTheColumnsOfTheGrid) {
@@ -103,7 +104,7 @@ TEST_F(TerrainTest, SamplesThatTheFileLacksStayFlat) {
 TEST_F(TerrainTest, AMissingHeightMapIsToldAndLeavesAFlatGrid) {
   BeginLoadReport();
   EXPECT_FALSE(LoadHeightBuffer());
-  EXPECT_EQ(loadReport.lines.at(0),
+  EXPECT_EQ(openLevel.loadReport.lines.at(0),
             "Can't Find The Height Map! (The height map, heightmap.raw, is missing.)");
   ClearLoadReport();
   LoadHeightsFromBuffer();
@@ -116,14 +117,14 @@ TEST_F(TerrainTest, LoadingPaintsTheMiniMapAsSettingEveryHeightInFileOrderWould)
   Put("heightmap.raw", DistinctHeightmap());
   LoadHeightBuffer();
   LoadHeightsFromBuffer();
-  const auto loaded = miniMapPicture.grey;
+  const auto loaded = terrain.miniMap.grey;
   EXPECT_EQ(repaints, 1);
 
-  miniMapPicture = MiniMapPicture{};
+  terrain.miniMap = MiniMapPicture{};
   for (int r = 0; r < 256; ++r) {
     for (int c = 0; c < 256; ++c) SetHeight(256 - c, r, Height(256 - c, r));
   }
-  EXPECT_TRUE(miniMapPicture.grey == loaded);
+  EXPECT_TRUE(terrain.miniMap.grey == loaded);
 }
 
 TEST_F(TerrainTest, SettingAHeightLimitsItAndShowsItOnTheMiniMap) {
@@ -133,7 +134,7 @@ TEST_F(TerrainTest, SettingAHeightLimitsItAndShowsItOnTheMiniMap) {
   EXPECT_EQ(Height(20, 30), 0);
   SetHeight(20, 30, 200.9f);
   EXPECT_EQ(Height(20, 30), 200.9f);
-  EXPECT_EQ(miniMapPicture.grey[(128 - 15) * 128 + (128 - 10)], 200);
+  EXPECT_EQ(terrain.miniMap.grey[(128 - 15) * 128 + (128 - 10)], 200);
 
   SetHeight(-1, 0, 1);
   SetHeight(0, kGridCapacity, 1);  // outside the grid: nothing happens
@@ -142,10 +143,10 @@ TEST_F(TerrainTest, SettingAHeightLimitsItAndShowsItOnTheMiniMap) {
 TEST_F(TerrainTest, ATerrainTooSmallForTheMiniMapIsNotPainted) {
   modConfig.MaterialSize = 64;
   InitGrid();
-  heightBuffer.assign(64 * 64 * 2, 1);
+  terrain.heightBuffer.assign(64 * 64 * 2, 1);
   LoadHeightsFromBuffer();
   SetHeight(10, 10, 5);
-  EXPECT_TRUE(miniMapPicture.grey == MiniMapPicture{}.grey);
+  EXPECT_TRUE(terrain.miniMap.grey == MiniMapPicture{}.grey);
 }
 
 TEST_F(TerrainTest, TheMeanTakesOnlyNeighboursThatCarryData) {

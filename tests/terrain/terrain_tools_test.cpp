@@ -6,10 +6,11 @@
 
 #include "core/camera.h"
 #include "core/hooks.h"
-#include "core/mini_map_picture.h"
 #include "terrain/brush_stroke.h"
+#include "terrain/mini_map_picture.h"
 #include "terrain/point_selection.h"
 #include "terrain/roads.h"
+#include "terrain/terrain.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/terrain_picture_test.h"
 #include "terrain/world_point.h"
@@ -23,7 +24,7 @@ class TerrainToolsTest : public SandboxTest {
   TerrainToolsTest() {
     MakeLandscape(256);
     InitGrid();
-    viewSquare = {50, 200, 0, 150};
+    terrain.viewSquare = {50, 200, 0, 150};
     PutBrushAt(100, 50);
     hooks.invalidateMiniMap = [this] { ++miniMapRepaints; };
   }
@@ -32,9 +33,9 @@ class TerrainToolsTest : public SandboxTest {
     hooks.invalidateMiniMap = [] {};
   }
 
-  static float& HeightOf(int i, int j) { return terrain->grid[i][j].h; }
+  static float& HeightOf(int i, int j) { return terrain.grid[i][j].h; }
   static void PutBrushAt(int i, int j) {
-    pick = {terrain->grid[i][j].x, 0, terrain->grid[i][j].z, false};
+    terrain.pick = {terrain.grid[i][j].x, 0, terrain.grid[i][j].z, false};
   }
   static int CountChanged() {
     int count = 0;
@@ -43,7 +44,9 @@ class TerrainToolsTest : public SandboxTest {
     }
     return count;
   }
-  static void Brush(float seconds = 0.01f) { BrushAlong(BrushWay::At(pick.x, pick.z), seconds); }
+  static void Brush(float seconds = 0.01f) {
+    BrushAlong(BrushWay::At(terrain.pick.x, terrain.pick.z), seconds);
+  }
   // The button goes down and, after so many frames of equal length, up.
   static void HoldFor(int frames, std::uint32_t millisecondsPerFrame) {
     std::uint32_t now = 12345;
@@ -102,19 +105,19 @@ TEST_F(TerrainToolsTest, AStrokeHasNoGaps) {
        {TerrainTool::Carving, TerrainTool::Raising, TerrainTool::Smoothing, TerrainTool::Flatten}) {
     InitGrid();
     SelectTool(tool);
-    terrain->flattenSampled = 1;
-    terrain->flattenHeight = 33;
+    terrain.flattenSampled = 1;
+    terrain.flattenHeight = 33;
     for (int i = 90; i < 150; ++i) HeightOf(i, i / 2) = 150;
-    const auto before = std::make_unique<Terrain>(*terrain);
+    const std::vector<VertexGrid::Row> before(&terrain.grid[0], &terrain.grid[0] + 150);
     PutBrushAt(100, 50);
     PressBrush(0);
     PutBrushAt(140, 70);
     MoveBrush();
     ReleaseBrush(5);
     for (int i = 100; i <= 140; ++i)
-      EXPECT_NE(HeightOf(i, i / 2), before->grid[i][i / 2].h) << static_cast<int>(tool) << ' ' << i;
-    EXPECT_EQ(HeightOf(95, 47), before->grid[95][47].h);
-    EXPECT_EQ(HeightOf(145, 72), before->grid[145][72].h);
+      EXPECT_NE(HeightOf(i, i / 2), before[i][i / 2].h) << static_cast<int>(tool) << ' ' << i;
+    EXPECT_EQ(HeightOf(95, 47), before[95][47].h);
+    EXPECT_EQ(HeightOf(145, 72), before[145][72].h);
   }
 }
 
@@ -128,7 +131,7 @@ TEST_F(TerrainToolsTest, AStrokeSpreadsItsTimeOverItsWayAtAnyFrameRate) {
     PutBrushAt(100, 50);
     PressBrush(0);
     for (int frame = 1; frame <= frames; ++frame) {
-      pick.x = 400 + 160 * static_cast<float>(frame) / static_cast<float>(frames);
+      terrain.pick.x = 400 + 160 * static_cast<float>(frame) / static_cast<float>(frames);
       MoveBrush();
       HoldBrush(static_cast<std::uint32_t>(1000 * frame / frames));
     }
@@ -145,12 +148,12 @@ TEST_F(TerrainToolsTest, WhereThereIsNoGroundTheBrushRests) {
   PressBrush(0);
   const float pressed = HeightOf(100, 50);
   EXPECT_GT(pressed, kFlatHeight);
-  pick.missed = true;
+  terrain.pick.missed = true;
   MoveBrush();
   HoldBrush(400);
   EXPECT_EQ(HeightOf(100, 50), pressed);
   PutBrushAt(110, 50);
-  pick.missed = false;
+  terrain.pick.missed = false;
   MoveBrush();
   HoldBrush(800);
   ReleaseBrush(800);
@@ -172,8 +175,8 @@ TEST_F(TerrainToolsTest, CarvingDigsADiscAroundThePickPoint) {
   }
   EXPECT_TRUE(editor.levelModified);
   EXPECT_EQ(miniMapRepaints, 1);
-  EXPECT_FLOAT_EQ(pick.y, 0.6f * 125.5f) << "the brush follows the ground";
-  EXPECT_EQ(miniMapPicture.grey[(128 - 25) * 128 + 128 - 50], 125);
+  EXPECT_FLOAT_EQ(terrain.pick.y, 0.6f * 125.5f) << "the brush follows the ground";
+  EXPECT_EQ(terrain.miniMap.grey[(128 - 25) * 128 + 128 - 50], 125);
 }
 
 TEST_F(TerrainToolsTest, HeightsEndAtTheirBounds) {
@@ -199,7 +202,7 @@ TEST_F(TerrainToolsTest, SmoothingWorksColumnByColumnOnWhatItHasJustSmoothed) {
 }
 
 TEST_F(TerrainToolsTest, OnlyVerticesWithDataChange) {
-  viewSquare = {0, 75, 0, 75};
+  terrain.viewSquare = {0, 75, 0, 75};
   SelectTool(TerrainTool::Raising);
   PutBrushAt(0, 0);
   Brush();
@@ -218,49 +221,49 @@ TEST_F(TerrainToolsTest, TheBrushReachesItsOwnSizeBeyondTheDrawnSquare) {
   PutBrushAt(203, 50);
   Brush();
   EXPECT_GT(HeightOf(203, 50), 127);
-  pick.x = 1e30f;
+  terrain.pick.x = 1e30f;
   Brush();
 }
 
 TEST_F(TerrainToolsTest, OnlyPointManipulationKeepsTheSelectedPoints) {
-  terrain->grid[100][50].selected = 1;
+  terrain.grid[100][50].selected = 1;
   GrowSelectionBox(100, 50);
   ComputeSmoothingWeights();
-  terrain->roadPointCount = 2;
+  terrain.roadPointCount = 2;
   SelectTool(TerrainTool::PointManipulation);
-  EXPECT_EQ(terrain->grid[100][50].selected, 1);
-  EXPECT_EQ(terrain->roadPointCount, 2);
+  EXPECT_EQ(terrain.grid[100][50].selected, 1);
+  EXPECT_EQ(terrain.roadPointCount, 2);
   SelectTool(TerrainTool::Road);
-  EXPECT_EQ(terrain->grid[100][50].selected, 0);
-  EXPECT_EQ(terrain->grid[101][50].weight, 0);
-  EXPECT_GT(selectionBox.SelMinRow, selectionBox.SelMaxRow) << "empty";
-  EXPECT_EQ(terrain->roadPointCount, 0);
+  EXPECT_EQ(terrain.grid[100][50].selected, 0);
+  EXPECT_EQ(terrain.grid[101][50].weight, 0);
+  EXPECT_GT(terrain.selectionBox.SelMinRow, terrain.selectionBox.SelMaxRow) << "empty";
+  EXPECT_EQ(terrain.roadPointCount, 0);
 }
 
 class PointSelectionTest : public TerrainToolsTest {
  protected:
   static void Select(int i, int j) {
-    terrain->grid[i][j].selected = 1;
+    terrain.grid[i][j].selected = 1;
     GrowSelectionBox(i, j);
     ComputeSmoothingWeights();
   }
-  static float WeightOf(int i, int j) { return terrain->grid[i][j].weight; }
+  static float WeightOf(int i, int j) { return terrain.grid[i][j].weight; }
 };
 
 TEST_F(PointSelectionTest, NobodyWalksAGridOfAnImpossibleSize) {
   modConfig.MaterialSize = 1 << 20;
-  selectionBox = {1, 1 << 20, 1, 1 << 20};
+  terrain.selectionBox = {1, 1 << 20, 1, 1 << 20};
   ClearSelection();
   ComputeSmoothingWeights();
   MoveSelection(1);
   for (const auto tool : {TerrainTool::Smoothing, TerrainTool::Flatten}) {
     SelectTool(tool);
-    viewSquare = {0, 1032, 0, 1032};
+    terrain.viewSquare = {0, 1032, 0, 1032};
     UpdateFlattenBrush();
-    BrushAlong(BrushWay::At(terrain->grid[1032][1032].x, terrain->grid[1032][1032].z), 1);
+    BrushAlong(BrushWay::At(terrain.grid[1032][1032].x, terrain.grid[1032][1032].z), 1);
   }
-  terrain->roadPointCount = 2;
-  terrain->roadPoints = {RoadPoint{0, 0, 0}, RoadPoint{1e6f, 0, 1e6f}};
+  terrain.roadPointCount = 2;
+  terrain.roadPoints = {RoadPoint{0, 0, 0}, RoadPoint{1e6f, 0, 1e6f}};
   CreateRoad();
   EXPECT_FALSE(editor.levelModified);
 }
@@ -273,8 +276,8 @@ TEST_F(PointSelectionTest, NeighboursWeighTheirDistanceUpToTheRange) {
   EXPECT_EQ(WeightOf(107, 50), 0);
   EXPECT_EQ(WeightOf(102, 52), 2) << "11.3 units are 11, and 11 / 4 is 2";
   EXPECT_EQ(WeightOf(105, 54), 0) << "25.6 units are more than 6 cells";
-  EXPECT_EQ(selectionBox.SelMinRow, 94);
-  EXPECT_EQ(selectionBox.SelMaxCol, 56);
+  EXPECT_EQ(terrain.selectionBox.SelMinRow, 94);
+  EXPECT_EQ(terrain.selectionBox.SelMaxCol, 56);
 
   SetSmoothingRange(2);
   EXPECT_EQ(WeightOf(106, 50), 0);
@@ -290,8 +293,8 @@ TEST_F(PointSelectionTest, WhereNeighbourhoodsMeetTheLaterPointCounts) {
 
 TEST_F(PointSelectionTest, AtTheEdgeTheNeighbourhoodReachesTheSeams) {
   Select(2, 254);
-  EXPECT_EQ(selectionBox.SelMinRow, 0);
-  EXPECT_EQ(selectionBox.SelMaxCol, 256);
+  EXPECT_EQ(terrain.selectionBox.SelMinRow, 0);
+  EXPECT_EQ(terrain.selectionBox.SelMaxCol, 256);
   EXPECT_EQ(WeightOf(2, 256), 2);
 }
 
@@ -322,16 +325,16 @@ class PickingTest : public TerrainPictureTest {
  protected:
   void SetUp() override {
     TerrainPictureTest::SetUp();
-    if (!terrain) return;
+    if (!terrain.grid) return;
     InitGrid();
     modConfig.WaterLevel = -1000;
     ShowTextured();
-    terrain->tool = TerrainTool::Raising;
+    terrain.tool = TerrainTool::Raising;
   }
   static int CountSelected() {
     int count = 0;
     for (int i = 0; i <= 512; ++i) {
-      for (int j = 0; j <= 512; ++j) count += terrain->grid[i][j].selected;
+      for (int j = 0; j <= 512; ++j) count += terrain.grid[i][j].selected;
     }
     return count;
   }
@@ -340,23 +343,23 @@ class PickingTest : public TerrainPictureTest {
 TEST_F(PickingTest, AMissedPickIsKnownAsOne) {
   Frame(kTopDown);
   PickUnderCursor(kWidth / 2, kHeight / 2);
-  EXPECT_FALSE(pick.missed);
-  EXPECT_NEAR(pick.x, 1010, 1);
-  EXPECT_NEAR(pick.y, 127 * 0.6f, 0.001f);
+  EXPECT_FALSE(terrain.pick.missed);
+  EXPECT_NEAR(terrain.pick.x, 1010, 1);
+  EXPECT_NEAR(terrain.pick.y, 127 * 0.6f, 0.001f);
   PickUnderCursor(-5, 20);
-  EXPECT_TRUE(pick.missed);
+  EXPECT_TRUE(terrain.pick.missed);
   Frame({1010, 140, 1010, 20, 180});
   PickUnderCursor(kWidth / 2, 5);
-  EXPECT_TRUE(pick.missed) << "the sky";
+  EXPECT_TRUE(terrain.pick.missed) << "the sky";
 }
 
 TEST_F(PickingTest, PointsAreToggledAtOnceAndSelectedAllAlongTheWay) {
-  terrain->tool = TerrainTool::PointManipulation;
+  terrain.tool = TerrainTool::PointManipulation;
   Frame(kTopDown);
   const auto nearest = [](int x, int y) -> TerrainVertex& {
     const Vector3 ground = GroundUnderCursor(x, y).value();
-    return terrain->grid[static_cast<std::size_t>(std::lround(ground.x / 4))]
-                        [static_cast<std::size_t>(std::lround(ground.z / 4))];
+    return terrain.grid[static_cast<std::size_t>(std::lround(ground.x / 4))]
+                       [static_cast<std::size_t>(std::lround(ground.z / 4))];
   };
   ToggleVertexUnderCursor(200, 130);
   ToggleVertexUnderCursor(150, 100);
@@ -376,7 +379,7 @@ TEST_F(PickingTest, PointsAreToggledAtOnceAndSelectedAllAlongTheWay) {
 }
 
 TEST_F(PickingTest, ARectangleFromAboveTogglesTheVerticesThatAreShownInIt) {
-  terrain->tool = TerrainTool::PointManipulation;
+  terrain.tool = TerrainTool::PointManipulation;
   editor.cameraMode = CameraMode::TopDown;
   const SceneCamera overCorner{6, 255, 8, -90, 180};
   struct Case {
@@ -390,7 +393,7 @@ TEST_F(PickingTest, ARectangleFromAboveTogglesTheVerticesThatAreShownInIt) {
     const SceneCamera& from = box.from;
     Frame(from);
     const auto isInside = [&](int i, int j) {
-      const TerrainVertex& vertex = terrain->grid[i][j];
+      const TerrainVertex& vertex = terrain.grid[i][j];
       const auto shown = ViewPointOf({vertex.x, vertex.h * 0.6f, vertex.z});
       return i >= 1 && j < 512 && shown && shown->x >= static_cast<float>(x0) &&
              shown->x <= static_cast<float>(x1) && shown->y >= static_cast<float>(y0) &&
@@ -399,7 +402,7 @@ TEST_F(PickingTest, ARectangleFromAboveTogglesTheVerticesThatAreShownInIt) {
     SelectRectangle(x0, y0, x1, y1);
     int wrong = 0;
     for (int i = 0; i <= 512; ++i) {
-      for (int j = 0; j <= 512; ++j) wrong += terrain->grid[i][j].selected != isInside(i, j);
+      for (int j = 0; j <= 512; ++j) wrong += terrain.grid[i][j].selected != isInside(i, j);
     }
     EXPECT_EQ(wrong, 0);
     EXPECT_GT(CountSelected(), box.least);

@@ -24,15 +24,12 @@ namespace {
 class LevelTreeTest : public WindowTest {
  protected:
   LevelTreeTest() {
-    ResetObjectStore();
-    ResetEntities();
     BuildTree();
     operations.lightSettings = [this] { calls.push_back("light"); };
     operations.objectBrowser = [this] { calls.push_back("browser"); };
     window.show();
     QApplication::processEvents();
   }
-  ~LevelTreeTest() override { ResetObjectStore(); }
 
   LevelTreeWidget& tree() { return *window.treePanel()->tree(); }
   QTreeWidgetItem* Entry(const char* text) {

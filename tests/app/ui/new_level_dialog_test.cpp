@@ -164,13 +164,7 @@ TEST_F(NewLevelDialogTest, AModWithoutTheatresHasNone) {
   EXPECT_EQ(choices->theatre, "");
 }
 
-class LevelStatisticsTest : public WindowTest {
- protected:
-  ~LevelStatisticsTest() override {
-    ResetEntities();
-    ResetObjectStore();
-  }
-};
+class LevelStatisticsTest : public WindowTest {};
 
 TEST_F(LevelStatisticsTest, CountsWhatIsUsedAndClosesByItsButtonOnly) {
   modConfig.LevelName = "Island";

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "app/recovery.h"
+#include "app/session.h"
 #include "core/editor_state.h"
 
 namespace mw {
@@ -14,9 +15,9 @@ constexpr int kTwoLooks = 5000;  // milliseconds
 
 TEST(RecoveryTimerTest, LooksNowAndThenButNotBehindADialog) {
   editor.levelLoaded = false;
-  const auto hasLooked = [] { return !recovery.edited; };  // no level, no edits
+  const auto hasLooked = [] { return !session.recovery.edited; };  // no level, no edits
   const RecoveryTimer timer;
-  recovery.edited = true;
+  session.recovery.edited = true;
   QDialog dialog;
   dialog.setModal(true);
   dialog.show();

@@ -7,6 +7,7 @@
 #include "app/ui/view_widget.h"
 #include "app/ui/window_fixture.h"
 #include "terrain/material_map.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -25,22 +26,22 @@ class TerrainKeysTest : public WindowTest {
 
 TEST_F(TerrainKeysTest, ToolKeysPressTheirButtons) {
   QTest::keyClick(window.view(), Qt::Key_V);
-  EXPECT_EQ(terrain->tool, TerrainTool::Flatten);
+  EXPECT_EQ(terrain.tool, TerrainTool::Flatten);
   EXPECT_TRUE(IsChecked(kCommandFlatten));
   EXPECT_FALSE(IsChecked(kCommandPointManipulation));
   QTest::keyClick(window.view(), Qt::Key_M);
-  EXPECT_FALSE(terrain->autoSmoothing);
+  EXPECT_FALSE(terrain.autoSmoothing);
   EXPECT_FALSE(IsChecked(kCommandAutoSmoothing));
 }
 
 TEST_F(TerrainKeysTest, KeypadAndSpaceActOnTheSelectedPoints) {
-  terrain->autoSmoothing = 0;
-  terrain->grid[100][50].selected = 1;
-  selectionBox = {100, 100, 50, 50};
+  terrain.autoSmoothing = 0;
+  terrain.grid[100][50].selected = 1;
+  terrain.selectionBox = {100, 100, 50, 50};
   QTest::keyClick(window.view(), Qt::Key_Plus, Qt::KeypadModifier);
-  EXPECT_FLOAT_EQ(terrain->grid[100][50].h, 127.1f);
+  EXPECT_FLOAT_EQ(terrain.grid[100][50].h, 127.1f);
   QTest::keyClick(window.view(), Qt::Key_Space);
-  EXPECT_EQ(terrain->grid[100][50].selected, 0);
+  EXPECT_EQ(terrain.grid[100][50].selected, 0);
 }
 
 class MaterialKeysTest : public WindowTest {

@@ -4,6 +4,7 @@
 
 #include "app/keys.h"
 #include "app/mini_map.h"
+#include "app/session.h"
 #include "app/ui/frame_loop.h"
 #include "app/ui/mini_map_window.h"
 #include "app/ui/view_widget.h"
@@ -28,15 +29,15 @@ class ViewTest : public WindowTest {
 TEST_F(ViewTest, HeldKeysAreKnownUntilTheyAreReleasedOrTheKeyboardGoesElsewhere) {
   Press(Qt::Key_W);
   Press(Qt::Key_Control);
-  EXPECT_TRUE(heldInput.keys['W']);
+  EXPECT_TRUE(session.heldInput.keys['W']);
   EXPECT_TRUE(editor.ctrlHeld);
   Release(Qt::Key_W);
-  EXPECT_FALSE(heldInput.keys['W']);
+  EXPECT_FALSE(session.heldInput.keys['W']);
 
   Press(Qt::Key_D);
   QFocusEvent focusOut(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
   QApplication::sendEvent(window.view(), &focusOut);
-  EXPECT_TRUE(heldInput.keys.none());
+  EXPECT_TRUE(session.heldInput.keys.none());
   EXPECT_FALSE(editor.ctrlHeld);
 }
 
@@ -78,9 +79,9 @@ TEST_F(ViewTest, WithoutLatinLettersTheKeysPlaceCounts) {
               {Qt::Key_Q, 38, 'Q'}};  // of a French one
   for (const auto& [key, scanCode, letter] : keys) {
     Send(QEvent::KeyPress, key, {}, false, scanCode);
-    EXPECT_TRUE(heldInput.keys[static_cast<std::size_t>(letter)]) << key;
+    EXPECT_TRUE(session.heldInput.keys[static_cast<std::size_t>(letter)]) << key;
     Send(QEvent::KeyRelease, key, {}, false, scanCode);
-    EXPECT_TRUE(heldInput.keys.none()) << key;
+    EXPECT_TRUE(session.heldInput.keys.none()) << key;
   }
 }
 
@@ -124,7 +125,7 @@ TEST_F(MiniMapWindowTest, TitleBarDragsTheWindowButNotOutOfTheView) {
   };
   dragBy({30, 40});
   EXPECT_EQ(miniMap->pos(), before + QPoint(30, 40));
-  const QPointF drawnAt(miniMapWindow.left, miniMapWindow.top);
+  const QPointF drawnAt(session.miniMapWindow.left, session.miniMapWindow.top);
   EXPECT_EQ(drawnAt, QPointF(miniMap->pos()) * miniMap->devicePixelRatioF());
   dragBy({2000, -2000});
   EXPECT_EQ(miniMap->pos(), QPoint(window.view()->width() - miniMap->width(), 0));

@@ -35,16 +35,16 @@ struct OpenBrowser : DialogUnderTest {
 class ObjectBrowserDialogTest : public SandboxTest {
  protected:
   ObjectBrowserDialogTest() {
-    ResetObjectStore();
-    browserFilter = BrowserFilter{};
+    objectStore = ObjectStore{};
+    objectStore.browserFilter = BrowserFilter{};
     levelTree = LevelTree{};
     BuildTree();
     Add("house", "STRUCTURES");
     Add("oak_tree", "VEGETATION");
   }
   ~ObjectBrowserDialogTest() override {
-    ResetObjectStore();
-    browserFilter = BrowserFilter{};
+    objectStore = ObjectStore{};
+    objectStore.browserFilter = BrowserFilter{};
     levelTree = LevelTree{};
   }
 

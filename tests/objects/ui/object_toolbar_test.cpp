@@ -13,8 +13,8 @@ using ::testing::ElementsAre;
 
 class ObjectToolbarTest : public SandboxTest {
  protected:
-  ObjectToolbarTest() { ResetObjectStore(); }
-  ~ObjectToolbarTest() override { ResetObjectStore(); }
+  ObjectToolbarTest() { objectStore = ObjectStore{}; }
+  ~ObjectToolbarTest() override { objectStore = ObjectStore{}; }
 
   std::vector<std::string> ToolTipsOf(bool (QAction::*has)() const) {
     std::vector<std::string> toolTips;

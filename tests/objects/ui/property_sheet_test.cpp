@@ -52,8 +52,8 @@ class PropertySheetTest : public SandboxTest {
   }
   ~PropertySheetTest() override {
     QApplication::setFont(fontBefore);
-    ResetEntities();
-    ResetObjectStore();
+    entities = Entities{};
+    objectStore = ObjectStore{};
     modConfig = {};
   }
 

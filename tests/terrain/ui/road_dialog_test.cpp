@@ -33,7 +33,7 @@ class RoadDialogTest : public SandboxTest {
  protected:
   RoadDialogTest() {
     CreateTerrain();
-    terrain->roadPointCount = 7;
+    terrain.roadPointCount = 7;
   }
   ~RoadDialogTest() override { DestroyTerrain(); }
 
@@ -81,9 +81,9 @@ TEST_F(RoadDialogTest, OkKeepsTheChoicesForThisRoadAndTheNext) {
     dialog.AutoMaterial().click();
     dialog.Material().setCurrentText("Gravel");
   }));
-  EXPECT_EQ(terrain->roadWidth, 4);
-  EXPECT_EQ(terrain->roadMaterial, 8);
-  EXPECT_EQ(terrain->roadAutoMaterial, 1);
+  EXPECT_EQ(terrain.roadWidth, 4);
+  EXPECT_EQ(terrain.roadMaterial, 8);
+  EXPECT_EQ(terrain.roadAutoMaterial, 1);
   Run("cancelButton", [](const OpenDialog& dialog) {
     EXPECT_EQ(dialog.Width().currentText(), "Quadruple Lane");
     EXPECT_EQ(dialog.Material().currentText(), "Gravel");
@@ -98,9 +98,9 @@ TEST_F(RoadDialogTest, CancelChangesNothing) {
     dialog.AutoMaterial().click();
     dialog.Material().setCurrentText("Mud");
   }));
-  EXPECT_EQ(terrain->roadWidth, 1);
-  EXPECT_EQ(terrain->roadMaterial, 1);
-  EXPECT_EQ(terrain->roadAutoMaterial, 0);
+  EXPECT_EQ(terrain.roadWidth, 1);
+  EXPECT_EQ(terrain.roadMaterial, 1);
+  EXPECT_EQ(terrain.roadAutoMaterial, 0);
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "support/open_dialog.h"
 #include "support/sandbox.h"
 #include "terrain/shadow_work.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -21,7 +22,7 @@ class ShadowDialogTest : public SandboxTest {
  protected:
   ShadowDialogTest() {
     levelTextures = {};
-    shadowSettings = {};
+    terrain.shadowSettings = {};
     modConfig = {};
     modConfig.MaterialSize = 256;
     modConfig.TexOffsetX = 1;
@@ -63,13 +64,13 @@ TEST_F(ShadowDialogTest, AClickSelectsATileOfTheLevelAndAssignedOnesAreMarked) {
     Click(dialog, 7, 7);
     EXPECT_EQ(dialog.Widget<QWidget>("grid").accessibleDescription(), "1 tile selected: 2x1");
   }));
-  decltype(shadowSettings.ShadowSelected) expected{};
+  decltype(terrain.shadowSettings.ShadowSelected) expected{};
   expected[2][1] = expected[1][2] = true;
-  EXPECT_EQ(shadowSettings.ShadowSelected, expected) << "no tile of the level is elsewhere";
+  EXPECT_EQ(terrain.shadowSettings.ShadowSelected, expected) << "no tile of the level is elsewhere";
 }
 
 TEST_F(ShadowDialogTest, SelectAllAndClearAndTheDetail) {
-  shadowSettings.ShadowPrecision = 3;
+  terrain.shadowSettings.ShadowPrecision = 3;
   Run("okButton", [&](const DialogUnderTest& dialog) {
     auto& detail = dialog.Widget<QComboBox>("detailCombo");
     EXPECT_EQ(detail.currentText(), "High 3.0");
@@ -77,13 +78,13 @@ TEST_F(ShadowDialogTest, SelectAllAndClearAndTheDetail) {
     detail.setCurrentIndex(7);
     dialog.Widget<QPushButton>("selectAllButton").click();
   });
-  EXPECT_EQ(shadowSettings.ShadowPrecision, 4);
-  EXPECT_TRUE(shadowSettings.ShadowSelected[7][7]);
+  EXPECT_EQ(terrain.shadowSettings.ShadowPrecision, 4);
+  EXPECT_TRUE(terrain.shadowSettings.ShadowSelected[7][7]);
   EXPECT_FALSE(Run("cancelButton", [&](const DialogUnderTest& dialog) {
     dialog.Widget<QPushButton>("clearButton").click();
-    EXPECT_FALSE(shadowSettings.ShadowSelected[7][7]);
+    EXPECT_FALSE(terrain.shadowSettings.ShadowSelected[7][7]);
   }));
-  EXPECT_TRUE(shadowSettings.ShadowSelected[7][7]) << "Cancel takes the tiles back";
+  EXPECT_TRUE(terrain.shadowSettings.ShadowSelected[7][7]) << "Cancel takes the tiles back";
 }
 
 }  // namespace

@@ -14,13 +14,14 @@
 #include <gtest/gtest.h>
 
 #include "core/editor_state.h"
-#include "core/mini_map_picture.h"
 #include "data/mod_config.h"
 #include "data/textures.h"
 #include "platform/disk.h"
 #include "support/open_dialog.h"
 #include "support/sandbox.h"
 #include "terrain/level_textures.h"
+#include "terrain/mini_map_picture.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -133,8 +134,8 @@ TEST_F(SurfaceAssignmentsDialogTest, CancelTakesEverythingBack) {
 }
 
 TEST_F(SurfaceAssignmentsDialogTest, ShowMapBrightensTheGridByTheMiniMapsBits) {
-  miniMapPicture.grey.fill(0);
-  SetMiniMapPixel(128 - 127, 128 - 1, 0x8C);  // column 127, row 1: the upper right corner
+  terrain.miniMap.grey.fill(0);
+  terrain.miniMap.SetPixel(128 - 127, 128 - 1, 0x8C);  // column 127, row 1: the upper right corner
   Run([](const OpenDialog& dialog) {
     dialog.Widget<QCheckBox>("showMapCheck").click();
     const QImage grid = dialog.Grid().grab().toImage();

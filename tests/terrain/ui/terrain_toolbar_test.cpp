@@ -86,7 +86,7 @@ TEST_F(TerrainToolbarTest, EachToolIsCheckedAloneAndAllowsTheSettingsItHeeds) {
   for (const auto& row : rows) {
     Click(row.toolTip);
     Click(row.toolTip);
-    EXPECT_EQ(terrain->tool, row.tool);
+    EXPECT_EQ(terrain.tool, row.tool);
     EXPECT_THAT(CheckedButtons(), ElementsAre(row.toolTip));
     EXPECT_EQ(Brush()->isEnabled(), row.brush) << row.toolTip;
     EXPECT_EQ(Power()->isEnabled(), row.power) << row.toolTip;
@@ -95,10 +95,10 @@ TEST_F(TerrainToolbarTest, EachToolIsCheckedAloneAndAllowsTheSettingsItHeeds) {
 
 TEST_F(TerrainToolbarTest, AutoSmoothingEnablesItsRange) {
   Click("Toggle Point Auto Smoothing");
-  EXPECT_FALSE(terrain->autoSmoothing);
+  EXPECT_FALSE(terrain.autoSmoothing);
   EXPECT_FALSE(Range()->isEnabled());
   toolbar->Press(TerrainControl::AutoSmoothing);
-  EXPECT_TRUE(terrain->autoSmoothing);
+  EXPECT_TRUE(terrain.autoSmoothing);
   EXPECT_TRUE(Range()->isEnabled());
   EXPECT_THAT(CheckedButtons(),
               ElementsAre("Point Manipulation Tool", "Toggle Point Auto Smoothing"));
@@ -108,9 +108,9 @@ TEST_F(TerrainToolbarTest, SettingsReachTheTerrain) {
   Range()->setCurrentIndex(8);
   Brush()->setCurrentIndex(4);
   Power()->setValue(10);
-  EXPECT_EQ(terrain->smoothingRange, 9);
-  EXPECT_EQ(terrain->brushSize, 5);
-  EXPECT_EQ(terrain->power, 10);
+  EXPECT_EQ(terrain.smoothingRange, 9);
+  EXPECT_EQ(terrain.brushSize, 5);
+  EXPECT_EQ(terrain.power, 10);
 }
 
 TEST_F(TerrainToolbarTest, SettingsFromKeysShow) {
@@ -119,8 +119,8 @@ TEST_F(TerrainToolbarTest, SettingsFromKeysShow) {
   EXPECT_EQ(Brush()->currentText(), "7");
   EXPECT_EQ(Brush()->view()->currentIndex().row(), 6) << "what a screen reader takes for chosen";
   EXPECT_EQ(Power()->value(), 1);
-  EXPECT_EQ(terrain->brushSize, 7);
-  EXPECT_EQ(terrain->power, 1);
+  EXPECT_EQ(terrain.brushSize, 7);
+  EXPECT_EQ(terrain.power, 1);
 }
 
 }  // namespace

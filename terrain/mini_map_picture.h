@@ -16,19 +16,16 @@ struct MiniMapPicture {
   struct Rows {
     int first = 0, last = kMiniMapSize - 1;
   } changed;
+
   MiniMapPicture() { grey.fill(127); }
+  // Sets pixel (128 - x, 128 - y), x and y in picture units counted from the level's origin; a
+  // pixel outside the picture is ignored.
+  void SetPixel(int x, int y, std::uint8_t value) {
+    const int column = kMiniMapSize - x, row = kMiniMapSize - y;
+    if (column < 0 || column >= kMiniMapSize || row < 0 || row >= kMiniMapSize) return;
+    grey[row * kMiniMapSize + column] = value;
+    changed = {std::min(changed.first, row), std::max(changed.last, row)};
+  }
 };
-
-extern MiniMapPicture miniMapPicture;
-
-// Sets pixel (128 - x, 128 - y), x and y in picture units counted from the level's origin; a pixel
-// outside the picture is ignored.
-inline void SetMiniMapPixel(int x, int y, std::uint8_t value) {
-  const int column = kMiniMapSize - x, row = kMiniMapSize - y;
-  if (column < 0 || column >= kMiniMapSize || row < 0 || row >= kMiniMapSize) return;
-  miniMapPicture.grey[row * kMiniMapSize + column] = value;
-  auto& changed = miniMapPicture.changed;
-  changed = {std::min(changed.first, row), std::max(changed.last, row)};
-}
 
 }  // namespace mw
