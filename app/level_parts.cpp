@@ -9,8 +9,10 @@
 #include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/mods.h"
+#include "objects/static_objects.h"
 #include "platform/prompts.h"
 #include "terrain/level_textures.h"
+#include "terrain/material_map.h"
 #include "terrain/terrain.h"
 
 namespace mw {
@@ -56,20 +58,22 @@ bool LoadLevelParts() {
   return true;
 }
 
-void WriteLevelParts() {
-  if (MayWrite(LevelPart::HeightMap)) SaveHeightmap();
-  WriteLevelSettings();
-  if (MayWrite(LevelPart::MaterialMap)) operations.saveMaterialMap();
-  operations.saveStaticObjects();
+bool WriteLevelParts() {
+  bool written = !MayWrite(LevelPart::HeightMap) || SaveHeightmap();
+  written &= WriteLevelSettings();
+  if (MayWrite(LevelPart::MaterialMap)) written &= SaveMaterialMap();
+  written &= SaveStaticObjects();
   SetStatusText(1, "Saving Environment Maps...");
-  WriteTextureSetToLevel();
+  written &= WriteTextureSetToLevel();
+  return written;
 }
 
-void WriteEditedParts() {
-  SaveHeightmap();
-  WriteLevelSettings();
-  operations.saveMaterialMap();
-  operations.saveStaticObjects();
+bool WriteEditedParts() {
+  bool written = SaveHeightmap();
+  written &= WriteLevelSettings();
+  written &= SaveMaterialMap();
+  written &= SaveStaticObjects();
+  return written;
 }
 
 }  // namespace mw

@@ -53,7 +53,6 @@ void ConnectObjectOperations() {
     LoadStaticObjects();
     NoteUnknownObjects();
   };
-  operations.saveStaticObjects = SaveStaticObjects;
   operations.snapAllToGround = SnapAllToGround;
   ConnectMapper();
   hooks.loadObjectCatalogue = LoadObjectCatalogue;

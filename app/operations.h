@@ -17,9 +17,7 @@ struct Operations {
   Action clearAllObjects = [] {};
   Action buildTree = [] {};
   Action loadMaterialMap = [] {};
-  Action saveMaterialMap = [] {};
   Action loadStaticObjects = [] {};
-  Action saveStaticObjects = [] {};
   std::function<bool()> newLevel = [] { return false; };
 
   // Terrain Mapper.

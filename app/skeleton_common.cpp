@@ -206,22 +206,21 @@ std::string MenuText() {
          CurrentModName() + "\"";
 }
 
-void WriteWaterShader() {
+bool WriteWaterShader() {
   auto file = GameFileOpen(editor.levelFolder.String() + "\\Watershader.rs", "w");
-  if (!file) return;  // remembered as GameFileError
+  if (!file) return false;
   GameFilePuts(kWaterShader, *file);
-  GameFileClose(std::move(file));
+  return GameFileClose(std::move(file));
 }
 
 }  // namespace
 
-void WriteCommonScripts() {
-  WriteNewScript("StaticObjects.con", "");
-  WriteNewScript("Init.con", InitText());
-  WriteNewScript("Init\\Terrain.con", TerrainText());
-  WriteNewScript("Init\\SkyAndSun.con", kSkyAndSun);
-  WriteNewScript("Menu\\Init.con", MenuText());
-  if (editor.levelHasWater) WriteWaterShader();
+bool WriteCommonScripts() {
+  return WriteNewScript("StaticObjects.con", "") && WriteNewScript("Init.con", InitText()) &&
+         WriteNewScript("Init\\Terrain.con", TerrainText()) &&
+         WriteNewScript("Init\\SkyAndSun.con", kSkyAndSun) &&
+         WriteNewScript("Menu\\Init.con", MenuText()) &&
+         (!editor.levelHasWater || WriteWaterShader());
 }
 
 }  // namespace mw

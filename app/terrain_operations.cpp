@@ -13,7 +13,6 @@ namespace mw {
 
 void ConnectTerrainOperations() {
   operations.loadMaterialMap = LoadMaterialMap;
-  operations.saveMaterialMap = SaveMaterialMap;
   operations.generateMaterialMap = [] { GenerateMaterialMap(LoadedMaterialPlugin()); };
   operations.addRoadPoint = AddRoadPoint;
   operations.finishRoad = [] { FinishRoadPoints(shell.createRoadDialog); };

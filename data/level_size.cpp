@@ -9,6 +9,7 @@
 #include "core/editor_state.h"
 #include "core/text.h"
 #include "data/game_file.h"
+#include "data/game_path.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
 

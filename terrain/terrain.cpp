@@ -152,8 +152,8 @@ bool StoreHeightsInBuffer() {
   return true;
 }
 
-void SaveHeightmap() {
-  if (StoreHeightsInBuffer()) SaveGameFileBytes(HeightmapPath(), heightBuffer);
+bool SaveHeightmap() {
+  return StoreHeightsInBuffer() && SaveGameFileBytes(HeightmapPath(), heightBuffer);
 }
 
 float HeightAt(float x, float z) {

@@ -77,7 +77,7 @@ TEST_F(TerrainTest, SavingWithoutAnEditGivesTheSameFile) {
   Put("heightmap.raw", file);
   LoadHeightBuffer();
   LoadHeightsFromBuffer();
-  SaveHeightmap();
+  EXPECT_TRUE(SaveHeightmap());
   EXPECT_TRUE(Get("heightmap.raw") == file);
 }
 
@@ -85,7 +85,7 @@ TEST_F(TerrainTest, HeightsBeyondTheFileFormatAreLimitedWhenSaved) {
   Height(256, 0) = 256;
   Height(255, 0) = -7;
   Height(254, 0) = 1e20f;
-  SaveHeightmap();
+  EXPECT_TRUE(SaveHeightmap());
   EXPECT_EQ(Get("heightmap.raw").substr(0, 8), std::string("\xFF\xFF\0\0\xFF\xFF\0\x7F", 8));
 }
 
