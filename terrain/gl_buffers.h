@@ -7,7 +7,7 @@
 
 namespace mw {
 
-// A place in the bound buffer, where GL's functions take a pointer.
+// GL's functions take a place in the bound buffer as a pointer.
 inline const void* BufferOffset(std::size_t bytes) { return reinterpret_cast<const void*>(bytes); }
 
 }  // namespace mw
