@@ -103,11 +103,8 @@ void SendOpenCommands() {
 std::string WriteLevelToArchive() {
   Archive* const archive = LevelArchive();
   if (!archive) return "No level archive is open.";
-  ClearGameFileError();
   if (!archive->BeginSave()) return archive->Error();
-  WriteLevelParts();
-  if (!GameFileError().empty()) {
-    std::string reason = GameFileError();
+  if (std::string reason = WhyNotWritten(WriteLevelParts); !reason.empty()) {
     archive->RollbackSave();
     return reason;
   }

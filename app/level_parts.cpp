@@ -59,20 +59,22 @@ bool LoadLevelParts() {
   return true;
 }
 
-void WriteLevelParts() {
-  if (MayWrite(LevelPart::HeightMap)) SaveHeightmap();
-  WriteLevelSettings();
-  if (MayWrite(LevelPart::MaterialMap)) SaveMaterialMap();
-  SaveStaticObjects();
+bool WriteLevelParts() {
+  bool written = !MayWrite(LevelPart::HeightMap) || SaveHeightmap();
+  written &= WriteLevelSettings();
+  if (MayWrite(LevelPart::MaterialMap)) written &= SaveMaterialMap();
+  written &= SaveStaticObjects();
   SetStatusText(1, "Saving Environment Maps...");
-  WriteTextureSetToLevel();
+  written &= WriteTextureSetToLevel();
+  return written;
 }
 
-void WriteEditedParts() {
-  SaveHeightmap();
-  WriteLevelSettings();
-  SaveMaterialMap();
-  SaveStaticObjects();
+bool WriteEditedParts() {
+  bool written = SaveHeightmap();
+  written &= WriteLevelSettings();
+  written &= SaveMaterialMap();
+  written &= SaveStaticObjects();
+  return written;
 }
 
 }  // namespace mw

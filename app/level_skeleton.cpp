@@ -47,20 +47,19 @@ std::optional<std::string> CreateLevelFolders(const GameRules& rules) {
   return std::nullopt;
 }
 
-void WriteLevelScripts(const GameRules& rules) {
-  if (rules.singlePlayer) WriteSinglePlayerScripts();
-  if (rules.conquest) WriteConquestScripts();
-  if (rules.teamDeathMatch) WriteTeamDeathMatchScripts();
-  if (rules.captureTheFlag) WriteCaptureTheFlagScripts();
-  WriteCommonScripts();
+bool WriteLevelScripts(const GameRules& rules) {
+  return (!rules.singlePlayer || WriteSinglePlayerScripts()) &&
+         (!rules.conquest || WriteConquestScripts()) &&
+         (!rules.teamDeathMatch || WriteTeamDeathMatchScripts()) &&
+         (!rules.captureTheFlag || WriteCaptureTheFlagScripts()) && WriteCommonScripts();
 }
 
-void WriteNewScript(std::string_view path, std::string_view text) {
+bool WriteNewScript(std::string_view path, std::string_view text) {
   auto file = GameFileOpen(openLevel.folder.String() + "\\" + std::string(path), "w");
-  if (!file) return;  // remembered as GameFileError
+  if (!file) return false;
   WriteScriptHeader(*file);
   GameFilePuts(text, *file);
-  GameFileClose(std::move(file));
+  return GameFileClose(std::move(file));
 }
 
 std::string PositionText(int x, int y, int z) {

@@ -22,7 +22,8 @@ struct GameRules {
 std::optional<std::string> CreateLevelFolders(const GameRules& rules);
 
 // Writes all scripts of the level through the game-file layer, into its archive. ModConfig gives
-// the name, the sizes and AlternativePath, `editor` whether there is water.
-void WriteLevelScripts(const GameRules& rules);
+// the name, the sizes and AlternativePath, `editor` whether there is water. False when one
+// could not be written.
+[[nodiscard]] bool WriteLevelScripts(const GameRules& rules);
 
 }  // namespace mw

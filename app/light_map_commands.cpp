@@ -1,5 +1,6 @@
 #include "app/light_map_commands.h"
 
+#include <functional>
 #include <string>
 
 #include "app/level.h"
@@ -28,12 +29,13 @@ bool IsReadyForTheGame(const char* question) {
   return Confirm(question, "Save?", PromptIcon::Information) && SaveLevel();
 }
 
-// Shows what could not be written; true when nothing failed.
-bool ReportFailure() {
-  if (GameFileError().empty()) return true;
+// Writes the group, and shows what could not be written; true when nothing failed.
+bool WriteOrReport(const std::function<bool()>& write) {
+  const std::string failure = WriteAsOneChange(write);
+  if (failure.empty()) return true;
   ShowArrowCursor();
   SetStatusText(1, "");
-  ShowPrompt(GameFileError(), "Error", PromptButtons::Ok, PromptIcon::Stop);
+  ShowPrompt(failure, "Error", PromptButtons::Ok, PromptIcon::Stop);
   return false;
 }
 
@@ -65,8 +67,9 @@ void ReloadLevelTextures() {
 // been touched then.
 void ShowCancelled(const char* text, const LightingScripts& scriptsBefore) {
   ShowArrowCursor();
-  WriteAsOneChange([&] { RestoreLightingScripts(scriptsBefore); });
-  if (ReportFailure()) SetStatusText(1, text + std::string(" The level is as it was."));
+  if (WriteOrReport([&] { return RestoreLightingScripts(scriptsBefore); })) {
+    SetStatusText(1, text + std::string(" The level is as it was."));
+  }
 }
 
 // Of a run that was not cancelled.
@@ -79,14 +82,19 @@ void ShowCompleted(const char* text, const std::string& addition) {
   SetStatusText(1, addition.empty() ? text : text + (" " + addition));
 }
 
-void TakeMergedTiles(int& missing) {
+// Counts those that the game did not make.
+bool TakeMergedTiles(int& missing) {
   const std::vector<TileIndex> tiles = TilesToTrace();
   int number = 0;
+  bool written = true;
   for (const TileIndex& tile : tiles) {
     SetStatusText(1, FormatText("Compressing Surface Map %i of %i...", ++number,
                                 static_cast<int>(tiles.size())));
-    if (!TakeMergedTile(tile)) ++missing;
+    const TileTaken taken = TakeMergedTile(tile);
+    if (taken == TileTaken::Missing) ++missing;
+    written &= taken != TileTaken::NotWritten;
   }
+  return written;
 }
 
 // Says so when the tiles that were selected have no surface.
@@ -105,38 +113,41 @@ bool HasTilesToTrace() {
 }
 
 bool PrepareTracing() {
-  WriteAsOneChange([] {
-    WriteTileList();
-    WriteLightingScripts();
+  return WriteOrReport([] {
+    bool written = WriteTileList();
+    written &= WriteLightingScripts();
+    return written;
   });
-  return ReportFailure();
 }
 
 // What the last run left, so that only new light maps come into the level.
-void EmptyScratchObjectLightMaps() {
+bool EmptyScratchObjectLightMaps() {
   const std::string folder = ScratchObjectLightMapsFolder();
-  if (!MakeScratchFolder(folder)) return;
+  if (!MakeScratchFolder(folder)) return false;
+  bool emptied = true;
   for (const std::string& name : ListFiles(folder, "")) {
-    if (!DeleteDiskFile(folder + "\\" + name)) {
-      SetGameFileError("The file " + SystemPath(folder + "\\" + name) + " could not be deleted.");
-    }
+    if (DeleteDiskFile(folder + "\\" + name)) continue;
+    SetGameFileError("The file " + SystemPath(folder + "\\" + name) + " could not be deleted.");
+    emptied = false;
   }
+  return emptied;
 }
 
 bool PrepareObjectTracing() {
-  WriteAsOneChange([] {
-    WriteLightingScripts();
-    EmptyScratchObjectLightMaps();
+  return WriteOrReport([] {
+    bool written = WriteLightingScripts();
+    written &= EmptyScratchObjectLightMaps();
+    return written;
   });
-  return ReportFailure();
 }
 
-void TakeNewObjectLightMaps() {
+bool TakeNewObjectLightMaps() {
   const std::string folder = ScratchObjectLightMapsFolder();
-  if (textureSet.objectPalette.loaded && !WriteObjectPalette(folder)) {
+  const bool hasPalette = !textureSet.objectPalette.loaded || WriteObjectPalette(folder);
+  if (!hasPalette) {
     SetGameFileError("The file " + SystemPath(folder + "\\Palette.pal") + " could not be written.");
   }
-  TakeObjectLightMaps();
+  return TakeObjectLightMaps() && hasPalette;
 }
 
 }  // namespace
@@ -165,8 +176,7 @@ void GenerateTerrainShadows() {
               "Merge Surface Light Maps", PromptIcon::Question)) {
     MergeTerrainLightmaps();
   }
-  WriteAsOneChange(TakeShadowBits);
-  ReportFailure();
+  WriteOrReport(TakeShadowBits);
   ReloadLevelTextures();
 }
 
@@ -184,8 +194,7 @@ void MergeTerrainLightmaps() {
     return;
   }
   int missing = 0;
-  WriteAsOneChange([&] { TakeMergedTiles(missing); });
-  if (ReportFailure()) {
+  if (WriteOrReport([&] { return TakeMergedTiles(missing); })) {
     std::string addition = WhatWentWrong(end);
     if (missing > 0) {
       addition +=
@@ -220,8 +229,7 @@ void GenerateObjectLightmaps() {
     ShowCancelled("Cancelled Generating Object Light Maps.", scriptsBefore);
     return;
   }
-  WriteAsOneChange(TakeNewObjectLightMaps);
-  if (ReportFailure()) {
+  if (WriteOrReport(TakeNewObjectLightMaps)) {
     ShowCompleted("Completed Generating Object Light Maps.", WhatWentWrong(end));
   }
   ReloadLevelTextures();

@@ -14,6 +14,7 @@
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/game_file.h"
+#include "data/game_path.h"
 #include "data/level_settings.h"
 #include "data/load_report.h"
 #include "data/mods.h"
@@ -111,20 +112,18 @@ void MakeFlatTerrain() {
   hooks.invalidateMiniMap();
 }
 
-void WriteBlankTexture(const char* file, int side, bool mipmaps) {
+bool WriteBlankTexture(const char* file, int side, bool mipmaps) {
   const std::vector<std::uint8_t> black(static_cast<std::size_t>(side) *
                                         static_cast<std::size_t>(side) * 3);
-  SaveDDS(openLevel.folder.String() + file, side, side, black, mipmaps);
+  return SaveDDS(openLevel.folder.String() + file, side, side, black, mipmaps);
 }
 
-void WriteFirstFiles(const GameRules& rules) {
-  WriteLevelScripts(rules);
-  SaveHeightmap();
-  SaveMaterialMap();
-  WriteBlankTexture("/Textures/Detail.dds", kTextureSide, true);
-  WriteBlankTexture("/Textures/ingamemap.dds", kTextureSide, true);
-  WriteBlankTexture("/Menu/thumbnail.dds", kThumbnailSide, false);
-  SaveGameFileBytes(openLevel.folder.String() + "/loadcounter.dat", kLoadCounter);
+bool WriteFirstFiles(const GameRules& rules) {
+  return WriteLevelScripts(rules) && SaveHeightmap() && SaveMaterialMap() &&
+         WriteBlankTexture("/Textures/Detail.dds", kTextureSide, true) &&
+         WriteBlankTexture("/Textures/ingamemap.dds", kTextureSide, true) &&
+         WriteBlankTexture("/Menu/thumbnail.dds", kThumbnailSide, false) &&
+         SaveGameFileBytes(openLevel.folder.String() + "/loadcounter.dat", kLoadCounter);
 }
 
 // Creates the level's archive, and in it the files that the game needs, as one group of changes.
@@ -136,10 +135,9 @@ std::string WriteSkeleton(const GameRules& rules) {
   std::string error;
   Archive* const archive = CreateLevelArchive(error);
   if (!archive) return error;
-  ClearGameFileError();
   if (!archive->BeginSave()) return archive->Error();
-  WriteFirstFiles(rules);
-  if (!GameFileError().empty()) return GameFileError();
+  std::string reason = WhyNotWritten([&] { return WriteFirstFiles(rules); });
+  if (!reason.empty()) return reason;
   return archive->CommitSave() ? std::string() : archive->Error();
 }
 

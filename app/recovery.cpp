@@ -43,8 +43,8 @@ bool HasRecoveryFile() {
 }
 
 void WriteRecovery() {
+  // A part that cannot be written is reported when the level is saved.
   const std::vector<GameMember> members = CaptureGameFiles(WriteEditedParts);
-  ClearGameFileError();  // a part that cannot be written is reported when the level is saved
   const std::uint32_t checksum = ChecksumOf(members);
   if (session.recovery.written && checksum == session.recovery.checksum) return;
   const RecoveryInfo info{LevelMod(), modConfig.LevelName.String(), TimeText()};

@@ -98,22 +98,21 @@ std::string SkyText() {
          LevelSkyText("Sky_Bocage_m1", 150, 180, "-0.191/.45/-0.873") + "\n";
 }
 
-void WriteWaterShader() {
+bool WriteWaterShader() {
   auto file = GameFileOpen(openLevel.folder.String() + "\\Watershader.rs", "w");
-  if (!file) return;  // remembered as GameFileError
+  if (!file) return false;
   GameFilePuts(kWaterShader, *file);
-  GameFileClose(std::move(file));
+  return GameFileClose(std::move(file));
 }
 
 }  // namespace
 
-void WriteCommonScripts() {
-  WriteNewScript("StaticObjects.con", "");
-  WriteNewScript("Init.con", InitText());
-  WriteNewScript("Init\\Terrain.con", TerrainText());
-  WriteNewScript("Init\\SkyAndSun.con", SkyText());
-  WriteNewScript("Menu\\Init.con", LevelMenuText(CurrentModName()));
-  if (editor.levelHasWater) WriteWaterShader();
+bool WriteCommonScripts() {
+  return WriteNewScript("StaticObjects.con", "") && WriteNewScript("Init.con", InitText()) &&
+         WriteNewScript("Init\\Terrain.con", TerrainText()) &&
+         WriteNewScript("Init\\SkyAndSun.con", SkyText()) &&
+         WriteNewScript("Menu\\Init.con", LevelMenuText(CurrentModName())) &&
+         (!editor.levelHasWater || WriteWaterShader());
 }
 
 }  // namespace mw

@@ -158,41 +158,45 @@ std::string CreateAt(const std::string& name, int x, int z) {
 
 }  // namespace
 
-void WriteSinglePlayerScripts() {
-  WriteModeEntityFiles("SinglePlayer", ControlPoints::Included);
+bool WriteSinglePlayerScripts() {
+  bool written = WriteModeEntityFiles("SinglePlayer", ControlPoints::Included);
   for (const char* path : {"SinglePlayerAllied.con", "SinglePlayerAxis.con"}) {
-    WriteNewScript(path, kSinglePlayer);
+    written &= WriteNewScript(path, kSinglePlayer);
   }
   for (const char* path : {"Coop.con", "GameTypes\\Coop.con"}) {
-    WriteNewScript(path, TicketLines({60, 100, 10000, 10}) + RunBlock("SinglePlayer"));
+    written &= WriteNewScript(path, TicketLines({60, 100, 10000, 10}) + RunBlock("SinglePlayer"));
   }
+  return written;
 }
 
-void WriteConquestScripts() {
-  WriteModeEntityFiles("Conquest", ControlPoints::Included);
+bool WriteConquestScripts() {
+  bool written = WriteModeEntityFiles("Conquest", ControlPoints::Included);
   for (const char* path : {"Conquest.con", "GameTypes\\Conquest.con"}) {
-    WriteNewScript(path, TicketLines({100, 100, 10, 10}) + RunBlock("Conquest"));
+    written &= WriteNewScript(path, TicketLines({100, 100, 10, 10}) + RunBlock("Conquest"));
   }
+  return written;
 }
 
-void WriteTeamDeathMatchScripts() {
-  WriteModeEntityFiles("TDM", ControlPoints::Included);
+bool WriteTeamDeathMatchScripts() {
+  bool written = WriteModeEntityFiles("TDM", ControlPoints::Included);
   for (const char* path : {"tdm.con", "GameTypes\\tdm.con"}) {
-    WriteNewScript(path, RunBlock("TDM"));
+    written &= WriteNewScript(path, RunBlock("TDM"));
   }
+  return written;
 }
 
-void WriteCaptureTheFlagScripts() {
-  WriteModeEntityFiles("Ctf", ControlPoints::None);
-  WriteNewScript("Ctf.con", CaptureTheFlagText(""));
-  WriteNewScript("GameTypes\\Ctf.con", CaptureTheFlagText("\n"));
+bool WriteCaptureTheFlagScripts() {
+  return WriteModeEntityFiles("Ctf", ControlPoints::None) &&
+         WriteNewScript("Ctf.con", CaptureTheFlagText("")) &&
+         WriteNewScript("GameTypes\\Ctf.con", CaptureTheFlagText("\n"));
 }
 
-void WriteModeEntityFiles(std::string_view folder, ControlPoints controlPoints) {
+bool WriteModeEntityFiles(std::string_view folder, ControlPoints controlPoints) {
   const int half = modConfig.WorldSize / 2;
   const int axisZ = half - kBaseDistance, alliedZ = half + kBaseDistance;
-  const auto write = [folder](const char* file, std::string_view text) {
-    WriteNewScript(std::string(folder) + "\\" + file, text);
+  bool written = true;
+  const auto write = [&](const char* file, std::string_view text) {
+    written &= WriteNewScript(std::string(folder) + "\\" + file, text);
   };
   if (controlPoints == ControlPoints::Included) {
     write("ControlPoints.con",
@@ -209,6 +213,7 @@ void WriteModeEntityFiles(std::string_view folder, ControlPoints controlPoints) 
   write("SoldierSpawns.con", soldierSpawn(kAxis, axisZ) + soldierSpawn(kAllies, alliedZ));
   write("SoldierSpawnTemplates.con", kSoldierSpawnTemplates);
   write("spawnPointManagerSettings.con", kSpawnGroups);
+  return written;
 }
 
 }  // namespace mw

@@ -1,5 +1,5 @@
-// The texts of a new level's scripts, one function for each script or group of scripts. Used by
-// app/level_skeleton.
+// The texts of a new level's scripts, one function for each script or group of scripts. Each
+// returns false when not all of it could be written. Used by app/level_skeleton.
 #pragma once
 
 #include <string>
@@ -9,22 +9,22 @@ namespace mw {
 
 // Writes a script of the open level: the header, then `text`. `path` is relative to the level
 // folder.
-void WriteNewScript(std::string_view path, std::string_view text);
+[[nodiscard]] bool WriteNewScript(std::string_view path, std::string_view text);
 // "x/y/z", world units.
 std::string PositionText(int x, int y, int z);
 
 // The scripts of one game mode and the entities in its folder.
-void WriteSinglePlayerScripts();
-void WriteConquestScripts();
-void WriteTeamDeathMatchScripts();
-void WriteCaptureTheFlagScripts();
+[[nodiscard]] bool WriteSinglePlayerScripts();
+[[nodiscard]] bool WriteConquestScripts();
+[[nodiscard]] bool WriteTeamDeathMatchScripts();
+[[nodiscard]] bool WriteCaptureTheFlagScripts();
 
 // The entities that a mode starts with: a base for each side, and a soldier spawn beside it.
 // `folder` is the mode's, relative to the level folder.
 enum class ControlPoints { Included, None };
-void WriteModeEntityFiles(std::string_view folder, ControlPoints controlPoints);
+[[nodiscard]] bool WriteModeEntityFiles(std::string_view folder, ControlPoints controlPoints);
 
 // Static objects, settings, menu and water: what every level has whatever its game rules.
-void WriteCommonScripts();
+[[nodiscard]] bool WriteCommonScripts();
 
 }  // namespace mw

@@ -20,8 +20,9 @@ bool AddFileToArchive(std::string_view diskPath, std::string_view gameFolder) {
       !ConfirmReplacing("The level has this file already. It will be replaced:\n\n" + gamePath)) {
     return false;
   }
-  if (WriteAsOneChange([&] { ImportDiskFile(diskPath, gamePath); })) return true;
-  ShowPrompt(GameFileError(), "Error", PromptButtons::Ok, PromptIcon::Stop);
+  const std::string failure = WriteAsOneChange([&] { return ImportDiskFile(diskPath, gamePath); });
+  if (failure.empty()) return true;
+  ShowPrompt(failure, "Error", PromptButtons::Ok, PromptIcon::Stop);
   return false;
 }
 

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "core/bytes.h"
 #include "core/text.h"
 #include "data/archive_compact.h"
 #include "data/archive_replace.h"
@@ -15,7 +16,6 @@ namespace mw {
 namespace {
 
 namespace fs = std::filesystem;
-using Bytes = std::vector<std::uint8_t>;
 
 // A cache: room for the stored bytes of a member, kept from one to the next: reading costs less
 // than fresh memory does.
@@ -98,7 +98,7 @@ bool Archive::PutInPlace() {
     if (fs::exists(state_->realPath, ignored)) return done;
     state_->realPath = *std::exchange(state_->place, std::nullopt);
     if (replaces) state_->newBackup = BackupName();
-    WaiveBackup();  // it is made
+    WaiveBackup();  // no second backup is made
     return done;
   } catch (const std::bad_alloc&) {
     return state_->Fail(kNoMemory);
@@ -165,7 +165,7 @@ bool Archive::WriteMember(std::string_view name, std::span<const std::uint8_t> d
     auto stored = CompressMember(data, before);
     if (!stored) return state_->Fail("The member could not be compressed");
     if (old && old->size == size && std::ranges::equal(*stored, before)) {
-      return true;  // it is as it was
+      return true;  // the member has these bytes already
     }
     return state_->PlaceMember(normal, std::move(*stored), size);
   });

@@ -26,20 +26,20 @@ enum class StorageMode : std::uint32_t { Stored = 0, Compressed = 1 };
 // by another program; or gone, with what it held still at hand.
 enum class ArchiveOnDisk { AsLeft, Changed, Gone };
 
-// Of an archive that could not all be read; it is kept under a name of its own, so that it never
-// replaces the backup of one that could.
+// The backup of an archive that could only be read in part has a name of its own, so that it never
+// replaces the backup of a whole one.
 enum class BackupKind { Whole, Damaged };
 
-// `name` with `/` for every separator.
+// Returns `name` with `/` for every separator.
 std::string NormalMemberName(std::string_view name);
 
 // One archive file. Nothing here throws; after a failure `Error` tells the system's reason.
 //
 // An archive that is open for writing has the claim on its file (File::Claim) until it is closed,
-// so no second editor writes it. The claim belongs to the file, not to its name: where a new file
-// takes the archive's place, that one is claimed before it is renamed. After a compaction, with
-// which the archive is closed, nothing is left to protect. Whoever opens the file looks, once it
-// has the claim, whether the name still leads to the same file.
+// so that no second editor writes it. The claim belongs to the file, not to its name: where a new
+// file takes the archive's place, that one is claimed before it is renamed. After a compaction,
+// with which the archive is closed, nothing is left to protect. Whoever opens the file looks, once
+// it has the claim, whether the name still leads to the same file.
 class Archive {
  public:
   Archive();
@@ -71,8 +71,8 @@ class Archive {
   bool LiftWriteProtection();
   bool Dirty() const;  // the directory has changed since the archive was opened or last compacted
   StorageMode Mode() const;
-  // For members written from now on. False when the archive holds members in the other mode, which
-  // would become unreadable.
+  // Chooses the mode of the members that are written from now on. False when the archive holds
+  // members in the other mode, which would become unreadable.
   bool SetMode(StorageMode mode);
   const ArchiveEntries& Entries() const;
   const std::string& Error() const;
@@ -88,7 +88,7 @@ class Archive {
   bool RemoveMember(std::string_view name);
   // False when the archive could not be changed.
   bool RemoveMembersIf(const std::function<bool(std::string_view)>& isRemoved);
-  // Without regard to case. False when the archive could not be changed.
+  // Names are compared without regard to case. False when the archive could not be changed.
   bool RemoveMembersWithPrefix(std::string_view prefix);
 
   // A group of changes that is done wholly or not at all, whatever happens to the program
@@ -111,19 +111,19 @@ class Archive {
   // From now on the file is kept as it is on disk, as BackupName, before the first change that this
   // run of the program makes to it; without that no change begins.
   void BackUpFirst(BackupKind kind);
-  // Does that now; the backup is whole at any moment. True without doing anything when it is kept
-  // already.
+  // Makes that backup now; the file of the backup is whole at any moment. True without doing
+  // anything when this state is kept already.
   bool BackUp();
-  // The user goes on without a backup.
+  // Lets changes begin without the backup, because the user said so.
   void WaiveBackup();
-  // `<file>.bak` or `<file>.damaged.bak`.
+  // The backup's path: `<file>.bak` or `<file>.damaged.bak`.
   std::string BackupName() const;
   // The name of a backup that was made since this was last asked, else an empty text.
   std::string TakeNewBackup();
   // The name of a journal beside the archive that belongs to another state of it, or an empty text.
   // Nothing is saved as long as it is there.
   std::string StrayJournal() const;
-  // Renames it; it stays beside the archive.
+  // Renames that journal, which stays beside the archive.
   bool SetStrayJournalAside();
 
   // Compacts the file now and closes it. False as below.
@@ -137,12 +137,13 @@ class Archive {
   std::unique_ptr<State> state_;
 };
 
-// The archives open at a time, oldest first.
+// The archives that are open at a time, in the order in which they were opened.
 class ArchiveList {
  public:
-  // Null, with nothing appended and the reason in `error`, when opening fails.
+  // Opens an archive and appends it. Null, with nothing appended and the reason in `error`, when
+  // opening fails.
   Archive* OpenArchive(std::string_view path, bool writable, std::string* error = nullptr);
-  // A new archive in mode 1, writable.
+  // Creates an archive in mode 1 that is open for writing.
   Archive* CreateArchive(std::string_view path);
   // The same, created aside (Archive::CreateAside). Null, with the reason in `error`, when it
   // fails.
@@ -153,10 +154,10 @@ class ArchiveList {
   Archive* FindHolding(std::string_view name, bool writableOnly) const;
   // The most recently opened archive, or null.
   Archive* Last() const;
-  // Of the archives that were opened for writing the most recent one, or null; null as well when it
-  // is write-protected: what is meant for it belongs into no other.
+  // The most recent of the archives that were opened for writing, or null. Null as well when that
+  // one is write-protected, because what is meant for it belongs into no other.
   Archive* LastWritable() const;
-  // What to say where LastWritable is null.
+  // What the user is told where LastWritable is null.
   std::string ReasonNotWritable() const;
   // Forgets all archives without compacting them.
   void Clear();

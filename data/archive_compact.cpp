@@ -40,7 +40,7 @@ bool IsCompact(const std::vector<Move>& moves, const ArchiveContents& contents,
          fileSize == DataEnd(contents.entries) + DirectorySize(contents.entries);
 }
 
-// The bytes of the compacted file, wherever they lie now.
+// The compacted file as a list of where each of its bytes lies now.
 class CompactImage {
  public:
   CompactImage(File& archive, const std::vector<Move>& moves, const ArchiveContents& contents)
@@ -51,7 +51,7 @@ class CompactImage {
     for (const Move& move : moves) {
       Piece& last = pieces_.back();
       if (!last.memory && last.from + last.size == move.from) {
-        last.size += move.size;  // they lay side by side
+        last.size += move.size;  // the two members lay side by side
       } else if (move.size > 0) {
         pieces_.push_back({move.to, move.size, move.from, nullptr});
       }
@@ -61,7 +61,7 @@ class CompactImage {
 
   std::uint64_t Size() const { return pieces_.back().at + pieces_.back().size; }
 
-  // False when the archive cannot be read.
+  // Reads bytes of the image. False when the archive cannot be read.
   bool Read(std::uint64_t at, std::span<std::uint8_t> out) const {
     auto piece = std::prev(std::ranges::upper_bound(pieces_, at, {}, &Piece::at));
     for (; !out.empty(); ++piece) {
@@ -82,14 +82,14 @@ class CompactImage {
 
  private:
   struct Piece {
-    std::uint64_t at, size;                   // in the compacted file
-    std::uint64_t from;                       // in the archive
-    const std::vector<std::uint8_t>* memory;  // instead of there
+    std::uint64_t at, size;                   // place and length in the compacted file
+    std::uint64_t from;                       // offset in the archive
+    const std::vector<std::uint8_t>* memory;  // what to take instead; else null
   };
 
   File& archive_;
   std::vector<std::uint8_t> header_, directory_;
-  std::vector<Piece> pieces_;  // one after the other
+  std::vector<Piece> pieces_;  // in the order of the compacted file, without gaps
 };
 
 // Calls visit(offset, bytes) for the blocks of the image from `start` on, until it answers false.
@@ -109,14 +109,14 @@ bool ForEachBlock(const CompactImage& image, std::uint64_t start, std::string& e
 }
 
 // Writes the compacted file and reads it back: every byte of it is accounted for. Where the file
-// system allows, whole blocks go straight to the disk and are compared at once, while they are at
-// hand; the others when all is synced.
+// system allows, whole blocks go straight to the disk and are compared at once, while they are
+// still in memory; the other blocks are compared when all is synced.
 bool WriteCompacted(const CompactImage& image, File& archive, File& aside, std::string& error) {
   const auto failed = [&] {
     error = aside.Error();
     return false;
   };
-  std::uint64_t compared = 0;  // all up to here is known to be on the disk
+  std::uint64_t compared = 0;  // all bytes before it are known to be on the disk
   const auto write = [&](std::uint64_t at, std::span<const std::uint8_t> block) {
     aside.SetStraight(block.size() == kBlock);
     if (!aside.WriteAt(at, block)) return failed();

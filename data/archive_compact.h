@@ -10,7 +10,7 @@
 
 namespace mw {
 
-// The file that compaction writes before it takes the archive's place.
+// The path of the file that compaction writes before it takes the archive's place.
 std::filesystem::path CompactedPath(const std::filesystem::path& archivePath);
 
 // Writes the compact archive aside, syncs it, reads it back and renames it over the old one, so

@@ -26,8 +26,8 @@ class DirectoryReader {
 
   std::uint64_t Remaining() const { return end_ - offset_ + unread_.size(); }
 
-  // The next `count` bytes, at most kMostTaken (valid until the next call), or nothing when the
-  // file ends before.
+  // Returns the next `count` bytes, at most kMostTaken (valid until the next call), or nothing when
+  // the file ends before.
   std::optional<std::span<const std::uint8_t>> Take(std::size_t count) {
     if (unread_.size() < count && !Refill(count)) return std::nullopt;
     const auto taken = unread_.first(count);
@@ -55,10 +55,10 @@ class DirectoryReader {
   }
 
   File& file_;
-  std::uint64_t offset_;  // of what is not in the buffer yet
+  std::uint64_t offset_;  // in the file, of the first byte that was not buffered yet
   std::uint64_t end_;
   std::vector<std::uint8_t> buffer_;
-  std::span<const std::uint8_t> unread_;  // of the buffer
+  std::span<const std::uint8_t> unread_;  // the part of the buffer that was not taken yet
 };
 
 std::optional<ArchiveHeader> ReadHeader(File& file, std::uint64_t fileSize, std::string& error) {

@@ -29,13 +29,13 @@ struct ArchiveContents {
   ArchiveEntries entries;
 };
 
-// Nothing, with the reason in `error`, when the file is no sound archive: every offset, count, name
-// and size is checked against the file's length before it is used.
+// Reads both. Nothing, with the reason in `error`, when the file is no sound archive: every offset,
+// count, name and size is checked against the file's length before it is used.
 std::optional<ArchiveContents> ReadArchiveContents(File& file, std::string& error);
 
 std::vector<std::uint8_t> HeaderBytes(const ArchiveHeader& header);
 std::vector<std::uint8_t> DirectoryBytes(const ArchiveEntries& entries);
-// Bytes that the directory takes in the file.
+// How many bytes the directory takes in the file.
 std::uint64_t DirectorySize(const ArchiveEntries& entries);
 
 // Where the member data ends and the directory begins.

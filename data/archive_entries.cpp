@@ -30,7 +30,8 @@ std::uint64_t Mix(std::uint64_t a, std::uint64_t b) {
 
 constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;  // the fraction of the golden ratio
 
-// Another one in every run, so that no file can be made whose names all meet in one slot.
+// Every run of the program hashes with another number, so that no file can be made whose names all
+// meet in one slot.
 std::uint64_t HashSeed() {
   static const std::uint64_t seed = [] {
     const auto now = std::chrono::high_resolution_clock::now().time_since_epoch().count();
@@ -41,7 +42,7 @@ std::uint64_t HashSeed() {
 
 }  // namespace
 
-// A name as names are compared, and its hash.
+// A name in the form in which names are compared, and its hash.
 struct ArchiveEntries::FoldedName {
   explicit FoldedName(std::string_view name) : size(std::min(name.size(), kMaxMemberName)) {
     const std::uint64_t seed = HashSeed();
@@ -69,7 +70,7 @@ struct ArchiveEntries::FoldedName {
       add(lane, 0);
     } else {
       for (std::size_t at = 0; at + kLane < end; at += kLane) addAt(at);
-      addAt(end - kLane);  // may overlap the lane before
+      addAt(end - kLane);  // the last lane ends with the name, so it may overlap the one before
     }
     hash = static_cast<std::uint32_t>(Mix(mixed, kFactor));
     std::uint64_t halves[2];
@@ -127,7 +128,7 @@ void ArchiveEntries::Set(std::string_view name, const ArchiveEntry& entry) {
 ArchiveEntries::TextPlace ArchiveEntries::AppendName(std::string_view name,
                                                      const FoldedName& folded) {
   const std::size_t offset = names_.size();
-  keys_.resize(offset);  // without the key of a name that did not stay
+  keys_.resize(offset);  // drops the key of a name that was there already
   keys_ += folded.Key();
   names_ += name;
   if (folded.hasBackslash) {
@@ -160,7 +161,7 @@ void ArchiveEntries::SortNames() const {
   order_.resize(records_.size());
   const auto tail = order_.begin() + sorted;
   std::iota(tail, order_.end(), static_cast<std::uint32_t>(sorted));
-  // In a directory that the editor wrote they are.
+  // A directory that the editor wrote has its names in order.
   if (std::is_sorted(sorted > 0 ? tail - 1 : tail, order_.end(), before)) return;
   std::sort(tail, order_.end(), before);
   std::inplace_merge(order_.begin(), tail, order_.end(), before);

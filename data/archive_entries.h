@@ -66,7 +66,7 @@ class ArchiveEntries {
   // Null when there is none. Valid until the next change.
   const ArchiveEntry* Find(std::string_view name) const;
   void Set(std::string_view name, const ArchiveEntry& entry);
-  // Removes the entries whose name the predicate holds for; how many there were.
+  // Removes the entries whose name the predicate holds for, and returns how many there were.
   template <typename Predicate>
   std::size_t RemoveIf(Predicate remove) {
     ArchiveEntries kept;
@@ -85,13 +85,14 @@ class ArchiveEntries {
   };
   struct Record {
     ArchiveEntry entry;
-    TextPlace name;  // in names_; at the same place in keys_ is what is compared
+    TextPlace name;  // where it is in names_; keys_ has the form to compare at the same place
   };
-  // Of the hash table; open addressing, the next slot follows.
+  // A slot of the hash table. Addressing is open: where a slot is taken, the next one is tried.
   struct Slot {
     std::uint32_t hash = 0;
-    std::uint32_t number = 0;     // of the record, from 1; 0 is a free slot
-    std::uint32_t keyOffset = 0;  // of the record's name, which can so be compared at once
+    std::uint32_t number = 0;  // the record's, counted from 1; a free slot has 0
+    // Where the record's name is, so that it can be compared without a look at the record.
+    std::uint32_t keyOffset = 0;
   };
 
   std::string_view Name(std::uint32_t index) const {
@@ -105,7 +106,7 @@ class ArchiveEntries {
   // The slot of the name, or the free one where it belongs.
   std::size_t SlotOf(const FoldedName& name) const;
   static std::size_t FreeSlot(const std::vector<Slot>& slots, std::uint32_t hash);
-  // At most two thirds of the slots are taken.
+  // Two thirds of the slots may be taken: in a fuller table look-ups walk far.
   bool HasSlotsFor(std::size_t count) const { return count * 3 <= slots_.size() * 2; }
   void GrowTable(std::size_t count);
   TextPlace AppendName(std::string_view name, const FoldedName& folded);
@@ -121,7 +122,7 @@ class ArchiveEntries {
 
   std::vector<Record> records_;  // in the order in which they were added
   std::string names_, keys_;
-  std::vector<Slot> slots_;  // a power of two of them
+  std::vector<Slot> slots_;  // their number is a power of two
   // Records in the order of their keys, brought up to date when somebody wants to know; the last
   // ones may be missing until then.
   mutable std::vector<std::uint32_t> order_;

@@ -7,13 +7,13 @@
 #include <span>
 #include <utility>
 
+#include "core/bytes.h"
 #include "core/little_endian.h"
 
 namespace mw {
 namespace {
 
 namespace fs = std::filesystem;
-using Bytes = std::vector<std::uint8_t>;
 
 constexpr std::array<std::uint8_t, 8> kMagic = {'M', 'W', 'J', 'R', 'N', 'L', '1', '\n'};
 constexpr std::size_t kChecksumOffset = kMagic.size();
@@ -60,7 +60,7 @@ Bytes JournalBytes(const ArchiveUndo& undo) {
   return journal;
 }
 
-// Nothing when the journal is not whole.
+// What the journal says, or nothing when it is not whole.
 std::optional<ArchiveUndo> ParseJournal(std::span<const std::uint8_t> journal) {
   if (journal.size() < kJournalHeader ||
       !std::ranges::equal(journal.first(kMagic.size()), kMagic) ||
@@ -90,7 +90,8 @@ std::optional<ArchiveUndo> ParseJournal(std::span<const std::uint8_t> journal) {
   return undo;
 }
 
-// A journal that this program began: its mark, or what is left of it when the disk lost the bytes.
+// Whether this program began the journal: it has the program's mark, or what is left of the mark
+// when the disk lost the bytes.
 bool IsOwnJournal(std::span<const std::uint8_t> journal) {
   const auto start = journal.first(std::min(journal.size(), kMagic.size()));
   return std::ranges::equal(start, std::span(kMagic).first(start.size())) ||
@@ -113,7 +114,7 @@ void AddChangedBlocks(std::uint64_t offset, std::span<const std::uint8_t> before
   }
 }
 
-// What the staged writes change of the bytes that the file has now.
+// Which bytes of the file as it is now the staged writes change.
 std::optional<ArchiveUndo> PlanUndo(File& archive, const StagedWrites& staged) {
   const auto size = archive.Size();
   if (!size) return std::nullopt;
@@ -142,8 +143,8 @@ struct NewBytes {
   std::span<const std::uint8_t> bytes;
 };
 
-// What is to be written. What lies beyond the file's old end comes first: a full disk shows before
-// an old byte is touched.
+// Lists what is to be written. What lies beyond the file's old end comes first, so that a full disk
+// shows before an old byte is touched.
 std::vector<NewBytes> WritesOf(const StagedWrites& staged, const ArchiveUndo& undo) {
   std::vector<NewBytes> writes;
   for (const auto& [offset, bytes] : staged.Pieces()) {
@@ -155,7 +156,7 @@ std::vector<NewBytes> WritesOf(const StagedWrites& staged, const ArchiveUndo& un
   return writes;
 }
 
-// What was written is read back: the journal is given up only for what is surely there.
+// Reads back what was written: the journal is given up only when the new bytes are surely there.
 bool WriteChanges(File& archive, const StagedWrites& staged, const ArchiveUndo& undo) {
   const std::vector<NewBytes> writes = WritesOf(staged, undo);
   return std::ranges::all_of(
@@ -175,8 +176,8 @@ bool RemoveJournal(const fs::path& archivePath, std::string& error) {
 
 enum class JournalMatch { OtherState, Untouched, Changed };
 
-// Whether the archive is one that the interrupted save was changing: each byte is an old or a new
-// one.
+// Whether the archive is the one that the interrupted save was changing: each byte that the journal
+// names is then the old or the new one.
 JournalMatch MatchArchive(File& archive, const ArchiveUndo& undo) {
   const auto size = archive.Size();
   if (!size || *size < undo.oldSize || *size > undo.newSize) return JournalMatch::OtherState;
@@ -194,11 +195,11 @@ JournalMatch MatchArchive(File& archive, const ArchiveUndo& undo) {
 }
 
 struct JournalFile {
-  bool own = false;                 // this program began it
-  std::optional<ArchiveUndo> undo;  // when it is whole
+  bool own = false;                 // whether this program began it
+  std::optional<ArchiveUndo> undo;  // what a whole journal says
 };
 
-// Nothing when the file cannot be read.
+// Looks at the journal beside the archive. Nothing when the file cannot be read.
 std::optional<JournalFile> ReadJournal(const fs::path& path, std::string& error) {
   File file;
   const auto size = file.Open(path, FileAccess::Read) ? file.Size() : std::nullopt;
@@ -264,7 +265,7 @@ ApplyResult ApplyWrites(File& archive, const fs::path& archivePath, const Staged
     error = "The save is too large";
     return ApplyResult::Undone;
   }
-  if (JournalExists(archivePath)) {  // of some other state; it is not this program's to overwrite
+  if (JournalExists(archivePath)) {  // it belongs to another state, and the user may need it
     error = StrayJournalReason(archivePath);
     return ApplyResult::Undone;
   }

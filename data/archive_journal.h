@@ -26,7 +26,7 @@ struct OverwrittenRange {
 
 // How to undo a save.
 struct ArchiveUndo {
-  std::uint64_t oldSize = 0;  // of the archive file
+  std::uint64_t oldSize = 0;  // what the archive file had before the save
   std::uint64_t newSize = 0;
   std::vector<OverwrittenRange> ranges;
 };
@@ -36,19 +36,20 @@ bool JournalExists(const std::filesystem::path& archivePath);
 // Why nothing is saved as long as a journal of another state of the archive lies beside it, and
 // what the user can do.
 std::string StrayJournalReason(const std::filesystem::path& archivePath);
-// Renames such a journal, over nothing: it stays beside the archive as `<journal>.old`, `.old2` ...
+// Renames such a journal without replacing any file: it stays beside the archive as
+// `<journal>.old`, `.old2` ...
 bool SetJournalAside(const std::filesystem::path& archivePath, std::string& error);
 
 enum class ApplyResult {
   Done,
-  Undone,   // failed; the file is as it was
-  Pending,  // failed, and undoing it failed too: `undo` is still to be done
+  Undone,   // the save failed, and the file is as it was
+  Pending,  // the save failed, and so did undoing it: `undo` is still to be done
 };
 // Makes the staged writes to the archive file, and reads them back. `error` is the reason of a
 // failure.
 ApplyResult ApplyWrites(File& archive, const std::filesystem::path& archivePath,
                         const StagedWrites& staged, ArchiveUndo& undo, std::string& error);
-// Puts the file back and removes the journal. Can be repeated until it succeeds.
+// Puts the file back and removes the journal. It can be called again until it succeeds.
 bool UndoWrites(File& archive, const std::filesystem::path& archivePath, const ArchiveUndo& undo,
                 std::string& error);
 

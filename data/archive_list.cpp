@@ -49,7 +49,7 @@ Archive* ArchiveList::FindHolding(std::string_view name, bool writableOnly) cons
 
 Archive* ArchiveList::Last() const { return archives_.empty() ? nullptr : archives_.back().get(); }
 
-// The most recent one that was opened for writing, whether it can be written or not; or null.
+// The most recent archive that was opened for writing, whether or not it can be written, or null.
 Archive* ArchiveList::LastForWriting() const {
   const auto found = std::find_if(archives_.rbegin(), archives_.rend(), [](const auto& archive) {
     return archive->Writable() || !archive->WriteProtection().empty();

@@ -57,13 +57,13 @@ bool PutAsideInPlace(File& aside, const fs::path& archivePath, BackupKind kind,
     return false;
   }
   if (!RecoverArchive(archivePath, JournalUse::PlayBack, error)) return false;
-  if (JournalExists(archivePath)) {  // of some other state: it would be in the way of every save
+  if (JournalExists(archivePath)) {  // it belongs to another state and would stop every save
     error = StrayJournalReason(archivePath);
     return false;
   }
   if (old.IsOpen()) {
     if (!BackUpArchive(old, BackupPath(archivePath, kind), error)) return false;
-    aside.CopyPermissions(old);  // as good as can be had
+    aside.CopyPermissions(old);  // a failure is no reason to give up the new file
   }
   return RenameFile(AsidePath(archivePath), archivePath, &error) &&
          SyncFolderOf(archivePath, &error);

@@ -11,12 +11,12 @@
 
 namespace mw {
 
-// What is said of a file that another editor has the claim on.
+// What the user is told of a file that another editor has the claim on.
 inline constexpr char kInUse[] = "Another Mapwright has it open";
 
-// The file that is written aside.
+// The path of the file that is written aside.
 std::filesystem::path AsidePath(const std::filesystem::path& archivePath);
-// The old state of a file that was saved into, or that a new one took the place of.
+// The path of the backup, which holds the old state of a file that was saved into or replaced.
 std::filesystem::path BackupPath(const std::filesystem::path& archivePath, BackupKind kind);
 
 // Copies the open archive file to its backup, which is whole at any moment, made to last,

@@ -5,22 +5,20 @@
 #include <atomic>
 #include <lzo/lzo1x.h>
 
+#include "core/bytes.h"
 #include "core/little_endian.h"
 #include "core/parallel.h"
 
 namespace mw {
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
-using ByteView = std::span<const std::uint8_t>;
-
 constexpr std::size_t kTableEntry = 12;  // compressed size, uncompressed size, offset
-// What one compressed byte can become at most: a run of a long match's length.
+// How many bytes one compressed byte can become at most: it may lengthen a match by so many.
 constexpr std::size_t kMaxExpansion = 255;
-// Fewer segments are decompressed sooner than another thread starts.
+// A member with fewer segments is decompressed sooner than another thread starts.
 constexpr std::size_t kSpreadSegments = 4;
-// Room made at once for a member, in multiples of its stored size; one that is denser grows as it
-// goes.
+// How much room a member gets at once, in multiples of its stored size. The room of a denser member
+// grows while it is read: the size that a file claims is not believed.
 constexpr std::uint64_t kUsualExpansion = 16;
 
 constexpr std::size_t WorstCase(std::size_t size) { return size + size / 16 + 64 + 3; }
@@ -35,7 +33,7 @@ constexpr std::size_t SegmentsOf(std::size_t size) {
 
 std::uint32_t StatedCount(ByteView stored) { return stored.size() < 4 ? 0 : LoadU32(stored); }
 
-// The table of a stored member with so many segments.
+// Reads the segment table at the front of a stored member.
 class SegmentTable {
  public:
   // Segments lie one after the other, so together they are no larger than the data. `slack` times
@@ -49,7 +47,7 @@ class SegmentTable {
 
   std::size_t Count() const { return table_.size() / kTableEntry; }
 
-  // The compressed bytes of a segment, to be taken once; nothing when they do not fit the member.
+  // Takes the compressed bytes of a segment, each once; nothing when they do not fit the member.
   std::optional<ByteView> Take(std::size_t segment) {
     if (segment >= Count()) return std::nullopt;
     const ByteView entry = table_.subspan(segment * kTableEntry, kTableEntry);
@@ -68,7 +66,7 @@ class SegmentTable {
 };
 
 struct Expanded {
-  std::size_t size = 0;  // bytes produced, also when an error ended it
+  std::size_t size = 0;  // bytes that were produced, even if an error came then
   int code = LZO_E_OK;
   // Bytes behind the end of the compressed data do no harm.
   bool IsGood() const { return code == LZO_E_OK || code == LZO_E_INPUT_NOT_CONSUMED; }
@@ -79,7 +77,7 @@ struct Expanded {
   }
 };
 
-// Decompresses into the front of `out`.
+// Decompresses a segment into the front of `out`.
 Expanded ExpandInto(ByteView compressed, std::span<std::uint8_t> out) {
   lzo_uint produced = out.size();
   const int code =
@@ -90,7 +88,7 @@ Expanded ExpandInto(ByteView compressed, std::span<std::uint8_t> out) {
 // One segment of a member that is being written.
 struct Segment {
   ByteView plain;
-  ByteView oldCompressed;  // of the segment at the same place before; may be empty
+  ByteView oldCompressed;  // what the member had at this place before; may be empty
   Bytes compressed;        // empty when the old one is kept
   bool kept = false;
   ByteView Stored() const { return kept ? oldCompressed : ByteView(compressed); }
@@ -104,7 +102,7 @@ bool Expands(ByteView compressed, ByteView plain) {
          std::ranges::equal(expanded, plain);
 }
 
-// What was compressed is expanded again: a segment that cannot be read is never written.
+// Expands again what was compressed, so that a segment that cannot be read is never written.
 bool Compress(Segment& segment, Bytes& workMemory) {
   workMemory.resize(LZO1X_999_MEM_COMPRESS);
   segment.compressed.resize(WorstCase(segment.plain.size()));
@@ -115,7 +113,8 @@ bool Compress(Segment& segment, Bytes& workMemory) {
   return Expands(segment.compressed, segment.plain);
 }
 
-// Compresses what has changed. The work memory, one per core, is a cache: kept for the next call.
+// Compresses the segments that have changed. The work memory, one per core, is a cache: kept for the next
+// call.
 bool CompressChanged(std::span<Segment> segments) {
   static std::vector<Bytes> workMemory;
   const std::size_t workers = UsableCores();
@@ -177,9 +176,9 @@ bool AppendExpanded(ByteView compressed, std::size_t limit, Bytes& data) {
   return result.IsGood();
 }
 
-// The member of `size` bytes when its segments are as the editor writes them, each full but the
-// last: then each has its place, and they are decompressed several at a time. Nothing for any other
-// member, and for one whose size is out of proportion to what is stored.
+// Returns the member of `size` bytes when its segments are as the editor writes them, each full but
+// the last: then each has its place, and they are decompressed several at a time. Nothing for any
+// other member, and for one whose size is out of proportion to what is stored.
 std::optional<Bytes> ExpandFullSegments(ByteView stored, std::uint32_t size) {
   if (StatedCount(stored) != SegmentsOf(size)) return std::nullopt;
   if (size > stored.size() * kUsualExpansion) return std::nullopt;
@@ -204,8 +203,8 @@ std::size_t RoomFor(ByteView stored, std::uint32_t size, std::uint64_t atLeast) 
       std::min<std::uint64_t>(size, std::max(stored.size() * kUsualExpansion, atLeast)));
 }
 
-// Segments of any size, one after the other. Where the one behind a damaged one belongs is not
-// known: it follows, but from the damage on all counts as missing.
+// Reads segments of any size, one after the other. Where the one behind a damaged one belongs is
+// not known: it follows at once, and everything from the damage on counts as missing.
 MemberBytes ExpandInOrder(ByteView stored, std::uint32_t size) {
   MemberBytes member;
   Bytes& data = member.data;
@@ -222,8 +221,8 @@ MemberBytes ExpandInOrder(ByteView stored, std::uint32_t size) {
   return member;
 }
 
-// Segments as the editor writes them, each at its place, whether or not those before it can be
-// read. The count is the one that the size asks for; the stated one may be what is damaged.
+// Reads segments that are as the editor writes them, each at its place, whether or not those before
+// it can be read. Their count comes from the size, because the stated one may be what is damaged.
 MemberBytes ExpandInPlace(ByteView stored, std::uint32_t size) {
   MemberBytes member;
   const std::size_t room = RoomFor(stored, size, kRoomForGaps);

@@ -15,10 +15,10 @@ class StagedWrites {
   void Write(std::uint64_t offset, std::vector<std::uint8_t> bytes);
   // Puts what is staged over `bytes`, which were read from the file at `offset`.
   void PutOver(std::uint64_t offset, std::span<std::uint8_t> bytes) const;
-  // The end of the last write, 0 when there is none.
+  // Where the write that reaches furthest ends; 0 when nothing is staged.
   std::uint64_t End() const;
   void Clear() { pieces_.clear(); }
-  // Offset and bytes, in ascending order, without overlaps.
+  // The bytes of each piece by its offset. Pieces do not overlap.
   const std::map<std::uint64_t, std::vector<std::uint8_t>>& Pieces() const { return pieces_; }
 
  private:

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/bytes.h"
 #include "data/archive_compact.h"
 #include "data/archive_replace.h"
 #include "platform/disk.h"
@@ -10,7 +11,6 @@
 namespace mw {
 
 namespace fs = std::filesystem;
-using Bytes = std::vector<std::uint8_t>;
 
 fs::path RealPath(std::string_view path) {
   std::error_code error;
@@ -116,7 +116,7 @@ bool Archive::State::Reopen() {
 bool Archive::State::BringBack() {
   File copy;
   const fs::path aside = AsidePath(realPath);
-  std::error_code ignored;  // the copy cannot be made then
+  std::error_code ignored;  // where it fails, making the copy fails next and says why
   fs::create_directories(realPath.parent_path(), ignored);
   if (!RemoveAside(realPath, error)) return false;
   if (!(copy.Open(aside, FileAccess::CreateNew) && copy.Claim() && copy.CopyContent(file) &&
@@ -133,7 +133,7 @@ bool Archive::State::BringBack() {
 
 fs::path Archive::State::BackupFile() const { return BackupPath(realPath, backupKind); }
 
-// The file is as it was left.
+// Keeps the state before the first change. The caller has seen that the file is as it was left.
 bool Archive::State::BackUp() {
   if (place || archives.backedUp.contains(realPath)) return true;
   if (!BackUpArchive(file, BackupFile(), error)) return false;
@@ -162,7 +162,7 @@ bool Archive::State::Close() {
 // Brings the file back to what the entries say, after a save that could not be undone at once.
 bool Archive::State::FinishUndo() {
   if (!pendingUndo) return true;
-  if (!IsAsLeft()) return false;  // its journal stays, for whoever opens it next
+  if (!IsAsLeft()) return false;  // the journal stays, for whoever opens the file next
   const bool undoneNow = UndoWrites(file, realPath, *pendingUndo, error);
   asLeft = file.Identity();
   if (!undoneNow) return false;
@@ -255,9 +255,9 @@ bool Archive::State::StageDirectory() {
   return true;
 }
 
-// The member's bytes in the file, as they are or will be once the group under way is complete;
-// fewer when the file has become shorter or cannot be read. They lie at the end of `room`, which
-// grows as needed: so a sanitizer sees whoever reads beyond them.
+// Reads the member's bytes in the file, as they are or will be once the group under way is
+// complete; fewer when the file has become shorter or cannot be read. They lie at the end of
+// `room`, which grows as needed: so a sanitizer sees whoever reads beyond them.
 std::span<const std::uint8_t> Archive::State::ReadStored(const ArchiveEntry& entry, Bytes& room) {
   const std::uint64_t offset = entry.dataOffset;
   const std::uint64_t fileSize = file.Size().value_or(0);
@@ -274,7 +274,7 @@ std::span<const std::uint8_t> Archive::State::ReadStored(const ArchiveEntry& ent
     Fail(file.Error());
     return {};
   }
-  std::ranges::fill(stored.subspan(inFile), std::uint8_t{0});  // all of it is staged
+  std::ranges::fill(stored.subspan(inFile), std::uint8_t{0});  // the rest is all staged
   undone.PutOver(offset, stored);
   staged.PutOver(offset, stored);
   return stored;

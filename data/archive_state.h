@@ -16,20 +16,20 @@ namespace mw {
 inline constexpr char kNoMemory[] = "Not enough memory";
 inline constexpr char kTooLarge[] = "The archive would be larger than 4 GiB";
 
-// The file itself, whatever links lead to it: its journal lies beside it.
+// The path of the file itself, whatever links lead to it, because its journal lies beside it.
 std::filesystem::path RealPath(std::string_view path);
 
 struct Archive::State {
-  std::string path;  // as given
+  std::string path;  // as the caller gave it
   std::filesystem::path realPath;
-  std::optional<std::filesystem::path> place;  // that it is to take: realPath lies aside
+  std::optional<std::filesystem::path> place;  // of an archive created aside: the one to take
   File file;
   bool writable = false;
-  std::string protection;  // why it is not writable though it was to be
+  std::string protection;  // why it can only be read, though it was opened for writing
   bool dirty = false;
   ArchiveContents contents;
   std::string error;
-  // The file as it was opened or left last. Nothing is written into another one.
+  // The file as it was when it was opened or last changed. Nothing is written into another one.
   std::optional<FileIdentity> asLeft;
 
   // The group under way: what it changes in the file, and how things were before.
@@ -73,7 +73,7 @@ struct Archive::State {
   bool Begin();
   bool Commit();
   void Rollback();
-  // Runs `change` in the group under way, or in one of its own.
+  // Runs `change` in the group that is under way, or else in a group of its own.
   template <typename Change>
   bool InGroup(Change change);
   void MarkChanged();

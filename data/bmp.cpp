@@ -1,10 +1,14 @@
 // The bitmap reader. The format is the device-independent bitmap of the Windows graphics interface.
+// It is read here and not by Qt, because the houses of the logic, their tests and the fuzz target
+// run without Qt. Besides, Qt's reader takes no bitmap without a file header, gives no reason why a
+// file is refused, and allocates by the size that the header claims before it has seen the pixels.
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdlib>
 #include <new>
 
+#include "core/bytes.h"
 #include "core/little_endian.h"
 #include "data/bmp_rle.h"
 #include "data/image.h"
@@ -13,7 +17,6 @@
 namespace mw {
 namespace {
 
-using Bytes = std::span<const std::uint8_t>;
 using Rgb = std::array<std::uint8_t, 3>;
 
 constexpr std::size_t kFileHeaderSize = 14, kPixelOffsetField = 10;
@@ -48,14 +51,14 @@ struct Dib {
   std::size_t colourEntrySize = 4;
   std::size_t colourCount = 0;     // as claimed
   std::array<Rgb, 256> palette{};  // colours that the file lacks are black
-  Bytes pixels;                    // from the first pixel to the end of the file
+  ByteView pixels;                 // from the first pixel to the end of the file
 };
 
 std::size_t DefaultColourCount(unsigned bitCount) {
   return bitCount == 1 || bitCount == 4 || bitCount == 8 ? std::size_t{1} << bitCount : 0;
 }
 
-void ReadCoreHeader(Bytes header, Dib& dib) {
+void ReadCoreHeader(ByteView header, Dib& dib) {
   dib.width = LoadU16(header, 4);
   dib.height = LoadU16(header, 6);
   dib.bitCount = LoadU16(header, 10);
@@ -63,7 +66,7 @@ void ReadCoreHeader(Bytes header, Dib& dib) {
   dib.colourCount = DefaultColourCount(dib.bitCount);
 }
 
-void ReadInformationHeader(Bytes header, Dib& dib) {
+void ReadInformationHeader(ByteView header, Dib& dib) {
   dib.width = static_cast<std::int32_t>(LoadU32(header, 4));
   const std::int64_t height = static_cast<std::int32_t>(LoadU32(header, 8));
   dib.rowsFromTop = height < 0;
@@ -95,7 +98,7 @@ bool IsConvertible(const Dib& dib) {
 }
 
 // The masks of bit fields stand behind the information header, before the colour table.
-bool ReadChannels(Bytes file, Dib& dib) {
+bool ReadChannels(ByteView file, Dib& dib) {
   if (dib.compression != Compression::BitFields) {
     dib.channels = dib.bitCount == 16
                        ? std::array<Channel, 3>{{{0x7C00}, {0x03E0}, {0x001F}}}
@@ -108,18 +111,18 @@ bool ReadChannels(Bytes file, Dib& dib) {
   return true;
 }
 
-void ReadPalette(Bytes file, std::size_t end, Dib& dib) {
+void ReadPalette(ByteView file, std::size_t end, Dib& dib) {
   const std::size_t size = dib.colourEntrySize;
   const std::size_t held = (std::min(end, file.size()) - dib.colourTable) / size;
   const std::size_t count = std::min({dib.colourCount, held, dib.palette.size()});
   for (std::size_t i = 0; i < count; ++i) {
-    const Bytes entry = file.subspan(dib.colourTable + i * size, size);
+    const ByteView entry = file.subspan(dib.colourTable + i * size, size);
     dib.palette[i] = {entry[2], entry[1], entry[0]};
   }
 }
 
 // Finds the pixels: where the file header says, or behind the colour table.
-bool FindPixels(Bytes file, bool hasFileHeader, Dib& dib) {
+bool FindPixels(ByteView file, bool hasFileHeader, Dib& dib) {
   const std::size_t behindTable = dib.colourTable + dib.colourCount * dib.colourEntrySize;
   const std::size_t stated = hasFileHeader ? LoadU32(file, kPixelOffsetField) : 0;
   const std::size_t offset = stated >= dib.colourTable ? stated : behindTable;
@@ -130,14 +133,14 @@ bool FindPixels(Bytes file, bool hasFileHeader, Dib& dib) {
 }
 
 // Reads everything before the pixels; the text of the error, or null.
-const char* ReadDib(Bytes file, Dib& dib) {
+const char* ReadDib(ByteView file, Dib& dib) {
   const bool hasFileHeader = file.size() >= 2 && file[0] == 'B' && file[1] == 'M';
   const std::size_t headerAt = hasFileHeader ? kFileHeaderSize : 0;
   if (file.size() < headerAt + kCoreHeaderSize) return kUnknownFormat;
   const std::size_t headerSize = LoadU32(file, headerAt);
   if (headerSize != kCoreHeaderSize && headerSize != kInformationHeaderSize) return kUnknownFormat;
   if (file.size() < headerAt + headerSize) return kUnknownFormat;
-  const Bytes header = file.subspan(headerAt, headerSize);
+  const ByteView header = file.subspan(headerAt, headerSize);
   if (headerSize == kCoreHeaderSize) {
     ReadCoreHeader(header, dib);
   } else {
@@ -176,7 +179,7 @@ void ConvertMaskedRow(const Dib& dib, const std::uint8_t* in, std::uint8_t* out)
   }
 }
 
-// Bytes of a row in the file without its padding, and with it: rows take whole 32-bit words.
+// ByteView of a row in the file without its padding, and with it: rows take whole 32-bit words.
 std::size_t RowBytes(const Dib& dib) {
   return (static_cast<std::size_t>(dib.width) * dib.bitCount + 7) / 8;
 }
@@ -208,7 +211,7 @@ bool ConvertRle(const Dib& dib, Image& image) {
                    });
 }
 
-const char* Decode(Bytes file, Image& image) {
+const char* Decode(ByteView file, Image& image) {
   Dib dib;
   if (const char* failure = ReadDib(file, dib)) return failure;
   const bool runs = dib.compression == Compression::Rle4 || dib.compression == Compression::Rle8;

@@ -1,12 +1,13 @@
 #include "data/game_file.h"
 
 #include <algorithm>
-#include <array>
+#include <cstdarg>
 #include <cstring>
 #include <limits>
 #include <utility>
 
 #include "core/text.h"
+#include "data/game_path.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/open_level.h"
@@ -20,33 +21,11 @@ constexpr std::size_t kFirstReserve = 1024;
 constexpr std::uint64_t kMaxFileSize = std::numeric_limits<std::uint32_t>::max();
 
 // Of a whole group, so it says more than what was noted while the group was written.
-void SetArchiveError(const Archive& archive) {
-  openLevel.writeError = "The level's archive could not be changed: " + archive.Error() +
-                         "\n\nThe level on disk is as it was before.";
+std::string GroupError(const Archive& archive) {
+  return "The level's archive could not be changed: " + archive.Error() +
+         "\n\nThe level on disk is as it was before.";
 }
 
-// False for an empty prefix, which no path is under.
-bool RemovePrefix(std::string_view& path, std::string_view prefix) {
-  if (prefix.empty() || !StartsWithNoCase(path, prefix)) return false;
-  path.remove_prefix(prefix.size());
-  return true;
-}
-
-void RemoveModFolder(std::string_view& path) {
-  const std::array<std::string_view, 3> folders = {modConfig.modFolder, openLevel.modFolder,
-                                                   kBaseModFolder};
-  for (const std::string_view folder : folders) {
-    if (RemovePrefix(path, folder)) return;
-  }
-}
-
-std::string CollapseSeparators(std::string_view path) {
-  std::string collapsed;
-  for (const char c : path) {
-    if (c != '\\' || collapsed.empty() || collapsed.back() != '\\') collapsed += c;
-  }
-  return collapsed;
-}
 
 std::size_t CountLineFeeds(std::string_view text) {
   return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
@@ -59,14 +38,22 @@ void CopyWithCarriageReturns(std::string_view text, std::uint8_t* to) {
   }
 }
 
+// A file that lacks what could not be written is not whole, so closing it tells, too.
+bool Fail(GameFile& file, std::string_view reason) {
+  SetGameFileError(reason);
+  file.failed = true;
+  return false;
+}
+
+bool TooLarge(GameFile& file) {
+  return Fail(file, "The file " + NormalMemberName(file.name) + " is too large.");
+}
+
 // Writes at the position; false when the file would outgrow its archive's format.
 bool WriteText(std::string_view text, GameFile& file) {
   const std::uint64_t stored = text.size() + (file.text ? CountLineFeeds(text) : 0);
   const std::uint64_t end = file.position + stored;
-  if (end > kMaxFileSize) {
-    SetGameFileError("The file " + NormalMemberName(file.name) + " is too large.");
-    return false;
-  }
+  if (end > kMaxFileSize) return TooLarge(file);
   if (end > file.data.size()) file.data.resize(static_cast<std::size_t>(end));
   std::uint8_t* to = file.data.data() + file.position;
   if (file.text) {
@@ -110,7 +97,7 @@ bool WriteBack(GameFile& file) {
   return false;
 }
 
-bool SaveBytes(std::string_view gamePath, std::vector<std::uint8_t> bytes) {
+bool SaveBytes(std::string_view gamePath, Bytes bytes) {
   const std::unique_ptr<GameFile> file = GameFileOpen(gamePath, "wb");
   if (!file) return false;
   file->data = std::move(bytes);
@@ -127,33 +114,28 @@ void SetGameFileError(std::string_view reason) {
 
 void ClearGameFileError() { openLevel.writeError.clear(); }
 
-bool WriteAsOneChange(const std::function<void()>& write) {
-  ClearGameFileError();
-  Archive* const archive = archives.LastWritable();
-  if (archive && !archive->BeginSave()) {
-    SetArchiveError(*archive);
-    return false;
-  }
-  write();
-  if (archive && !archive->CommitSave()) SetArchiveError(*archive);
-  return GameFileError().empty();
+std::string WhyNotWritten(const std::function<bool()>& write) {
+  std::string outer = std::exchange(openLevel.writeError, {});
+  const bool written = write();
+  std::string reason = std::exchange(openLevel.writeError, std::move(outer));
+  if (written) return {};
+  return reason.empty() ? "Not everything could be written." : reason;
 }
 
-std::vector<GameMember> CaptureGameFiles(const std::function<void()>& write) {
+std::string WriteAsOneChange(const std::function<bool()>& write) {
+  Archive* const archive = archives.LastWritable();
+  if (archive && !archive->BeginSave()) return GroupError(*archive);
+  std::string reason = WhyNotWritten(write);
+  if (archive && !archive->CommitSave()) return GroupError(*archive);
+  return reason;
+}
+
+std::vector<GameMember> CaptureGameFiles(const std::function<bool()>& write) {
   std::vector<GameMember> members;
   openLevel.captured = &members;
-  write();
+  (void)WhyNotWritten(write);
   openLevel.captured = nullptr;
   return members;
-}
-
-std::optional<std::string> NormalGamePath(std::string_view path) {
-  if (path.size() > kMaxGamePath) return std::nullopt;
-  const std::string turned = BackslashPath(path);
-  std::string_view rest = turned;
-  RemovePrefix(rest, modConfig.GamePath);
-  RemoveModFolder(rest);
-  return CollapseSeparators(rest);
 }
 
 std::unique_ptr<GameFile> GameFileOpen(std::string_view path, std::string_view mode) {
@@ -183,9 +165,9 @@ std::unique_ptr<GameFile> GameFileOpen(std::string_view path, std::string_view m
   return file;
 }
 
-int GameFileClose(std::unique_ptr<GameFile> file) {
-  if (file && file->writing) WriteBack(*file);
-  return 0;
+bool GameFileClose(std::unique_ptr<GameFile> file) {
+  if (!file || !file->writing) return true;
+  return WriteBack(*file) && !file->failed;
 }
 
 std::size_t GameFileRead(void* buffer, std::size_t elementSize, std::size_t count, GameFile& file) {
@@ -203,7 +185,7 @@ std::size_t GameFileWrite(const void* buffer, std::size_t elementSize, std::size
                           GameFile& file) {
   if (elementSize == 0 || count == 0) return 0;
   if (count > kMaxFileSize / elementSize) {
-    SetGameFileError("The file " + NormalMemberName(file.name) + " is too large.");
+    TooLarge(file);
     return 0;
   }
   const std::string_view text(static_cast<const char*>(buffer), elementSize * count);
@@ -218,7 +200,7 @@ int GameFilePrintf(GameFile& file, const char* format, ...) {
   const std::string text = FormatTextV(format, arguments);
   va_end(arguments);
   if (text.size() > kMaxPrintfText) {
-    SetGameFileError("A line of " + file.name + " is too long.");
+    Fail(file, "A line of " + file.name + " is too long.");
     return -1;
   }
   return GameFilePuts(text, file) == 0 ? static_cast<int>(text.size()) : -1;
@@ -261,7 +243,7 @@ std::uint32_t GameFileTell(const GameFile& file) { return file.position; }
 
 bool ImportDiskFile(std::string_view diskPath, std::string_view gamePath) {
   std::string reason;
-  std::optional<std::vector<std::uint8_t>> bytes = ReadWholeFile(diskPath, &reason);
+  std::optional<Bytes> bytes = ReadWholeFile(diskPath, &reason);
   if (!bytes) {
     SetGameFileError(reason);
     return false;
@@ -269,8 +251,8 @@ bool ImportDiskFile(std::string_view diskPath, std::string_view gamePath) {
   return SaveBytes(gamePath, *std::move(bytes));
 }
 
-void SaveGameFileBytes(std::string_view gamePath, std::span<const std::uint8_t> bytes) {
-  SaveBytes(gamePath, {bytes.begin(), bytes.end()});
+bool SaveGameFileBytes(std::string_view gamePath, ByteView bytes) {
+  return SaveBytes(gamePath, {bytes.begin(), bytes.end()});
 }
 
 bool IsInWritableArchive(std::string_view path) {
@@ -278,18 +260,22 @@ bool IsInWritableArchive(std::string_view path) {
   return name && archives.FindHolding(*name, true);
 }
 
-void RemoveGameFile(std::string_view path) {
+bool RemoveGameFile(std::string_view path) {
   const std::optional<std::string> name = NormalGamePath(path);
   Archive* const archive = name ? archives.FindHolding(*name, true) : nullptr;
-  if (archive && !archive->RemoveMember(*name)) SetGameFileError(archive->Error());
+  if (!archive || archive->RemoveMember(*name)) return true;
+  SetGameFileError(archive->Error());
+  return false;
 }
 
-void RemoveArchiveFolder(std::string_view gamePath) {
+bool RemoveArchiveFolder(std::string_view gamePath) {
   const std::optional<std::string> name = NormalGamePath(gamePath);
-  if (openLevel.captured) return;
+  if (openLevel.captured) return true;
   Archive* const archive = NewestWritable();
-  if (!archive || !name || name->empty()) return;
-  if (!archive->RemoveMembersWithPrefix(*name)) SetGameFileError(archive->Error());
+  if (!archive) return false;
+  if (!name || name->empty() || archive->RemoveMembersWithPrefix(*name)) return true;
+  SetGameFileError(archive->Error());
+  return false;
 }
 
 }  // namespace mw

@@ -4,66 +4,63 @@
 // goes back into its archive when it is closed.
 #pragma once
 
-#include <cstdarg>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "core/bytes.h"
 #include "data/archive.h"
 
 namespace mw {
 
-// Longest path that names a game file. Longer ones are refused, never cut: two members could become
-// one.
-inline constexpr std::size_t kMaxGamePath = 255;
 // GameFilePrintf formats at most this many characters; a longer line is refused.
 inline constexpr std::size_t kMaxPrintfText = 1023;
 
 struct GameFile {
   Archive* archive = nullptr;
-  std::string name;                // normalised, `\` as separator
-  std::vector<std::uint8_t> data;  // the valid bytes
-  std::vector<MemberGap> gaps;     // of a damaged file that was read: what could not be
-  std::uint32_t position = 0;      // 0 ... data.size()
+  std::string name;             // normalised, `\` as separator
+  Bytes data;                   // the valid bytes
+  std::vector<MemberGap> gaps;  // of a damaged file that was read: what could not be
+  std::uint32_t position = 0;   // 0 ... data.size()
   bool writing = false;
-  bool text = false;  // line ends are translated
+  bool text = false;    // line ends are translated
+  bool failed = false;  // something could not be written into it
 };
 
-// The first failure of a write through this layer since ClearGameFileError, empty when there was
-// none. A save looks at it before it says that the level is saved.
+// Who writes returns whether it was written, and notes why not with SetGameFileError. The reason
+// goes to whoever called WhyNotWritten or WriteAsOneChange around it; the first one stays.
+void SetGameFileError(std::string_view reason);
+// What was noted outside of them, and its end: for tests, which write without a change around it.
 const std::string& GameFileError();
-void SetGameFileError(std::string_view reason);  // keeps the first
 void ClearGameFileError();
-// Clears the error and writes a group of members into the newest writable archive: the disk is
-// waited for once, at the end. False when something failed; what could be written is in the archive
-// then, each member whole.
-bool WriteAsOneChange(const std::function<void()>& write);
+
+// Runs `write`, which returns whether all of it could be written. An empty text when it could, else
+// the first reason that was noted.
+[[nodiscard]] std::string WhyNotWritten(const std::function<bool()>& write);
+// The same for a group of members that goes into the newest writable archive: the disk is waited
+// for once, at the end. What could be written is in the archive then, each member whole.
+[[nodiscard]] std::string WriteAsOneChange(const std::function<bool()>& write);
 
 // A member that is written, by its name in an archive.
 struct GameMember {
   std::string name;
-  std::vector<std::uint8_t> data;
+  Bytes data;
 };
 // Runs `write` and returns what it would have written, each member once; no archive is changed.
-// Reading goes to the archives as always.
-std::vector<GameMember> CaptureGameFiles(const std::function<void()>& write);
-
-// The member name (with `\`) that `path` means: without the game folder, and without the current
-// mod's, the open level's or the base mod's folder. Nothing when it is longer than kMaxGamePath.
-std::optional<std::string> NormalGamePath(std::string_view path);
+// Reading goes to the archives as always. Nothing is said of what cannot be written.
+std::vector<GameMember> CaptureGameFiles(const std::function<bool()>& write);
 
 // `mode` holds "w" for writing, else the file is read; without "b" it is a text file. Null when
 // reading a file that no archive holds, when writing while no archive is open for writing, and for
-// a path that is too long (both are remembered as GameFileError).
+// a path that is too long (for both, SetGameFileError has the reason).
 std::unique_ptr<GameFile> GameFileOpen(std::string_view path, std::string_view mode);
-// Writes the member back if the file was opened for writing. Always 0; a failure is remembered as
-// GameFileError.
-int GameFileClose(std::unique_ptr<GameFile> file);
+// Writes the member back if the file was opened for writing. False when that failed, or when
+// something before could not be written into the file; whoever writes needs to look only here.
+[[nodiscard]] bool GameFileClose(std::unique_ptr<GameFile> file);
 // Number of whole elements read; no line-end translation.
 std::size_t GameFileRead(void* buffer, std::size_t elementSize, std::size_t count, GameFile& file);
 // `count` as given (0 when the file would outgrow 4 GB). In a text file a carriage return is stored
@@ -84,16 +81,17 @@ std::optional<std::string> GameFileGets(std::size_t size, GameFile& file);
 int GameFileSeek(GameFile& file, std::int64_t offset, int origin);
 std::uint32_t GameFileTell(const GameFile& file);
 
-// Copies a disk file into the archives. False, with the reason as GameFileError, when it cannot be
-// read or written.
-bool ImportDiskFile(std::string_view diskPath, std::string_view gamePath);
-void SaveGameFileBytes(std::string_view gamePath, std::span<const std::uint8_t> bytes);
+// Copies a disk file into the archives. False when it cannot be read or written.
+[[nodiscard]] bool ImportDiskFile(std::string_view diskPath, std::string_view gamePath);
+// False when it cannot be written.
+[[nodiscard]] bool SaveGameFileBytes(std::string_view gamePath, ByteView bytes);
 // Whether an archive open for writing holds the file: writing it replaces it there.
 bool IsInWritableArchive(std::string_view path);
-// Removes the file from the archive that writing it goes into, if it is there.
-void RemoveGameFile(std::string_view path);
+// Removes the file from the archive that writing it goes into, if it is there. False when that
+// fails.
+[[nodiscard]] bool RemoveGameFile(std::string_view path);
 // Removes every member under the path from the most recently opened writable archive. A path that
-// means the whole archive removes nothing.
-void RemoveArchiveFolder(std::string_view gamePath);
+// means the whole archive removes nothing. False when that fails or no archive is writable.
+[[nodiscard]] bool RemoveArchiveFolder(std::string_view gamePath);
 
 }  // namespace mw

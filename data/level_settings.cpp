@@ -94,7 +94,7 @@ void ReadLevelSettings() {
 
 const std::vector<std::string>& SettingsNotSaved() { return openLevel.settingsNotSaved; }
 
-void WriteLevelSettings() {
+bool WriteLevelSettings() {
   const SettingsPlaces places = FindSettingsPlaces();
   MissingLines missing = FindMissingLines(places);
   openLevel.settingsNotSaved = std::move(missing.withoutPlace);
@@ -102,12 +102,14 @@ void WriteLevelSettings() {
   for (const std::int32_t side : {1, 2}) {
     context.teamChanged[static_cast<std::size_t>(side - 1)] = IsTeamChanged(places, side);
   }
+  bool written = true;
   ForEachScript(context, [&](SettingsScript script) {
-    if (!MayWrite(PartOf(script))) return;
-    RewriteScript(
+    if (!places[script].exists || !MayWrite(PartOf(script))) return;
+    written &= RewriteScript(
         PathOf(script), [&context](std::string_view line) { return RebuiltLine(line, context); },
         missing.added[static_cast<std::size_t>(script)]);
   });
+  return written;
 }
 
 }  // namespace mw

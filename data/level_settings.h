@@ -13,9 +13,9 @@ namespace mw {
 // configuration does not know, are noted in the load report; the level's size then comes from the
 // height map (data/level_size.h).
 void ReadLevelSettings();
-// Into the archive that is open for writing, for the scripts that exist and were read whole. A
-// failure is remembered as GameFileError.
-void WriteLevelSettings();
+// Into the archive that is open for writing, for the scripts that exist and were read whole. False
+// when one of them could not be written.
+[[nodiscard]] bool WriteLevelSettings();
 // Commands of settings that the user changed and that were not written then: no script has a line
 // for them, nor a place for one.
 const std::vector<std::string>& SettingsNotSaved();

@@ -8,6 +8,7 @@
 
 #include "core/text.h"
 #include "data/game_file.h"
+#include "data/game_path.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/open_level.h"

@@ -4,6 +4,7 @@
 #include <lzo/lzoconf.h>
 #include <string_view>
 
+#include "core/bytes.h"
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/archive_directory.h"
@@ -14,7 +15,6 @@ namespace mw {
 namespace {
 
 namespace fs = std::filesystem;
-using Bytes = std::vector<std::uint8_t>;
 
 // No level's: those lie in folders.
 constexpr std::string_view kInfoMember = "recovery.txt";

@@ -162,8 +162,7 @@ bool RewriteScript(std::string_view path,
   ForEachStoredLine(*before,
                     [&](const StoredLine& line) { rewriter.Put(line, rebuild(line.text)); });
   rewriter.PutAddedLines();
-  GameFileClose(std::move(after));
-  return true;
+  return GameFileClose(std::move(after));
 }
 
 }  // namespace mw

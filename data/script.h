@@ -66,11 +66,11 @@ struct AddedLine {
 // Writes the script again in place, line by line: `rebuild` gives the new text of a line that the
 // editor owns (with its "\n"), an empty text for a line that goes, or nothing for a line to keep,
 // which then stays byte for byte. Lines of any length survive. `added` is in the order of the
-// places. False, with nothing written, when no archive holds the file, and, remembered as
-// GameFileError, when none is open for writing or the file is damaged (what cannot be read would be
-// lost).
-bool RewriteScript(std::string_view path,
-                   const std::function<std::optional<std::string>(std::string_view line)>& rebuild,
-                   std::span<const AddedLine> added = {});
+// places. False when it could not be written: no archive holds the file, none is open for writing,
+// or the file is damaged (what cannot be read would be lost); it is then as it was.
+[[nodiscard]] bool RewriteScript(
+    std::string_view path,
+    const std::function<std::optional<std::string>(std::string_view line)>& rebuild,
+    std::span<const AddedLine> added = {});
 
 }  // namespace mw

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/bytes.h"
 #include "data/archive.h"
 #include "fuzz/private_path.h"
 #include "fuzz/require.h"
@@ -14,12 +15,10 @@
 
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
-
 constexpr std::string_view kMark = "MWJRNL1\n";
 constexpr std::size_t kCheckedFrom = kMark.size() + 4;
 
-void MakeWhole(Bytes& journal) {
+void MakeWhole(mw::Bytes& journal) {
   journal.resize(std::max(journal.size(), kCheckedFrom));
   std::ranges::copy(kMark, journal.begin());
   const auto checked = std::span(journal).subspan(kCheckedFrom);
@@ -30,14 +29,14 @@ void MakeWhole(Bytes& journal) {
 }
 
 // An empty archive, followed by bytes that belong to nothing.
-Bytes EmptyArchive() {
-  Bytes archive(200);
+mw::Bytes EmptyArchive() {
+  mw::Bytes archive(200);
   archive[0] = 156;
   return archive;
 }
 
 // Nothing is saved while a journal of another state lies there; set aside, it is kept whole.
-void SaveDespiteJournal(mw::Archive& archive, const std::string& path, const Bytes& journal) {
+void SaveDespiteJournal(mw::Archive& archive, const std::string& path, const mw::Bytes& journal) {
   const std::uint8_t added[] = {1, 2, 3};
   const bool inTheWay = !archive.StrayJournal().empty();
   Require(archive.WriteMember("added", added) == !inTheWay);
@@ -51,7 +50,7 @@ void SaveDespiteJournal(mw::Archive& archive, const std::string& path, const Byt
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const std::string path = PrivatePath("fuzz.vra");
-  Bytes journal(data, data + size);
+  mw::Bytes journal(data, data + size);
   if (size % 2 == 0) MakeWhole(journal);
   WriteFile(path, EmptyArchive());
   WriteFile(path + "-journal", journal);

@@ -50,8 +50,7 @@ void Open() {
 
 std::string OpenAndSave(LevelSandbox& level) {
   Open();
-  mw::WriteGameModeFiles();
-  Require(mw::GameFileError().empty());
+  Require(mw::WriteGameModeFiles());
   return level.Everything();
 }
 

@@ -30,9 +30,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool fits = fileExists && file.size() == side * side * 2;
   Require(mw::MayWrite(mw::LevelPart::HeightMap) == fits);
   mw::LoadHeightsFromBuffer();
-  mw::SaveHeightmap();
+  const bool isSaved = mw::SaveHeightmap();
   const auto saved = level.Read("heightmap.raw");
-  Require(mw::GameFileError().empty() && saved && saved->size() == side * side * 2);
+  Require(isSaved && saved && saved->size() == side * side * 2);
   const std::size_t whole = fileExists ? std::min(file.size(), saved->size()) / 2 * 2 : 0;
   Require(
       std::equal(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(whole), saved->begin()));

@@ -47,8 +47,10 @@ bool Equal(LevelSandbox& level, const std::string& file, std::span<const std::ui
 void TakeTile(LevelSandbox& level, int side, std::span<const std::uint8_t> tga) {
   const std::string name = Native(mw::ScratchMergedFolder(), "Tx01x02");
   WriteFile(name + ".tga", tga);
-  Require(!mw::TakeMergedTile(kTile) && !level.Read(kTileFile));
-  if (!mw::ConvertTgaTileToDds(name.c_str(), side, side, kTile.row, kTile.column)) {
+  Require(mw::TakeMergedTile(kTile) == mw::TileTaken::Missing && !level.Read(kTileFile));
+  const auto taken = mw::ConvertTgaTileToDds(name.c_str(), side, side, kTile.row, kTile.column);
+  Require(taken != mw::TileTaken::NotWritten);
+  if (taken == mw::TileTaken::Missing) {
     Require(!level.Read(kTileFile));
     return;
   }
@@ -71,15 +73,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string bitsFile = Native(mw::ScratchTexturesFolder(), "LightmapShadowBits.lsb");
   std::filesystem::remove(bitsFile);
   if (hasBits) WriteFile(bitsFile, bits);
-  mw::TakeShadowBits();
+  Require(mw::TakeShadowBits());
   Require(level.Read("Textures/LightmapShadowBits.lsb").has_value() == hasBits);
   Require(!hasBits || Equal(level, "Textures/LightmapShadowBits.lsb", bits));
 
   WriteFile(Native(mw::ScratchObjectLightMapsFolder(), "Bunker_1.dds"), lightMap);
-  mw::TakeObjectLightMaps();
+  Require(mw::TakeObjectLightMaps());
   Require(Equal(level, "ObjectLightMaps/Bunker_1.dds", lightMap));
 
   TakeTile(level, side, input.Bytes(size));
-  Require(mw::GameFileError().empty());
   return 0;
 }

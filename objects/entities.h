@@ -29,6 +29,11 @@ inline constexpr std::array kEntityKinds{EntityKind::SoldierSpawn, EntityKind::O
 
 using EntityName = FixedString<48>;
 
+// What could not be taken over as it stands, of the lines that were parsed with it.
+struct ParseReport {
+  bool nameWasCut = false;  // longer than its record can hold
+};
+
 struct SpawnInstance;
 
 struct SpawnTemplate {
@@ -41,7 +46,7 @@ struct SpawnTemplate {
   virtual ~SpawnTemplate() = default;
   // Takes one script command, whose arguments follow in the tokenizer. False when it is not one of
   // this kind's.
-  virtual bool ParseLine(std::string_view command, Tokenizer& arguments) = 0;
+  virtual bool ParseLine(std::string_view command, Tokenizer& arguments, ParseReport& report) = 0;
   // Writes the commands of this template.
   virtual void Write(GameFile& file) const = 0;
   // Whether two mode folders hold the same template.
@@ -61,7 +66,7 @@ struct SoldierSpawnTemplate : SpawnTemplate {
   std::int32_t spawnId = 0, aiEnterOnSpawn = 0, spawnAsParaTrooper = 0;
 
   bool operator==(const SoldierSpawnTemplate&) const = default;
-  bool ParseLine(std::string_view command, Tokenizer& arguments) override;
+  bool ParseLine(std::string_view command, Tokenizer& arguments, ParseReport& report) override;
   void Write(GameFile& file) const override;
   bool Equals(const SpawnTemplate& other) const override;
   std::unique_ptr<SpawnInstance> CreateInstance(int templateIndex) override;
@@ -74,7 +79,7 @@ struct ObjectSpawnTemplate : SpawnTemplate {
   std::int32_t maxNrOfObjectSpawned = 0;
 
   bool operator==(const ObjectSpawnTemplate&) const = default;
-  bool ParseLine(std::string_view command, Tokenizer& arguments) override;
+  bool ParseLine(std::string_view command, Tokenizer& arguments, ParseReport& report) override;
   void Write(GameFile& file) const override;
   bool Equals(const SpawnTemplate& other) const override;
   std::unique_ptr<SpawnInstance> CreateInstance(int templateIndex) override;
@@ -96,7 +101,7 @@ struct ControlPointTemplate : SpawnTemplate {
   Vector3 relativePosition;
 
   bool operator==(const ControlPointTemplate&) const = default;
-  bool ParseLine(std::string_view command, Tokenizer& arguments) override;
+  bool ParseLine(std::string_view command, Tokenizer& arguments, ParseReport& report) override;
   void Write(GameFile& file) const override;
   bool Equals(const SpawnTemplate& other) const override;
   std::unique_ptr<SpawnInstance> CreateInstance(int templateIndex) override;
@@ -110,7 +115,7 @@ struct SpawnInstance : Placement {
 
   virtual ~SpawnInstance() = default;
   virtual EntityKind Kind() const = 0;
-  virtual bool ParseLine(std::string_view command, Tokenizer& arguments);
+  virtual bool ParseLine(std::string_view command, Tokenizer& arguments, ParseReport& report);
   virtual void Write(GameFile& file) const;
   virtual bool Equals(const SpawnInstance& other) const;
   virtual bool Edit() = 0;
@@ -127,7 +132,7 @@ struct ObjectSpawn : SpawnInstance {
   std::int32_t team = 0;
 
   EntityKind Kind() const override { return EntityKind::ObjectSpawn; }
-  bool ParseLine(std::string_view command, Tokenizer& arguments) override;
+  bool ParseLine(std::string_view command, Tokenizer& arguments, ParseReport& report) override;
   void Write(GameFile& file) const override;
   bool Equals(const SpawnInstance& other) const override;
   bool Edit() override;
@@ -146,7 +151,7 @@ struct SpawnGroup {
   std::int32_t status = -1;  // -1 = not set
   GameModeMask modes = 0;
 
-  bool ParseLine(std::string_view command, Tokenizer& arguments);
+  bool ParseLine(std::string_view command, Tokenizer& arguments, ParseReport& report);
   void Write(GameFile& file) const;
 };
 
@@ -165,7 +170,6 @@ struct Entities {
   std::vector<SpawnGroup> spawnGroups;  // at most kMaxSpawnGroups
   GameModeMask ModeFilter = kAllModes;  // the modes that are shown
   std::int32_t nextSpawnId = 1;         // never reset
-  bool nameWasCut = false;              // a name that was read is longer than its record can hold
   HoveredEntity hovered;
 
   EntityTables& Of(EntityKind kind) { return tables[static_cast<std::size_t>(kind)]; }

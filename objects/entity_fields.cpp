@@ -22,14 +22,14 @@ bool IsWithin(const Vector3& a, const Vector3& b, double limit) {
   return IsWithin(a.x, b.x, limit) && IsWithin(a.y, b.y, limit) && IsWithin(a.z, b.z, limit);
 }
 
-void ParseValue(Tokenizer& arguments, std::int32_t& number) {
+void ParseValue(Tokenizer& arguments, std::int32_t& number, ParseReport&) {
   number = ParseInt(arguments.Next(kBlankSlashOrLineFeed));
 }
-void ParseValue(Tokenizer& arguments, EntityName& name) {
+void ParseValue(Tokenizer& arguments, EntityName& name, ParseReport& report) {
   const auto token = arguments.Next(kBlankOrLineEnd);
-  if (token && !name.Assign(*token)) entities.nameWasCut = true;
+  if (token && !name.Assign(*token)) report.nameWasCut = true;
 }
-void ParseValue(Tokenizer& arguments, Vector3& vector) {
+void ParseValue(Tokenizer& arguments, Vector3& vector, ParseReport&) {
   vector = ParseVector3(arguments, kBlankSlashOrLineFeed);
 }
 

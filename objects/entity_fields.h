@@ -38,11 +38,11 @@ inline constexpr double kSameRotation = 1.0;  // degrees
 bool IsWithin(const Vector3& a, const Vector3& b, double limit);
 
 // A missing number is 0, a vector as ParseVector3 has it; a missing name leaves the field as it is.
-// A name reaches to the next blank, so that a `/` in it survives; entities.nameWasCut tells that it
-// was too long.
-void ParseValue(Tokenizer& arguments, std::int32_t& number);
-void ParseValue(Tokenizer& arguments, EntityName& name);
-void ParseValue(Tokenizer& arguments, Vector3& vector);
+// A name reaches to the next blank, so that a `/` in it survives; the report tells that it was too
+// long.
+void ParseValue(Tokenizer& arguments, std::int32_t& number, ParseReport& report);
+void ParseValue(Tokenizer& arguments, EntityName& name, ParseReport& report);
+void ParseValue(Tokenizer& arguments, Vector3& vector, ParseReport& report);
 
 void WriteValue(GameFile& file, std::int32_t number);
 void WriteValue(GameFile& file, const EntityName& name);
@@ -64,7 +64,7 @@ void WriteCommand(GameFile& file, const char* command, std::int32_t index);
 // False when the table does not have the command. An index that the table does not have is ignored.
 template <class Record, std::size_t N>
 bool ParseField(const CommandField<Record> (&fields)[N], std::type_identity_t<Record>& record,
-                std::string_view command, Tokenizer& arguments) {
+                std::string_view command, Tokenizer& arguments, ParseReport& report) {
   const auto isMeant = [&](const CommandField<Record>& row) {
     return EqualNoCase(row.command, command);
   };
@@ -77,7 +77,7 @@ bool ParseField(const CommandField<Record> (&fields)[N], std::type_identity_t<Re
     });
     if (row == std::end(fields)) return true;
   }
-  std::visit([&](auto field) { ParseValue(arguments, record.*field); }, row->field);
+  std::visit([&](auto field) { ParseValue(arguments, record.*field, report); }, row->field);
   return true;
 }
 

@@ -83,8 +83,9 @@ bool SpawnTemplate::Equals(const SpawnTemplate& other) const {
   return group == other.group && EqualNoCase(name, other.name);
 }
 
-bool SoldierSpawnTemplate::ParseLine(std::string_view command, Tokenizer& arguments) {
-  if (!ParseField(kSoldierSpawnTemplateFields, *this, command, arguments)) return false;
+bool SoldierSpawnTemplate::ParseLine(std::string_view command, Tokenizer& arguments,
+                                     ParseReport& report) {
+  if (!ParseField(kSoldierSpawnTemplateFields, *this, command, arguments, report)) return false;
   KeepSpawnIdFree(spawnId);
   return true;
 }
@@ -98,7 +99,8 @@ bool SoldierSpawnTemplate::Equals(const SpawnTemplate& other) const {
                         static_cast<const SoldierSpawnTemplate&>(other));
 }
 
-bool ObjectSpawnTemplate::ParseLine(std::string_view command, Tokenizer& arguments) {
+bool ObjectSpawnTemplate::ParseLine(std::string_view command, Tokenizer& arguments,
+                                    ParseReport& report) {
   // One delay that is both the shortest and the longest.
   if (EqualNoCase(command, "ObjectTemplate.spawnDelay")) {
     if (const auto delay = arguments.Next(kBlankSlashOrLineFeed)) {
@@ -106,7 +108,7 @@ bool ObjectSpawnTemplate::ParseLine(std::string_view command, Tokenizer& argumen
     }
     return true;
   }
-  return ParseField(kObjectSpawnTemplateFields, *this, command, arguments);
+  return ParseField(kObjectSpawnTemplateFields, *this, command, arguments, report);
 }
 void ObjectSpawnTemplate::Write(GameFile& file) const {
   WriteCreateTemplate("ObjectSpawner", *this, file);
@@ -118,8 +120,9 @@ bool ObjectSpawnTemplate::Equals(const SpawnTemplate& other) const {
                         static_cast<const ObjectSpawnTemplate&>(other));
 }
 
-bool ControlPointTemplate::ParseLine(std::string_view command, Tokenizer& arguments) {
-  if (!ParseField(kControlPointTemplateFields, *this, command, arguments)) return false;
+bool ControlPointTemplate::ParseLine(std::string_view command, Tokenizer& arguments,
+                                     ParseReport& report) {
+  if (!ParseField(kControlPointTemplateFields, *this, command, arguments, report)) return false;
   group = spawnGroupId;
   return true;
 }
@@ -134,8 +137,8 @@ bool ControlPointTemplate::Equals(const SpawnTemplate& other) const {
                         static_cast<const ControlPointTemplate&>(other));
 }
 
-bool SpawnInstance::ParseLine(std::string_view command, Tokenizer& arguments) {
-  return ParseField(kPlacementFields, *this, command, arguments);
+bool SpawnInstance::ParseLine(std::string_view command, Tokenizer& arguments, ParseReport& report) {
+  return ParseField(kPlacementFields, *this, command, arguments, report);
 }
 void SpawnInstance::Write(GameFile& file) const {
   WriteCreateInstance(*this, file);
@@ -147,9 +150,9 @@ bool SpawnInstance::Equals(const SpawnInstance& other) const {
          IsWithin(rotation, other.rotation, kSameRotation) && EqualNoCase(name, other.name);
 }
 
-bool ObjectSpawn::ParseLine(std::string_view command, Tokenizer& arguments) {
-  return ParseField(kObjectSpawnFields, *this, command, arguments) ||
-         SpawnInstance::ParseLine(command, arguments);
+bool ObjectSpawn::ParseLine(std::string_view command, Tokenizer& arguments, ParseReport& report) {
+  return ParseField(kObjectSpawnFields, *this, command, arguments, report) ||
+         SpawnInstance::ParseLine(command, arguments, report);
 }
 void ObjectSpawn::Write(GameFile& file) const {
   SpawnInstance::Write(file);
@@ -166,8 +169,8 @@ void ControlPoint::Write(GameFile& file) const {
   WriteField(kPositionField, *this, file);
 }
 
-bool SpawnGroup::ParseLine(std::string_view command, Tokenizer& arguments) {
-  return ParseField(kSpawnGroupFields, *this, command, arguments);
+bool SpawnGroup::ParseLine(std::string_view command, Tokenizer& arguments, ParseReport& report) {
+  return ParseField(kSpawnGroupFields, *this, command, arguments, report);
 }
 void SpawnGroup::Write(GameFile& file) const {
   GameFilePrintf(file, "spawnPointManager.group %d\n", id);

@@ -147,15 +147,15 @@ void ReadRecordsOf(const EntityFile& file, const ModeFolder& folder, const Make&
   // Before they are merged, there can be a copy in each folder.
   const std::size_t limit = file.capacity * kModeFolders.size();
   const std::size_t before = records.size();
-  entities.nameWasCut = false;
+  ParseReport report;
   Record* current = nullptr;
   ReadCommands(*script, [&](std::string_view command, Tokenizer& arguments) {
     if (IsGap(command)) {
       current = nullptr;
     } else if (!EqualNoCase(command, file.createCommand)) {
-      if (current) current->ParseLine(command, arguments);
+      if (current) current->ParseLine(command, arguments, report);
     } else {
-      std::unique_ptr<Record> record = make(arguments, folder);
+      std::unique_ptr<Record> record = make(arguments, folder, report);
       current = nullptr;
       if (record && records.size() < limit) {
         record->modes = folder.mode;
@@ -166,7 +166,7 @@ void ReadRecordsOf(const EntityFile& file, const ModeFolder& folder, const Make&
     }
   });
   if (!IsWhole(*script)) NoteDamage(file, folder, records.size() - before);
-  if (entities.nameWasCut) NoteCutNames(file, folder);
+  if (report.nameWasCut) NoteCutNames(file, folder);
 }
 
 // The records of a file in all mode folders, copies merged. `make` gives the record that a create
@@ -207,10 +207,10 @@ int FindTemplate(EntityKind kind, std::string_view name, GameModeMask mode) {
 }
 
 void ReadTemplates(EntityKind kind) {
-  const auto make = [kind](Tokenizer& arguments, const ModeFolder&) {
+  const auto make = [kind](Tokenizer& arguments, const ModeFolder&, ParseReport& report) {
     std::unique_ptr<SpawnTemplate> made = EmptyTemplate(kind);
     arguments.Next(kBlankSlashOrLineFeed);  // the type, which the file's name tells already
-    ParseValue(arguments, made->name);
+    ParseValue(arguments, made->name, report);
     return made;
   };
   auto& templates = entities.Of(kind).templates;
@@ -256,7 +256,7 @@ void NoteMissingGroups() {
 void ReadInstances(EntityKind kind) {
   const auto& templates = entities.Of(kind).templates;
   CountByMode leftOut{};
-  const auto make = [&](Tokenizer& arguments, const ModeFolder& folder) {
+  const auto make = [&](Tokenizer& arguments, const ModeFolder& folder, ParseReport&) {
     const EntityName name = arguments.Next(kBlankOrLineEnd).value_or(std::string_view());
     const int index = FindTemplate(kind, name, folder.mode);
     if (index < 0) {
@@ -276,7 +276,7 @@ void ReadInstances(EntityKind kind) {
 }
 
 void ReadSpawnGroups() {
-  const auto make = [](Tokenizer& arguments, const ModeFolder&) {
+  const auto make = [](Tokenizer& arguments, const ModeFolder&, ParseReport&) {
     auto made = std::make_unique<SpawnGroup>();
     made->id = ParseInt(arguments.Next(kBlankSlashOrLineFeed));
     return made;
@@ -311,11 +311,13 @@ void WriteRecord(const Record& record, GameFile& script) {
 
 // The file in all mode folders, with or without records.
 template <class Table>
-void WriteRecords(const EntityFile& file, const Table& records) {
+bool WriteRecords(const EntityFile& file, const Table& records) {
+  bool written = true;
   for (const ModeFolder& folder : kModeFolders) {
     if (!MayWrite(folder.part)) continue;
     const std::string path = PathOf(file, folder);
     std::unique_ptr<GameFile> script = GameFileOpen(path, "w");
+    written &= script != nullptr;
     if (!script) continue;
     GameFilePrintf(*script, "rem %s created by Mapwright\n", file.name);
     GameFilePrintf(*script, "rem (%s)\n\n", path.c_str());
@@ -324,8 +326,9 @@ void WriteRecords(const EntityFile& file, const Table& records) {
       if (RecordIn(entry).modes & folder.mode) WriteRecord(RecordIn(entry), *script);
     }
     GameFilePuts("rem EndOfFile\n", *script);
-    GameFileClose(std::move(script));
+    written &= GameFileClose(std::move(script));
   }
+  return written;
 }
 
 }  // namespace
@@ -349,12 +352,14 @@ void NoteEntitiesNotRead() {
   }
 }
 
-void WriteGameModeFiles() {
+bool WriteGameModeFiles() {
+  bool written = true;
   for (const EntityKind kind : kEntityKinds) {
-    WriteRecords(TemplateFileOf(kind), entities.Of(kind).templates);
-    WriteRecords(InstanceFileOf(kind), entities.Of(kind).instances);
+    written &= WriteRecords(TemplateFileOf(kind), entities.Of(kind).templates);
+    written &= WriteRecords(InstanceFileOf(kind), entities.Of(kind).instances);
   }
-  WriteRecords(kSpawnGroupFile, entities.spawnGroups);
+  written &= WriteRecords(kSpawnGroupFile, entities.spawnGroups);
+  return written;
 }
 
 }  // namespace mw

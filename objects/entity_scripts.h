@@ -11,8 +11,7 @@ namespace mw {
 void ReadGameModeFiles();
 // The load report says that they were not read, and saving leaves them as they are.
 void NoteEntitiesNotRead();
-// Writes all files of the modes that the load report allows. A failure is remembered as
-// GameFileError.
-void WriteGameModeFiles();
+// Writes all files of the modes that the load report allows. False when one could not be written.
+[[nodiscard]] bool WriteGameModeFiles();
 
 }  // namespace mw

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/bytes.h"
 #include "core/little_endian.h"
 
 namespace mw {
@@ -28,14 +29,12 @@ constexpr std::uint32_t kMaxGroupItems = 24;
 // Ranges of indices may overlap; what they draw together is bounded all the same.
 constexpr std::uint64_t kMaxDrawnTreeIndices = std::uint64_t{1} << 24;
 
-using Bytes = std::span<const std::uint8_t>;
-
-float FiniteFloat(Bytes bytes, std::size_t offset) {
+float FiniteFloat(ByteView bytes, std::size_t offset) {
   const auto value = std::bit_cast<float>(LoadU32(bytes, offset));
   return std::isfinite(value) ? value : 0.0f;
 }
 
-Vector3 Position(Bytes bytes, std::size_t offset) {
+Vector3 Position(ByteView bytes, std::size_t offset) {
   return {FiniteFloat(bytes, offset), FiniteFloat(bytes, offset + 4),
           FiniteFloat(bytes, offset + 8)};
 }
@@ -43,44 +42,44 @@ Vector3 Position(Bytes bytes, std::size_t offset) {
 // Reads a file from its start. What lies beyond its end reads as 0 and sets `failed`, for good.
 class MeshFile {
  public:
-  explicit MeshFile(Bytes bytes) : bytes_(bytes) {}
+  explicit MeshFile(ByteView bytes) : bytes_(bytes) {}
 
   // Exactly `count` bytes, or none.
-  Bytes Take(std::uint64_t count) {
+  ByteView Take(std::uint64_t count) {
     if (failed || count > bytes_.size()) {
       failed = true;
       return {};
     }
-    const Bytes taken = bytes_.first(static_cast<std::size_t>(count));
+    const ByteView taken = bytes_.first(static_cast<std::size_t>(count));
     bytes_ = bytes_.subspan(taken.size());
     return taken;
   }
   void Skip(std::uint64_t count) { Take(count); }
   std::uint32_t Number() {
-    const Bytes bytes = Take(4);
+    const ByteView bytes = Take(4);
     return failed ? 0 : LoadU32(bytes);
   }
   bool Flag() {
-    const Bytes bytes = Take(1);
+    const ByteView bytes = Take(1);
     return !failed && bytes[0] != 0;
   }
   Vector3 Vector() {
-    const Bytes bytes = Take(kPositionSize);
+    const ByteView bytes = Take(kPositionSize);
     return failed ? Vector3{} : Position(bytes, 0);
   }
   // A length and as many bytes; a zero byte ends the text.
   std::string Name() {
-    const Bytes bytes = Take(Number());
+    const ByteView bytes = Take(Number());
     return {bytes.begin(), std::ranges::find(bytes, std::uint8_t{0})};
   }
 
   bool failed = false;
 
  private:
-  Bytes bytes_;
+  ByteView bytes_;
 };
 
-std::vector<MeshVertex> VerticesOf(Bytes bytes, std::size_t stride, std::size_t uvOffset) {
+std::vector<MeshVertex> VerticesOf(ByteView bytes, std::size_t stride, std::size_t uvOffset) {
   std::vector<MeshVertex> vertices;
   vertices.reserve(bytes.size() / stride);
   for (std::size_t at = 0; at < bytes.size(); at += stride) {
@@ -91,7 +90,7 @@ std::vector<MeshVertex> VerticesOf(Bytes bytes, std::size_t stride, std::size_t 
 }
 
 // False when an index is not below `vertexCount`.
-bool ReadIndices(Bytes bytes, std::size_t vertexCount, std::vector<std::uint32_t>& indices) {
+bool ReadIndices(ByteView bytes, std::size_t vertexCount, std::vector<std::uint32_t>& indices) {
   indices.reserve(bytes.size() / 2);
   for (std::size_t at = 0; at < bytes.size(); at += 2) {
     indices.push_back(LoadU16(bytes, at));
@@ -101,7 +100,7 @@ bool ReadIndices(Bytes bytes, std::size_t vertexCount, std::vector<std::uint32_t
 }
 
 // The three edges of each face, whose fourth number is not used.
-bool ReadFaceEdges(Bytes faces, MeshSurface& edges) {
+bool ReadFaceEdges(ByteView faces, MeshSurface& edges) {
   edges.indices.reserve(faces.size() / kFaceSize * 6);
   for (std::size_t at = 0; at < faces.size(); at += kFaceSize) {
     const std::uint32_t a = LoadU16(faces, at), b = LoadU16(faces, at + 2),
@@ -116,8 +115,8 @@ bool ReadFaceEdges(Bytes faces, MeshSurface& edges) {
 void ReadCollision(MeshFile& file, MeshSurface& edges) {
   edges.kind = MeshSurface::Kind::Lines;
   edges.lineWidth = kCollisionLineWidth;
-  const Bytes vertices = file.Take(std::uint64_t{kCollisionVertexSize} * file.Number());
-  const Bytes faces = file.Take(std::uint64_t{kFaceSize} * file.Number());
+  const ByteView vertices = file.Take(std::uint64_t{kCollisionVertexSize} * file.Number());
+  const ByteView faces = file.Take(std::uint64_t{kFaceSize} * file.Number());
   edges.vertices.reserve(vertices.size() / kCollisionVertexSize);
   for (std::size_t at = 0; at < vertices.size(); at += kCollisionVertexSize) {
     edges.vertices.push_back({Position(vertices, at), 0, 0});
@@ -158,8 +157,8 @@ void ReadMaterialBody(MeshFile& file, const MaterialHeader& header, MeshSurface&
   constexpr std::size_t kUvOffset = kPositionSize + kNormalSize;
   const bool twoCoordinates = (header.flags & kTwoCoordinates) != 0;
   const std::size_t vertexSize = kUvOffset + (twoCoordinates ? 2 : 1) * kUvSize;
-  const Bytes vertices = file.Take(std::uint64_t{vertexSize} * header.vertexCount);
-  const Bytes indices = file.Take(std::uint64_t{2} * header.indexCount);
+  const ByteView vertices = file.Take(std::uint64_t{vertexSize} * header.vertexCount);
+  const ByteView indices = file.Take(std::uint64_t{2} * header.indexCount);
   if (file.failed) return;
   surface.vertices = VerticesOf(vertices, vertexSize, kUvOffset);
   if (!ReadIndices(indices, surface.vertices.size(), surface.indices)) file.failed = true;
@@ -245,8 +244,8 @@ MeshSurface SurfaceOf(std::span<const MeshVertex> vertices,
 
 void ReadTreeSurfaces(MeshFile& file, std::vector<TextureItem>& items,
                       std::vector<MaterialSurface>& surfaces) {
-  const Bytes vertexBytes = file.Take(std::uint64_t{kTreeVertexSize} * file.Number());
-  const Bytes indexBytes = file.Take(std::uint64_t{2} * file.Number());
+  const ByteView vertexBytes = file.Take(std::uint64_t{kTreeVertexSize} * file.Number());
+  const ByteView indexBytes = file.Take(std::uint64_t{2} * file.Number());
   if (file.failed) return;
   const std::vector<MeshVertex> vertices = VerticesOf(vertexBytes, kTreeVertexSize, kTreeUvOffset);
   std::vector<std::uint32_t> indices;
@@ -266,7 +265,7 @@ void ReadTreeSurfaces(MeshFile& file, std::vector<TextureItem>& items,
 
 }  // namespace
 
-std::optional<StandardMeshGeometry> ReadStandardMesh(Bytes bytes) {
+std::optional<StandardMeshGeometry> ReadStandardMesh(ByteView bytes) {
   MeshFile file(bytes);
   StandardMeshGeometry mesh;
   const std::uint32_t version = file.Number();
@@ -281,7 +280,7 @@ std::optional<StandardMeshGeometry> ReadStandardMesh(Bytes bytes) {
   return mesh;
 }
 
-std::optional<TreeMeshGeometry> ReadTreeMesh(Bytes bytes) {
+std::optional<TreeMeshGeometry> ReadTreeMesh(ByteView bytes) {
   MeshFile file(bytes);
   TreeMeshGeometry mesh;
   mesh.shown = file.Number() == kTreeVersion;

@@ -115,12 +115,12 @@ void WriteObject(GameFile& file, const StaticObject& object) {
   if (object.colorGiven) PrintVector(file, "Object.geometry.color", object.colour);
 }
 
-void WriteObjectScript() {
+bool WriteObjectScript() {
   auto file = GameFileOpen(ScriptPath(), "w");
-  if (!file) return;
+  if (!file) return false;
   GameFilePuts("rem StaticObjects created by Mapwright\n", *file);
   for (const StaticObject& object : objectStore.objects) WriteObject(*file, object);
-  GameFileClose(std::move(file));
+  return GameFileClose(std::move(file));
 }
 
 }  // namespace
@@ -129,9 +129,10 @@ void LoadStaticObjects() {
   if (ReadObjectScript()) ReadGameModeFiles();
 }
 
-void SaveStaticObjects() {
-  if (MayWrite(LevelPart::StaticObjects)) WriteObjectScript();
-  WriteGameModeFiles();
+bool SaveStaticObjects() {
+  bool written = !MayWrite(LevelPart::StaticObjects) || WriteObjectScript();
+  written &= WriteGameModeFiles();
+  return written;
 }
 
 }  // namespace mw

@@ -13,8 +13,9 @@ namespace mw {
 // Reads the level's objects, then its entities. When the file is damaged or not all of its objects
 // can be held, what was read stays, and the load report says so.
 void LoadStaticObjects();
-// Writes the level's objects and entities, each as far as the load report allows it.
-void SaveStaticObjects();
+// Writes the level's objects and entities, each as far as the load report allows it. False when one
+// of their files could not be written.
+[[nodiscard]] bool SaveStaticObjects();
 // Deletes all objects, meshes, textures and entities.
 void ClearAllObjects();
 

@@ -215,14 +215,14 @@ std::vector<std::uint8_t> EncodeDds(int width, int height, std::span<const std::
   return {};
 }
 
-void SaveDDS(std::string_view path, int width, int height, std::span<const std::uint8_t> rgb,
+bool SaveDDS(std::string_view path, int width, int height, std::span<const std::uint8_t> rgb,
              bool mipmaps) {
   const std::vector<std::uint8_t> file = EncodeDds(width, height, rgb, mipmaps);
   if (file.empty() && !rgb.empty()) {
     SetGameFileError("A picture could not be encoded.");
-    return;
+    return false;
   }
-  SaveGameFileBytes(path, file);
+  return SaveGameFileBytes(path, file);
 }
 
 }  // namespace mw

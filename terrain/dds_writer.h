@@ -13,9 +13,9 @@ namespace mw {
 // they are not, or when the pixels are too few.
 std::vector<std::uint8_t> EncodeDds(int width, int height, std::span<const std::uint8_t> rgb,
                                     bool mipmaps);
-// Writes it through the game-file layer; without pixels the file is empty. Pixels that cannot be
-// encoded leave the old file and are remembered as GameFileError.
-void SaveDDS(std::string_view path, int width, int height, std::span<const std::uint8_t> rgb,
-             bool mipmaps);
+// Writes it through the game-file layer; without pixels the file is empty. False when the pixels
+// cannot be encoded, which leaves the old file, or when it cannot be written.
+[[nodiscard]] bool SaveDDS(std::string_view path, int width, int height,
+                           std::span<const std::uint8_t> rgb, bool mipmaps);
 
 }  // namespace mw

@@ -7,10 +7,9 @@
 
 namespace mw {
 
-// A place in the bound buffer, where GL's functions take a pointer.
+// GL's functions take a place in the bound buffer as a pointer.
 inline const void* BufferOffset(std::size_t bytes) {
-  return reinterpret_cast<const void*>(
-      bytes);  // NOLINT(performance-no-int-to-ptr): what GL expects
+  return reinterpret_cast<const void*>(bytes);  // NOLINT(performance-no-int-to-ptr)
 }
 
 }  // namespace mw

@@ -16,7 +16,7 @@ constexpr std::size_t kBlock = 8;  // rows and columns of samples that change pl
 
 using Samples = std::int16_t __attribute__((vector_size(kBlock * kSampleBytes)));
 
-// Samples in memory: rows `stride` bytes apart.
+// Samples in memory, with rows that lie `stride` bytes apart.
 struct Rows {
   std::uint8_t* first;
   std::size_t stride;
@@ -32,8 +32,8 @@ struct ConstRows {
   }
 };
 
-// Row i and row i + 4 become rows 2 i and 2 i + 1, their samples in turns. Three times this, and
-// rows are columns.
+// Mixes the samples of rows i and i + 4 in turns into rows 2 i and 2 i + 1. Done three times, it
+// makes columns of the rows.
 void Interleave(const Samples (&from)[kBlock], Samples (&to)[kBlock]) {
   for (std::size_t i = 0; i < kBlock / 2; ++i) {
     const Samples a = from[i], b = from[i + kBlock / 2];
@@ -52,7 +52,7 @@ void TransposeBlock(const ConstRows& from, const Rows& to, std::size_t row, std:
   for (std::size_t i = 0; i < kBlock; ++i) std::memcpy(to.At(column + i, row), &b[i], sizeof b[i]);
 }
 
-// Rows become columns; so many rows and columns of `from`.
+// Makes columns of the rows of `from`, as many rows and columns as are given.
 void Transpose(const ConstRows& from, const Rows& to, std::size_t rows, std::size_t columns) {
   const std::size_t wholeRows = rows / kBlock * kBlock, wholeColumns = columns / kBlock * kBlock;
   for (std::size_t row = 0; row < wholeRows; row += kBlock) {
@@ -65,11 +65,12 @@ void Transpose(const ConstRows& from, const Rows& to, std::size_t rows, std::siz
   }
 }
 
-// Some columns of the image, one after the other in its byte order. Between them and the grid all
-// of the grid's memory passes through the processor: row by row it comes fastest.
+// Some columns of the image, one after the other in its byte order. They stand between image and
+// grid because all of the grid's memory has to pass through the processor, and row by row it comes
+// fastest.
 struct Band {
   static constexpr std::size_t kColumns = 32;
-  // A little more than a column, or all columns would want the same places in the cache.
+  // A stride of just a column would make all columns want the same places in the cache.
   static constexpr std::size_t kStride = kMaxMaterialSize + 32;
   alignas(64) std::uint16_t columns[kColumns][kStride];
   alignas(64) float heights[kMaxMaterialSize];
@@ -83,7 +84,8 @@ std::uint16_t LittleEndian(std::uint16_t v) {
 }
 
 // Calls act(band, first column, number of columns) for all columns of the image, on several cores.
-// The last come first, and so they do in each band: that is how the grid's memory goes on.
+// The last columns come first, as they do in each band, because that is the order of the grid's
+// memory.
 template <typename Act>
 void ForEachBand(std::size_t size, Act act) {
   const std::size_t bands = (size + Band::kColumns - 1) / Band::kColumns;
@@ -137,7 +139,7 @@ void ImageToHeights(std::span<const std::uint8_t> image, int size, VertexGrid& t
       for (std::size_t j = 0; j < rows; ++j) row[j].h = band.heights[j];
     }
   });
-  // The row in which the image ends.
+  // A short image ends within this row, so only some of its samples are there.
   for (std::size_t column = 0; column < more; ++column) {
     const int stored = LoadU16(image, (rows * side + column) * kSampleBytes);
     to[side - column][rows].h = static_cast<float>(stored) / kStoredPerUnit;

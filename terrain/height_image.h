@@ -13,13 +13,13 @@ inline constexpr float kStoredPerUnit = 256.0f;  // steps of the file per height
 
 // `size` is the number of rows and columns with data, 1 ... kMaxMaterialSize.
 std::size_t HeightImageBytes(int size);
-// Where the sample of grid vertex (i, j) lies in the image.
+// The offset of the sample of grid vertex (i, j) in the image, in bytes.
 std::size_t HeightImageOffset(int size, int i, int j);
 
-// trunc(h x 256), limited to 0 ... 65535; what is not a number becomes 0. `image` has
-// HeightImageBytes.
+// A height h is stored as trunc(h x 256), limited to 0 ... 65535, and as 0 when it is not a number.
+// `image` has HeightImageBytes.
 void HeightsToImage(const VertexGrid& from, int size, std::span<std::uint8_t> image);
-// Vertices whose samples the image lacks keep their height.
+// The way back. Vertices whose samples the image lacks keep their height.
 void ImageToHeights(std::span<const std::uint8_t> image, int size, VertexGrid& to);
 
 }  // namespace mw

@@ -203,13 +203,14 @@ std::vector<std::uint8_t> PaintInGameMap() {
 void GenerateInGameMap() {
   ShowWaitCursor();
   SetStatusText(1, "Generating In-Game Map...");
-  ClearGameFileError();
-  SaveDDS(FormatText("%s/Textures/ingamemap.dds", openLevel.folder.c_str()), kInGameMapSide,
-          kInGameMapSide, PaintInGameMap(), true);
+  const std::string failure = WhyNotWritten([] {
+    return SaveDDS(FormatText("%s/Textures/ingamemap.dds", openLevel.folder.c_str()),
+                   kInGameMapSide, kInGameMapSide, PaintInGameMap(), true);
+  });
   SetStatusText(1, "");
   ShowArrowCursor();
-  if (GameFileError().empty()) return;
-  ShowPrompt(GameFileError(), "Error", PromptButtons::Ok, PromptIcon::Stop);
+  if (failure.empty()) return;
+  ShowPrompt(failure, "Error", PromptButtons::Ok, PromptIcon::Stop);
 }
 
 }  // namespace mw

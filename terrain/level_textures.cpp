@@ -126,32 +126,30 @@ const std::vector<std::uint8_t>& EncodeOnce(const SetTexture& picture, int side,
   return kept.file;
 }
 
-void WritePicture(const SetTexture& picture, int side, bool mipmaps, EncodedPicture& kept,
+bool WritePicture(const SetTexture& picture, int side, bool mipmaps, EncodedPicture& kept,
                   const std::string& path) {
-  if (!picture.loaded) return;
+  if (!picture.loaded) return true;
   const std::vector<std::uint8_t>& file = EncodeOnce(picture, side, mipmaps, kept);
-  if (file.empty()) {
-    SetGameFileError("Out of memory.");
-  } else {
-    SaveGameFileBytes(path, file);
-  }
+  if (!file.empty()) return SaveGameFileBytes(path, file);
+  SetGameFileError("Out of memory.");
+  return false;
 }
 
 // The six faces, each with the number of its environment texture.
-void WriteCubeMapDescription() {
+bool WriteCubeMapDescription() {
   constexpr std::pair<const char*, int> kFaces[] = {{"PositiveX", 4}, {"NegativeX", 2},
                                                     {"PositiveY", 5}, {"NegativeY", 6},
                                                     {"PositiveZ", 3}, {"NegativeZ", 1}};
   auto file =
       GameFileOpen(FormatText("%s\\Textures\\ENVMAP_G_.rcm", openLevel.folder.c_str()), "w");
-  if (!file) return;
+  if (!file) return false;
   const char* const level = modConfig.LevelName.c_str();
   GameFilePuts("[CubeMap]\n", *file);
   for (const auto& [face, number] : kFaces) {
     GameFilePrintf(*file, "%s = %s\\levels\\%s\\Textures\\env_%s_0%i.dds\n", face,
                    modConfig.configurationName.c_str(), level, level, number);
   }
-  GameFileClose(std::move(file));
+  return GameFileClose(std::move(file));
 }
 
 }  // namespace
@@ -176,28 +174,30 @@ void DeleteLevelTextures() {
   levelTextures.hasDetail = false;
 }
 
-void WriteTextureSetToLevel() {
-  if (!levelTextures.textureSetChosen) return;
+bool WriteTextureSetToLevel() {
+  if (!levelTextures.textureSetChosen) return true;
   // A cache: encoding takes longer than all the rest of a save.
   static EncodedPicture detail;
   static std::array<EncodedPicture, kMaxEnvironmentTextures> environment;
   const char* const folder = openLevel.folder.c_str();
-  WritePicture(textureSet.detail, kDetailSide, true, detail,
-               FormatText("%s\\Textures\\detail.dds", folder));
+  bool written = WritePicture(textureSet.detail, kDetailSide, true, detail,
+                              FormatText("%s\\Textures\\detail.dds", folder));
   for (std::size_t i = 0; i < environment.size(); ++i) {
-    WritePicture(textureSet.environment[i], kEnvironmentSide, false, environment[i],
-                 FormatText("%s\\Textures\\env_%s_0%i.dds", folder, modConfig.LevelName.c_str(),
-                            static_cast<int>(i) + 1));
+    written &= WritePicture(textureSet.environment[i], kEnvironmentSide, false, environment[i],
+                            FormatText("%s\\Textures\\env_%s_0%i.dds", folder,
+                                       modConfig.LevelName.c_str(), static_cast<int>(i) + 1));
   }
-  WriteCubeMapDescription();
+  written &= WriteCubeMapDescription();
+  return written;
 }
 
-bool ConvertTgaTileToDds(const char* baseName, int width, int height, int tileRow, int tileColumn) {
+TileTaken ConvertTgaTileToDds(const char* baseName, int width, int height, int tileRow,
+                              int tileColumn) {
   const auto file = ReadWholeFile(FormatText("%s.tga", baseName));
   const auto rgb = file ? DecodeTga(*file, width, height) : std::nullopt;
-  if (!rgb) return false;
-  SaveDDS(TilePath("Textures", tileRow, tileColumn), width, height, *rgb, true);
-  return true;
+  if (!rgb) return TileTaken::Missing;
+  const std::string path = TilePath("Textures", tileRow, tileColumn);
+  return SaveDDS(path, width, height, *rgb, true) ? TileTaken::Yes : TileTaken::NotWritten;
 }
 
 }  // namespace mw

@@ -43,11 +43,13 @@ void DeleteLevelTextures();
 
 // Writes the level's detail texture, environment textures and cube-map description from the texture
 // set, if it was chosen for the level. Pictures are encoded once, not at every save; entries that
-// are not loaded write no file.
-void WriteTextureSetToLevel();
+// are not loaded write no file. False when one of the files could not be written.
+[[nodiscard]] bool WriteTextureSetToLevel();
 
-// Reads "<baseName>.tga" (24-bit, from disk) and writes it as the level's tile with mip-maps. False
-// when the file cannot be read.
-bool ConvertTgaTileToDds(const char* baseName, int width, int height, int tileRow, int tileColumn);
+// Reads "<baseName>.tga" (24-bit, from disk) and writes it as the level's tile with mip-maps. Only
+// Yes changes the level; Missing is a file that cannot be read or has another size.
+enum class TileTaken { Yes, Missing, NotWritten };
+[[nodiscard]] TileTaken ConvertTgaTileToDds(const char* baseName, int width, int height,
+                                            int tileRow, int tileColumn);
 
 }  // namespace mw

@@ -59,12 +59,12 @@ void LoadMaterialMap() {
   MarkMaterialsChanged();
 }
 
-void SaveMaterialMap() {
-  if (!materialMapper || !HasUsableSize()) return;
+bool SaveMaterialMap() {
+  if (!materialMapper || !HasUsableSize()) return false;
   std::vector<std::uint8_t> bytes(MaterialMapBytes());
   ForEachDataCell(
       [&](const std::uint32_t& cell, std::size_t offset) { bytes[offset] = StoredMaterial(cell); });
-  SaveGameFileBytes(MaterialMapPath(), bytes);
+  return SaveGameFileBytes(MaterialMapPath(), bytes);
 }
 
 void MarkMaterialsChanged() {

@@ -43,8 +43,9 @@ void DestroyMaterialMapper();
 // kept, cells that the file lacks become 0, all of the level's when no archive holds it. What is
 // wrong with it is noted in the load report.
 void LoadMaterialMap();
-// Writes the same file from the grid: of each index the low byte of its absolute value.
-void SaveMaterialMap();
+// Writes the same file from the grid: of each index the low byte of its absolute value. False
+// when it cannot be written, or when there is no grid of a usable size.
+[[nodiscard]] bool SaveMaterialMap();
 // For those who write into the grid themselves: the whole of it is drawn anew.
 void MarkMaterialsChanged();
 // Stores one cell; indices outside the grid are ignored.

@@ -72,16 +72,16 @@ std::optional<std::string> ObjectLightingLine(std::string_view line) {
 }
 
 template <typename Replace>
-void WriteFromTemplate(const char* name, const Replace& replace) {
+bool WriteFromTemplate(const char* name, const Replace& replace) {
   const std::string path = FormatText("scripts\\%s", name);
   std::string reason;
   const auto bytes = ReadWholeFile(path, &reason);
   if (!bytes) {
     SetGameFileError("The template " + SystemPath(path) + " could not be read: " + reason + ".");
-    return;
+    return false;
   }
   std::unique_ptr<GameFile> file = GameFileOpen(LevelFile(name), "w");
-  if (!file) return;
+  if (!file) return false;
   std::string_view rest(reinterpret_cast<const char*>(bytes->data()), bytes->size());
   while (!rest.empty()) {
     const std::size_t lineFeed = rest.find('\n');
@@ -90,7 +90,7 @@ void WriteFromTemplate(const char* name, const Replace& replace) {
     if (line.ends_with('\r')) line.remove_suffix(1);
     GameFilePuts(replace(line).value_or(std::string(line) + "\n"), *file);
   }
-  GameFileClose(std::move(file));
+  return GameFileClose(std::move(file));
 }
 
 }  // namespace
@@ -176,25 +176,26 @@ bool MakeScratchFolder(std::string_view path) {
   }
 }
 
-void WriteTileList() {
+bool WriteTileList() {
   std::vector<std::uint8_t> bytes;
   for (const TileIndex& tile : TilesToTrace()) {
     bytes.push_back(static_cast<std::uint8_t>(tile.row));
     bytes.push_back(static_cast<std::uint8_t>(tile.column));
   }
-  if (!MakeScratchFolder(ScratchTexturesFolder())) return;
+  if (!MakeScratchFolder(ScratchTexturesFolder())) return false;
   const std::string path = ScratchTexturesFolder() + "\\lmList.dat";
   std::string reason;
-  if (!WriteWholeFile(path, bytes, &reason)) {
-    SetGameFileError("The file " + SystemPath(path) + " could not be written: " + reason + ".");
-  }
+  if (WriteWholeFile(path, bytes, &reason)) return true;
+  SetGameFileError("The file " + SystemPath(path) + " could not be written: " + reason + ".");
+  return false;
 }
 
-void WriteLightingScripts() {
+bool WriteLightingScripts() {
   TerrainLightingLines terrainLines;
-  WriteFromTemplate(kTerrainScript,
-                    [&](std::string_view line) { return terrainLines.Replace(line); });
-  WriteFromTemplate(kObjectsScript, ObjectLightingLine);
+  bool written = WriteFromTemplate(
+      kTerrainScript, [&](std::string_view line) { return terrainLines.Replace(line); });
+  written &= WriteFromTemplate(kObjectsScript, ObjectLightingLine);
+  return written;
 }
 
 LightingScripts ReadLightingScripts() {
@@ -210,32 +211,33 @@ LightingScripts ReadLightingScripts() {
   return scripts;
 }
 
-void RestoreLightingScripts(const LightingScripts& scripts) {
+bool RestoreLightingScripts(const LightingScripts& scripts) {
+  bool written = true;
   for (const auto& [path, content] : scripts) {
-    if (content) {
-      SaveGameFileBytes(path, *content);
-    } else {
-      RemoveGameFile(path);
-    }
+    written &= content ? SaveGameFileBytes(path, *content) : RemoveGameFile(path);
   }
+  return written;
 }
 
-bool TakeMergedTile(const TileIndex& tile) {
+TileTaken TakeMergedTile(const TileIndex& tile) {
   const std::string name =
       FormatText("%s\\Tx%02ix%02i", ScratchMergedFolder().c_str(), tile.row, tile.column);
   return ConvertTgaTileToDds(name.c_str(), kMergedTileSide, kMergedTileSide, tile.row, tile.column);
 }
 
-void TakeShadowBits() {
+bool TakeShadowBits() {
   const std::string path = ScratchTexturesFolder() + "\\LightmapShadowBits.lsb";
-  if (FileExists(path)) ImportDiskFile(path, LevelFile("Textures\\LightmapShadowBits.lsb"));
+  return !FileExists(path) || ImportDiskFile(path, LevelFile("Textures\\LightmapShadowBits.lsb"));
 }
 
-void TakeObjectLightMaps() {
+bool TakeObjectLightMaps() {
   const std::string folder = ScratchObjectLightMapsFolder();
+  bool written = true;
   for (const std::string& name : ListFiles(folder, "")) {
-    ImportDiskFile(folder + "\\" + name, LevelFile(("ObjectLightMaps\\" + name).c_str()));
+    written &=
+        ImportDiskFile(folder + "\\" + name, LevelFile(("ObjectLightMaps\\" + name).c_str()));
   }
+  return written;
 }
 
 }  // namespace mw

@@ -44,26 +44,25 @@ std::string ScratchTexturesFolder();
 std::string ScratchMergedFolder();
 std::string ScratchObjectLightMapsFolder();
 // Creates the folder and its parents as far as they are missing. False when that fails.
-bool MakeScratchFolder(std::string_view path);
+[[nodiscard]] bool MakeScratchFolder(std::string_view path);
 
-// Write through the file layer or to disk; a failure is remembered as GameFileError.
+// Write through the file layer or to disk. False when not everything could be written.
 // "lmList.dat": two bytes, row and column, for each tile to trace.
-void WriteTileList();
+[[nodiscard]] bool WriteTileList();
 // "terrainLightmap.con" and "objectsLightmap.con" of the level, from the templates in the working
 // folder's "scripts", with the precision and the sun of the level.
-void WriteLightingScripts();
+[[nodiscard]] bool WriteLightingScripts();
 // Both scripts as the level has them, path and content, which is nothing for one that is not there.
 using LightingScripts =
     std::vector<std::pair<std::string, std::optional<std::vector<std::uint8_t>>>>;
 LightingScripts ReadLightingScripts();
 // Makes the level's scripts what they were when they were read.
-void RestoreLightingScripts(const LightingScripts& scripts);
-// Makes the merged tile the level's surface tile. False when it is missing or of another size; the
-// level's tile then stays as it was.
-bool TakeMergedTile(const TileIndex& tile);
+[[nodiscard]] bool RestoreLightingScripts(const LightingScripts& scripts);
+// Makes the merged tile the level's surface tile.
+[[nodiscard]] TileTaken TakeMergedTile(const TileIndex& tile);
 // "LightmapShadowBits.lsb" into the level's textures; nothing when there is none.
-void TakeShadowBits();
+[[nodiscard]] bool TakeShadowBits();
 // Every file of the scratch object light maps into the level.
-void TakeObjectLightMaps();
+[[nodiscard]] bool TakeObjectLightMaps();
 
 }  // namespace mw

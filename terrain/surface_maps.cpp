@@ -47,8 +47,10 @@ void GivePicturesTo(const SurfacePlugin& plugin,
   }
 }
 
-void NoteFailure(bool written, const std::string& path) {
+// `written` as it is, with the reason noted when it is false.
+bool IsWritten(bool written, const std::string& path) {
   if (!written) SetGameFileError("The file " + SystemPath(path) + " could not be written.");
+  return written;
 }
 
 std::string TileName(const TileIndex& tile) {
@@ -59,32 +61,34 @@ std::string TilePath(const TileIndex& tile) {
   return FormatText("%s/Textures/%s.dds", openLevel.folder.c_str(), TileName(tile).c_str());
 }
 
-void PaintTile(const SurfacePlugin& plugin, const TileIndex& tile,
+bool PaintTile(const SurfacePlugin& plugin, const TileIndex& tile,
                const std::string& shadowFolder) {
   const std::string name = TileName(tile);
   const std::uint8_t* const pixels = plugin.GenerateSurfaceMap(kTilePixels, tile.row, tile.column);
   if (!pixels) {
     SetGameFileError("The surface plug-in could not paint the tile " + name + ".");
-    return;
+    return false;
   }
   const std::span rgb(pixels, std::size_t{kTilePixels} * kTilePixels * 3);
-  SaveDDS(TilePath(tile), kTilePixels, kTilePixels, rgb, true);
+  bool written = SaveDDS(TilePath(tile), kTilePixels, kTilePixels, rgb, true);
   const std::string tga = shadowFolder + "\\" + name + ".tga";
-  NoteFailure(WriteTga(tga, kTilePixels, kTilePixels, rgb), tga);
+  written &= IsWritten(WriteTga(tga, kTilePixels, kTilePixels, rgb), tga);
+  return written;
 }
 
-void PaintTiles(const SurfacePlugin& plugin, const std::vector<TileIndex>& tiles) {
+bool PaintTiles(const SurfacePlugin& plugin, const std::vector<TileIndex>& tiles) {
   const std::string shadowFolder = ScratchTexturesFolder();
-  MakeScratchFolder(shadowFolder);
+  bool written = MakeScratchFolder(shadowFolder);
   int number = 0;
   for (const TileIndex& tile : tiles) {
     SetStatusText(1, FormatText("Generating Surface Map %i of %i...", ++number,
                                 static_cast<int>(tiles.size())));
-    PaintTile(plugin, tile, shadowFolder);
+    written &= PaintTile(plugin, tile, shadowFolder);
   }
   if (textureSet.terrainPalette.loaded) {
-    NoteFailure(WriteTerrainPalette(shadowFolder), shadowFolder + "\\terrainPalette.pal");
+    written &= IsWritten(WriteTerrainPalette(shadowFolder), shadowFolder + "\\terrainPalette.pal");
   }
+  return written;
 }
 
 void ShowNothingAssigned() {
@@ -124,11 +128,11 @@ bool GenerateSurfaceMaps(const SurfacePlugin& plugin) {
   std::array<MapwrightTextureSlot, kMaxSetTextures> slots;  // valid as long as the plug-in paints
   GivePicturesTo(plugin, slots);
   // One group for all tiles: the disk is waited for once, not at every tile.
-  WriteAsOneChange([&] { PaintTiles(plugin, tiles); });
+  const std::string failure = WriteAsOneChange([&] { return PaintTiles(plugin, tiles); });
   SetStatusText(1, "");
-  if (GameFileError().empty()) return true;
+  if (failure.empty()) return true;
   ShowArrowCursor();
-  ShowPrompt(GameFileError(), "Error", PromptButtons::Ok, PromptIcon::Stop);
+  ShowPrompt(failure, "Error", PromptButtons::Ok, PromptIcon::Stop);
   return true;
 }
 

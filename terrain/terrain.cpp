@@ -150,8 +150,8 @@ bool StoreHeightsInBuffer() {
   return true;
 }
 
-void SaveHeightmap() {
-  if (StoreHeightsInBuffer()) SaveGameFileBytes(HeightmapPath(), terrain.heightBuffer);
+bool SaveHeightmap() {
+  return StoreHeightsInBuffer() && SaveGameFileBytes(HeightmapPath(), terrain.heightBuffer);
 }
 
 float HeightAt(float x, float z) {

@@ -169,8 +169,9 @@ float AverageOfNeighbours(int i, int j);
 // Grid to height buffer: trunc(h x 256), limited to 0 ... 65535, low byte first. False when there
 // is no grid of a usable size.
 bool StoreHeightsInBuffer();
-// Writes "%s\heightmap.raw" of the level folder from the grid.
-void SaveHeightmap();
+// Writes "%s\heightmap.raw" of the level folder from the grid. False when it cannot be written, or
+// when there is no terrain of a usable size.
+[[nodiscard]] bool SaveHeightmap();
 // World height under a position in level coordinates (x mirrored against the view), of the corner
 // of its cell as it is drawn; 0 outside.
 float HeightAt(float x, float z);

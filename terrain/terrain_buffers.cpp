@@ -15,17 +15,17 @@ namespace mw {
 namespace {
 
 constexpr float kGridRaise = 0.002f;  // world units between a cell and its grid lines
-constexpr float kSteep = 0.7f;        // height part of a cell edge's unit vector
+constexpr float kSteep = 0.7f;  // from this height part of its unit vector on an edge is steep
 
 struct DrawnVertex {
   float x, y, z;
   float s, t;
   ByteColour colour;
 };
-// A vertex and its raised copy.
+// A vertex, and its copy that is raised so that grid lines do not sink into the ground.
 using VertexPair = std::array<DrawnVertex, 2>;
 
-// What the buffer was built for.
+// What the buffer was built for: when one of these changes, all of it is built anew.
 struct Shape {
   int size = 0;
   float cellSize = 0, heightScale = 0;
@@ -33,7 +33,7 @@ struct Shape {
   friend bool operator==(const Shape&, const Shape&) = default;
 };
 
-// Columns of one row that have to be written again; none when last < first.
+// The columns of one row that have to be written again. There are none when last < first.
 struct ChangedColumns {
   int first = kGridCapacity, last = -1;
 };
@@ -47,7 +47,7 @@ struct ChangedVertices {
 struct Buffers {
   unsigned name = 0;
   Shape shape;
-  std::vector<VertexPair> row;      // one row on its way into the buffer
+  std::vector<VertexPair> row;      // where a row is put together before it goes into the buffer
   std::vector<std::uint8_t> steep;  // per cell, indexed as the vertices
 };
 
@@ -65,7 +65,8 @@ std::size_t CellIndex(int i, int j) {
 
 float WorldHeight(int i, int j) { return DrawnHeight(i, j) * modConfig.HeightScale; }
 
-// 1 where the ground is level, darker with the sine of its slope, so that gentle slopes show, too.
+// The brightness of the ground: 1 where it is level, darker with the sine of its slope, so that
+// gentle slopes show, too.
 float ReliefShade(int i, int j) {
   constexpr float kDarkest = 0.35f;
   const int size = buffers.shape.size;
@@ -107,7 +108,7 @@ bool IsSteepRise(float rise) {
 }
 
 void UpdateSteepCells(int i, int first, int last) {
-  if (i == 0) return;  // no cell has its corner here or in the last column
+  if (i == 0) return;  // no cell has its corner in this row, nor in the last column
   for (int j = first; j <= std::min(last, buffers.shape.size - 1); ++j) {
     const float y = WorldHeight(i, j);
     buffers.steep[CellIndex(i, j)] =
@@ -141,7 +142,7 @@ void UpdateChangedRows() {
   }
 }
 
-// Vertices to be written again; limited to the grid.
+// Marks vertices to be written again. What lies outside the grid is left out.
 void MarkVertices(int i0, int j0, int i1, int j1) {
   i0 = std::max(i0, 0), j0 = std::max(j0, 0);
   i1 = std::min(i1, modConfig.MaterialSize), j1 = std::min(j1, modConfig.MaterialSize);
@@ -165,11 +166,11 @@ void ForgetChanges() {
 
 void MarkTerrainChanged(int i0, int j0, int i1, int j1) {
   const int size = modConfig.MaterialSize;
-  // The slopes of a relief reach to all sides.
+  // In a relief a height also changes the slopes of its neighbours on all sides.
   if (buffers.shape.colours.relief) --i0, ++j1;
-  // The next row and the column before have cells whose edges end here.
+  // Cells of the next row and of the column before have edges that end here.
   MarkVertices(i0, j0 - 1, i1 + 1, j1);
-  // So have the cells on the other side of a seam, where the heights are drawn a second time.
+  // So have cells on the other side of a seam, where the same heights are drawn a second time.
   if (i1 >= size) MarkVertices(0, j0 - 1, 1, j1);
   if (j0 <= 0) MarkVertices(i0, size - 1, i1 + 1, size);
   if (i1 >= size && j0 <= 0) MarkVertices(0, size - 1, 1, size);

@@ -13,7 +13,7 @@
 namespace mw {
 namespace {
 
-constexpr float kWaterRepeats = 10.0f;       // of its texture across the world
+constexpr float kWaterRepeats = 10.0f;       // how often its texture stands across the world
 constexpr float kWaterScrollStep = 0.0004f;  // texture units per frame
 
 bool HasRoundBrush(TerrainTool tool) {

@@ -10,23 +10,23 @@ inline constexpr float kCullMargin = -8.0f;        // world units outside the fr
 
 void SetTerrainBaseColour(int r, int g, int b, int a);  // 0 ... 255 each
 
-// Steps 1 and 2 of every mode's frame: the view square, and the camera's height in its on-terrain
-// mode.
+// Every mode's frame begins with it: sets the view square, and the camera's height in its
+// on-terrain mode.
 void UpdateViewSquare();
-// The whole pass of the Terrain Mapper: cells with brush colours and steep cells, grid, point
+// Draws the whole pass of the Terrain Mapper: cells with brush colours and steep cells, grid, point
 // markers, placed objects on request, water, brush sphere, road posts.
 void RenderTerrainMode();
-// The cells plainly, as the Object Mapper shows them: no brush, no steep colour, no markers.
+// Draws the cells plainly, as the Object Mapper shows them: no brush, no steep colour, no markers.
 void RenderPlainTerrain();
-// The animated water plane at WaterLevel; advances its scroll.
+// Draws the animated water plane at WaterLevel, and moves its texture on by one step.
 void RenderWater();
-// The same for the modes that work on the ground: what is drawn after it shows through it.
+// Draws the same water for the modes that work on the ground: what is drawn after it shows through.
 void RenderWaterOverGround();
 
-// Vertices (rows i0 ... i1, columns j0 ... j1, inclusive) whose height changed: their part of the
-// buffers is written again before the next frame. SetHeight calls it.
+// Tells that the heights of the vertices in rows i0 ... i1 and columns j0 ... j1 (inclusive)
+// changed: their part of the buffers is written again before the next frame. SetHeight calls it.
 void MarkTerrainChanged(int i0, int j0, int i1, int j1);
-// Everything changed (a grid was rebuilt).
+// Tells that every height may have changed, as after building or loading a grid.
 void MarkAllTerrainChanged();
 // Frees the GL buffers; the view's context must be current.
 void ReleaseTerrainBuffers();

@@ -9,6 +9,7 @@
 
 #include "bench/table/machine.h"
 #include "bench/table/table.h"
+#include "core/bytes.h"
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/archive_directory.h"
@@ -16,8 +17,6 @@
 
 namespace mw::bench {
 namespace {
-
-using Bytes = std::vector<std::uint8_t>;
 namespace fs = std::filesystem;
 
 constexpr int kManyMembers = 10000;

@@ -9,6 +9,8 @@
 #include "bench/table/machine.h"
 #include "bench/table/pictures.h"
 #include "bench/table/table.h"
+#include "core/bytes.h"
+#include "core/editor_state.h"
 #include "core/little_endian.h"
 #include "core/text.h"
 #include "data/archive.h"
@@ -28,8 +30,6 @@
 
 namespace mw::bench {
 namespace {
-
-using Bytes = std::vector<std::uint8_t>;
 
 // One level of a picture as the other encoder takes it.
 struct RgbaLevel {

@@ -11,6 +11,7 @@
 #include "bench/table/machine.h"
 #include "bench/table/pictures.h"
 #include "bench/table/table.h"
+#include "core/bytes.h"
 #include "core/little_endian.h"
 #include "core/text.h"
 #include "data/archive.h"
@@ -19,8 +20,6 @@
 
 namespace mw::bench {
 namespace {
-
-using Bytes = std::vector<std::uint8_t>;
 namespace fs = std::filesystem;
 
 constexpr int kTilesPerSide = 8;

@@ -7,11 +7,10 @@
 #include <vector>
 
 #include "app/shell_fixture.h"
+#include "core/bytes.h"
 #include "data/archive.h"
 
 namespace mw {
-
-using Bytes = std::vector<std::uint8_t>;
 
 class LevelTest : public ShellTest {
  protected:

@@ -59,7 +59,7 @@ class LevelSkeletonTest : public LevelArchiveTest {
 };
 
 TEST_F(LevelSkeletonTest, EachGameRuleHasItsFiles) {
-  WriteLevelScripts({.conquest = true});
+  EXPECT_TRUE(WriteLevelScripts({.conquest = true}));
   EXPECT_THAT(
       Members(),
       ElementsAre("Conquest.con", "Conquest/ControlPoints.con",
@@ -72,7 +72,7 @@ TEST_F(LevelSkeletonTest, EachGameRuleHasItsFiles) {
 
 TEST_F(LevelSkeletonTest, OnlyCaptureTheFlagHasNoControlPoints) {
   editor.levelHasWater = true;
-  WriteLevelScripts({.captureTheFlag = true});
+  EXPECT_TRUE(WriteLevelScripts({.captureTheFlag = true}));
   EXPECT_THAT(Members(),
               ElementsAre("Ctf.con", "Ctf/ObjectSpawns.con", "Ctf/ObjectSpawnTemplates.con",
                           "Ctf/SoldierSpawns.con", "Ctf/SoldierSpawnTemplates.con",
@@ -82,7 +82,7 @@ TEST_F(LevelSkeletonTest, OnlyCaptureTheFlagHasNoControlPoints) {
 }
 
 TEST_F(LevelSkeletonTest, ConquestCountsTicketsTeamDeathMatchDoesNot) {
-  WriteLevelScripts({.conquest = true, .teamDeathMatch = true});
+  EXPECT_TRUE(WriteLevelScripts({.conquest = true, .teamDeathMatch = true}));
   EXPECT_EQ(Body("Conquest.con"),
             "Game.setNumberOfTickets 1 100\nGame.setNumberOfTickets 2 100\n"
             "Game.setTicketLostPerMin 1 10\nGame.setTicketLostPerMin 2 10\n"
@@ -100,7 +100,7 @@ TEST_F(LevelSkeletonTest, ConquestCountsTicketsTeamDeathMatchDoesNot) {
 }
 
 TEST_F(LevelSkeletonTest, SinglePlayerHasAScriptForEachSideAndCoop) {
-  WriteLevelScripts({.singlePlayer = true});
+  EXPECT_TRUE(WriteLevelScripts({.singlePlayer = true}));
   EXPECT_EQ(Body("SinglePlayerAllied.con"),
             "run singleplayer/ControlPointTemplates\nrun singleplayer/SpawnpointManagerSettings\n"
             "run singleplayer/SoldierSpawnTemplates\nrun singleplayer/SoldierSpawns\n"
@@ -120,7 +120,7 @@ TEST_F(LevelSkeletonTest, SinglePlayerHasAScriptForEachSideAndCoop) {
 }
 
 TEST_F(LevelSkeletonTest, FlagsStandAQuarterOfTheLevelFromItsEdges) {
-  WriteLevelScripts({.captureTheFlag = true});
+  EXPECT_TRUE(WriteLevelScripts({.captureTheFlag = true}));
   const std::string beforeElse =
       "run Ctf/SpawnpointManagerSettings\n\nrun Ctf/SoldierSpawnTemplates\nrun Ctf/SoldierSpawns\n"
       "\nrun Ctf/ObjectSpawnTemplates\nrun Ctf/ControlPointTemplates\n\nif v_arg1 == host\n"
@@ -137,7 +137,7 @@ TEST_F(LevelSkeletonTest, FlagsStandAQuarterOfTheLevelFromItsEdges) {
 }
 
 TEST_F(LevelSkeletonTest, EachSideHasABaseAndASpawnBesideIt) {
-  WriteLevelScripts({.conquest = true});
+  EXPECT_TRUE(WriteLevelScripts({.conquest = true}));
   EXPECT_EQ(Body("Conquest/ControlPoints.con"),
             "Object.create AxisBase\nObject.absolutePosition 512.00/60.00/452.00\n\n"
             "Object.create AlliedBase\nObject.absolutePosition 512.00/60.00/572.00\n\n");
@@ -177,7 +177,7 @@ TEST_F(LevelSkeletonTest, EachSideHasABaseAndASpawnBesideIt) {
 }
 
 TEST_F(LevelSkeletonTest, TheTerrainScriptHasSizesNameAndScale) {
-  WriteLevelScripts({.conquest = true});
+  EXPECT_TRUE(WriteLevelScripts({.conquest = true}));
   EXPECT_EQ(Body("Init/Terrain.con"),
             "GeometryTemplate.create PatchTerrain patchGeometry\n"
             "GeometryTemplate.file varnhold\\levels\\Island\\Heightmap\n"
@@ -196,7 +196,7 @@ TEST_F(LevelSkeletonTest, TheTerrainScriptHasSizesNameAndScale) {
 }
 
 TEST_F(LevelSkeletonTest, TheLevelScriptHasWhatTheUserChose) {
-  WriteLevelScripts({.conquest = true});
+  EXPECT_TRUE(WriteLevelScripts({.conquest = true}));
   const std::string init = Body("Init.con");
   EXPECT_THAT(init, StartsWith("ShaderManager.setTextureParam envmap "
                                "varnhold\\levels\\Island\\Textures\\ENVMAP_G_.rcm\n"
@@ -225,7 +225,7 @@ TEST_F(LevelSkeletonTest, TheLevelScriptHasWhatTheUserChose) {
 
 TEST_F(LevelSkeletonTest, WaterHasItsCommandsAndItsShader) {
   editor.levelHasWater = true;
-  WriteLevelScripts({.conquest = true});
+  EXPECT_TRUE(WriteLevelScripts({.conquest = true}));
   EXPECT_THAT(
       Body("Init.con"),
       HasSubstr("game.assaultTeam 2\n\nwater.specularEnable 1\nwater.texLayer1 texture/water05\n"

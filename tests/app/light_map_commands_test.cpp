@@ -61,7 +61,7 @@ class LightMapCommandsTest : public LevelTest {
   }
   // What the game leaves of a merged tile: white above, blue below.
   static void WriteMergedTile(const char* name) {
-    MakeScratchFolder(ScratchMergedFolder());
+    EXPECT_TRUE(MakeScratchFolder(ScratchMergedFolder()));
     Bytes rgb(std::size_t{1024} * 1024 * 3, 255);
     for (std::size_t i = rgb.size() / 2; i < rgb.size(); ++i) rgb[i] = i % 3 == 2 ? 255 : 0;
     EXPECT_TRUE(WriteTga(Scratch(std::string("textures\\merged\\") + name), 1024, 1024, rgb));
@@ -122,7 +122,7 @@ TEST_F(LightMapCommandsTest, ACancelledRunLeavesTheLevelAsItWas) {
     command();
     EXPECT_EQ(status().back(), expected);
   };
-  MakeScratchFolder(ScratchObjectLightMapsFolder());
+  EXPECT_TRUE(MakeScratchFolder(ScratchObjectLightMapsFolder()));
   for (const std::string script : {"", "rem of my own\r\n"}) {
     if (!script.empty()) {
       ASSERT_TRUE(archives.LastWritable()->WriteMember(
@@ -180,7 +180,7 @@ TEST_F(LightMapCommandsTest, MergedTilesBecomeTheLevelsAndMissingOnesAreCounted)
 
 TEST_F(LightMapCommandsTest, ObjectLightMapsReplaceThoseOfTheLastRun) {
   textureSet.objectPalette.loaded = true;
-  MakeScratchFolder(ScratchObjectLightMapsFolder());
+  EXPECT_TRUE(MakeScratchFolder(ScratchObjectLightMapsFolder()));
   EXPECT_TRUE(WriteWholeFile(Scratch("ObjectLightMaps\\old.dds"), "old"));
   scripted::script.program = [](std::string_view) {
     return WriteWholeFile(Scratch("ObjectLightMaps\\new.dds"), "new");

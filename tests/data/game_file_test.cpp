@@ -3,6 +3,7 @@
 #include <array>
 #include <gtest/gtest.h>
 
+#include "data/game_path.h"
 #include "data/level_archive_test.h"
 #include "platform/disk.h"
 
@@ -45,7 +46,7 @@ TEST_F(GameFileTest, TextGetsACarriageReturnBeforeEachLineFeed) {
   auto file = GameFileOpen(LevelPath("a.con"), "w");
   EXPECT_EQ(GameFileWrite("a\nb\n", 1, 4, *file), 4u);
   EXPECT_EQ(GameFileTell(*file), 6u);
-  GameFileClose(std::move(file));
+  EXPECT_TRUE(GameFileClose(std::move(file)));
   EXPECT_EQ(Get("a.con"), "a\r\nb\r\n");
 
   file = GameFileOpen(LevelPath("a.con"), "r");
@@ -101,7 +102,7 @@ TEST_F(GameFileTest, WritingReplacesBytesAndShowsOnClosing) {
   GameFileSeek(*file, 2, 0);
   GameFileWrite("xy", 1, 2, *file);
   EXPECT_EQ(Get("data"), "old");
-  GameFileClose(std::move(file));
+  EXPECT_TRUE(GameFileClose(std::move(file)));
   EXPECT_EQ(Get("data"), "01xy4567abcd");
 }
 
@@ -113,7 +114,7 @@ TEST_F(GameFileTest, NeverWritesIntoAnArchiveThatIsReadOnly) {
   ASSERT_TRUE(content);
 
   EXPECT_TRUE(GameFileOpen("textures/a.dds", "rb"));
-  SaveGameFileBytes("textures/a.dds", Bytes("mine"));
+  EXPECT_TRUE(SaveGameFileBytes("textures/a.dds", Bytes("mine")));
   EXPECT_EQ(Text(*level->ReadMember("textures/a.dds")), "mine");
   EXPECT_EQ(Text(*content->ReadMember("textures/a.dds")), "content");
 }
@@ -149,9 +150,9 @@ TEST_F(GameFileTest, RemovesTheMembersOfAFolder) {
   Put("objectlightmaps/a.dds", "1");
   Put("ObjectLightmaps/b.dds", "2");
   Put("init.con", "3");
-  RemoveArchiveFolder(LevelPath("objectlightmaps"));
+  EXPECT_TRUE(RemoveArchiveFolder(LevelPath("objectlightmaps")));
   EXPECT_EQ(level->Entries().size(), 1u);
-  RemoveArchiveFolder("Mods\\mymod\\");
+  EXPECT_TRUE(RemoveArchiveFolder("Mods\\mymod\\"));
   EXPECT_EQ(Get("init.con"), "3") << "never the whole archive";
 }
 

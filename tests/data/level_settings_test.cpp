@@ -40,14 +40,14 @@ class LevelSettingsTest : public LevelArchiveTest {
   std::string OpenAndSave(std::string_view script) {
     Put("init.con", script);
     ReadLevelSettings();
-    WriteLevelSettings();
+    EXPECT_TRUE(WriteLevelSettings());
     EXPECT_EQ(GameFileError(), "");
     return Get("init.con");
   }
   // What saving makes of init.con, without opening.
   std::string Save(std::string_view script) {
     Put("init.con", script);
-    WriteLevelSettings();
+    EXPECT_TRUE(WriteLevelSettings());
     return Get("init.con");
   }
 };
@@ -109,7 +109,7 @@ constexpr std::string_view kEveryCommand =
 TEST_F(LevelSettingsTest, EveryOwnedLineComesBackInItsOwnSpelling) {
   Put("init/skyandsun.con", LowerCase(kEveryCommand));
   ReadLevelSettings();
-  WriteLevelSettings();
+  EXPECT_TRUE(WriteLevelSettings());
   EXPECT_EQ(Get("init/skyandsun.con"), kEveryCommand);
 }
 
@@ -131,7 +131,7 @@ TEST_F(LevelSettingsTest, TheSkyMeshIsReadFromTheSkyScriptOnly) {
   ReadLevelSettings();
   EXPECT_EQ(modConfig.currentSky.mesh, "dome");
   modConfig.currentSky.mesh = "night";
-  WriteLevelSettings();
+  EXPECT_TRUE(WriteLevelSettings());
   EXPECT_EQ(Get("init/terrain.con"), "GeometryTemplate.file  heightmap.raw\r\n");
   EXPECT_EQ(Get("init/skyandsun.con"), "GeometryTemplate.file night\r\n");
 }
@@ -150,7 +150,7 @@ TEST_F(LevelSettingsTest, MissingScriptsAreSkippedAndNotMade) {
   Put("init/terrain.con", "GeometryTemplate.waterLevel 20");
   ReadLevelSettings();
   EXPECT_EQ(modConfig.WaterLevel, 20.0f) << "also a last line without a line feed";
-  WriteLevelSettings();
+  EXPECT_TRUE(WriteLevelSettings());
   EXPECT_EQ(level->Entries().size(), 1u);
   EXPECT_EQ(GameFileError(), "");
 }
@@ -191,12 +191,12 @@ TEST_F(LevelSettingsTest, ATextThatWasReadCutKeepsItsLine) {
   const std::string alternative = "textureManager.alternativePath texture/winter/snow\r\n";
   Put("init/skyandsun.con", sky + water + alternative + "water.normalMap\r\n");
   ReadLevelSettings();
-  WriteLevelSettings();
+  EXPECT_TRUE(WriteLevelSettings());
   EXPECT_EQ(Get("init/skyandsun.con"), sky + water + alternative + "water.normalMap\r\n");
 
   modConfig.currentSky.mesh = "dome";
   modConfig.WaterTexLayer1 = "texture/sea";
-  WriteLevelSettings();
+  EXPECT_TRUE(WriteLevelSettings());
   EXPECT_EQ(Get("init/skyandsun.con"),
             "GeometryTemplate.file dome\r\nwater.texLayer1 texture/sea\r\n" + alternative +
                 "water.normalMap\r\n")
@@ -227,12 +227,12 @@ TEST_F(LevelSettingsTest, AnotherTeamHasItsOwnKitsAndNoOthers) {
   Put("init.con", axis + "game.setKit 1 9 x\r\n");
   ReadLevelSettings();
   modConfig.chosenTeam[0] = 2;
-  WriteLevelSettings();
+  EXPECT_TRUE(WriteLevelSettings());
   EXPECT_EQ(Get("init.con"),
             "game.setKit 1 0 DesertKit0\r\ngame.setTeamSkin 1 DesertSkin\r\ngame.setKit 1 9 x\r\n"
             "game.setKit 1 1 DesertKit1\r\ngame.setKit 1 2 DesertKit2\r\n");
   modConfig.chosenTeam[0] = 0;
-  WriteLevelSettings();
+  EXPECT_TRUE(WriteLevelSettings());
   EXPECT_NE(Get("init.con").find("game.setKit 1 3 AxisKit3\r\n"), std::string::npos)
       << "the first team's kits come back with it";
 }
@@ -251,7 +251,7 @@ TEST_F(LevelSettingsTest, WhatTheUserChangedGetsALineWhereItBelongs) {
   ReadLevelSettings();
   const std::string terrain = Get("init/terrain.con"), sky = Get("init/skyandsun.con");
   modConfig.WaterColor[1] = 127 / 255.0f;  // what a dialog makes of 0.5
-  WriteLevelSettings();
+  EXPECT_TRUE(WriteLevelSettings());
   EXPECT_EQ(Get("init.con"), "renderer.fogend 400\r\n") << "nothing was changed";
 
   Put("init.con", "rem no line end");
@@ -262,7 +262,7 @@ TEST_F(LevelSettingsTest, WhatTheUserChangedGetsALineWhereItBelongs) {
   modConfig.currentSky.mesh = "night";
   modConfig.currentSky.rotationAngle = 90;
   modConfig.MaterialSize = 512;  // not the user's to change
-  WriteLevelSettings();
+  EXPECT_TRUE(WriteLevelSettings());
   EXPECT_EQ(Get("init.con"),
             "rem no line end\r\nrenderer.fogend 300\r\n"
             "water.color 1.000000/1.000000/0.000000\r\n");
@@ -275,17 +275,17 @@ TEST_F(LevelSettingsTest, WhatTheUserChangedGetsALineWhereItBelongs) {
             "GeometryTemplate.create StandardMesh SkyBox\nGeometryTemplate.file night\r\n" +
                 sky.substr(sky.find("\n\n") + 1) + "sky.setRotAngle 90\r\n");
   const std::string before = Get("init.con");
-  WriteLevelSettings();
+  EXPECT_TRUE(WriteLevelSettings());
   EXPECT_EQ(Get("init.con"), before) << "a line is added once";
   EXPECT_TRUE(SettingsNotSaved().empty());
   Put("init/terrain.con", "rem no template\r\n");
-  WriteLevelSettings();
+  EXPECT_TRUE(WriteLevelSettings());
   EXPECT_EQ(SettingsNotSaved(), std::vector<std::string>{"GeometryTemplate.waterLevel"});
 
   Damage("init/skyandsun.con");
   ASSERT_TRUE(level->Reopen());
   modConfig.WaterAlphaDepth = 7;
-  WriteLevelSettings();
+  EXPECT_FALSE(WriteLevelSettings());
   EXPECT_EQ(Get("init.con"), before) << "the line may stand in what cannot be read";
 }
 

@@ -68,7 +68,7 @@ class EntityScriptsTest : public LevelArchiveTest {
   }
   std::map<std::string, std::string> OpenAndSave() const {
     ReadGameModeFiles();
-    WriteGameModeFiles();
+    EXPECT_TRUE(WriteGameModeFiles());
     EXPECT_EQ(GameFileError(), "");
     return AllFiles();
   }
@@ -204,7 +204,7 @@ TEST_F(EntityScriptsTest, ReadsIntoTheFieldsThatTheSheetsEdit) {
 }
 
 TEST_F(EntityScriptsTest, ALevelWithoutEntitiesGetsAllFiles) {
-  WriteGameModeFiles();
+  EXPECT_TRUE(WriteGameModeFiles());
   EXPECT_EQ(level->Entries().size(), kFolders.size() * kFiles.size());
   EXPECT_EQ(Get("tdm/spawnPointManagerSettings.con"),
             InFile("tdm", "spawnPointManagerSettings.con", ""));
@@ -429,7 +429,7 @@ TEST_F(EntityScriptsTest, WhatDoesNotFitIsReportedOnceForEachKind) {
                   "out."));
   const auto before = AllFiles();
   entities.Of(EntityKind::ControlPoint).instances.resize(1);
-  WriteGameModeFiles();
+  EXPECT_TRUE(WriteGameModeFiles());
   for (const auto& [file, text] : AllFiles()) {
     EXPECT_EQ(text != before.at(file), file.starts_with("conquest/")) << file;
   }

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-namespace mw {
+#include "core/bytes.h"
 
-using Bytes = std::vector<std::uint8_t>;
+namespace mw {
 
 struct RawEntry {
   std::string name;

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "core/bytes.h"
 #include "platform/file.h"
 
 namespace mw {
@@ -46,7 +47,6 @@ class PowerCut {
   void Restart();
 
  private:
-  using Bytes = std::vector<std::uint8_t>;
   struct Pending {
     DiskChange::Kind kind;
     std::string name, renamedTo;

@@ -141,12 +141,12 @@ class SaveDDSTest : public LevelArchiveTest {};
 
 TEST_F(SaveDDSTest, WritesTheFileIntoTheLevelArchive) {
   const ByteVector black = Uniform(128, 128, 0, 0, 0);
-  SaveDDS(LevelPath("Menu/thumbnail.dds"), 128, 128, black, false);
+  EXPECT_TRUE(SaveDDS(LevelPath("Menu/thumbnail.dds"), 128, 128, black, false));
   EXPECT_EQ(Get("Menu/thumbnail.dds"), Text(EncodeDds(128, 128, black, false)));
-  SaveDDS(LevelPath("none.dds"), 128, 128, {}, false);
+  EXPECT_TRUE(SaveDDS(LevelPath("none.dds"), 128, 128, {}, false));
   EXPECT_EQ(Get("none.dds"), "") << "opened, and nothing written";
   ClearGameFileError();
-  SaveDDS(LevelPath("Menu/thumbnail.dds"), 100, 128, black, false);
+  EXPECT_FALSE(SaveDDS(LevelPath("Menu/thumbnail.dds"), 100, 128, black, false));
   EXPECT_EQ(Get("Menu/thumbnail.dds"), Text(EncodeDds(128, 128, black, false))) << "the old one";
   EXPECT_FALSE(GameFileError().empty());
 }

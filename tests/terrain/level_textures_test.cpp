@@ -98,7 +98,7 @@ TEST_F(LevelTexturesTest, ALevelKeepsItsTexturesUntilASetIsChosenForIt) {
   textureSet.detail = TwoColours(64);
   levelTextures.textureSetChosen = true;  // for the level before
   LoadLevelTextures(LevelTextureLoad::Opening);
-  WriteTextureSetToLevel();
+  EXPECT_TRUE(WriteTextureSetToLevel());
   EXPECT_EQ(Get("Textures/detail.dds"), "its own");
   EXPECT_EQ(Get("Textures/ENVMAP_G_.rcm"), "(none)");
 }
@@ -106,7 +106,7 @@ TEST_F(LevelTexturesTest, ALevelKeepsItsTexturesUntilASetIsChosenForIt) {
 TEST_F(LevelTexturesTest, TextureSetGoesIntoTheLevelUprightAndInTheGamesSizes) {
   textureSet.detail = TwoColours(64);
   textureSet.environment[1] = TwoColours(128);
-  WriteTextureSetToLevel();
+  EXPECT_TRUE(WriteTextureSetToLevel());
 
   const ByteVector detail = Decoded("Textures/detail.dds", 512);
   ASSERT_FALSE(detail.empty());
@@ -121,14 +121,14 @@ TEST_F(LevelTexturesTest, TextureSetGoesIntoTheLevelUprightAndInTheGamesSizes) {
 
 TEST_F(LevelTexturesTest, ChangedPictureIsEncodedAgain) {
   textureSet.detail = TwoColours(64);
-  WriteTextureSetToLevel();
+  EXPECT_TRUE(WriteTextureSetToLevel());
   std::ranges::fill(textureSet.detail.rgb, 0);
-  WriteTextureSetToLevel();
+  EXPECT_TRUE(WriteTextureSetToLevel());
   EXPECT_EQ(Decoded("Textures/detail.dds", 512)[0], 0);
 }
 
 TEST_F(LevelTexturesTest, CubeMapDescriptionNamesItsSixFaces) {
-  WriteTextureSetToLevel();
+  EXPECT_TRUE(WriteTextureSetToLevel());
   EXPECT_EQ(Get("Textures/ENVMAP_G_.rcm"),
             "[CubeMap]\r\n"
             "PositiveX = mymod\\levels\\Island\\Textures\\env_Island_04.dds\r\n"
@@ -148,11 +148,12 @@ TEST_F(LevelTexturesTest, MergedTileComesBackFromItsTga) {
     }
   }
   ASSERT_TRUE(WriteTga("Tx01x02.tga", 8, 8, rgb));
-  EXPECT_TRUE(ConvertTgaTileToDds("Tx01x02", 8, 8, 1, 2));
+  EXPECT_EQ(ConvertTgaTileToDds("Tx01x02", 8, 8, 1, 2), TileTaken::Yes);
   EXPECT_EQ(Get("Textures/Tx01x02.dds"), Text(EncodeDds(8, 8, rgb, true)));
 
-  EXPECT_FALSE(ConvertTgaTileToDds("missing", 8, 8, 1, 3));
-  EXPECT_FALSE(ConvertTgaTileToDds("Tx01x02", 16, 8, 1, 3)) << "the file is smaller";
+  EXPECT_EQ(ConvertTgaTileToDds("missing", 8, 8, 1, 3), TileTaken::Missing);
+  EXPECT_EQ(ConvertTgaTileToDds("Tx01x02", 16, 8, 1, 3), TileTaken::Missing)
+      << "the file is smaller";
   EXPECT_EQ(Get("Textures/Tx01x03.dds"), "(none)");
 }
 

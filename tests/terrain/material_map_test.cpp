@@ -48,7 +48,7 @@ TEST_F(MaterialMapTest, SavingWithoutAnEditGivesTheSameFileWithItsUnknownMateria
   const std::string file = DistinctMap();
   Put("materialmap.raw", file);
   LoadMaterialMap();
-  SaveMaterialMap();
+  EXPECT_TRUE(SaveMaterialMap());
   EXPECT_TRUE(Get("materialmap.raw") == file);
 }
 
@@ -83,7 +83,7 @@ TEST_F(MaterialMapTest, ASetCellIsSavedInItsPlace) {
   SetMaterial(8, 0, kGridCapacity);
   SetMaterial(0x80000003u, 255, 0);  // as a plug-in may leave it: the low byte of 2^31 - 3
   SetMaterial(static_cast<std::uint32_t>(-2), 254, 0);
-  SaveMaterialMap();
+  EXPECT_TRUE(SaveMaterialMap());
   std::string expected(256 * 256, '\0');
   expected[256] = 15;
   expected[1] = '\xFD';
@@ -95,7 +95,7 @@ TEST_F(MaterialMapTest, AnImpossibleSizeIsNeitherReadNorWritten) {
   for (const int size : {0, -256, 2048}) {
     modConfig.MaterialSize = size;
     LoadMaterialMap();
-    SaveMaterialMap();
+    EXPECT_FALSE(SaveMaterialMap());
     EXPECT_EQ(Get("materialmap.raw"), "(none)") << size;
   }
 }

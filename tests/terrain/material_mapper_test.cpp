@@ -156,7 +156,7 @@ TEST_F(MaterialFillTest, FillReachesEveryByteOfTheFileAndNoCellBeside) {
   FillWithMaterial();
   EXPECT_FALSE(editor.levelModified) << "the question was declined";
   FillWithMaterial();
-  SaveMaterialMap();
+  EXPECT_TRUE(SaveMaterialMap());
   EXPECT_TRUE(Get("materialmap.raw") == std::string(256 * 256, '\6'));
   EXPECT_TRUE(editor.levelModified);
   EXPECT_EQ(materialMapper->grid[0][0], 0u);

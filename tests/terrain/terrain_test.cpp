@@ -78,7 +78,7 @@ TEST_F(TerrainTest, SavingWithoutAnEditGivesTheSameFile) {
   Put("heightmap.raw", file);
   LoadHeightBuffer();
   LoadHeightsFromBuffer();
-  SaveHeightmap();
+  EXPECT_TRUE(SaveHeightmap());
   EXPECT_TRUE(Get("heightmap.raw") == file);
 }
 
@@ -86,7 +86,7 @@ TEST_F(TerrainTest, HeightsBeyondTheFileFormatAreLimitedWhenSaved) {
   Height(256, 0) = 256;
   Height(255, 0) = -7;
   Height(254, 0) = 1e20f;
-  SaveHeightmap();
+  EXPECT_TRUE(SaveHeightmap());
   EXPECT_EQ(Get("heightmap.raw").substr(0, 8), std::string("\xFF\xFF\0\0\xFF\xFF\0\x7F", 8));
 }
 
