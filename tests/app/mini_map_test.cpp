@@ -6,7 +6,7 @@
 
 #include "app/frame.h"
 #include "app/shell_fixture.h"
-#include "support/gl_context.h"
+#include "bench/plain/gl_context.h"
 
 namespace mw {
 namespace {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "bench/plain/gl_context.h"
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/mod_config.h"
@@ -14,7 +15,6 @@
 #include "objects/mesh_bytes.h"
 #include "objects/object_store.h"
 #include "support/dds_file.h"
-#include "support/gl_context.h"
 #include "support/sandbox.h"
 
 namespace mw {

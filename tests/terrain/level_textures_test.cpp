@@ -5,13 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "bench/plain/gl_context.h"
 #include "data/dds.h"
 #include "data/image.h"
 #include "data/level_archive_test.h"
 #include "data/textures.h"
 #include "platform/disk.h"
 #include "support/dds_file.h"
-#include "support/gl_context.h"
 #include "terrain/dds_writer.h"
 #include "terrain/terrain.h"
 
