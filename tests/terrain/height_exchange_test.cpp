@@ -1,6 +1,7 @@
 #include "terrain/height_exchange.h"
 
 #include "core/mini_map_picture.h"
+#include "data/load_report.h"
 #include "support/archive_bytes.h"
 #include "support/test.h"
 #include "terrain/terrain.h"
@@ -126,6 +127,7 @@ TEST_F(HeightExchangeTest, SixteenBitsComeBackAsTheyWere) {
   const float first = Height(256, 0), last = Height(1, 255);
   const Bytes file = Export(SampleBits::Sixteen);
   InitGrid();
+  NoteDamagedPart(LevelPart::HeightMap, "cut off");
   int repaints = 0;
   hooks.invalidateMiniMap = [&] { ++repaints; };
   Import(SampleBits::Sixteen, file);
@@ -134,6 +136,8 @@ TEST_F(HeightExchangeTest, SixteenBitsComeBackAsTheyWere) {
   EXPECT_NEAR(Height(1, 255), last, 1.0 / 256);
   EXPECT_EQ(Export(SampleBits::Sixteen), file);
   EXPECT_TRUE(editor.levelModified);
+  EXPECT_TRUE(MayWrite(LevelPart::HeightMap)) << "the damaged one is replaced";
+  ClearLoadReport();
   EXPECT_EQ(repaints, 1);
   EXPECT_EQ(miniMapPicture.grey[(128 - 10) * kMiniMapSize + 128 - 100],
             static_cast<int>(Height(200, 21)));

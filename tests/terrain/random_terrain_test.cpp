@@ -5,6 +5,7 @@
 
 #include "core/game_random.h"
 #include "core/mini_map_picture.h"
+#include "data/load_report.h"
 #include "support/test.h"
 #include "terrain/material_map.h"
 #include "terrain/terrain.h"
@@ -191,6 +192,8 @@ TEST_F(RandomTerrainTest, TheCommandWarnsAsksAndGenerates) {
     ++seatings;
     EXPECT_FALSE(IsFlat()) << "seated on the new ground";
   };
+  NoteDamagedPart(LevelPart::HeightMap, "cut off");
+  NoteDamagedPart(LevelPart::MaterialMap, "cut off");
   scripted::script.answers = {PromptAnswer::Ok};
   EXPECT_TRUE(RandomTerrain(true, [] { return RandomTerrainParameters{}; }));
   ExpectPrompts({{"This will replace any existing terrain.", "WARNING", PromptButtons::OkCancel,
@@ -200,6 +203,9 @@ TEST_F(RandomTerrainTest, TheCommandWarnsAsksAndGenerates) {
   EXPECT_EQ(scripted::script.waitCursorCount, 1);
   EXPECT_EQ(repaints, 1);
   EXPECT_EQ(seatings, 1);
+  EXPECT_TRUE(MayWrite(LevelPart::HeightMap) && MayWrite(LevelPart::MaterialMap))
+      << "what was damaged is replaced";
+  ClearLoadReport();
   EXPECT_TRUE(RandomTerrain(false, [] { return RandomTerrainParameters{}; }));
   ExpectPrompts({});  // of a new level nothing is lost
 }

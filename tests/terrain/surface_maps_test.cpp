@@ -162,6 +162,11 @@ TEST_F(SurfaceMapsTest, ATileThatThePluginCannotPaintStaysAsItWasAndIsTold) {
   EXPECT_TRUE(GenerateSurfaceMaps(kFakePlugin));
   EXPECT_EQ(Get("Textures/Tx00x00.dds"), "old");
   EXPECT_NE(Get("Textures/Tx01x00.dds"), "(none)");
+  scripted::script.answers = {PromptAnswer::Cancel};
+  GenerateSurfaceMaps(kFakePlugin);
+  EXPECT_EQ(scripted::script.prompts.back().text,
+            "This will replace 2 surface maps of the level, with the shadows merged into them.");
+  scripted::script.prompts.pop_back();
   ASSERT_EQ(scripted::script.prompts.size(), 3u);
   EXPECT_EQ(scripted::script.prompts[2].text,
             "The surface plug-in could not paint the tile Tx00x00.");
