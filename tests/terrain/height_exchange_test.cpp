@@ -127,6 +127,7 @@ TEST_F(HeightExchangeTest, SixteenBitsComeBackAsTheyWere) {
   const float first = Height(256, 0), last = Height(1, 255);
   const Bytes file = Export(SampleBits::Sixteen);
   InitGrid();
+  BeginLoadReport();
   NoteDamagedPart(LevelPart::HeightMap, "cut off");
   int repaints = 0;
   hooks.invalidateMiniMap = [&] { ++repaints; };

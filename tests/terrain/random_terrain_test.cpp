@@ -192,6 +192,7 @@ TEST_F(RandomTerrainTest, TheCommandWarnsAsksAndGenerates) {
     ++seatings;
     EXPECT_FALSE(IsFlat()) << "seated on the new ground";
   };
+  BeginLoadReport();
   NoteDamagedPart(LevelPart::HeightMap, "cut off");
   NoteDamagedPart(LevelPart::MaterialMap, "cut off");
   scripted::script.answers = {PromptAnswer::Ok};
