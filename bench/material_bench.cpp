@@ -4,11 +4,11 @@
 #include <benchmark/benchmark.h>
 #include <cstdint>
 
+#include "bench/plain/gl_context.h"
+#include "bench/plain/plain_material.h"
+#include "bench/plain/terrain_scene.h"
 #include "compare.h"
 #include "core/editor_state.h"
-#include "support/gl_context.h"
-#include "support/plain_material.h"
-#include "support/terrain_scene.h"
 #include "terrain/material_map.h"
 #include "terrain/material_mapper.h"
 #include "terrain/terrain_render.h"

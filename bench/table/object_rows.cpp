@@ -4,14 +4,14 @@
 #include <string>
 #include <vector>
 
+#include "bench/plain/gl_context.h"
+#include "bench/plain/object_scene.h"
+#include "bench/plain/terrain_scene.h"
 #include "bench/table/table.h"
 #include "core/camera.h"
 #include "data/mod_config.h"
 #include "objects/object_hover.h"
 #include "objects/object_render.h"
-#include "support/gl_context.h"
-#include "support/object_scene.h"
-#include "support/terrain_scene.h"
 
 namespace mw::bench {
 namespace {

@@ -5,13 +5,13 @@
 #include <cstdlib>
 #include <string>
 
+#include "bench/plain/gl_context.h"
+#include "bench/plain/plain_terrain.h"
+#include "bench/plain/terrain_scene.h"
 #include "bench/table/table.h"
 #include "core/camera.h"
 #include "core/editor_state.h"
 #include "data/mod_config.h"
-#include "support/gl_context.h"
-#include "support/plain_terrain.h"
-#include "support/terrain_scene.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_render.h"
 #include "terrain/terrain_tools.h"

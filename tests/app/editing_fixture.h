@@ -9,7 +9,7 @@
 #include "app/modes.h"
 #include "app/shell_fixture.h"
 #include "objects/level_tree.h"
-#include "support/gl_context.h"
+#include "bench/plain/gl_context.h"
 #include "terrain/terrain_render.h"
 #include "terrain/world_point.h"
 

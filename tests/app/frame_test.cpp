@@ -6,8 +6,8 @@
 
 #include "app/shell_fixture.h"
 #include "app/status_reading.h"
+#include "bench/plain/gl_context.h"
 #include "core/camera.h"
-#include "support/gl_context.h"
 #include "terrain/terrain.h"
 
 namespace mw {

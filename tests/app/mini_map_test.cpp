@@ -7,7 +7,7 @@
 #include "app/frame.h"
 #include "app/session.h"
 #include "app/shell_fixture.h"
-#include "support/gl_context.h"
+#include "bench/plain/gl_context.h"
 #include "terrain/terrain.h"
 
 namespace mw {

@@ -5,9 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "bench/plain/gl_context.h"
 #include "data/level_archive_test.h"
 #include "support/dds_file.h"
-#include "support/gl_context.h"
 
 namespace mw {
 namespace {

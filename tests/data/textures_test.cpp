@@ -5,9 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "bench/plain/gl_context.h"
 #include "platform/disk.h"
 #include "support/bmp_file.h"
-#include "support/gl_context.h"
 #include "support/sandbox.h"
 
 namespace mw {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "bench/plain/gl_context.h"
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/data_state.h"
@@ -16,7 +17,6 @@
 #include "objects/object_store.h"
 #include "objects/objects_state.h"
 #include "support/dds_file.h"
-#include "support/gl_context.h"
 #include "support/sandbox.h"
 
 namespace mw {

@@ -8,15 +8,15 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 
+#include "bench/plain/gl_context.h"
+#include "bench/plain/object_scene.h"
+#include "bench/plain/terrain_scene.h"
 #include "data/mod_config.h"
 #include "objects/entities.h"
 #include "objects/object_render.h"
 #include "objects/object_store.h"
 #include "objects/objects_state.h"
-#include "support/gl_context.h"
-#include "support/object_scene.h"
 #include "support/sandbox.h"
-#include "support/terrain_scene.h"
 #include "terrain/terrain.h"
 
 namespace mw {

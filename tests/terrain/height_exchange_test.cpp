@@ -4,9 +4,11 @@
 
 #include "core/editor_state.h"
 #include "core/hooks.h"
+#include "data/load_report.h"
 #include "data/mod_config.h"
 #include "support/archive_bytes.h"
 #include "support/sandbox.h"
+#include "support/test.h"
 #include "terrain/mini_map_picture.h"
 #include "terrain/terrain.h"
 
@@ -58,49 +60,51 @@ class HeightExchangeTest : public SandboxTest {
   std::vector<std::string> titles;
 };
 
-TEST_F(HeightExchangeTest, ExportAsksThenReportsWhatItWrote) {
-  EXPECT_EQ(Export(SampleBits::Sixteen).size(), kSamples * 2);
-  EXPECT_EQ(titles, std::vector<std::string>{"Select Export Bits"});
-  ASSERT_EQ(scripted::script.prompts.size(), 2u);
-  const scripted::Prompt &question = scripted::script.prompts[0],
-                         &report = scripted::script.prompts[1];
-  EXPECT_EQ(question.text,
-            "This will overwrite your existing heightmap.raw file\nin your Mapwright directory.\n\n"
-            "Do you wish to proceed?");
-  EXPECT_EQ(question.caption, "Export Heightmap");
-  EXPECT_EQ(question.buttons, PromptButtons::YesNo);
-  EXPECT_EQ(report.text,
-            "The heightmap was saved as 'heightmap.raw' in the\nMapwright directory as a 256x256, "
-            "16 bit file.");
-  EXPECT_EQ(report.caption, "Export Heightmap Complete");
-  EXPECT_EQ(report.icon, PromptIcon::Information);
-  EXPECT_EQ(scripted::script.waitCursorCount, 1);
-  EXPECT_FALSE(editor.levelModified);
+const scripted::Prompt kQuestion{
+    "This will overwrite your existing heightmap.raw file\nin your Mapwright directory.\n\n"
+    "Do you wish to proceed?",
+    "Export Heightmap", PromptButtons::YesNo, PromptIcon::None};
+
+scripted::Prompt Problem(const char* text) {
+  return {text, "Import Heightmap Problem", PromptButtons::Ok, PromptIcon::Exclamation};
 }
 
-TEST_F(HeightExchangeTest, SamplesAreWrittenInTheLevelsOrderAtEachDepth) {
+TEST_F(HeightExchangeTest, SamplesAreWrittenInTheLevelsOrderAtEachDepthAndTold) {
   Height(256, 0) = 1.5f;    // first sample
   Height(255, 0) = 127.9f;  // second
   Height(256, 1) = 256;     // first of the second row
   Height(1, 255) = -2;      // last
-  const Bytes sixteen = Export(SampleBits::Sixteen);
-  EXPECT_EQ(sixteen[0], 0x80) << "low byte first";
-  EXPECT_EQ(sixteen[1], 1);
-  EXPECT_EQ(sixteen[3], 127);
-  EXPECT_EQ(sixteen[kSide * 2], 0xFF);
-  EXPECT_EQ(sixteen[kSide * 2 + 1], 0xFF);
-  EXPECT_EQ(sixteen.back(), 0);
-
-  const Bytes eight = Export(SampleBits::Eight);
-  ASSERT_EQ(eight.size(), kSamples);
-  EXPECT_EQ(eight[0], 1);
-  EXPECT_EQ(eight[1], 127);
-  EXPECT_EQ(eight[kSide], 255);
-  EXPECT_EQ(eight.back(), 0);
-
-  const Bytes twentyFour = Export(SampleBits::TwentyFour);
-  ASSERT_EQ(twentyFour.size(), kSamples * 3);
-  EXPECT_EQ(Bytes(twentyFour.begin(), twentyFour.begin() + 6), (Bytes{1, 1, 1, 127, 127, 127}));
+  const struct {
+    SampleBits bits;
+    const char* name;
+    Bytes first, second, secondRow, last;
+  } depths[] = {
+      {SampleBits::Eight, "8", {1}, {127}, {255}, {0}},
+      {SampleBits::Sixteen, "16", {0x80, 1}, {0xE6, 127}, {0xFF, 0xFF}, {0, 0}},
+      {SampleBits::TwentyFour, "24", {1, 1, 1}, {127, 127, 127}, {255, 255, 255}, {0, 0, 0}}};
+  for (const auto& depth : depths) {
+    SCOPED_TRACE(depth.name);
+    scripted::script.waitCursorCount = 0;
+    const Bytes file = Export(depth.bits);
+    const std::size_t width = depth.first.size();
+    ASSERT_EQ(file.size(), kSamples * width);
+    const auto sample = [&](std::size_t at) {
+      return Bytes(&file[at * width], &file[at * width] + width);
+    };
+    EXPECT_EQ(sample(0), depth.first);
+    EXPECT_EQ(sample(1), depth.second);
+    EXPECT_EQ(sample(kSide), depth.secondRow);
+    EXPECT_EQ(sample(kSamples - 1), depth.last);
+    const std::string report =
+        "The heightmap was saved as 'heightmap.raw' in the\nMapwright directory as a 256x256, " +
+        std::string(depth.name) + " bit file.";
+    ExpectPrompts(
+        {kQuestion,
+         {report, "Export Heightmap Complete", PromptButtons::Ok, PromptIcon::Information}});
+    EXPECT_EQ(titles.back(), "Select Export Bits");
+    EXPECT_EQ(scripted::script.waitCursorCount, 1);
+  }
+  EXPECT_FALSE(editor.levelModified);
 }
 
 TEST_F(HeightExchangeTest, WhoSaysNoOrCancelsExportsNothing) {
@@ -129,6 +133,8 @@ TEST_F(HeightExchangeTest, SixteenBitsComeBackAsTheyWere) {
   const float first = Height(256, 0), last = Height(1, 255);
   const Bytes file = Export(SampleBits::Sixteen);
   InitGrid();
+  BeginLoadReport();
+  NoteDamagedPart(LevelPart::HeightMap, "cut off");
   int repaints = 0;
   hooks.invalidateMiniMap = [&] { ++repaints; };
   Import(SampleBits::Sixteen, file);
@@ -137,65 +143,54 @@ TEST_F(HeightExchangeTest, SixteenBitsComeBackAsTheyWere) {
   EXPECT_NEAR(Height(1, 255), last, 1.0 / 256);
   EXPECT_EQ(Export(SampleBits::Sixteen), file);
   EXPECT_TRUE(editor.levelModified);
+  EXPECT_TRUE(MayWrite(LevelPart::HeightMap)) << "the damaged one is replaced";
+  ClearLoadReport();
   EXPECT_EQ(repaints, 1);
   EXPECT_EQ(terrain.miniMap.grey[(128 - 10) * kMiniMapSize + 128 - 100],
             static_cast<int>(Height(200, 21)));
 }
 
-TEST_F(HeightExchangeTest, EightBitsAreWholeHeightUnits) {
-  Bytes file(kSamples, 90);
-  file[1] = 255;
-  Import(SampleBits::Eight, file);
-  EXPECT_EQ(Height(256, 0), 90);
-  EXPECT_EQ(Height(255, 0), 255);
-  EXPECT_EQ(Height(1, 255), 90);
-  EXPECT_EQ(Height(0, 0), 127) << "row 0 carries no data";
+TEST_F(HeightExchangeTest, TheShorterAndTheLongerDepthAreWholeHeightUnitsOfTheirFirstByte) {
+  for (const auto& [bits, width] :
+       {std::pair{SampleBits::Eight, 1}, std::pair{SampleBits::TwentyFour, 3}}) {
+    InitGrid();
+    const auto step = static_cast<std::size_t>(width);
+    Bytes file(kSamples * step, 7);
+    for (std::size_t at = 0; at < file.size(); at += step) file[at] = 90;
+    file[step] = 255;
+    Import(bits, file);
+    EXPECT_EQ(Height(256, 0), 90);
+    EXPECT_EQ(Height(255, 0), 255);
+    EXPECT_EQ(Height(1, 255), 90);
+    EXPECT_EQ(Height(0, 0), 127) << "row 0 carries no data";
+  }
 }
 
-TEST_F(HeightExchangeTest, OfTwentyFourBitsTheFirstByteCounts) {
-  Bytes file(kSamples * 3, 50);
-  file[3] = 10, file[4] = 20, file[5] = 30;
-  Import(SampleBits::TwentyFour, file);
-  EXPECT_EQ(Height(256, 0), 50);
-  EXPECT_EQ(Height(255, 0), 10);
-}
-
-TEST_F(HeightExchangeTest, AFileOfAnotherSizeIsRefused) {
-  for (const std::size_t size :
-       {std::size_t{0}, kSamples * 2 - 1, kSamples * 2 + 1, kSamples * 8}) {
+TEST_F(HeightExchangeTest, AFileOfAnotherSizeIsRefusedHoweverLargeItIs) {
+  WriteBytes(File(), {});
+  for (const std::uintmax_t size :
+       {std::uintmax_t{0}, std::uintmax_t{kSamples * 2 - 1}, std::uintmax_t{kSamples * 2 + 1},
+        std::uintmax_t{kSamples * 8}, std::uintmax_t{1} << 40}) {
+    std::filesystem::resize_file(File(), size);
     scripted::script.answers = {PromptAnswer::Ok};
-    Import(SampleBits::Sixteen, Bytes(size, 3));
-    const scripted::Prompt& problem = scripted::script.prompts.back();
-    EXPECT_EQ(problem.text,
-              "There was a problem loading this heightmap!  Please make sure\nthat the RAW file "
-              "dimensions match with dimensions of the map.\nAlso make sure that the RAW file you "
-              "are trying to load is in the\nsame bit format that you are selecting for "
-              "import.\n\nPlease try again.\n");
-    EXPECT_EQ(problem.caption, "Import Heightmap Problem");
-    EXPECT_EQ(problem.icon, PromptIcon::Exclamation);
+    ImportHeightmap(Choose(SampleBits::Sixteen));
+    ExpectPrompts({Problem(
+        "There was a problem loading this heightmap!  Please make sure\nthat the RAW file "
+        "dimensions match with dimensions of the map.\nAlso make sure that the RAW file you "
+        "are trying to load is in the\nsame bit format that you are selecting for "
+        "import.\n\nPlease try again.\n")});
     ExpectNothingImported();
   }
 }
 
-TEST_F(HeightExchangeTest, AFileOfAnySizeIsRefusedWithoutReadingIt) {
-  WriteBytes(File(), {});
-  std::filesystem::resize_file(File(), std::uintmax_t{1} << 40);
-  scripted::script.answers = {PromptAnswer::Ok};
-  ImportHeightmap(Choose(SampleBits::Eight));
-  ExpectNothingImported();
-}
-
 TEST_F(HeightExchangeTest, AMissingFileIsTold) {
+  const scripted::Prompt missing =
+      Problem("No heightmap.raw was found in the Mapwright directory for import.");
   scripted::script.answers.assign(2, PromptAnswer::Ok);
   ImportHeightmap(Choose(SampleBits::Eight));
   std::filesystem::create_directory(File());
   ImportHeightmap(Choose(SampleBits::Eight));
-  ASSERT_EQ(scripted::script.prompts.size(), 2u);
-  for (const scripted::Prompt& prompt : scripted::script.prompts) {
-    EXPECT_EQ(prompt.text, "No heightmap.raw was found in the Mapwright directory for import.");
-    EXPECT_EQ(prompt.caption, "Import Heightmap Problem");
-    EXPECT_EQ(prompt.icon, PromptIcon::Exclamation);
-  }
+  ExpectPrompts({missing, missing});
   ExpectNothingImported();
 }
 

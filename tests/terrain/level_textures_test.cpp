@@ -5,13 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "bench/plain/gl_context.h"
 #include "data/dds.h"
 #include "data/image.h"
 #include "data/level_archive_test.h"
 #include "data/textures.h"
 #include "platform/disk.h"
 #include "support/dds_file.h"
-#include "support/gl_context.h"
 #include "terrain/dds_writer.h"
 #include "terrain/terrain.h"
 
@@ -88,7 +88,11 @@ TEST_F(LevelTexturesTest, ReloadingLeavesTheAssignmentsToTheUser) {
   Put("heightmap.raw", "");
   PutTile("textures/Tx03x04.dds");
   levelTextures.SurfaceAssigned[5][5] = true;
+  BeginLoadReport();
   LoadLevelTextures(LevelTextureLoad::Reloading);
+  ASSERT_FALSE(loadReport.lines.empty());
+  EXPECT_EQ(loadReport.lines.back(), "The level has no detail texture (textures/detail.dds).");
+  ClearLoadReport();
   EXPECT_FALSE(levelTextures.SurfaceAssigned[3][4]) << "un-assigned, its file is still there";
   EXPECT_TRUE(levelTextures.SurfaceAssigned[5][5]) << "still to be generated";
 }

@@ -8,6 +8,7 @@
 #include "data/level_archive_test.h"
 #include "data/textures.h"
 #include "platform/disk.h"
+#include "support/prompts.h"
 #include "terrain/dds_writer.h"
 #include "terrain/level_textures.h"
 #include "terrain/material_map.h"
@@ -130,13 +131,11 @@ TEST_F(SurfaceMapsTest, APaintedTileIsInTheLevelAndInTheScratchFolder) {
 TEST_F(SurfaceMapsTest, WithoutATileNothingIsAskedOfThePlugin) {
   scripted::script.answers = {PromptAnswer::Ok};
   GenerateSurfaceMaps(kFakePlugin);
-  ASSERT_EQ(scripted::script.prompts.size(), 1u);
-  EXPECT_EQ(scripted::script.prompts[0].text,
-            "ERROR: There are no surface assigments specified.\n"
-            "Please activate the 'Surface Map Assignements' dialog and assign some\n"
-            "surface areas to generate.");
-  EXPECT_EQ(scripted::script.prompts[0].caption, "Surface Mapper Error");
-  EXPECT_EQ(scripted::script.prompts[0].icon, PromptIcon::Stop);
+  ExpectPrompts(
+      {{"ERROR: There are no surface assigments specified.\n"
+        "Please activate the 'Surface Map Assignements' dialog and assign some\n"
+        "surface areas to generate.",
+        "Surface Mapper Error", PromptButtons::Ok, PromptIcon::Stop}});
   EXPECT_TRUE(fake.level.empty());
 }
 
@@ -163,6 +162,11 @@ TEST_F(SurfaceMapsTest, ATileThatThePluginCannotPaintStaysAsItWasAndIsTold) {
   EXPECT_TRUE(GenerateSurfaceMaps(kFakePlugin));
   EXPECT_EQ(Get("Textures/Tx00x00.dds"), "old");
   EXPECT_NE(Get("Textures/Tx01x00.dds"), "(none)");
+  scripted::script.answers = {PromptAnswer::Cancel};
+  GenerateSurfaceMaps(kFakePlugin);
+  EXPECT_EQ(scripted::script.prompts.back().text,
+            "This will replace 2 surface maps of the level, with the shadows merged into them.");
+  scripted::script.prompts.pop_back();
   ASSERT_EQ(scripted::script.prompts.size(), 3u);
   EXPECT_EQ(scripted::script.prompts[2].text,
             "The surface plug-in could not paint the tile Tx00x00.");

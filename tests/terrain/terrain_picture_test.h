@@ -2,15 +2,12 @@
 // by cell.
 #pragma once
 
-#include <cstdlib>
-#include <gtest/gtest.h>
-
+#include "bench/plain/plain_terrain.h"
+#include "bench/plain/terrain_scene.h"
 #include "core/editor_state.h"
 #include "data/mod_config.h"
-#include "support/gl_context.h"
-#include "support/plain_terrain.h"
+#include "support/pictures.h"
 #include "support/sandbox.h"
-#include "support/terrain_scene.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_render.h"
 
@@ -19,9 +16,6 @@ namespace mw {
 class TerrainPictureTest : public SandboxTest {
  protected:
   static constexpr int kWidth = 400, kHeight = 260;
-  // Lines end a pixel earlier or later when drawn from their other end.
-  static constexpr std::size_t kFewPixels = kWidth * kHeight / 1000;
-  static constexpr int kShades = 3;  // of 255
 
   static constexpr SceneCamera kFly{1000, 140, 1000, -25, 180}, kLow{1200, 95, 900, -8, 30},
       kTopDown{1010, 255, 1010, -90, 180}, kFirstCorner{30, 120, 20, -30, 200},
@@ -62,17 +56,7 @@ class TerrainPictureTest : public SandboxTest {
   }
   static void ExpectSamePicture(const SceneCamera& from) {
     const DrawnPicture frame = Frame(from);
-    EXPECT_LE(DifferentPixels(frame, PlainFrame(from), kShades), kFewPixels);
-  }
-
-  static std::size_t CountColour(const DrawnPicture& picture, int red, int green, int blue) {
-    std::size_t count = 0;
-    for (std::size_t at = 0; at < picture.rgb.size(); at += 3) {
-      count += std::abs(picture.rgb[at] - red) <= kShades &&
-               std::abs(picture.rgb[at + 1] - green) <= kShades &&
-               std::abs(picture.rgb[at + 2] - blue) <= kShades;
-    }
-    return count;
+    ExpectSimilar(frame, PlainFrame(from));
   }
 };
 

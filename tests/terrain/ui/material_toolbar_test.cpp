@@ -5,8 +5,8 @@
 #include <gmock/gmock.h>
 #include <memory>
 
+#include "bench/plain/terrain_scene.h"
 #include "support/sandbox.h"
-#include "support/terrain_scene.h"
 #include "terrain/material_map.h"
 #include "terrain/material_mapper.h"
 

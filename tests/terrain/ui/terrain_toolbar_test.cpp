@@ -7,9 +7,9 @@
 #include <gmock/gmock.h>
 #include <memory>
 
+#include "bench/plain/terrain_scene.h"
 #include "core/editor_state.h"
 #include "support/sandbox.h"
-#include "support/terrain_scene.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_tools.h"
 

@@ -1,4 +1,4 @@
-#include "support/object_scene.h"
+#include "bench/plain/object_scene.h"
 
 #include <GL/gl.h>
 #include <cmath>

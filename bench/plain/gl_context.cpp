@@ -1,4 +1,4 @@
-#include "support/gl_context.h"
+#include "bench/plain/gl_context.h"
 
 #include <EGL/egl.h>
 #include <EGL/eglext.h>

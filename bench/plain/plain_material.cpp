@@ -1,4 +1,4 @@
-#include "support/plain_material.h"
+#include "bench/plain/plain_material.h"
 
 #include <GL/gl.h>
 

@@ -1,4 +1,4 @@
-#include "support/terrain_scene.h"
+#include "bench/plain/terrain_scene.h"
 
 #include <GL/gl.h>
 #include <GL/glu.h>

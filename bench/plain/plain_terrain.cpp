@@ -1,4 +1,4 @@
-#include "support/plain_terrain.h"
+#include "bench/plain/plain_terrain.h"
 
 #include <GL/gl.h>
 #include <algorithm>
