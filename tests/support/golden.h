@@ -10,6 +10,8 @@
 
 namespace mw {
 
+// What the file holds, for a test that begins with it; empty, which fails, when there is none.
+std::string GoldenText(const std::string& name);
 // Fails the test, naming the first line that differs, unless tests/golden/<name> holds `text`. Line
 // ends are compared as they are.
 void ExpectGolden(const std::string& name, std::string_view text);
