@@ -42,8 +42,10 @@ class LevelSettingsTest : public LevelArchiveTest {
     ReadLevelSettings();
     return Save();
   }
-  // All three scripts, with their line ends to be seen, and what no script has a place for.
-  std::string Scripts() {
+  // All three scripts after a save, with their line ends to be seen, and what no script has a place
+  // for.
+  std::string SavedScripts() {
+    WriteLevelSettings();
     std::string all;
     for (const char* file : {"init.con", kTerrain, kSky}) {
       all += std::string("-- ") + file + "\n";
@@ -122,10 +124,9 @@ TEST_F(LevelSettingsTest, TheSkyMeshIsReadFromTheSkyScriptOnly) {
   EXPECT_EQ(modConfig.currentSky.mesh, "dome");
   modConfig.currentSky.mesh = "night";
   modConfig.WaterTexLayer1 = "texture/sea";
-  WriteLevelSettings();
-  EXPECT_EQ(Get(kTerrain), heights);
-  EXPECT_EQ(Get(kSky), "GeometryTemplate.file night\r\nwater.texLayer1 texture/sea\r\n")
+  EXPECT_EQ(Save(), "GeometryTemplate.file night\r\nwater.texLayer1 texture/sea\r\n")
       << "a value chosen since replaces a line that was read only in part";
+  EXPECT_EQ(Get(kTerrain), heights);
   EXPECT_EQ(level->Entries().size(), 2u) << "a script that is missing is not made";
 }
 
@@ -138,8 +139,7 @@ TEST_F(LevelSettingsTest, AnotherTeamHasItsOwnKitsAndNoOthers) {
   std::string told;
   for (const int team : {2, 0}) {  // the first team's kits come back with it
     modConfig.chosenTeam[0] = team;
-    WriteLevelSettings();
-    told += Scripts();
+    told += SavedScripts();
   }
   ExpectGolden("data/settings_of_teams.txt", told);
 }
@@ -187,7 +187,7 @@ TEST_F(LevelSettingsTest, WhatTheUserChangedGetsALineWhereItBelongs) {
       "GeometryTemplate.scale 1\n");
   ReadLevelSettings();
   modConfig.WaterColor[1] = 127 / 255.0f;  // what a dialog makes of 0.5
-  std::string told = "Nothing was changed\n" + (WriteLevelSettings(), Scripts());
+  std::string told = "Nothing was changed\n" + SavedScripts();
 
   Put("init.con", "rem no line end");
   modConfig.WaterLevel = 0.0004f;
@@ -198,11 +198,11 @@ TEST_F(LevelSettingsTest, WhatTheUserChangedGetsALineWhereItBelongs) {
   modConfig.currentSky.rotationAngle = 90;
   modConfig.MaterialSize = 512;  // not the user's to change
   for (const char* title : {"Each has its place\n", "A line is added once\n"}) {
-    told += title + (WriteLevelSettings(), Scripts());
+    told += title + SavedScripts();
   }
   Put(kTerrain,
       "rem no template\r\nbeginrem\r\nGeometryTemplate.create PatchTerrain\r\nendrem\r\n");
-  told += "A template in a comment is none\n" + (WriteLevelSettings(), Scripts());
+  told += "A template in a comment is none\n" + SavedScripts();
   const auto why = [] { return WhyNotKept(FindSettingsPlaces(), "GeometryTemplate.waterLevel"); };
   told += why() + "\n" + WhyNotKept(FindSettingsPlaces(), "renderer.fogend") + "\n";
   EXPECT_TRUE(level->RemoveMember("varnhold/levels/Island/init/terrain.con"));
@@ -211,8 +211,7 @@ TEST_F(LevelSettingsTest, WhatTheUserChangedGetsALineWhereItBelongs) {
   ASSERT_TRUE(level->Reopen());
   Put(kTerrain, "GeometryTemplate.create PatchTerrain\r\n");
   modConfig.WaterAlphaDepth = 7;
-  told +=
-      why() + "\nThe line may stand in what cannot be read\n" + (WriteLevelSettings(), Scripts());
+  told += why() + "\nThe line may stand in what cannot be read\n" + SavedScripts();
   ExpectGolden("data/added_settings.txt", told);
 }
 

@@ -46,6 +46,15 @@ std::string LineAt(std::string_view text, std::size_t offset) {
 
 std::string GoldenText(const std::string& name) { return Read(name).value_or(""); }
 
+std::vector<std::string> GoldenFiles(const std::string& folder) {
+  std::vector<std::string> names;
+  for (const auto& file : std::filesystem::directory_iterator(PathOf(folder))) {
+    names.push_back(folder + "/" + file.path().filename().string());
+  }
+  std::ranges::sort(names);
+  return names;
+}
+
 void ExpectGolden(const std::string& name, std::string_view text) {
   const auto expected = ReadOrRenew(name, text);
   if (!expected || *expected == text) return;
