@@ -2,6 +2,8 @@
 #include <cmath>
 #include <filesystem>
 #include <fstream>
+#include <gtest/gtest.h>
+#include <span>
 
 #include "core/editor_state.h"
 #include "core/text.h"
@@ -68,10 +70,10 @@ TEST_P(SampleLevelTest, TheEditorReadsItsSettingsAndHeights) {
   EXPECT_EQ(modConfig.chosenTeam[0], 0);
   EXPECT_EQ(modConfig.chosenTeam[1], 1);
   EXPECT_EQ(modConfig.fogEnd, level.environment.fogEnd);
-  const bool skyIsListed = std::any_of(
-      modConfig.skies.begin(), modConfig.skies.begin() + modConfig.skyCount,
-      [](const Sky& sky) { return sky.settings.mesh == modConfig.currentSky.mesh.View(); });
-  EXPECT_TRUE(skyIsListed) << modConfig.currentSky.mesh.c_str();
+  const auto mesh = modConfig.currentSky.mesh;
+  EXPECT_TRUE(std::ranges::any_of(std::span(modConfig.skies).first(modConfig.skyCount),
+                                  [&](const Sky& sky) { return sky.settings.mesh == mesh.View(); }))
+      << mesh.c_str();
 
   CreateTerrain();
   ASSERT_TRUE(LoadHeightBuffer());
@@ -81,15 +83,9 @@ TEST_P(SampleLevelTest, TheEditorReadsItsSettingsAndHeights) {
   EXPECT_NEAR(HeightAt(point.at.x, point.at.z), level.land.height.Sample(point.at), 1.0f);
 }
 
-// Red, green, blue, alpha of the tile pixel that the renderer shows at a place.
-std::span<const std::uint8_t> TilePixel(const std::vector<std::uint8_t>& pixels, int side,
-                                        Point at) {
-  const auto inTile = [&](float position) {
-    return static_cast<std::size_t>(std::fmod(position, kTileSize) / kTileSize *
-                                    static_cast<float>(side));
-  };
-  const std::size_t offset = (inTile(at.z) * static_cast<std::size_t>(side) + inTile(at.x)) * 4;
-  return std::span(pixels).subspan(offset, 4);
+// Pixel of a tile that the renderer shows at a place, along one side.
+int TilePixel(float position, int side) {
+  return static_cast<int>(std::fmod(position, kTileSize) / kTileSize * static_cast<float>(side));
 }
 
 TEST_P(SampleLevelTest, PavedRoadsInTheTilesLieOnTheirBeds) {
@@ -104,8 +100,8 @@ TEST_P(SampleLevelTest, PavedRoadsInTheTilesLieOnTheirBeds) {
                                          static_cast<int>(point.at.x / kTileSize),
                                          static_cast<int>(point.at.z / kTileSize)));
     ASSERT_TRUE(tile);
-    const auto pixels = DecodeDxt1(tile->data, tile->width, tile->height);
-    const auto pixel = TilePixel(pixels, tile->width, point.at);
+    const auto pixel = DecodeDxt1Pixel(tile->data, tile->width, TilePixel(point.at.x, tile->width),
+                                       TilePixel(point.at.z, tile->height));
     grey += std::abs(pixel[0] - pixel[2]) < 40 ? 1 : 0;
     ++count;
   }
@@ -130,8 +126,7 @@ TEST_P(SampleLevelTest, TheGroundFitsTogetherAtItsEdgesAndIsSeldomSteep) {
 
 TEST_P(SampleLevelTest, EveryObjectIsListedAndStandsInTheLevel) {
   const auto isListed = [](std::string_view name) {
-    return std::any_of(ObjectKinds().begin(), ObjectKinds().end(),
-                       [&](const ObjectKind& object) { return object.name == name; });
+    return std::ranges::any_of(ObjectKinds(), [&](const auto& kind) { return kind.name == name; });
   };
   EXPECT_LT(level.objects.size(), 2047u);
   for (const PlacedObject& object : level.objects) {
@@ -178,29 +173,22 @@ TEST(SampleLevels, AreTheSameOnEveryRun) {
   }
 }
 
-class SampleInstallationTest : public SandboxTest {
- protected:
-  void Write(const std::filesystem::path& path, std::string_view text) {
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path) << text;
-  }
+struct SampleInstallationTest : SandboxTest {};
+
+TEST_F(SampleInstallationTest, WhatNoRunWroteIsSomebodysWork) {
   const Installation installation{folder / "game", folder / "work"};
-};
-
-TEST_F(SampleInstallationTest, EmptyFoldersHoldNobodysWork) {
-  EXPECT_FALSE(IsEdited(installation));
-}
-
-TEST_F(SampleInstallationTest, ALevelThatNoRunWroteIsSomebodysWork) {
-  Write(installation.gameFolder / "Mods/varnhold/Archives/varnhold/levels/Stone_Ridge.vra", "mine");
+  const auto write = [](const std::filesystem::path& path) {
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path) << "mine";
+  };
+  EXPECT_FALSE(IsEdited(installation)) << "empty folders";
+  write(installation.workingFolder / "varnhold.cfg");
   EXPECT_TRUE(IsEdited(installation));
-}
-
-TEST_F(SampleInstallationTest, ARunThatDidNotFinishMayBeRepeated) {
-  Write(installation.workingFolder / "varnhold.cfg", "GamePath=");
-  EXPECT_TRUE(IsEdited(installation));
-  Write(installation.workingFolder / "sample.unfinished", "");
-  EXPECT_FALSE(IsEdited(installation)) << "whether a manifest is left or not";
+  std::filesystem::remove(installation.workingFolder / "varnhold.cfg");
+  write(installation.gameFolder / "Mods/varnhold/Archives/varnhold/levels/Stone_Ridge.vra");
+  EXPECT_TRUE(IsEdited(installation)) << "a level";
+  write(installation.workingFolder / "sample.unfinished");
+  EXPECT_FALSE(IsEdited(installation)) << "a run that did not finish may be repeated";
 }
 
 }  // namespace

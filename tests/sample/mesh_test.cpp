@@ -13,8 +13,8 @@ namespace {
 // A material's texture is painted, as it is or as its darker sister.
 bool IsPainted(std::string material) {
   if (material.ends_with("_shade")) material.resize(material.size() - 6);
-  return std::any_of(ObjectMaterials().begin(), ObjectMaterials().end(),
-                     [&](const ObjectMaterial& painted) { return painted.name == material; });
+  return std::ranges::any_of(ObjectMaterials(),
+                             [&](const auto& painted) { return painted.name == material; });
 }
 
 void ReadStandardMesh(const Mesh& mesh, std::uint32_t version) {

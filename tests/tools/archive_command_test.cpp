@@ -5,7 +5,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -34,13 +33,7 @@ class ArchiveCommandTest : public SandboxTest {
     printed.assign(bytes.begin(), bytes.end());
     return WEXITSTATUS(status);
   }
-  // The segment table of the height map says nonsense.
-  static void Damage() {
-    std::fstream file("new.vra", std::ios::in | std::ios::out | std::ios::binary);
-    file.seekp(ReadRawArchive("new.vra").Find("levels/Island/heightmap.raw")->offset + 4);
-    file.write("\xFF\xFF\xFF\xFF", 4);
-  }
-  // An archive with members that are stored as they are, under any names.
+  // An archive of empty members with any names.
   static void WriteStored(const std::string& path, const std::vector<std::string>& names) {
     Bytes file(156), directory;
     PutU32(directory, static_cast<std::uint32_t>(names.size()));
@@ -101,7 +94,11 @@ TEST_F(ArchiveCommandTest, EachCommandDoesItsWorkAndEndsWithItsCode) {
 }
 
 TEST_F(ArchiveCommandTest, DamagedMembersAreToldAndWhatCanBeReadIsExtracted) {
-  Damage();
+  // The segment table of the height map says nonsense.
+  std::fstream file("new.vra", std::ios::in | std::ios::out | std::ios::binary);
+  file.seekp(ReadRawArchive("new.vra").Find("levels/Island/heightmap.raw")->offset + 4);
+  file.write("\xFF\xFF\xFF\xFF", 4);
+  file.close();
   EXPECT_EQ(Run("verify new.vra"), 1);
   EXPECT_THAT(printed, HasSubstr("damaged: levels/Island/heightmap.raw: "));
   EXPECT_EQ(Run("extract new.vra -C out"), 1);
