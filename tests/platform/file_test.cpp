@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "support/archive_bytes.h"
-#include "support/each_change.h"
 #include "support/sandbox.h"
 
 namespace mw {
@@ -66,28 +65,6 @@ TEST_F(FileTest, SaysWhyAFileCannotBeOpened) {
   }
   ASSERT_TRUE(file.Open("there", FileAccess::Read));
   EXPECT_FALSE(file.WriteAt(0, TextBytes("x"))) << "not opened for writing";
-}
-
-TEST_F(FileTest, RenamingPutsOneFileInThePlaceOfAnother) {
-  WriteBytes("from", TextBytes("new"));
-  WriteBytes("to", TextBytes("old"));
-  EXPECT_TRUE(RenameFile("from", "to") && SyncFolderOf("to"));
-  EXPECT_EQ(ReadBytes("to"), TextBytes("new"));
-  for (int time = 0; time < 2; ++time) EXPECT_TRUE(RemoveFile("to")) << "gone is what was asked";
-  std::string error;
-  EXPECT_FALSE(RenameFile("from", "to", &error));
-  EXPECT_EQ(error, "No such file or directory");
-}
-
-TEST_F(FileTest, AFaultPlanStopsAWriteHalfWay) {
-  ASSERT_TRUE(Open(FileAccess::Create));
-  EXPECT_TRUE(HitWhile(FaultKind::Full, 1, [&] {
-    EXPECT_TRUE(file.WriteAt(0, TextBytes("....")));
-    EXPECT_FALSE(file.WriteAt(0, TextBytes("abcd")));
-    EXPECT_EQ(file.Error(), "No space left on device");
-  }));
-  EXPECT_EQ(ReadBytes("x"), TextBytes("ab.."));
-  EXPECT_TRUE(file.WriteAt(0, TextBytes("abcd")));
 }
 
 }  // namespace
