@@ -193,6 +193,17 @@ TEST_F(ModsTest, SettingsBecomeFoldersAScriptAndTheSavedGamePath) {
   EXPECT_EQ(HeldContentArchives()[0], GameFolder() + "Other\\Mods\\winter\\Archives\\objects.vra");
 }
 
+TEST_F(ModsTest, ObjectListsLieInTheWorkingFolderButForTheChosenOne) {
+  std::filesystem::create_directories(folder / "lists");
+  for (const char* list : {"b.lst", "a.LST", "lists/mine.lst", "none.txt"}) Write(list, "");
+  for (const char* chosen : {"a.LST", "lists\\gone.lst"}) {
+    modConfig.ObjectsList = chosen;
+    EXPECT_THAT(ObjectListChoices(), ElementsAre("a.LST", "b.lst")) << chosen;
+  }
+  modConfig.ObjectsList = "lists\\mine.lst";
+  EXPECT_THAT(ObjectListChoices(), ElementsAre("a.LST", "b.lst", "lists\\mine.lst"));
+}
+
 TEST_F(ModsTest, AGamePathThatNoConfigurationCanHoldIsRefused) {
   UseMods({"winter"}, 0);
   const std::string before = Read("winter.cfg");

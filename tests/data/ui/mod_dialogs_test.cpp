@@ -82,33 +82,31 @@ std::vector<std::string> Entries(QDialog& dialog) {
   return entries;
 }
 
-TEST_F(ModDialogsTest, TheFirstModIsSelectedAndOkMakesItCurrent) {
+TEST_F(ModDialogsTest, AModMustBeChosenAtStartUpAndCanBeLater) {
   UseMods({"desert", "winter"});
   steps = {[](QDialog& dialog) {
-    EXPECT_EQ(dialog.windowTitle(), "Select a Mod");
-    EXPECT_THAT(Entries(dialog), ElementsAre("desert", "winter"));
-    EXPECT_FALSE(Find<QPushButton>(dialog, "cancelButton").isVisible());
-    EXPECT_FALSE(Find<QPushButton>(dialog, "cancelButton").isEnabled());
-    Escape(dialog);
-    dialog.close();
-    EXPECT_TRUE(dialog.isVisible()) << "a mod must be chosen at start-up";
-    QTest::keyClick(&List(dialog), Qt::Key_Return);
-  }};
-  ListMods(nullptr);
-  EXPECT_EQ(CurrentModName(), "desert");
-  EXPECT_EQ(modList.picked, 0);
-}
-
-TEST_F(ModDialogsTest, ADoubleClickSelectsAndCancelChangesNothing) {
-  UseMods({"desert", "winter"});
-  steps = {[](QDialog& dialog) {
+             EXPECT_EQ(dialog.windowTitle(), "Select a Mod");
+             EXPECT_THAT(Entries(dialog), ElementsAre("desert", "winter"));
+             EXPECT_FALSE(Find<QPushButton>(dialog, "cancelButton").isVisible());
+             EXPECT_FALSE(Find<QPushButton>(dialog, "cancelButton").isEnabled());
+             Escape(dialog);
+             dialog.close();
+             EXPECT_TRUE(dialog.isVisible());
+             QTest::keyClick(&List(dialog), Qt::Key_Return);
+           },
+           [](QDialog& dialog) {
+             EXPECT_EQ(CurrentModName(), "desert");
+             EXPECT_EQ(modList.picked, -1);
              QListWidget& list = List(dialog);
              const QPoint entry = list.visualItemRect(list.item(1)).center();
              QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, entry);
              QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, entry);
            },
            Escape};
+  EXPECT_TRUE(ListMods(nullptr));
+  EXPECT_EQ(modList.picked, 0);
   EXPECT_TRUE(SelectModDialog(nullptr, true));
+  EXPECT_EQ(modList.picked, 1);
   EXPECT_FALSE(SelectModDialog(nullptr, true));
   EXPECT_EQ(modList.picked, -1);
   EXPECT_EQ(CurrentModName(), "winter");
