@@ -6,6 +6,7 @@
 #include "core/fixed_string.h"
 #include "core/game_random.h"
 #include "core/readable_text.h"
+#include "core/typed_number.h"
 
 namespace mw {
 namespace {
@@ -48,6 +49,16 @@ TEST(Text, NumbersAreReadFromTheirLeadingCharactersAndLimited) {
   const std::pair<const char*, float> kFloats[] = {
       {"0.75x", 0.75f}, {"0x10", 16}, {"nan", 0}, {"inf", kMost}, {"-1e999", -kMost}};
   for (const auto& [text, value] : kFloats) EXPECT_EQ(ParseFloat(text), value) << text;
+}
+
+TEST(TypedNumber, IsTheWholeTextOrNone) {
+  EXPECT_EQ(TypedInteger(" -12\t"), -12);
+  EXPECT_EQ(TypedInteger("+5"), 5);
+  EXPECT_EQ(TypedFloat("+0.25 "), 0.25f);
+  for (const char* text : {"", " ", "+-5", "++5", "1x", "1 2", "99999999999"}) {
+    EXPECT_FALSE(TypedInteger(text)) << text;
+  }
+  for (const char* text : {"", "inf", "-nan", "1e99", "0,5"}) EXPECT_FALSE(TypedFloat(text));
 }
 
 TEST(FixedString, CutsWhatDoesNotFitAndSaysSo) {

@@ -133,6 +133,7 @@ TEST_F(GameFileTest, ImportsADiskFileByteForByte) {
   EXPECT_FALSE(ImportDiskFile("missing.bin", LevelPath("none.bin")));
   EXPECT_EQ(GameFileError(), "No such file or directory");
   EXPECT_EQ(Get("none.bin"), "(none)");
+  EXPECT_FALSE(ImportDiskFile("source.bin", std::string(256, 'x'))) << "a path that is refused";
 }
 
 TEST_F(GameFileTest, WhatIsCapturedReachesNoArchive) {

@@ -44,6 +44,14 @@ TEST_F(ScriptTest, VectorsRepeatTheComponentBeforeFloatsDoNot) {
   }
 }
 
+TEST_F(ScriptTest, NewScriptsBeginWithTheHeader) {
+  auto file = GameFileOpen(LevelPath("new.con"), "w");
+  WriteScriptHeader(*file);
+  GameFileClose(std::move(file));
+  const std::string stars = "rem " + std::string(45, '*') + "\r\n";
+  EXPECT_EQ(Get("new.con"), stars + "rem Created by Mapwright\r\n" + stars);
+}
+
 TEST_F(ScriptTest, ReadsEveryLineWithoutItsEnd) {
   Put("a.con", "one\r\n\r\ntw\ro\nlast");
   std::vector<std::string> lines;

@@ -33,9 +33,9 @@ bool HitWhile(FaultKind kind, std::size_t change, Act act) {
   return faults.Hit();
 }
 
-// Calls attempt(cut) in front of every power cut at every change of the files in a folder, each
-// with other sectors lost several times; `attempt` prepares the folder and lets
-// cut(action) do the work, after which the folder is as the power cut left it.
+// Cuts the power at change 0, 1, 2 ... of the files in a folder, four times at each, with other
+// sectors lost each time. `attempt` prepares the folder and lets cut(action) do the work, after
+// which the folder is as the power cut left it; cut answers whether that change was reached.
 template <typename Attempt>
 void EachPowerCut(const char* folder, std::size_t atLeast, Attempt attempt) {
   for (std::uint32_t seed = 0; seed < 4; ++seed) {
