@@ -1,20 +1,20 @@
 // Saving is all or nothing: every single change that a save makes to the disk is the one at which
 // the program stops, the change fails, the disk is full or the power is cut. Afterwards the archive
 // is the old or the new one, byte for byte.
-#include <functional>
 #include <gtest/gtest.h>
 #include <map>
 
 #include "data/archive.h"
 #include "support/archive_bytes.h"
-#include "support/disk_faults.h"
+#include "support/each_change.h"
 #include "support/sandbox.h"
 
 namespace mw {
 namespace {
 
 namespace fs = std::filesystem;
-constexpr std::uint32_t kPowerCuts = 4;  // at each change, with other sectors lost each time
+constexpr const char* kLevel = "now/level.vra";
+constexpr std::size_t kFewest = 6;  // changes that a save makes
 
 using Contents = std::map<std::string, Bytes>;
 
@@ -35,6 +35,11 @@ bool SaveLevelChanges(Archive& archive) {
          archive.WriteMember("grown", NoiseBytes(6000, 15)) && archive.CommitSave();
 }
 
+void CopyFolder(const std::string& from, const std::string& to) {
+  fs::remove_all(to);
+  fs::copy(from, to);
+}
+
 class ArchiveCrash : public SandboxTest {
  protected:
   ArchiveCrash() {
@@ -43,11 +48,9 @@ class ArchiveCrash : public SandboxTest {
     archive.Create("old/level.vra");
     archive.SetMode(StorageMode::Compressed);
     archive.BeginSave();
-    archive.WriteMember("kept", NoiseBytes(33000, 1));
-    archive.WriteMember("grown", NoiseBytes(2000, 2));
-    archive.WriteMember("shrunk", NoiseBytes(5000, 3));
-    archive.WriteMember("gone", NoiseBytes(3000, 4));
-    archive.WriteMember("changed", NoiseBytes(4000, 5));
+    const std::pair<const char*, std::size_t> members[] = {
+        {"kept", 33000}, {"grown", 2000}, {"shrunk", 5000}, {"gone", 3000}, {"changed", 4000}};
+    for (const auto& [name, size] : members) archive.WriteMember(name, NoiseBytes(size, 1));
     archive.CommitSave();
     archive.WriteMember("grown", NoiseBytes(3000, 6));  // leaves a hole
     oldContents = ContentsOf(archive);
@@ -60,32 +63,13 @@ class ArchiveCrash : public SandboxTest {
     newBytes = ReadBytes("new/level.vra");
   }
 
-  static void CopyFolder(const std::string& from, const std::string& to) {
-    fs::remove_all(to);
-    fs::copy(from, to);
-  }
-
   // Opens the archive again and expects one of the two states whole, and nothing left beside it.
   void ExpectOldOrNew(const std::string& path, bool expectNew) {
     Archive archive;
     ASSERT_TRUE(archive.Open(path, true)) << archive.Error();
-    EXPECT_EQ(ContentsOf(archive) == newContents, expectNew);
-    EXPECT_EQ(ContentsOf(archive) == oldContents, !expectNew);
+    EXPECT_EQ(ContentsOf(archive), expectNew ? newContents : oldContents);
     EXPECT_EQ(ReadBytes(path), expectNew ? newBytes : oldBytes);
-    EXPECT_FALSE(fs::exists(path + "-journal"));
-    EXPECT_FALSE(fs::exists(path + "-compact"));
-  }
-
-  // Calls `attempt` with change 0, 1, 2 ... going wrong, each time on a fresh copy of the old
-  // archive, until it answers that the save was over before that change.
-  void AtEachChange(const std::function<bool(std::size_t change)>& attempt) {
-    std::size_t change = 0;
-    for (bool hit = true; hit && !HasFatalFailure(); ++change) {
-      SCOPED_TRACE("change " + std::to_string(change));
-      CopyFolder("old", "now");
-      hit = attempt(change);
-    }
-    EXPECT_GT(change, 5u) << "the save made hardly any changes";
+    EXPECT_FALSE(fs::exists(path + "-journal") || fs::exists(path + "-compact"));
   }
 
   // Leaves in `target` an archive with some old and some new bytes, and its journal.
@@ -93,100 +77,77 @@ class ArchiveCrash : public SandboxTest {
     for (std::size_t change = 0; !fs::exists(target); ++change) {
       CopyFolder("old", "now");
       Archive archive;
-      ASSERT_TRUE(archive.Open("now/level.vra", true));
+      ASSERT_TRUE(archive.Open(kLevel, true));
       const DiskFaults faults(FaultKind::Stop, change);
       SaveLevelChanges(archive);
-      const Bytes now = ReadBytes("now/level.vra");
+      const Bytes now = ReadBytes(kLevel);
       if (!std::equal(oldBytes.begin(), oldBytes.begin() + 156, now.begin()))
         CopyFolder("now", target);
     }
-  }
-
-  // The save fails, the program goes on: the open archive still holds the old level and saves it
-  // later.
-  void ExpectFailedSaveCanBeRepeated(FaultKind kind) {
-    AtEachChange([&](std::size_t change) {
-      Archive archive;
-      EXPECT_TRUE(archive.Open("now/level.vra", true));
-      bool saved = false, hit = false;
-      {
-        const DiskFaults faults(kind, change);
-        saved = SaveLevelChanges(archive);
-        hit = faults.Hit();
-        EXPECT_EQ(ContentsOf(archive), saved ? newContents : oldContents);
-        EXPECT_EQ(archive.Error().empty(), saved);
-      }
-      CopyFolder("now", "reopened");
-      ExpectOldOrNew("reopened/level.vra", saved);
-      EXPECT_TRUE(saved || SaveLevelChanges(archive)) << archive.Error();
-      EXPECT_EQ(ContentsOf(archive), newContents);
-      ExpectOldOrNew("now/level.vra", true);
-      return hit;
-    });
   }
 
   Contents oldContents, newContents;
   Bytes oldBytes, newBytes;
 };
 
-TEST_F(ArchiveCrash, ASaveThatTheProgramDoesNotSurvive) {
-  ExpectFailedSaveCanBeRepeated(FaultKind::Stop);
-}
-
-TEST_F(ArchiveCrash, ASaveInWhichOneWriteFails) { ExpectFailedSaveCanBeRepeated(FaultKind::Fail); }
-
-TEST_F(ArchiveCrash, ASaveOntoAFullDisk) { ExpectFailedSaveCanBeRepeated(FaultKind::Full); }
-
-TEST_F(ArchiveCrash, ASaveDuringWhichThePowerIsCut) {
-  for (std::uint32_t seed = 0; seed < kPowerCuts; ++seed) {
-    AtEachChange([&](std::size_t change) {
+// The program goes on: the open archive still holds the old level and saves it later.
+TEST_F(ArchiveCrash, ASaveThatFailsAtAnyChangeCanBeRepeated) {
+  for (const FaultKind kind : kFailures) {
+    EachChange(kFewest, [&](std::size_t change) {
+      CopyFolder("old", "now");
       Archive archive;
-      EXPECT_TRUE(archive.Open("now/level.vra", true));
-      PowerCut cut("now", change, seed);
-      const bool saved = SaveLevelChanges(archive);
-      cut.Restart();
-      Archive reopened;
-      EXPECT_TRUE(reopened.Open("now/level.vra", true)) << reopened.Error();
-      const bool isNew = ContentsOf(reopened) == newContents;
-      EXPECT_TRUE(isNew || !saved || cut.Hit()) << "a save that was complete is gone";
-      ExpectOldOrNew("now/level.vra", isNew);
-      return cut.Hit();
+      EXPECT_TRUE(archive.Open(kLevel, true));
+      bool saved = false;
+      const bool hit = HitWhile(kind, change, [&] {
+        saved = SaveLevelChanges(archive);
+        EXPECT_EQ(ContentsOf(archive), saved ? newContents : oldContents);
+        EXPECT_EQ(archive.Error().empty(), saved);
+      });
+      CopyFolder("now", "reopened");
+      ExpectOldOrNew("reopened/level.vra", saved);
+      EXPECT_TRUE(saved || SaveLevelChanges(archive)) << archive.Error();
+      EXPECT_EQ(ContentsOf(archive), newContents);
+      ExpectOldOrNew(kLevel, true);
+      return hit;
     });
   }
 }
 
-TEST_F(ArchiveCrash, PuttingTheOldLevelBackIsInterrupted) {
-  StopInTheMiddleOfASave("half");
-  for (const FaultKind kind : {FaultKind::Stop, FaultKind::Fail, FaultKind::Full}) {
-    bool hit = true;
-    for (std::size_t change = 0; hit; ++change) {
-      CopyFolder("half", "now");
-      {
-        const DiskFaults faults(kind, change);
-        Archive archive;
-        const bool open = archive.Open("now/level.vra", true);
-        EXPECT_TRUE(!open || ContentsOf(archive) == oldContents);
-        hit = faults.Hit();
-      }
-      ExpectOldOrNew("now/level.vra", false);
-    }
-  }
+TEST_F(ArchiveCrash, ASaveDuringWhichThePowerIsCut) {
+  EachPowerCut("now", kFewest, [&](const auto& cut) {
+    CopyFolder("old", "now");
+    Archive archive;
+    EXPECT_TRUE(archive.Open(kLevel, true));
+    bool saved = false;
+    const bool hit = cut([&] { saved = SaveLevelChanges(archive); });
+    Archive reopened;
+    EXPECT_TRUE(reopened.Open(kLevel, true)) << reopened.Error();
+    const bool isNew = ContentsOf(reopened) == newContents;
+    EXPECT_TRUE(isNew || !saved || hit) << "a save that was complete is gone";
+    ExpectOldOrNew(kLevel, isNew);
+  });
 }
 
-TEST_F(ArchiveCrash, ThePowerIsCutWhilePuttingTheOldLevelBack) {
+TEST_F(ArchiveCrash, PuttingTheOldLevelBackIsInterrupted) {
   StopInTheMiddleOfASave("half");
-  for (std::uint32_t seed = 0; seed < kPowerCuts; ++seed) {
-    bool hit = true;
-    for (std::size_t change = 0; hit; ++change) {
+  const auto open = [&] {
+    Archive archive;
+    const bool isOpen = archive.Open(kLevel, true);
+    EXPECT_TRUE(!isOpen || ContentsOf(archive) == oldContents);
+  };
+  for (const FaultKind kind : kFailures) {
+    EachChange(3, [&](std::size_t change) {
       CopyFolder("half", "now");
-      PowerCut cut("now", change, seed);
-      Archive archive;
-      archive.Open("now/level.vra", true);
-      hit = cut.Hit();
-      cut.Restart();
-      ExpectOldOrNew("now/level.vra", false);
-    }
+      const bool hit = HitWhile(kind, change, open);
+      ExpectOldOrNew(kLevel, false);
+      return hit;
+    });
   }
+  EachPowerCut("now", 3, [&](const auto& cut) {
+    CopyFolder("half", "now");
+    cut(open);
+    ExpectOldOrNew(kLevel, false);
+  });
 }
 
 TEST_F(ArchiveCrash, CompactingIsInterrupted) {
@@ -208,20 +169,17 @@ TEST_F(ArchiveCrash, CompactingIsInterrupted) {
 
   for (const FaultKind kind :
        {FaultKind::Stop, FaultKind::Fail, FaultKind::Full, FaultKind::Short}) {
-    AtEachChange([&](std::size_t change) {
+    EachChange(kFewest, [&](std::size_t change) {
+      CopyFolder("old", "now");
       Archive archive;
-      EXPECT_TRUE(archive.Open("now/level.vra", true));
+      EXPECT_TRUE(archive.Open(kLevel, true));
       EXPECT_TRUE(archive.WriteMember("grown", changed));
-      bool hit = false, closed = false;
-      {
-        const DiskFaults faults(kind, change);
-        closed = archive.Close();
-        hit = faults.Hit();
-      }
-      EXPECT_TRUE(ReadBytes("now/level.vra") == (closed ? compactBytes : dirtyBytes));
+      bool closed = false;
+      const bool hit = HitWhile(kind, change, [&] { closed = archive.Close(); });
+      EXPECT_TRUE(ReadBytes(kLevel) == (closed ? compactBytes : dirtyBytes));
       EXPECT_FALSE(closed && kind == FaultKind::Short && hit) << "a lost write was not noticed";
       Archive reopened;
-      EXPECT_TRUE(reopened.Open("now/level.vra", true));
+      EXPECT_TRUE(reopened.Open(kLevel, true));
       EXPECT_FALSE(fs::exists("now/level.vra-compact")) << "what was left aside is cleaned up";
       return hit;
     });
@@ -229,21 +187,16 @@ TEST_F(ArchiveCrash, CompactingIsInterrupted) {
 }
 
 TEST_F(ArchiveCrash, ThePowerIsCutDuringCompacting) {
-  for (std::uint32_t seed = 0; seed < kPowerCuts; ++seed) {
-    AtEachChange([&](std::size_t change) {
-      Archive archive;
-      EXPECT_TRUE(archive.Open("now/level.vra", true));
-      EXPECT_TRUE(archive.RemoveMember("gone"));
-      const Contents before = ContentsOf(archive);
-      PowerCut cut("now", change, seed);
-      archive.Close();
-      cut.Restart();
-      Archive reopened;
-      EXPECT_TRUE(reopened.Open("now/level.vra", true)) << reopened.Error();
-      EXPECT_EQ(ContentsOf(reopened), before);
-      return cut.Hit();
-    });
-  }
+  EachPowerCut("now", kFewest, [&](const auto& cut) {
+    CopyFolder("old", "now");
+    Archive archive, reopened;
+    EXPECT_TRUE(archive.Open(kLevel, true));
+    EXPECT_TRUE(archive.RemoveMember("gone"));
+    const Contents before = ContentsOf(archive);
+    cut([&] { archive.Close(); });
+    EXPECT_TRUE(reopened.Open(kLevel, true)) << reopened.Error();
+    EXPECT_EQ(ContentsOf(reopened), before);
+  });
 }
 
 TEST_F(ArchiveCrash, RollingBackPutsEverythingBackWithoutTouchingTheFile) {
@@ -264,53 +217,52 @@ TEST_F(ArchiveCrash, RollingBackPutsEverythingBackWithoutTouchingTheFile) {
 TEST_F(ArchiveCrash, SavingTheSameAgainWritesNothing) {
   Archive archive;
   ASSERT_TRUE(archive.Open("new/level.vra", true));
-  const DiskFaults faults(FaultKind::Stop, 0);
-  EXPECT_TRUE(archive.BeginSave());
-  for (const auto& [name, bytes] : newContents) EXPECT_TRUE(archive.WriteMember(name, bytes));
-  EXPECT_TRUE(archive.CommitSave());
-  EXPECT_FALSE(faults.Hit());
+  EXPECT_FALSE(HitWhile(FaultKind::Stop, 0, [&] {
+    EXPECT_TRUE(archive.BeginSave());
+    for (const auto& [name, bytes] : newContents) EXPECT_TRUE(archive.WriteMember(name, bytes));
+    EXPECT_TRUE(archive.CommitSave());
+  }));
 }
 
 TEST_F(ArchiveCrash, AJournalIsNotPlayedBackOverAnotherStateOfTheArchive) {
   StopInTheMiddleOfASave("half");
   const Bytes journal = ReadBytes("half/level.vra-journal");
-  CopyFolder("old", "backup");
   Archive archive;
-  ASSERT_TRUE(archive.Open("backup/level.vra", true));
+  ASSERT_TRUE(archive.Open("old/level.vra", true));
   ASSERT_TRUE(archive.WriteMember("other", NoiseBytes(9, 9)));
-  const Bytes restored = ReadBytes("backup/level.vra");
-  WriteBytes("backup/level.vra-journal", journal);
+  const Bytes other = ReadBytes("old/level.vra");
+  WriteBytes("old/level.vra-journal", journal);
 
-  ASSERT_TRUE(archive.Open("backup/level.vra", true));
-  EXPECT_EQ(ReadBytes("backup/level.vra"), restored);
+  ASSERT_TRUE(archive.Open("old/level.vra", true));
   EXPECT_FALSE(archive.WriteMember("more", {})) << "nothing is saved while that journal is there";
   EXPECT_NE(archive.Error().find("level.vra-journal"), std::string::npos) << archive.Error();
-  EXPECT_EQ(ReadBytes("backup/level.vra-journal"), journal);
+  EXPECT_EQ(ReadBytes("old/level.vra"), other);
+  EXPECT_EQ(ReadBytes("old/level.vra-journal"), journal);
 }
 
 TEST_F(ArchiveCrash, AJournalThatIsTornOrSomethingElseChangesNothing) {
   StopInTheMiddleOfASave("half");
   const Bytes journal = ReadBytes("half/level.vra-journal");
   const Bytes halfSaved = ReadBytes("half/level.vra");
-  for (std::size_t length = 0; length < journal.size(); length += length < 64 ? 1 : 997) {
+  const auto step = [](std::size_t at) { return at < 64 ? std::size_t{1} : 997; };
+  for (std::size_t length = 0; length < journal.size(); length += step(length)) {
     WriteBytes("old/level.vra-journal",
                {journal.begin(), journal.begin() + std::ptrdiff_t(length)});
     ExpectOldOrNew("old/level.vra", false);
   }
-  for (std::size_t at = 8; at < journal.size(); at += at < 64 ? 1 : 997) {
+  const auto open = [](const Bytes& bytes, const Bytes& itsJournal) {
+    WriteBytes("old/level.vra", bytes);
+    WriteBytes("old/level.vra-journal", itsJournal);
+    Archive archive;
+    return archive.Open("old/level.vra", true);
+  };
+  for (std::size_t at = 8; at < journal.size(); at += step(at)) {
     Bytes damaged = journal;
     damaged[at] ^= 0x40;
-    WriteBytes("old/level.vra", halfSaved);
-    WriteBytes("old/level.vra-journal", damaged);
-    Archive archive;
-    archive.Open("old/level.vra", true);
-    EXPECT_EQ(ReadBytes("old/level.vra"), halfSaved)
-        << "played back a damaged journal, byte " << at;
+    open(halfSaved, damaged);
+    EXPECT_EQ(ReadBytes("old/level.vra"), halfSaved) << "played back in spite of byte " << at;
   }
-  WriteBytes("old/level.vra", oldBytes);
-  WriteBytes("old/level.vra-journal", TextBytes("dear diary"));
-  Archive archive;
-  EXPECT_TRUE(archive.Open("old/level.vra", true));
+  EXPECT_TRUE(open(oldBytes, TextBytes("dear diary")));
   EXPECT_EQ(ReadBytes("old/level.vra-journal"), TextBytes("dear diary"));
 }
 

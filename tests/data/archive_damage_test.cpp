@@ -13,31 +13,37 @@
 namespace mw {
 namespace {
 
-constexpr std::uint32_t kHeader = 156;
+constexpr std::uint32_t kHeader = 156, kMost = 0xFFFFFFFF;
+
+std::uint32_t SizeOf(const Bytes& bytes) { return static_cast<std::uint32_t>(bytes.size()); }
+
+Bytes Join(Bytes bytes, const Bytes& more) {
+  bytes.insert(bytes.end(), more.begin(), more.end());
+  return bytes;
+}
+
+Bytes Words(std::initializer_list<std::uint32_t> words) {
+  Bytes bytes;
+  for (const std::uint32_t word : words) PutU32(bytes, word);
+  return bytes;
+}
 
 Bytes Header(std::uint32_t directoryOffset, std::uint32_t mode) {
-  Bytes file;
-  PutU32(file, directoryOffset);
-  PutU32(file, mode);
+  Bytes file = Words({directoryOffset, mode});
   file.resize(kHeader);
   return file;
 }
 
-void PutEntry(Bytes& file, const std::string& name, std::uint32_t storedSize, std::uint32_t size,
-              std::uint32_t offset) {
-  PutU32(file, static_cast<std::uint32_t>(name.size()));
-  file.insert(file.end(), name.begin(), name.end());
-  for (const std::uint32_t word : {storedSize, size, offset, 0u, 0u, 0u}) PutU32(file, word);
+Bytes Entry(const std::string& name, std::uint32_t storedSize, std::uint32_t size,
+            std::uint32_t offset) {
+  const Bytes length = Words({static_cast<std::uint32_t>(name.size())});
+  return Join(Join(length, TextBytes(name)), Words({storedSize, size, offset, 0, 0, 0}));
 }
 
 // An archive with one member.
 Bytes ArchiveOf(const Bytes& stored, std::uint32_t size, std::uint32_t mode) {
-  Bytes file = Header(kHeader + static_cast<std::uint32_t>(stored.size()), mode);
-  file.insert(file.end(), stored.begin(), stored.end());
-  PutU32(file, 1);
-  PutEntry(file, "m", static_cast<std::uint32_t>(stored.size()), size, kHeader);
-  PutU32(file, 0);
-  return file;
+  const Bytes file = Join(Header(kHeader + SizeOf(stored), mode), stored);
+  return Join(Join(file, Words({1})), Join(Entry("m", SizeOf(stored), size, kHeader), Words({0})));
 }
 
 Bytes Compressed(const Bytes& plain) {
@@ -54,15 +60,11 @@ struct TableEntry {
 };
 
 Bytes StoredMember(std::uint32_t count, const std::vector<TableEntry>& table, const Bytes& data) {
-  Bytes stored;
-  PutU32(stored, count);
-  for (const TableEntry& entry : table) {
-    for (const std::uint32_t word : {entry.compressed, entry.plain, entry.offset}) {
-      PutU32(stored, word);
-    }
+  Bytes stored = Words({count});
+  for (const auto& [compressed, plain, offset] : table) {
+    stored = Join(stored, Words({compressed, plain, offset}));
   }
-  stored.insert(stored.end(), data.begin(), data.end());
-  return stored;
+  return Join(stored, data);
 }
 
 class ArchiveDamage : public SandboxTest {
@@ -74,12 +76,15 @@ class ArchiveDamage : public SandboxTest {
     EXPECT_NE(open, !archive.Error().empty()) << "a failure has a reason";
     return open;
   }
-  std::optional<Bytes> Read(const Bytes& stored, std::uint32_t size, std::uint32_t mode = 1) {
-    WriteBytes("x.vra", ArchiveOf(stored, size, mode));
+  std::optional<Bytes> Read(const Bytes& stored, std::uint32_t stated, std::uint32_t mode = 1) {
+    WriteBytes("x.vra", ArchiveOf(stored, stated, mode));
     Archive archive;
     EXPECT_TRUE(archive.Open("x.vra", false)) << archive.Error();
     return archive.ReadMember("m");
   }
+
+  const Bytes plain = NoiseBytes(1000, 1), good = Compressed(plain);
+  const std::uint32_t size = SizeOf(good);
 };
 
 TEST_F(ArchiveDamage, AFileThatIsNoArchiveDoesNotOpen) {
@@ -87,104 +92,83 @@ TEST_F(ArchiveDamage, AFileThatIsNoArchiveDoesNotOpen) {
   EXPECT_FALSE(archive.Open("missing.vra", true));
   std::filesystem::create_directory("folder.vra");
   EXPECT_FALSE(archive.Open("folder.vra", false));
-  const Bytes good = ArchiveOf(TextBytes("data"), 4, 0);
-  EXPECT_TRUE(Opens(good));
-  EXPECT_TRUE(Opens(Bytes(good.begin(), good.end() - 4))) << "the end mark is not read";
-  for (std::size_t length = 0; length < good.size() - 4; ++length) {
-    EXPECT_FALSE(Opens(Bytes(good.begin(), good.begin() + std::ptrdiff_t(length)))) << length;
+  const Bytes whole = ArchiveOf(TextBytes("data"), 4, 0);
+  for (std::size_t cut = 0; cut <= whole.size(); ++cut) {
+    const bool lacksNoMoreThanTheEndMark = cut <= 4;  // which is not read
+    EXPECT_EQ(Opens({whole.begin(), whole.end() - std::ptrdiff_t(cut)}), lacksNoMoreThanTheEndMark)
+        << cut;
   }
 }
 
-TEST_F(ArchiveDamage, ADirectoryThatTheFileCannotHoldDoesNotOpen) {
-  Bytes file = Header(kHeader + 1, 0);
-  EXPECT_FALSE(Opens(file)) << "a directory beyond the file";
-  file = Header(0xFFFFFFFF, 0);
-  EXPECT_FALSE(Opens(file));
-  file = Header(kHeader, 2);
-  PutU32(file, 0);
-  EXPECT_FALSE(Opens(file)) << "an unknown storage mode";
-  file = Header(kHeader, 0);
-  PutU32(file, 0xFFFFFFFF);
-  EXPECT_FALSE(Opens(file)) << "a huge count";
-}
-
-TEST_F(ArchiveDamage, AnEntryOutsideTheFileDoesNotOpen) {
-  const auto opensWith = [&](std::uint32_t storedSize, std::uint32_t offset) {
-    Bytes file = Header(kHeader, 0);
-    PutU32(file, 1);
-    PutEntry(file, "m", storedSize, storedSize, offset);
-    return Opens(file);
-  };
-  EXPECT_TRUE(opensWith(10, kHeader));
-  EXPECT_FALSE(opensWith(10, 0xFFFFFFFF)) << "the sum must not wrap around";
-  EXPECT_FALSE(opensWith(0xFFFFFFFF, kHeader));
-  EXPECT_FALSE(opensWith(0, kHeader + 1000));
-  EXPECT_FALSE(opensWith(10, kHeader - 1)) << "a member in the header would change with it";
-  EXPECT_TRUE(opensWith(0, 0)) << "an empty member may lie anywhere";
+TEST_F(ArchiveDamage, ADirectoryOrEntryOutsideTheFileDoesNotOpen) {
+  EXPECT_FALSE(Opens(Header(kHeader + 1, 0)));
+  EXPECT_FALSE(Opens(Header(kMost, 0)));
+  EXPECT_TRUE(Opens(Join(Header(kHeader, 1), Words({0}))));
+  EXPECT_FALSE(Opens(Join(Header(kHeader, 2), Words({0})))) << "an unknown storage mode";
+  EXPECT_FALSE(Opens(Join(Header(kHeader, 0), Words({kMost})))) << "a huge count";
+  const struct {
+    std::uint32_t storedSize, offset;
+    bool opens;
+  } kEntries[] = {{10, kHeader, true},
+                  {33, kHeader, true},  // up to the file's end
+                  {34, kHeader, false},
+                  {10, kMost, false},  // the sum must not wrap around
+                  {kMost, kHeader, false},
+                  {0, kHeader + 1000, false},
+                  {10, kHeader - 1, false},  // a member in the header would change with it
+                  {0, 0, true}};             // an empty member may lie anywhere
+  const Bytes start = Join(Header(kHeader, 0), Words({1}));
+  for (const auto& [stored, offset, opens] : kEntries) {
+    EXPECT_EQ(Opens(Join(start, Entry("m", stored, stored, offset))), opens) << stored << offset;
+  }
+  EXPECT_FALSE(Opens(Join(start, Entry(std::string(512, 'n'), 0, 0, kHeader)))) << "a long name";
 }
 
 TEST_F(ArchiveDamage, NamesOf511BytesAreTheLongest) {
-  Bytes file = Header(kHeader, 0);
-  PutU32(file, 1);
-  PutEntry(file, std::string(512, 'n'), 0, 0, kHeader);
-  EXPECT_FALSE(Opens(file));
-
+  const std::string longest(511, 'n');
   Archive archive;
   ASSERT_TRUE(archive.Create("x.vra"));
-  EXPECT_FALSE(archive.WriteMember(std::string(512, 'n'), {}));
-  EXPECT_FALSE(archive.WriteMember("", {}));
-  EXPECT_TRUE(archive.WriteMember(std::string(511, 'n'), TextBytes("long")));
+  for (const std::string& name : {longest + 'n', std::string()}) {
+    EXPECT_FALSE(archive.WriteMember(name, {}));
+    EXPECT_EQ(archive.Error(), "The member's name is empty or too long");
+  }
+  EXPECT_TRUE(archive.WriteMember(longest, TextBytes("long")));
   ASSERT_TRUE(archive.Open("x.vra", false)) << archive.Error();
   EXPECT_EQ(archive.ReadMember(std::string(511, 'N')), TextBytes("long"));
 }
 
-TEST_F(ArchiveDamage, ASizeThatTheMemberCannotProduceIsNotBelieved) {
-  const Bytes plain = NoiseBytes(1000, 1), data = Compressed(plain);
-  const auto size = static_cast<std::uint32_t>(data.size());
-  EXPECT_EQ(Read(StoredMember(1, {{size, 1000, 0}}, data), 0xFFFFFFFF), plain);
-  EXPECT_EQ(Read(StoredMember(1, {{size, 0xFFFFFFFF, 0}}, data), 1000), plain)
-      << "the table's uncompressed size is not trusted";
-  EXPECT_LE(Read(StoredMember(1, {{size, 1000, 0}}, data), 10)->size(), 10u);
-  EXPECT_EQ(Read(TextBytes("four"), 0xFFFFFFFF, 0), TextBytes("four"));
+TEST_F(ArchiveDamage, NeitherSizesNorTablesOfAMemberAreBelieved) {
+  const TableEntry whole{size, 1000, 0};
+  EXPECT_EQ(Read(StoredMember(1, {whole}, good), kMost), plain);
+  EXPECT_EQ(Read(StoredMember(1, {{size, kMost, 0}}, good), 1000), plain);
+  EXPECT_LE(Read(StoredMember(1, {whole}, good), 10)->size(), 10u);
+  EXPECT_EQ(Read(TextBytes("four"), kMost, 0), TextBytes("four"));
   EXPECT_EQ(Read(TextBytes("four"), 2, 0), TextBytes("fo"));
-}
-
-TEST_F(ArchiveDamage, ASegmentThatDoesNotFitEndsTheReading) {
-  const Bytes plain = NoiseBytes(1000, 1), data = Compressed(plain);
-  const auto size = static_cast<std::uint32_t>(data.size());
-  for (const TableEntry bad : {TableEntry{size, 1000, 1}, TableEntry{size, 1000, 0xFFFFFFFF},
-                               TableEntry{0xFFFFFFFF, 1000, 0}, TableEntry{size, 1000, 0}}) {
-    EXPECT_EQ(Read(StoredMember(2, {{size, 1000, 0}, bad}, data), 5000), plain)
-        << bad.compressed << " at " << bad.offset;
+  for (const TableEntry bad :
+       {TableEntry{size, 1000, 1}, {size, 1000, kMost}, {kMost, 1000, 0}, {size, 1000, 0}}) {
+    EXPECT_EQ(Read(StoredMember(2, {whole, bad}, good), 5000), plain) << bad.offset;
   }
-  EXPECT_EQ(Read(StoredMember(0xFFFFFFFF, {}, data), 5000), Bytes{}) << "a table beyond the member";
-  EXPECT_EQ(Read(Bytes(3, 0), 5000), Bytes{}) << "no room for a segment count";
-
-  Bytes large = NoiseBytes(40001, 2);
-  EXPECT_EQ(Read(StoredMember(1, {{40001, 32768, 0}}, large), 32768), Bytes{});
+  for (const Bytes& useless : {StoredMember(kMost, {}, good),  // a table beyond the member
+                               Bytes(3, 0),                    // no room for a segment count
+                               StoredMember(1, {{40001, 32768, 0}}, NoiseBytes(40001, 2))}) {
+    EXPECT_EQ(Read(useless, 32768), Bytes{}) << useless.size();
+  }
 }
 
 TEST_F(ArchiveDamage, BadDataKeepsWhatCameBeforeAndAfterIt) {
-  const Bytes plain = NoiseBytes(1000, 1), good = Compressed(plain);
-  Bytes data = good;
-  data.insert(data.end(), {0xFF, 0xFF, 0xFF, 0xFF, 0xFF});
-  data.insert(data.end(), good.begin(), good.end());
-  const auto size = static_cast<std::uint32_t>(good.size());
+  const Bytes data = Join(Join(good, Bytes(5, 0xFF)), good);
   const auto read =
       Read(StoredMember(3, {{size, 1000, 0}, {5, 1000, size}, {size, 1000, size + 5}}, data), 5000);
-  ASSERT_TRUE(read);
-  ASSERT_GE(read->size(), 2000u);
+  ASSERT_TRUE(read && read->size() >= 2000);
   EXPECT_TRUE(std::equal(plain.begin(), plain.end(), read->begin()));
   EXPECT_TRUE(std::equal(plain.begin(), plain.end(), read->end() - 1000));
 }
 
 TEST_F(ArchiveDamage, OneCoreReadsWhatSeveralCoresRead) {
-  const Bytes plain = NoiseBytes(200'000, 1);  // seven segments
-  {
-    Archive archive;
-    ASSERT_TRUE(archive.Create("x.vra") && archive.SetMode(StorageMode::Compressed));
-    ASSERT_TRUE(archive.WriteMember("m", plain));
-  }
+  const Bytes large = NoiseBytes(200'000, 1);  // seven segments
+  Archive made;
+  ASSERT_TRUE(made.Create("x.vra") && made.SetMode(StorageMode::Compressed) &&
+              made.WriteMember("m", large));
   const auto read = [] {
     Archive archive;
     EXPECT_TRUE(archive.Open("x.vra", false)) << archive.Error();
@@ -194,41 +178,34 @@ TEST_F(ArchiveDamage, OneCoreReadsWhatSeveralCoresRead) {
     const OnOneCore one;
     return read();
   };
-  EXPECT_EQ(read(), plain);
-  EXPECT_EQ(readOnOneCore(), plain);
+  EXPECT_EQ(read(), large);
+  EXPECT_EQ(readOnOneCore(), large);
   Bytes damaged = ReadBytes("x.vra");
   for (std::size_t at = kHeader + 100'000; at < kHeader + 100'400; ++at) damaged[at] = 0;
   WriteBytes("x.vra", damaged);
-  EXPECT_NE(read(), plain);
+  EXPECT_NE(read(), large);
   EXPECT_EQ(readOnOneCore(), read());
 }
 
 TEST_F(ArchiveDamage, ASegmentOfAnotherCompressorStaysWhileItsBytesStay) {
-  Bytes plain = NoiseBytes(32768, 1);
-  const Bytes first = Compressed(plain), last = Compressed(TextBytes("tail"));
-  Bytes data = first;
-  data.insert(data.end(), last.begin(), last.end());
-  const auto size = static_cast<std::uint32_t>(first.size());
-  const auto lastSize = static_cast<std::uint32_t>(last.size());
-  WriteBytes("x.vra",
-             ArchiveOf(StoredMember(2, {{size, 32768, 0}, {lastSize, 4, size}}, data), 32772, 1));
+  const Bytes full = NoiseBytes(32768, 1);
+  const Bytes first = Compressed(full), last = Compressed(TextBytes("tail"));
+  const std::vector<TableEntry> table = {{SizeOf(first), 32768, 0},
+                                         {SizeOf(last), 4, SizeOf(first)}};
+  WriteBytes("x.vra", ArchiveOf(StoredMember(2, table, Join(first, last)), 32772, 1));
+  const Bytes changed = Join(full, TextBytes("TAIL grows"));
   Archive archive;
-  ASSERT_TRUE(archive.Open("x.vra", true));
-  for (const char c : std::string("TAIL grows")) plain.push_back(static_cast<std::uint8_t>(c));
-  ASSERT_TRUE(archive.WriteMember("m", plain));
-
+  ASSERT_TRUE(archive.Open("x.vra", true) && archive.WriteMember("m", changed));
   const RawArchive raw = ReadRawArchive("x.vra");
-  EXPECT_EQ(raw.Content("m"), plain);
+  EXPECT_EQ(raw.Content("m"), changed);
   const Bytes stored = raw.Stored("m");
   EXPECT_TRUE(std::equal(first.begin(), first.end(), stored.begin() + 4 + 2 * 12));
 }
 
 TEST_F(ArchiveDamage, OffsetsBeyond4GiBAreRefused) {
-  Bytes file = Header(kHeader, 0);
-  PutU32(file, 2);
-  PutEntry(file, "far", 0x200, 0x200, 0xFFFFFF00);
-  PutEntry(file, "near", 4, 4, kHeader);
-  WriteBytes("x.vra", file);
+  WriteBytes("x.vra",
+             Join(Join(Header(kHeader, 0), Words({2})),
+                  Join(Entry("far", 0x200, 0x200, 0xFFFFFF00), Entry("near", 4, 4, kHeader))));
   std::filesystem::resize_file("x.vra", (std::uintmax_t{1} << 32) + 0x100);  // sparse
   Archive archive;
   ASSERT_TRUE(archive.Open("x.vra", true)) << archive.Error();

@@ -1,140 +1,28 @@
-#include <algorithm>
+// What changes make of an archive file, seen by the plain reader: every offset,
+// size and byte.
 #include <filesystem>
 #include <gtest/gtest.h>
 
+#include "core/text.h"
 #include "data/archive.h"
 #include "support/archive_bytes.h"
+#include "support/golden.h"
 #include "support/sandbox.h"
 
 namespace mw {
 namespace {
 
+namespace fs = std::filesystem;
 constexpr std::uint32_t kHeader = 156;
 
-class ArchiveFormat : public SandboxTest {
- protected:
-  void CreateCompressed(Archive& archive) {
-    ASSERT_TRUE(archive.Create("level.vra")) << archive.Error();
-    ASSERT_TRUE(archive.SetMode(StorageMode::Compressed));
-  }
-  RawArchive Raw() const { return ReadRawArchive(folder / "level.vra"); }
-};
-
-TEST_F(ArchiveFormat, ANewArchiveIsAHeaderAndAnEmptyDirectory) {
-  Archive archive;
-  CreateCompressed(archive);
-  Bytes expected(kHeader, 0);
-  expected[0] = kHeader;
-  expected.resize(kHeader + 8, 0);
-  EXPECT_EQ(ReadBytes(folder / "level.vra"), expected);
-}
-
-TEST_F(ArchiveFormat, StoredMembersLieInTheFileAsTheyAre) {
-  Archive archive;
-  ASSERT_TRUE(archive.Create("level.vra"));
-  ASSERT_TRUE(archive.WriteMember("b\\Two.con", TextBytes("second")));
-  ASSERT_TRUE(archive.WriteMember("A/one.con", TextBytes("first")));
-  ASSERT_TRUE(archive.WriteMember("a_/under", {}));
-
-  const RawArchive raw = Raw();
-  EXPECT_EQ(raw.mode, 0u);
-  EXPECT_EQ(raw.directoryOffset, kHeader + 11);
-  ASSERT_EQ(raw.entries.size(), 3u);
-  EXPECT_EQ(raw.entries[0].name, "A/one.con") << "'/' sorts before '_'";
-  EXPECT_EQ(raw.entries[1].name, "a_/under");
-  EXPECT_EQ(raw.entries[2].name, "b/Two.con");
-  EXPECT_EQ(raw.entries[2].offset, kHeader);
-  EXPECT_EQ(raw.entries[2].size, 6u);
-  EXPECT_EQ(raw.Content("A/one.con"), TextBytes("first"));
-  EXPECT_EQ(raw.endMark, 0u);
-}
-
-TEST_F(ArchiveFormat, CompressedMembersAreSegmentsOf32768Bytes) {
-  const Bytes two = NoiseBytes(65536, 1), three = NoiseBytes(65537, 2);
-  Archive archive;
-  CreateCompressed(archive);
-  ASSERT_TRUE(archive.WriteMember("two", two));
-  ASSERT_TRUE(archive.WriteMember("three", three));
-  ASSERT_TRUE(archive.WriteMember("empty", {}));
-
-  const RawArchive raw = Raw();
-  EXPECT_EQ(raw.mode, 1u);
-  EXPECT_EQ(raw.Stored("two")[0], 2);
-  EXPECT_EQ(raw.Stored("three")[0], 3);
-  EXPECT_EQ(raw.Stored("empty"), Bytes(4, 0)) << "a segment count of 0 and nothing else";
-  EXPECT_EQ(raw.Content("two"), two);
-  EXPECT_EQ(raw.Content("three"), three);
-  EXPECT_LT(raw.Find("two")->storedSize, two.size());
-  EXPECT_EQ(archive.ReadMember("two"), two);
-  EXPECT_EQ(archive.ReadMember("empty"), Bytes{});
-}
-
-TEST_F(ArchiveFormat, NamesMeanTheSameMemberInAnyCaseAndWithAnySeparator) {
-  Archive archive;
-  CreateCompressed(archive);
-  ASSERT_TRUE(archive.WriteMember("Varnhold/Levels/X/Init.con", TextBytes("old")));
-  ASSERT_TRUE(archive.WriteMember("varnhold\\levels\\x\\init.con", TextBytes("new")));
-
-  EXPECT_EQ(archive.ReadMember("VARNHOLD\\levels/X/INIT.CON"), TextBytes("new"));
-  const RawArchive raw = Raw();
-  ASSERT_EQ(raw.entries.size(), 1u);
-  EXPECT_EQ(raw.entries[0].name, "Varnhold/Levels/X/Init.con") << "the first spelling stays";
-}
-
-TEST_F(ArchiveFormat, AGrowingMemberMovesToTheEndAndAShrinkingOneStaysInPlace) {
-  Archive archive;
-  ASSERT_TRUE(archive.Create("level.vra"));
-  ASSERT_TRUE(archive.WriteMember("a", TextBytes("aaaa")));
-  ASSERT_TRUE(archive.WriteMember("b", TextBytes("bbbb")));
-  ASSERT_TRUE(archive.WriteMember("a", TextBytes("AAAAAA")));
-  ASSERT_TRUE(archive.WriteMember("b", TextBytes("B")));
-
-  RawArchive raw = Raw();
-  EXPECT_EQ(raw.Find("a")->offset, kHeader + 8);
-  EXPECT_EQ(raw.Find("b")->offset, kHeader + 4);
-  EXPECT_EQ(Bytes(raw.file.begin() + kHeader, raw.file.begin() + kHeader + 8),
-            TextBytes("aaaaBbbb"))
-      << "old bytes stay until the archive is closed";
-
-  ASSERT_TRUE(archive.Close());
-  raw = Raw();
-  EXPECT_EQ(raw.Find("b")->offset, kHeader) << "in the order of the former offsets";
-  EXPECT_EQ(raw.Find("a")->offset, kHeader + 1);
-  EXPECT_EQ(raw.directoryOffset, kHeader + 7);
-  EXPECT_EQ(raw.file.size(), raw.directoryEnd);
-  EXPECT_EQ(raw.Content("a"), TextBytes("AAAAAA"));
-}
-
-TEST_F(ArchiveFormat, RemovingKeepsTheBytesUntilTheArchiveIsClosed) {
-  Archive archive;
-  ASSERT_TRUE(archive.Create("level.vra"));
-  for (const char* name : {"Keep/x", "menu/a", "MENU/b", "menu2"}) {
-    ASSERT_TRUE(archive.WriteMember(name, TextBytes(name)));
-  }
-  EXPECT_FALSE(archive.RemoveMember("missing"));
-  EXPECT_TRUE(archive.RemoveMembersWithPrefix("Menu\\"));
-  RawArchive raw = Raw();
-  EXPECT_EQ(raw.entries.size(), 2u);
-  EXPECT_EQ(raw.Content("Keep/x"), TextBytes("Keep/x"));
-  const auto name = TextBytes("MENU/b");
-  EXPECT_NE(std::search(raw.file.begin(), raw.file.end(), name.begin(), name.end()),
-            raw.file.end());
-
-  EXPECT_TRUE(archive.RemoveMember("keep/X"));
-  EXPECT_TRUE(archive.RemoveMember("menu2"));
-  ASSERT_TRUE(archive.Close());
-  raw = Raw();
-  EXPECT_TRUE(raw.entries.empty());
-  EXPECT_EQ(raw.file.size(), kHeader + 8u);
-}
-
-// An archive as another program might have written it.
+// An archive as another program might have written it: with reserved fields,
+// members that share bytes, and names that differ in case only.
 Bytes ForeignArchive() {
   Bytes file;
   PutU32(file, kHeader + 10);
   PutU32(file, 0);
   for (int i = 0; i < 148; ++i) file.push_back(static_cast<std::uint8_t>(i));
-  for (const char c : std::string("0123456789")) file.push_back(static_cast<std::uint8_t>(c));
+  for (const std::uint8_t byte : TextBytes("0123456789")) file.push_back(byte);
   const RawEntry entries[] = {{"z\\last", 4, 4, kHeader + 6, {7, 8, 9}},
                               {"shared", 6, 6, kHeader, {}},
                               {"Also/shared", 6, 6, kHeader, {1, 2, 3}},
@@ -143,90 +31,125 @@ Bytes ForeignArchive() {
   PutU32(file, 5);
   for (const RawEntry& entry : entries) {
     PutU32(file, static_cast<std::uint32_t>(entry.name.size()));
-    for (const char c : entry.name) file.push_back(static_cast<std::uint8_t>(c));
-    for (const std::uint32_t word : {entry.storedSize, entry.size, entry.offset})
+    for (const std::uint8_t byte : TextBytes(entry.name)) file.push_back(byte);
+    for (const std::uint32_t word : {entry.storedSize, entry.size, entry.offset, entry.reserved[0],
+                                     entry.reserved[1], entry.reserved[2]})
       PutU32(file, word);
-    for (const std::uint32_t word : entry.reserved) PutU32(file, word);
   }
   PutU32(file, 0xFFFFFFFF);  // an end mark that readers do not look at
   return file;
 }
 
-TEST_F(ArchiveFormat, WhatTheProgramDoesNotKnowIsKept) {
-  const Bytes before = ForeignArchive();
-  WriteBytes(folder / "level.vra", before);
-  Archive archive;
-  ASSERT_TRUE(archive.Open("level.vra", true)) << archive.Error();
-  EXPECT_EQ(archive.ReadMember("Z/LAST"), TextBytes("6789"));
-  EXPECT_EQ(archive.ReadMember("shared"), TextBytes("01234")) << "the later record counts";
-  ASSERT_TRUE(archive.WriteMember("new", TextBytes("n")));
-  ASSERT_TRUE(archive.Close());
+class ArchiveFormat : public SandboxTest {
+ protected:
+  // What the plain reader and the program read; the latter is told where it
+  // differs.
+  std::string Listing() {
+    const RawArchive raw = ReadRawArchive("level.vra");
+    std::string text =
+        FormatText("  mode %u, directory at %u up to %u of %u, end mark %x, reserved %i\n",
+                   raw.mode, raw.directoryOffset, static_cast<unsigned>(raw.directoryEnd),
+                   static_cast<unsigned>(raw.file.size()), raw.endMark, raw.reserved[147]);
+    for (const RawEntry& entry : raw.entries) {
+      const Bytes content = raw.Content(entry.name);
+      text += FormatText("  %s at %u: %u of %u [%u %u %u] ", entry.name.c_str(), entry.offset,
+                         entry.storedSize, entry.size, entry.reserved[0], entry.reserved[1],
+                         entry.reserved[2]);
+      if (content.size() < 20) text.append(content.begin(), content.end());
+      if (content.size() >= 20 && raw.mode == 1)
+        text += FormatText("%i segments", raw.Stored(entry.name)[0]);
+      if (archive.ReadMember(entry.name) != content) text += " DIFFERS";
+      text += "\n";
+    }
+    if (raw.mode == 0)
+      text += "  " +
+              std::string(raw.file.begin() + kHeader, raw.file.begin() + raw.directoryOffset) +
+              "\n";
+    return text;
+  }
 
-  const RawArchive raw = Raw();
-  EXPECT_EQ(raw.mode, 0u);
-  EXPECT_EQ(raw.reserved, Bytes(before.begin() + 8, before.begin() + kHeader));
-  ASSERT_EQ(raw.entries.size(), 5u);
-  EXPECT_EQ(raw.Find("z/last")->reserved[2], 9u);
-  EXPECT_EQ(raw.Find("shared")->reserved[0], 4u) << "first spelling, last record";
-  EXPECT_EQ(raw.Content("Also/shared"), TextBytes("012345"));
-  EXPECT_EQ(raw.Content("shared"), TextBytes("01234"));
-  EXPECT_EQ(raw.Content("z/last"), TextBytes("6789"));
-  EXPECT_NE(raw.Find("Also/shared")->offset, raw.Find("shared")->offset)
-      << "members that shared bytes each have theirs";
-  EXPECT_EQ(raw.Find("new")->reserved[0], 0u);
-}
+  // Does what a line says, and says whether that went well.
+  bool Do(std::string_view line) {
+    Tokenizer words(line);
+    const std::string verb(*words.Next(" ")), name(words.Next(" ").value_or("")),
+        text(words.Next(" ").value_or(""));
+    if (verb == "create") return archive.Create("level.vra");
+    if (verb == "compress") return archive.SetMode(StorageMode::Compressed);
+    if (verb == "store") return archive.SetMode(StorageMode::Stored);
+    if (verb == "foreign") WriteBytes("level.vra", ForeignArchive());
+    if (verb == "open" || verb == "foreign") return archive.Open("LEVEL.vra", name != "reading");
+    if (verb == "write") return archive.WriteMember(name, TextBytes(text));
+    if (verb == "noise")
+      return archive.WriteMember(name, NoiseBytes(static_cast<std::size_t>(ParseInt(text)), 1));
+    if (verb == "remove") return archive.RemoveMember(name);
+    if (verb == "empty") return archive.RemoveMembersWithPrefix(name);
+    if (verb == "begin") return archive.BeginSave();
+    if (verb == "compact") return archive.Compact() && archive.Open("level.vra", true);
+    return archive.Close() && archive.Open("level.vra", true);
+  }
 
-TEST_F(ArchiveFormat, AMemberThatSharesItsBytesIsNotOverwrittenInPlace) {
-  WriteBytes(folder / "level.vra", ForeignArchive());
   Archive archive;
-  ASSERT_TRUE(archive.Open("level.vra", true));
-  ASSERT_TRUE(archive.WriteMember("shared", TextBytes("xx")));
-  EXPECT_EQ(archive.ReadMember("also/shared"), TextBytes("012345"));
-  EXPECT_EQ(archive.ReadMember("shared"), TextBytes("xx"));
-}
+};
 
-TEST_F(ArchiveFormat, AReadOnlyArchiveRefusesEveryChange) {
-  WriteBytes(folder / "level.vra", ForeignArchive());
-  Archive archive;
-  ASSERT_TRUE(archive.Open("LEVEL.VRA", false)) << "found without regard to case";
-  EXPECT_FALSE(archive.WriteMember("x", TextBytes("x")));
-  EXPECT_FALSE(archive.RemoveMember("shared"));
-  EXPECT_FALSE(archive.RemoveMembersWithPrefix(""));
-  EXPECT_FALSE(archive.BeginSave());
-  EXPECT_TRUE(archive.Close());
-  EXPECT_EQ(ReadBytes(folder / "level.vra"), ForeignArchive());
+TEST_F(ArchiveFormat, EveryChangeLeavesTheFileAsTheFormatSays) {
+  const std::pair<const char*, std::vector<const char*>> kStories[] = {
+      {"A new archive is a header and an empty directory", {"create", "compress"}},
+      {"Stored members lie in the file as they are",
+       {"create", "write b\\Two.con second", "write A/one.con first", "write a_/under"}},
+      {"Compressed members are segments of 32768 bytes",
+       {"create", "compress", "noise one 32768", "noise two 65536", "noise three 65537",
+        "write empty", "write text some", "store"}},
+      {"Names mean the same member in any case and with any separator",
+       {"create", "compress", "write Levels/X/Init.con old", "write levels\\x\\INIT.con new"}},
+      {"A growing member moves to the end and a shrinking one stays, until the "
+       "archive is closed",
+       {"create", "write a aaaa", "write b bbbb", "write b BBBB", "write a AAAAAA", "write b B",
+        "show", "close"}},
+      {"Removed bytes stay until the archive is closed",
+       {"create", "write Keep/x 1", "write menu/a 22", "write MENU/b 333", "write menu2 4",
+        "remove missing", "empty Menu\\", "show", "remove keep/X", "remove menu2", "close"}},
+      {"Compacting closes up what nobody changed in this run, too",
+       {"create", "write a 1", "write b 2", "remove a", "open", "show", "compact"}},
+      {"What the program does not know is kept, and members that shared bytes "
+       "each have theirs",
+       {"foreign", "show", "write new n", "close"}},
+      {"A member that shares its bytes is not overwritten in place",
+       {"foreign", "write shared xx"}},
+      {"An archive for reading refuses every change",
+       {"foreign reading", "write x x", "remove shared", "empty", "begin", "close"}},
+      {"The mode stays while members are stored in it",
+       {"create", "compress", "write m text", "store", "compress", "remove m", "store"}},
+      {"Creating takes over an existing file", {"foreign", "create", "show", "close"}}};
+  std::string told;
+  for (const auto& [title, lines] : kStories) {
+    archive.Close();
+    fs::remove("level.vra");
+    told += std::string(title) + "\n";
+    for (const std::string line : lines) {
+      if (line == "show") {
+        told += Listing();
+      } else {
+        told += "> " + line + (Do(line) ? "\n" : ": refused\n");
+      }
+    }
+    told += Listing() + "\n";
+  }
+  ExpectGolden("data/archive_format.txt", told);
 }
 
 TEST_F(ArchiveFormat, CompactingKeepsLinksAndPermissions) {
-  using std::filesystem::perms;
-  constexpr perms kMode = perms::owner_read | perms::owner_write | perms::group_read;
-  WriteBytes(folder / "real.vra", ForeignArchive());
-  std::filesystem::permissions("real.vra", kMode);
-  std::filesystem::create_symlink("real.vra", "level.vra");
-  Archive archive;
+  constexpr fs::perms kMode =
+      fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
+  WriteBytes("real.vra", ForeignArchive());
+  fs::permissions("real.vra", kMode);
+  fs::create_symlink("real.vra", "level.vra");
   ASSERT_TRUE(archive.Open("level.vra", true));
   ASSERT_TRUE(archive.RemoveMember("shared"));
   ASSERT_TRUE(archive.Close()) << archive.Error();
-  EXPECT_TRUE(std::filesystem::is_symlink("level.vra"));
-  EXPECT_EQ(std::filesystem::status("real.vra").permissions(), kMode);
-  EXPECT_EQ(Raw().file.size(), Raw().directoryEnd);
-}
-
-TEST_F(ArchiveFormat, TheModeStaysWhileMembersAreStoredInIt) {
-  Archive archive;
-  CreateCompressed(archive);
-  ASSERT_TRUE(archive.WriteMember("m", TextBytes("text")));
-  EXPECT_FALSE(archive.SetMode(StorageMode::Stored));
-  EXPECT_EQ(archive.ReadMember("m"), TextBytes("text"));
-}
-
-TEST_F(ArchiveFormat, CreatingTakesOverAnExistingFile) {
-  WriteBytes(folder / "level.vra", ForeignArchive());
-  Archive archive;
-  CreateCompressed(archive);
-  EXPECT_TRUE(Raw().entries.empty());
-  ASSERT_TRUE(archive.Close());
-  EXPECT_EQ(ReadBytes(folder / "level.vra").size(), kHeader + 8u);
+  EXPECT_TRUE(fs::is_symlink("level.vra"));
+  EXPECT_EQ(fs::status("real.vra").permissions(), kMode);
+  const RawArchive raw = ReadRawArchive("level.vra");
+  EXPECT_EQ(raw.file.size(), raw.directoryEnd);
 }
 
 }  // namespace

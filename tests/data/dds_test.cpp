@@ -14,78 +14,76 @@ namespace {
 
 using ByteVector = std::vector<std::uint8_t>;
 using ::testing::ElementsAre;
-using ::testing::ElementsAreArray;
 
 constexpr std::uint16_t kRed = 0xF800, kBlue = 0x001F;
 
 // 256 x 256 with all of its levels, the top one red and the others blue.
 DdsFile FullChain() {
-  DdsFile file{256, 256, 32768, 9};
-  file.data = UniformBlocks(4096, kRed);
+  DdsFile file{256, 256, 32768, 9, "DXT1", UniformBlocks(4096, kRed)};
   const ByteVector smaller = UniformBlocks((8192 + 2048 + 512 + 128 + 32 + 8 + 8 + 8) / 8, kBlue);
   file.data.insert(file.data.end(), smaller.begin(), smaller.end());
   return file;
 }
 
-TEST(Dds, HeaderGivesTheImage) {
-  DdsFile file{8, 4, 32, 1, "DXT5", ByteVector(32, 7)};
-  const auto image = DecodeDds(file.Bytes());
-  ASSERT_TRUE(image);
-  EXPECT_EQ(image->width, 8);
-  EXPECT_EQ(image->height, 4);
-  EXPECT_EQ(image->components, 4);
-  EXPECT_EQ(image->format, static_cast<std::uint32_t>(GL_COMPRESSED_RGBA_S3TC_DXT5_EXT));
-  EXPECT_EQ(image->data, file.data);
+TEST(Dds, HeaderGivesTheImageAndDataIsWhatTheHeaderSaysAndTheFileHas) {
+  const struct {
+    std::uint32_t width, height, linearSize, mipCount;
+    const char* kind;
+    std::size_t dataSize;
+    std::uint32_t format;
+    int components;
+  } kRows[] = {{8, 4, 32, 1, "DXT5", 32, GL_COMPRESSED_RGBA_S3TC_DXT5_EXT, 4},
+               {1, 1, 8, 1, "DXT1", 8, GL_COMPRESSED_RGBA_S3TC_DXT1_EXT, 3},
+               {4096, 4096, 8, 2, "DXT1", 16, GL_COMPRESSED_RGBA_S3TC_DXT1_EXT, 3},
+               {4, 4, 8, 3, "DXT3", 32, GL_COMPRESSED_RGBA_S3TC_DXT3_EXT, 4},
+               {4, 4, 0xFFFFFFFF, 3, "DXT3", 100, GL_COMPRESSED_RGBA_S3TC_DXT3_EXT, 4}};
+  ByteVector data(100, 7);
+  for (const auto& row : kRows) {
+    const auto image = DecodeDds(
+        DdsFile{row.width, row.height, row.linearSize, row.mipCount, row.kind, data}.Bytes());
+    ASSERT_TRUE(image) << row.kind;
+    EXPECT_EQ(image->width, static_cast<int>(row.width));
+    EXPECT_EQ(image->height, static_cast<int>(row.height));
+    EXPECT_EQ(image->components, row.components);
+    EXPECT_EQ(image->format, row.format);
+    EXPECT_EQ(image->data, ByteVector(row.dataSize, 7)) << row.kind;
+  }
 }
 
-TEST(Dds, OnlyTheThreeKindsOfTheGameAreRead) {
-  for (const char* kind : {"DXT1", "DXT3", "DXT5"}) {
-    EXPECT_TRUE(DecodeDds(DdsFile{4, 4, 8, 1, kind}.Bytes())) << kind;
-  }
+TEST(Dds, DamagedHeadersAndOtherKindsAreRefused) {
+  const ByteVector whole = DdsFile{}.Bytes();
+  EXPECT_TRUE(DecodeDds(whole));
+  EXPECT_FALSE(DecodeDds(std::span(whole).first(127)));
   for (const char* kind : {"DXT2", "DXT4", "dxt1", "DX10"}) {
     EXPECT_FALSE(DecodeDds(DdsFile{4, 4, 8, 1, kind}.Bytes())) << kind;
   }
-}
-
-TEST(Dds, DamagedHeadersAreRefused) {
-  const ByteVector whole = DdsFile{}.Bytes();
-  EXPECT_FALSE(DecodeDds(std::span(whole).first(127)));
-  EXPECT_FALSE(DecodeDds({}));
   ByteVector other = whole;
   other[3] = '2';
   EXPECT_FALSE(DecodeDds(other)) << "not a DDS file";
-  for (const std::uint32_t side : {0u, 8193u, 0xFFFFFFFFu}) {
+  for (const std::uint32_t side : {0u, 4097u, 0xFFFFFFFFu}) {
     EXPECT_FALSE(DecodeDds(DdsFile{side, 4}.Bytes())) << side;
     EXPECT_FALSE(DecodeDds(DdsFile{4, side}.Bytes())) << side;
   }
 }
 
-TEST(Dds, DataIsWhatTheHeaderSaysAndTheFileHas) {
-  DdsFile file{4, 4, 8, 1, "DXT1", ByteVector(100)};
-  EXPECT_EQ(DecodeDds(file.Bytes())->data.size(), 8u);
-  file.mipCount = 3;
-  EXPECT_EQ(DecodeDds(file.Bytes())->data.size(), 16u) << "twice the top level for all levels";
-  file.fourCc = "DXT3";
-  EXPECT_EQ(DecodeDds(file.Bytes())->data.size(), 32u);
-  file.linearSize = 0xFFFFFFFF;
-  EXPECT_EQ(DecodeDds(file.Bytes())->data.size(), 100u);
-}
-
-TEST(DecodeDxt1, MixesFourColoursWhenTheFirstIsLarger) {
-  // Each row of the block: colours 0, 1, 2, 3 from the left.
-  const ByteVector block = {0x00, 0xF8, 0x1F, 0x00, 0xE4, 0xE4, 0xE4, 0xE4};
-  const ByteVector rgba = DecodeDxt1(block, 4, 4);
-  ASSERT_EQ(rgba.size(), 64u);
-  EXPECT_THAT(ByteVector(rgba.begin(), rgba.begin() + 16),
-              ElementsAre(248, 0, 0, 255, 0, 0, 248, 255, 165, 0, 82, 255, 82, 0, 165, 255));
-}
-
-TEST(DecodeDxt1, EqualColoursMakeTheFourthTransparentCyan) {
-  const ByteVector block = {0xE0, 0x07, 0xE0, 0x07, 0x02, 0xFF, 0, 0};
-  const ByteVector rgba = DecodeDxt1(block, 4, 4);
-  EXPECT_THAT(ByteVector(rgba.begin(), rgba.begin() + 4), ElementsAre(0, 252, 0, 255))
-      << "the mean";
-  EXPECT_THAT(ByteVector(rgba.begin() + 16, rgba.begin() + 20), ElementsAre(0, 255, 255, 0));
+// A block and the pixels that its four choices give, in their order.
+TEST(DecodeDxt1, MixesFourColoursWhenTheFirstIsLargerElseThreeAndTransparentCyan) {
+  const std::pair<ByteVector, ByteVector> kBlocks[] = {
+      {{0x00, 0xF8, 0x1F, 0x00, 0xE4, 0xE4, 0xE4, 0xE4},
+       {248, 0, 0, 255, 0, 0, 248, 255, 165, 0, 82, 255, 82, 0, 165, 255}},
+      {{0xE0, 0x07, 0xE0, 0x07, 0xE4, 0xE4, 0xE4, 0xE4},
+       {0, 252, 0, 255, 0, 252, 0, 255, 0, 252, 0, 255, 0, 255, 255, 0}},
+      {{0x1F, 0x00, 0x00, 0xF8, 0xE4, 0xE4, 0xE4, 0xE4},
+       {0, 0, 248, 255, 248, 0, 0, 255, 124, 0, 124, 255, 0, 255, 255, 0}}};
+  for (const auto& [block, row] : kBlocks) {
+    const ByteVector rgba = DecodeDxt1(block, 4, 4);
+    ASSERT_EQ(rgba.size(), 64u);
+    EXPECT_EQ(ByteVector(rgba.begin() + 16, rgba.begin() + 32), row);
+    for (int x = 0; x < 4; ++x) {
+      const auto pixel = DecodeDxt1Pixel(block, 4, x, 1);
+      EXPECT_TRUE(std::equal(pixel.begin(), pixel.end(), row.begin() + 4 * x)) << x;
+    }
+  }
 }
 
 TEST(DecodeDxt1, BlocksFillRowsAndTheMissingOnesAreZero) {
@@ -94,33 +92,33 @@ TEST(DecodeDxt1, BlocksFillRowsAndTheMissingOnesAreZero) {
   ASSERT_EQ(rgba.size(), 6u * 5 * 4);
   EXPECT_EQ(rgba[5 * 4], 248) << "the second block, cut at the right edge";
   EXPECT_EQ(rgba[4 * 6 * 4], 0) << "the fifth row belongs to the third block";
-  EXPECT_TRUE(DecodeDxt1(blocks, 0, 4).empty());
-  EXPECT_TRUE(DecodeDxt1(blocks, 4, 1 << 30).empty());
+  EXPECT_EQ(DecodeDxt1Pixel(blocks, 6, 5, 3)[0], 248);
+  EXPECT_EQ(DecodeDxt1Pixel(blocks, 6, 0, 4)[3], 0);
+  for (const auto& [width, height] : {std::pair{0, 4}, {4, 0}, {4097, 4}, {4, 4097}}) {
+    EXPECT_TRUE(DecodeDxt1(blocks, width, height).empty()) << width << " x " << height;
+  }
 }
 
 class DdsTextureTest : public LevelArchiveTest {
  protected:
   void SetUp() override {
     if (!OpenTestGl(16, 16)) GTEST_SKIP() << TestGlError();
-    glGenTextures(1, &texture_);
-    glBindTexture(GL_TEXTURE_2D, texture_);
   }
-  void TearDown() override { glDeleteTextures(1, &texture_); }
+  void TearDown() override { glDeleteTextures(1, &texture); }
 
-  // ByteVector of each level of the bound texture.
+  // Bytes of each level of the texture.
   static std::vector<int> LevelSizes() {
     std::vector<int> sizes;
-    for (int level = 0; level < 14; ++level) {
+    for (int mip = 0; mip < 14; ++mip) {
       GLint width = 0, size = 0;
-      glGetTexLevelParameteriv(GL_TEXTURE_2D, level, GL_TEXTURE_WIDTH, &width);
+      glGetTexLevelParameteriv(GL_TEXTURE_2D, mip, GL_TEXTURE_WIDTH, &width);
       if (width == 0) break;
-      glGetTexLevelParameteriv(GL_TEXTURE_2D, level, GL_TEXTURE_COMPRESSED_IMAGE_SIZE, &size);
+      glGetTexLevelParameteriv(GL_TEXTURE_2D, mip, GL_TEXTURE_COMPRESSED_IMAGE_SIZE, &size);
       sizes.push_back(size);
     }
     return sizes;
   }
-
-  // The colour of the middle of the view after the bound texture was drawn over all of it.
+  // The colour of the middle of the view after the texture was drawn over all of it, much smaller.
   static ByteVector DrawnColour() {
     glClearColor(0, 1, 0, 1);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
@@ -138,62 +136,47 @@ class DdsTextureTest : public LevelArchiveTest {
     return {middle, middle + 3};
   }
 
- private:
-  unsigned texture_ = 0;
+  unsigned texture = 0;
 };
 
-TEST_F(DdsTextureTest, EveryLevelIsUploadedWithItsSize) {
-  EXPECT_EQ(UploadCompressed(*DecodeDds(FullChain().Bytes())), 9);
-  EXPECT_THAT(LevelSizes(), ElementsAre(32768, 8192, 2048, 512, 128, 32, 8, 8, 8));
-  EXPECT_THAT(DrawnColour(), ElementsAre(0, 0, 255)) << "small in the view: a lower level";
-}
-
-TEST_F(DdsTextureTest, LevelsThatTheFileLacksAreLeftOut) {
-  DdsFile cut = FullChain();
+TEST_F(DdsTextureTest, EveryLevelThatTheFileHasIsUploaded) {
+  DdsFile cut = FullChain(), single{256, 256, 32768, 0, "DXT1", UniformBlocks(4096, kRed)};
   cut.data.resize(32768 + 8192 + 2047);
-  EXPECT_EQ(UploadCompressed(*DecodeDds(cut.Bytes())), 2);
-  EXPECT_THAT(LevelSizes(), ElementsAre(32768, 8192));
-  EXPECT_THAT(DrawnColour(), ElementsAre(0, 0, 255)) << "the texture is complete all the same";
-
-  cut.data.resize(32767);
-  EXPECT_EQ(UploadCompressed(*DecodeDds(cut.Bytes())), 0);
-}
-
-TEST_F(DdsTextureTest, MipCountOfNoneIsOneLevel) {
-  DdsFile single{256, 256, 32768, 0, "DXT1", UniformBlocks(4096, kRed)};
-  EXPECT_EQ(UploadCompressed(*DecodeDds(single.Bytes())), 1);
-  EXPECT_THAT(DrawnColour(), ElementsAre(255, 0, 0));
-}
-
-TEST_F(DdsTextureTest, HugeMipCountEndsAtOnePixel) {
-  DdsFile file{4, 2, 8, 0xFFFFFFFF, "DXT1", UniformBlocks(2, kBlue)};
-  EXPECT_EQ(UploadCompressed(*DecodeDds(file.Bytes())), 2) << "only two blocks are in the file";
-  file.linearSize = 64;
-  file.data = UniformBlocks(16, kBlue);
-  EXPECT_EQ(UploadCompressed(*DecodeDds(file.Bytes())), 3) << "4 x 2, 2 x 1 and 1 x 1";
-}
-
-TEST_F(DdsTextureTest, ObjectTextureComesFromAnArchive) {
-  Put("wall.dds", Text(FullChain().Bytes()));
-  unsigned texture = 0;
-  ASSERT_TRUE(LoadDdsTexture(LevelPath("wall.dds"), texture));
-  GLint filter = 0, wrap = 0;
-  glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, &filter);
-  glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, &wrap);
-  EXPECT_EQ(filter, GL_LINEAR_MIPMAP_LINEAR);
-  EXPECT_EQ(wrap, GL_REPEAT);
-  glDeleteTextures(1, &texture);
-
-  Put("small.dds", Text(DdsFile{4, 4, 8, 3, "DXT1", UniformBlocks(3, kRed)}.Bytes()));
-  ASSERT_TRUE(LoadDdsTexture(LevelPath("small.dds"), texture));
-  glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, &filter);
-  EXPECT_EQ(filter, GL_LINEAR) << "fewer than 9 levels";
-  glDeleteTextures(1, &texture);
-
+  DdsFile none = cut;
+  none.data.resize(32767);
+  const struct {
+    DdsFile file;
+    std::vector<int> levels;
+    ByteVector drawn;
+    int filter = GL_LINEAR;
+  } kRows[] = {
+      {FullChain(),
+       {32768, 8192, 2048, 512, 128, 32, 8, 8, 8},
+       {0, 0, 255},
+       GL_LINEAR_MIPMAP_LINEAR},
+      {cut, {32768, 8192}, {0, 0, 255}, GL_LINEAR_MIPMAP_LINEAR},  // complete all the same
+      {single, {32768}, {255, 0, 0}},                              // a count of none is one level
+      {{4, 2, 8, 8, "DXT1", UniformBlocks(2, kBlue)}, {8, 8}, {0, 0, 255}},
+      {{4, 2, 64, 8, "DXT1", UniformBlocks(16, kBlue)}, {8, 8, 8}, {0, 0, 255}},  // to 1 x 1
+      {none, {}, {}}};
+  for (const auto& row : kRows) {
+    Put("wall.dds", Text(row.file.Bytes()));
+    EXPECT_EQ(LoadDdsTexture(LevelPath("wall.dds"), texture), !row.levels.empty());
+    if (row.levels.empty()) continue;
+    EXPECT_EQ(LevelSizes(), row.levels);
+    EXPECT_EQ(DrawnColour(), row.drawn) << row.levels.size();
+    GLint filter = 0, wrap = 0;
+    glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, &filter);
+    glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, &wrap);
+    EXPECT_EQ(filter, row.filter) << row.levels.size();
+    EXPECT_EQ(wrap, GL_REPEAT);
+    glDeleteTextures(1, &texture);
+  }
   Put("damaged.dds", "DDS ");
-  EXPECT_FALSE(LoadDdsTexture(LevelPath("damaged.dds"), texture));
-  EXPECT_FALSE(LoadDdsTexture(LevelPath("missing.dds"), texture));
-  EXPECT_EQ(texture, 0u);
+  for (const char* file : {"damaged.dds", "missing.dds"}) {
+    EXPECT_FALSE(LoadDdsTexture(LevelPath(file), texture)) << file;
+    EXPECT_EQ(texture, 0u);
+  }
 }
 
 }  // namespace

@@ -15,30 +15,28 @@ using GameFileTest = LevelArchiveTest;
 TEST_F(GameFileTest, EverySpellingOfAPathNamesTheSameMember) {
   modConfig.GamePath = "C:\\Games\\Varnhold\\";
   const std::string member = "varnhold\\levels\\Island\\init.con";
-  for (const char* path : {
-           "C:\\Games\\Varnhold\\Mods\\mymod\\varnhold\\levels\\Island/init.con",
-           "c:/games/VARNHOLD/mods/MyMod/varnhold/levels/Island/init.con",
-           "C:\\Games\\Varnhold\\Mods\\varnhold\\varnhold\\levels\\Island\\init.con",
-           "Mods\\mymod\\varnhold\\levels\\Island\\init.con",
-           "varnhold\\levels\\\\Island//init.con",
-       }) {
-    EXPECT_EQ(NormalGamePath(path), member) << path;
-  }
-  EXPECT_EQ(NormalGamePath("Mods\\other\\a"), "Mods\\other\\a") << "another mod's folder stays";
-  EXPECT_EQ(NormalGamePath("Mods\\mymod\\Mods\\varnhold\\a"), "Mods\\varnhold\\a")
-      << "only one mod folder is taken off";
+  const auto expect = [](const std::string& path, const std::string& normal) {
+    EXPECT_EQ(NormalGamePath(path), normal) << path;
+  };
+  expect("C:\\Games\\Varnhold\\Mods\\mymod\\varnhold\\levels\\Island/init.con", member);
+  expect("c:/games/VARNHOLD/mods/MyMod/varnhold/levels/Island/init.con", member);
+  expect("C:\\Games\\Varnhold\\Mods\\varnhold\\varnhold\\levels\\Island\\init.con", member);
+  expect("Mods\\mymod\\varnhold\\levels\\Island\\init.con", member);
+  expect("varnhold\\levels\\\\Island//init.con", member);
+  expect("Mods\\other\\a", "Mods\\other\\a");  // another mod's folder stays
+  expect("Mods\\mymod\\Mods\\varnhold\\a", "Mods\\varnhold\\a");
   openLevel.modFolder = "Mods\\other\\";
-  EXPECT_EQ(NormalGamePath("Mods\\other\\a"), "a") << "it is the open level's now";
+  expect("Mods\\other\\a", "a");  // it is the open level's now
   modConfig.modFolder.clear();
   openLevel.modFolder.clear();
-  EXPECT_EQ(NormalGamePath("Mods\\varnhold\\objects\\a.con"), "objects\\a.con") << "no mod chosen";
+  expect("Mods\\varnhold\\objects\\a.con", "objects\\a.con");  // no mod is chosen
 }
 
 TEST_F(GameFileTest, APathOver255CharactersIsRefusedNotCut) {
-  const std::string longest(kMaxGamePath, 'x'), tooLong = longest + "y";
+  const std::string longest(255, 'x'), tooLong = longest + "y";
   EXPECT_EQ(NormalGamePath(longest), longest);
   EXPECT_FALSE(GameFileOpen(tooLong, "w"));
-  EXPECT_NE(GameFileError().find("too long"), std::string::npos);
+  EXPECT_EQ(GameFileError(), "The path is too long: " + tooLong);
   EXPECT_TRUE(level->Entries().empty());
 }
 
@@ -48,7 +46,6 @@ TEST_F(GameFileTest, TextGetsACarriageReturnBeforeEachLineFeed) {
   EXPECT_EQ(GameFileTell(*file), 6u);
   EXPECT_TRUE(GameFileClose(std::move(file)));
   EXPECT_EQ(Get("a.con"), "a\r\nb\r\n");
-
   file = GameFileOpen(LevelPath("a.con"), "r");
   EXPECT_EQ(GameFileGets(255, *file), "a\n");
   EXPECT_EQ(GameFileGets(255, *file), "b\n");
@@ -69,28 +66,25 @@ TEST_F(GameFileTest, ALongLineArrivesInPiecesThatNeverSplitTheLineEnd) {
   }
 }
 
-TEST_F(GameFileTest, ReadsOnlyWhatIsThere) {
-  Put("data", "1234567");
-  auto file = GameFileOpen(LevelPath("data"), "rb");
-  std::array<char, 16> buffer{};
-  EXPECT_EQ(GameFileRead(buffer.data(), 2, 8, *file), 3u) << "whole elements";
-  EXPECT_STREQ(buffer.data(), "1234567");
-  EXPECT_EQ(GameFileRead(buffer.data(), 1, 1, *file), 0u);
-}
-
-TEST_F(GameFileTest, SeekingStaysInsideTheFile) {
+TEST_F(GameFileTest, ReadsOnlyWhatIsThereAndSeeksInsideTheFile) {
   Put("data", "0123456789");
   auto file = GameFileOpen(LevelPath("data"), "rb");
-  const auto seek = [&](std::int64_t offset, int origin) {
-    const int result = GameFileSeek(*file, offset, origin);
-    return std::pair(result, GameFileTell(*file));
-  };
-  EXPECT_EQ(seek(4, 0), std::pair(0, 4u));
-  EXPECT_EQ(seek(-1, 1), std::pair(0, 3u));
-  EXPECT_EQ(seek(2, 2), std::pair(0, 8u)) << "counted backwards from the end";
-  EXPECT_EQ(seek(11, 0), std::pair(-1, 10u));
-  EXPECT_EQ(seek(11, 2), std::pair(-1, 10u));
-  EXPECT_EQ(seek(5, 7), std::pair(0, 10u)) << "no such origin";
+  std::array<char, 16> buffer{};
+  EXPECT_EQ(GameFileRead(buffer.data(), 3, 2, *file), 2u);
+  EXPECT_EQ(GameFileRead(buffer.data(), 3, 8, *file), 1u) << "whole elements";
+  EXPECT_STREQ(buffer.data(), "678945");
+  EXPECT_EQ(GameFileRead(buffer.data(), 1, 1, *file), 0u);
+  const struct {
+    std::int64_t offset;
+    int origin, result;
+    std::uint32_t position;
+  } kSeeks[] = {{4, 0, 0, 4},    {-1, 1, 0, 3},   {2, 2, 0, 8},  // counted back from the end
+                {10, 0, 0, 10},  {11, 0, -1, 10}, {3, 0, 0, 3},
+                {11, 2, -1, 10}, {5, 7, 0, 10}};  // no such origin
+  for (const auto& seek : kSeeks) {
+    EXPECT_EQ(GameFileSeek(*file, seek.offset, seek.origin), seek.result) << seek.offset;
+    EXPECT_EQ(GameFileTell(*file), seek.position) << seek.offset;
+  }
 }
 
 TEST_F(GameFileTest, WritingReplacesBytesAndShowsOnClosing) {
@@ -107,23 +101,20 @@ TEST_F(GameFileTest, WritingReplacesBytesAndShowsOnClosing) {
 }
 
 TEST_F(GameFileTest, NeverWritesIntoAnArchiveThatIsReadOnly) {
-  const std::string contentPath = (folder / "content.vra").string();
-  archives.CreateArchive(contentPath)->WriteMember("textures/a.dds", Bytes("content"));
-  ASSERT_TRUE(archives.CloseArchive(contentPath));
-  Archive* const content = archives.OpenArchive(contentPath, false);
-  ASSERT_TRUE(content);
-
+  Archive* const content = OpenContent("textures/a.dds", "content");
   EXPECT_TRUE(GameFileOpen("textures/a.dds", "rb"));
-  EXPECT_TRUE(SaveGameFileBytes("textures/a.dds", Bytes("mine")));
+  EXPECT_FALSE(IsInWritableArchive("textures/a.dds"));
+  SaveGameFileBytes("textures/a.dds", Bytes("mine"));
+  EXPECT_TRUE(IsInWritableArchive("textures/a.dds"));
   EXPECT_EQ(Text(*level->ReadMember("textures/a.dds")), "mine");
+  RemoveGameFile("textures/a.dds");
+  EXPECT_FALSE(level->Find("textures/a.dds"));
   EXPECT_EQ(Text(*content->ReadMember("textures/a.dds")), "content");
-}
-
-TEST_F(GameFileTest, WithoutAWritableArchiveNothingOpensForWriting) {
   archives.Clear();
+  EXPECT_FALSE(GameFileOpen(LevelPath("a.con"), "r"));
+  EXPECT_EQ(GameFileError(), "");
   EXPECT_FALSE(GameFileOpen(LevelPath("a.con"), "w"));
   EXPECT_EQ(GameFileError(), "No archive is open for writing.");
-  EXPECT_FALSE(GameFileOpen(LevelPath("a.con"), "r"));
 }
 
 TEST_F(GameFileTest, AFormattedLineTooLongIsRefusedWhole) {
@@ -140,17 +131,30 @@ TEST_F(GameFileTest, ImportsADiskFileByteForByte) {
   ASSERT_TRUE(WriteWholeFile("source.bin", std::string_view("a\nb\0", 4)));
   EXPECT_TRUE(ImportDiskFile("source.bin", LevelPath("added.bin")));
   EXPECT_EQ(Get("added.bin"), std::string("a\nb\0", 4));
-
   EXPECT_FALSE(ImportDiskFile("missing.bin", LevelPath("none.bin")));
-  EXPECT_NE(GameFileError(), "");
+  EXPECT_EQ(GameFileError(), "No such file or directory");
   EXPECT_EQ(Get("none.bin"), "(none)");
+  EXPECT_FALSE(ImportDiskFile("source.bin", std::string(256, 'x'))) << "a path that is refused";
+}
+
+TEST_F(GameFileTest, WhatIsCapturedReachesNoArchive) {
+  Put("kept/a", "1");
+  const auto members = CaptureGameFiles([&] {
+    for (const char* text : {"old", "new"}) SaveGameFileBytes(LevelPath("A.con"), Bytes(text));
+    SaveGameFileBytes(LevelPath("b.con"), Bytes("b"));
+    RemoveArchiveFolder(LevelPath("kept"));
+  });
+  ASSERT_EQ(members.size(), 2u);
+  EXPECT_EQ(members[0].name, Member("A.con"));
+  EXPECT_EQ(Text(members[0].data), "new");
+  EXPECT_EQ(level->Entries().size(), 1u);
 }
 
 TEST_F(GameFileTest, RemovesTheMembersOfAFolder) {
-  Put("objectlightmaps/a.dds", "1");
-  Put("ObjectLightmaps/b.dds", "2");
-  Put("init.con", "3");
-  EXPECT_TRUE(RemoveArchiveFolder(LevelPath("objectlightmaps")));
+  for (const char* file : {"objectlightmaps/a.dds", "ObjectLightmaps/b.dds", "init.con"}) {
+    Put(file, "3");
+  }
+  RemoveArchiveFolder(LevelPath("objectlightmaps"));
   EXPECT_EQ(level->Entries().size(), 1u);
   EXPECT_TRUE(RemoveArchiveFolder("Mods\\mymod\\"));
   EXPECT_EQ(Get("init.con"), "3") << "never the whole archive";

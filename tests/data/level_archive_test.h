@@ -6,7 +6,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "core/editor_state.h"
 #include "data/archive.h"
@@ -38,19 +37,29 @@ class LevelArchiveTest : public SandboxTest {
   static std::string Text(std::span<const std::uint8_t> bytes) {
     return {bytes.begin(), bytes.end()};
   }
+  static std::string Member(std::string_view file) {
+    return "varnhold/levels/Island/" + std::string(file);
+  }
   // A file of the level, named from its folder; "(none)" when the archive does not hold it.
   void Put(std::string_view file, std::string_view content) {
-    ASSERT_TRUE(level->WriteMember("varnhold/levels/Island/" + std::string(file), Bytes(content)));
+    ASSERT_TRUE(level->WriteMember(Member(file), Bytes(content)));
   }
   std::string Get(std::string_view file) const {
-    const auto bytes = level->ReadMember("varnhold/levels/Island/" + std::string(file));
+    const auto bytes = level->ReadMember(Member(file));
     return bytes ? Text(*bytes) : "(none)";
   }
   // A compressed file of the level that can no longer be read on disk.
   void Damage(std::string_view file) {
     std::fstream disk(level->Path(), std::ios::in | std::ios::out | std::ios::binary);
-    disk.seekp(level->Find("varnhold/levels/Island/" + std::string(file))->dataOffset + 4);
+    disk.seekp(level->Find(Member(file))->dataOffset + 4);
     disk.write("\xFF\xFF\xFF\xFF", 4);  // the compressed size of its first segment
+  }
+  // A content archive with one file, opened after the level and for reading.
+  Archive* OpenContent(std::string_view file, std::string_view text) const {
+    const std::string path = (folder / "content.vra").string();
+    archives.CreateArchive(path)->WriteMember(file, Bytes(text));
+    archives.CloseArchive(path);
+    return archives.OpenArchive(path, false);
   }
   static std::string LevelPath(std::string_view file) {
     return openLevel.folder.String() + "/" + std::string(file);

@@ -1,33 +1,15 @@
 #include "data/mod_config.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
+#include "data/level_settings_commands.h"
 #include "platform/disk.h"
+#include "support/golden.h"
+#include "support/prompts.h"
 #include "support/sandbox.h"
 
 namespace mw {
 namespace {
-
-using ::testing::HasSubstr;
-
-class ModConfigTest : public SandboxTest {
- protected:
-  // Parses `text` as the mod "test" into `config`.
-  void Parse(const std::string& text) {
-    ASSERT_TRUE(WriteWholeFile("test.cfg", text));
-    ASSERT_TRUE(ParseModConfig("test", config));
-  }
-  const scripted::Prompt& OnlyPrompt() {
-    EXPECT_EQ(scripted::script.prompts.size(), 1u);
-    static const scripted::Prompt none;
-    return scripted::script.prompts.empty() ? none : scripted::script.prompts.front();
-  }
-  void AnswerPrompts(int count) {
-    scripted::script.answers.assign(static_cast<std::size_t>(count), PromptAnswer::Ok);
-  }
-
-  ModConfig config;
-};
 
 std::string Repeated(const std::string& line, int count) {
   std::string text;
@@ -35,164 +17,115 @@ std::string Repeated(const std::string& line, int count) {
   return text;
 }
 
-TEST_F(ModConfigTest, ReadsEveryKindOfValue) {
-  Parse(
-      "// A comment\n"
-      "GamePath=C:\\Games\\Varnhold\\\n"
-      "MaterialSize=512\n"
-      "HeightScale=0.6\n"
-      "VertexFogEnable=257\n"
-      "FogColor=0.5/0.25/1\n"
-      "WaterSpecularEnable=1\n"
-      "WaterTexLayer1=texture/water1\n"
-      "WaterScrollDirection1=1/-2\n"
-      "WaterShallowColor=0.1/0.2/0.3\n"
-      "AlternativePath=texture\\winter");
-  EXPECT_EQ(config.GamePath, "C:\\Games\\Varnhold\\");
-  EXPECT_EQ(config.MaterialSize, 512);
-  EXPECT_FLOAT_EQ(config.HeightScale, 0.6f);
-  EXPECT_EQ(config.VertexFogEnable, 1) << "the low 8 bits";
-  EXPECT_EQ(config.FogColor, (Floats3{0.5f, 0.25f, 1}));
-  EXPECT_TRUE(config.WaterSpecularEnable);
-  EXPECT_EQ(config.WaterTexLayer1, "texture/water1");
-  EXPECT_EQ(config.WaterScrollDirection1, (Floats2{1, -2}));
-  EXPECT_EQ(config.WaterColor, (Floats3{0.1f, 0.2f, 0.3f}));
-  EXPECT_EQ(config.AlternativePath, "texture\\winter") << "the last line needs no line feed";
-  EXPECT_EQ(config.modFolder, "Mods\\test\\");
-  EXPECT_EQ(config.levelsFolder, "varnhold\\levels\\");
-  EXPECT_EQ(config.configurationName, "test");
+// Every field of the record that is not what it is in a new one, a line each.
+std::string Told(const ModConfig& config) {
+  const ModConfig fresh;
+  std::string text;
+  const auto tell = [&text](std::string_view name, const std::string& value,
+                            const std::string& before) {
+    if (value != before) text.append("  ").append(name).append(": ").append(value).append("\n");
+  };
+  const std::pair<const char*, PathText ModConfig::*> kPaths[] = {
+      {"configuration", &ModConfig::configurationName},
+      {"mod folder", &ModConfig::modFolder},
+      {"levels folder", &ModConfig::levelsFolder},
+      {"level", &ModConfig::LevelName},
+      {"game", &ModConfig::GamePath},
+      {"objects", &ModConfig::ObjectsPath},
+      {"meshes", &ModConfig::StandardMeshPath},
+      {"trees", &ModConfig::TreeMeshPath},
+      {"textures", &ModConfig::TexturePath},
+      {"list", &ModConfig::ObjectsList}};
+  for (const auto& [name, path] : kPaths) tell(name, (config.*path).String(), "");
+  tell("samples", std::to_string(config.MaterialSize), "0");
+  tell("world", std::to_string(config.WorldSize), "0");
+  for (const SettingsCommand& command : SettingsCommands()) {
+    if (command.value) tell(command.name, command.value(config), command.value(fresh));
+  }
+  for (int i = 0; i < config.theatreCount; ++i) tell("theatre", config.theatres[i].String(), "-");
+  for (int i = 0; i < kMaxTeams; ++i) {
+    const Team& team = config.teams[i];
+    std::string all =
+        team.name.String() + "/" + team.templateName.String() + "/" + team.skin.String();
+    for (const NameText& kit : team.kits) all += kit.empty() ? "" : " " + kit.String();
+    tell(i < config.teamCount ? "team" : "team beyond the count", all, "//");
+  }
+  for (int i = 0; i < config.skyCount; ++i) {
+    const SkySettings& sky = config.skies[i].settings;
+    tell("sky",
+         config.skies[i].name.String() + " " + sky.mesh.String() +
+             FormatText(" %i %i %g %g %g", sky.heightOffset, sky.rotationAngle, sky.sunDirection[0],
+                        sky.sunDirection[1], sky.sunDirection[2]),
+         "");
+  }
+  tell("chosen", std::to_string(config.chosenTeam[0]) + std::to_string(config.chosenTeam[1]), "01");
+  return text;
 }
 
-TEST_F(ModConfigTest, KeysAreComparedExactlyAndTheLaterValueWins) {
-  Parse("WorldSize=1024\nworldsize=7\nWorldSize =8\nWorldSize=2048\nUnknown=1\n=\n/\n\n");
-  EXPECT_EQ(config.WorldSize, 2048);
+struct ModConfigTest : SandboxTest {};
+
+TEST_F(ModConfigTest, EveryFileBecomesTheRecordAndItsFaultsAreSaid) {
+  const std::pair<const char*, std::string> kFiles[] = {
+      {"Every key reaches its field", GoldenText("data/every_key.cfg")},
+      {"Keys are compared exactly and the later value wins",
+       "WorldSize=1024\nworldsize=7\nWorldSize =8\nWorldSize=2048\nUnknown=1\n=\n/\n\n"},
+      {"Leading separators are skipped, so a slashed key still counts", "//GamePath=x\n"},
+      {"A missing value is empty or zero, and a switch is on at 1 alone",
+       "TexturePath=\nTexOffsetX\nFogColor=0.5\nWaterNormalMap\nWaterTexLayer2=alone\n"
+       "WaterTexLayer1=a/" +
+           std::string(300, 'b') + "\nWaterSpecularEnable=2\n"},
+      {"Kits belong to the team before them",
+       "TeamKit=nobody's\nTeam=Red/redTeam/redSkin\nTeam=Blue/blueTeam/blueSkin\n"
+       "TeamKit=Scout\nTeamKit=Medic\nTeam=Green/greenTeam/greenSkin\nTeamKit=Engineer\n"},
+      {"Skies take the lines after them",
+       "SkyMesh=nobody's\nSkyDefaults=9/9/9/9/9\nSky=Dawn\nSkyMesh=sky_dawn\n"
+       "SkyDefaults=-20/90/0.5/-0.7/0.1\nSky=Noon\nSkyMesh=sky_noon\n"},
+      {"A team or sky without its texts is reported line by line",
+       "Team=Red/redTeam\nTeamKit=\nSky\nSkyMesh=\n"},
+      {"The first eight theatres stay", Repeated("Theatre=", 10)},
+      {"Full tables keep what they have and one message names their keys",
+       "Team=a/b/c\n" + Repeated("TeamKit=kit", 10) + Repeated("Team=t/x/", 33) +
+           "TeamKit=of a team that is not there\n" + Repeated("Sky=s", 33) + "SkyMesh=not there\n"},
+      {"A text that does not fit stays empty and is named",
+       "Theatre=" + std::string(32, 't') + "\nTheatre=" + std::string(31, 'u') + "\nGamePath=C:\\" +
+           std::string(250, 'p') + "\nWorldSize=1024\n"},
+      {"The largest size is 1024", "MaterialSize=1024\nMaterialSize=1025\n"},
+      {"A size is no debt", "MaterialSize=0\nMaterialSize=-1\n"},
+      {"Long lines arrive in pieces of 254 bytes",
+       "Unknown=" + std::string(246, '/') + "WorldSize=1024\n" +  // the piece ends before the key
+           "Unknown=" + std::string(247, 'x') + "MaterialSize=512\n" +
+           "ObjectsList=" + std::string(242, 'y') + "\n"},
+      {"Carriage returns never reach a value",
+       "GamePath=C:\\Games\\\r\nObjectsList=" + std::string(242, 'y') + "\r\nTheatre=Desert\r"}};
+  std::string told;
+  for (const auto& [title, text] : kFiles) {
+    scripted::script.answers.assign(4, PromptAnswer::Ok);
+    ASSERT_TRUE(WriteWholeFile("test.cfg", text));
+    ModConfig config;
+    config.teams[31].name = "from the mod before";
+    config.theatreCount = 3;
+    EXPECT_TRUE(ParseModConfig("test", config));
+    told += std::string(title) + "\n" + Told(config);
+    for (const std::string& prompt : TakePrompts()) told += "! " + prompt + "\n";
+  }
+  ExpectGolden("data/mod_config.txt", told);
 }
 
-TEST_F(ModConfigTest, LeadingSeparatorsAreSkippedSoASlashedKeyStillCounts) {
-  Parse("//GamePath=x\n");
-  EXPECT_EQ(config.GamePath, "x");
-}
-
-TEST_F(ModConfigTest, AbsentKeysLeaveTheirFieldsAndMissingValuesAreEmptyOrZero) {
+TEST_F(ModConfigTest, AbsentKeysLeaveTheirFieldsAndAMissingFileIsNamed) {
+  ModConfig config;
   config.WaterLevel = 3;
-  config.TexturePath = "Mods\\a\\texture";
-  config.TexOffsetX = 5;
-  config.FogColor = {1, 1, 1};
-  config.WaterNormalMap = "old";
-  Parse("TexturePath=\nTexOffsetX\nFogColor=0.5\nWaterNormalMap\nWaterTexLayer2=alone\n");
-  EXPECT_EQ(config.WaterLevel, 3);
-  EXPECT_EQ(config.TexturePath, "");
-  EXPECT_EQ(config.TexOffsetX, 0);
-  EXPECT_EQ(config.FogColor, (Floats3{0.5f, 0, 0}));
-  EXPECT_EQ(config.WaterNormalMap, "");
-  EXPECT_EQ(config.WaterTexLayer2, "alone");
-}
-
-TEST_F(ModConfigTest, KitsBelongToTheTeamBeforeThem) {
-  config.teams[2].name = "from the mod before";
-  Parse(
-      "TeamKit=nobody's\nTeam=Red/redTeam/redSkin\nTeam=Blue/blueTeam/blueSkin\n"
-      "TeamKit=Scout\nTeamKit=Medic\nTeamKit=Engineer\n");
-  EXPECT_EQ(config.teamCount, 2);
-  EXPECT_EQ(config.teams[0].templateName, "redTeam");
-  EXPECT_EQ(config.teams[0].kits[0], "");
-  EXPECT_EQ(config.teams[1].skin, "blueSkin");
-  EXPECT_EQ(config.teams[1].kits[2], "Engineer");
-  EXPECT_EQ(config.teams[2].name, "");
-  EXPECT_EQ(config.chosenTeam, (std::array<std::int32_t, 2>{0, 1}));
-}
-
-TEST_F(ModConfigTest, SkiesTakeTheLinesAfterThem) {
-  Parse(
-      "SkyMesh=nobody's\nSkyDefaults=9/9/9/9/9\nSky=Dawn\nSkyMesh=sky_dawn\n"
-      "SkyDefaults=-20/90/0.5/-0.7/0.1\nSky=Noon\nSkyMesh=sky_noon\n");
-  EXPECT_EQ(config.skyCount, 2);
-  EXPECT_EQ(config.skies[0].settings.mesh, "sky_dawn");
-  EXPECT_EQ(config.skies[0].settings.heightOffset, -20);
-  EXPECT_EQ(config.skies[0].settings.rotationAngle, 90);
-  EXPECT_EQ(config.skies[0].settings.sunDirection, (Floats3{0.5f, -0.7f, 0.1f}));
-  EXPECT_EQ(config.skies[1].name, "Noon");
-  EXPECT_EQ(config.skies[1].settings.heightOffset, 0);
-}
-
-TEST_F(ModConfigTest, ATeamOrSkyWithoutItsTextsIsReportedLineByLine) {
-  AnswerPrompts(4);
-  Parse("Team=Red/redTeam\nTeamKit=\nSky\nSkyMesh=\n");
-  ASSERT_EQ(scripted::script.prompts.size(), 4u);
-  for (const auto& prompt : scripted::script.prompts) {
-    EXPECT_EQ(prompt.text, "Error in format of cfg file");
-    EXPECT_EQ(prompt.caption, "Error");
-  }
-  EXPECT_EQ(config.teams[0].name, "Red");
-  EXPECT_EQ(config.teams[0].skin, "");
-}
-
-TEST_F(ModConfigTest, TheFirstEightTheatresStay) {
-  Parse(Repeated("Theatre=", 10));
-  EXPECT_EQ(config.theatreCount, 8);
-  EXPECT_EQ(config.theatres[7], "7");
-}
-
-TEST_F(ModConfigTest, FullTablesKeepWhatTheyHaveAndOneMessageNamesTheirKeys) {
-  AnswerPrompts(1);
-  Parse("Team=a/b/c\n" + Repeated("TeamKit=kit", 10) + Repeated("Team=t/x/", 40) +
-        "TeamKit=of a team that is not there\n" + Repeated("Sky=s", 40) + "SkyMesh=not there\n");
-  EXPECT_EQ(OnlyPrompt().caption, "Warning");
-  EXPECT_THAT(OnlyPrompt().text, HasSubstr("test.cfg"));
-  EXPECT_THAT(OnlyPrompt().text, HasSubstr("TeamKit, Team, Sky"));
-  EXPECT_EQ(config.teamCount, kMaxTeams);
-  EXPECT_EQ(config.teams[0].kits[7], "kit7");
-  EXPECT_EQ(config.teams[31].skin, "30");
-  EXPECT_EQ(config.teams[31].kits[0], "");
-  EXPECT_EQ(config.skyCount, kMaxSkies);
-  EXPECT_EQ(config.skies[31].settings.mesh, "");
-}
-
-TEST_F(ModConfigTest, ATextThatDoesNotFitStaysEmptyAndIsNamed) {
-  AnswerPrompts(1);
   config.GamePath = "C:\\old\\";
-  Parse("Theatre=" + std::string(32, 't') + "\nTheatre=" + std::string(31, 'u') +
-        "\nGamePath=C:\\" + std::string(250, 'p') + "\nWorldSize=1024\n");
-  EXPECT_THAT(OnlyPrompt().text, HasSubstr("Theatre, GamePath"));
-  EXPECT_EQ(config.theatres[0], "");
-  EXPECT_EQ(config.theatres[1], std::string(31, 'u'));
-  EXPECT_EQ(config.GamePath, "") << "half a path is another path";
-  EXPECT_EQ(config.WorldSize, 1024);
-}
-
-TEST_F(ModConfigTest, ASizeThatTheGridsHaveNoRoomForIsRefused) {
-  for (const char* size : {"1025", "2147483647", "-1"}) {
-    AnswerPrompts(1);
-    Parse("MaterialSize=1024\nMaterialSize=" + std::string(size) + "\n");
-    EXPECT_THAT(OnlyPrompt().text, HasSubstr(size));
-    EXPECT_EQ(config.MaterialSize, 1024);
-    scripted::script.prompts.clear();
-  }
-}
-
-TEST_F(ModConfigTest, LongLinesArriveInPiecesOf254Bytes) {
-  Parse("Unknown=" + std::string(246, '/') + "WorldSize=1024\n" +  // the piece ends before the key
-        "Unknown=" + std::string(247, 'x') + "MaterialSize=512\n" +
-        "ObjectsList=" + std::string(242, 'y') + "\n");
-  EXPECT_EQ(config.WorldSize, 1024);
-  EXPECT_EQ(config.MaterialSize, 0);
-  EXPECT_EQ(config.ObjectsList, std::string(242, 'y')) << "254 bytes and a line feed fit";
-}
-
-TEST_F(ModConfigTest, CarriageReturnsNeverReachAValue) {
-  Parse("GamePath=C:\\Games\\\r\nObjectsList=" + std::string(242, 'y') + "\r\nTheatre=Desert\r");
-  EXPECT_EQ(config.GamePath, "C:\\Games\\");
-  EXPECT_EQ(config.ObjectsList.size(), 242u);
-  EXPECT_EQ(config.theatres[0], "Desert");
-}
-
-TEST_F(ModConfigTest, AMissingFileIsReportedByItsName) {
-  AnswerPrompts(1);
-  config.WorldSize = 4096;
+  config.WaterNormalMap = "old";
+  ASSERT_TRUE(WriteWholeFile("test.cfg", "WaterNormalMap\n"));
+  ASSERT_TRUE(ParseModConfig("test", config));
+  EXPECT_EQ(
+      Told(config),
+      "  configuration: test\n  mod folder: Mods\\test\\\n  levels folder: varnhold\\levels\\\n"
+      "  game: C:\\old\\\n  GeometryTemplate.waterLevel: 3.000000\n");
+  Answer({PromptAnswer::Ok});
   EXPECT_FALSE(ParseModConfig("gone", config));
-  EXPECT_EQ(OnlyPrompt().text, "Can't load gone.cfg");
-  EXPECT_EQ(OnlyPrompt().caption, "Error");
-  EXPECT_EQ(config.WorldSize, 4096);
+  ExpectPrompts({"Error: Can't load gone.cfg"});
+  EXPECT_EQ(config.WaterLevel, 3);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 // one call. The sandbox is both the working folder and the game folder.
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,6 +49,13 @@ class ModSandboxTest : public SandboxTest {
       ASSERT_TRUE(archive.Create((archiveFolder / file).string()));
       ASSERT_TRUE(archive.Close());
     }
+  }
+
+  // These mods are there, by their order in the list, and one of them is current.
+  void UseMods(std::initializer_list<const char*> names, int current = -1) {
+    for (const char* name : names) WriteMod(name);
+    FindMods();
+    if (current >= 0) ASSERT_TRUE(SelectMod(current));
   }
 
   static std::vector<std::string> OpenArchivePaths() {

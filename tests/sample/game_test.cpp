@@ -8,6 +8,7 @@
 #include "sample/archive_writer.h"
 #include "sample/game/game_commands.h"
 #include "sample/game/shadow_tracer.h"
+#include "support/golden.h"
 #include "support/sandbox.h"
 
 namespace mw::sample {
@@ -96,7 +97,9 @@ TEST_F(StandInGameTest, ShadowsAreTracedAndMergedIntoTheTiles) {
 
 TEST_F(StandInGameTest, EveryObjectGetsALightMap) {
   ASSERT_EQ(TraceObjectShadows(folder, folder / "ShadowWork", "Wall"), 0);
-  EXPECT_TRUE(FileExists("ShadowWork/varnhold/levels/Wall/ObjectLightMaps/barn_0000.tga"));
+  ExpectGolden("sample/barn_shadow.tga",
+               ReadWholeFile("ShadowWork/varnhold/levels/Wall/ObjectLightMaps/barn_0000.tga")
+                   .value_or(Bytes{}));
 }
 
 TEST_F(StandInGameTest, AHostSaysWhatItLoads) {

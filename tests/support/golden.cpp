@@ -15,20 +15,20 @@ std::filesystem::path PathOf(const std::string& name) {
   return std::filesystem::path(MAPWRIGHT_GOLDEN) / name;
 }
 
-// What the file holds; nothing when the test has written it instead, or when there is none, which
-// fails.
-std::optional<std::string> ReadOrRenew(const std::string& name, std::string_view actual) {
-  if (std::getenv("MAPWRIGHT_RENEW_GOLDEN")) {
-    std::filesystem::create_directories(PathOf(name).parent_path());
-    std::ofstream(PathOf(name), std::ios::binary) << actual;
-    return std::nullopt;
-  }
+// What the file holds; nothing, which fails, when there is none.
+std::optional<std::string> Read(const std::string& name) {
   std::ifstream file(PathOf(name), std::ios::binary);
-  if (!file) {
-    ADD_FAILURE() << "tests/golden/" << name << " is missing";
-    return std::nullopt;
-  }
-  return std::string(std::istreambuf_iterator<char>(file), {});
+  if (file) return std::string(std::istreambuf_iterator<char>(file), {});
+  ADD_FAILURE() << "tests/golden/" << name << " is missing";
+  return std::nullopt;
+}
+
+// Nothing also when the test has written the file instead.
+std::optional<std::string> ReadOrRenew(const std::string& name, std::string_view actual) {
+  if (!std::getenv("MAPWRIGHT_RENEW_GOLDEN")) return Read(name);
+  std::filesystem::create_directories(PathOf(name).parent_path());
+  std::ofstream(PathOf(name), std::ios::binary) << actual;
+  return std::nullopt;
 }
 
 std::size_t FirstDifference(std::string_view a, std::string_view b) {
@@ -43,6 +43,17 @@ std::string LineAt(std::string_view text, std::size_t offset) {
 }
 
 }  // namespace
+
+std::string GoldenText(const std::string& name) { return Read(name).value_or(""); }
+
+std::vector<std::string> GoldenFiles(const std::string& folder) {
+  std::vector<std::string> names;
+  for (const auto& file : std::filesystem::directory_iterator(PathOf(folder))) {
+    names.push_back(folder + "/" + file.path().filename().string());
+  }
+  std::ranges::sort(names);
+  return names;
+}
 
 void ExpectGolden(const std::string& name, std::string_view text) {
   const auto expected = ReadOrRenew(name, text);

@@ -7,9 +7,14 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace mw {
 
+// What the file holds, for a test that begins with it; empty, which fails, when there is none.
+std::string GoldenText(const std::string& name);
+// The files of a folder under tests/golden/, by their names, as names for GoldenText.
+std::vector<std::string> GoldenFiles(const std::string& folder);
 // Fails the test, naming the first line that differs, unless tests/golden/<name> holds `text`. Line
 // ends are compared as they are.
 void ExpectGolden(const std::string& name, std::string_view text);

@@ -98,7 +98,7 @@ TEST_F(HeightExchangeTest, SamplesAreWrittenInTheLevelsOrderAtEachDepthAndTold) 
     const std::string report =
         "The heightmap was saved as 'heightmap.raw' in the\nMapwright directory as a 256x256, " +
         std::string(depth.name) + " bit file.";
-    ExpectPrompts(
+    ExpectBoxes(
         {kQuestion,
          {report, "Export Heightmap Complete", PromptButtons::Ok, PromptIcon::Information}});
     EXPECT_EQ(titles.back(), "Select Export Bits");
@@ -174,7 +174,7 @@ TEST_F(HeightExchangeTest, AFileOfAnotherSizeIsRefusedHoweverLargeItIs) {
     std::filesystem::resize_file(File(), size);
     scripted::script.answers = {PromptAnswer::Ok};
     ImportHeightmap(Choose(SampleBits::Sixteen));
-    ExpectPrompts({Problem(
+    ExpectBoxes({Problem(
         "There was a problem loading this heightmap!  Please make sure\nthat the RAW file "
         "dimensions match with dimensions of the map.\nAlso make sure that the RAW file you "
         "are trying to load is in the\nsame bit format that you are selecting for "
@@ -190,7 +190,7 @@ TEST_F(HeightExchangeTest, AMissingFileIsTold) {
   ImportHeightmap(Choose(SampleBits::Eight));
   std::filesystem::create_directory(File());
   ImportHeightmap(Choose(SampleBits::Eight));
-  ExpectPrompts({missing, missing});
+  ExpectBoxes({missing, missing});
   ExpectNothingImported();
 }
 

@@ -200,8 +200,8 @@ TEST_F(RandomTerrainTest, TheCommandWarnsAsksAndGenerates) {
   NoteDamagedPart(LevelPart::MaterialMap, "cut off");
   scripted::script.answers = {PromptAnswer::Ok};
   EXPECT_TRUE(RandomTerrain(true, [] { return RandomTerrainParameters{}; }));
-  ExpectPrompts({{"This will replace any existing terrain.", "WARNING", PromptButtons::OkCancel,
-                  PromptIcon::Exclamation}});
+  ExpectBoxes({{"This will replace any existing terrain.", "WARNING", PromptButtons::OkCancel,
+                PromptIcon::Exclamation}});
   EXPECT_FALSE(IsFlat());
   EXPECT_TRUE(editor.levelModified);
   EXPECT_EQ(scripted::script.waitCursorCount, 1);
@@ -211,7 +211,7 @@ TEST_F(RandomTerrainTest, TheCommandWarnsAsksAndGenerates) {
       << "what was damaged is replaced";
   ClearLoadReport();
   EXPECT_TRUE(RandomTerrain(false, [] { return RandomTerrainParameters{}; }));
-  ExpectPrompts({});  // of a new level nothing is lost
+  ExpectBoxes({});  // of a new level nothing is lost
 }
 
 TEST_F(RandomTerrainTest, CancellingChangesNothing) {

@@ -131,7 +131,7 @@ TEST_F(SurfaceMapsTest, APaintedTileIsInTheLevelAndInTheScratchFolder) {
 TEST_F(SurfaceMapsTest, WithoutATileNothingIsAskedOfThePlugin) {
   scripted::script.answers = {PromptAnswer::Ok};
   GenerateSurfaceMaps(kFakePlugin);
-  ExpectPrompts(
+  ExpectBoxes(
       {{"ERROR: There are no surface assigments specified.\n"
         "Please activate the 'Surface Map Assignements' dialog and assign some\n"
         "surface areas to generate.",
