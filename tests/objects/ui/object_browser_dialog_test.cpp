@@ -1,17 +1,16 @@
 #include "objects/ui/object_browser_dialog.h"
 
-#include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
-#include <QTimer>
 
 #include "core/editor_state.h"
 #include "objects/object_browser.h"
 #include "objects/object_store.h"
-#include "support/open_dialog.h"
+#include "objects/ui/run_dialog.h"
 #include "support/sandbox.h"
 
 namespace mw {
@@ -60,12 +59,7 @@ class ObjectBrowserDialogTest : public SandboxTest {
     objectStore.meshes.push_back(mesh);
   }
   bool Run(std::function<void(const OpenBrowser&)> act) {
-    QTimer::singleShot(0, qApp, [act] {
-      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-      ASSERT_TRUE(dialog);
-      act(OpenBrowser{{*dialog}});
-      if (dialog->isVisible()) dialog->reject();
-    });
+    WhenDialogOpens([act](const OpenDialog& dialog) { act(OpenBrowser{{dialog.window}}); });
     return ObjectBrowserDialog(nullptr, [this] { ++frames; });
   }
 
@@ -102,6 +96,17 @@ TEST_F(ObjectBrowserDialogTest, CategoryAndFilterNarrowTheListAndAreThereTheNext
     EXPECT_EQ(browser.Widget<QLineEdit>("filterEdit").text(), "Oak");
     EXPECT_TRUE(browser.Listed().isEmpty());
   });
+}
+
+TEST_F(ObjectBrowserDialogTest, AMeshThatCannotBeLoadedIsSaidInTheDialogAndAfterIt) {
+  objectStore.meshes.clear();
+  EXPECT_FALSE(Run([](const OpenBrowser& browser) {
+    EXPECT_FALSE(browser.Widget<QLabel>("noteLabel").isVisible());
+    browser.ClickRow(0);
+    EXPECT_TRUE(browser.Widget<QLabel>("noteLabel").isVisible());
+    browser.Ok().click();
+  }));
+  EXPECT_EQ(scripted::script.status[1].back(), "Could not load house.");
 }
 
 TEST_F(ObjectBrowserDialogTest, ViewIsRedrawnWhileItIsOpenAndOnceAfterwards) {

@@ -291,9 +291,9 @@ TEST_F(PropertySheetTest, ControlPointsOfASharedModeAreOffered) {
 }
 
 TEST_F(PropertySheetTest, TeamsAreThoseOfTheLevel) {
-  modConfig.teams[2].name = "Britain";
-  modConfig.teams[5].name = "Japan";
-  modConfig.chosenTeam = {5, 2};
+  modConfig.teams.front().name = "Britain";
+  modConfig.teams.back().name = "Japan";
+  modConfig.chosenTeam = {kMaxTeams - 1, 0};
   std::int32_t team = 2;
   AddField(sheet, &team, 1, FieldType::Team, "team");
   EXPECT_TRUE(RunAndPressOk([](const OpenDialog& dialog) {
