@@ -120,6 +120,23 @@ TEST_F(LevelTest, TheCameraComesBackToWhereItWasSaved) {
   EXPECT_EQ(camera.position.x, 512) << "a record that cannot be read";
 }
 
+TEST_F(LevelTest, AnotherModChangesNoNameInTheOpenLevel) {
+  AnswerDialogs("Island");
+  ASSERT_TRUE(OpenLevel());
+  const auto names = [] {
+    std::vector<std::string> all;
+    for (const auto& [name, entry] : LevelArchive()->Entries()) all.emplace_back(name);
+    return all;
+  };
+  ASSERT_TRUE(SaveLevel());
+  const auto before = names();
+  modConfig.modFolder = "Mods\\other\\";
+  SetHeight(10, 10, 99);
+  ASSERT_TRUE(SaveLevel());
+  EXPECT_EQ(names(), before);
+  EXPECT_EQ(MemberOnDisk("Island", "heightmap.raw")[(10 * 256 + 256 - 10) * 2 + 1], 99);
+}
+
 TEST_F(LevelTest, CancellingLeavesTheOpenLevelAlone) {
   AnswerDialogs("Island");
   ASSERT_TRUE(OpenLevel());
