@@ -2,6 +2,7 @@
 
 #include <GL/gl.h>
 #include <gmock/gmock.h>
+#include <string>
 #include <utility>
 
 #include "app/shell_fixture.h"
@@ -84,6 +85,33 @@ TEST_F(ShellTest, AfterARestAFrameCountsAsAShortOne) {
   for (const auto& [now, seconds] : {std::pair{1001u, 0.01f}, {1251u, 0.25f}, {61251u, 0.1f}}) {
     RenderFrame(now);
     EXPECT_FLOAT_EQ(editor.frameSeconds, seconds);
+  }
+  EXPECT_EQ(scripted::script.status[2].back(), "FPS: 3") << "of the second that is over";
+}
+
+TEST_F(ShellTest, TheMaterialInHandIsShownInACornerWithAFrame) {
+  constexpr int kWidth = 200, kHeight = 120;
+  if (!OpenTestGl(kWidth, kHeight)) GTEST_SKIP() << TestGlError();
+  ResizeView(kWidth, kHeight);
+  const std::string red{"\xFF\0\0", 3}, black(3, '\0'), white(3, '\xFF');
+  for (const EditMode mode : {EditMode::ObjectMapper, EditMode::MaterialMapper}) {
+    const bool shown = mode == EditMode::MaterialMapper;
+    editor.editMode = mode;
+    glEnable(GL_DEPTH_TEST);
+    glClearColor(1, 0, 0, 1);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    DrawOverlay();
+    const DrawnPicture picture = ReadPicture();
+    const auto at = [&](int x, int y) {
+      const auto first = picture.rgb.begin() + (y * kWidth + x) * 3;
+      return std::string(first, first + 3);
+    };
+    EXPECT_EQ(at(118, 70), red);
+    EXPECT_EQ(at(119, 70), shown ? black : red);
+    EXPECT_EQ(at(120, 41), shown ? white : red);
+    EXPECT_EQ(at(183, 103), shown ? white : red);
+    EXPECT_EQ(at(184, 104), shown ? black : red);
+    EXPECT_EQ(at(185, 70), red);
   }
 }
 

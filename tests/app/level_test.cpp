@@ -10,6 +10,7 @@
 #include "app/modes.h"
 #include "core/hooks.h"
 #include "data/archive.h"
+#include "data/mods.h"
 #include "data/open_level.h"
 #include "platform/file.h"
 #include "support/archive_bytes.h"
@@ -116,6 +117,30 @@ TEST_F(LevelTest, TheCameraComesBackToWhereItWasSaved) {
   for (auto& [name, value] : scripted::script.editorSettings) value = "300 nan";
   ASSERT_TRUE(OpenLevel());
   EXPECT_EQ(camera.position.x, 512) << "a record that cannot be read";
+}
+
+TEST_F(LevelTest, AnotherModChangesNoNameInTheOpenLevel) {
+  namespace fs = std::filesystem;
+  fs::create_directories(folder / "Mods/desert/Archives/varnhold");
+  fs::copy(folder / "Mods/varnhold/Archives/varnhold/levels",
+           folder / "Mods/desert/Archives/varnhold/levels");
+  fs::copy(folder / "varnhold.cfg", folder / "desert.cfg");
+  FindMods();
+  ASSERT_TRUE(SelectMod(0));
+  ASSERT_EQ(modConfig.modFolder, "Mods\\desert\\");
+  AnswerDialogs("Island");
+  ASSERT_TRUE(OpenLevel());
+  const auto names = [] {
+    std::vector<std::string> all;
+    for (const auto& [name, entry] : LevelArchive()->Entries()) all.emplace_back(name);
+    return all;
+  };
+  ASSERT_TRUE(SaveLevel());
+  const auto before = names();
+  modConfig.modFolder = kBaseModFolder;
+  ASSERT_TRUE(SaveLevel());
+  EXPECT_EQ(names(), before);
+  modList = ModList{};
 }
 
 TEST_F(LevelTest, CancellingLeavesTheOpenLevelAlone) {

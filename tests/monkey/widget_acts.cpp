@@ -118,45 +118,13 @@ Act ActOn(QWidget* widget, Dice& dice) {
 
 // Nothing that names a place outside the working folder: typed paths may become folders.
 QString SomeText(Dice& dice) {
-  static const QStringList texts = {"0",
-                                    "1",
-                                    "-1",
-                                    "2",
-                                    "10",
-                                    "0.5",
-                                    "100",
-                                    "255",
-                                    "256",
-                                    "1024",
-                                    "-0.0001",
-                                    "1e38",
-                                    "-1e38",
-                                    "1e-40",
-                                    "99999999999999999999",
-                                    "2147483648",
-                                    "-2147483649",
-                                    "nan",
-                                    "inf",
-                                    "1,5",
-                                    "1.2.3",
-                                    "0x10",
-                                    "",
-                                    " ",
-                                    "%s%n%d",
-                                    "\"quoted\"",
-                                    "a b",
-                                    "Monkey_7",
-                                    "Harbour_Point",
-                                    "mapwright",
-                                    "CON",
-                                    "rem",
-                                    "*",
-                                    "_",
-                                    "\t",
-                                    QString(3, QChar(0x6F22)),
-                                    QString::fromUtf8("Hügel äöüß"),
-                                    QString(300, 'x'),
-                                    QString(5000, '9')};
+  static const QStringList texts =
+      QStringList{"", " ", "\t", QString(3, QChar(0x6F22)), QString(300, 'x'), QString(5000, '9')} +
+      QString(
+          "0|1|-1|2|10|0.5|100|255|256|1024|-0.0001|1e38|-1e38|1e-40|99999999999999999999|"
+          "2147483648|-2147483649|nan|inf|1,5|1.2.3|0x10|%s%n%d|\"quoted\"|a b|Monkey_7|"
+          "Harbour_Point|mapwright|CON|rem|*|_|H\u00fcgel \u00e4\u00f6\u00fc\u00df")
+          .split('|');
   return dice.Chance(30) ? QString::number(dice.Between(-100, 5000) / 10.0) : dice.Pick(texts);
 }
 
