@@ -113,8 +113,8 @@ bool Compress(Segment& segment, Bytes& workMemory) {
   return Expands(segment.compressed, segment.plain);
 }
 
-// Compresses the segments that have changed. The work memory, one per core, is a cache: kept for the next
-// call.
+// Compresses the segments that have changed. The work memory, one per core, is a cache: kept for
+// the next call.
 bool CompressChanged(std::span<Segment> segments) {
   static std::vector<Bytes> workMemory;
   const std::size_t workers = UsableCores();

@@ -26,7 +26,6 @@ std::string GroupError(const Archive& archive) {
          "\n\nThe level on disk is as it was before.";
 }
 
-
 std::size_t CountLineFeeds(std::string_view text) {
   return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
 }

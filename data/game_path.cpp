@@ -4,6 +4,7 @@
 
 #include "core/text.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "platform/disk.h"
 
 namespace mw {
@@ -17,7 +18,7 @@ bool RemovePrefix(std::string_view& path, std::string_view prefix) {
 }
 
 void RemoveModFolder(std::string_view& path) {
-  const std::array<std::string_view, 3> folders = {modConfig.modFolder, openLevelModFolder,
+  const std::array<std::string_view, 3> folders = {modConfig.modFolder, openLevel.modFolder,
                                                    kBaseModFolder};
   for (const std::string_view folder : folders) {
     if (RemovePrefix(path, folder)) return;

@@ -116,7 +116,7 @@ TEST_F(CommandsTest, TheMenuWarnsBeforeARandomTerrainReplacesTheOld) {
     script.answers = {agreed ? PromptAnswer::Ok : PromptAnswer::Cancel};
     RunCommand(kCommandRandomTerrain);
     EXPECT_EQ(editor.levelModified, agreed);
-    EXPECT_EQ(terrain->grid[100][100].h != kFlatHeight, agreed);
+    EXPECT_EQ(terrain.grid[100][100].h != kFlatHeight, agreed);
   }
 }
 

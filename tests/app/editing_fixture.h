@@ -8,8 +8,8 @@
 #include "app/input.h"
 #include "app/modes.h"
 #include "app/shell_fixture.h"
-#include "objects/level_tree.h"
 #include "bench/plain/gl_context.h"
+#include "objects/level_tree.h"
 #include "terrain/terrain_render.h"
 #include "terrain/world_point.h"
 
@@ -56,7 +56,7 @@ class EditingTest : public ShellTest {
   }
   static void Choose(TerrainTool tool) {
     Show(EditMode::TerrainMapper);
-    terrain->tool = tool;
+    terrain.tool = tool;
   }
   static void Press(int x, int y) { RouteMouse(MouseButton::Left, MouseEvent::Press, x, y); }
   static void Drag(int x, int y) { RouteMouse(MouseButton::Left, MouseEvent::Move, x, y); }
@@ -71,8 +71,8 @@ class EditingTest : public ShellTest {
   // The one that is nearest to what the view shows at the pixel.
   static TerrainVertex& VertexUnder(int x, int y) {
     const Vector3 ground = GroundUnderCursor(x, y).value();
-    return terrain->grid[static_cast<std::size_t>(std::lround(ground.x / CellSize))]
-                        [static_cast<std::size_t>(std::lround(ground.z / CellSize))];
+    return terrain.grid[static_cast<std::size_t>(std::lround(ground.x / terrain.cellSize))]
+                       [static_cast<std::size_t>(std::lround(ground.z / terrain.cellSize))];
   }
   static TreeItem Place(const char* name, int entry, Vector3 position) {
     ObjectCatalogue& catalogue = objectStore.catalogue;

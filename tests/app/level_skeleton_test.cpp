@@ -54,7 +54,7 @@ TEST_F(LevelSkeletonTest, EachGameRuleHasItsFilesAndWaterItsCommands) {
   for (const auto& [golden, rules, water] : cases) {
     level->RemoveMembersIf([](std::string_view) { return true; });
     editor.levelHasWater = water;
-    WriteLevelScripts(rules);
+    EXPECT_TRUE(WriteLevelScripts(rules));
     ExpectGolden(golden, AllScripts());
   }
 }

@@ -104,10 +104,10 @@ TEST_F(GameFileTest, NeverWritesIntoAnArchiveThatIsReadOnly) {
   Archive* const content = OpenContent("textures/a.dds", "content");
   EXPECT_TRUE(GameFileOpen("textures/a.dds", "rb"));
   EXPECT_FALSE(IsInWritableArchive("textures/a.dds"));
-  SaveGameFileBytes("textures/a.dds", Bytes("mine"));
+  EXPECT_TRUE(SaveGameFileBytes("textures/a.dds", Bytes("mine")));
   EXPECT_TRUE(IsInWritableArchive("textures/a.dds"));
   EXPECT_EQ(Text(*level->ReadMember("textures/a.dds")), "mine");
-  RemoveGameFile("textures/a.dds");
+  EXPECT_TRUE(RemoveGameFile("textures/a.dds"));
   EXPECT_FALSE(level->Find("textures/a.dds"));
   EXPECT_EQ(Text(*content->ReadMember("textures/a.dds")), "content");
   archives.Clear();
@@ -140,9 +140,10 @@ TEST_F(GameFileTest, ImportsADiskFileByteForByte) {
 TEST_F(GameFileTest, WhatIsCapturedReachesNoArchive) {
   Put("kept/a", "1");
   const auto members = CaptureGameFiles([&] {
-    for (const char* text : {"old", "new"}) SaveGameFileBytes(LevelPath("A.con"), Bytes(text));
-    SaveGameFileBytes(LevelPath("b.con"), Bytes("b"));
-    RemoveArchiveFolder(LevelPath("kept"));
+    return SaveGameFileBytes(LevelPath("A.con"), Bytes("old")) &&
+           SaveGameFileBytes(LevelPath("A.con"), Bytes("new")) &&
+           SaveGameFileBytes(LevelPath("b.con"), Bytes("b")) &&
+           RemoveArchiveFolder(LevelPath("kept"));
   });
   ASSERT_EQ(members.size(), 2u);
   EXPECT_EQ(members[0].name, Member("A.con"));
@@ -154,7 +155,7 @@ TEST_F(GameFileTest, RemovesTheMembersOfAFolder) {
   for (const char* file : {"objectlightmaps/a.dds", "ObjectLightmaps/b.dds", "init.con"}) {
     Put(file, "3");
   }
-  RemoveArchiveFolder(LevelPath("objectlightmaps"));
+  EXPECT_TRUE(RemoveArchiveFolder(LevelPath("objectlightmaps")));
   EXPECT_EQ(level->Entries().size(), 1u);
   EXPECT_TRUE(RemoveArchiveFolder("Mods\\mymod\\"));
   EXPECT_EQ(Get("init.con"), "3") << "never the whole archive";

@@ -34,7 +34,7 @@ class LevelSettingsTest : public LevelArchiveTest {
 
   // What the sky's script becomes when the level is saved, and before that opened.
   std::string Save() {
-    WriteLevelSettings();
+    EXPECT_TRUE(WriteLevelSettings());
     EXPECT_EQ(GameFileError(), "");
     return Get(kSky);
   }
@@ -46,7 +46,7 @@ class LevelSettingsTest : public LevelArchiveTest {
   // All three scripts after a save, with their line ends to be seen, and what no script has a place
   // for.
   std::string SavedScripts() {
-    WriteLevelSettings();
+    EXPECT_TRUE(WriteLevelSettings());
     std::string all;
     for (const char* file : {"init.con", kTerrain, kSky}) {
       all += std::string("-- ") + file + "\n";

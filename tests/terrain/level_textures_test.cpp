@@ -90,8 +90,9 @@ TEST_F(LevelTexturesTest, ReloadingLeavesTheAssignmentsToTheUser) {
   levelTextures.SurfaceAssigned[5][5] = true;
   BeginLoadReport();
   LoadLevelTextures(LevelTextureLoad::Reloading);
-  ASSERT_FALSE(loadReport.lines.empty());
-  EXPECT_EQ(loadReport.lines.back(), "The level has no detail texture (textures/detail.dds).");
+  ASSERT_FALSE(openLevel.loadReport.lines.empty());
+  EXPECT_EQ(openLevel.loadReport.lines.back(),
+            "The level has no detail texture (textures/detail.dds).");
   ClearLoadReport();
   EXPECT_FALSE(levelTextures.SurfaceAssigned[3][4]) << "un-assigned, its file is still there";
   EXPECT_TRUE(levelTextures.SurfaceAssigned[5][5]) << "still to be generated";

@@ -64,7 +64,7 @@ TEST_F(ViewTest, ShiftedDigitIsStillTheDigit) {
   constexpr quint32 kScanCodeOf0 = 19;
   Press(Qt::Key_Shift);
   Send(QEvent::KeyPress, Qt::Key_ParenRight, Qt::ShiftModifier, false, kScanCodeOf0);
-  EXPECT_EQ(terrain->power, 10);
+  EXPECT_EQ(terrain.power, 10);
 }
 
 TEST_F(ViewTest, WithoutLatinLettersTheKeysPlaceCounts) {
@@ -85,7 +85,7 @@ TEST_F(ViewTest, WithoutLatinLettersTheKeysPlaceCounts) {
 }
 
 TEST_F(ViewTest, OnlyTheKeypadsPlusMovesTheSelection) {
-  TerrainVertex& point = terrain->grid[100][100];
+  TerrainVertex& point = terrain.grid[100][100];
   point.selected = true;
   GrowSelectionBox(100, 100);
   Press(Qt::Key_Plus);
