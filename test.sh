@@ -61,7 +61,6 @@ fi
 
 need "${build_packages[@]}" "${display_packages[@]}" "${test_packages[@]}"
 check_format
-tools/tidy.sh
 build dev
 run_tests dev
 build asan

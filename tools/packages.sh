@@ -4,8 +4,8 @@
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev libqt6opengl6-dev qt6-svg-dev liblzo2-dev
   libstb-dev libcli11-dev nlohmann-json3-dev libgl-dev libglu1-mesa-dev fonts-dejavu-core)
 display_packages=(xvfb xauth openbox xdotool imagemagick x11-utils libgl1-mesa-dri)
-test_packages=(libgtest-dev libgmock-dev libbenchmark-dev libegl-dev clang-format-14 locales
-  clang libclang-rt-14-dev lld clang-tidy)
+test_packages=(libgtest-dev libgmock-dev libbenchmark-dev libegl-dev clang-format-14 locales lld)
+tidy_packages=(clang clang-tidy)
 fuzz_packages=(clang libclang-rt-14-dev)
 package_packages=(dpkg-dev file lintian desktop-file-utils appstream libxml2-utils)
 bench_packages=(libbenchmark-dev libegl-dev)

@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source tools/packages.sh
 
-need "${build_packages[@]}" "${test_packages[@]}"
+need "${build_packages[@]}" "${tidy_packages[@]}"
 state=$({ cat .clang-tidy; git ls-files -- '*.cpp' '*.h' '*.ui' | LC_ALL=C sort | xargs cat; } | sha256sum)
 [ "$(cat build/tidy/passed 2>/dev/null)" != "$state" ] || exit 0
 

@@ -46,7 +46,8 @@ class LevelSettingsTest : public LevelArchiveTest {
   // All three scripts after a save, with their line ends to be seen, and what no script has a place
   // for.
   std::string SavedScripts() {
-    EXPECT_TRUE(WriteLevelSettings());
+    const bool written = WriteLevelSettings();
+    EXPECT_EQ(written, SettingsNotSaved().empty());
     std::string all;
     for (const char* file : {"init.con", kTerrain, kSky}) {
       all += std::string("-- ") + file + "\n";

@@ -117,6 +117,12 @@ void ClickKeys(const QKeySequence& keys) {
   }
 }
 
+void ClickKeyInList(Qt::Key key) {
+  Send([key] {
+    if (QApplication::activePopupWidget()) QTest::keyClick(KeyWindow(), key);
+  });
+}
+
 void Type(const QString& text) {
   for (const QChar letter : text) {
     Send([letter] { QTest::keyClick(KeyWindow(), letter.toLatin1()); });

@@ -21,6 +21,8 @@ void PressKey(int key);
 void ReleaseKey(int key);
 // Each key with its modifiers, as "Ctrl+S".
 void ClickKeys(const QKeySequence& keys);
+// To the list of a field, as long as it is open: without it the dialog would take the key.
+void ClickKeyInList(Qt::Key key);
 void Type(const QString& text);
 
 // Until the view has drawn what the input before has changed; at once when it is at rest.

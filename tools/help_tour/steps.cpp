@@ -99,15 +99,14 @@ bool ChooseRow(const Target& field, int row) {
   constexpr int kAttempts = 100, kPause = 20;  // milliseconds
   Click(field);
   for (int attempt = 0; attempt < kAttempts && !IsListOpen(); ++attempt) Wait(kPause);
-  const auto press = [](Qt::Key key) {
-    // Without its list the dialog would take the key.
-    if (IsListOpen()) ClickKeys(QKeySequence(key));
-  };
-  press(Qt::Key_Home);
-  for (int i = 0; i < row; ++i) press(Qt::Key_Down);
-  press(Qt::Key_Return);
+  ClickKeyInList(Qt::Key_Home);
+  for (int i = 0; i < row; ++i) ClickKeyInList(Qt::Key_Down);
+  ClickKeyInList(Qt::Key_Return);
   Await("the closed list", [] { return QApplication::activePopupWidget() == nullptr; });
-  return OnGui([&] { return static_cast<QComboBox*>(field.widget.data())->currentIndex() == row; });
+  return OnGui([&] {
+    const auto* list = static_cast<QComboBox*>(field.widget.data());
+    return list && list->currentIndex() == row;
+  });
 }
 
 void ChooseFromList(const Step& step) {
