@@ -46,9 +46,8 @@ class LevelSettingsTest : public LevelArchiveTest {
   // All three scripts after a save, with their line ends to be seen, and what no script has a place
   // for.
   std::string SavedScripts() {
-    const bool written = WriteLevelSettings();
-    EXPECT_EQ(written, SettingsNotSaved().empty());
     std::string all;
+    if (!WriteLevelSettings()) all += "(not everything could be written)\n";
     for (const char* file : {"init.con", kTerrain, kSky}) {
       all += std::string("-- ") + file + "\n";
       for (const char c : Get(file)) all += c == '\r' ? std::string("\\r") : std::string(1, c);

@@ -55,7 +55,9 @@ class ModSandboxTest : public SandboxTest {
   void UseMods(std::initializer_list<const char*> names, int current = -1) {
     for (const char* name : names) WriteMod(name);
     FindMods();
-    if (current >= 0) ASSERT_TRUE(SelectMod(current));
+    if (current >= 0) {
+      ASSERT_TRUE(SelectMod(current));
+    }
   }
 
   static std::vector<std::string> OpenArchivePaths() {
