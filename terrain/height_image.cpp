@@ -127,6 +127,7 @@ void HeightsToImage(const VertexGrid& from, int size, std::span<std::uint8_t> im
 void ImageToHeights(std::span<const std::uint8_t> image, int size, VertexGrid& to) {
   const auto side = static_cast<std::size_t>(size);
   const std::size_t samples = std::min(image.size() / kSampleBytes, side * side);
+  if (samples == 0) return;
   const std::size_t rows = samples / side, more = samples % side;
   ForEachBand(side, [&](Band& band, std::size_t first, std::size_t count) {
     Transpose({image.data() + first * kSampleBytes, side * kSampleBytes},
