@@ -10,6 +10,7 @@
 #include "app/modes.h"
 #include "app/shell.h"
 #include "app/test_level.h"
+#include "app/undo.h"
 #include "objects/object_mapper.h"
 #include "objects/static_objects.h"
 #include "terrain/height_exchange.h"
@@ -20,9 +21,6 @@ namespace mw {
 namespace {
 
 using Group = CommandGroup;
-
-// Undo and Redo stand in the menu only.
-void DoNothing() {}
 
 // How the Object Mapper shows the placed objects.
 template <ObjectControl kView>
@@ -46,8 +44,8 @@ constexpr auto kCommands = std::to_array<CommandSpec>({
     {kCommandExportHeightmap, [] { ExportHeightmap(shell.sampleBitsDialog); }, "File/Export",
      "Heightmap", "", "", ""},
     {kCommandExit, ExitOnCommand, "File", "E&xit", "", "", ""},
-    {kCommandUndo, DoNothing, "Edit", "&Undo\tCtrl-Z", "", "", ""},
-    {kCommandRedo, DoNothing, "Edit", "&Redo\tCtrl-Y", "", "", ""},
+    {kCommandUndo, UndoStep, "Edit", "&Undo\tCtrl-Z", "Ctrl+Z", "", ""},
+    {kCommandRedo, RedoStep, "Edit", "&Redo\tCtrl-Y", "Ctrl+Y Ctrl+Shift+Z", "", ""},
     {kCommandCut, CopyOnCommand, "Edit", "&Cut\tCtrl-X", "", "Cut Selected Entities", "cut"},
     {kCommandCopy, CopyOnCommand, "Edit", "C&opy\tCtrl-C", "", "Copy Selected Entities", "copy"},
     {kCommandPaste, PasteOnCommand, "Edit", "&Paste\tCrtl-V", "", "Paste Copied Entities", "paste"},

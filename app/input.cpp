@@ -7,6 +7,8 @@
 #include "app/modes.h"
 #include "app/session.h"
 #include "app/shell.h"
+#include "app/undo.h"
+#include "core/history.h"
 #include "objects/object_clipboard.h"
 #include "objects/object_mapper.h"
 #include "objects/object_store.h"
@@ -97,6 +99,7 @@ void Press(MouseButton button, int x, int y) {
     editor.rightHeld = true;
   }
   if (button == MouseButton::Left) PressLeft(x, y);
+  ShowUndoSteps();
 }
 
 void PickInTerrain(int x, int y) {
@@ -161,6 +164,7 @@ void ReleaseLeft(int x, int y) {
     AddRoadPoint(x, y);
   }
   EndStroke();
+  EndHistoryRun();
   ReleaseObjects();  // even if the mode has changed since the press
   editor.leftHeld = false;
 }
@@ -168,6 +172,7 @@ void ReleaseLeft(int x, int y) {
 void Release(MouseButton button, int x, int y) {
   if (button == MouseButton::Right) editor.rightHeld = false;
   if (button == MouseButton::Left) ReleaseLeft(x, y);
+  ShowUndoSteps();
 }
 
 void Move(MouseButton button, int x, int y) {
@@ -215,6 +220,7 @@ void ForgetHeldInput() {
   ReleaseObjects();
   editor.ctrlHeld = editor.shiftHeld = false;
   editor.leftHeld = editor.rightHeld = false;
+  ShowUndoSteps();
 }
 
 void SetModifiers(bool ctrl, bool shift) {

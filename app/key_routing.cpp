@@ -6,6 +6,7 @@
 #include "app/keys.h"
 #include "app/modes.h"
 #include "app/shell.h"
+#include "core/history.h"
 #include "data/mod_config.h"
 #include "objects/object_mapper.h"
 #include "terrain/material_mapper.h"
@@ -143,6 +144,8 @@ void KeyDown(int key) {
 }
 
 void SetWaterLevel(float level) {
+  const HistoryStep step("Water Level", HistoryStep::Run);
+  KeepSetting(modConfig.WaterLevel);
   modConfig.WaterLevel = level;
   editor.levelModified = true;
 }

@@ -15,6 +15,7 @@
 #include "app/save_questions.h"
 #include "app/session.h"
 #include "app/shell.h"
+#include "core/history.h"
 #include "core/hooks.h"
 #include "core/text.h"
 #include "data/archive.h"
@@ -258,6 +259,7 @@ bool OpenRecoveredLevel(const std::string& level, const std::string& recoveryFil
   };
   if (!OpenChosenLevel(before, load, reason)) return false;
   editor.levelModified = true;
+  ClearHistory(false);
   ShowWriteProtection(*LevelArchive());
   return true;
 }
@@ -283,6 +285,7 @@ void EmptyEditor(const ModSnapshot& before) {
   levelTextures = LevelTextures{};
   // What was changed is gone, there is nothing left to save.
   editor.levelLoaded = editor.levelModified = false;
+  ClearHistory();
   shell.setLevelOpen(false);
 }
 
@@ -301,6 +304,7 @@ std::string TrySaveLevel() {
   SetStatusText(1, FormatText("Saved level %s", modConfig.LevelName.c_str()) + KeptPartsText());
   LoadLevelTextures(LevelTextureLoad::Reloading);
   editor.levelModified = false;
+  MarkHistorySaved();
   ForgetRecovery();
   return failure;
 }

@@ -2,6 +2,7 @@
 
 #include "app/damaged_parts.h"
 #include "core/editor_state.h"
+#include "core/history.h"
 #include "core/text.h"
 #include "data/level_settings.h"
 #include "data/level_size.h"
@@ -55,6 +56,7 @@ bool LoadLevelParts() {
   if (!read) return false;
   editor.levelLoaded = true;
   editor.levelModified = false;
+  ClearHistory();
   SetStatusText(1, FormatText("Loaded level %s", modConfig.LevelName.c_str()));
   return true;
 }

@@ -8,6 +8,7 @@
 #include "app/shell.h"
 #include "core/editor_state.h"
 #include "objects/entity_editing.h"
+#include "objects/object_history.h"
 #include "objects/object_hover.h"
 #include "objects/object_mapper.h"
 #include "objects/object_selection.h"
@@ -158,6 +159,7 @@ void BeginLevelTreeDrag() {
 
 void DropLevelTreeItem(TreeItem item, int x, int y) {
   if (!CanDragLevelTreeItem(item)) return;
+  const ObjectStep step("Drop");
   PickCursorPoint(x, y);
   if (item == levelTree.fixed.newControlPoint) {
     DropNewEntity(EntityKind::ControlPoint);

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/level.h"
+#include "app/undo.h"
 #include "core/editor_state.h"
 #include "core/text.h"
 #include "data/game_file.h"
@@ -14,12 +15,32 @@
 #include "platform/prompts.h"
 #include "terrain/level_textures.h"
 #include "terrain/shadow_work.h"
+#include "terrain/surface_maps.h"
 
 namespace mw {
 namespace {
 
 bool Confirm(const char* question, const char* caption, PromptIcon icon) {
   return ShowPrompt(question, caption, PromptButtons::YesNo, icon) == PromptAnswer::Yes;
+}
+
+// Each asks when the level has already what is to be written.
+bool MayReplaceShadows() {
+  return !HasShadowBits() ||
+         ConfirmReplacing("This will replace the terrain shadows of the level.");
+}
+
+bool MayReplaceTiles() {
+  const int count = CountTilesInLevel(TilesToTrace());
+  return count == 0 || ConfirmReplacing(FormatText(
+                           "This will replace %i surface %s of the level by %s with "
+                           "shadows.",
+                           count, count == 1 ? "map" : "maps", count == 1 ? "one" : "those"));
+}
+
+bool MayReplaceObjectLightMaps() {
+  return !HasObjectLightMaps() ||
+         ConfirmReplacing("This will replace object light maps of the level.");
 }
 
 // The game reads the level as it is on disk. False when the command is not to go on.
@@ -45,6 +66,7 @@ bool WriteOrReport(const std::function<bool()>& write) {
 // only cancel.
 ProcessEnd RunTracer(const char* task, const char* argument, const char* title,
                      const std::string& activity) {
+  const UndoPause pause;
   const char* const game = modConfig.GamePath.c_str();
   return RunCancellableProcess(
       FormatText("\"%svarnhold.exe\" +workingFolder \"%sShadowWork\\\" +%s "
@@ -150,41 +172,8 @@ bool TakeNewObjectLightMaps() {
   return TakeObjectLightMaps() && hasPalette;
 }
 
-}  // namespace
-
-void GenerateTerrainShadows() {
-  if (!IsReadyForTheGame("In order to generate terrain shadows, you must save your map.\n\n"
-                         "Would you like to save your map now?")) {
-    return;
-  }
-  if (!HasTilesToTrace()) return;
-  ShowWaitCursor();
-  SetStatusText(1, "Generating Terrain Shadows...");
-  const LightingScripts scriptsBefore = ReadLightingScripts();
-  if (!PrepareTracing()) return;
-  const ProcessEnd end = RunTracer("traceTerrainShadows", "", "Generating Terrain Shadows",
-                                   "The game traces the shadows of " + CountOfTiles() + ".");
-  if (end == ProcessEnd::Cancelled) {
-    ShowCancelled("Cancelled Terrain Shadow Generation.", scriptsBefore);
-    return;
-  }
-  ShowCompleted("Completed Terrain Shadow Generation.", WhatWentWrong(end));
-  if (Confirm("After generating Terrain Shadow Maps, they must be merged \n"
-              "into the surface map before any changes can be seen.  However, \n"
-              "you can Merge Surface Maps later from the Tools menu if you wish.\n\n"
-              "Would you like to Merge Surface Light Maps now?",
-              "Merge Surface Light Maps", PromptIcon::Question)) {
-    MergeTerrainLightmaps();
-  }
-  WriteOrReport(TakeShadowBits);
-  ReloadLevelTextures();
-}
-
-void MergeTerrainLightmaps() {
-  if (!IsReadyForTheGame("In order to merge terrain lightmaps, you must save your map.\n\n"
-                         "Would you like to save your map now?")) {
-    return;
-  }
+// The game merges the shadows of its last run, and the level gets the tiles.
+void MergeTracedTiles() {
   ShowWaitCursor();
   SetStatusText(1, "Merging Terrain Lightmaps...");
   const ProcessEnd end = RunTracer("mergeTerrainShadows", " 1.5 0.6", "Merging Terrain Lightmaps",
@@ -206,6 +195,44 @@ void MergeTerrainLightmaps() {
   ReloadLevelTextures();
 }
 
+}  // namespace
+
+void GenerateTerrainShadows() {
+  if (!IsReadyForTheGame("In order to generate terrain shadows, you must save your map.\n\n"
+                         "Would you like to save your map now?")) {
+    return;
+  }
+  if (!HasTilesToTrace() || !MayReplaceShadows()) return;
+  ShowWaitCursor();
+  SetStatusText(1, "Generating Terrain Shadows...");
+  const LightingScripts scriptsBefore = ReadLightingScripts();
+  if (!PrepareTracing()) return;
+  const ProcessEnd end = RunTracer("traceTerrainShadows", "", "Generating Terrain Shadows",
+                                   "The game traces the shadows of " + CountOfTiles() + ".");
+  if (end == ProcessEnd::Cancelled) {
+    ShowCancelled("Cancelled Terrain Shadow Generation.", scriptsBefore);
+    return;
+  }
+  ShowCompleted("Completed Terrain Shadow Generation.", WhatWentWrong(end));
+  if (Confirm("After generating Terrain Shadow Maps, they must be merged \n"
+              "into the surface map before any changes can be seen.  However, \n"
+              "you can Merge Surface Maps later from the Tools menu if you wish.\n\n"
+              "Would you like to Merge Surface Light Maps now?",
+              "Merge Surface Light Maps", PromptIcon::Question)) {
+    MergeTracedTiles();
+  }
+  WriteOrReport(TakeShadowBits);
+  ReloadLevelTextures();
+}
+
+void MergeTerrainLightmaps() {
+  if (!IsReadyForTheGame("In order to merge terrain lightmaps, you must save your map.\n\n"
+                         "Would you like to save your map now?")) {
+    return;
+  }
+  if (MayReplaceTiles()) MergeTracedTiles();
+}
+
 void GenerateObjectLightmaps() {
   if (!IsReadyForTheGame("In order to generate object lightmaps, you must save your map.\n\n"
                          "Would you like to save your map now?")) {
@@ -216,7 +243,8 @@ void GenerateObjectLightmaps() {
                "is recommended that you do this process as the last step of the level\n"
                "building process since this process can take quite a while.\n\n"
                "Would you like to Generate Object Light Maps now?",
-               "Generate Object Light Maps", PromptIcon::Question)) {
+               "Generate Object Light Maps", PromptIcon::Question) ||
+      !MayReplaceObjectLightMaps()) {
     return;
   }
   ShowWaitCursor();

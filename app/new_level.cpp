@@ -10,6 +10,7 @@
 #include "app/level.h"
 #include "app/shell.h"
 #include "app/start_up.h"
+#include "core/history.h"
 #include "core/hooks.h"
 #include "core/text.h"
 #include "data/archive.h"
@@ -185,6 +186,7 @@ std::string CreateLevel(const NewLevelChoices& choices) {
   levelTextures.textureSetChosen = true;
   editor.levelLoaded = true;
   editor.levelModified = false;
+  ClearHistory();
   shell.setLevelOpen(true);
   SendStartCommands();
   PlaceCamera();

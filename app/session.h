@@ -44,6 +44,7 @@ struct Session {
   MiniMapWindowPicture miniMapWindow;
   Recovery recovery;
   NewBackup newBackup;
+  int undoPauses = 0;             // how many UndoPause live
   std::uint32_t nextReading = 0;  // milliseconds; when the status bar's reading is due
 };
 extern Session session;

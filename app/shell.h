@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "app/command_ids.h"
@@ -50,6 +51,8 @@ struct Shell {
   // Buttons and windows.
   WindowFunction<void(CommandId, bool)> setCommandChecked;
   WindowFunction<void(CommandId, bool)> setCommandEnabled;
+  // The names of the steps that Undo and Redo would take, empty for none, and whether they may now.
+  WindowFunction<void(const std::string& undo, const std::string& redo, bool usable)> showUndoSteps;
   // Enables what works on a level.
   WindowFunction<void(bool)> setLevelOpen;
   // With the mode's tools and their settings as they are now.

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "app/undo.h"
 #include "core/editor_state.h"
 #include "core/text.h"
 #include "data/mod_config.h"
@@ -43,6 +44,7 @@ void TestLevel() {
                                   ? "Testing level %s as it was last saved, without later changes"
                                   : "Testing level %s",
                               level.c_str()));
+  const UndoPause pause;
   const bool started =
       RunProcessAndWait(FormatText("\"%svarnhold.exe\" +game %s +restart 1 +hostServer 1",
                                    game.c_str(), CurrentModName().c_str()),

@@ -7,6 +7,7 @@
 
 #include "core/camera.h"
 #include "core/fixed_string.h"
+#include "core/history.h"
 
 namespace mw {
 
@@ -23,6 +24,8 @@ struct EditorState {
   bool levelModified = false;
   std::array<float, 3> savedCameraPosition{};  // x stored as WorldSize - x
   bool levelHasWater = true;
+
+  History history;  // of the open level; core/history.h owns it
 
   // View commands.
   bool ShowGrid = true;
@@ -66,7 +69,8 @@ extern EditorState editor;
 
 bool IsEditMode(EditMode mode);
 
-// Puts `editor`, `camera` and `hooks` back to what they are at program start. For tests.
+// Puts `editor`, `camera` and `hooks` back to what they are at program start; steps that are still
+// held end nothing. For tests.
 void ResetCoreState();
 
 }  // namespace mw

@@ -259,6 +259,17 @@ bool IsInWritableArchive(std::string_view path) {
   return name && archives.FindHolding(*name, true);
 }
 
+bool IsFolderInWritableArchive(std::string_view gamePath) {
+  const std::optional<std::string> name = NormalGamePath(gamePath);
+  const Archive* const archive = archives.LastWritable();
+  if (!name || !archive) return false;
+  const std::string start = NormalMemberName(*name);
+  for (const auto& [member, entry] : archive->Entries()) {
+    if (StartsWithNoCase(member, start)) return true;
+  }
+  return false;
+}
+
 bool RemoveGameFile(std::string_view path) {
   const std::optional<std::string> name = NormalGamePath(path);
   Archive* const archive = name ? archives.FindHolding(*name, true) : nullptr;

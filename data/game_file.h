@@ -87,6 +87,8 @@ std::uint32_t GameFileTell(const GameFile& file);
 [[nodiscard]] bool SaveGameFileBytes(std::string_view gamePath, ByteView bytes);
 // Whether an archive open for writing holds the file: writing it replaces it there.
 bool IsInWritableArchive(std::string_view path);
+// Whether the newest of them holds files under the path, which ends with a separator.
+bool IsFolderInWritableArchive(std::string_view gamePath);
 // Removes the file from the archive that writing it goes into, if it is there. False when that
 // fails.
 [[nodiscard]] bool RemoveGameFile(std::string_view path);

@@ -10,6 +10,7 @@
 #include "core/editor_state.h"
 #include "objects/entities.h"
 #include "objects/entity_editing.h"
+#include "objects/object_history.h"
 #include "objects/object_mapper.h"
 #include "objects/object_selection.h"
 #include "objects/object_store.h"
@@ -236,6 +237,7 @@ bool DropTemplateAt(int templateIndex) {
 
 void AddObjectSpawnTemplate() {
   if (!HasRoomForTemplate(EntityKind::ObjectSpawn)) return;
+  const ObjectStep step("Add Object Spawn Template");
   auto made = NewObjectSpawnTemplate();
   // What the sheet shows first is what OK means for a vehicle that nobody chose.
   if (const auto vehicles = VehicleNames(); !vehicles.empty()) {

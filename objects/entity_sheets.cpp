@@ -7,6 +7,7 @@
 #include "core/text.h"
 #include "objects/entities.h"
 #include "objects/entity_editing.h"
+#include "objects/object_history.h"
 #include "objects/property_sheet.h"
 #include "objects/spawn_groups.h"
 #include "objects/visibility.h"
@@ -155,6 +156,7 @@ void LowerIfChanged(EntityName& object, const EntityName& before) {
 bool SpawnTemplate::Edit(EntityKind) { return false; }
 
 bool ObjectSpawnTemplate::Edit(EntityKind kind) {
+  const ObjectStep step("Edit Object Spawn Template");
   ObjectSpawnTemplate copy = *this;
   PropertySheet sheet;
   sheet.title = "Edit Object Spawn Template";
@@ -184,6 +186,7 @@ bool ObjectSpawnTemplate::Edit(EntityKind kind) {
 bool SoldierSpawn::Edit() {
   auto* own = static_cast<SoldierSpawnTemplate*>(TemplateOf(*this));
   if (!own) return false;
+  const ObjectStep step("Edit Soldier Spawn");
   SoldierSpawnTemplate templateCopy = *own;
   InstanceCopy copy(*this);
   PropertySheet sheet;
@@ -206,6 +209,7 @@ bool SoldierSpawn::Edit() {
 }
 
 bool ObjectSpawn::Edit() {
+  const ObjectStep step("Edit Object Spawn");
   EntityName shownName = name;
   std::int32_t controlPoint = osId, side = team;
   InstanceCopy copy(*this);
@@ -229,6 +233,7 @@ bool ObjectSpawn::Edit() {
 bool ControlPoint::Edit() {
   ControlPointTemplate* own = ControlPointTemplateOf(*this);
   if (!own) return false;
+  const ObjectStep step("Edit Control Point");
   ControlPointTemplate templateCopy = *own;
   VectorCopy relativePosition = CopyOf(own->relativePosition);
   InstanceCopy copy(*this);

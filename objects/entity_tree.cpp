@@ -5,6 +5,7 @@
 
 #include "objects/entities.h"
 #include "objects/entity_editing.h"
+#include "objects/object_history.h"
 #include "objects/object_hover.h"
 #include "objects/object_mapper.h"
 #include "objects/object_selection.h"
@@ -147,6 +148,7 @@ int FindObjectSpawnTemplate(TreeItem item) {
 }
 
 void DeleteByTreeItem(TreeItem item) {
+  const ObjectStep step("Delete");
   if (const auto found = FindInstance(item)) {
     const bool wasSelected = InstanceAt(*found)->selected;
     DeleteInstance(found->kind, found->index);

@@ -10,6 +10,7 @@
 #include "core/editor_state.h"
 #include "objects/entity_creation.h"
 #include "objects/entity_editing.h"
+#include "objects/object_history.h"
 #include "objects/object_mapper.h"
 #include "objects/object_selection.h"
 #include "objects/spawn_groups.h"
@@ -199,6 +200,7 @@ void CopySelected() {
 }
 
 void PasteCopied(int x, int y) {
+  const ObjectStep step("Paste");
   PickCursorPoint(x, y);
   const Vector3 point = objectStore.CursorPoint;
   PasteObjects(point);

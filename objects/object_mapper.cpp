@@ -12,6 +12,7 @@
 #include "core/hooks.h"
 #include "core/text.h"
 #include "objects/entity_editing.h"
+#include "objects/object_history.h"
 #include "objects/object_hover.h"
 #include "objects/object_selection.h"
 #include "objects/static_object_records.h"
@@ -204,6 +205,32 @@ void ForgetDragged() {
   if (!shown.empty()) ClearStatusText(kReadingPart, shown);
 }
 
+const char* NameOf(ObjectTool tool) {
+  switch (tool) {
+    case ObjectTool::RaiseLower:
+      return "Raise or Lower";
+    case ObjectTool::RotateX:
+    case ObjectTool::RotateY:
+    case ObjectTool::RotateZ:
+      return "Rotate";
+    case ObjectTool::ScaleWidth:
+    case ObjectTool::ScaleHeight:
+      return "Scale";
+    case ObjectTool::Select:
+    case ObjectTool::Translate:
+      break;
+  }
+  return "Move";
+}
+
+HeldStep dragStep;
+
+// From the press to the release.
+void BeginDrag() {
+  dragStep.Begin(NameOf(objectStore.tool));
+  KeepObjects();
+}
+
 using IsMeant = std::function<bool(const Placement&, TreeItem)>;
 
 void DeleteEntities(EntityKind kind, const IsMeant& isMeant) {
@@ -255,6 +282,7 @@ void PickHovered(int x, int y) {
 }
 
 void PressTranslate(int x, int y) {
+  BeginDrag();
   PickHovered(x, y);
   objectStore.pressedOnItem = HoveredObject() || HoveredInstance();
   if (StaticObject* const object = HoveredObject()) {
@@ -268,13 +296,16 @@ void PressTranslate(int x, int y) {
 }
 
 void ReleaseObjects() {
+  dragStep.End();
   ForgetDragged();
   if (std::exchange(objectStore.pressChangedSelection, false)) UpdateToolButtons(AnySelected());
 }
 
 void DragObjects(int x, int y, int, int previousY) {
+  if (objectStore.tool == ObjectTool::Select) return;
+  BeginDrag();
   DragByTool(x, y, previousY);
-  if (objectStore.tool != ObjectTool::Select && AnySelected()) ShowDragged();
+  if (AnySelected()) ShowDragged();
 }
 
 bool EditHovered() {
@@ -291,6 +322,7 @@ bool EditHovered() {
 }
 
 void DeleteSelected() {
+  const ObjectStep step("Delete");
   levelTree.suppressObjectSelection = true;
   DeleteMeant([](const Placement& item, TreeItem) { return item.selected; });
   DeselectAll();
@@ -300,6 +332,7 @@ void DeleteSelected() {
 }
 
 void DeleteByTreeItems(const std::vector<TreeItem>& items) {
+  const ObjectStep step("Delete");
   const std::unordered_set<TreeItem> meant(items.begin(), items.end());
   DeleteMeant([&meant](const Placement&, TreeItem item) { return meant.contains(item); });
   for (const TreeItem item : items) {

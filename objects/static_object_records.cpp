@@ -55,12 +55,16 @@ void FindMesh(StaticObject& object) {
 
 bool ObjectTableIsFull() { return objectStore.objects.size() >= kMaxStaticObjects; }
 
-void ShowInTree(StaticObject& object) {
+TreeItem TreeParentOf(const StaticObject& object) {
   const LevelTree::FixedItems& fixed = levelTree.fixed;
-  const TreeItem parent = IsTree(object) ? fixed.treeMeshes : fixed.standardMeshes;
+  return IsTree(object) ? fixed.treeMeshes : fixed.standardMeshes;
+}
+
+void ShowInTree(StaticObject& object, TreeItem before) {
+  const TreeItem parent = TreeParentOf(object);
   if (ParentOf(object.treeItem) == parent) return;
   DeleteItem(object.treeItem);
-  object.treeItem = InsertItem(parent, object.name);
+  object.treeItem = InsertItem(parent, object.name, before);
 }
 
 void AppendStaticObject(StaticObject object) {

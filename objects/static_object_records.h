@@ -20,8 +20,11 @@ void UseCachedMesh(StaticObject& object, int mesh);
 void FindMesh(StaticObject& object);
 
 bool ObjectTableIsFull();
-// Puts the object into the level tree, or where its kind belongs there.
-void ShowInTree(StaticObject& object);
+// Where objects of this one's kind belong in the level tree.
+TreeItem TreeParentOf(const StaticObject& object);
+// Puts the object into the level tree, or where its kind belongs there: before another item, or
+// behind all.
+void ShowInTree(StaticObject& object, TreeItem before = 0);
 // Puts the record at the end of the table, which has room, and into the level tree.
 void AppendStaticObject(StaticObject object);
 // Takes every object that `isMeant` accepts out of the table, then out of the level tree, which may

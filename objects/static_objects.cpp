@@ -7,6 +7,7 @@
 #include "core/hooks.h"
 #include "objects/entity_editing.h"
 #include "objects/object_clipboard.h"
+#include "objects/object_history.h"
 #include "objects/object_mapper.h"
 #include "objects/object_selection.h"
 #include "objects/property_sheet.h"
@@ -76,6 +77,7 @@ bool PlaceStaticObject(std::string_view name, float x, float z, const Vector3& r
 void DeleteStaticObject(int index) {
   const StaticObject* const object = ObjectAt(index);
   if (!object) return;
+  const ObjectStep step("Delete");
   const bool wasSelected = object->selected;
   RemoveStaticObjects([object](const StaticObject& other) { return &other == object; });
   if (wasSelected) UpdateToolButtons(AnySelected());
@@ -85,6 +87,7 @@ void DeleteStaticObject(int index) {
 bool EditStaticObject(int index) {
   StaticObject* const object = ObjectAt(index);
   if (!object) return false;
+  const ObjectStep step("Edit Object");
   Vector3 position = object->position, rotation = object->rotation;
   PropertySheet sheet;
   sheet.title = "Edit Object";
@@ -102,6 +105,7 @@ bool EditStaticObject(int index) {
 }
 
 void SnapAllToGround() {
+  const ObjectStep step("Snap All Objects to Ground");
   ForEachPlacement(
       [](Placement& item) { item.position.y = HeightAt(item.position.x, item.position.z); });
   editor.levelModified = true;

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/frame_time.h"
+#include "core/history.h"
 #include "core/vector3.h"
 #include "terrain/brush_way.h"
 #include "terrain/ground_ray.h"
@@ -101,6 +102,24 @@ void DoWhatIsDue() {
     terrain.stroke.picks.assign(1, terrain.stroke.picks.back());
 }
 
+// Of the step that a stroke is.
+const char* NameOf(TerrainTool tool) {
+  switch (tool) {
+    case TerrainTool::Carving:
+      return "Carving";
+    case TerrainTool::Raising:
+      return "Raising";
+    case TerrainTool::Smoothing:
+      return "Smoothing";
+    case TerrainTool::Flatten:
+      return "Flatten";
+    case TerrainTool::PointManipulation:
+    case TerrainTool::Road:
+      break;
+  }
+  return "";
+}
+
 // What the brush does at once where the button is pressed.
 float FirstAction() {
   return terrain.tool == TerrainTool::Smoothing ? kSmoothingPass : kShortestAction;
@@ -131,6 +150,7 @@ void GoOnToPick() {
 void PressBrush(std::uint32_t now) {
   if (!terrain.grid || !IsBrush(terrain.tool)) return;
   terrain.stroke.isHeld = true;
+  terrain.stroke.step.Begin(NameOf(terrain.tool));
   terrain.stroke.picks.clear();
   terrain.stroke.dueSeconds = 0;
   terrain.stroke.countedUntil = now;
@@ -165,6 +185,7 @@ void ReleaseBrush(std::uint32_t now) {
   HoldBrush(now);
   FinishWay();
   terrain.stroke.isHeld = false;
+  terrain.stroke.step.End();
 }
 
 }  // namespace mw

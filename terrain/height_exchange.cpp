@@ -8,12 +8,15 @@
 #include <vector>
 
 #include "core/editor_state.h"
+#include "core/history.h"
 #include "core/text.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "platform/disk.h"
 #include "platform/file.h"
 #include "platform/prompts.h"
+#include "terrain/ground_history.h"
 #include "terrain/terrain.h"
 
 namespace mw {
@@ -115,7 +118,10 @@ void ImportHeightmap(const AskSampleBits& ask) {
   if (!bits || !HasUsableTerrain()) return;
   ShowWaitCursor();
   auto file = ReadExchangeFile(*bits);
-  if (!file) return;
+  if (!file || !MayReplaceGround()) return;
+  const HistoryStep step("Import Heightmap");
+  KeepAllHeights();
+  KeepSetting(openLevel.loadReport.parts);
   terrain.heightBuffer = Decode(std::move(*file), *bits);
   LoadHeightsFromBuffer();
   SetReplaced(LevelPart::HeightMap);

@@ -201,12 +201,15 @@ std::vector<std::uint8_t> PaintInGameMap() {
 }
 
 void GenerateInGameMap() {
+  const std::string path = FormatText("%s/Textures/ingamemap.dds", openLevel.folder.c_str());
+  if (IsInWritableArchive(path) &&
+      !ConfirmReplacing("This will replace the in-game map of the level.")) {
+    return;
+  }
   ShowWaitCursor();
   SetStatusText(1, "Generating In-Game Map...");
-  const std::string failure = WhyNotWritten([] {
-    return SaveDDS(FormatText("%s/Textures/ingamemap.dds", openLevel.folder.c_str()),
-                   kInGameMapSide, kInGameMapSide, PaintInGameMap(), true);
-  });
+  const std::string failure = WhyNotWritten(
+      [&path] { return SaveDDS(path, kInGameMapSide, kInGameMapSide, PaintInGameMap(), true); });
   SetStatusText(1, "");
   ShowArrowCursor();
   if (failure.empty()) return;

@@ -1,9 +1,12 @@
 #include "terrain/material_generation.h"
 
 #include "core/editor_state.h"
+#include "core/history.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "platform/prompts.h"
+#include "terrain/ground_history.h"
 #include "terrain/material_map.h"
 #include "terrain/terrain.h"
 
@@ -20,7 +23,10 @@ void GenerateMaterialMap(const MaterialPlugin& plugin) {
   if (!plugin.InitMatMap || !plugin.GenerateMatMap || !materialMapper || !HasUsableTerrain())
     return;
   if (!ConfirmReplacing("This will replace all materials of the level, roads too.")) return;
-  if (!plugin.InitMatMap()) return;
+  if (!MayReplaceGround() || !plugin.InitMatMap()) return;
+  const HistoryStep step("Generate Material Map");
+  KeepAllMaterials();
+  KeepSetting(openLevel.loadReport.parts);
   ShowWaitCursor();
   SetStatusText(1, "Generating Material Map...");
   plugin.GenerateMatMap(modConfig.MaterialSize, materialMapper->grid.front().data(),

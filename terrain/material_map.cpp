@@ -8,6 +8,7 @@
 #include "data/level_map.h"
 #include "data/mod_config.h"
 #include "data/open_level.h"
+#include "terrain/ground_history.h"
 
 namespace mw {
 
@@ -73,6 +74,7 @@ void MarkMaterialsChanged() {
 
 void SetMaterial(std::uint32_t material, int i, int j) {
   if (!materialMapper || i < 0 || j < 0 || i >= kGridCapacity || j >= kGridCapacity) return;
+  KeepMaterial(i, j);
   materialMapper->grid[i][j] = material;
   MarkMaterialsChanged();
 }

@@ -22,6 +22,7 @@ extern const std::array<const char*, kMaterialCount> kMaterialNames;
 struct MaterialMapper {
   std::array<std::array<std::uint32_t, kGridCapacity>, kGridCapacity> grid{};
   std::uint8_t painting = 0;          // the left button is held over the view
+  HeldStep step;                      // of the history: what is being painted
   std::uint32_t currentMaterial = 0;  // 0 ... kMaterialCount - 1
   std::uint32_t brushSize = 1;        // half-width plus one, 1 ... 9 cells
   bool SurfaceView = false;           // the texture set's pictures instead of the icons

@@ -5,9 +5,12 @@
 #include <vector>
 
 #include "core/editor_state.h"
+#include "core/history.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "platform/prompts.h"
+#include "terrain/ground_history.h"
 #include "terrain/ground_ray.h"
 #include "terrain/material_map.h"
 #include "terrain/terrain.h"
@@ -57,12 +60,15 @@ void PickMaterialPoint(int x, int y) {
 void StartPainting() {
   if (!materialMapper || materialMapper->painting) return;
   materialMapper->painting = 1;
+  materialMapper->step.Begin("Painting");
   const Vector3& at = materialMapper->pick;
   if (!materialMapper->pickMissed) PaintAlong(BrushWay::At(at.x, at.z));
 }
 
 void StopPainting() {
-  if (materialMapper) materialMapper->painting = 0;
+  if (!materialMapper) return;
+  materialMapper->painting = 0;
+  materialMapper->step.End();
 }
 
 void LiftMaterialBrush() {
@@ -71,6 +77,7 @@ void LiftMaterialBrush() {
 
 void PaintAlong(const BrushWay& way) {
   ForBrushedCells(way, [](int i, int j) {
+    KeepMaterial(i, j);
     materialMapper->grid[i][j] = materialMapper->currentMaterial;
     materialMapper->paintedCells.push_back({i, j});
   });
@@ -98,6 +105,10 @@ void FillWithMaterial() {
   if (!ConfirmReplacing("This will replace the materials of the whole level by the chosen one.")) {
     return;
   }
+  if (!MayReplaceGround()) return;
+  const HistoryStep step("Fill With Material");
+  KeepAllMaterials();
+  KeepSetting(openLevel.loadReport.parts);
   for (int i = 1; i <= modConfig.MaterialSize; ++i)
     std::fill_n(materialMapper->grid[i].begin(), modConfig.MaterialSize,
                 materialMapper->currentMaterial);

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "core/editor_state.h"
+#include "core/history.h"
 #include "core/hooks.h"
 #include "data/mod_config.h"
 #include "terrain/brush_way.h"
@@ -135,6 +136,7 @@ void SelectRectangle(int x0, int y0, int x1, int y1) {
 
 void MoveSelection(float delta) {
   if (!HasUsableTerrain()) return;
+  const HistoryStep step("Moving Points", HistoryStep::Run);
   ForSelectionBox([delta](int i, int j) { MoveVertex(i, j, delta); });
   editor.levelModified = true;
   hooks.invalidateMiniMap();
@@ -142,6 +144,7 @@ void MoveSelection(float delta) {
 
 void ClearSelection() {
   if (!HasUsableTerrain()) return;
+  EndHistoryRun();
   for (int i = 0; i <= modConfig.MaterialSize; ++i) {
     for (int j = 0; j <= modConfig.MaterialSize; ++j) {
       terrain.grid[i][j].selected = 0;
@@ -153,6 +156,7 @@ void ClearSelection() {
 
 void ComputeSmoothingWeights() {
   if (!HasUsableTerrain()) return;
+  EndHistoryRun();
   ForSelectionBox([](int i, int j) { terrain.grid[i][j].weight = 0; });
   ForSelectionBox([](int i, int j) {
     if (terrain.grid[i][j].selected) WeighNeighboursOf(i, j);

@@ -2,10 +2,13 @@
 
 #include "core/editor_state.h"
 #include "core/game_random.h"
+#include "core/history.h"
 #include "core/hooks.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
+#include "data/open_level.h"
 #include "platform/prompts.h"
+#include "terrain/ground_history.h"
 #include "terrain/material_map.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_render.h"
@@ -88,6 +91,11 @@ std::optional<std::uint32_t> MaterialAtHeight(float h) {
 
 void GenerateTerrain(const RandomTerrainParameters& parameters) {
   if (!HasUsableTerrain()) return;
+  const HistoryStep step("Random Terrain");
+  KeepAllHeights();
+  KeepAllMaterials();
+  KeepSetting(openLevel.loadReport.parts);
+  KeepSetting(modConfig.WaterLevel);
   Walk();
   const auto amplitude = static_cast<float>(parameters.amplitude);
   const auto base = static_cast<float>(parameters.base);
@@ -117,7 +125,7 @@ void AssignMaterialsByHeight() {
 bool RandomTerrain(bool askFirst, const AskRandomTerrainParameters& ask) {
   if (askFirst && !ConfirmReplacing("This will replace any existing terrain.")) return false;
   const auto parameters = ask();
-  if (!parameters || !HasUsableTerrain()) return false;
+  if (!parameters || !HasUsableTerrain() || !MayReplaceGround()) return false;
   ShowWaitCursor();
   GenerateTerrain(*parameters);
   hooks.invalidateMiniMap();

@@ -4,6 +4,7 @@
 #include <span>
 
 #include "core/editor_state.h"
+#include "core/history.h"
 #include "core/hooks.h"
 #include "core/vector3.h"
 #include "data/mod_config.h"
@@ -94,6 +95,7 @@ void CreateRoad() {
   const auto points =
       std::span(terrain.roadPoints).first(static_cast<std::size_t>(terrain.roadPointCount));
   if (points.size() >= kMinRoadPoints) {
+    const HistoryStep step("Road");
     for (std::size_t k = 0; k + 1 < points.size(); ++k) GradeSegment(points[k], points[k + 1]);
     editor.levelModified = true;
     hooks.invalidateMiniMap();

@@ -22,6 +22,7 @@ constexpr int kMergedTileSide = 1024;  // pixels
 constexpr std::string_view kLightDirection = "raytracer.light.direction";
 constexpr const char* kTerrainScript = "terrainLightmap.con";
 constexpr const char* kObjectsScript = "objectsLightmap.con";
+constexpr const char* kShadowBits = "Textures\\LightmapShadowBits.lsb";
 
 bool& Selected(std::int64_t tileRow, std::int64_t tileColumn) {
   return terrain.shadowSettings
@@ -225,9 +226,13 @@ TileTaken TakeMergedTile(const TileIndex& tile) {
   return ConvertTgaTileToDds(name.c_str(), kMergedTileSide, kMergedTileSide, tile.row, tile.column);
 }
 
+bool HasShadowBits() { return IsInWritableArchive(LevelFile(kShadowBits)); }
+
+bool HasObjectLightMaps() { return IsFolderInWritableArchive(LevelFile("ObjectLightMaps\\")); }
+
 bool TakeShadowBits() {
   const std::string path = ScratchTexturesFolder() + "\\LightmapShadowBits.lsb";
-  return !FileExists(path) || ImportDiskFile(path, LevelFile("Textures\\LightmapShadowBits.lsb"));
+  return !FileExists(path) || ImportDiskFile(path, LevelFile(kShadowBits));
 }
 
 bool TakeObjectLightMaps() {

@@ -60,6 +60,9 @@ LightingScripts ReadLightingScripts();
 [[nodiscard]] bool RestoreLightingScripts(const LightingScripts& scripts);
 // Makes the merged tile the level's surface tile.
 [[nodiscard]] TileTaken TakeMergedTile(const TileIndex& tile);
+// Whether the level has the shadows of terrain or objects of an earlier run.
+bool HasShadowBits();
+bool HasObjectLightMaps();
 // "LightmapShadowBits.lsb" into the level's textures; nothing when there is none.
 [[nodiscard]] bool TakeShadowBits();
 // Every file of the scratch object light maps into the level.

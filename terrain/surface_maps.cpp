@@ -101,16 +101,19 @@ void ShowNothingAssigned() {
 
 // Asks when the level has some of the tiles already.
 bool MayReplace(const std::vector<TileIndex>& tiles) {
-  const auto count = std::ranges::count_if(
-      tiles, [](const TileIndex& tile) { return IsInWritableArchive(TilePath(tile)); });
-  return count == 0 ||
-         ConfirmReplacing(FormatText("This will replace %i surface %s of the level, with the "
-                                     "shadows merged into %s.",
-                                     static_cast<int>(count), count == 1 ? "map" : "maps",
-                                     count == 1 ? "it" : "them"));
+  const int count = CountTilesInLevel(tiles);
+  return count == 0 || ConfirmReplacing(FormatText(
+                           "This will replace %i surface %s of the level, with the "
+                           "shadows merged into %s.",
+                           count, count == 1 ? "map" : "maps", count == 1 ? "it" : "them"));
 }
 
 }  // namespace
+
+int CountTilesInLevel(const std::vector<TileIndex>& tiles) {
+  return static_cast<int>(std::ranges::count_if(
+      tiles, [](const TileIndex& tile) { return IsInWritableArchive(TilePath(tile)); }));
+}
 
 bool GenerateSurfaceMaps(const SurfacePlugin& plugin) {
   const std::vector<TileIndex> tiles = AssignedTiles();

@@ -2,7 +2,10 @@
 // gets them as compressed textures. Run by the Tools menu.
 #pragma once
 
+#include <vector>
+
 #include "plugins/mapwright_plugin.h"
+#include "terrain/shadow_work.h"
 
 namespace mw {
 
@@ -19,5 +22,7 @@ struct SurfacePlugin {
 // message when no tile is assigned and when something could not be written; does nothing when the
 // plug-in is missing or declines. True when the caller is to reload the level's textures.
 bool GenerateSurfaceMaps(const SurfacePlugin& plugin);
+// How many of the tiles have their surface in the open level's archive.
+int CountTilesInLevel(const std::vector<TileIndex>& tiles);
 
 }  // namespace mw

@@ -13,6 +13,7 @@
 #include "data/level_map.h"
 #include "data/mod_config.h"
 #include "data/open_level.h"
+#include "terrain/ground_history.h"
 #include "terrain/height_image.h"
 #include "terrain/mini_map_picture.h"
 #include "terrain/terrain_render.h"
@@ -117,6 +118,7 @@ void LoadHeightsFromBuffer() {
 void SetHeight(int i, int j, float h) {
   if (!terrain.grid || i < 0 || j < 0 || i >= kGridCapacity || j >= kGridCapacity) return;
   h = std::max(0.0f, std::min(h, kMaxHeight));  // what is not a number becomes 0
+  KeepHeight(i, j);
   terrain.grid[i][j].h = h;
   ShowOnMiniMap(i, j);
   MarkTerrainChanged(i, j, i, j);

@@ -9,6 +9,7 @@
 #include <optional>
 #include <vector>
 
+#include "core/history.h"
 #include "core/vector3.h"
 #include "data/mod_config.h"
 #include "terrain/level_textures.h"
@@ -94,6 +95,14 @@ struct BrushStroke {
   std::vector<Vector3> picks;
   float dueSeconds = 0;            // below 0: done in advance
   std::uint32_t countedUntil = 0;  // milliseconds
+  HeldStep step;
+};
+
+// The block of a grid that was kept last for the open step (terrain/ground_history.h), lest every
+// vertex of a brush asks again.
+struct LastKept {
+  unsigned moment = 0;        // of the history
+  int row = -1, column = -1;  // of blocks
 };
 
 // Rows and columns drawn, around the camera.
@@ -126,6 +135,7 @@ struct Terrain {
   PickState pick;
   BrushStroke stroke;
   std::vector<Cell> flattenCells;  // in the brush of the Flatten tool
+  LastKept keptHeights, keptMaterials;
   SelectionBox selectionBox;
   // Where the mouse selected last while the button was held; nothing when there was no ground.
   std::optional<Vector3> lastSelected;

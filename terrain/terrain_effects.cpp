@@ -2,6 +2,7 @@
 
 #include "core/editor_state.h"
 #include "terrain/brush_way.h"
+#include "terrain/ground_history.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/terrain_render.h"
@@ -33,6 +34,7 @@ void ShowFlattenBrush(int i, int j) {
 }
 
 void LevelVertex(int i, int j) {
+  KeepHeight(i, j);
   terrain.grid[i][j].h = terrain.flattenHeight;
   MarkTerrainChanged(i, j, i, j);
   ShowOnMiniMap(i, j);

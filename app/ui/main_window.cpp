@@ -18,6 +18,7 @@
 #include "app/ui/mode_toolbars.h"
 #include "app/ui/qt_text.h"
 #include "app/ui/view_widget.h"
+#include "app/undo.h"
 #include "core/editor_state.h"
 #include "data/mod_config.h"
 #include "resources/pictures.h"
@@ -125,10 +126,25 @@ void MainWindow::SetCommandEnabled(CommandId id, bool enabled) {
   if (button) button->setEnabled(enabled);
 }
 
+// "&Undo Raising\tCtrl-Z"
+void MainWindow::ShowStep(CommandId id, const std::string& step, bool usable) {
+  QString caption = FromText(FindCommand(id)->caption);
+  if (!step.empty()) caption.insert(caption.indexOf('\t'), ' ' + FromText(step));
+  QAction* const action = actions_.Find(id);
+  action->setText(caption);
+  action->setEnabled(usable && !step.empty());
+}
+
+void MainWindow::ShowUndoSteps(const std::string& undo, const std::string& redo, bool usable) {
+  ShowStep(kCommandUndo, undo, usable);
+  ShowStep(kCommandRedo, redo, usable);
+}
+
 void MainWindow::SetLevelOpen(bool open) {
   for (const CommandSpec& spec : CommandTable()) {
     if (NeedsLevel(spec.id)) actions_.Find(spec.id)->setEnabled(open);
   }
+  mw::ShowUndoSteps();
   modeToolbars_->setEnabled(open);
   treePanel_->setEnabled(open);
 }

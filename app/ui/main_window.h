@@ -28,6 +28,8 @@ class MainWindow : public QMainWindow {
   void ShowLevelInTitle();
   // Of the command's button in the main toolbar; its menu entry is always there.
   void SetCommandEnabled(CommandId id, bool enabled);
+  // The captions name the steps; without one the command is disabled.
+  void ShowUndoSteps(const std::string& undo, const std::string& redo, bool usable);
   // Enables the commands, tools and trees that work on a level.
   void SetLevelOpen(bool open);
 
@@ -47,6 +49,7 @@ class MainWindow : public QMainWindow {
   void keyReleaseEvent(QKeyEvent* event) override;
 
  private:
+  void ShowStep(CommandId id, const std::string& step, bool usable);
   void BuildToolbar();
   void BuildCentre();
   QLabel* AddStatusLabel(const char* name, QSizePolicy::Policy width);

@@ -13,7 +13,10 @@
 #include "app/ui/picture_dialog.h"
 #include "app/ui/view_widget.h"
 #include "app/ui/welcome_dialog.h"
+#include "app/undo.h"
+#include "core/history.h"
 #include "core/hooks.h"
+#include "data/mod_config.h"
 #include "data/ui/add_file_dialog.h"
 #include "data/ui/environment_dialogs.h"
 #include "data/ui/mod_dialogs.h"
@@ -27,6 +30,13 @@
 namespace mw {
 namespace {
 
+// A dialog that changes the level's settings is one step.
+void AsStep(const char* name, const std::function<void()>& dialog) {
+  const HistoryStep step(name);
+  KeepSetting(modConfig);
+  dialog();
+}
+
 // All of the record, so that a function that is added there cannot be forgotten here.
 Shell ShellOf(MainWindow& window) {
   MainWindow* const owner = &window;
@@ -34,6 +44,8 @@ Shell ShellOf(MainWindow& window) {
   return {
       .setCommandChecked = [&](CommandId id, bool on) { window.SetCommandChecked(id, on); },
       .setCommandEnabled = [&](CommandId id, bool on) { window.SetCommandEnabled(id, on); },
+      .showUndoSteps = [&](const std::string& undo, const std::string& redo,
+                           bool usable) { window.ShowUndoSteps(undo, redo, usable); },
       .setLevelOpen = [&](bool open) { window.SetLevelOpen(open); },
       .showModeToolbar = [&](EditMode mode) { window.modeToolbars()->ShowMode(mode); },
       .mainWindowActive = [owner] { return IsWindowInUse(owner); },
@@ -61,11 +73,16 @@ Shell ShellOf(MainWindow& window) {
       .levelStatisticsDialog = [owner] { LevelStatisticsDialog(owner); },
       .surfaceAssignmentsDialog =
           [owner] { SurfaceAssignmentsDialog(owner, shell.renderFrameNow); },
-      .lightSettingsDialog = [owner] { LightSettingsDialog(owner); },
-      .fogSettingsDialog = [owner] { FogSettingsDialog(owner); },
-      .shadowSettingsDialog = [owner] { ShadowSettingsDialog(owner); },
-      .waterSettingsDialog = [owner] { WaterSettingsDialog(owner); },
-      .teamSelectionDialog = [owner] { TeamSelectionDialog(owner); },
+      .lightSettingsDialog =
+          [owner] { AsStep("Light Settings", [owner] { LightSettingsDialog(owner); }); },
+      .fogSettingsDialog =
+          [owner] { AsStep("Fog Settings", [owner] { FogSettingsDialog(owner); }); },
+      .shadowSettingsDialog =
+          [owner] { AsStep("Shadow Settings", [owner] { ShadowSettingsDialog(owner); }); },
+      .waterSettingsDialog =
+          [owner] { AsStep("Water Settings", [owner] { WaterSettingsDialog(owner); }); },
+      .teamSelectionDialog =
+          [owner] { AsStep("Team Selection", [owner] { TeamSelectionDialog(owner); }); },
       .objectBrowserDialog = [owner] { ObjectBrowserDialog(owner, shell.renderFrameNow); },
       .aboutDialog = [owner] { SplashDialog(owner).exec(); },
       .creditsDialog = [owner] { CreditsDialog(owner).exec(); },
@@ -76,6 +93,7 @@ Shell ShellOf(MainWindow& window) {
 
 void ConnectShell(MainWindow& window) {
   shell = ShellOf(window);
+  ConnectUndo();
   // Part of the next frame, which this costs nothing more while one follows another.
   hooks.invalidateMiniMap = [view = window.view()] { view->update(); };
   ConnectObjectWindows(window);

@@ -10,7 +10,8 @@ int main(int count, char** arguments) {
   using namespace mw::bench;
   constexpr std::pair<std::string_view, void (*)()> kGroups[] = {
       {"terrain", AddTerrainRows}, {"objects", AddObjectRows},   {"archive", AddArchiveRows},
-      {"saving", AddSavingRows},   {"pictures", AddPictureRows}, {"ground", AddGroundRows}};
+      {"saving", AddSavingRows},   {"pictures", AddPictureRows}, {"ground", AddGroundRows},
+      {"history", AddHistoryRows}};
   const std::vector<std::string_view> wanted(arguments + 1, arguments + count);
   for (const auto& [name, addRows] : kGroups) {
     if (wanted.empty() || std::ranges::find(wanted, name) != wanted.end()) addRows();

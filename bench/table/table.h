@@ -62,5 +62,6 @@ void AddArchiveRows();
 void AddSavingRows();
 void AddPictureRows();
 void AddGroundRows();
+void AddHistoryRows();
 
 }  // namespace mw::bench

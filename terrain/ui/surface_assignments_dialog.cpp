@@ -3,7 +3,9 @@
 #include <QDialog>
 
 #include "core/editor_state.h"
+#include "core/history.h"
 #include "core/text.h"
+#include "data/mod_config.h"
 #include "data/textures.h"
 #include "platform/disk.h"
 #include "platform/prompts.h"
@@ -32,9 +34,22 @@ bool UseTextureSet(const std::string& name) {
   return loaded;
 }
 
+// The set of the step that was undone or redone.
+void LoadNamedSet() { LoadTextureSet("texturesets/" + editor.textureSetName.String()); }
+
+void KeepAssignments() {
+  KeepSetting(levelTextures.SurfaceAssigned);
+  KeepSetting(levelTextures.textureSetChosen);
+  KeepSetting(editor.textureSetName, LoadNamedSet);
+  KeepSetting(modConfig.TexOffsetX);
+  KeepSetting(modConfig.TexOffsetY);
+}
+
 }  // namespace
 
 void SurfaceAssignmentsDialog(QWidget* owner, const std::function<void()>& renderView) {
+  const HistoryStep step("Surface Map Assignments");
+  KeepAssignments();
   const AssignmentSnapshot before = TakeAssignmentSnapshot();
   QDialog dialog(owner);
   Ui::SurfaceAssignmentsForm form;

@@ -34,6 +34,7 @@ class ShellTest : public SandboxTest {
     shell.setCommandChecked = [this](CommandId id, bool on) { checked[id] = on; };
     shell.setCommandEnabled = [this](CommandId id, bool on) { enabled[id] = on; };
     shell.setLevelOpen = [](bool) {};
+    shell.showUndoSteps = [](const auto&, const auto&, bool) {};
     shell.showModeToolbar = [this](EditMode mode) { shownToolbar = mode; };
     shell.mainWindowActive = shell.viewHasFocus = [] { return true; };
     shell.focusView = [] {};

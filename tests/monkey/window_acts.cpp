@@ -63,6 +63,15 @@ Act ShortcutAct(Dice& dice) {
   return {"shortcut " + keys.toString(), {[key] { ClickKey(key.key(), key.keyboardModifiers()); }}};
 }
 
+// Some steps back or forth at once.
+Act UndoAct(Dice& dice) {
+  const int key = dice.Chance(60) ? Qt::Key_Z : Qt::Key_Y;
+  Act act{key == Qt::Key_Z ? "undo" : "redo", {}};
+  for (int steps = dice.Between(1, 6); steps-- > 0;)
+    act.inputs.push_back([key] { ClickKey(key, Qt::ControlModifier); });
+  return act;
+}
+
 Act CommandAct(Dice& dice) {
   const CommandSpec& spec = SomeCommand(dice);
   auto* const action =
@@ -223,7 +232,8 @@ Act MainAct(Dice& dice) {
   if (kind < 58) return KeyAct(dice);
   if (kind < 66) return MenuAct(dice);
   if (kind < 78) return ButtonAct(dice);
-  if (kind < 90) return TreeAct(dice);
+  if (kind < 87) return TreeAct(dice);
+  if (kind < 90) return UndoAct(dice);
   if (kind < 94) return PartAct(dice);
   if (kind < 96) return ShortcutAct(dice);
   if (kind < 98) return CommandAct(dice);

@@ -163,7 +163,7 @@ TEST_F(RoadsTest, ASegmentWithoutAWholeStepGradesNothing) {
   EXPECT_EQ(Height(11, 20), 127);
   EXPECT_TRUE(OnlyCells(0, 0, 0, 0, 0));
   EXPECT_EQ(terrain.roadPointCount, 0);
-  EXPECT_TRUE(editor.levelModified);
+  EXPECT_FALSE(editor.levelModified);
 }
 
 TEST_F(RoadsTest, ASinglePointIsDiscardedWithoutAQuestion) {

@@ -11,6 +11,7 @@
 #include "app/modes.h"
 #include "app/ui/mode_toolbars.h"
 #include "app/ui/window_fixture.h"
+#include "core/history.h"
 #include "support/golden.h"
 
 namespace mw {
@@ -55,6 +56,28 @@ QWidget* Button(MainWindow& window, const char* toolTip) {
     }
   }
   return nullptr;
+}
+
+TEST_F(MainWindowTest, UndoAndRedoNameTheirSteps) {
+  static int setting = 0;
+  const QList<QAction*> entries = MenuOf(window.menuBar()->actions(), "Edit")->actions();
+  const QAction& undo = *entries[0];
+  const QAction& redo = *entries[1];
+  EXPECT_EQ(undo.text(), "&Undo\tCtrl-Z");
+  {
+    const HistoryStep step("Raising");
+    KeepSetting(setting);
+    ++setting;
+    EXPECT_EQ(undo.text(), "&Undo\tCtrl-Z") << "it is under way";
+  }
+  EXPECT_EQ(undo.text(), "&Undo Raising\tCtrl-Z");
+  EXPECT_TRUE(undo.isEnabled());
+  EXPECT_FALSE(redo.isEnabled());
+  Undo();
+  EXPECT_EQ(redo.text(), "&Redo Raising\tCtrl-Y");
+  EXPECT_TRUE(redo.isEnabled());
+  shell.setLevelOpen(true);
+  EXPECT_FALSE(undo.isEnabled());
 }
 
 TEST_F(MainWindowTest, MenusToolbarsAndKeysAreAsTheGuideShowsThem) {
