@@ -6,6 +6,7 @@
   tools/mutants.py --report [FILE]              what is known so far
   tools/mutants.py ... --commit REVISION        of this commit, instead of the one checked out
   tools/mutants.py ... --configure "-DNAME=..." gives cmake further words
+  tools/mutants.py ... --longest SECONDS        leaves out suites that take longer by themselves
 
 Everything happens in a copy of the commit that is checked out, build/mutants/tree, with a build of its
 own; the tree that you work in stays as it is. The list, build/mutants/seed<N>.jsonl, has a line per
@@ -182,13 +183,13 @@ def target_of(program):
     return program.path.relative_to(BUILD).as_posix() if BUILD in program.path.parents else "all"
 
 
-def try_mutant(place, number, programs):
+def try_mutant(place, number, programs, longest):
     """(outcome, detail) of the changed tree; `number` is None where any suite may come to the place."""
     house = place.file.split("/")[0]
     rank = ORDER.index(house) if house in ORDER else len(ORDER)
     for program in [p for p in programs if p.rank >= rank] + [p for p in programs if p.rank < rank]:
         suites = [name for name, suite in program.suites.items()
-                  if number is None or number in suite["reached"]]
+                  if suite["seconds"] <= longest and (number is None or number in suite["reached"])]
         if not suites:
             continue
         before = program.stamp()
@@ -203,7 +204,7 @@ def try_mutant(place, number, programs):
     return "survived", ""
 
 
-def try_places(places, here, list_file, programs, probed):
+def try_places(places, here, list_file, programs, probed, longest):
     """Tries those of `places` that the list does not have; `here` is where each stands today."""
     known = {(r["file"], r["line"], r["new"]) for r in read_list(list_file)}
     for number, (place, today) in enumerate(zip(places, here)):
@@ -218,7 +219,8 @@ def try_places(places, here, list_file, programs, probed):
             lines[today.line - 1] = today.new
             try:
                 path.write_text("\n".join(lines))
-                outcome, detail = try_mutant(today, number if number in probed else None, programs)
+                outcome, detail = try_mutant(today, number if number in probed else None, programs,
+                                             longest)
             finally:
                 path.write_text(original)
         record = {**asdict(place), "outcome": outcome, "detail": detail,
@@ -256,6 +258,7 @@ def main():
     arguments.add_argument("--again", type=Path)
     arguments.add_argument("--commit", default="HEAD")
     arguments.add_argument("--configure", default="")
+    arguments.add_argument("--longest", type=float, default=float("inf"))
     arguments.add_argument("--report", type=Path, nargs="?", const=Path())
     chosen = arguments.parse_args()
     list_file = WORK / f"seed{chosen.seed}.jsonl"
@@ -279,7 +282,7 @@ def main():
     everything = all_lines(TREE)
     here = [find_again(TREE, place, everything) for place in places]
     programs, probed = measure(here, commit)
-    try_places(places, here, list_file, programs, probed)
+    try_places(places, here, list_file, programs, probed, chosen.longest)
     return report(list_file)
 
 
