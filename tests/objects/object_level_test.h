@@ -1,23 +1,32 @@
-// A flat level with an open archive, a catalogue of two houses and a tree, and an empty level tree.
-// Nothing is drawn: CursorPoint is where a test puts it.
+// A flat level of 1024 units with an open archive, a catalogue of two houses and a tree, and an
+// empty level tree, in which a user works. Nothing is drawn: CursorPoint is where a test puts it.
 #pragma once
 
+#include <algorithm>
 #include <fstream>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "core/camera.h"
 #include "core/editor_state.h"
 #include "core/hooks.h"
 #include "data/level_archive_test.h"
 #include "objects/entities.h"
+#include "objects/entity_editing.h"
+#include "objects/level_story.h"
 #include "objects/object_store.h"
 #include "objects/objects_state.h"
+#include "objects/property_sheet.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_render.h"
 
 namespace mw {
+
+// What the user enters into a sheet: labels, and values with blanks between them.
+using Entries = std::vector<std::pair<std::string_view, std::string>>;
 
 class ObjectLevelTest : public LevelArchiveTest {
  protected:
@@ -26,7 +35,7 @@ class ObjectLevelTest : public LevelArchiveTest {
 
   ObjectLevelTest() {
     ResetObjectsState();
-    modConfig.MaterialSize = 256;
+    modConfig.MaterialSize = 64;
     modConfig.WorldSize = static_cast<std::int32_t>(kSide);
     modConfig.HeightScale = 0.5f;
     CreateTerrain();
@@ -73,6 +82,65 @@ class ObjectLevelTest : public LevelArchiveTest {
     table.instances.push_back(std::move(spawn));
     return static_cast<ObjectSpawn&>(*table.instances.back());
   }
+
+  static SpawnInstance& Placed(EntityKind kind, std::size_t i) {
+    return *entities.Of(kind).instances.at(i);
+  }
+  static SpawnInstance& Soldier(std::size_t i) { return Placed(EntityKind::SoldierSpawn, i); }
+  static SpawnInstance& Point(std::size_t i) { return Placed(EntityKind::ControlPoint, i); }
+  static ObjectSpawn& Vehicle(std::size_t i) {
+    return static_cast<ObjectSpawn&>(Placed(EntityKind::ObjectSpawn, i));
+  }
+  static SoldierSpawnTemplate& SoldierTemplate(std::size_t i) {
+    return static_cast<SoldierSpawnTemplate&>(*Templates(EntityKind::SoldierSpawn).at(i));
+  }
+  static ObjectSpawnTemplate& ObjectTemplate(std::size_t i) {
+    return static_cast<ObjectSpawnTemplate&>(*Templates(EntityKind::ObjectSpawn).at(i));
+  }
+  static ControlPointTemplate& PointTemplate(std::size_t i) {
+    return static_cast<ControlPointTemplate&>(*Templates(EntityKind::ControlPoint).at(i));
+  }
+  static std::vector<std::unique_ptr<SpawnTemplate>>& Templates(EntityKind kind) {
+    return entities.Of(kind).templates;
+  }
+
+  // What the user drags from the tree to a place in level coordinates.
+  static SpawnInstance& Drop(EntityKind kind, float x, float z) {
+    PutCursorOver(x, 20, z);
+    DropNewEntity(kind);
+    return *entities.Of(kind).instances.back();
+  }
+  static SpawnInstance& DropControlPoint(float x, float z) {
+    return Drop(EntityKind::ControlPoint, x, z);
+  }
+  static SpawnInstance& DropSoldierSpawn(float x, float z) {
+    return Drop(EntityKind::SoldierSpawn, x, z);
+  }
+  static void AddVehicleTemplate() {
+    AcceptSheets();
+    AddObjectSpawnTemplate();
+  }
+  static ObjectSpawn& DropVehicle(float x, float z) {
+    PutCursorOver(x, 20, z);
+    DropTemplate(ObjectTemplate(Templates(EntityKind::ObjectSpawn).size() - 1).treeItem);
+    return static_cast<ObjectSpawn&>(*entities.Of(EntityKind::ObjectSpawn).instances.back());
+  }
+  static void DeleteLast(EntityKind kind) {
+    DeleteInstance(kind, static_cast<int>(entities.Of(kind).instances.size()) - 1);
+  }
+
+  // The user presses OK, after having entered something; or Cancel.
+  static void AcceptSheets(const Entries& entries = {}) {
+    hooks.runPropertySheet = [entries](PropertySheet& sheet) {
+      return Enter(sheet, entries), true;
+    };
+  }
+  static void CancelSheets(const Entries& entries = {}) {
+    hooks.runPropertySheet = [entries](PropertySheet& sheet) {
+      return Enter(sheet, entries), false;
+    };
+  }
+
   // The pixel 50, 50 shows the ground of a place in level coordinates.
   static void LookDownOn(float levelX, float z) {
     editor.viewWidth = editor.viewHeight = 101;
@@ -84,6 +152,26 @@ class ObjectLevelTest : public LevelArchiveTest {
   // The view's point over a place in level coordinates.
   static void PutCursorOver(float levelX, float y, float z) {
     objectStore.CursorPoint = {kSide - levelX, y, z};
+  }
+
+  LevelStory story;
+
+ private:
+  static void Enter(PropertySheet& sheet, const Entries& entries) {
+    for (const auto& [label, text] : entries) {
+      const auto field = std::ranges::find_if(
+          sheet.fields,
+          [wanted = label](const PropertyField& each) { return each.label == wanted; });
+      ASSERT_NE(field, sheet.fields.end()) << "no field \"" << label << "\" in " << sheet.title;
+      std::istringstream words(text);
+      if (const auto* variable = std::get_if<TextVariable>(&field->value)) variable->write(text);
+      for (int i = 0; i < field->count; ++i) {
+        if (auto* const* number = std::get_if<std::int32_t*>(&field->value)) words >> (*number)[i];
+        if (auto* const* real = std::get_if<float*>(&field->value)) words >> (*real)[i];
+        if (auto* const* mode = std::get_if<GameModeChoice*>(&field->value))
+          (*mode)[i].checked = text.find((*mode)[i].label) != std::string::npos;
+      }
+    }
   }
 };
 
