@@ -50,7 +50,7 @@ class EntitySheetsTest : public ObjectLevelTest {
     return shown;
   }
   // The user enters something into the sheet that the action opens, and presses OK.
-  void Edit(std::string_view step, const std::function<void()>& act, const Entries& entries = {}) {
+  void Edit(std::string_view step, std::string_view entries, const std::function<void()>& act) {
     AcceptSheets(entries);
     story.Do(step, act);
   }
@@ -68,39 +68,34 @@ TEST_F(EntitySheetsTest, NewEntitiesShowTheGamesUsualValues) {
 }
 
 TEST_F(EntitySheetsTest, WhatIsEnteredIsStoredCleanedAndShown) {
-  Edit("vehicle template, its name and team 1", EditVehicleTemplate,
-       {{"Name", "Light tank (north)/1"}, {"Team 1 Object", "Tank_A"}, {"distance", "60"}});
-  Edit("its delays", EditVehicleTemplate, {{"minSpawnDelay", "-5"}, {"maxSpawnDelay", "-7"}});
-  Edit("the longest delay", EditVehicleTemplate, {{"minSpawnDelay", "2147483647"}});
+  Edit("vehicle template, its name and team 1",
+       "Name: Light tank (north)/1; Team 1 Object: Tank_A; Team 2 Object: B; spawnDelayAtStart: 1; "
+       "timeToLive: 2; distance: 60; damageWhenLost: 3; maxNrOfObjectSpawned: 4",
+       EditVehicleTemplate);
+  Edit("its delays", "minSpawnDelay: -5; maxSpawnDelay: -7", EditVehicleTemplate);
+  Edit("the longest delay", "minSpawnDelay: 2147483647", EditVehicleTemplate);
   SoldierTemplate(0).modes = kModeConquest;
-  Edit("soldier spawn", [] { Soldier(0).Edit(); },
-       {{"Name", "north spawn"},
-        {"Spawn Group", "2"},
-        {"SpawnID", "12"},
-        {"spawnAsParaTrooper", "1"},
-        {"Pos", "1 2 3"},
-        {"Rot", "90 0 45"},
-        {"Game Modes", "CTF"}});
+  Edit("soldier spawn",
+       "Name: north spawn; Spawn Group: 2; SpawnID: 12; spawnAsParaTrooper: 1; Pos: 1 2 3; Rot: 90 "
+       "0 45; Game Modes: CTF",
+       [] { Soldier(0).Edit(); });
   ObjectTemplate(0).modes = Vehicle(0).modes = kModeConquest;
   RefreshTreeItems();
-  Edit("vehicle", [] { Vehicle(0).Edit(); },
-       {{"OsID", "0"}, {"Team", "2"}, {"Pos", "7 8 9"}, {"Rot", "1 2 3"}, {"Game Modes", "TDM"}});
+  Edit("vehicle", "OsID: 0; Team: 2; Pos: 7 8 9; Rot: 1 2 3; Game Modes: TDM",
+       [] { Vehicle(0).Edit(); });
   SetModeFilter(kModeConquest);
   DropControlPoint(800, 800);
   SetModeFilter(kAllModes);
-  Edit("control point", [] { Point(2).Edit(); },
-       {{"Name", "East Gate"},
-        {"controlPointName", "East Gate!"},
-        {"geometry", "flag-base"},
-        {"addTemplate", "My Flag"},
-        {"teamGeometry 1", "a.b"},
-        {"teamGeometry 2", "c d"},
-        {"team", "2"},
-        {"radius", "25"},
-        {"relative position", "1 9 2"},
-        {"Pos", "5 6 7"},
-        {"Game Modes", "CQ CTF"}});
-  Edit("object", [] { EditStaticObject(0); }, {{"Pos", "1 2 30"}, {"Rot", "45 0 0"}});
+  Edit(
+      "control point",
+      "Name: East Gate; controlPointName: East Gate!; geometry: flag-base; addTemplate: My Flag; "
+      "teamGeometry 1: a.b; teamGeometry 2: c d; team: 2; radius: 25; areaValue: 3; "
+      "timeToGetControl: 4; timeToLoseControl: 5; disableIfEnemyInsideRadius: 6; "
+      "disableWhenLosingControl: 7; loseControlWhenEnemyClose: 8; loseControlWhenNotClose: 9; "
+      "unableToChangeTeam: 10; hasCollisionPhysics: 11; relative position: 1 9 2; Pos: 5 6 7; Game "
+      "Modes: CQ CTF",
+      [] { Point(2).Edit(); });
+  Edit("object", "Pos: 1 2 30; Rot: 45 0 0", [] { EditStaticObject(0); });
   story.Expect("edited_entities");
 }
 
@@ -110,17 +105,13 @@ TEST_F(EntitySheetsTest, OkStoresNothingThatTheUserDidNotChange) {
   ObjectTemplate(0).minSpawnDelay = ObjectTemplate(0).maxSpawnDelay = 30;
   ObjectTemplate(0).team1Object = "Tank_A";
   PointTemplate(0).geometry = "flags/base_m1";
-  Edit("nothing", [] {
+  Edit("nothing", "", [] {
     EXPECT_TRUE(Vehicle(0).Edit() && Point(0).Edit() && Soldier(0).Edit());
     EXPECT_TRUE(EditStaticObject(0) && EditVehicleTemplate());
   });
-  Edit("places", [] { EXPECT_TRUE(Vehicle(0).Edit() && Point(0).Edit()); }, {{"Pos", "1 2 3"}});
-  Edit("distance", EditVehicleTemplate, {{"distance", "1"}});
-  CancelSheets({{"Name", "half"},
-                {"radius", "1"},
-                {"relative position", "1 1 1"},
-                {"Pos", "1 1 1"},
-                {"Game Modes", ""}});
+  Edit("places", "Pos: 1 2 3", [] { EXPECT_TRUE(Vehicle(0).Edit() && Point(0).Edit()); });
+  Edit("distance", "distance: 1", EditVehicleTemplate);
+  CancelSheets("Name: half; radius: 1; relative position: 1 1 1; Pos: 1 1 1; Game Modes: ");
   story.Do("cancelled", [] { EXPECT_FALSE(Point(0).Edit()); });
   story.Expect("kept_values");
 }
@@ -128,18 +119,18 @@ TEST_F(EntitySheetsTest, OkStoresNothingThatTheUserDidNotChange) {
 TEST_F(EntitySheetsTest, ATeamGoesToTheGroupsOfThePointInItsModes) {
   entities.spawnGroups[0].team = 0;
   Point(0).modes = kModeConquest;
-  Edit("radius", [] { Point(0).Edit(); }, {{"radius", "60"}});
-  Edit("team", [] { Point(0).Edit(); }, {{"team", "2"}});
+  Edit("radius", "radius: 60", [] { Point(0).Edit(); });
+  Edit("team", "team: 2", [] { Point(0).Edit(); });
   while (entities.spawnGroups.size() < kMaxSpawnGroups) entities.spawnGroups.emplace_back();
-  Edit("team without room for one more group", [] { Point(0).Edit(); }, {{"team", "1"}});
-  Edit("team of another", [] { Point(1).Edit(); }, {{"team", "0"}});
+  Edit("team without room for one more group", "team: 1", [] { Point(0).Edit(); });
+  Edit("team of another", "team: 0", [] { Point(1).Edit(); });
   story.Expect("teams_of_groups");
 }
 
 TEST_F(EntitySheetsTest, AnEntityKeepsItsModesWhenNoneIsChosen) {
   for (SpawnInstance* instance : {&Soldier(0), &Point(0), &Placed(EntityKind::ObjectSpawn, 0)}) {
     instance->modes = kModeTeamDeathMatch;
-    Edit("no modes", [instance] { instance->Edit(); }, {{"Game Modes", ""}, {"Pos", "7 8 9"}});
+    Edit("no modes", "Game Modes: ; Pos: 7 8 9", [instance] { instance->Edit(); });
   }
   story.Expect("no_modes_chosen");
 }
@@ -150,23 +141,18 @@ TEST_F(EntitySheetsTest, ANameThatIsTakenInASharedModeGetsANumber) {
   AddVehicleTemplate();
   PointTemplate(0).modes = Point(0).modes = kModeConquest;
   PointTemplate(1).modes = Point(1).modes = kModeCaptureTheFlag;
-  const Entries name{{"Name", "north camp"}};
-  Edit(
-      "soldier spawns", [] { EXPECT_TRUE(Soldier(0).Edit() && Soldier(1).Edit()); }, name);
-  Edit(
-      "vehicle templates",
-      [] {
-        for (const std::size_t i : {0, 1, 1}) EditByTreeItem(ObjectTemplate(i).treeItem);
-      },
-      name);
-  Edit(
-      "control points", [] { EXPECT_TRUE(Point(0).Edit() && Point(1).Edit()); }, name);
-  Edit("modes of one", [] { Point(1).Edit(); }, {{"Game Modes", "CQ CTF TDM"}});
+  constexpr std::string_view kName = "Name: north camp";
+  Edit("soldier spawns", kName, [] { EXPECT_TRUE(Soldier(0).Edit() && Soldier(1).Edit()); });
+  Edit("vehicle templates", kName, [] {
+    for (const std::size_t i : {0, 1, 1}) EditByTreeItem(ObjectTemplate(i).treeItem);
+  });
+  Edit("control points", kName, [] { EXPECT_TRUE(Point(0).Edit() && Point(1).Edit()); });
+  Edit("modes of one", "Game Modes: CQ CTF TDM", [] { Point(1).Edit(); });
   story.Expect("taken_names");
 }
 
 TEST_F(EntitySheetsTest, ASpawnIdThatWasTypedIsNotGivenAgain) {
-  Edit("id", [] { Soldier(0).Edit(); }, {{"SpawnID", "12"}});
+  Edit("id", "SpawnID: 12", [] { Soldier(0).Edit(); });
   DropSoldierSpawn(130, 100);
   EXPECT_EQ(SoldierTemplate(1).spawnId, 13);
 }
@@ -175,7 +161,7 @@ TEST_F(EntitySheetsTest, ASpawnIdThatWasTypedIsNotGivenAgain) {
 TEST_F(EntitySheetsTest, AnEntityCanBeEditedOutOfTheShownModes) {
   SetModeFilter(kModeConquest);
   Point(1).selected = true;
-  Edit("to TDM", [] { Point(1).Edit(); }, {{"Game Modes", "TDM"}});
+  Edit("to TDM", "Game Modes: TDM", [] { Point(1).Edit(); });
   story.Do("TDM is shown", [] { SetModeFilter(kModeTeamDeathMatch); });
   story.Expect("edited_out_of_sight");
 }

@@ -9,6 +9,8 @@
 
 #include "core/camera.h"
 #include "core/editor_state.h"
+#include "data/load_report.h"
+#include "data/open_level.h"
 #include "objects/entities.h"
 #include "objects/object_store.h"
 #include "support/golden.h"
@@ -95,6 +97,11 @@ std::vector<std::string> Listing() {
        << editor.somethingCopied << "\npivot " << store.SelectionPivot.x << ' '
        << store.SelectionPivot.z << "\ncamera at " << Text(camera.position) << ", pitch "
        << camera.pitch;
+  for (std::size_t i = 0; i < openLevel.loadReport.parts.size(); ++i) {
+    const auto part = static_cast<LevelPart>(i);
+    if (!MayWrite(part)) rest << "\nkept on disk: " << NameOf(part);
+  }
+  for (const std::string& line : openLevel.loadReport.lines) rest << "\nreport: " << line;
   std::istringstream text(rest.str());
   for (std::string line; std::getline(text, line);) lines.push_back(line);
   return lines;

@@ -25,9 +25,6 @@
 
 namespace mw {
 
-// What the user enters into a sheet: labels, and values with blanks between them.
-using Entries = std::vector<std::pair<std::string_view, std::string>>;
-
 class ObjectLevelTest : public LevelArchiveTest {
  protected:
   static constexpr float kGround = 63.5f;  // world height of the flat ground
@@ -129,17 +126,9 @@ class ObjectLevelTest : public LevelArchiveTest {
     DeleteInstance(kind, static_cast<int>(entities.Of(kind).instances.size()) - 1);
   }
 
-  // The user presses OK, after having entered something; or Cancel.
-  static void AcceptSheets(const Entries& entries = {}) {
-    hooks.runPropertySheet = [entries](PropertySheet& sheet) {
-      return Enter(sheet, entries), true;
-    };
-  }
-  static void CancelSheets(const Entries& entries = {}) {
-    hooks.runPropertySheet = [entries](PropertySheet& sheet) {
-      return Enter(sheet, entries), false;
-    };
-  }
+  // The user presses OK, after having entered something, as in "Name: hut; Pos: 1 2 3"; or Cancel.
+  static void AcceptSheets(std::string_view entries = {}) { AnswerSheets(entries, true); }
+  static void CancelSheets(std::string_view entries = {}) { AnswerSheets(entries, false); }
 
   // The pixel 50, 50 shows the ground of a place in level coordinates.
   static void LookDownOn(float levelX, float z) {
@@ -157,20 +146,27 @@ class ObjectLevelTest : public LevelArchiveTest {
   LevelStory story;
 
  private:
-  static void Enter(PropertySheet& sheet, const Entries& entries) {
-    for (const auto& [label, text] : entries) {
-      const auto field = std::ranges::find_if(
-          sheet.fields,
-          [wanted = label](const PropertyField& each) { return each.label == wanted; });
-      ASSERT_NE(field, sheet.fields.end()) << "no field \"" << label << "\" in " << sheet.title;
-      std::istringstream words(text);
-      if (const auto* variable = std::get_if<TextVariable>(&field->value)) variable->write(text);
-      for (int i = 0; i < field->count; ++i) {
-        if (auto* const* number = std::get_if<std::int32_t*>(&field->value)) words >> (*number)[i];
-        if (auto* const* real = std::get_if<float*>(&field->value)) words >> (*real)[i];
-        if (auto* const* mode = std::get_if<GameModeChoice*>(&field->value))
-          (*mode)[i].checked = text.find((*mode)[i].label) != std::string::npos;
+  static void AnswerSheets(std::string_view entries, bool ok) {
+    hooks.runPropertySheet = [entries = std::string(entries), ok](PropertySheet& sheet) {
+      std::istringstream list(entries);
+      for (std::string label, value; std::getline(list >> std::ws, label, ':');) {
+        std::getline(list >> std::ws, value, ';');
+        const auto field = std::ranges::find_if(
+            sheet.fields, [&](const PropertyField& each) { return each.label == label; });
+        EXPECT_NE(field, sheet.fields.end()) << "no \"" << label << "\" in " << sheet.title;
+        if (field != sheet.fields.end()) Enter(*field, value);
       }
+      return ok;
+    };
+  }
+  static void Enter(PropertyField& field, const std::string& value) {
+    std::istringstream words(value);
+    if (const auto* text = std::get_if<TextVariable>(&field.value)) text->write(value);
+    for (int i = 0; i < field.count; ++i) {
+      if (auto* const* number = std::get_if<std::int32_t*>(&field.value)) words >> (*number)[i];
+      if (auto* const* real = std::get_if<float*>(&field.value)) words >> (*real)[i];
+      if (auto* const* mode = std::get_if<GameModeChoice*>(&field.value))
+        (*mode)[i].checked = value.find((*mode)[i].label) != std::string::npos;
     }
   }
 };
