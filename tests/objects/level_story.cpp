@@ -93,10 +93,10 @@ std::vector<std::string> Listing() {
        << "\nshown: objects " << store.showStandardMeshes << store.showTreeMeshes << ", entities "
        << store.showObjectSpawns << store.showSoldierSpawns << store.showControlPoints
        << NameWithModes("", entities.ModeFilter) << "\nsnaps " << store.snapToGround
-       << "\nhovered object " << store.lastHoveredObject << "\nsomething copied "
-       << editor.somethingCopied << "\npivot " << store.SelectionPivot.x << ' '
-       << store.SelectionPivot.z << "\ncamera at " << Text(camera.position) << ", pitch "
-       << camera.pitch;
+       << ", view mode " << static_cast<int>(store.viewMode) << "\nhovered object "
+       << store.lastHoveredObject << "\nsomething copied " << editor.somethingCopied << "\npivot "
+       << store.SelectionPivot.x << ' ' << store.SelectionPivot.z << "\ncamera at "
+       << Text(camera.position) << ", pitch " << camera.pitch;
   for (std::size_t i = 0; i < openLevel.loadReport.parts.size(); ++i) {
     const auto part = static_cast<LevelPart>(i);
     if (!MayWrite(part)) rest << "\nkept on disk: " << NameOf(part);
@@ -127,14 +127,18 @@ std::string Missing(const std::vector<std::string>& lines, const std::vector<std
 
 void LevelStory::Do(std::string_view step, const std::function<void()>& act) {
   const std::vector<std::string> before = Listing();
+  std::vector<std::size_t> saidBefore;
+  for (const auto& part : scripted::script.status) saidBefore.push_back(part.size());
   editor.levelModified = false;
   scripted::script.answers.assign(9, PromptAnswer::Ok);
   act();
   scripted::script.answers.clear();
   told_ += "* " + std::string(step) + '\n';
   for (const std::string& box : TakePrompts()) told_ += "  box " + box + '\n';
-  for (auto& part : scripted::script.status) {
-    for (const std::string& text : std::exchange(part, {})) told_ += "  says \"" + text + "\"\n";
+  for (std::size_t part = 0; part < saidBefore.size(); ++part) {
+    const std::vector<std::string>& said = scripted::script.status[part];
+    for (std::size_t i = saidBefore[part]; i < said.size(); ++i)
+      told_ += "  says \"" + said[i] + "\"\n";
   }
   const std::vector<std::string> after = Listing();
   told_ += Missing(before, after, "  - ") + Missing(after, before, "  + ");

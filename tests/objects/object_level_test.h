@@ -20,6 +20,7 @@
 #include "objects/object_store.h"
 #include "objects/objects_state.h"
 #include "objects/property_sheet.h"
+#include "support/prompts.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_render.h"
 

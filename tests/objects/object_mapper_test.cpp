@@ -8,11 +8,13 @@
 namespace mw {
 namespace {
 
-using ::testing::SizeIs;
-
+// A hut, an oak and a vehicle stand in a row.
 class ObjectMapperTest : public ObjectLevelTest {
  protected:
-  ObjectMapperTest() {
+  ObjectMapperTest()
+      : hut(AddObject("hut", {100, 0, 100})),
+        oak(AddObject("oak", {200, 0, 100})),
+        vehicle(AddObjectSpawn({300, 0, 100})) {
     levelTree.view.select = [this](TreeItem item) {
       EXPECT_FALSE(levelTree.notificationsEnabled) << "the tree must not act on it";
       treeSelection = item;
@@ -22,276 +24,193 @@ class ObjectMapperTest : public ObjectLevelTest {
     objectStore.lastHoveredObject = index;
     entities.hovered = {};
   }
-  static void HoverEntity(int index) {
+  static void HoverVehicle(int index) {
     objectStore.lastHoveredObject = -1;
     entities.hovered = {EntityKind::ObjectSpawn, index};
   }
-  static void HoverNothing() { HoverObject(-1); }
   static void Click() { ToggleSelectAtCursor(0, 0); }
   static void ClickObject(int index) {
     HoverObject(index);
     Click();
   }
-  static void Choose(ObjectControl tool) {
-    PressObjectControl(tool);
-    ASSERT_NE(objectStore.tool, ObjectTool::Select);
+  static void Select(std::initializer_list<Placement*> items) {
+    for (Placement* item : items) item->selected = true;
+    ComputePivot();
+    UpdateToolButtons(true);
   }
-  static void DragTo50() { DragObjects(50, 50, 0, 0); }
-  static void DragUp(int pixels) { DragObjects(50, 80 - pixels, 50, 80); }
+  void Press(std::string_view step, ObjectControl control) {
+    story.Do(step, [control] { PressObjectControl(control); });
+  }
+  void DragUp(std::string_view step, int pixels) {
+    story.Do(step, [pixels] { DragObjects(50, 80 - pixels, 50, 80); });
+  }
+  // Over the ground of a place in level coordinates.
+  void DragTo(std::string_view step, float levelX, float z) {
+    LookDownOn(levelX, z);
+    story.Do(step, [] { DragObjects(50, 50, 0, 0); });
+  }
 
+  StaticObject &hut, &oak;
+  ObjectSpawn& vehicle;
   TreeItem treeSelection = 0;
 };
 
 TEST_F(ObjectMapperTest, AClickSelectsOneThingAndCtrlAddsToIt) {
-  StaticObject& hut = AddObject("hut", {100, 0, 100});
-  StaticObject& oak = AddObject("oak", {200, 0, 100});
-  ObjectSpawn& spawn = AddObjectSpawn({300, 0, 100});
-  ClickObject(0);
-  EXPECT_TRUE(hut.selected);
+  story.Do("the hut", [] { ClickObject(0); });
   EXPECT_EQ(treeSelection, hut.treeItem);
-  ClickObject(1);
-  EXPECT_FALSE(hut.selected);
+  story.Do("the oak", [] { ClickObject(1); });
   editor.ctrlHeld = true;
-  HoverEntity(0);
-  Click();
-  EXPECT_TRUE(oak.selected && spawn.selected);
-  EXPECT_EQ(treeSelection, spawn.treeItem);
-  Click();
-  EXPECT_FALSE(spawn.selected);
-  EXPECT_TRUE(objectStore.toolsEnabled) << "the oak is still selected";
+  HoverVehicle(0);
+  story.Do("Ctrl, the vehicle", Click);
+  EXPECT_EQ(treeSelection, vehicle.treeItem);
+  story.Do("Ctrl, the vehicle again", Click);
   editor.ctrlHeld = false;
-  HoverNothing();
-  Click();
-  EXPECT_FALSE(oak.selected);
-  EXPECT_FALSE(objectStore.toolsEnabled);
+  story.Do("nothing", [] { ClickObject(-1); });
+  for (const int index : {-1, 2, 5000}) {
+    story.Do("what is not there", [index] {
+      ClickObject(index);
+      HoverVehicle(index < 0 ? index : index - 1);
+      Click();
+      PressTranslate(0, 0);
+      EXPECT_FALSE(EditHovered());
+    });
+  }
+  story.Expect("clicks");
 }
 
-TEST_F(ObjectMapperTest, OnlyToolsThatAreEnabledCanBeChosen) {
-  AddObject("hut", {100, 0, 100});
-  PressObjectControl(ObjectControl::RotateY);
-  EXPECT_EQ(objectStore.tool, ObjectTool::Select) << "nothing is selected";
+TEST_F(ObjectMapperTest, OnlyToolsThatAreEnabledCanBeChosenAndWhatIsHiddenIsNotSelected) {
+  Press("nothing is selected", ObjectControl::RotateY);
   ClickObject(0);
-  PressObjectControl(ObjectControl::RotateY);
-  EXPECT_EQ(objectStore.tool, ObjectTool::RotateY);
-  PressObjectControl(ObjectControl::ScaleWidth);
-  PressObjectControl(ObjectControl::ScaleHeight);
-  EXPECT_EQ(objectStore.tool, ObjectTool::RotateY);
-  ClickObject(0);
-  EXPECT_EQ(objectStore.tool, ObjectTool::Select) << "the selection changed";
-}
-
-TEST_F(ObjectMapperTest, WhatIsHiddenIsNotSelected) {
-  StaticObject& hut = AddObject("hut", {100, 0, 100});
-  StaticObject& oak = AddObject("oak", {200, 0, 100});
-  ObjectSpawn& spawn = AddObjectSpawn({300, 0, 100});
-  hut.selected = oak.selected = spawn.selected = true;
-  UpdateToolButtons(true);
-  Choose(ObjectControl::RotateX);
-  PressObjectControl(ObjectControl::ShowControlPoints);
-  EXPECT_EQ(objectStore.tool, ObjectTool::RotateX) << "nothing selected was hidden";
-  PressObjectControl(ObjectControl::ShowTreeMeshes);
-  EXPECT_FALSE(oak.selected);
-  EXPECT_EQ(objectStore.tool, ObjectTool::Select);
-  PressObjectControl(ObjectControl::ShowObjectSpawns);
-  EXPECT_FALSE(spawn.selected);
-  EXPECT_TRUE(hut.selected && objectStore.toolsEnabled);
-  PressObjectControl(ObjectControl::ShowStandardMeshes);
-  EXPECT_FALSE(hut.selected || objectStore.toolsEnabled);
+  for (const ObjectControl control :
+       {ObjectControl::Translate, ObjectControl::RaiseLower, ObjectControl::RotateX,
+        ObjectControl::RotateY, ObjectControl::RotateZ, ObjectControl::ScaleWidth,
+        ObjectControl::ScaleHeight})
+    Press("tool", control);
+  story.Do("the selection changes", [] { ClickObject(0); });
+  Select({&hut, &oak, &vehicle});
+  PressObjectControl(ObjectControl::RotateX);
+  Press("no control points", ObjectControl::ShowControlPoints);
+  Press("no soldier spawns", ObjectControl::ShowSoldierSpawns);
+  Press("no trees", ObjectControl::ShowTreeMeshes);
+  Press("no vehicles", ObjectControl::ShowObjectSpawns);
+  Press("no houses", ObjectControl::ShowStandardMeshes);
+  Press("trees", ObjectControl::ShowTreeMeshes);
+  Press("no snapping", ObjectControl::SnapToGround);
+  for (const ObjectControl control :
+       {ObjectControl::ViewCollisionMesh, ObjectControl::ViewDetailMesh,
+        ObjectControl::ViewTexturedMesh, ObjectControl::ViewBoundingBox})
+    Press("view", control);
+  story.Expect("object_controls");
 }
 
 TEST_F(ObjectMapperTest, ADraggedGroupFollowsTheCursorOverTheGround) {
-  StaticObject& hut = AddObject("hut", {100, 0, 100});
-  ObjectSpawn& spawn = AddObjectSpawn({140, 5, 160});
-  hut.selected = spawn.selected = true;
-  ComputePivot();
-  EXPECT_EQ(objectStore.SelectionPivot.x, kSide - 120);
-  EXPECT_EQ(objectStore.SelectionPivot.z, 130);
-  UpdateToolButtons(true);
-  Choose(ObjectControl::Translate);
-  LookDownOn(500, 600);
-  DragTo50();
-  EXPECT_NEAR(hut.position.x, 480, 1e-3);
-  EXPECT_NEAR(hut.position.z, 570, 1e-3);
-  EXPECT_FLOAT_EQ(hut.position.y, kGround);
-  EXPECT_NEAR(spawn.position.x, 520, 1e-3);
-  EXPECT_NEAR(spawn.position.z, 630, 1e-3);
-  EXPECT_TRUE(editor.levelModified);
-
+  hut.position = {100, 0, 100};
+  vehicle.position = {140, 5, 160};
+  Select({&hut, &vehicle});
+  PressObjectControl(ObjectControl::Translate);
+  DragTo("to 500, 600", 500, 600);
   PressObjectControl(ObjectControl::SnapToGround);
   hut.position.y = 300;
-  LookDownOn(400, 600);
-  DragTo50();
-  EXPECT_NEAR(hut.position.x, 380, 1e-3);
-  EXPECT_EQ(hut.position.y, 300) << "without snapping the height stays";
-
+  DragTo("to 400, 600 without snapping", 400, 600);
   camera.pitch = 30;
   camera.UpdateDirection();
-  DragTo50();
-  EXPECT_NEAR(hut.position.x, 380, 1e-3) << "there is no ground in the sky";
+  story.Do("to the sky", [] { DragObjects(50, 50, 0, 0); });
+  story.Expect("dragged_group");
 }
 
-TEST_F(ObjectMapperTest, RaisingStopsAtTheGroundWhileItSnaps) {
-  StaticObject& hut = AddObject("hut", {100, 100, 100});
-  StaticObject& oak = AddObject("oak", {100, 100, 100});
-  ClickObject(0);
-  Choose(ObjectControl::RaiseLower);
-  DragUp(20);
-  EXPECT_FLOAT_EQ(hut.position.y, 101);
-  DragUp(-2000);
-  EXPECT_FLOAT_EQ(hut.position.y, kGround);
+TEST_F(ObjectMapperTest, PixelsUpRaiseAndTurn) {
+  Select({&hut, &vehicle});
+  PressObjectControl(ObjectControl::RaiseLower);
+  hut.position.y = vehicle.position.y = 100;
+  DragUp("raised", 20);
+  DragUp("lowered into the ground", -2000);
   PressObjectControl(ObjectControl::SnapToGround);
-  DragUp(-100);
-  EXPECT_FLOAT_EQ(hut.position.y, kGround - 5);
-  EXPECT_EQ(oak.position.y, 100);
-}
-
-TEST_F(ObjectMapperTest, TenPixelsUpTurnByFiveDegrees) {
-  StaticObject& hut = AddObject("hut", {});
-  ObjectSpawn& spawn = AddObjectSpawn({});
-  hut.selected = spawn.selected = true;
-  UpdateToolButtons(true);
-  Choose(ObjectControl::RotateX);
-  DragUp(10);
-  Choose(ObjectControl::RotateY);
-  DragUp(-4);
-  Choose(ObjectControl::RotateZ);
-  DragUp(1);
-  EXPECT_EQ(hut.rotation, (Vector3{5, -2, 0.5f}));
-  EXPECT_EQ(spawn.rotation, (Vector3{5, -2, 0.5f}));
-  EXPECT_TRUE(editor.levelModified);
-  auto& texts = scripted::script.status[3];
-  EXPECT_EQ(texts.back(), "The first of 2: Position 0.00 / 0.00 / 0.00  Angle 5.0 / -2.0 / 0.5");
-  ReleaseObjects();
-  EXPECT_EQ(texts.back(), "");
+  DragUp("lowered without snapping", -100);
+  PressObjectControl(ObjectControl::RotateX);
+  DragUp("about X", 10);
+  PressObjectControl(ObjectControl::RotateY);
+  DragUp("about Y", -4);
+  PressObjectControl(ObjectControl::RotateZ);
+  DragUp("about Z", 1);
+  story.Do("released", ReleaseObjects);
+  PressObjectControl(ObjectControl::Select);
+  DragUp("with no tool", 10);
+  // Nothing enables them yet.
+  objectStore.tool = ObjectTool::ScaleWidth;
+  DragUp("wider", 10);
+  objectStore.tool = ObjectTool::ScaleHeight;
+  DragUp("higher", 20);
+  story.Expect("raised_and_turned");
 }
 
 TEST_F(ObjectMapperTest, TheTranslateToolSelectsWhatItIsPressedOnAndMovesItAtOnce) {
-  StaticObject& hut = AddObject("hut", {100, 0, 100});
-  StaticObject& oak = AddObject("oak", {200, 0, 100});
   ClickObject(0);
-  Choose(ObjectControl::Translate);
+  PressObjectControl(ObjectControl::Translate);
+  const auto press = [] { PressTranslate(50, 50); };
+  story.Do("pressed on the selected hut", press);
   HoverObject(1);
-  PressTranslate(0, 0);
-  EXPECT_TRUE(oak.selected);
-  EXPECT_FALSE(hut.selected);
+  story.Do("on the oak", press);
   LookDownOn(250, 100);
-  DragObjects(2, 1, 0, 0);
-  EXPECT_EQ(oak.position.x, 200) << "a click with a hand that is not quite still";
-  DragTo50();
-  EXPECT_NEAR(oak.position.x, 250, 1e-3);
-  EXPECT_EQ(hut.position.x, 100);
-  ReleaseObjects();
-  EXPECT_EQ(objectStore.tool, ObjectTool::Select) << "the selection changed";
-  EXPECT_TRUE(objectStore.toolsEnabled);
-}
-
-TEST_F(ObjectMapperTest, APressOnTheSelectionOrOnGroundKeepsTheTranslateTool) {
-  StaticObject& hut = AddObject("hut", {100, 0, 100});
-  ClickObject(0);
-  Choose(ObjectControl::Translate);
-  PressTranslate(0, 0);
-  EXPECT_EQ(hut.position.x, 100);
-  HoverNothing();
+  editor.pressX = 48, editor.pressY = 49;
+  DragTo("moved by 3 pixels", 250, 100);
+  editor.pressY = 48;
+  DragTo("by 4 pixels", 250, 100);
+  editor.pressX = editor.pressY = 50;
+  DragTo("and back", 260, 100);
+  story.Do("released", ReleaseObjects);
+  PressObjectControl(ObjectControl::Translate);
+  HoverObject(-1);
   LookDownOn(700, 800);
-  PressTranslate(50, 50);
-  EXPECT_NEAR(hut.position.x, 700, 1e-3) << "the selection jumps to the ground pressed on";
-  ReleaseObjects();
-  EXPECT_EQ(objectStore.tool, ObjectTool::Translate);
-}
-
-TEST_F(ObjectMapperTest, AHoveredIndexThatIsNoMoreIsNothing) {
-  AddObject("hut", {});
-  ClickObject(0);
-  DeleteSelected();
-  for (const int index : {0, 1, 5000}) {
-    ClickObject(index);
-    HoverEntity(index);
-    Click();
-    PressTranslate(0, 0);
-    EXPECT_FALSE(EditHovered());
-  }
-  EXPECT_FALSE(objectStore.toolsEnabled);
+  story.Do("pressed on the ground", press);
+  story.Do("released", ReleaseObjects);
+  HoverVehicle(0);
+  editor.ctrlHeld = true;
+  story.Do("Ctrl, on the vehicle", press);
+  story.Expect("translate_tool");
 }
 
 TEST_F(ObjectMapperTest, DeletingTakesObjectsAndEntitiesWithTheirItems) {
-  AddObject("hut", {}).selected = true;
-  AddObject("oak", {});
-  AddObjectSpawn({1, 0, 0}).selected = true;
-  AddObjectSpawn({2, 0, 0});
-  AddObjectSpawn({3, 0, 0}).selected = true;
+  AddObjectSpawn({310, 0, 100});
+  Select({&hut, &vehicle});
   levelTree.view.remove = [](TreeItem) { EXPECT_TRUE(levelTree.suppressObjectSelection); };
-  DeleteSelected();
+  story.Do("the selected ones", DeleteSelected);
   levelTree.view.remove = [](TreeItem) {};
-  ASSERT_EQ(objectStore.objects.size(), 1u);
-  EXPECT_EQ(objectStore.objects[0].name, "oak");
-  const auto& spawns = entities.Of(EntityKind::ObjectSpawn).instances;
-  ASSERT_EQ(spawns.size(), 1u);
-  EXPECT_EQ(spawns[0]->position.x, 2);
-  EXPECT_THAT(ChildrenOf(levelTree.fixed.standardMeshes), SizeIs(1));
-  EXPECT_FALSE(levelTree.suppressObjectSelection || objectStore.toolsEnabled);
-  EXPECT_TRUE(editor.levelModified);
+  EXPECT_FALSE(levelTree.suppressObjectSelection);
+  story.Do("none", DeleteSelected);
+  story.Expect("deleted_selection");
 }
 
 TEST_F(ObjectMapperTest, PastedCopiesKeepTheirArrangementAtWholeUnits) {
-  StaticObject& hut = AddObject("hut", {100.25f, 0, 100});
+  hut.position = {100.25f, 0, 100};
   hut.rotation = {90, 1, 2};
   hut.scale = hut.colour = {1, 2, 3};
   hut.scaleGiven = hut.colorGiven = true;
-  StaticObject& oak = AddObject("oak", {110.75f, 0, 104.5f});
-  hut.selected = oak.selected = true;
+  oak.position = {110.75f, 0, 104.5f};
+  vehicle.position = {106, 0, 102};
+  AddObjectSpawn({1, 2, 3});
+  Select({&hut, &oak, &vehicle});
   CopySelected();
-  EXPECT_TRUE(editor.somethingCopied);
   hut.scale = hut.rotation = {};
   hut.selected = false;
   ComputePivot();
   DeleteSelected();
   objectStore.CursorPoint = {3, 20, 500};  // the centre; the hut lies 5.25 to the right in the view
-  PasteCopied(0, 0);
-
-  ASSERT_EQ(objectStore.objects.size(), 3u);
-  const StaticObject& newHut = objectStore.objects[1];
-  EXPECT_EQ(newHut.position, (Vector3{kSide - 8, 20, 497}));
-  EXPECT_EQ(newHut.rotation, (Vector3{90, 1, 2}));
-  EXPECT_EQ(newHut.scale, (Vector3{1, 2, 3}));
-  EXPECT_EQ(newHut.colour, (Vector3{1, 2, 3}));
-  EXPECT_TRUE(newHut.scaleGiven && newHut.colorGiven) << "or it would not be saved";
-  EXPECT_EQ(objectStore.objects[2].position, (Vector3{kSide + 2, 20, 502}))
-      << "-2.25 becomes -2, toward zero";
-  EXPECT_FALSE(newHut.selected);
+  story.Do("paste", [] { PasteCopied(0, 0); });
   EXPECT_EQ(objectStore.CursorPoint, (Vector3{3, 20, 500}));
-}
-
-TEST_F(ObjectMapperTest, APastedObjectSpawnIsOneMoreOfItsTemplate) {
-  ObjectSpawn& a = AddObjectSpawn({100, 0, 100});
-  ObjectSpawn& b = AddObjectSpawn({104, 0, 100.5f});
-  a.selected = b.selected = true;
-  CopySelected();
-  PutCursorOver(300, 20, 300);
-  PasteCopied(0, 0);
-  const EntityTables& table = entities.Of(EntityKind::ObjectSpawn);
-  ASSERT_EQ(table.instances.size(), 4u);
-  EXPECT_EQ(table.templates.size(), 1u);
-  EXPECT_EQ(table.instances[2]->position, (Vector3{298, 20, 299.75f}));
-  EXPECT_EQ(table.instances[3]->position, (Vector3{302, 20, 300.25f}));
+  DeselectAll();
+  story.Do("copy of nothing", CopySelected);
+  story.Do("paste of it", [] { PasteCopied(0, 0); });
+  story.Expect("pasted_objects");
 }
 
 TEST_F(ObjectMapperTest, APasteIntoAFullTableSaysSoOnce) {
-  for (int i = 0; i < 2046; ++i) AddObject("hut", {}).selected = i < 5;
+  while (objectStore.objects.size() < 2046) AddObject("hut", {});
+  for (std::size_t i = 0; i < 5; ++i) objectStore.objects[i].selected = true;
   CopySelected();
-  scripted::script.answers = {PromptAnswer::Ok};
+  Answer({PromptAnswer::Ok});
   PasteCopied(0, 0);
   EXPECT_EQ(objectStore.objects.size(), 2048u);
-  EXPECT_EQ(scripted::script.prompts.size(), 1u);
-}
-
-TEST_F(ObjectMapperTest, CopyingNothingLeavesNothingToPaste) {
-  AddObject("hut", {}).selected = true;
-  CopySelected();
-  DeselectAll();
-  CopySelected();
-  PasteCopied(0, 0);
-  EXPECT_FALSE(editor.somethingCopied);
-  EXPECT_EQ(objectStore.objects.size(), 1u);
+  ExpectPrompts({"Maximum number of objects exceeded"});
 }
 
 }  // namespace

@@ -1,15 +1,22 @@
-#include "objects/entity_scripts.h"
-
+// What is read of a level's scripts of objects and entities, and what a save makes of them.
 #include <array>
 #include <gmock/gmock.h>
 #include <string>
 #include <string_view>
 
 #include "objects/object_level_test.h"
+#include "objects/static_objects.h"
+#include "support/archive_bytes.h"
 #include "support/golden.h"
 
 namespace mw {
 namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using ::testing::StartsWith;
 
 constexpr std::array kModes{"conquest", "ctf", "tdm"};
 
@@ -29,13 +36,13 @@ std::vector<std::pair<std::string, std::string>> Parts(std::string_view text,
   return parts;
 }
 
-class EntityScriptsTest : public ObjectLevelTest {
+class LevelScriptsTest : public ObjectLevelTest {
  protected:
-  EntityScriptsTest() { EXPECT_TRUE(level->BeginSave()); }  // no test waits for the disk
+  LevelScriptsTest() { EXPECT_TRUE(level->BeginSave()); }  // no test waits for the disk
 
   static void Read() {
     BeginLoadReport();
-    ReadGameModeFiles();
+    LoadStaticObjects();
     EndLoadReport();
   }
   std::vector<std::string> Names() const {
@@ -58,10 +65,17 @@ class EntityScriptsTest : public ObjectLevelTest {
   }
   std::string OpenAndSave(const std::string& scripts) {
     for (const auto& [file, text] : Parts(scripts, "=== ")) Put(file, text);
-    ReadGameModeFiles();
+    ClearAllObjects();
+    LoadStaticObjects();
     TakeScripts();
-    EXPECT_TRUE(WriteGameModeFiles());
+    EXPECT_TRUE(SaveStaticObjects());
     return TakeScripts();
+  }
+  void PutObjects(int count) {
+    std::string lines;
+    for (int i = 0; i < count; ++i)
+      lines += "Object.create hut\r\nObject.absolutePosition " + std::to_string(i) + "/0/0\r\n";
+    Put("StaticObjects.con", lines);
   }
   // `count` control points, in one mode, whose names start with `prefix`.
   void PutControlPoints(const std::string& mode, const std::string& prefix, std::size_t count) {
@@ -76,11 +90,11 @@ class EntityScriptsTest : public ObjectLevelTest {
   }
 };
 
-TEST_F(EntityScriptsTest, EveryLineComesBackInItsPlace) {
+TEST_F(LevelScriptsTest, EveryLineComesBackInItsPlace) {
   ExpectGolden("objects/every_line.con", OpenAndSave(GoldenText("objects/every_line.con")));
 }
 
-TEST_F(EntityScriptsTest, ScriptsAreReadAsTheGameDoesAndSettleAfterTheSecondSave) {
+TEST_F(LevelScriptsTest, ScriptsAreReadAsTheGameDoesAndSettleAfterTheSecondSave) {
   for (const auto& [title, scripts] : Parts(GoldenText("objects/script_cases.con"), "##### ")) {
     SCOPED_TRACE(title);
     for (const auto& [file, text] : Parts(scripts, "=== ")) Put(file, text);
@@ -88,22 +102,39 @@ TEST_F(EntityScriptsTest, ScriptsAreReadAsTheGameDoesAndSettleAfterTheSecondSave
     ClearLoadReport();
     const std::string second = OpenAndSave(OpenAndSave(TakeScripts()));
     EXPECT_EQ(OpenAndSave(second), second);
-    ResetObjectsState();
-    BuildTree();
+    ClearAllObjects();
   }
   story.Expect("scripts_read");
 }
 
-TEST_F(EntityScriptsTest, AFullTableLosesNothingThatItsThreeFilesShare) {
+TEST_F(LevelScriptsTest, AFullTableLosesNothingThatItsThreeFilesShare) {
+  PutObjects(kMaxStaticObjects);
   for (const char* mode : kModes) PutControlPoints(mode, "p", kMaxTemplates);
   Read();
+  EXPECT_EQ(objectStore.objects.back().position.x, 2047);
   EXPECT_EQ(Templates(EntityKind::ControlPoint).size(), kMaxTemplates);
   EXPECT_EQ(entities.Of(EntityKind::ControlPoint).instances.size(), kMaxInstances);
-  EXPECT_THAT(openLevel.loadReport.lines, testing::IsEmpty());
+  EXPECT_THAT(openLevel.loadReport.lines, IsEmpty());
+}
+
+TEST_F(LevelScriptsTest, ATooLargeLevelIsNotOverwritten) {
+  PutObjects(kMaxStaticObjects + 1);
+  PutControlPoints("conquest", "p", 1);
+  Read();
+  EXPECT_EQ(objectStore.objects.size(), 2048u);
+  EXPECT_THAT(ChildrenOf(levelTree.fixed.standardMeshes), SizeIs(2048));
+  EXPECT_THAT(openLevel.loadReport.lines,
+              ElementsAre("Could not load all objects - Maximum number of objects exceeded! (2048 "
+                          "were loaded.)",
+                          "The level's entities were not loaded."));
+  TakeScripts();
+  EXPECT_TRUE(SaveStaticObjects());
+  EXPECT_THAT(Names(), IsEmpty());
 }
 
 // Nor does a save replace the files of the modes that it would lack in.
-TEST_F(EntityScriptsTest, WhatDoesNotFitIsReportedOnceForEachKind) {
+TEST_F(LevelScriptsTest, WhatDoesNotFitIsReportedOnceForEachKind) {
+  PutObjects(1);
   PutControlPoints("conquest", "a", kMaxTemplates);
   PutControlPoints("ctf", "b", 2);
   PutControlPoints("tdm", "c", 2);
@@ -115,7 +146,7 @@ TEST_F(EntityScriptsTest, WhatDoesNotFitIsReportedOnceForEachKind) {
   EXPECT_EQ(entities.spawnGroups.size(), kMaxSpawnGroups);
   EXPECT_THAT(
       openLevel.loadReport.lines,
-      testing::ElementsAre(
+      ElementsAre(
           "Too many spawn groups in tdm/spawnPointManagerSettings.con: only the first 48 were "
           "loaded.",
           "Too many control point templates in ctf/ControlPointTemplates.con: only the first 1024 "
@@ -123,24 +154,47 @@ TEST_F(EntityScriptsTest, WhatDoesNotFitIsReportedOnceForEachKind) {
           "Of the control points in ctf/ControlPoints.con, 2 without a template were left out.",
           "Of the control points in tdm/ControlPoints.con, 2 without a template were left out."));
   TakeScripts();
-  EXPECT_TRUE(WriteGameModeFiles());
-  EXPECT_THAT(Names(), testing::SizeIs(7));
-  EXPECT_THAT(Names(), testing::Each(testing::StartsWith("conquest/")));
+  EXPECT_TRUE(SaveStaticObjects());
+  EXPECT_THAT(Names(), SizeIs(1 + 7));
+  EXPECT_EQ(Names()[0], "conquest/ControlPoints.con");
+  EXPECT_EQ(Names()[7], "StaticObjects.con");
 }
 
 // What a record cannot hold must not be written back in part, nor what could not be read.
-TEST_F(EntityScriptsTest, LongNamesAreCutAndDamagedFilesReadInPart) {
+TEST_F(LevelScriptsTest, LongNamesAreCutAndDamagedFilesReadInPart) {
   const std::string most(47, 'n');
+  Put("StaticObjects.con", "Object.create " + std::string(64, 'n') + "\r\n");
   Put("conquest/ControlPointTemplates.con",
       "ObjectTemplate.create ControlPoint " + most + "-end\n");
   Put("conquest/ControlPoints.con", "Object.create " + most + "-end\n");
   Put("ctf/SoldierSpawnTemplates.con", "ObjectTemplate.create SpawnPoint " + most + "\n");
   Put("ctf/SoldierSpawns.con", "Object.create " + most + "\n");
-  story.Do("names of 51 and of 47 characters", Read);
+  story.Do("names of 64, 51 and 47 characters", Read);
   ASSERT_TRUE(level->CommitSave());
   Damage("ctf/SoldierSpawns.con");
+  ClearAllObjects();
   story.Do("a damaged file", Read);
   story.Expect("scripts_read_in_part");
+}
+
+TEST_F(LevelScriptsTest, WhatStandsBehindADamageIsReadAndNothingOfItOverwritten) {
+  PutObjects(2000);
+  ASSERT_TRUE(level->CommitSave());
+  const RawArchive archive = ReadRawArchive(folder / "Island.vra");
+  const RawEntry* const entry = archive.Find(Member("StaticObjects.con"));
+  ASSERT_TRUE(entry);
+  mw::Bytes file = archive.file;
+  std::fill_n(file.begin() + entry->offset + entry->storedSize / 2, 64, std::uint8_t{0xEE});
+  WriteBytes(folder / "Island.vra", file);
+  Read();
+  EXPECT_THAT(openLevel.loadReport.lines,
+              Contains(StartsWith("Could not load all objects - StaticObjects.con is damaged! (")));
+  EXPECT_FALSE(MayWrite(LevelPart::StaticObjects));
+  const auto& objects = objectStore.objects;
+  ASSERT_GT(objects.size(), 1000u);
+  EXPECT_LT(objects.size(), 2000u);
+  for (std::size_t behind = 1; behind <= 400; ++behind)
+    EXPECT_EQ(objects[objects.size() - behind].position.x, static_cast<float>(2000 - behind));
 }
 
 }  // namespace
