@@ -9,6 +9,9 @@
 namespace mw {
 namespace {
 
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
 using EntityEditingTest = ObjectLevelTest;
 
 void AddSpawnGroup(std::int32_t id) {
@@ -86,18 +89,28 @@ TEST_F(EntityEditingTest, FullTablesRefuseDropsWithTheirMessage) {
     while (entities.Of(kind).instances.size() < kMaxInstances)
       entities.Of(kind).instances.push_back(std::make_unique<SoldierSpawn>());
   }
-  story.Do("soldier spawn", [] { DropNewEntity(EntityKind::SoldierSpawn); });
-  story.Do("control point", [] { DropNewEntity(EntityKind::ControlPoint); });
-  story.Do("vehicle", [] { EXPECT_FALSE(DropTemplateAt(0)); });
+  scripted::script.answers.assign(5, PromptAnswer::Ok);
+  DropNewEntity(EntityKind::SoldierSpawn);
+  DropNewEntity(EntityKind::ControlPoint);
+  EXPECT_FALSE(DropTemplateAt(0));
+  EXPECT_THAT(Templates(EntityKind::SoldierSpawn), IsEmpty());
+  EXPECT_THAT(Templates(EntityKind::ControlPoint), IsEmpty());
+  EXPECT_THAT(entities.spawnGroups, IsEmpty());
   for (const EntityKind kind : kEntityKinds) {
+    EXPECT_THAT(entities.Of(kind).instances, SizeIs(kMaxInstances));
     while (Templates(kind).size() < kMaxTemplates)
       Templates(kind).push_back(std::make_unique<ObjectSpawnTemplate>());
   }
-  story.Do("vehicle template", [] { AddObjectSpawnTemplate(); });
+  AddObjectSpawnTemplate();
+  EXPECT_THAT(Templates(EntityKind::ObjectSpawn), SizeIs(kMaxTemplates));
   entities.Of(EntityKind::SoldierSpawn).instances.clear();
-  story.Do("soldier spawn without room for its template",
-           [] { DropNewEntity(EntityKind::SoldierSpawn); });
-  story.Expect("full_entity_tables");
+  DropNewEntity(EntityKind::SoldierSpawn);
+  EXPECT_THAT(entities.Of(EntityKind::SoldierSpawn).instances, IsEmpty());
+  ExpectPrompts({"Error: Too many soldier spawn templates. (Stop)",
+                 "Error: Too many control point templates. (Stop)",
+                 "Error: Too many object spawn templates. (Stop)",
+                 "Error: Too many object spawn templates. (Stop)",
+                 "Error: Too many soldier spawn templates. (Stop)"});
 }
 
 TEST_F(EntityEditingTest, DeletingTakesAlongWhatNothingElseUses) {
@@ -183,7 +196,7 @@ TEST_F(EntityEditingTest, ATemplateThatWasHiddenIsUnfoldedAsBefore) {
   ObjectTemplate(0).modes = kModeConquest;
   SetModeFilter(kModeCaptureTheFlag);
   SetModeFilter(kAllModes);
-  EXPECT_THAT(unfolded, testing::ElementsAre(ObjectTemplate(0).treeItem));
+  EXPECT_THAT(unfolded, ::testing::ElementsAre(ObjectTemplate(0).treeItem));
 }
 
 TEST_F(EntityEditingTest, SelectingAnItemSelectsAndShowsItsEntityAlone) {

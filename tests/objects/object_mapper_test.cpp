@@ -104,6 +104,7 @@ TEST_F(ObjectMapperTest, OnlyToolsThatAreEnabledCanBeChosenAndWhatIsHiddenIsNotS
 }
 
 TEST_F(ObjectMapperTest, ADraggedGroupFollowsTheCursorOverTheGround) {
+  MakeFlatGround();
   hut.position = {100, 0, 100};
   vehicle.position = {140, 5, 160};
   Select({&hut, &vehicle});
@@ -119,6 +120,7 @@ TEST_F(ObjectMapperTest, ADraggedGroupFollowsTheCursorOverTheGround) {
 }
 
 TEST_F(ObjectMapperTest, PixelsUpRaiseAndTurn) {
+  MakeFlatGround();
   Select({&hut, &vehicle});
   PressObjectControl(ObjectControl::RaiseLower);
   hut.position.y = vehicle.position.y = 100;
@@ -144,6 +146,7 @@ TEST_F(ObjectMapperTest, PixelsUpRaiseAndTurn) {
 }
 
 TEST_F(ObjectMapperTest, TheTranslateToolSelectsWhatItIsPressedOnAndMovesItAtOnce) {
+  MakeFlatGround();
   ClickObject(0);
   PressObjectControl(ObjectControl::Translate);
   const auto press = [] { PressTranslate(50, 50); };

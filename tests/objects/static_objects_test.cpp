@@ -57,6 +57,7 @@ TEST_F(StaticObjectsTest, ObjectsFollowTheCatalogueAndUnknownOnesAreReported) {
 }
 
 TEST_F(StaticObjectsTest, EverythingIsSetOnTheGroundAndCleared) {
+  MakeFlatGround();
   SetHeight(10, 20, 200);
   AddObject("hut", {kSide - 10 * terrain.cellSize - 1, 500, 20 * terrain.cellSize + 1});
   AddObjectSpawn({500, -3, 500});
