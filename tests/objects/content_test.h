@@ -49,16 +49,6 @@ class ContentTest : public SandboxTest {
     file.data = UniformBlocks(1, colour);
     Put(member, file.Bytes());
   }
-  // A shader file with a block for each name, which shows the texture of that name.
-  void PutShader(std::string_view mesh, std::initializer_list<std::string_view> names) {
-    std::string text;
-    for (const std::string_view name : names) {
-      text += "subshader \"" + std::string(name) + "\" \"x\"\n{\n\ttexture \"texture/" +
-              std::string(name) + "\";\n}\n";
-    }
-    Put("standardMesh/" + std::string(mesh) + ".rs", TextBytes(text));
-  }
-
   // Number of GL textures that meshes hold, references counted.
   static int References() {
     int references = 0;

@@ -30,12 +30,6 @@ class MeshCacheTest : public ContentTest {
     ContentTest::TearDown();
   }
 
-  // A house of two squares side by side.
-  void PutHouse(std::string_view left, std::string_view right) {
-    Put("standardMesh/house_m1.sm",
-        StandardMeshBytes{.materials = {{.name = left, .right = 0}, {.name = right, .left = 0}}}
-            .Get());
-  }
   // Loads the house or the oak and draws it over black; the colours of its left and right half.
   std::array<Rgb, 2> Draw(CachedMesh& mesh) {
     glClearColor(0, 0, 0, 1);
@@ -51,25 +45,13 @@ class MeshCacheTest : public ContentTest {
     };
     return {at(2), at(6)};
   }
-  std::array<Rgb, 2> DrawHouse() {
-    CachedMesh mesh;
-    EXPECT_TRUE(LoadStandardMesh(kHouse, mesh));
-    const auto seen = Draw(mesh);
-    FreeMesh(mesh);
-    return seen;
+  // A house of two squares side by side.
+  void PutHouse(std::string_view left, std::string_view right) {
+    Put("standardMesh/house_m1.sm",
+        StandardMeshBytes{.materials = {{.name = left, .right = 0}, {.name = right, .left = 0}}}
+            .Get());
   }
-
-  void PutSampleMesh(const sample::ObjectKind& object) {
-    const sample::Mesh mesh = object.build();
-    const std::string name(object.mesh);
-    if (object.tree) {
-      Put("treeMesh/" + name + ".tm", sample::EncodeTreeMesh(mesh));
-    } else {
-      Put("standardMesh/" + name + ".sm", sample::EncodeStandardMesh(mesh, 10));
-      Put("standardMesh/" + name + ".rs", TextBytes(sample::EncodeShader(mesh)));
-    }
-    for (const sample::MeshPart& part : mesh.parts) PutTexture("texture/" + part.material + ".dds");
-  }
+  void PutShader(const std::string& text) { Put("standardMesh/house_m1.rs", TextBytes(text)); }
 
   static void ExpectNotCached(const StaticObject& object) {
     EXPECT_EQ(object.meshIndex, 0);
@@ -81,66 +63,58 @@ class MeshCacheTest : public ContentTest {
   static constexpr int kHouse = 0, kOak = 1, kLost = 2;
 };
 
-TEST_F(MeshCacheTest, MaterialsAreFoundWhateverTheCase) {
-  PutHouse("brick", "ROOF");
-  PutShader("house_m1", {"brick", "roof"});
-  PutTexture("texture/brick.dds", kRed);
-  PutTexture("texture/roof.dds", kBlue);
-  EXPECT_THAT(DrawHouse(), ElementsAre(kRedSeen, kBlueSeen));
+// A sub-shader of this name that shows a texture.
+std::string Shows(const std::string& name, const std::string& texture, const char* more = "") {
+  return "subshader \"" + name + "\" \"x\"\n{\n" + more + "\ttexture \"texture/" + texture +
+         "\";\n}\n";
 }
 
-TEST_F(MeshCacheTest, AnUnknownMaterialLooksLikeTheFirst) {
-  PutHouse("brick", "unknown");
-  PutShader("house_m1", {"roof", "brick"});
-  PutTexture("texture/brick.dds", kRed);
-  PutTexture("texture/roof.dds", kBlue);
-  EXPECT_THAT(DrawHouse(), ElementsAre(kRedSeen, kBlueSeen));
-}
-
-TEST_F(MeshCacheTest, AMaterialWithoutItsTextureIsNone) {
-  PutHouse("brick", "roof");
-  PutShader("house_m1", {"brick", "roof"});
-  PutTexture("texture/roof.dds", kBlue);
-  EXPECT_THAT(DrawHouse(), ElementsAre(kBlueSeen, kBlueSeen));
-}
-
-TEST_F(MeshCacheTest, FadingMaterialsAreNotDrawn) {
-  PutHouse("smoke", "brick");
-  PutTexture("texture/brick.dds", kRed);
-  Put("standardMesh/house_m1.rs",
-      TextBytes("subshader \"smoke\" \"x\"\n\ttextureFade true;\n\ttexture \"brick\";\n}\n"
-                "subshader \"brick\" \"x\"\n\ttexture \"brick\";\n}\n"));
-  EXPECT_THAT(DrawHouse(), ElementsAre(kNothing, kRedSeen));
-}
-
-TEST_F(MeshCacheTest, AMeshWithoutMaterialsIsWhite) {
-  PutHouse("brick", "roof");
-  EXPECT_THAT(DrawHouse(), ElementsAre(kWhiteSeen, kWhiteSeen)) << "no shader file";
-  PutTexture("texture/brick.dds");
-  Put("standardMesh/house_m1.rs",
-      TextBytes("subshader \"brick\" \"x\"\n\ttexture \"brick\";\n}\ntransparent\n"));
-  EXPECT_THAT(DrawHouse(), ElementsAre(kWhiteSeen, kWhiteSeen)) << "a malformed one";
-  EXPECT_EQ(References(), 0);
+TEST_F(MeshCacheTest, AMaterialShowsItsTexture) {
+  PutTexture("texture/red.dds", kRed);
+  PutTexture("texture/blue.dds", kBlue);
+  const struct {
+    const char *what, *right;  // the left half is called "brick"
+    std::string shader;
+    Rgb left, rightHalf;
+  } rows[] = {
+      {"no shader file", "roof", "", kWhiteSeen, kWhiteSeen},
+      {"whatever the case", "ROOF", Shows("Brick", "red") + Shows("roof", "blue"), kRedSeen,
+       kBlueSeen},
+      {"one that is unknown looks like the first", "unknown",
+       Shows("roof", "blue") + Shows("brick", "red"), kRedSeen, kBlueSeen},
+      {"one without its texture is none", "roof", Shows("brick", "gone") + Shows("roof", "blue"),
+       kBlueSeen, kBlueSeen},
+      {"one that fades is not drawn", "roof",
+       Shows("brick", "red", "\ttextureFade true;\n") + Shows("roof", "blue"), kNothing, kBlueSeen},
+      {"a malformed file", "roof", Shows("brick", "red") + "transparent\n", kWhiteSeen,
+       kWhiteSeen}};
+  for (const auto& [what, right, shader, left, rightHalf] : rows) {
+    PutHouse("brick", right);
+    if (!shader.empty()) PutShader(shader);
+    CachedMesh mesh;
+    EXPECT_TRUE(LoadStandardMesh(kHouse, mesh));
+    EXPECT_THAT(Draw(mesh), ElementsAre(left, rightHalf)) << what;
+    FreeMesh(mesh);
+    EXPECT_EQ(References(), 0);
+  }
 }
 
 TEST_F(MeshCacheTest, ViewModesWithoutAPictureOfTheirOwnShowTheNextSimpler) {
-  CachedMesh mesh;
-  Put("standardMesh/house_m1.sm", StandardMeshBytes{}.Get());
-  ASSERT_TRUE(LoadStandardMesh(kHouse, mesh));
-  EXPECT_THAT(mesh.lists, Each(::testing::Ne(0u)));
-  EXPECT_NE(mesh.lists[1], mesh.lists[2]);
-  EXPECT_EQ(mesh.lists[2], mesh.lists[3]);
-  FreeMesh(mesh);
-  Put("standardMesh/house_m1.sm", StandardMeshBytes{.levels = 0}.Get());
-  ASSERT_TRUE(LoadStandardMesh(kHouse, mesh));
-  EXPECT_NE(mesh.lists[1], 0u);
-  EXPECT_EQ(mesh.lists[2], mesh.lists[1]);
-  EXPECT_EQ(mesh.lists[3], mesh.lists[1]);
-  FreeMesh(mesh);
-  Put("standardMesh/house_m1.sm", StandardMeshBytes{.collisions = {}, .levels = 0}.Get());
-  ASSERT_TRUE(LoadStandardMesh(kHouse, mesh));
-  EXPECT_THAT(std::span(mesh.lists).subspan(1), Each(0u));
-  FreeMesh(mesh);
+  const std::pair<StandardMeshBytes, std::array<int, 4>> rows[] = {
+      {{}, {0, 1, 2, 2}},  // the picture of each view mode; -1 for none
+      {{.levels = 0}, {0, 1, 1, 1}},
+      {{.collisions = {}, .levels = 0}, {0, -1, -1, -1}}};
+  for (const auto& [file, pictures] : rows) {
+    Put("standardMesh/house_m1.sm", file.Get());
+    CachedMesh mesh;
+    ASSERT_TRUE(LoadStandardMesh(kHouse, mesh));
+    for (std::size_t mode = 0; mode < pictures.size(); ++mode) {
+      const int like = pictures[mode];
+      EXPECT_EQ(mesh.lists[mode], like < 0 ? 0 : mesh.lists[static_cast<std::size_t>(like)]);
+      EXPECT_EQ(mesh.lists[mode] == 0, like < 0);
+    }
+    FreeMesh(mesh);
+  }
 }
 
 TEST_F(MeshCacheTest, ATreeShowsTheTexturesOfItsItems) {
@@ -157,14 +131,6 @@ TEST_F(MeshCacheTest, ATreeShowsTheTexturesOfItsItems) {
   EXPECT_EQ(References(), 2) << "the textures that are not drawn are held, too";
   FreeMesh(mesh);
   EXPECT_EQ(objectStore.textures.count, 0);
-}
-
-TEST_F(MeshCacheTest, ATreeOfAnotherVersionIsCachedWithoutAPicture) {
-  Put("treeMesh/oak_m1.tm", TreeMeshBytes{.version = 2}.Get());
-  StaticObject object;
-  CacheMeshForObject(kOak, object);
-  EXPECT_THAT(objectStore.meshes, SizeIs(1));
-  EXPECT_THAT(object.lists, Each(0u));
 }
 
 TEST_F(MeshCacheTest, AnObjectGetsTheMeshThatIsCachedForIt) {
@@ -186,33 +152,34 @@ TEST_F(MeshCacheTest, AnObjectGetsTheMeshThatIsCachedForIt) {
   EXPECT_EQ(FindMeshByTreeItem(items[2]), 1);
   EXPECT_EQ(FindMeshByTreeItem(items[0]), -1);
   EXPECT_EQ(FindMeshByTreeItem(0), -1);
+  ClearMeshes();
+  Put("treeMesh/oak_m1.tm", TreeMeshBytes{.version = 2}.Get());
+  CacheMeshForObject(kOak, oak);
+  EXPECT_THAT(objectStore.meshes, SizeIs(1)) << "of another version";
+  EXPECT_THAT(oak.lists, Each(0u));
 }
 
+// A level may have hundreds of objects of one broken mesh, which is tried again when the meshes
+// were cleared.
 TEST_F(MeshCacheTest, AfterAFailedLoadTheObjectHasNoMesh) {
   StaticObject object;
   object.meshIndex = 7;
   object.lists = {1, 2, 3, 4};
   CacheMeshForObject(kLost, object);
   ExpectNotCached(object);
-  ClearMeshes();
-  PutShader("lost_m1", {"brick"});
+  for (const int entry : {-1, 3}) {
+    CacheMeshForObject(entry, object);
+    ExpectNotCached(object);
+  }
+  Put("standardMesh/house_m1.sm", Bytes(30));
+  PutShader(Shows("brick", "brick"));
   PutTexture("texture/brick.dds");
-  Put("standardMesh/lost_m1.sm", Bytes(30));
-  CacheMeshForObject(kLost, object);
-  ExpectNotCached(object);
-  CacheMeshForObject(-1, object);
-  CacheMeshForObject(3, object);
-  ExpectNotCached(object);
-  EXPECT_THAT(objectStore.meshes, SizeIs(0));
-}
-
-// A level may have hundreds of objects of one broken mesh.
-TEST_F(MeshCacheTest, AMeshThatFailedIsTriedAgainWhenTheMeshesWereCleared) {
-  StaticObject object;
   CacheMeshForObject(kHouse, object);
+  ExpectNotCached(object);
   Put("standardMesh/house_m1.sm", StandardMeshBytes{}.Get());
   CacheMeshForObject(kHouse, object);
   ExpectNotCached(object);
+  EXPECT_THAT(objectStore.meshes, SizeIs(0));
   ClearMeshes();
   CacheMeshForObject(kHouse, object);
   EXPECT_EQ(object.meshIndex, 0);
@@ -223,15 +190,13 @@ TEST_F(MeshCacheTest, TablesThatAreFullRefuseTheMesh) {
   PutHouse("m0", "m1");
   PutTexture("texture/brick.dds");
   std::string shader;
-  for (int k = 0; k < 64; ++k) {
-    shader += FormatText("subshader \"m%d\" \"x\"\n\ttexture \"brick\";\n}\n", k);
-  }
+  for (int k = 0; k < 64; ++k) shader += Shows("m" + std::to_string(k), "brick");
   StaticObject object;
-  Put("standardMesh/house_m1.rs", TextBytes(shader + "subshader \"m64\" \"x\"\n}\n"));
+  PutShader(shader + Shows("m64", "brick"));
   CacheMeshForObject(kHouse, object);
   ExpectNotCached(object);
   ClearMeshes();
-  Put("standardMesh/house_m1.rs", TextBytes(shader));
+  PutShader(shader);
   objectStore.textures.count = kMaxObjectTextures;
   CacheMeshForObject(kHouse, object);
   objectStore.textures.count = 0;
@@ -248,7 +213,7 @@ TEST_F(MeshCacheTest, TablesThatAreFullRefuseTheMesh) {
 
 TEST_F(MeshCacheTest, ClearingTheMeshesLeavesNothingBehind) {
   Put("standardMesh/house_m1.sm", StandardMeshBytes{}.Get());
-  PutShader("house_m1", {"wall"});
+  PutShader(Shows("wall", "wall"));
   PutTexture("texture/wall.dds");
   StaticObject object;
   CacheMeshForObject(kHouse, object);
@@ -265,21 +230,27 @@ TEST_F(MeshCacheTest, ClearingTheMeshesLeavesNothingBehind) {
 TEST_F(MeshCacheTest, EveryObjectOfTheSampleGameGetsItsMeshAndTextures) {
   std::string list;
   for (const sample::ObjectKind& object : sample::ObjectKinds()) {
-    list += std::string(object.name) + (object.tree ? "=TreeMesh(" : "=StandardMesh(") +
-            std::string(object.mesh) + ")\n";
-    PutSampleMesh(object);
+    const std::string name(object.mesh);
+    list += name + (object.tree ? "=TreeMesh(" : "=StandardMesh(") + name + ")\n";
+    const sample::Mesh mesh = object.build();
+    if (object.tree) {
+      Put("treeMesh/" + name + ".tm", sample::EncodeTreeMesh(mesh));
+    } else {
+      Put("standardMesh/" + name + ".sm", sample::EncodeStandardMesh(mesh, 10));
+      Put("standardMesh/" + name + ".rs", TextBytes(sample::EncodeShader(mesh)));
+    }
+    for (const sample::MeshPart& part : mesh.parts) PutTexture("texture/" + part.material + ".dds");
   }
   objectStore.catalogue = ParseObjectList(list);
-  for (int entry = 0; entry < objectStore.catalogue.entryCount; ++entry) {
+  int entry = 0;
+  for (const sample::ObjectKind& kind : sample::ObjectKinds()) {
     StaticObject object;
     CacheMeshForObject(entry, object);
-    SCOPED_TRACE(objectStore.catalogue.entries[static_cast<std::size_t>(entry)].name.String());
-    EXPECT_EQ(object.meshIndex, entry);
+    SCOPED_TRACE(kind.name);
+    EXPECT_EQ(object.meshIndex, entry++);
     EXPECT_TRUE(object.lists[0] != 0 && object.lists[3] != 0);
     const CachedMesh& mesh = objectStore.meshes.back();
-    const std::size_t parts =
-        sample::ObjectKinds()[static_cast<std::size_t>(entry)].build().parts.size();
-    EXPECT_EQ(mesh.subshaders.size() + mesh.treeTextures.size(), parts);
+    EXPECT_EQ(mesh.subshaders.size() + mesh.treeTextures.size(), kind.build().parts.size());
   }
 }
 
