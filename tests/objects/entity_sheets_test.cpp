@@ -1,30 +1,10 @@
-#include <gmock/gmock.h>
-#include <limits>
-#include <sstream>
-
 #include "objects/object_level_test.h"
+#include "objects/sheet_text.h"
 #include "objects/static_objects.h"
 #include "support/golden.h"
 
 namespace mw {
 namespace {
-
-// A line of a sheet: label, type, most values or characters, and what stands in it at first.
-std::string Described(const PropertyField& field) {
-  std::ostringstream line;
-  line << field.label.c_str() << " | type " << static_cast<int>(field.type) << " x " << field.count
-       << (field.editable ? "" : " read-only");
-  if (field.filterModes != 0) line << " modes " << field.filterModes;
-  line << " |";
-  if (const auto* text = std::get_if<TextVariable>(&field.value)) line << ' ' << text->read();
-  for (int i = 0; i < field.count; ++i) {
-    if (auto* const* number = std::get_if<std::int32_t*>(&field.value)) line << ' ' << (*number)[i];
-    if (auto* const* real = std::get_if<float*>(&field.value)) line << ' ' << (*real)[i];
-    if (auto* const* mode = std::get_if<GameModeChoice*>(&field.value))
-      line << ' ' << (*mode)[i].label << (*mode)[i].checked << ((*mode)[i].enabled ? "" : "(grey)");
-  }
-  return line.str() + '\n';
-}
 
 class EntitySheetsTest : public ObjectLevelTest {
  protected:
@@ -41,9 +21,7 @@ class EntitySheetsTest : public ObjectLevelTest {
   static std::string SheetsOf(const std::function<void()>& act) {
     std::string shown;
     hooks.runPropertySheet = [&](PropertySheet& sheet) {
-      shown += sheet.title + '\n';
-      for (int i = 0; i < sheet.fieldCount; ++i)
-        shown += "  " + Described(sheet.fields[static_cast<std::size_t>(i)]);
+      shown += Described(sheet);
       return false;
     };
     act();
