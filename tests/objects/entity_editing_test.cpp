@@ -151,21 +151,24 @@ TEST_F(EntityEditingTest, ACopiedBaseGetsAPointWithANameAndAGroupOfItsOwn) {
   DropControlPoint(500, 505);  // near where it will be pasted
   DropSoldierSpawn(900, 900);
   SoldierTemplate(1).group = 3;  // as one of a point that was deleted
+  DropVehicle(900, 900).osId = 4;
   PointTemplate(0).radius = 33;
   PointTemplate(0).team = entities.spawnGroups[0].team = 2;
-  point.modes = kModeConquest;
-  soldier.rotation = {90, 0, 0};
+  point.modes = vehicle.modes = kModeConquest;
+  soldier.rotation = vehicle.rotation = {90, 0, 0};
   point.selected = soldier.selected = vehicle.selected = true;
   story.Do("copy", CopySelected);
   // What happens then does not matter.
   PointTemplate(0).radius = 1;
   SelectFromTree(Point(1).treeItem);
   DeleteByTreeItem(vehicle.treeItem);
-  DeleteByTreeItem(ObjectTemplate(0).treeItem);
   PutCursorOver(500, 20, 500);
   story.Do("paste", [] { PasteCopied(0, 0); });
+  entities.Of(EntityKind::ObjectSpawn).instances.clear();
+  DeleteByTreeItem(ObjectTemplate(0).treeItem);
   for (int i = 4; i <= 8; ++i) DropControlPoint(100, 50);
-  story.Do("paste without room for the control point", [] { PasteCopied(0, 0); });
+  story.Do("paste without room for the control point and without the template",
+           [] { PasteCopied(0, 0); });
   story.Expect("pasted_base");
 }
 

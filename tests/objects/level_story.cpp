@@ -1,6 +1,7 @@
 #include "objects/level_story.h"
 
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <map>
 #include <set>
 #include <sstream>
@@ -9,6 +10,7 @@
 
 #include "core/camera.h"
 #include "core/editor_state.h"
+#include "core/hooks.h"
 #include "data/load_report.h"
 #include "data/open_level.h"
 #include "objects/entities.h"
@@ -69,7 +71,8 @@ void ListObjects(std::vector<std::string>& lines) {
         Text(object.rotation) + (object.scaleGiven ? " scaled " + Text(object.scale) : "") +
         (object.colorGiven ? " coloured " + Text(object.colour) : "") + ", entry " +
         std::to_string(object.catalogueIndex) + (object.unknown ? ", unknown" : "") + ", mesh " +
-        std::to_string(object.meshIndex) + (object.selected ? ", selected" : ""));
+        std::to_string(object.meshIndex) + (object.lists.back() != 0 ? " with its picture" : "") +
+        (object.selected ? ", selected" : ""));
   }
 }
 
@@ -130,9 +133,23 @@ void LevelStory::Do(std::string_view step, const std::function<void()>& act) {
   std::vector<std::size_t> saidBefore;
   for (const auto& part : scripted::script.status) saidBefore.push_back(part.size());
   editor.levelModified = false;
+  bool toolbarRefreshed = false;
+  std::string selected;
+  const auto select = [&selected](const std::vector<TreeItem>& items) {
+    EXPECT_FALSE(levelTree.notificationsEnabled) << "the tree must not act on it";
+    selected = "  tree selects";
+    for (const TreeItem item : items) selected += " | " + NumberedText(item);
+    selected += '\n';
+  };
+  hooks.refreshObjectToolbar = [&toolbarRefreshed] { toolbarRefreshed = true; };
+  levelTree.view.selectAll = select;
+  levelTree.view.select = [&select](TreeItem item) { select({item}); };
   scripted::script.answers.assign(9, PromptAnswer::Ok);
   act();
   scripted::script.answers.clear();
+  levelTree.view.selectAll = [](const std::vector<TreeItem>&) {};
+  levelTree.view.select = [](TreeItem) {};
+  hooks.refreshObjectToolbar = [] {};
   told_ += "* " + std::string(step) + '\n';
   for (const std::string& box : TakePrompts()) told_ += "  box " + box + '\n';
   for (std::size_t part = 0; part < saidBefore.size(); ++part) {
@@ -140,6 +157,7 @@ void LevelStory::Do(std::string_view step, const std::function<void()>& act) {
     for (std::size_t i = saidBefore[part]; i < said.size(); ++i)
       told_ += "  says \"" + said[i] + "\"\n";
   }
+  told_ += selected + (toolbarRefreshed ? "  toolbar refreshed\n" : "");
   const std::vector<std::string> after = Listing();
   told_ += Missing(before, after, "  - ") + Missing(after, before, "  + ");
   if (editor.levelModified) told_ += "  modified\n";

@@ -39,8 +39,8 @@ class ObjectLevelTest : public LevelArchiveTest {
     modConfig.HeightScale = 0.5f;
     CreateTerrain();
     LoadCatalogue(
-        "[STRUCTURES]\nbunker01=StandardMesh(bunker01_m1)\nhut=StandardMesh(hut_m1)\n"
-        "[TREES]\noak=TreeMesh(oak_m1)\n");
+        "[TREES]\noak=TreeMesh(oak_m1)\n"
+        "[STRUCTURES]\nbunker01=StandardMesh(bunker01_m1)\nhut=StandardMesh(hut_m1)\n");
     BuildTree();
     objectStore.objects.reserve(kMaxStaticObjects);  // what AddObject gives stays valid
   }

@@ -4,6 +4,7 @@
 
 #include "objects/object_clipboard.h"
 #include "objects/object_level_test.h"
+#include "objects/object_selection.h"
 
 namespace mw {
 namespace {
@@ -14,12 +15,7 @@ class ObjectMapperTest : public ObjectLevelTest {
   ObjectMapperTest()
       : hut(AddObject("hut", {100, 0, 100})),
         oak(AddObject("oak", {200, 0, 100})),
-        vehicle(AddObjectSpawn({300, 0, 100})) {
-    levelTree.view.select = [this](TreeItem item) {
-      EXPECT_FALSE(levelTree.notificationsEnabled) << "the tree must not act on it";
-      treeSelection = item;
-    };
-  }
+        vehicle(AddObjectSpawn({300, 0, 100})) {}
   static void HoverObject(int index) {
     objectStore.lastHoveredObject = index;
     entities.hovered = {};
@@ -52,17 +48,14 @@ class ObjectMapperTest : public ObjectLevelTest {
 
   StaticObject &hut, &oak;
   ObjectSpawn& vehicle;
-  TreeItem treeSelection = 0;
 };
 
 TEST_F(ObjectMapperTest, AClickSelectsOneThingAndCtrlAddsToIt) {
   story.Do("the hut", [] { ClickObject(0); });
-  EXPECT_EQ(treeSelection, hut.treeItem);
   story.Do("the oak", [] { ClickObject(1); });
   editor.ctrlHeld = true;
   HoverVehicle(0);
   story.Do("Ctrl, the vehicle", Click);
-  EXPECT_EQ(treeSelection, vehicle.treeItem);
   story.Do("Ctrl, the vehicle again", Click);
   editor.ctrlHeld = false;
   story.Do("nothing", [] { ClickObject(-1); });
@@ -180,6 +173,13 @@ TEST_F(ObjectMapperTest, DeletingTakesObjectsAndEntitiesWithTheirItems) {
   levelTree.view.remove = [](TreeItem) {};
   EXPECT_FALSE(levelTree.suppressObjectSelection);
   story.Do("none", DeleteSelected);
+  AddObject("hut", {1, 2, 3}).selected = true;
+  RefreshTreeItems();
+  const TreeItem tank = ObjectTemplate(0).treeItem, oakItem = objectStore.objects[0].treeItem;
+  const std::vector<TreeItem> items{tank, oakItem, Vehicle(0).treeItem};
+  story.Do("chosen in the tree", [&] { EXPECT_TRUE(SelectByTreeItems(items)); });
+  story.Do("deleted in the tree", [&] { DeleteByTreeItems(items); });
+  story.Do("chosen when they are gone", [&] { EXPECT_FALSE(SelectByTreeItems(items)); });
   story.Expect("deleted_selection");
 }
 

@@ -13,7 +13,9 @@ namespace {
 using StaticObjectsTest = ObjectLevelTest;
 
 TEST_F(StaticObjectsTest, ObjectsArePlacedAndDeleted) {
-  objectStore.meshes.emplace_back().name = "oak";
+  CachedMesh& mesh = objectStore.meshes.emplace_back();
+  mesh.name = "oak";
+  mesh.lists = {1, 2, 3, 4};
   PutCursorOver(200, 7, 300);
   objectStore.showTreeMeshes = false;
   story.Do("one of a cached mesh", [] { EXPECT_TRUE(AddStaticObjectFromCache(0)); });
