@@ -121,6 +121,7 @@ TEST_F(EntityEditingTest, DeletingTakesAlongWhatNothingElseUses) {
   PointTemplate(2).spawnGroupId = 1;
   Point(0).modes = kModeConquest;
   Point(2).modes = kModeConquest | kModeCaptureTheFlag;
+  entities.hovered = {EntityKind::ControlPoint, 1};
   story.Do("a control point", [] { DeleteInstance(EntityKind::ControlPoint, 1); });
   story.Do("one whose group another has", [] { DeleteLast(EntityKind::ControlPoint); });
   entities.spawnGroups[0].modes = kModeConquest;

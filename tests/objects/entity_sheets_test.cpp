@@ -46,6 +46,7 @@ TEST_F(EntitySheetsTest, NewEntitiesShowTheGamesUsualValues) {
 }
 
 TEST_F(EntitySheetsTest, WhatIsEnteredIsStoredCleanedAndShown) {
+  DropVehicle(130, 100);
   Edit("vehicle template, its name and team 1",
        "Name: Light tank (north)/1; Team 1 Object: Tank_A; Team 2 Object: B; spawnDelayAtStart: 1; "
        "timeToLive: 2; distance: 60; damageWhenLost: 3; maxNrOfObjectSpawned: 4",

@@ -68,6 +68,15 @@ TEST_F(ObjectMapperTest, AClickSelectsOneThingAndCtrlAddsToIt) {
       EXPECT_FALSE(EditHovered());
     });
   }
+  ClickObject(0);
+  AcceptSheets("Pos: 1 2 3");
+  story.Do("edit of the hut", [] { EXPECT_TRUE(EditHovered()); });
+  HoverVehicle(0);
+  story.Do("of the vehicle, which is not selected", [] { EXPECT_FALSE(EditHovered()); });
+  Click();
+  story.Do("of the vehicle", [] { EXPECT_TRUE(EditHovered()); });
+  editor.ctrlHeld = true;
+  EXPECT_FALSE(EditHovered());
   story.Expect("clicks");
 }
 
