@@ -6,7 +6,6 @@
 
 #include "core/editor_state.h"
 #include "objects/entity_editing.h"
-#include "objects/entity_markers.h"
 #include "objects/object_mapper.h"
 #include "objects/object_picture_test.h"
 #include "platform/scripted/script.h"
@@ -18,11 +17,6 @@ constexpr PictureColour kMarked{200, 0, 0}, kWithoutTemplate{255, 0, 255};
 
 class EntityRenderTest : public ObjectPictureTest {
  protected:
-  void TearDown() override {
-    if (!IsSkipped()) ReleaseEntityMarkers();
-    ObjectPictureTest::TearDown();
-  }
-
   // An entity with a template of its own in this group; `at` as Place takes it.
   template <typename Instance, typename Template>
   Instance& Add(std::int32_t group, const Vector3& at) {
@@ -51,9 +45,6 @@ class EntityRenderTest : public ObjectPictureTest {
     ControlPointTemplateOf(point)->radius = radius;
     return point;
   }
-  static void PointAt(float x, float y, float z) {
-    objectStore.CursorPoint = {kMiddle + x, 50 + y, kMiddle + z};
-  }
 };
 
 TEST_F(EntityRenderTest, EachKindHasAMarkerOfItsSize) {
@@ -62,17 +53,12 @@ TEST_F(EntityRenderTest, EachKindHasAMarkerOfItsSize) {
   AddControlPoint(7, {6, 0, 0});
   glLineWidth(8);  // of what was drawn before
   EXPECT_GT(Count(Draw(), kBlack), 150u) << "their edges";
-  EXPECT_NE(At(-6.4f, 1.9f, 0.5f), kSky);
-  EXPECT_EQ(At(-6.7f, 1.5f, 0.5f), kSky);
-  EXPECT_EQ(At(-6, 2.5f, 0), kSky);
-  EXPECT_NE(At(-0.9f, 0.8f, 1), kSky);
-  EXPECT_EQ(At(0, 2, 0), kSky);
-  EXPECT_NE(At(6, 9.5f, 0.15f), kSky);
-  EXPECT_EQ(At(6.4f, 5, 0), kSky);
+  ExpectSomethingAt({{-6.4f, 1.9f, 0.5f}, {-0.9f, 0.8f, 1}, {6, 9.5f, 0.15f}});
+  ExpectAt({{-6.7f, 1.5f, 0.5f}, {-6, 2.5f, 0}, {0, 2, 0}, {6.4f, 5, 0}}, kSky);
   soldier.rotation = {0, 0, 90};  // falls to the right
   Draw();
-  EXPECT_NE(At(-4.1f, 0, 0.5f), kSky);
-  EXPECT_EQ(At(-6, 1.5f, 0.5f), kSky);
+  ExpectSomethingAt({{-4.1f, 0, 0.5f}});
+  ExpectAt({{-6, 1.5f, 0.5f}}, kSky);
 }
 
 TEST_F(EntityRenderTest, ControlPointsAndTheirSoldierSpawnsShareAColour) {
@@ -99,10 +85,10 @@ TEST_F(EntityRenderTest, WhatIsMarkedOrWithoutTemplateHasAColourOfItsOwn) {
   Draw();
   EXPECT_EQ(At(0, 1, 0.5f), kMarked);
   soldier.selected = false;
-  PointAt(1, 2, -1);
+  PointAt({1, 2, -1});
   Draw();
   EXPECT_EQ(At(0, 1, 0.5f), kMarked) << "hovered";
-  PointAt(9, 0, 0);
+  PointAt({9, 0, 0});
   soldier.templateIndex = -1;
   Draw();
   EXPECT_EQ(At(0, 1, 0.5f), kWithoutTemplate);
@@ -112,19 +98,15 @@ TEST_F(EntityRenderTest, TheMouseHoversOverTheWholeMarker) {
   AddSoldier(1, {0, 0, 0});
   AddObjectSpawn(0, {5, 0, 0});
   AddControlPoint(2, {10, 0, 0});
-  const auto hovered = [&](float x, float y, float z) -> int {
-    PointAt(x, y, z);
-    Draw();
-    if (!HoveredInstance()) return -1;
-    return static_cast<int>(entities.hovered.kind);
-  };
-  EXPECT_EQ(hovered(1, 2, -1), 0);
-  EXPECT_EQ(hovered(1.1f, 2, -1), -1);
-  EXPECT_EQ(hovered(0, -0.1f, 0), -1);
-  EXPECT_EQ(hovered(6.5f, 1, 1.5f), 1);
-  EXPECT_EQ(hovered(5, 1.1f, 0), -1);
-  EXPECT_EQ(hovered(10.39f, 10, -0.39f), 2);
-  EXPECT_EQ(hovered(10, 5, 0.5f), -1);
+  const std::pair<Vector3, int> rows[] = {{{1, 2, -1}, 0},        {{1.1f, 2, -1}, kNone},
+                                          {{0, -0.1f, 0}, kNone}, {{6.5f, 1, 1.5f}, 1},
+                                          {{5, 1.1f, 0}, kNone},  {{10.39f, 10, -0.39f}, 2},
+                                          {{10, 5, 0.5f}, kNone}};
+  for (const auto& [point, kind] : rows) {
+    HoveredAt(point);
+    EXPECT_EQ(HoveredInstance() ? static_cast<int>(entities.hovered.kind) : kNone, kind)
+        << point.x << ' ' << point.y << ' ' << point.z;
+  }
 }
 
 TEST_F(EntityRenderTest, FilterAndSwitchesHideEntities) {
@@ -139,7 +121,7 @@ TEST_F(EntityRenderTest, FilterAndSwitchesHideEntities) {
   };
   expectSeen(true, true, true);
   entities.ModeFilter = kModeCaptureTheFlag;
-  PointAt(4, 1, 0);
+  PointAt({4, 1, 0});
   expectSeen(true, true, false);
   EXPECT_EQ(HoveredInstance(), nullptr);
   entities.ModeFilter = kModeTeamDeathMatch;
@@ -150,7 +132,7 @@ TEST_F(EntityRenderTest, FilterAndSwitchesHideEntities) {
   objectStore.showObjectSpawns = false;
   expectSeen(false, false, true);
   objectStore.showControlPoints = false;
-  EXPECT_EQ(Count(Draw(), kSky), kWidth * kHeight) << "its ring is hidden, too";
+  ExpectNothingDrawn();  // its ring is hidden, too
 }
 
 TEST_F(EntityRenderTest, LinksLeadFromTheSpawnsOfAGroupToItsControlPoints) {
@@ -178,13 +160,9 @@ TEST_F(EntityRenderTest, ASpawnOutOfSightKeepsItsLink) {
 TEST_F(EntityRenderTest, ARingShowsAControlPointsRadius) {
   AddControlPoint(1, {0, 0, 0}, 8);
   const SceneCamera above{kMiddle, 95, kMiddle, -90, 0};
-  const DrawnPicture ring = Draw(above);
-  for (const float radius : {7.2f, 8.0f}) {
-    EXPECT_EQ(At(radius, 2, 0), kYellow);
-    EXPECT_EQ(At(0, 2, -radius), kYellow);
-  }
-  EXPECT_EQ(At(7.6f, 2, 0), kYellow) << "a spoke";
-  EXPECT_EQ(At(6, 2, 0), kSky);
+  Draw(above);
+  ExpectAt({{7.2f, 2, 0}, {0, 2, -7.2f}, {8, 2, 0}, {0, 2, -8}, {7.6f, 2, 0}}, kYellow);
+  ExpectAt({{6, 2, 0}}, kSky);
 }
 
 TEST_F(EntityRenderTest, UnderItsLinksAndRingsTheGroundCanBePicked) {
@@ -199,14 +177,14 @@ TEST_F(EntityRenderTest, UnderItsLinksAndRingsTheGroundCanBePicked) {
 TEST_F(EntityRenderTest, TheHoveredEntityIsNamedOnce) {
   const SoldierSpawn& soldier = AddSoldier(1, {0, 0, 0});
   auto& texts = scripted::script.status[1];
-  PointAt(0, 1, 0);
+  PointAt({0, 1, 0});
   Draw();
   EXPECT_EQ(texts, std::vector{StatusTextOf(soldier)});
   Draw();
   EXPECT_EQ(texts.size(), 1u) << "another text that was set since stays readable";
-  PointAt(9, 1, 0);
+  PointAt({9, 1, 0});
   Draw();
-  PointAt(0, 1, 0);
+  PointAt({0, 1, 0});
   Draw();
   EXPECT_EQ(texts, (std::vector{StatusTextOf(soldier), std::string(), StatusTextOf(soldier)}));
 }
@@ -218,7 +196,7 @@ TEST_F(EntityRenderTest, AClickSelectsWhatItHitsThoughNoFrameCameAfterTheMouse) 
       AddSceneObject(AddSceneEntry(MeshKind::StandardMesh, {}, {1, 1, 1}), 0, Place(0, 0, 0));
   Draw();
   const auto click = [this](float x, float y) {
-    const Pixel pixel = PixelAt(x, y, 0);
+    const Pixel pixel = PixelAt({x, y, 0});
     ToggleSelectAtCursor(pixel.column, pixel.row);
   };
   click(-6, 1);

@@ -1,6 +1,7 @@
 #include "objects/mesh_drawing.h"
 
 #include <GL/gl.h>
+#include <array>
 
 #include "objects/object_picture_test.h"
 
@@ -60,8 +61,7 @@ TEST_F(MeshDrawingTest, DeletedAndUnknownListsDrawNothingAndComeNotBack) {
 }
 
 TEST_F(MeshDrawingTest, DeletingFreesTheBuffers) {
-  const MeshSurface square = Square(0, 0, 0);
-  const MeshListId list = CreateMeshList({&square, 1});
+  const MeshListId list = CreateMeshList(std::array{Square(0, 0, 0)});
   BindMeshList(list);
   int vertices = 0, indices = 0;
   glGetIntegerv(GL_ARRAY_BUFFER_BINDING, &vertices);
