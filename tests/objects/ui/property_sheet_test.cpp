@@ -100,26 +100,15 @@ class PropertySheetTest : public SandboxTest {
     entities.Of(EntityKind::ControlPoint).templates.push_back(std::move(entry));
   }
 
-  // In a category of its own.
-  static void AddObject(const char* name, const char* category) {
-    ObjectCatalogue& catalogue = objectStore.catalogue;
-    CatalogueEntry& entry = catalogue.entries[static_cast<std::size_t>(catalogue.entryCount++)];
-    entry.name = name;
-    entry.category = catalogue.categoryCount++;
-    catalogue.categories[static_cast<std::size_t>(entry.category)] = category;
-  }
-
   PropertySheet sheet;
   const QFont fontBefore;
 };
 
 TEST_F(PropertySheetTest, EveryKindOfFieldIsShownAndStoresWhatTheUserChanged) {
-  AddObject("willy", "VEHICLES_LAND");
-  AddObject("oak", "TREES");
-  AddObject("bofors", "STATIONARY_WEAPONS");
-  AddObject("spitfire", "VEHICLES_AIR");
-  AddObject("barge", "VEHICLES_SEA");
-  AddObject("cart", "vehicles_land");
+  objectStore.catalogue = ParseObjectList(
+      "[VEHICLES_LAND]\nwilly=StandardMesh(m)\n[TREES]\noak=TreeMesh(m)\n[STATIONARY_WEAPONS]\n"
+      "bofors=StandardMesh(m)\n[VEHICLES_AIR]\nspitfire=StandardMesh(m)\n[VEHICLES_SEA]\n"
+      "barge=StandardMesh(m)\n[vehicles_land]\ncart=StandardMesh(m)\n");
   AddControlPoint("Village", 1, kModeConquest);
   AddControlPoint("Base", 2, kModeCaptureTheFlag);
   AddControlPoint("Harbour", 3, kModeConquest | kModeCaptureTheFlag);
@@ -199,60 +188,46 @@ TEST_F(PropertySheetTest, TextsKeepTheirBounds) {
   EXPECT_EQ(bytes, "caf\xE9") << "nobody edited it";
 }
 
-TEST_F(PropertySheetTest, AFieldWithoutAValueKeepsTheDialogOpen) {
-  FixedString<48> name("Village"), icon("flag");
-  std::int32_t radius = 10;
-  AddField(sheet, TextOf(name), 47, FieldType::Text, "Name");
-  AddField(sheet, &radius, 1, FieldType::Integers, "radius");
-  AddField(sheet, TextOf(icon), 47, FieldType::Text, "icon");
-  scripted::script.answers = {PromptAnswer::Ok};
-  EXPECT_FALSE(Run([&](const OpenDialog& dialog) {
-    Box(dialog, "Name").setText("Harbour");
-    Box(dialog, "radius").clear();
-    Box(dialog, "icon").setText("anchor");
-    dialog.Press("okButton");
-    EXPECT_TRUE(dialog.window.isVisible());
-    EXPECT_EQ(dialog.window.focusWidget(), &Box(dialog, "radius"));
-  }));
-  ExpectPrompts({"ERROR: Field 'radius' must contain a value! (Exclamation)"});
-  EXPECT_EQ(name, "Village") << "what was typed above it is not stored either";
-  EXPECT_EQ(radius, 10);
-  EXPECT_EQ(icon, "flag");
-}
-
-TEST_F(PropertySheetTest, ATextThatIsNoNumberIsRefused) {
+TEST_F(PropertySheetTest, AWrongOrMissingValueKeepsTheDialogOpenAndStoresNothing) {
+  FixedString<48> name("Village"), icon("flag"), none;
   std::int32_t radius = 10;
   float height = 2;
-  FixedString<48> none;
+  AddField(sheet, TextOf(name), 47, FieldType::Text, "Name");
   AddField(sheet, &radius, 1, FieldType::Integers, "radius");
   AddField(sheet, &height, 1, FieldType::Floats, "height");
+  AddField(sheet, TextOf(icon), 47, FieldType::Text, "icon");
   AddField(sheet, TextOf(none), 47, FieldType::Text, "none");
-  const std::vector<std::pair<const char*, const char*>> wrong{
-      {"radius", "abc"},   {"radius", "1.5"},  {"radius", "10 m"}, {"radius", "99999999999"},
-      {"height", "1,5"},   {"height", "1.5x"}, {"height", " "},    {"height", "nan"},
-      {"height", "1e300"}, {"height", "+-1.5"}};
-  scripted::script.answers.assign(wrong.size(), PromptAnswer::Ok);
-  EXPECT_TRUE(RunAndPressOk([&wrong](const OpenDialog& dialog) {
-    for (const auto& [field, text] : wrong) {
-      const QString before = Box(dialog, field).text();
-      Box(dialog, field).setText(text);
-      dialog.Press("okButton");
-      EXPECT_TRUE(dialog.window.isVisible()) << text;
-      Box(dialog, field).setText(before);
-    }
-  })) << "an empty text that nobody edited is none that is lacking";
-  EXPECT_EQ(scripted::script.prompts.size(), wrong.size());
-  EXPECT_EQ(radius, 10);
-}
-
-TEST_F(PropertySheetTest, CancelReadsNothing) {
-  std::int32_t radius = 10;
-  AddField(sheet, &radius, 1, FieldType::Integers, "radius");
+  const std::string before = Described(sheet);
   EXPECT_FALSE(Run([](const OpenDialog& dialog) {
-    Box(dialog, "radius").setText("20");
+    Box(dialog, "Name").setText("Harbour");
+    Box(dialog, "icon").setText("anchor");
+    for (const auto& [field, text] : {std::pair{"radius", ""},
+                                      {"radius", "abc"},
+                                      {"radius", "1.5"},
+                                      {"radius", "10 m"},
+                                      {"radius", "99999999999"},
+                                      {"height", "1,5"},
+                                      {"height", "1.5x"},
+                                      {"height", " "},
+                                      {"height", "nan"},
+                                      {"height", "1e300"},
+                                      {"height", "+-1.5"},
+                                      {"icon", ""}}) {
+      QLineEdit& box = Box(dialog, field);
+      const QString right = box.text();
+      box.setText(text);
+      Answer({PromptAnswer::Ok});
+      dialog.Press("okButton");
+      ExpectPrompts(
+          {"ERROR: Field '" + std::string(field) + "' must contain a value! (Exclamation)"});
+      EXPECT_TRUE(dialog.window.isVisible()) << text;
+      EXPECT_EQ(dialog.window.focusWidget(), &box);
+      box.setText(right);
+    }
     QTest::keyClick(&dialog.window, Qt::Key_Escape);
   }));
-  EXPECT_EQ(radius, 10);
+  EXPECT_EQ(Described(sheet), before);
+  EXPECT_TRUE(RunAndPressOk([](const OpenDialog&) {})) << "a text that was empty may be so";
 }
 
 TEST_F(PropertySheetTest, KeysGoFromTheFieldsToTheButtons) {
@@ -261,13 +236,12 @@ TEST_F(PropertySheetTest, KeysGoFromTheFieldsToTheButtons) {
   Run([](const OpenDialog& dialog) {
     dialog.window.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog.window));
-    EXPECT_EQ(dialog.window.focusWidget(), &Box(dialog, "Pos 1"));
-    QTest::keyClick(dialog.window.focusWidget(), Qt::Key_Tab);
-    EXPECT_EQ(dialog.window.focusWidget(), &Box(dialog, "Pos 2"));
-    QTest::keyClick(dialog.window.focusWidget(), Qt::Key_Tab);
-    EXPECT_EQ(dialog.window.focusWidget(), &dialog.Widget<QPushButton>("okButton"));
-    QTest::keyClick(dialog.window.focusWidget(), Qt::Key_Tab);
-    EXPECT_EQ(dialog.window.focusWidget(), &dialog.Widget<QPushButton>("cancelButton"));
+    for (const QWidget* control : std::initializer_list<QWidget*>{
+             &Box(dialog, "Pos 1"), &Box(dialog, "Pos 2"), &dialog.Widget<QPushButton>("okButton"),
+             &dialog.Widget<QPushButton>("cancelButton")}) {
+      EXPECT_EQ(dialog.window.focusWidget(), control);
+      QTest::keyClick(dialog.window.focusWidget(), Qt::Key_Tab);
+    }
   });
 }
 
