@@ -45,15 +45,26 @@ class MeshCacheTest : public ContentTest {
     };
     return {at(2), at(6)};
   }
-  // A house of two squares side by side.
+  void PutHouse(const Bytes& mesh = StandardMeshBytes{}.Get()) {
+    Put("standardMesh/house_m1.sm", mesh);
+  }
+  // Of two squares side by side.
   void PutHouse(std::string_view left, std::string_view right) {
-    Put("standardMesh/house_m1.sm",
+    PutHouse(
         StandardMeshBytes{.materials = {{.name = left, .right = 0}, {.name = right, .left = 0}}}
             .Get());
   }
   void PutShader(const std::string& text) { Put("standardMesh/house_m1.rs", TextBytes(text)); }
 
-  static void ExpectNotCached(const StaticObject& object) {
+  static StaticObject Cached(int entry) {
+    StaticObject object;
+    object.meshIndex = 7;
+    object.lists = {1, 2, 3, 4};
+    CacheMeshForObject(entry, object);
+    return object;
+  }
+  static void ExpectNotCached(int entry) {
+    const StaticObject object = Cached(entry);
     EXPECT_EQ(object.meshIndex, 0);
     EXPECT_THAT(object.lists, Each(0u));
     EXPECT_THAT(ChildrenOf(levelTree.fixed.cachedObjects), SizeIs(1)) << "\"Add New Object\" only";
@@ -105,7 +116,7 @@ TEST_F(MeshCacheTest, ViewModesWithoutAPictureOfTheirOwnShowTheNextSimpler) {
       {{.levels = 0}, {0, 1, 1, 1}},
       {{.collisions = {}, .levels = 0}, {0, -1, -1, -1}}};
   for (const auto& [file, pictures] : rows) {
-    Put("standardMesh/house_m1.sm", file.Get());
+    PutHouse(file.Get());
     CachedMesh mesh;
     ASSERT_TRUE(LoadStandardMesh(kHouse, mesh));
     for (std::size_t mode = 0; mode < pictures.size(); ++mode) {
@@ -134,11 +145,10 @@ TEST_F(MeshCacheTest, ATreeShowsTheTexturesOfItsItems) {
 }
 
 TEST_F(MeshCacheTest, AnObjectGetsTheMeshThatIsCachedForIt) {
-  Put("standardMesh/house_m1.sm", StandardMeshBytes{}.Get());
+  PutHouse();
   Put("treeMesh/oak_m1.tm", TreeMeshBytes{}.Get());
-  StaticObject house, oak;
-  CacheMeshForObject(kHouse, house);
-  CacheMeshForObject(kOak, oak);
+  Cached(kHouse);
+  const StaticObject oak = Cached(kOak);
   EXPECT_EQ(oak.meshIndex, 1);
   EXPECT_EQ(oak.lists, objectStore.meshes.at(1).lists);
   EXPECT_NE(oak.lists[3], 0u);
@@ -154,36 +164,23 @@ TEST_F(MeshCacheTest, AnObjectGetsTheMeshThatIsCachedForIt) {
   EXPECT_EQ(FindMeshByTreeItem(0), -1);
   ClearMeshes();
   Put("treeMesh/oak_m1.tm", TreeMeshBytes{.version = 2}.Get());
-  CacheMeshForObject(kOak, oak);
-  EXPECT_THAT(objectStore.meshes, SizeIs(1)) << "of another version";
-  EXPECT_THAT(oak.lists, Each(0u));
+  EXPECT_THAT(Cached(kOak).lists, Each(0u)) << "of another version";
+  EXPECT_THAT(objectStore.meshes, SizeIs(1));
 }
 
 // A level may have hundreds of objects of one broken mesh, which is tried again when the meshes
 // were cleared.
 TEST_F(MeshCacheTest, AfterAFailedLoadTheObjectHasNoMesh) {
-  StaticObject object;
-  object.meshIndex = 7;
-  object.lists = {1, 2, 3, 4};
-  CacheMeshForObject(kLost, object);
-  ExpectNotCached(object);
-  for (const int entry : {-1, 3}) {
-    CacheMeshForObject(entry, object);
-    ExpectNotCached(object);
-  }
-  Put("standardMesh/house_m1.sm", Bytes(30));
+  for (const int entry : {kLost, -1, 3}) ExpectNotCached(entry);
+  PutHouse(Bytes(30));
   PutShader(Shows("brick", "brick"));
   PutTexture("texture/brick.dds");
-  CacheMeshForObject(kHouse, object);
-  ExpectNotCached(object);
-  Put("standardMesh/house_m1.sm", StandardMeshBytes{}.Get());
-  CacheMeshForObject(kHouse, object);
-  ExpectNotCached(object);
+  ExpectNotCached(kHouse);
+  PutHouse();
+  ExpectNotCached(kHouse);
   EXPECT_THAT(objectStore.meshes, SizeIs(0));
   ClearMeshes();
-  CacheMeshForObject(kHouse, object);
-  EXPECT_EQ(object.meshIndex, 0);
-  EXPECT_NE(object.lists[3], 0u);
+  EXPECT_NE(Cached(kHouse).lists[3], 0u);
 }
 
 TEST_F(MeshCacheTest, TablesThatAreFullRefuseTheMesh) {
@@ -191,32 +188,26 @@ TEST_F(MeshCacheTest, TablesThatAreFullRefuseTheMesh) {
   PutTexture("texture/brick.dds");
   std::string shader;
   for (int k = 0; k < 64; ++k) shader += Shows("m" + std::to_string(k), "brick");
-  StaticObject object;
   PutShader(shader + Shows("m64", "brick"));
-  CacheMeshForObject(kHouse, object);
-  ExpectNotCached(object);
+  ExpectNotCached(kHouse);
   ClearMeshes();
   PutShader(shader);
   objectStore.textures.count = kMaxObjectTextures;
-  CacheMeshForObject(kHouse, object);
+  EXPECT_THAT(Cached(kHouse).lists, Each(0u));
   objectStore.textures.count = 0;
-  ExpectNotCached(object);
   ClearMeshes();
   objectStore.meshes.resize(kMaxCachedMeshes);
-  CacheMeshForObject(kHouse, object);
-  ExpectNotCached(object);
+  ExpectNotCached(kHouse);
   objectStore.meshes.pop_back();
-  CacheMeshForObject(kHouse, object);
-  EXPECT_EQ(object.meshIndex, kMaxCachedMeshes - 1);
+  EXPECT_EQ(Cached(kHouse).meshIndex, kMaxCachedMeshes - 1);
   EXPECT_EQ(References(), 64);
 }
 
 TEST_F(MeshCacheTest, ClearingTheMeshesLeavesNothingBehind) {
-  Put("standardMesh/house_m1.sm", StandardMeshBytes{}.Get());
+  PutHouse();
   PutShader(Shows("wall", "wall"));
   PutTexture("texture/wall.dds");
-  StaticObject object;
-  CacheMeshForObject(kHouse, object);
+  Cached(kHouse);
   const auto texture = AcquireObjectTexture("wall");
   ASSERT_TRUE(texture);
   ClearMeshes();
@@ -244,9 +235,8 @@ TEST_F(MeshCacheTest, EveryObjectOfTheSampleGameGetsItsMeshAndTextures) {
   objectStore.catalogue = ParseObjectList(list);
   int entry = 0;
   for (const sample::ObjectKind& kind : sample::ObjectKinds()) {
-    StaticObject object;
-    CacheMeshForObject(entry, object);
     SCOPED_TRACE(kind.name);
+    const StaticObject object = Cached(entry);
     EXPECT_EQ(object.meshIndex, entry++);
     EXPECT_TRUE(object.lists[0] != 0 && object.lists[3] != 0);
     const CachedMesh& mesh = objectStore.meshes.back();

@@ -63,8 +63,8 @@ TEST(MeshFiles, AreReadAsFarAsTheEditorShowsThem) {
   const std::pair<const char*, Bytes> standard[] = {
       {"version 9", StandardMeshBytes{.version = 9}.Get()},
       {"the first of three collision meshes",
-       StandardMeshBytes{.collisions = {SizedCollision(2, 3), MeshBytes().Number(5).Junk(5).Get(),
-                                        SizedCollision(9, 0)}}
+       StandardMeshBytes{
+           .collisions = {SizedCollision(2, 3), Joined(5u, Junk{5}), SizedCollision(9, 0)}}
            .Get()},
       {"neither collision mesh nor detail", StandardMeshBytes{.collisions = {}, .levels = 0}.Get()},
       {"later levels of detail are not read", laterLevels},
@@ -82,13 +82,11 @@ TEST(MeshFiles, AreReadAsFarAsTheEditorShowsThem) {
     told += std::string(title) + '\n' + Told(ReadStandardMesh(bytes));
 
   // A root whose first child has both children and whose second child has a second one only.
-  MeshBytes part = TreeMeshBytes::CollisionPart(2);
-  part.Append(TreeMeshBytes::Node(3).Byte(1).Get());
-  part.Append(TreeMeshBytes::Node(0).Byte(1).Get());
-  part.Append(TreeMeshBytes::Node(1).Byte(0).Byte(0).Get()).Byte(9);
-  part.Append(TreeMeshBytes::Node(2).Byte(0).Byte(0).Get()).Byte(1);
-  part.Append(TreeMeshBytes::Node(0).Byte(0).Byte(1).Get());
-  part.Append(TreeMeshBytes::Node(0).Byte(0).Byte(0).Get());
+  constexpr Byte kYes = 1, kNo = 0;
+  const auto node = TreeMeshBytes::Node;
+  const Bytes searchTree =
+      Joined(TreeMeshBytes::CollisionPart(2), node(3), kYes, node(0), kYes, node(1), kNo, kNo,
+             Byte{9}, node(2), kNo, kNo, kYes, node(0), kNo, kYes, node(0), kNo, kNo);
   TreeMeshBytes fullGroup, longGroup, pastEnd, farPastEnd;
   fullGroup.groups[3].resize(24);
   longGroup.groups[3].resize(25);
@@ -96,7 +94,7 @@ TEST(MeshFiles, AreReadAsFarAsTheEditorShowsThem) {
   farPastEnd.groups[1] = {{0xFFFFFFFF, 0xFFFFFFFF, "bark"}};
   const std::pair<const char*, Bytes> trees[] = {
       {"a tree", TreeMeshBytes{}.Get()},
-      {"with a search tree", TreeMeshBytes{.collision = part.Get()}.Get()},
+      {"with a search tree", TreeMeshBytes{.collision = searchTree}.Get()},
       {"of another version", TreeMeshBytes{.version = 4}.Get()},
       {"24 items in a group", fullGroup.Get()},
       {"25 items in a group", longGroup.Get()},
@@ -157,26 +155,23 @@ TEST(MeshFiles, EveryMeshOfTheSampleGameIsReadAsItWasBuilt) {
 
 TEST(MeshFiles, ADeepSearchTreeIsPassedOver) {
   constexpr int kDepth = 200000;
-  MeshBytes part = TreeMeshBytes::CollisionPart(0);
-  for (int k = 0; k < kDepth; ++k) part.Append(TreeMeshBytes::Node(0).Byte(1).Get());
-  part.Append(TreeMeshBytes::Node(0).Byte(0).Byte(0).Get());
-  for (int k = 0; k < kDepth; ++k) part.Byte(0);
-  EXPECT_TRUE(ReadTreeMesh(TreeMeshBytes{.collision = part.Get()}.Get()));
+  Bytes part = TreeMeshBytes::CollisionPart(0);
+  for (int k = 0; k < kDepth; ++k) Append(part, TreeMeshBytes::Node(0), Byte{1});
+  Append(part, TreeMeshBytes::Node(0), Byte{0}, Byte{0});
+  part.resize(part.size() + kDepth);
+  EXPECT_TRUE(ReadTreeMesh(TreeMeshBytes{.collision = part}.Get()));
 }
 
 TEST(MeshFiles, CutShortAreRefused) {
   const Bytes standard = StandardMeshBytes{.collisions = {SizedCollision(1, 1)}}.Get();
-  ASSERT_TRUE(ReadStandardMesh(standard));
-  for (std::size_t size = 0; size < standard.size(); ++size) {
+  const Bytes tree = TreeMeshBytes{.collision = Joined(TreeMeshBytes::CollisionPart(1),
+                                                       TreeMeshBytes::Node(2), Byte{0}, Byte{0})}
+                         .Get();
+  ASSERT_TRUE(ReadStandardMesh(standard) && ReadTreeMesh(tree));
+  for (std::size_t size = 0; size < standard.size(); ++size)
     EXPECT_FALSE(ReadStandardMesh(std::span(standard).first(size))) << size;
-  }
-  MeshBytes part = TreeMeshBytes::CollisionPart(1);
-  part.Append(TreeMeshBytes::Node(2).Byte(0).Byte(0).Get());
-  const Bytes tree = TreeMeshBytes{.collision = part.Get()}.Get();
-  ASSERT_TRUE(ReadTreeMesh(tree));
-  for (std::size_t size = 0; size < tree.size(); ++size) {
+  for (std::size_t size = 0; size < tree.size(); ++size)
     EXPECT_FALSE(ReadTreeMesh(std::span(tree).first(size))) << size;
-  }
 }
 
 TEST(MeshFiles, NoNumberOfAFileIsTrusted) {

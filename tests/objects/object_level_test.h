@@ -64,24 +64,6 @@ class ObjectLevelTest : public LevelArchiveTest {
     object.treeItem = InsertItem(levelTree.fixed.standardMeshes, name);
     return objectStore.objects.emplace_back(object);
   }
-  static ObjectSpawn& AddObjectSpawn(const Vector3& position) {
-    EntityTables& table = entities.Of(EntityKind::ObjectSpawn);
-    if (table.templates.empty()) {
-      auto spawner = std::make_unique<ObjectSpawnTemplate>();
-      spawner->name = "tank";
-      spawner->modes = kModeConquest;
-      table.templates.push_back(std::move(spawner));
-    }
-    auto spawn = std::make_unique<ObjectSpawn>();
-    spawn->name = "tank";
-    spawn->templateIndex = 0;
-    spawn->modes = kModeConquest;
-    spawn->position = position;
-    spawn->treeItem = InsertItem(levelTree.fixed.objectSpawns, "tank (CQ)");
-    table.instances.push_back(std::move(spawn));
-    return static_cast<ObjectSpawn&>(*table.instances.back());
-  }
-
   static SpawnInstance& Placed(EntityKind kind, std::size_t i) {
     return *entities.Of(kind).instances.at(i);
   }

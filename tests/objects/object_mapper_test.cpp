@@ -15,7 +15,7 @@ class ObjectMapperTest : public ObjectLevelTest {
   ObjectMapperTest()
       : hut(AddObject("hut", {100, 0, 100})),
         oak(AddObject("oak", {200, 0, 100})),
-        vehicle(AddObjectSpawn({300, 0, 100})) {}
+        vehicle((AddVehicleTemplate(), DropVehicle(300, 100))) {}
   static void HoverObject(int index) {
     objectStore.lastHoveredObject = index;
     entities.hovered = {};
@@ -175,7 +175,7 @@ TEST_F(ObjectMapperTest, TheTranslateToolSelectsWhatItIsPressedOnAndMovesItAtOnc
 }
 
 TEST_F(ObjectMapperTest, DeletingTakesObjectsAndEntitiesWithTheirItems) {
-  AddObjectSpawn({310, 0, 100});
+  DropVehicle(310, 100);
   Select({&hut, &vehicle});
   levelTree.view.remove = [](TreeItem) { EXPECT_TRUE(levelTree.suppressObjectSelection); };
   story.Do("the selected ones", DeleteSelected);
@@ -184,8 +184,8 @@ TEST_F(ObjectMapperTest, DeletingTakesObjectsAndEntitiesWithTheirItems) {
   story.Do("none", DeleteSelected);
   AddObject("hut", {1, 2, 3}).selected = true;
   RefreshTreeItems();
-  const TreeItem tank = ObjectTemplate(0).treeItem, oakItem = objectStore.objects[0].treeItem;
-  const std::vector<TreeItem> items{tank, oakItem, Vehicle(0).treeItem};
+  const TreeItem from = ObjectTemplate(0).treeItem, oakItem = objectStore.objects[0].treeItem;
+  const std::vector<TreeItem> items{from, oakItem, Vehicle(0).treeItem};
   story.Do("chosen in the tree", [&] { EXPECT_TRUE(SelectByTreeItems(items)); });
   story.Do("deleted in the tree", [&] { DeleteByTreeItems(items); });
   story.Do("chosen when they are gone", [&] { EXPECT_FALSE(SelectByTreeItems(items)); });
@@ -199,7 +199,7 @@ TEST_F(ObjectMapperTest, PastedCopiesKeepTheirArrangementAtWholeUnits) {
   hut.scaleGiven = hut.colorGiven = true;
   oak.position = {110.75f, 0, 104.5f};
   vehicle.position = {106, 0, 102};
-  AddObjectSpawn({1, 2, 3});
+  DropVehicle(1, 3);
   Select({&hut, &oak, &vehicle});
   CopySelected();
   hut.scale = hut.rotation = {};

@@ -62,7 +62,8 @@ TEST_F(StaticObjectsTest, EverythingIsSetOnTheGroundAndCleared) {
   MakeFlatGround();
   SetHeight(10, 20, 200);
   AddObject("hut", {kSide - 10 * terrain.cellSize - 1, 500, 20 * terrain.cellSize + 1});
-  AddObjectSpawn({500, -3, 500});
+  AddVehicleTemplate();
+  DropVehicle(500, 500);
   story.Do("set on the ground", SnapAllToGround);
   objectStore.objects[0].selected = true;
   objectStore.lastHoveredObject = 0;
