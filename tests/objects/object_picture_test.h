@@ -141,7 +141,6 @@ class ObjectPictureTest : public SandboxTest {
   static std::size_t Count(const DrawnPicture& picture, const PictureColour& colour) {
     return CountColour(picture, colour[0], colour[1], colour[2]);
   }
-  void ExpectNothingDrawn() { EXPECT_EQ(Count(Draw(), kSky), kWidth * kHeight); }
 
   unsigned texture_ = 0;
 
