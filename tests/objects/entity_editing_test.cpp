@@ -9,9 +9,6 @@
 namespace mw {
 namespace {
 
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
-
 using EntityEditingTest = ObjectLevelTest;
 
 void AddSpawnGroup(std::int32_t id) {
@@ -85,32 +82,33 @@ TEST_F(EntityEditingTest, TheNearestControlPointIsFoundWithin4000WholeUnits) {
 
 TEST_F(EntityEditingTest, FullTablesRefuseDropsWithTheirMessage) {
   AddVehicleTemplate();
-  for (const EntityKind kind : kEntityKinds) {
-    while (entities.Of(kind).instances.size() < kMaxInstances)
-      entities.Of(kind).instances.push_back(std::make_unique<SoldierSpawn>());
+  const auto expectRefused = [](const std::function<void()>& act, const char* records) {
+    const auto size = [] {
+      std::size_t all = entities.spawnGroups.size();
+      for (const EntityTables& table : entities.tables)
+        all += table.templates.size() + table.instances.size();
+      return all;
+    };
+    const std::size_t before = size();
+    Answer({PromptAnswer::Ok});
+    act();
+    EXPECT_EQ(size(), before);
+    ExpectPrompts({"Error: Too many " + std::string(records) + " templates. (Stop)"});
+  };
+  for (EntityTables& table : entities.tables) {
+    while (table.instances.size() < kMaxInstances)
+      table.instances.push_back(std::make_unique<SoldierSpawn>());
   }
-  scripted::script.answers.assign(5, PromptAnswer::Ok);
-  DropNewEntity(EntityKind::SoldierSpawn);
-  DropNewEntity(EntityKind::ControlPoint);
-  EXPECT_FALSE(DropTemplateAt(0));
-  EXPECT_THAT(Templates(EntityKind::SoldierSpawn), IsEmpty());
-  EXPECT_THAT(Templates(EntityKind::ControlPoint), IsEmpty());
-  EXPECT_THAT(entities.spawnGroups, IsEmpty());
-  for (const EntityKind kind : kEntityKinds) {
-    EXPECT_THAT(entities.Of(kind).instances, SizeIs(kMaxInstances));
-    while (Templates(kind).size() < kMaxTemplates)
-      Templates(kind).push_back(std::make_unique<ObjectSpawnTemplate>());
+  expectRefused([] { DropNewEntity(EntityKind::SoldierSpawn); }, "soldier spawn");
+  expectRefused([] { DropNewEntity(EntityKind::ControlPoint); }, "control point");
+  expectRefused([] { EXPECT_FALSE(DropTemplateAt(0)); }, "object spawn");
+  for (EntityTables& table : entities.tables) {
+    table.instances.clear();
+    while (table.templates.size() < kMaxTemplates)
+      table.templates.push_back(std::make_unique<ObjectSpawnTemplate>());
   }
-  AddObjectSpawnTemplate();
-  EXPECT_THAT(Templates(EntityKind::ObjectSpawn), SizeIs(kMaxTemplates));
-  entities.Of(EntityKind::SoldierSpawn).instances.clear();
-  DropNewEntity(EntityKind::SoldierSpawn);
-  EXPECT_THAT(entities.Of(EntityKind::SoldierSpawn).instances, IsEmpty());
-  ExpectPrompts({"Error: Too many soldier spawn templates. (Stop)",
-                 "Error: Too many control point templates. (Stop)",
-                 "Error: Too many object spawn templates. (Stop)",
-                 "Error: Too many object spawn templates. (Stop)",
-                 "Error: Too many soldier spawn templates. (Stop)"});
+  expectRefused(AddObjectSpawnTemplate, "object spawn");
+  expectRefused([] { DropNewEntity(EntityKind::SoldierSpawn); }, "soldier spawn");
 }
 
 TEST_F(EntityEditingTest, DeletingTakesAlongWhatNothingElseUses) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
-#include <set>
 #include <sstream>
 #include <utility>
 #include <vector>
@@ -111,16 +110,15 @@ std::vector<std::string> Listing() {
 }
 
 // Those that `others` has not, each as often as it has more of them.
-std::string Missing(const std::vector<std::string>& lines, const std::vector<std::string>& others,
+std::string Missing(const std::vector<std::string>& lines, std::vector<std::string> others,
                     const char* mark) {
-  std::multiset<std::string> left(others.begin(), others.end());
   std::string missing;
   for (const std::string& line : lines) {
-    const auto same = left.find(line);
-    if (same == left.end()) {
+    const auto same = std::ranges::find(others, line);
+    if (same == others.end()) {
       missing += mark + line + '\n';
     } else {
-      left.erase(same);
+      others.erase(same);
     }
   }
   return missing;

@@ -1,12 +1,21 @@
 #include "objects/mesh_cache.h"
 
+#include <GL/gl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "objects/content_test.h"
+#include "bench/plain/gl_context.h"
+#include "data/archive.h"
+#include "data/data_state.h"
+#include "data/mod_config.h"
+#include "objects/level_tree.h"
+#include "objects/mesh_bytes.h"
 #include "objects/object_catalogue.h"
-#include "sample/mesh_files.h"
-#include "sample/objects.h"
+#include "objects/object_store.h"
+#include "objects/object_textures.h"
+#include "objects/objects_state.h"
+#include "support/dds_file.h"
+#include "support/sandbox.h"
 
 namespace mw {
 namespace {
@@ -17,6 +26,49 @@ using ::testing::SizeIs;
 using Rgb = std::array<int, 3>;
 
 constexpr Rgb kRedSeen{255, 0, 0}, kBlueSeen{0, 0, 255}, kWhiteSeen{255, 255, 255}, kNothing{};
+
+// A game whose content archive holds meshes, shaders and textures that the test puts into it, and a
+// 3D view to load them for.
+class ContentTest : public SandboxTest {
+ protected:
+  static constexpr std::uint16_t kRed = 0xF800, kBlue = 0x001F;
+
+  void SetUp() override {
+    if (!OpenTestGl(8, 8)) GTEST_SKIP() << TestGlError();
+    ResetDataState();
+    ResetObjectsState();
+    modConfig.GamePath = GameFolder();
+    modConfig.StandardMeshPath = "Mods\\varnhold\\standardMesh";
+    modConfig.TreeMeshPath = "Mods\\varnhold\\treeMesh\\";
+    modConfig.TexturePath = "Mods\\varnhold\\texture";
+    content_ = archives.CreateArchive((folder / "content.vra").string());
+    BuildTree();
+  }
+  void TearDown() override {
+    ResetDataState();
+    ResetObjectsState();
+  }
+
+  void Put(std::string_view member, const Bytes& bytes) {
+    ASSERT_TRUE(content_->WriteMember(member, bytes));
+  }
+  void PutTexture(std::string_view member, std::uint16_t colour = kRed) {
+    DdsFile file;
+    file.data = UniformBlocks(1, colour);
+    Put(member, file.Bytes());
+  }
+  // Number of GL textures that meshes hold, references counted.
+  static int References() {
+    int references = 0;
+    for (const ObjectTexture& texture : objectStore.textures.slots) {
+      references += texture.references;
+    }
+    return references;
+  }
+
+ private:
+  Archive* content_ = nullptr;
+};
 
 class MeshCacheTest : public ContentTest {
  protected:
@@ -218,30 +270,69 @@ TEST_F(MeshCacheTest, ClearingTheMeshesLeavesNothingBehind) {
   EXPECT_THAT(Draw(objectStore.preview.mesh), Each(kNothing));
 }
 
-TEST_F(MeshCacheTest, EveryObjectOfTheSampleGameGetsItsMeshAndTextures) {
-  std::string list;
-  for (const sample::ObjectKind& object : sample::ObjectKinds()) {
-    const std::string name(object.mesh);
-    list += name + (object.tree ? "=TreeMesh(" : "=StandardMesh(") + name + ")\n";
-    const sample::Mesh mesh = object.build();
-    if (object.tree) {
-      Put("treeMesh/" + name + ".tm", sample::EncodeTreeMesh(mesh));
-    } else {
-      Put("standardMesh/" + name + ".sm", sample::EncodeStandardMesh(mesh, 10));
-      Put("standardMesh/" + name + ".rs", TextBytes(sample::EncodeShader(mesh)));
-    }
-    for (const sample::MeshPart& part : mesh.parts) PutTexture("texture/" + part.material + ".dds");
+class ObjectTexturesTest : public ContentTest {
+ protected:
+  static ObjectTextureTable& Table() { return objectStore.textures; }
+  static int Slot(std::string_view name) {
+    const auto acquired = AcquireObjectTexture(name);
+    return acquired ? acquired->slot : -1;
   }
-  objectStore.catalogue = ParseObjectList(list);
-  int entry = 0;
-  for (const sample::ObjectKind& kind : sample::ObjectKinds()) {
-    SCOPED_TRACE(kind.name);
-    const StaticObject object = Cached(entry);
-    EXPECT_EQ(object.meshIndex, entry++);
-    EXPECT_TRUE(object.lists[0] != 0 && object.lists[3] != 0);
-    const CachedMesh& mesh = objectStore.meshes.back();
-    EXPECT_EQ(mesh.subshaders.size() + mesh.treeTextures.size(), kind.build().parts.size());
-  }
+};
+
+TEST_F(ObjectTexturesTest, NamesWithAndWithoutTheFolderShareOneTexture) {
+  PutTexture("texture/wall.dds");
+  PutTexture("plain.dds");
+  const auto first = AcquireObjectTexture("texture/wall");
+  const auto second = AcquireObjectTexture("Wall");
+  ASSERT_TRUE(first && second);
+  EXPECT_NE(first->texture, 0u);
+  EXPECT_EQ(second->texture, first->texture);
+  EXPECT_EQ(second->slot, first->slot);
+  EXPECT_EQ(Table().slots[0].name, "wall");
+  EXPECT_EQ(FindObjectTexture("texture/WALL"), first->texture);
+  EXPECT_EQ(References(), 2) << "finding takes no reference";
+  EXPECT_EQ(Slot("plain"), 1) << "in the other folder";
+  EXPECT_EQ(Slot("texture/plain"), 1) << "it is loaded already";
+  EXPECT_EQ(Table().count, 2);
+  modConfig.TexturePath = "Mods\\other\\texture\\";
+  PutTexture("Mods/other/texture/door.dds");
+  EXPECT_EQ(Slot("texture/door"), 2) << "a path outside the mod folders is used as it is";
+}
+
+TEST_F(ObjectTexturesTest, WhatCannotBeLoadedTakesNoSlot) {
+  const std::string tooLong = "texture/" + std::string(64, 'x');
+  Put("texture/broken.dds", Bytes(10));
+  PutTexture(tooLong + ".dds");
+  for (const std::string& name : {std::string("texture/missing"), std::string("texture/broken"),
+                                  std::string(), std::string("texture/"), tooLong})
+    EXPECT_EQ(Slot(name), -1) << name;
+  EXPECT_EQ(Table().count, 0);
+}
+
+TEST_F(ObjectTexturesTest, TheLastReferenceDeletesTheTextureAndFreesItsSlot) {
+  for (const char* name : {"texture/a.dds", "texture/b.dds", "texture/c.dds"}) PutTexture(name);
+  for (const char* name : {"a", "b", "c"}) ASSERT_GE(Slot(name), 0);
+  const auto texture = AcquireObjectTexture("b");
+  ASSERT_TRUE(texture);
+  ReleaseObjectTexture(1);
+  EXPECT_TRUE(glIsTexture(texture->texture));
+  ReleaseObjectTexture(1);
+  EXPECT_FALSE(glIsTexture(texture->texture));
+  ReleaseObjectTexture(1);
+  ReleaseObjectTexture(-1);
+  EXPECT_EQ(Table().count, 3);
+  EXPECT_EQ(FindObjectTexture(""), 0u) << "a free slot between others is no texture";
+  EXPECT_EQ(FindObjectTexture("b"), 0u);
+  ReleaseObjectTexture(2);
+  EXPECT_EQ(Table().count, 1) << "the highest used slot plus one";
+}
+
+TEST_F(ObjectTexturesTest, AFullTableStillSharesWhatItHolds) {
+  PutTexture("texture/last.dds");
+  PutTexture("texture/more.dds");
+  Table().count = kMaxObjectTextures - 1;
+  for (int times = 0; times < 2; ++times) EXPECT_EQ(Slot("last"), kMaxObjectTextures - 1);
+  EXPECT_EQ(Slot("more"), -1);
 }
 
 }  // namespace

@@ -174,14 +174,6 @@ TEST(MeshFiles, CutShortAreRefused) {
     EXPECT_FALSE(ReadTreeMesh(std::span(tree).first(size))) << size;
 }
 
-TEST(MeshFiles, NoNumberOfAFileIsTrusted) {
-  const Bytes standard = StandardMeshBytes{}.Get(), tree = TreeMeshBytes{}.Get();
-  for (std::size_t at = 0; at + 4 <= standard.size(); ++at)
-    ReadStandardMesh(WithNumberAt(standard, at, 0xFFFFFFFF));
-  for (std::size_t at = 0; at + 4 <= tree.size(); ++at)
-    ReadTreeMesh(WithNumberAt(tree, at, 0xFFFFFFFF));
-}
-
 TEST(BoxFaces, CloseTheBox) {
   const MeshSurface box = BoxFaces({-1, -2, -3}, {4, 5, 6});
   double volume = 0;  // of the tetrahedra below the faces, by the divergence theorem

@@ -2,9 +2,13 @@
 
 #include <gmock/gmock.h>
 
+#include "data/load_report.h"
 #include "objects/object_clipboard.h"
 #include "objects/object_level_test.h"
 #include "objects/object_selection.h"
+#include "objects/static_object_records.h"
+#include "objects/static_objects.h"
+#include "objects/unknown_objects.h"
 
 namespace mw {
 namespace {
@@ -29,7 +33,7 @@ class ObjectMapperTest : public ObjectLevelTest {
     HoverObject(index);
     Click();
   }
-  static void Select(std::initializer_list<Placement*> items) {
+  static void SelectAll(std::initializer_list<Placement*> items) {
     for (Placement* item : items) item->selected = true;
     ComputePivot();
     UpdateToolButtons(true);
@@ -81,27 +85,25 @@ TEST_F(ObjectMapperTest, AClickSelectsOneThingAndCtrlAddsToIt) {
 }
 
 TEST_F(ObjectMapperTest, OnlyToolsThatAreEnabledCanBeChosenAndWhatIsHiddenIsNotSelected) {
-  Press("nothing is selected", ObjectControl::RotateY);
+  using enum ObjectControl;
+  Press("nothing is selected", RotateY);
   ClickObject(0);
-  for (const ObjectControl control :
-       {ObjectControl::Translate, ObjectControl::RaiseLower, ObjectControl::RotateX,
-        ObjectControl::RotateY, ObjectControl::RotateZ, ObjectControl::ScaleWidth,
-        ObjectControl::ScaleHeight})
-    Press("tool", control);
+  for (const ObjectControl tool :
+       {Translate, RaiseLower, RotateX, RotateY, RotateZ, ScaleWidth, ScaleHeight})
+    Press("tool", tool);
   story.Do("the selection changes", [] { ClickObject(0); });
-  Select({&hut, &oak, &vehicle});
-  PressObjectControl(ObjectControl::RotateX);
-  Press("no control points", ObjectControl::ShowControlPoints);
-  Press("no soldier spawns", ObjectControl::ShowSoldierSpawns);
-  Press("no trees", ObjectControl::ShowTreeMeshes);
-  Press("no vehicles", ObjectControl::ShowObjectSpawns);
-  Press("no houses", ObjectControl::ShowStandardMeshes);
-  Press("trees", ObjectControl::ShowTreeMeshes);
-  Press("no snapping", ObjectControl::SnapToGround);
-  for (const ObjectControl control :
-       {ObjectControl::ViewCollisionMesh, ObjectControl::ViewDetailMesh,
-        ObjectControl::ViewTexturedMesh, ObjectControl::ViewBoundingBox})
-    Press("view", control);
+  SelectAll({&hut, &oak, &vehicle});
+  PressObjectControl(RotateX);
+  Press("no control points", ShowControlPoints);
+  Press("no soldier spawns", ShowSoldierSpawns);
+  Press("no trees", ShowTreeMeshes);
+  Press("no vehicles", ShowObjectSpawns);
+  Press("no houses", ShowStandardMeshes);
+  Press("trees", ShowTreeMeshes);
+  Press("no snapping", SnapToGround);
+  for (const ObjectControl view :
+       {ViewCollisionMesh, ViewDetailMesh, ViewTexturedMesh, ViewBoundingBox})
+    Press("view", view);
   story.Expect("object_controls");
 }
 
@@ -109,7 +111,7 @@ TEST_F(ObjectMapperTest, ADraggedGroupFollowsTheCursorOverTheGround) {
   MakeFlatGround();
   hut.position = {100, 0, 100};
   vehicle.position = {140, 5, 160};
-  Select({&hut, &vehicle});
+  SelectAll({&hut, &vehicle});
   PressObjectControl(ObjectControl::Translate);
   DragTo("to 500, 600", 500, 600);
   PressObjectControl(ObjectControl::SnapToGround);
@@ -123,7 +125,7 @@ TEST_F(ObjectMapperTest, ADraggedGroupFollowsTheCursorOverTheGround) {
 
 TEST_F(ObjectMapperTest, PixelsUpRaiseAndTurn) {
   MakeFlatGround();
-  Select({&hut, &vehicle});
+  SelectAll({&hut, &vehicle});
   PressObjectControl(ObjectControl::RaiseLower);
   hut.position.y = vehicle.position.y = 100;
   DragUp("raised", 20);
@@ -176,7 +178,7 @@ TEST_F(ObjectMapperTest, TheTranslateToolSelectsWhatItIsPressedOnAndMovesItAtOnc
 
 TEST_F(ObjectMapperTest, DeletingTakesObjectsAndEntitiesWithTheirItems) {
   DropVehicle(310, 100);
-  Select({&hut, &vehicle});
+  SelectAll({&hut, &vehicle});
   levelTree.view.remove = [](TreeItem) { EXPECT_TRUE(levelTree.suppressObjectSelection); };
   story.Do("the selected ones", DeleteSelected);
   levelTree.view.remove = [](TreeItem) {};
@@ -200,7 +202,7 @@ TEST_F(ObjectMapperTest, PastedCopiesKeepTheirArrangementAtWholeUnits) {
   oak.position = {110.75f, 0, 104.5f};
   vehicle.position = {106, 0, 102};
   DropVehicle(1, 3);
-  Select({&hut, &oak, &vehicle});
+  SelectAll({&hut, &oak, &vehicle});
   CopySelected();
   hut.scale = hut.rotation = {};
   hut.selected = false;
@@ -223,6 +225,69 @@ TEST_F(ObjectMapperTest, APasteIntoAFullTableSaysSoOnce) {
   PasteCopied(0, 0);
   EXPECT_EQ(objectStore.objects.size(), 2048u);
   ExpectPrompts({"Maximum number of objects exceeded"});
+}
+
+using StaticObjectsTest = ObjectLevelTest;
+
+TEST_F(StaticObjectsTest, ObjectsArePlacedAndDeleted) {
+  CachedMesh& mesh = objectStore.meshes.emplace_back();
+  mesh.name = "oak";
+  mesh.lists = {1, 2, 3, 4};
+  PutCursorOver(200, 7, 300);
+  objectStore.showTreeMeshes = false;
+  story.Do("one of a cached mesh", [] { EXPECT_TRUE(AddStaticObjectFromCache(0)); });
+  story.Do("one of no mesh", [] { EXPECT_FALSE(AddStaticObjectFromCache(1)); });
+  story.Do("one by its name", [] { EXPECT_TRUE(PlaceStaticObject("Oak", 10, 20, {1, 2, 3})); });
+  story.Do("a name that is none", [] { EXPECT_FALSE(PlaceStaticObject("elm", 1, 1, {})); });
+  objectStore.hoveredObject = objectStore.lastHoveredObject = 1;
+  levelTree.view.remove = [](TreeItem) {
+    EXPECT_EQ(objectStore.objects.size(), 1u) << "the tree may choose the next object meanwhile";
+  };
+  story.Do("the selected one is deleted", [] { DeleteStaticObject(0); });
+  levelTree.view.remove = [](TreeItem) {};
+  story.Do("one that is not there", [] { DeleteStaticObject(7); });
+  const TreeItem item = objectStore.objects[0].treeItem;
+  EXPECT_EQ(FindObjectByTreeItem(item), 0);
+  EXPECT_EQ(FindObjectByTreeItem(item + 1), -1);
+  EXPECT_EQ(FindObjectByTreeItem(0), -1);
+  objectStore.objects.resize(kMaxStaticObjects - 1, objectStore.objects[0]);
+  EXPECT_TRUE(PlaceStaticObject("oak", 1, 1, {}));
+  story.Do("more than there may be", [] {
+    EXPECT_FALSE(AddStaticObjectFromCache(0));
+    EXPECT_FALSE(PlaceStaticObject("oak", 1, 1, {}));
+  });
+  story.Expect("placed_objects");
+}
+
+TEST_F(StaticObjectsTest, ObjectsFollowTheCatalogueAndUnknownOnesAreReported) {
+  for (const char* name : {"shed", "hut", "Shed", "mill"})
+    AppendStaticObject(NewStaticObject(name));
+  const auto report = [] {
+    BeginLoadReport();
+    NoteUnknownObjects();
+    EndLoadReport();
+  };
+  story.Do("report", report);
+  story.Do("a catalogue with sheds",
+           [this] { LoadCatalogue("[X]\ndefault=StandardMesh(box)\nshed=TreeMesh(shed_m1)\n"); });
+  for (int i = 0; i < 20; ++i) AppendStaticObject(NewStaticObject("hall" + std::to_string(i)));
+  story.Do("report of many", report);
+  story.Expect("unknown_objects");
+}
+
+TEST_F(StaticObjectsTest, EverythingIsSetOnTheGroundAndCleared) {
+  MakeFlatGround();
+  SetHeight(10, 20, 200);
+  AddObject("hut", {kSide - 10 * terrain.cellSize - 1, 500, 20 * terrain.cellSize + 1});
+  AddVehicleTemplate();
+  DropVehicle(500, 500);
+  story.Do("set on the ground", SnapAllToGround);
+  objectStore.objects[0].selected = true;
+  objectStore.lastHoveredObject = 0;
+  objectStore.tool = ObjectTool::RotateX;
+  objectStore.toolsEnabled = editor.somethingCopied = true;
+  story.Do("cleared", ClearAllObjects);
+  story.Expect("cleared_objects");
 }
 
 }  // namespace
