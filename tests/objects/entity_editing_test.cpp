@@ -81,34 +81,28 @@ TEST_F(EntityEditingTest, TheNearestControlPointIsFoundWithin4000WholeUnits) {
 }
 
 TEST_F(EntityEditingTest, FullTablesRefuseDropsWithTheirMessage) {
-  AddVehicleTemplate();
-  const auto expectRefused = [](const std::function<void()>& act, const char* records) {
-    const auto size = [] {
-      std::size_t all = entities.spawnGroups.size();
-      for (const EntityTables& table : entities.tables)
-        all += table.templates.size() + table.instances.size();
-      return all;
-    };
-    const std::size_t before = size();
-    Answer({PromptAnswer::Ok});
-    act();
-    EXPECT_EQ(size(), before);
-    ExpectPrompts({"Error: Too many " + std::string(records) + " templates. (Stop)"});
-  };
-  for (EntityTables& table : entities.tables) {
-    while (table.instances.size() < kMaxInstances)
-      table.instances.push_back(std::make_unique<SoldierSpawn>());
+  for (const bool templatesAreFull : {false, true}) {
+    AddVehicleTemplate();
+    for (EntityTables& table : entities.tables) {
+      while (!templatesAreFull && table.instances.size() < kMaxInstances)
+        table.instances.push_back(std::make_unique<SoldierSpawn>());
+      while (templatesAreFull && table.templates.size() < kMaxTemplates)
+        table.templates.push_back(std::make_unique<ObjectSpawnTemplate>());
+    }
+    Answer({PromptAnswer::Ok, PromptAnswer::Ok, PromptAnswer::Ok});
+    DropNewEntity(EntityKind::SoldierSpawn);
+    DropNewEntity(EntityKind::ControlPoint);
+    EXPECT_FALSE(templatesAreFull ? (AddObjectSpawnTemplate(), false) : DropTemplateAt(0));
+    ExpectPrompts({"Error: Too many soldier spawn templates. (Stop)",
+                   "Error: Too many control point templates. (Stop)",
+                   "Error: Too many object spawn templates. (Stop)"});
+    EXPECT_THAT(entities.spawnGroups, ::testing::IsEmpty());
+    for (EntityTables& table : entities.tables) {
+      EXPECT_LE(table.templates.size(), templatesAreFull ? kMaxTemplates : 1);
+      EXPECT_EQ(table.instances.size(), templatesAreFull ? 0 : kMaxInstances);
+      table.instances.clear();
+    }
   }
-  expectRefused([] { DropNewEntity(EntityKind::SoldierSpawn); }, "soldier spawn");
-  expectRefused([] { DropNewEntity(EntityKind::ControlPoint); }, "control point");
-  expectRefused([] { EXPECT_FALSE(DropTemplateAt(0)); }, "object spawn");
-  for (EntityTables& table : entities.tables) {
-    table.instances.clear();
-    while (table.templates.size() < kMaxTemplates)
-      table.templates.push_back(std::make_unique<ObjectSpawnTemplate>());
-  }
-  expectRefused(AddObjectSpawnTemplate, "object spawn");
-  expectRefused([] { DropNewEntity(EntityKind::SoldierSpawn); }, "soldier spawn");
 }
 
 TEST_F(EntityEditingTest, DeletingTakesAlongWhatNothingElseUses) {
@@ -137,6 +131,7 @@ TEST_F(EntityEditingTest, DeletingTakesAlongWhatNothingElseUses) {
   }
   story.Do("unused templates", RemoveUnusedTemplates);
   story.Do("none is left", RemoveUnusedTemplates);
+  entities.hovered = {EntityKind::SoldierSpawn, 0};
   story.Do("everything", ClearAllEntities);
   EXPECT_EQ(levelTree.items.size(), 17u) << "the fixed items";
   story.Expect("deleted_entities");

@@ -62,6 +62,8 @@ TEST_F(EntitySheetsTest, WhatIsEnteredIsStoredCleanedAndShown) {
   RefreshTreeItems();
   Edit("vehicle", "OsID: 0; Team: 2; Pos: 7 8 9; Rot: 1 2 3; Game Modes: TDM",
        [] { Vehicle(0).Edit(); });
+  DropVehicle(140, 100);
+  Edit("another one to the same mode", "Game Modes: TDM", [] { Vehicle(2).Edit(); });
   SetModeFilter(kModeConquest);
   DropControlPoint(800, 800);
   SetModeFilter(kAllModes);

@@ -20,10 +20,8 @@
 namespace mw {
 namespace {
 
-std::string Text(const Vector3& v) {
-  std::ostringstream text;
-  text << v.x << '/' << v.y << '/' << v.z;
-  return text.str();
+std::ostream& operator<<(std::ostream& out, const Vector3& v) {
+  return out << v.x << '/' << v.y << '/' << v.z;
 }
 
 // The script commands of a record, without what stands before their points.
@@ -42,69 +40,71 @@ std::string CommandsOf(const Record& record) {
   return NameWithModes("", record.modes) + ": " + commands;
 }
 
-void ListEntities(std::vector<std::string>& lines) {
+void ListEntities(std::ostream& out) {
   for (const EntityKind kind : kEntityKinds) {
     const std::string name = kind == EntityKind::SoldierSpawn  ? "soldier spawn"
                              : kind == EntityKind::ObjectSpawn ? "object spawn"
                                                                : "control point";
-    for (const auto& made : entities.Of(kind).templates) {
-      lines.push_back(name + " template of group " + std::to_string(made->group) +
-                      CommandsOf(*made));
-    }
+    for (const auto& made : entities.Of(kind).templates)
+      out << name << " template of group " << made->group << CommandsOf(*made) << '\n';
     for (const auto& placed : entities.Of(kind).instances) {
       const SpawnTemplate* const from = TemplateOf(*placed);
-      lines.push_back(name + CommandsOf(*placed) + ", from " +
-                      (from ? NameWithModes(from->name, from->modes) : "no template") +
-                      (placed->selected ? ", selected" : ""));
+      out << name << CommandsOf(*placed) << ", from "
+          << (from ? NameWithModes(from->name, from->modes) : "no template")
+          << (placed->selected ? ", selected\n" : "\n");
     }
   }
   for (const SpawnGroup& group : entities.spawnGroups)
-    lines.push_back("spawn group" + CommandsOf(group));
-  lines.push_back("next spawn id " + std::to_string(entities.nextSpawnId));
+    out << "spawn group" << CommandsOf(group) << '\n';
+  out << "next spawn id " << entities.nextSpawnId << '\n';
 }
 
-void ListObjects(std::vector<std::string>& lines) {
+void ListObjects(std::ostream& out) {
   for (const StaticObject& object : objectStore.objects) {
-    lines.push_back(
-        "object " + object.name.String() + " at " + Text(object.position) + " turned " +
-        Text(object.rotation) + (object.scaleGiven ? " scaled " + Text(object.scale) : "") +
-        (object.colorGiven ? " coloured " + Text(object.colour) : "") + ", entry " +
-        std::to_string(object.catalogueIndex) + (object.unknown ? ", unknown" : "") + ", mesh " +
-        std::to_string(object.meshIndex) + (object.lists.back() != 0 ? " with its picture" : "") +
-        (object.selected ? ", selected" : ""));
+    out << "object " << object.name.String() << " at " << object.position << " turned "
+        << object.rotation;
+    if (object.scaleGiven) out << " scaled " << object.scale;
+    if (object.colorGiven) out << " coloured " << object.colour;
+    out << ", entry " << object.catalogueIndex << (object.unknown ? ", unknown" : "") << ", mesh "
+        << object.meshIndex << (object.lists.back() != 0 ? " with its picture" : "")
+        << (object.selected ? ", selected\n" : "\n");
   }
 }
 
-void ListTree(std::vector<std::string>& lines) {
+void ListTree(std::ostream& out) {
   for (const auto& [item, record] : std::map(levelTree.items.begin(), levelTree.items.end())) {
     if (record.children.empty()) continue;
-    std::string line = "tree, " + NumberedText(item) + ":";
-    for (const TreeItem child : record.children) line += " | " + NumberedText(child);
-    lines.push_back(line);
+    out << "tree, " << NumberedText(item) << ':';
+    for (const TreeItem child : record.children) out << " | " << NumberedText(child);
+    out << '\n';
   }
+}
+
+void ListReport(std::ostream& out) {
+  for (std::size_t i = 0; i < openLevel.loadReport.parts.size(); ++i) {
+    const auto part = static_cast<LevelPart>(i);
+    if (!MayWrite(part)) out << "kept on disk: " << NameOf(part) << '\n';
+  }
+  for (const std::string& line : openLevel.loadReport.lines) out << "report: " << line << '\n';
 }
 
 std::vector<std::string> Listing() {
-  std::vector<std::string> lines;
-  ListEntities(lines);
-  ListObjects(lines);
-  ListTree(lines);
+  std::stringstream text;
+  ListEntities(text);
+  ListObjects(text);
+  ListTree(text);
   const ObjectStore& store = objectStore;
-  std::ostringstream rest;
-  rest << "tool " << static_cast<int>(store.tool) << (store.toolsEnabled ? " of all" : "")
+  text << "tool " << static_cast<int>(store.tool) << (store.toolsEnabled ? " of all" : "")
        << "\nshown: objects " << store.showStandardMeshes << store.showTreeMeshes << ", entities "
        << store.showObjectSpawns << store.showSoldierSpawns << store.showControlPoints
        << NameWithModes("", entities.ModeFilter) << "\nsnaps " << store.snapToGround
        << ", view mode " << static_cast<int>(store.viewMode) << "\nhovered object "
-       << store.lastHoveredObject << "\nsomething copied " << editor.somethingCopied << "\npivot "
-       << store.SelectionPivot.x << ' ' << store.SelectionPivot.z << "\ncamera at "
-       << Text(camera.position) << ", pitch " << camera.pitch;
-  for (std::size_t i = 0; i < openLevel.loadReport.parts.size(); ++i) {
-    const auto part = static_cast<LevelPart>(i);
-    if (!MayWrite(part)) rest << "\nkept on disk: " << NameOf(part);
-  }
-  for (const std::string& line : openLevel.loadReport.lines) rest << "\nreport: " << line;
-  std::istringstream text(rest.str());
+       << store.lastHoveredObject << ", entity " << entities.hovered.index << "\nsomething copied "
+       << editor.somethingCopied << "\npivot " << store.SelectionPivot.x << ' '
+       << store.SelectionPivot.z << "\ncamera at " << camera.position << ", pitch " << camera.pitch
+       << '\n';
+  ListReport(text);
+  std::vector<std::string> lines;
   for (std::string line; std::getline(text, line);) lines.push_back(line);
   return lines;
 }

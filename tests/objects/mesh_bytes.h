@@ -57,12 +57,13 @@ std::uint32_t CountOf(const Items& items) {
 
 inline const Bytes kMeshBox = Joined(-1.f, -2.f, -3.f, 4.f, 5.f, 6.f);
 
-// A triangle in the plane z = 0: its corners are (0, 0), (1, 0) and (0, 1), each times `size`.
+// Both sides of a triangle in the plane z = 0: its corners are (0, 0), (1, 0) and (0, 1), each
+// times `size`.
 inline Bytes CollisionTriangle(float size) {
   Bytes mesh = Joined(3u);
   for (const auto& [x, y] : {std::pair{0.f, 0.f}, {size, 0.f}, {0.f, size}})
     Append(mesh, x, y, 0.f, Junk{4});
-  Append(mesh, 1u, std::vector<Short>{0, 1, 2, 0xA5A5});
+  Append(mesh, 2u, std::vector<Short>{0, 1, 2, 0xA5A5, 2, 1, 0, 0xA5A5});
   return mesh;
 }
 

@@ -78,13 +78,13 @@ class ObjectPictureTest : public SandboxTest {
     return AddSceneObject(AddSceneEntry(kind, {-2, 0, -2}, {2, 3, 2}), box_, at);
   }
   static MeshListId MakeMesh(const MeshSurface& surface) { return MakeSceneMesh({&surface, 1}); }
-  static MeshListId MakeLine(const Vector3& from, const Vector3& to) {
+  static MeshSurface Line(const Vector3& from, const Vector3& to) {
     MeshSurface line;
     line.kind = MeshSurface::Kind::Lines;
     line.lineWidth = 3;
     line.vertices = {{from}, {to}};
     line.indices = {0, 1};
-    return MakeMesh(line);
+    return line;
   }
 
   void Begin(const SceneCamera& from) {

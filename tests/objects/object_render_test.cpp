@@ -84,14 +84,10 @@ TEST_F(ObjectRenderTest, ManyObjectsLookAsDrawnOneByOne) {
 
 TEST_F(ObjectRenderTest, MeshesFinerThanThePixelsLookAsDrawnWhole) {
   const MeshSurface ball = Ball(300, 2, texture_);
-  MeshSurface above = Ball(300, 1, 0), line;
+  MeshSurface above = Ball(300, 1, 0);
   for (MeshVertex& vertex : above.vertices) vertex.position.y += 4;
-  line.kind = MeshSurface::Kind::Lines;
-  line.lineWidth = 3;
-  line.vertices = {{{-5, 1, 0}}, {{5, 1, 0}}};
-  line.indices = {0, 1};
   const MeshListId two = MakeSceneMesh(std::array{ball, above});
-  const MeshListId withLine = MakeSceneMesh(std::array{ball, line});
+  const MeshListId withLine = MakeSceneMesh(std::array{ball, Line({-5, 1, 0}, {5, 1, 0})});
   const int entry = AddSceneEntry(MeshKind::StandardMesh, {-200, -200, -200}, {200, 200, 200});
   for (int k = 0; k < 120; ++k) {
     // Near and far ones by turns.
@@ -113,7 +109,7 @@ TEST_F(ObjectRenderTest, MeshesFinerThanThePixelsLookAsDrawnWhole) {
 
 TEST_F(ObjectRenderTest, TheViewModeChoosesThePicture) {
   StaticObject& letter = AddLetter(Place(0, 0, 0));
-  letter.lists[1] = MakeLine({-5, 1, 0}, {5, 1, 0});
+  letter.lists[1] = MakeMesh(Line({-5, 1, 0}, {5, 1, 0}));
   letter.lists[2] = 0;                              // no picture: nothing is drawn
   AddLetter(Place(0, 0, 0)).boxColour = {1, 2, 3};  // what stands in the first is hidden by it
   objectStore.objects[1].lists = letter.lists;
@@ -182,7 +178,8 @@ TEST_F(ObjectRenderTest, MarkersAreTouchedFirstThenTheNearestBodyOfWhatIsShown) 
 
 TEST_F(ObjectRenderTest, BetweenTheLinesOfACollisionMeshItsBoxIsTouched) {
   StaticObject& object = AddBoxObject(Place(0, 0, 0));
-  object.lists[static_cast<std::size_t>(ViewMode::CollisionMesh)] = MakeLine({-2, 0, 0}, {2, 3, 0});
+  object.lists[static_cast<std::size_t>(ViewMode::CollisionMesh)] =
+      MakeMesh(Line({-2, 0, 0}, {2, 3, 0}));
   EXPECT_EQ(HoveredAt({1, 1, 1}), kNone) << "in the middle of a solid box";
   objectStore.viewMode = ViewMode::CollisionMesh;
   EXPECT_EQ(HoveredAt({1, 1, 1}), 0);
@@ -266,7 +263,7 @@ TEST_F(ObjectRenderTest, ABodyIsMovedOverTheGroundBehindItAndComesNoNearer) {
 
 TEST_F(ObjectRenderTest, DrawingLeavesTheStateOfTheOtherRenderers) {
   AddLetter(Place(0, 0, 0));
-  AddSceneObject(0, MakeLine({-5, 1, 0}, {5, 1, 0}), Place(0, 0, 0));
+  AddSceneObject(0, MakeMesh(Line({-5, 1, 0}, {5, 1, 0})), Place(0, 0, 0));
   for (const ViewMode mode : {ViewMode::CollisionMesh, ViewMode::TexturedMesh}) {
     objectStore.viewMode = mode;
     Begin(kFront);
