@@ -115,11 +115,11 @@ TEST_F(EntityEditingTest, DeletingTakesAlongWhatNothingElseUses) {
   Point(2).modes = kModeConquest | kModeCaptureTheFlag;
   entities.hovered = {EntityKind::ControlPoint, 1};
   story.Do("a control point", [] { DeleteInstance(EntityKind::ControlPoint, 1); });
-  story.Do("one whose group another has", [] { DeleteLast(EntityKind::ControlPoint); });
+  story.Do("one whose group another has", [] { DeleteInstance(EntityKind::ControlPoint, 1); });
   entities.spawnGroups[0].modes = kModeConquest;
-  story.Do("the last one", [] { DeleteLast(EntityKind::ControlPoint); });
+  story.Do("the last one", [] { DeleteInstance(EntityKind::ControlPoint, 0); });
   story.Do("one that is not there", [] { DeleteInstance(EntityKind::ControlPoint, 0); });
-  story.Do("a soldier spawn", [] { DeleteLast(EntityKind::SoldierSpawn); });
+  story.Do("a soldier spawn", [] { DeleteInstance(EntityKind::SoldierSpawn, 3); });
   story.Do("a template with a vehicle", [] { DeleteByTreeItem(ObjectTemplate(0).treeItem); });
   story.Do("its vehicle", [] { DeleteByTreeItem(Vehicle(0).treeItem); });
   story.Do("the template", [] { DeleteByTreeItem(ObjectTemplate(0).treeItem); });

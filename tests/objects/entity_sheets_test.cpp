@@ -132,12 +132,6 @@ TEST_F(EntitySheetsTest, ANameThatIsTakenInASharedModeGetsANumber) {
   story.Expect("taken_names");
 }
 
-TEST_F(EntitySheetsTest, ASpawnIdThatWasTypedIsNotGivenAgain) {
-  Edit("id", "SpawnID: 12", [] { Soldier(0).Edit(); });
-  DropSoldierSpawn(130, 100);
-  EXPECT_EQ(SoldierTemplate(1).spawnId, 13);
-}
-
 // An entity that leaves the shown modes goes out of the tree and comes back with them.
 TEST_F(EntitySheetsTest, AnEntityCanBeEditedOutOfTheShownModes) {
   SetModeFilter(kModeConquest);

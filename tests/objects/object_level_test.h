@@ -106,9 +106,6 @@ class ObjectLevelTest : public LevelArchiveTest {
     DropTemplate(ObjectTemplate(Templates(EntityKind::ObjectSpawn).size() - 1).treeItem);
     return static_cast<ObjectSpawn&>(*entities.Of(EntityKind::ObjectSpawn).instances.back());
   }
-  static void DeleteLast(EntityKind kind) {
-    DeleteInstance(kind, static_cast<int>(entities.Of(kind).instances.size()) - 1);
-  }
 
   // The user presses OK, after having entered something, as in "Name: hut; Pos: 1 2 3"; or Cancel.
   static void AcceptSheets(std::string_view entries = {}) { AnswerSheets(entries, true); }
