@@ -14,6 +14,7 @@ namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
@@ -151,8 +152,8 @@ TEST_F(LevelScriptsTest, WhatDoesNotFitIsReportedOnceForEachKind) {
           "loaded.",
           "Too many control point templates in ctf/ControlPointTemplates.con: only the first 1024 "
           "were loaded.",
-          "Of the control points in ctf/ControlPoints.con, 2 without a template were left out.",
-          "Of the control points in tdm/ControlPoints.con, 2 without a template were left out."));
+          HasSubstr("ctf/ControlPoints.con, 2 without a template"),
+          HasSubstr("tdm/ControlPoints.con, 2 without a template")));
   TakeScripts();
   EXPECT_TRUE(SaveStaticObjects());
   EXPECT_THAT(Names(), SizeIs(1 + 7));

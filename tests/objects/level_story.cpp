@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
+#include <set>
 #include <sstream>
 #include <utility>
 #include <vector>
@@ -131,15 +132,16 @@ void LevelStory::Do(std::string_view step, const std::function<void()>& act) {
   std::vector<std::size_t> saidBefore;
   for (const auto& part : scripted::script.status) saidBefore.push_back(part.size());
   editor.levelModified = false;
-  bool toolbarRefreshed = false;
   std::string selected;
+  std::set<std::string> refreshed;
   const auto select = [&selected](const std::vector<TreeItem>& items) {
     EXPECT_FALSE(levelTree.notificationsEnabled) << "the tree must not act on it";
     selected = "  tree selects";
     for (const TreeItem item : items) selected += " | " + NumberedText(item);
     selected += '\n';
   };
-  hooks.refreshObjectToolbar = [&toolbarRefreshed] { toolbarRefreshed = true; };
+  hooks.refreshObjectToolbar = [&refreshed] { refreshed.insert("toolbar"); };
+  hooks.invalidateMiniMap = [&refreshed] { refreshed.insert("Mini-Map"); };
   levelTree.view.selectAll = select;
   levelTree.view.select = [&select](TreeItem item) { select({item}); };
   scripted::script.answers.assign(9, PromptAnswer::Ok);
@@ -147,7 +149,7 @@ void LevelStory::Do(std::string_view step, const std::function<void()>& act) {
   scripted::script.answers.clear();
   levelTree.view.selectAll = [](const std::vector<TreeItem>&) {};
   levelTree.view.select = [](TreeItem) {};
-  hooks.refreshObjectToolbar = [] {};
+  hooks.refreshObjectToolbar = hooks.invalidateMiniMap = [] {};
   told_ += "* " + std::string(step) + '\n';
   for (const std::string& box : TakePrompts()) told_ += "  box " + box + '\n';
   for (std::size_t part = 0; part < saidBefore.size(); ++part) {
@@ -155,7 +157,8 @@ void LevelStory::Do(std::string_view step, const std::function<void()>& act) {
     for (std::size_t i = saidBefore[part]; i < said.size(); ++i)
       told_ += "  says \"" + said[i] + "\"\n";
   }
-  told_ += selected + (toolbarRefreshed ? "  toolbar refreshed\n" : "");
+  told_ += selected;
+  for (const std::string& shown : refreshed) told_ += "  " + shown + " refreshed\n";
   const std::vector<std::string> after = Listing();
   told_ += Missing(before, after, "  - ") + Missing(after, before, "  + ");
   if (editor.levelModified) told_ += "  modified\n";

@@ -49,20 +49,13 @@ TEST(ObjectList, ReadingStopsWhenATableIsFull) {
   EXPECT_EQ(Told(categories + "late=StandardMesh(m)\n"), "32 categories\n");
 }
 
-class ObjectCatalogueTest : public SandboxTest {
- protected:
-  ObjectCatalogueTest() {
-    ResetObjectsState();
-    modConfig = ModConfig{};
-  }
-  ~ObjectCatalogueTest() override { ResetObjectsState(); }
+using ObjectCatalogueTest = SandboxTest;
 
-  static void Load(std::string_view list) {
-    modConfig.ObjectsList = "objects.lst";
-    ASSERT_TRUE(WriteWholeFile("objects.lst", list));
-    LoadObjectCatalogue();
-  }
-};
+void Load(std::string_view list) {
+  modConfig.ObjectsList = "objects.lst";
+  ASSERT_TRUE(WriteWholeFile("objects.lst", list));
+  LoadObjectCatalogue();
+}
 
 TEST_F(ObjectCatalogueTest, FindsTheFirstByNameOrMeshWhateverTheCase) {
   Load("[A]\nbunker01=StandardMesh(b_m1)\nold=StandardMesh(BUNKER02)\nb_m1=StandardMesh(x)\n");
@@ -72,27 +65,29 @@ TEST_F(ObjectCatalogueTest, FindsTheFirstByNameOrMeshWhateverTheCase) {
 }
 
 TEST_F(ObjectCatalogueTest, AListThatIsReadAgainReplacesEveryEntry) {
-  Load("[A]\noak=TreeMesh(oak_m1)\n");
-  objectStore.catalogue.entries[0].boxB = {1, 2, 3};
+  ResetObjectsState();
+  Load("[A]\nelm=TreeMesh(elm_m1)\noak=TreeMesh(oak_m1)\n");
+  objectStore.catalogue.entries[1].boxB = {1, 2, 3};
   CachedMesh& mesh = objectStore.meshes.emplace_back();
   mesh.name = "oak";
   mesh.boxA = {1, 1, 1};
   mesh.boxB = {4, 5, 6};
-  Load("crate=Something(oak_m2)\noak=TreeMesh(oak_m1)\n");
+  Load("oak=Something(oak_m1)\ncrate=TreeMesh(crate_m1)\n");
   const auto& entries = objectStore.catalogue.entries;
   EXPECT_EQ(entries[0].meshKind, MeshKind::StandardMesh);
   EXPECT_EQ(entries[0].category, -1);
-  EXPECT_EQ(entries[0].boxB, Vector3{});
-  EXPECT_EQ(entries[1].boxA, (Vector3{1, 1, 1})) << "of the mesh that is in memory";
-  EXPECT_EQ(entries[1].boxB, (Vector3{4, 5, 6}));
+  EXPECT_EQ(entries[0].boxA, (Vector3{1, 1, 1})) << "of the mesh that is in memory";
+  EXPECT_EQ(entries[0].boxB, (Vector3{4, 5, 6}));
+  EXPECT_EQ(entries[1].boxB, Vector3{});
   modConfig.ObjectsList.clear();
   LoadObjectCatalogue();
-  EXPECT_EQ(FindCatalogueEntry("crate"), 0) << "without a list nothing changes";
+  EXPECT_EQ(FindCatalogueEntry("crate"), 1) << "without a list nothing changes";
   modConfig.ObjectsList = "Other.lst";
   LoadObjectCatalogue();
   EXPECT_EQ(objectStore.catalogue.entryCount, 0);
   EXPECT_THAT(scripted::script.status[1],
               testing::ElementsAre("Could not open object list Other.lst"));
+  ResetObjectsState();
 }
 
 }  // namespace

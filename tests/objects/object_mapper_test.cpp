@@ -1,7 +1,5 @@
 #include "objects/object_mapper.h"
 
-#include <gmock/gmock.h>
-
 #include "data/load_report.h"
 #include "objects/object_clipboard.h"
 #include "objects/object_level_test.h"

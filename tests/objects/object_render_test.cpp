@@ -177,9 +177,7 @@ TEST_F(ObjectRenderTest, MarkersAreTouchedFirstThenTheNearestBodyOfWhatIsShown) 
 }
 
 TEST_F(ObjectRenderTest, BetweenTheLinesOfACollisionMeshItsBoxIsTouched) {
-  StaticObject& object = AddBoxObject(Place(0, 0, 0));
-  object.lists[static_cast<std::size_t>(ViewMode::CollisionMesh)] =
-      MakeMesh(Line({-2, 0, 0}, {2, 3, 0}));
+  AddBoxObject(Place(0, 0, 0)).lists[1] = MakeMesh(Line({-2, 0, 0}, {2, 3, 0}));
   EXPECT_EQ(HoveredAt({1, 1, 1}), kNone) << "in the middle of a solid box";
   objectStore.viewMode = ViewMode::CollisionMesh;
   EXPECT_EQ(HoveredAt({1, 1, 1}), 0);

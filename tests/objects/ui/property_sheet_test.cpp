@@ -5,7 +5,6 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QTest>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
 #include <sstream>
