@@ -4,7 +4,6 @@
 #include <array>
 #include <bit>
 #include <cstdint>
-#include <initializer_list>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -13,67 +12,73 @@
 
 namespace mw {
 
-class MeshBytes {
- public:
-  MeshBytes& Number(std::uint32_t value) {
-    PutU32(bytes_, value);
-    return *this;
-  }
-  MeshBytes& Short(std::uint16_t value) {
-    bytes_.push_back(static_cast<std::uint8_t>(value & 0xFF));
-    bytes_.push_back(static_cast<std::uint8_t>(value >> 8));
-    return *this;
-  }
-  MeshBytes& Byte(std::uint8_t value) {
-    bytes_.push_back(value);
-    return *this;
-  }
-  MeshBytes& Junk(std::size_t count) {
-    bytes_.resize(bytes_.size() + count, 0xA5);
-    return *this;
-  }
-  MeshBytes& Floats(std::initializer_list<float> values) {
-    for (const float value : values) Number(std::bit_cast<std::uint32_t>(value));
-    return *this;
-  }
-  MeshBytes& Name(std::string_view name) {
-    Number(static_cast<std::uint32_t>(name.size()));
-    bytes_.insert(bytes_.end(), name.begin(), name.end());
-    return *this;
-  }
-  MeshBytes& Append(const Bytes& other) {
-    bytes_.insert(bytes_.end(), other.begin(), other.end());
-    return *this;
-  }
-  const Bytes& Get() const { return bytes_; }
-
- private:
-  Bytes bytes_;
+// Bytes that nobody reads.
+struct Junk {
+  std::size_t count;
 };
+struct Name {
+  std::string_view text;
+};
+using Short = std::uint16_t;
+using Byte = std::uint8_t;
 
-// A triangle in the plane z = 0: its corners are (0, 0), (1, 0) and (0, 1), each times `size`.
-inline MeshBytes CollisionTriangle(float size) {
-  MeshBytes mesh;
-  mesh.Number(3);
-  for (const auto& corner : {std::array{0.f, 0.f}, std::array{size, 0.f}, std::array{0.f, size}}) {
-    mesh.Floats({corner[0], corner[1], 0}).Junk(4);
-  }
-  return mesh.Number(1).Short(0).Short(1).Short(2).Short(0xA5A5);
+inline void Put(Bytes& bytes, std::uint32_t number) { PutU32(bytes, number); }
+inline void Put(Bytes& bytes, float number) { PutU32(bytes, std::bit_cast<std::uint32_t>(number)); }
+inline void Put(Bytes& bytes, Byte byte) { bytes.push_back(byte); }
+inline void Put(Bytes& bytes, Short number) {
+  bytes.insert(bytes.end(), {static_cast<Byte>(number), static_cast<Byte>(number >> 8)});
+}
+inline void Put(Bytes& bytes, Junk junk) { bytes.resize(bytes.size() + junk.count, 0xA5); }
+inline void Put(Bytes& bytes, const Bytes& more) {
+  bytes.insert(bytes.end(), more.begin(), more.end());
+}
+inline void Put(Bytes& bytes, Name name) {
+  Put(bytes, static_cast<std::uint32_t>(name.text.size()));
+  bytes.insert(bytes.end(), name.text.begin(), name.text.end());
+}
+inline void Put(Bytes& bytes, const std::vector<Short>& numbers) {
+  for (const Short number : numbers) Put(bytes, number);
+}
+
+template <class... Parts>
+void Append(Bytes& bytes, const Parts&... parts) {
+  (Put(bytes, parts), ...);
+}
+template <class... Parts>
+Bytes Joined(const Parts&... parts) {
+  Bytes bytes;
+  Append(bytes, parts...);
+  return bytes;
+}
+template <class Items>
+std::uint32_t CountOf(const Items& items) {
+  return static_cast<std::uint32_t>(items.size());
+}
+
+inline const Bytes kMeshBox = Joined(-1.f, -2.f, -3.f, 4.f, 5.f, 6.f);
+
+// Both sides of a triangle in the plane z = 0: its corners are (0, 0), (1, 0) and (0, 1), each
+// times `size`.
+inline Bytes CollisionTriangle(float size) {
+  Bytes mesh = Joined(3u);
+  for (const auto& [x, y] : {std::pair{0.f, 0.f}, {size, 0.f}, {0.f, size}})
+    Append(mesh, x, y, 0.f, Junk{4});
+  Append(mesh, 2u, std::vector<Short>{0, 1, 2, 0xA5A5, 2, 1, 0, 0xA5A5});
+  return mesh;
 }
 
 // As one of a standard mesh's, with its size before and `records` unused records behind it.
 inline Bytes SizedCollision(float size, std::uint32_t records) {
-  MeshBytes body;
-  body.Junk(8).Append(CollisionTriangle(size).Get());
-  body.Junk(3 * 4).Number(records).Junk(std::size_t{32} * records);
-  return MeshBytes().Number(static_cast<std::uint32_t>(body.Get().size())).Append(body.Get()).Get();
+  const Bytes body = Joined(Junk{8}, CollisionTriangle(size), Junk{3 * 4}, records,
+                            Junk{std::size_t{32} * records});
+  return Joined(CountOf(body), body);
 }
 
 struct MaterialBytes {
   std::string_view name = "wall";
   bool twoCoordinates = false;
   float left = -1, right = 1;  // of its square, which spans y -1 ... 1 at z = 0
-  std::vector<std::uint16_t> indices = {0, 1, 2, 0, 2, 3};
+  std::vector<Short> indices = {0, 1, 2, 0, 2, 3};
 };
 
 struct StandardMeshBytes {
@@ -83,31 +88,23 @@ struct StandardMeshBytes {
   std::vector<MaterialBytes> materials = {{}};
 
   Bytes Get() const {
-    MeshBytes file;
-    file.Number(version).Junk(4).Floats({-1, -2, -3, 4, 5, 6});
-    if (version == 10) file.Junk(1);
-    file.Number(static_cast<std::uint32_t>(collisions.size()));
-    for (const Bytes& collision : collisions) file.Append(collision);
-    file.Number(levels);
-    if (levels == 0) return file.Get();
-    file.Number(static_cast<std::uint32_t>(materials.size()));
-    for (const MaterialBytes& material : materials) AddHeader(material, file);
-    for (const MaterialBytes& material : materials) AddBody(material, file);
-    return file.Get();
-  }
-
- private:
-  static void AddHeader(const MaterialBytes& material, MeshBytes& file) {
-    file.Name(material.name).Junk(4 * 4).Number(material.twoCoordinates ? 0xFFFFFFFF : 0xFFFFDFFF);
-    file.Junk(4).Number(4).Number(static_cast<std::uint32_t>(material.indices.size())).Junk(4);
-  }
-  static void AddBody(const MaterialBytes& material, MeshBytes& file) {
-    const float l = material.left, r = material.right;
-    for (const auto& [x, y] : {std::pair{l, -1.f}, {r, -1.f}, {r, 1.f}, {l, 1.f}}) {
-      file.Floats({x, y, 0}).Junk(12).Floats({x, y});
-      if (material.twoCoordinates) file.Junk(8);
+    Bytes file =
+        Joined(version, Junk{4}, kMeshBox, Junk{version == 10 ? 1u : 0u}, CountOf(collisions));
+    for (const Bytes& collision : collisions) Append(file, collision);
+    Append(file, levels);
+    if (levels == 0) return file;
+    Append(file, CountOf(materials));
+    for (const MaterialBytes& material : materials) {
+      Append(file, Name{material.name}, Junk{4 * 4},
+             material.twoCoordinates ? 0xFFFFFFFF : 0xFFFFDFFF, Junk{4}, 4u,
+             CountOf(material.indices), Junk{4});
     }
-    for (const std::uint16_t index : material.indices) file.Short(index);
+    for (const auto& [name, twoCoordinates, l, r, indices] : materials) {
+      for (const auto& [x, y] : {std::pair{l, -1.f}, {r, -1.f}, {r, 1.f}, {l, 1.f}})
+        Append(file, x, y, 0.f, Junk{12}, x, y, Junk{twoCoordinates ? 8u : 0u});
+      Append(file, indices);
+    }
+    return file;
   }
 };
 
@@ -120,39 +117,31 @@ struct TreeMeshBytes {
   std::uint32_t version = 3;
   std::array<std::vector<TreeItemBytes>, 4> groups = {
       {{{}}, {{3, 1, "bark"}}, {{0, 9, "sprite"}}, {}}};
-  Bytes collision = MeshBytes().Number(0).Get();
-  std::vector<std::uint16_t> indices = {0, 1, 2, 0, 2, 3};
+  Bytes collision = Joined(0u);
+  std::vector<Short> indices = {0, 1, 2, 0, 2, 3};
 
   // The search tree behind the collision mesh follows; a node without anything ends it.
-  static MeshBytes CollisionPart(std::uint32_t records) {
-    MeshBytes part;
-    part.Number(7).Junk(4).Append(CollisionTriangle(1).Get());
-    part.Junk(2 * 4).Number(records).Junk(std::size_t{32} * records);
-    return part;
+  static Bytes CollisionPart(std::uint32_t records) {
+    return Joined(7u, Junk{4}, CollisionTriangle(1), Junk{2 * 4}, records,
+                  Junk{std::size_t{32} * records});
   }
-  static MeshBytes Node(std::uint32_t numbers) {
-    MeshBytes node;
-    node.Junk(24).Number(numbers).Junk(std::size_t{4} * numbers);
-    return node;
+  static Bytes Node(std::uint32_t numbers) {
+    return Joined(Junk{24}, numbers, Junk{std::size_t{4} * numbers});
   }
 
   // A square like a standard mesh's, left and right at -1 and 1.
   Bytes Get() const {
-    MeshBytes file;
-    file.Number(version).Junk(8).Floats({-1, -2, -3, 4, 5, 6}).Junk(24);
+    Bytes file = Joined(version, Junk{8}, kMeshBox, Junk{24});
     for (const auto& group : groups) {
-      file.Number(static_cast<std::uint32_t>(group.size()));
-      for (const TreeItemBytes& item : group) {
-        file.Number(item.firstIndex).Number(item.triangleCount).Name(item.texture);
-      }
+      Append(file, CountOf(group));
+      for (const TreeItemBytes& item : group)
+        Append(file, item.firstIndex, item.triangleCount, Name{item.texture});
     }
-    file.Append(collision).Number(4);
-    for (const auto& [x, y] : {std::pair{-1.f, -1.f}, {1.f, -1.f}, {1.f, 1.f}, {-1.f, 1.f}}) {
-      file.Floats({x, y, 0}).Junk(16).Floats({x, y}).Junk(8);
-    }
-    file.Number(static_cast<std::uint32_t>(indices.size()));
-    for (const std::uint16_t index : indices) file.Short(index);
-    return file.Get();
+    Append(file, collision, 4u);
+    for (const auto& [x, y] : {std::pair{-1.f, -1.f}, {1.f, -1.f}, {1.f, 1.f}, {-1.f, 1.f}})
+      Append(file, x, y, 0.f, Junk{16}, x, y, Junk{8});
+    Append(file, CountOf(indices), indices);
+    return file;
   }
 };
 

@@ -1,12 +1,21 @@
 #include "objects/mesh_cache.h"
 
+#include <GL/gl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "objects/content_test.h"
+#include "bench/plain/gl_context.h"
+#include "data/archive.h"
+#include "data/data_state.h"
+#include "data/mod_config.h"
+#include "objects/level_tree.h"
+#include "objects/mesh_bytes.h"
 #include "objects/object_catalogue.h"
-#include "sample/mesh_files.h"
-#include "sample/objects.h"
+#include "objects/object_store.h"
+#include "objects/object_textures.h"
+#include "objects/objects_state.h"
+#include "support/dds_file.h"
+#include "support/sandbox.h"
 
 namespace mw {
 namespace {
@@ -17,6 +26,48 @@ using ::testing::SizeIs;
 using Rgb = std::array<int, 3>;
 
 constexpr Rgb kRedSeen{255, 0, 0}, kBlueSeen{0, 0, 255}, kWhiteSeen{255, 255, 255}, kNothing{};
+
+// A game whose content archive holds meshes, shaders and textures that the test puts into it, and a
+// 3D view to load them for.
+class ContentTest : public SandboxTest {
+ protected:
+  static constexpr std::uint16_t kRed = 0xF800, kBlue = 0x001F;
+
+  void SetUp() override {
+    if (!OpenTestGl(8, 8)) GTEST_SKIP() << TestGlError();
+    ResetDataState();
+    ResetObjectsState();
+    modConfig.GamePath = GameFolder();
+    modConfig.StandardMeshPath = "Mods\\varnhold\\standardMesh";
+    modConfig.TreeMeshPath = "Mods\\varnhold\\treeMesh\\";
+    modConfig.TexturePath = "Mods\\varnhold\\texture";
+    content_ = archives.CreateArchive((folder / "content.vra").string());
+    BuildTree();
+  }
+  void TearDown() override {
+    ResetDataState();
+    ResetObjectsState();
+  }
+
+  void Put(std::string_view member, const Bytes& bytes) {
+    ASSERT_TRUE(content_->WriteMember(member, bytes));
+  }
+  void PutTexture(std::string_view member, std::uint16_t colour = kRed) {
+    DdsFile file;
+    file.data = UniformBlocks(1, colour);
+    Put(member, file.Bytes());
+  }
+  // Number of GL textures that meshes hold, references counted.
+  static int References() {
+    int references = 0;
+    for (const ObjectTexture& texture : objectStore.textures.slots)
+      references += texture.references;
+    return references;
+  }
+
+ private:
+  Archive* content_ = nullptr;
+};
 
 class MeshCacheTest : public ContentTest {
  protected:
@@ -30,12 +81,6 @@ class MeshCacheTest : public ContentTest {
     ContentTest::TearDown();
   }
 
-  // A house of two squares side by side.
-  void PutHouse(std::string_view left, std::string_view right) {
-    Put("standardMesh/house_m1.sm",
-        StandardMeshBytes{.materials = {{.name = left, .right = 0}, {.name = right, .left = 0}}}
-            .Get());
-  }
   // Loads the house or the oak and draws it over black; the colours of its left and right half.
   std::array<Rgb, 2> Draw(CachedMesh& mesh) {
     glClearColor(0, 0, 0, 1);
@@ -51,27 +96,26 @@ class MeshCacheTest : public ContentTest {
     };
     return {at(2), at(6)};
   }
-  std::array<Rgb, 2> DrawHouse() {
-    CachedMesh mesh;
-    EXPECT_TRUE(LoadStandardMesh(kHouse, mesh));
-    const auto seen = Draw(mesh);
-    FreeMesh(mesh);
-    return seen;
+  void PutHouse(const Bytes& mesh = StandardMeshBytes{}.Get()) {
+    Put("standardMesh/house_m1.sm", mesh);
   }
-
-  void PutSampleMesh(const sample::ObjectKind& object) {
-    const sample::Mesh mesh = object.build();
-    const std::string name(object.mesh);
-    if (object.tree) {
-      Put("treeMesh/" + name + ".tm", sample::EncodeTreeMesh(mesh));
-    } else {
-      Put("standardMesh/" + name + ".sm", sample::EncodeStandardMesh(mesh, 10));
-      Put("standardMesh/" + name + ".rs", TextBytes(sample::EncodeShader(mesh)));
-    }
-    for (const sample::MeshPart& part : mesh.parts) PutTexture("texture/" + part.material + ".dds");
+  // Of two squares side by side.
+  void PutHouse(std::string_view left, std::string_view right) {
+    PutHouse(
+        StandardMeshBytes{.materials = {{.name = left, .right = 0}, {.name = right, .left = 0}}}
+            .Get());
   }
+  void PutShader(const std::string& text) { Put("standardMesh/house_m1.rs", TextBytes(text)); }
 
-  static void ExpectNotCached(const StaticObject& object) {
+  static StaticObject Cached(int entry) {
+    StaticObject object;
+    object.meshIndex = 7;
+    object.lists = {1, 2, 3, 4};
+    CacheMeshForObject(entry, object);
+    return object;
+  }
+  static void ExpectNotCached(int entry) {
+    const StaticObject object = Cached(entry);
     EXPECT_EQ(object.meshIndex, 0);
     EXPECT_THAT(object.lists, Each(0u));
     EXPECT_THAT(ChildrenOf(levelTree.fixed.cachedObjects), SizeIs(1)) << "\"Add New Object\" only";
@@ -81,66 +125,58 @@ class MeshCacheTest : public ContentTest {
   static constexpr int kHouse = 0, kOak = 1, kLost = 2;
 };
 
-TEST_F(MeshCacheTest, MaterialsAreFoundWhateverTheCase) {
-  PutHouse("brick", "ROOF");
-  PutShader("house_m1", {"brick", "roof"});
-  PutTexture("texture/brick.dds", kRed);
-  PutTexture("texture/roof.dds", kBlue);
-  EXPECT_THAT(DrawHouse(), ElementsAre(kRedSeen, kBlueSeen));
+// A sub-shader of this name that shows a texture.
+std::string Shows(const std::string& name, const std::string& texture, const char* more = "") {
+  return "subshader \"" + name + "\" \"x\"\n{\n" + more + "\ttexture \"texture/" + texture +
+         "\";\n}\n";
 }
 
-TEST_F(MeshCacheTest, AnUnknownMaterialLooksLikeTheFirst) {
-  PutHouse("brick", "unknown");
-  PutShader("house_m1", {"roof", "brick"});
-  PutTexture("texture/brick.dds", kRed);
-  PutTexture("texture/roof.dds", kBlue);
-  EXPECT_THAT(DrawHouse(), ElementsAre(kRedSeen, kBlueSeen));
-}
-
-TEST_F(MeshCacheTest, AMaterialWithoutItsTextureIsNone) {
-  PutHouse("brick", "roof");
-  PutShader("house_m1", {"brick", "roof"});
-  PutTexture("texture/roof.dds", kBlue);
-  EXPECT_THAT(DrawHouse(), ElementsAre(kBlueSeen, kBlueSeen));
-}
-
-TEST_F(MeshCacheTest, FadingMaterialsAreNotDrawn) {
-  PutHouse("smoke", "brick");
-  PutTexture("texture/brick.dds", kRed);
-  Put("standardMesh/house_m1.rs",
-      TextBytes("subshader \"smoke\" \"x\"\n\ttextureFade true;\n\ttexture \"brick\";\n}\n"
-                "subshader \"brick\" \"x\"\n\ttexture \"brick\";\n}\n"));
-  EXPECT_THAT(DrawHouse(), ElementsAre(kNothing, kRedSeen));
-}
-
-TEST_F(MeshCacheTest, AMeshWithoutMaterialsIsWhite) {
-  PutHouse("brick", "roof");
-  EXPECT_THAT(DrawHouse(), ElementsAre(kWhiteSeen, kWhiteSeen)) << "no shader file";
-  PutTexture("texture/brick.dds");
-  Put("standardMesh/house_m1.rs",
-      TextBytes("subshader \"brick\" \"x\"\n\ttexture \"brick\";\n}\ntransparent\n"));
-  EXPECT_THAT(DrawHouse(), ElementsAre(kWhiteSeen, kWhiteSeen)) << "a malformed one";
-  EXPECT_EQ(References(), 0);
+TEST_F(MeshCacheTest, AMaterialShowsItsTexture) {
+  PutTexture("texture/red.dds", kRed);
+  PutTexture("texture/blue.dds", kBlue);
+  const struct {
+    const char *what, *right;  // the left half is called "brick"
+    std::string shader;
+    Rgb left, rightHalf;
+  } rows[] = {
+      {"no shader file", "roof", "", kWhiteSeen, kWhiteSeen},
+      {"whatever the case", "ROOF", Shows("Brick", "red") + Shows("roof", "blue"), kRedSeen,
+       kBlueSeen},
+      {"one that is unknown looks like the first", "unknown",
+       Shows("roof", "blue") + Shows("brick", "red"), kRedSeen, kBlueSeen},
+      {"one without its texture is none", "roof", Shows("brick", "gone") + Shows("roof", "blue"),
+       kBlueSeen, kBlueSeen},
+      {"one that fades is not drawn", "roof",
+       Shows("brick", "red", "\ttextureFade true;\n") + Shows("roof", "blue"), kNothing, kBlueSeen},
+      {"a malformed file", "roof", Shows("brick", "red") + "transparent\n", kWhiteSeen,
+       kWhiteSeen}};
+  for (const auto& [what, right, shader, left, rightHalf] : rows) {
+    PutHouse("brick", right);
+    if (!shader.empty()) PutShader(shader);
+    CachedMesh mesh;
+    EXPECT_TRUE(LoadStandardMesh(kHouse, mesh));
+    EXPECT_THAT(Draw(mesh), ElementsAre(left, rightHalf)) << what;
+    FreeMesh(mesh);
+    EXPECT_EQ(References(), 0);
+  }
 }
 
 TEST_F(MeshCacheTest, ViewModesWithoutAPictureOfTheirOwnShowTheNextSimpler) {
-  CachedMesh mesh;
-  Put("standardMesh/house_m1.sm", StandardMeshBytes{}.Get());
-  ASSERT_TRUE(LoadStandardMesh(kHouse, mesh));
-  EXPECT_THAT(mesh.lists, Each(::testing::Ne(0u)));
-  EXPECT_NE(mesh.lists[1], mesh.lists[2]);
-  EXPECT_EQ(mesh.lists[2], mesh.lists[3]);
-  FreeMesh(mesh);
-  Put("standardMesh/house_m1.sm", StandardMeshBytes{.levels = 0}.Get());
-  ASSERT_TRUE(LoadStandardMesh(kHouse, mesh));
-  EXPECT_NE(mesh.lists[1], 0u);
-  EXPECT_EQ(mesh.lists[2], mesh.lists[1]);
-  EXPECT_EQ(mesh.lists[3], mesh.lists[1]);
-  FreeMesh(mesh);
-  Put("standardMesh/house_m1.sm", StandardMeshBytes{.collisions = {}, .levels = 0}.Get());
-  ASSERT_TRUE(LoadStandardMesh(kHouse, mesh));
-  EXPECT_THAT(std::span(mesh.lists).subspan(1), Each(0u));
-  FreeMesh(mesh);
+  const std::pair<StandardMeshBytes, std::array<int, 4>> rows[] = {
+      {{}, {0, 1, 2, 2}},  // the picture of each view mode; -1 for none
+      {{.levels = 0}, {0, 1, 1, 1}},
+      {{.collisions = {}, .levels = 0}, {0, -1, -1, -1}}};
+  for (const auto& [file, pictures] : rows) {
+    PutHouse(file.Get());
+    CachedMesh mesh;
+    ASSERT_TRUE(LoadStandardMesh(kHouse, mesh));
+    for (std::size_t mode = 0; mode < pictures.size(); ++mode) {
+      const int like = pictures[mode];
+      EXPECT_EQ(mesh.lists[mode], like < 0 ? 0 : mesh.lists[static_cast<std::size_t>(like)]);
+      EXPECT_EQ(mesh.lists[mode] == 0, like < 0);
+    }
+    FreeMesh(mesh);
+  }
 }
 
 TEST_F(MeshCacheTest, ATreeShowsTheTexturesOfItsItems) {
@@ -159,20 +195,11 @@ TEST_F(MeshCacheTest, ATreeShowsTheTexturesOfItsItems) {
   EXPECT_EQ(objectStore.textures.count, 0);
 }
 
-TEST_F(MeshCacheTest, ATreeOfAnotherVersionIsCachedWithoutAPicture) {
-  Put("treeMesh/oak_m1.tm", TreeMeshBytes{.version = 2}.Get());
-  StaticObject object;
-  CacheMeshForObject(kOak, object);
-  EXPECT_THAT(objectStore.meshes, SizeIs(1));
-  EXPECT_THAT(object.lists, Each(0u));
-}
-
 TEST_F(MeshCacheTest, AnObjectGetsTheMeshThatIsCachedForIt) {
-  Put("standardMesh/house_m1.sm", StandardMeshBytes{}.Get());
+  PutHouse();
   Put("treeMesh/oak_m1.tm", TreeMeshBytes{}.Get());
-  StaticObject house, oak;
-  CacheMeshForObject(kHouse, house);
-  CacheMeshForObject(kOak, oak);
+  Cached(kHouse);
+  const StaticObject oak = Cached(kOak);
   EXPECT_EQ(oak.meshIndex, 1);
   EXPECT_EQ(oak.lists, objectStore.meshes.at(1).lists);
   EXPECT_NE(oak.lists[3], 0u);
@@ -186,72 +213,53 @@ TEST_F(MeshCacheTest, AnObjectGetsTheMeshThatIsCachedForIt) {
   EXPECT_EQ(FindMeshByTreeItem(items[2]), 1);
   EXPECT_EQ(FindMeshByTreeItem(items[0]), -1);
   EXPECT_EQ(FindMeshByTreeItem(0), -1);
+  ClearMeshes();
+  Put("treeMesh/oak_m1.tm", TreeMeshBytes{.version = 2}.Get());
+  EXPECT_THAT(Cached(kOak).lists, Each(0u)) << "of another version";
+  EXPECT_THAT(objectStore.meshes, SizeIs(1));
 }
 
+// A level may have hundreds of objects of one broken mesh, which is tried again when the meshes
+// were cleared.
 TEST_F(MeshCacheTest, AfterAFailedLoadTheObjectHasNoMesh) {
-  StaticObject object;
-  object.meshIndex = 7;
-  object.lists = {1, 2, 3, 4};
-  CacheMeshForObject(kLost, object);
-  ExpectNotCached(object);
-  ClearMeshes();
-  PutShader("lost_m1", {"brick"});
+  for (const int entry : {kLost, -1, 3}) ExpectNotCached(entry);
+  PutHouse(Bytes(30));
+  PutShader(Shows("brick", "brick"));
   PutTexture("texture/brick.dds");
-  Put("standardMesh/lost_m1.sm", Bytes(30));
-  CacheMeshForObject(kLost, object);
-  ExpectNotCached(object);
-  CacheMeshForObject(-1, object);
-  CacheMeshForObject(3, object);
-  ExpectNotCached(object);
+  ExpectNotCached(kHouse);
+  PutHouse();
+  ExpectNotCached(kHouse);
   EXPECT_THAT(objectStore.meshes, SizeIs(0));
-}
-
-// A level may have hundreds of objects of one broken mesh.
-TEST_F(MeshCacheTest, AMeshThatFailedIsTriedAgainWhenTheMeshesWereCleared) {
-  StaticObject object;
-  CacheMeshForObject(kHouse, object);
-  Put("standardMesh/house_m1.sm", StandardMeshBytes{}.Get());
-  CacheMeshForObject(kHouse, object);
-  ExpectNotCached(object);
   ClearMeshes();
-  CacheMeshForObject(kHouse, object);
-  EXPECT_EQ(object.meshIndex, 0);
-  EXPECT_NE(object.lists[3], 0u);
+  EXPECT_NE(Cached(kHouse).lists[3], 0u);
 }
 
 TEST_F(MeshCacheTest, TablesThatAreFullRefuseTheMesh) {
   PutHouse("m0", "m1");
   PutTexture("texture/brick.dds");
   std::string shader;
-  for (int k = 0; k < 64; ++k) {
-    shader += FormatText("subshader \"m%d\" \"x\"\n\ttexture \"brick\";\n}\n", k);
-  }
-  StaticObject object;
-  Put("standardMesh/house_m1.rs", TextBytes(shader + "subshader \"m64\" \"x\"\n}\n"));
-  CacheMeshForObject(kHouse, object);
-  ExpectNotCached(object);
+  for (int k = 0; k < 64; ++k) shader += Shows("m" + std::to_string(k), "brick");
+  PutShader(shader + Shows("m64", "brick"));
+  ExpectNotCached(kHouse);
   ClearMeshes();
-  Put("standardMesh/house_m1.rs", TextBytes(shader));
+  PutShader(shader);
   objectStore.textures.count = kMaxObjectTextures;
-  CacheMeshForObject(kHouse, object);
+  EXPECT_THAT(Cached(kHouse).lists, Each(0u));
   objectStore.textures.count = 0;
-  ExpectNotCached(object);
   ClearMeshes();
   objectStore.meshes.resize(kMaxCachedMeshes);
-  CacheMeshForObject(kHouse, object);
-  ExpectNotCached(object);
+  ExpectNotCached(kHouse);
   objectStore.meshes.pop_back();
-  CacheMeshForObject(kHouse, object);
-  EXPECT_EQ(object.meshIndex, kMaxCachedMeshes - 1);
+  EXPECT_EQ(Cached(kHouse).meshIndex, kMaxCachedMeshes - 1);
   EXPECT_EQ(References(), 64);
 }
 
 TEST_F(MeshCacheTest, ClearingTheMeshesLeavesNothingBehind) {
-  Put("standardMesh/house_m1.sm", StandardMeshBytes{}.Get());
-  PutShader("house_m1", {"wall"});
+  PutHouse();
+  PutShader(Shows("wall", "wall"));
   PutTexture("texture/wall.dds");
-  StaticObject object;
-  CacheMeshForObject(kHouse, object);
+  CachedMesh freed;
+  freed.lists = Cached(kHouse).lists;
   const auto texture = AcquireObjectTexture("wall");
   ASSERT_TRUE(texture);
   ClearMeshes();
@@ -259,28 +267,72 @@ TEST_F(MeshCacheTest, ClearingTheMeshesLeavesNothingBehind) {
   EXPECT_EQ(objectStore.textures.count, 0);
   EXPECT_FALSE(glIsTexture(texture->texture)) << "whoever holds it";
   EXPECT_THAT(ChildrenOf(levelTree.fixed.cachedObjects), SizeIs(1));
-  EXPECT_THAT(Draw(objectStore.preview.mesh), Each(kNothing));
+  EXPECT_THAT(Draw(freed), Each(kNothing));
 }
 
-TEST_F(MeshCacheTest, EveryObjectOfTheSampleGameGetsItsMeshAndTextures) {
-  std::string list;
-  for (const sample::ObjectKind& object : sample::ObjectKinds()) {
-    list += std::string(object.name) + (object.tree ? "=TreeMesh(" : "=StandardMesh(") +
-            std::string(object.mesh) + ")\n";
-    PutSampleMesh(object);
+class ObjectTexturesTest : public ContentTest {
+ protected:
+  static ObjectTextureTable& Table() { return objectStore.textures; }
+  static int Slot(std::string_view name) {
+    const auto acquired = AcquireObjectTexture(name);
+    return acquired ? acquired->slot : -1;
   }
-  objectStore.catalogue = ParseObjectList(list);
-  for (int entry = 0; entry < objectStore.catalogue.entryCount; ++entry) {
-    StaticObject object;
-    CacheMeshForObject(entry, object);
-    SCOPED_TRACE(objectStore.catalogue.entries[static_cast<std::size_t>(entry)].name.String());
-    EXPECT_EQ(object.meshIndex, entry);
-    EXPECT_TRUE(object.lists[0] != 0 && object.lists[3] != 0);
-    const CachedMesh& mesh = objectStore.meshes.back();
-    const std::size_t parts =
-        sample::ObjectKinds()[static_cast<std::size_t>(entry)].build().parts.size();
-    EXPECT_EQ(mesh.subshaders.size() + mesh.treeTextures.size(), parts);
-  }
+};
+
+TEST_F(ObjectTexturesTest, NamesWithAndWithoutTheFolderShareOneTexture) {
+  PutTexture("texture/wall.dds");
+  PutTexture("plain.dds");
+  const auto first = AcquireObjectTexture("texture/wall");
+  const auto second = AcquireObjectTexture("Wall");
+  ASSERT_TRUE(first && second);
+  EXPECT_NE(first->texture, 0u);
+  EXPECT_EQ(second->texture, first->texture);
+  EXPECT_EQ(second->slot, first->slot);
+  EXPECT_EQ(Table().slots[0].name, "wall");
+  EXPECT_EQ(FindObjectTexture("texture/WALL"), first->texture);
+  EXPECT_EQ(References(), 2) << "finding takes no reference";
+  EXPECT_EQ(Slot("plain"), 1) << "in the other folder";
+  EXPECT_EQ(Slot("texture/plain"), 1) << "it is loaded already";
+  EXPECT_EQ(Table().count, 2);
+  modConfig.TexturePath = "Mods\\other\\texture\\";
+  PutTexture("Mods/other/texture/door.dds");
+  EXPECT_EQ(Slot("texture/door"), 2) << "a path outside the mod folders is used as it is";
+}
+
+TEST_F(ObjectTexturesTest, WhatCannotBeLoadedTakesNoSlot) {
+  const std::string tooLong = "texture/" + std::string(64, 'x');
+  Put("texture/broken.dds", Bytes(10));
+  PutTexture(tooLong + ".dds");
+  for (const std::string& name : {std::string("texture/missing"), std::string("texture/broken"),
+                                  std::string(), std::string("texture/"), tooLong})
+    EXPECT_EQ(Slot(name), -1) << name;
+  EXPECT_EQ(Table().count, 0);
+}
+
+TEST_F(ObjectTexturesTest, TheLastReferenceDeletesTheTextureAndFreesItsSlot) {
+  for (const char* name : {"texture/a.dds", "texture/b.dds", "texture/c.dds"}) PutTexture(name);
+  for (const char* name : {"a", "b", "c"}) ASSERT_GE(Slot(name), 0);
+  const auto texture = AcquireObjectTexture("b");
+  ASSERT_TRUE(texture);
+  ReleaseObjectTexture(1);
+  EXPECT_TRUE(glIsTexture(texture->texture));
+  ReleaseObjectTexture(1);
+  EXPECT_FALSE(glIsTexture(texture->texture));
+  ReleaseObjectTexture(1);
+  ReleaseObjectTexture(-1);
+  EXPECT_EQ(Table().count, 3);
+  EXPECT_EQ(FindObjectTexture(""), 0u) << "a free slot between others is no texture";
+  EXPECT_EQ(FindObjectTexture("b"), 0u);
+  ReleaseObjectTexture(2);
+  EXPECT_EQ(Table().count, 1) << "the highest used slot plus one";
+}
+
+TEST_F(ObjectTexturesTest, AFullTableStillSharesWhatItHolds) {
+  PutTexture("texture/last.dds");
+  PutTexture("texture/more.dds");
+  Table().count = kMaxObjectTextures - 1;
+  for (int times = 0; times < 2; ++times) EXPECT_EQ(Slot("last"), kMaxObjectTextures - 1);
+  EXPECT_EQ(Slot("more"), -1);
 }
 
 }  // namespace

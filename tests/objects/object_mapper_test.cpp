@@ -1,297 +1,291 @@
 #include "objects/object_mapper.h"
 
-#include <gmock/gmock.h>
-
+#include "data/load_report.h"
 #include "objects/object_clipboard.h"
 #include "objects/object_level_test.h"
+#include "objects/object_selection.h"
+#include "objects/static_object_records.h"
+#include "objects/static_objects.h"
+#include "objects/unknown_objects.h"
 
 namespace mw {
 namespace {
 
-using ::testing::SizeIs;
-
+// A hut, an oak and a vehicle stand in a row.
 class ObjectMapperTest : public ObjectLevelTest {
  protected:
-  ObjectMapperTest() {
-    levelTree.view.select = [this](TreeItem item) {
-      EXPECT_FALSE(levelTree.notificationsEnabled) << "the tree must not act on it";
-      treeSelection = item;
-    };
-  }
+  ObjectMapperTest()
+      : hut(AddObject("hut", {100, 0, 100})),
+        oak(AddObject("oak", {200, 0, 100})),
+        vehicle((AddVehicleTemplate(), DropVehicle(300, 100))) {}
   static void HoverObject(int index) {
     objectStore.lastHoveredObject = index;
     entities.hovered = {};
   }
-  static void HoverEntity(int index) {
+  static void HoverVehicle(int index) {
     objectStore.lastHoveredObject = -1;
     entities.hovered = {EntityKind::ObjectSpawn, index};
   }
-  static void HoverNothing() { HoverObject(-1); }
   static void Click() { ToggleSelectAtCursor(0, 0); }
   static void ClickObject(int index) {
     HoverObject(index);
     Click();
   }
-  static void Choose(ObjectControl tool) {
-    PressObjectControl(tool);
-    ASSERT_NE(objectStore.tool, ObjectTool::Select);
+  static void SelectAll(std::initializer_list<Placement*> items) {
+    for (Placement* item : items) item->selected = true;
+    ComputePivot();
+    UpdateToolButtons(true);
   }
-  static void DragTo50() { DragObjects(50, 50, 0, 0); }
-  static void DragUp(int pixels) { DragObjects(50, 80 - pixels, 50, 80); }
+  void Press(std::string_view step, ObjectControl control) {
+    story.Do(step, [control] { PressObjectControl(control); });
+  }
+  void DragUp(std::string_view step, int pixels) {
+    story.Do(step, [pixels] { DragObjects(50, 80 - pixels, 50, 80); });
+  }
+  // Over the ground of a place in level coordinates.
+  void DragTo(std::string_view step, float levelX, float z) {
+    LookDownOn(levelX, z);
+    story.Do(step, [] { DragObjects(50, 50, 0, 0); });
+  }
 
-  TreeItem treeSelection = 0;
+  StaticObject &hut, &oak;
+  ObjectSpawn& vehicle;
 };
 
 TEST_F(ObjectMapperTest, AClickSelectsOneThingAndCtrlAddsToIt) {
-  StaticObject& hut = AddObject("hut", {100, 0, 100});
-  StaticObject& oak = AddObject("oak", {200, 0, 100});
-  ObjectSpawn& spawn = AddObjectSpawn({300, 0, 100});
-  ClickObject(0);
-  EXPECT_TRUE(hut.selected);
-  EXPECT_EQ(treeSelection, hut.treeItem);
-  ClickObject(1);
-  EXPECT_FALSE(hut.selected);
+  story.Do("the hut", [] { ClickObject(0); });
+  story.Do("the oak", [] { ClickObject(1); });
   editor.ctrlHeld = true;
-  HoverEntity(0);
-  Click();
-  EXPECT_TRUE(oak.selected && spawn.selected);
-  EXPECT_EQ(treeSelection, spawn.treeItem);
-  Click();
-  EXPECT_FALSE(spawn.selected);
-  EXPECT_TRUE(objectStore.toolsEnabled) << "the oak is still selected";
+  HoverVehicle(0);
+  story.Do("Ctrl, the vehicle", Click);
+  story.Do("Ctrl, the vehicle again", Click);
   editor.ctrlHeld = false;
-  HoverNothing();
+  story.Do("nothing", [] { ClickObject(-1); });
+  for (const int index : {-1, 2, 5000}) {
+    story.Do("what is not there", [index] {
+      ClickObject(index);
+      HoverVehicle(index < 0 ? index : index - 1);
+      Click();
+      PressTranslate(0, 0);
+      EXPECT_FALSE(EditHovered());
+    });
+  }
+  ClickObject(0);
+  AcceptSheets("Pos: 1 2 3");
+  story.Do("edit of the hut", [] { EXPECT_TRUE(EditHovered()); });
+  HoverVehicle(0);
+  story.Do("of the vehicle, which is not selected", [] { EXPECT_FALSE(EditHovered()); });
   Click();
-  EXPECT_FALSE(oak.selected);
-  EXPECT_FALSE(objectStore.toolsEnabled);
+  story.Do("of the vehicle", [] { EXPECT_TRUE(EditHovered()); });
+  editor.ctrlHeld = true;
+  EXPECT_FALSE(EditHovered());
+  story.Expect("clicks");
 }
 
-TEST_F(ObjectMapperTest, OnlyToolsThatAreEnabledCanBeChosen) {
-  AddObject("hut", {100, 0, 100});
-  PressObjectControl(ObjectControl::RotateY);
-  EXPECT_EQ(objectStore.tool, ObjectTool::Select) << "nothing is selected";
+TEST_F(ObjectMapperTest, OnlyToolsThatAreEnabledCanBeChosenAndWhatIsHiddenIsNotSelected) {
+  using enum ObjectControl;
+  Press("nothing is selected", RotateY);
   ClickObject(0);
-  PressObjectControl(ObjectControl::RotateY);
-  EXPECT_EQ(objectStore.tool, ObjectTool::RotateY);
-  PressObjectControl(ObjectControl::ScaleWidth);
-  PressObjectControl(ObjectControl::ScaleHeight);
-  EXPECT_EQ(objectStore.tool, ObjectTool::RotateY);
-  ClickObject(0);
-  EXPECT_EQ(objectStore.tool, ObjectTool::Select) << "the selection changed";
-}
-
-TEST_F(ObjectMapperTest, WhatIsHiddenIsNotSelected) {
-  StaticObject& hut = AddObject("hut", {100, 0, 100});
-  StaticObject& oak = AddObject("oak", {200, 0, 100});
-  ObjectSpawn& spawn = AddObjectSpawn({300, 0, 100});
-  hut.selected = oak.selected = spawn.selected = true;
-  UpdateToolButtons(true);
-  Choose(ObjectControl::RotateX);
-  PressObjectControl(ObjectControl::ShowControlPoints);
-  EXPECT_EQ(objectStore.tool, ObjectTool::RotateX) << "nothing selected was hidden";
-  PressObjectControl(ObjectControl::ShowTreeMeshes);
-  EXPECT_FALSE(oak.selected);
-  EXPECT_EQ(objectStore.tool, ObjectTool::Select);
-  PressObjectControl(ObjectControl::ShowObjectSpawns);
-  EXPECT_FALSE(spawn.selected);
-  EXPECT_TRUE(hut.selected && objectStore.toolsEnabled);
-  PressObjectControl(ObjectControl::ShowStandardMeshes);
-  EXPECT_FALSE(hut.selected || objectStore.toolsEnabled);
+  for (const ObjectControl tool :
+       {Translate, RaiseLower, RotateX, RotateY, RotateZ, ScaleWidth, ScaleHeight})
+    Press("tool", tool);
+  story.Do("the selection changes", [] { ClickObject(0); });
+  SelectAll({&hut, &oak, &vehicle});
+  PressObjectControl(RotateX);
+  Press("no control points", ShowControlPoints);
+  Press("no soldier spawns", ShowSoldierSpawns);
+  Press("no trees", ShowTreeMeshes);
+  Press("no vehicles", ShowObjectSpawns);
+  Press("no houses", ShowStandardMeshes);
+  Press("trees", ShowTreeMeshes);
+  Press("no snapping", SnapToGround);
+  for (const ObjectControl view :
+       {ViewCollisionMesh, ViewDetailMesh, ViewTexturedMesh, ViewBoundingBox})
+    Press("view", view);
+  story.Expect("object_controls");
 }
 
 TEST_F(ObjectMapperTest, ADraggedGroupFollowsTheCursorOverTheGround) {
-  StaticObject& hut = AddObject("hut", {100, 0, 100});
-  ObjectSpawn& spawn = AddObjectSpawn({140, 5, 160});
-  hut.selected = spawn.selected = true;
-  ComputePivot();
-  EXPECT_EQ(objectStore.SelectionPivot.x, kSide - 120);
-  EXPECT_EQ(objectStore.SelectionPivot.z, 130);
-  UpdateToolButtons(true);
-  Choose(ObjectControl::Translate);
-  LookDownOn(500, 600);
-  DragTo50();
-  EXPECT_NEAR(hut.position.x, 480, 1e-3);
-  EXPECT_NEAR(hut.position.z, 570, 1e-3);
-  EXPECT_FLOAT_EQ(hut.position.y, kGround);
-  EXPECT_NEAR(spawn.position.x, 520, 1e-3);
-  EXPECT_NEAR(spawn.position.z, 630, 1e-3);
-  EXPECT_TRUE(editor.levelModified);
-
+  MakeFlatGround();
+  hut.position = {100, 0, 100};
+  vehicle.position = {140, 5, 160};
+  SelectAll({&hut, &vehicle});
+  PressObjectControl(ObjectControl::Translate);
+  DragTo("to 500, 600", 500, 600);
   PressObjectControl(ObjectControl::SnapToGround);
   hut.position.y = 300;
-  LookDownOn(400, 600);
-  DragTo50();
-  EXPECT_NEAR(hut.position.x, 380, 1e-3);
-  EXPECT_EQ(hut.position.y, 300) << "without snapping the height stays";
-
+  DragTo("to 400, 600 without snapping", 400, 600);
   camera.pitch = 30;
   camera.UpdateDirection();
-  DragTo50();
-  EXPECT_NEAR(hut.position.x, 380, 1e-3) << "there is no ground in the sky";
+  story.Do("to the sky", [] { DragObjects(50, 50, 0, 0); });
+  story.Expect("dragged_group");
 }
 
-TEST_F(ObjectMapperTest, RaisingStopsAtTheGroundWhileItSnaps) {
-  StaticObject& hut = AddObject("hut", {100, 100, 100});
-  StaticObject& oak = AddObject("oak", {100, 100, 100});
-  ClickObject(0);
-  Choose(ObjectControl::RaiseLower);
-  DragUp(20);
-  EXPECT_FLOAT_EQ(hut.position.y, 101);
-  DragUp(-2000);
-  EXPECT_FLOAT_EQ(hut.position.y, kGround);
+TEST_F(ObjectMapperTest, PixelsUpRaiseAndTurn) {
+  MakeFlatGround();
+  SelectAll({&hut, &vehicle});
+  PressObjectControl(ObjectControl::RaiseLower);
+  hut.position.y = vehicle.position.y = 100;
+  DragUp("raised", 20);
+  DragUp("lowered into the ground", -2000);
   PressObjectControl(ObjectControl::SnapToGround);
-  DragUp(-100);
-  EXPECT_FLOAT_EQ(hut.position.y, kGround - 5);
-  EXPECT_EQ(oak.position.y, 100);
-}
-
-TEST_F(ObjectMapperTest, TenPixelsUpTurnByFiveDegrees) {
-  StaticObject& hut = AddObject("hut", {});
-  ObjectSpawn& spawn = AddObjectSpawn({});
-  hut.selected = spawn.selected = true;
-  UpdateToolButtons(true);
-  Choose(ObjectControl::RotateX);
-  DragUp(10);
-  Choose(ObjectControl::RotateY);
-  DragUp(-4);
-  Choose(ObjectControl::RotateZ);
-  DragUp(1);
-  EXPECT_EQ(hut.rotation, (Vector3{5, -2, 0.5f}));
-  EXPECT_EQ(spawn.rotation, (Vector3{5, -2, 0.5f}));
-  EXPECT_TRUE(editor.levelModified);
-  auto& texts = scripted::script.status[3];
-  EXPECT_EQ(texts.back(), "The first of 2: Position 0.00 / 0.00 / 0.00  Angle 5.0 / -2.0 / 0.5");
-  ReleaseObjects();
-  EXPECT_EQ(texts.back(), "");
+  DragUp("lowered without snapping", -100);
+  PressObjectControl(ObjectControl::RotateX);
+  DragUp("about X", 10);
+  PressObjectControl(ObjectControl::RotateY);
+  DragUp("about Y", -4);
+  PressObjectControl(ObjectControl::RotateZ);
+  DragUp("about Z", 1);
+  story.Do("released", ReleaseObjects);
+  PressObjectControl(ObjectControl::Select);
+  DragUp("with no tool", 10);
+  // Nothing enables them yet.
+  objectStore.tool = ObjectTool::ScaleWidth;
+  DragUp("wider", 10);
+  objectStore.tool = ObjectTool::ScaleHeight;
+  DragUp("higher", 20);
+  story.Expect("raised_and_turned");
 }
 
 TEST_F(ObjectMapperTest, TheTranslateToolSelectsWhatItIsPressedOnAndMovesItAtOnce) {
-  StaticObject& hut = AddObject("hut", {100, 0, 100});
-  StaticObject& oak = AddObject("oak", {200, 0, 100});
+  MakeFlatGround();
   ClickObject(0);
-  Choose(ObjectControl::Translate);
+  PressObjectControl(ObjectControl::Translate);
+  const auto press = [] { PressTranslate(50, 50); };
+  story.Do("pressed on the selected hut", press);
   HoverObject(1);
-  PressTranslate(0, 0);
-  EXPECT_TRUE(oak.selected);
-  EXPECT_FALSE(hut.selected);
+  story.Do("on the oak", press);
   LookDownOn(250, 100);
-  DragObjects(2, 1, 0, 0);
-  EXPECT_EQ(oak.position.x, 200) << "a click with a hand that is not quite still";
-  DragTo50();
-  EXPECT_NEAR(oak.position.x, 250, 1e-3);
-  EXPECT_EQ(hut.position.x, 100);
-  ReleaseObjects();
-  EXPECT_EQ(objectStore.tool, ObjectTool::Select) << "the selection changed";
-  EXPECT_TRUE(objectStore.toolsEnabled);
-}
-
-TEST_F(ObjectMapperTest, APressOnTheSelectionOrOnGroundKeepsTheTranslateTool) {
-  StaticObject& hut = AddObject("hut", {100, 0, 100});
-  ClickObject(0);
-  Choose(ObjectControl::Translate);
-  PressTranslate(0, 0);
-  EXPECT_EQ(hut.position.x, 100);
-  HoverNothing();
+  editor.pressX = 48, editor.pressY = 49;
+  DragTo("moved by 3 pixels", 250, 100);
+  editor.pressY = 48;
+  DragTo("by 4 pixels", 250, 100);
+  editor.pressX = editor.pressY = 50;
+  DragTo("and back", 260, 100);
+  story.Do("released", ReleaseObjects);
+  PressObjectControl(ObjectControl::Translate);
+  HoverObject(-1);
   LookDownOn(700, 800);
-  PressTranslate(50, 50);
-  EXPECT_NEAR(hut.position.x, 700, 1e-3) << "the selection jumps to the ground pressed on";
-  ReleaseObjects();
-  EXPECT_EQ(objectStore.tool, ObjectTool::Translate);
-}
-
-TEST_F(ObjectMapperTest, AHoveredIndexThatIsNoMoreIsNothing) {
-  AddObject("hut", {});
-  ClickObject(0);
-  DeleteSelected();
-  for (const int index : {0, 1, 5000}) {
-    ClickObject(index);
-    HoverEntity(index);
-    Click();
-    PressTranslate(0, 0);
-    EXPECT_FALSE(EditHovered());
-  }
-  EXPECT_FALSE(objectStore.toolsEnabled);
+  story.Do("pressed on the ground", press);
+  story.Do("released", ReleaseObjects);
+  HoverVehicle(0);
+  editor.ctrlHeld = true;
+  story.Do("Ctrl, on the vehicle", press);
+  story.Expect("translate_tool");
 }
 
 TEST_F(ObjectMapperTest, DeletingTakesObjectsAndEntitiesWithTheirItems) {
-  AddObject("hut", {}).selected = true;
-  AddObject("oak", {});
-  AddObjectSpawn({1, 0, 0}).selected = true;
-  AddObjectSpawn({2, 0, 0});
-  AddObjectSpawn({3, 0, 0}).selected = true;
+  DropVehicle(310, 100);
+  SelectAll({&hut, &vehicle});
   levelTree.view.remove = [](TreeItem) { EXPECT_TRUE(levelTree.suppressObjectSelection); };
-  DeleteSelected();
+  story.Do("the selected ones", DeleteSelected);
   levelTree.view.remove = [](TreeItem) {};
-  ASSERT_EQ(objectStore.objects.size(), 1u);
-  EXPECT_EQ(objectStore.objects[0].name, "oak");
-  const auto& spawns = entities.Of(EntityKind::ObjectSpawn).instances;
-  ASSERT_EQ(spawns.size(), 1u);
-  EXPECT_EQ(spawns[0]->position.x, 2);
-  EXPECT_THAT(ChildrenOf(levelTree.fixed.standardMeshes), SizeIs(1));
-  EXPECT_FALSE(levelTree.suppressObjectSelection || objectStore.toolsEnabled);
-  EXPECT_TRUE(editor.levelModified);
+  EXPECT_FALSE(levelTree.suppressObjectSelection);
+  story.Do("none", DeleteSelected);
+  AddObject("hut", {1, 2, 3}).selected = true;
+  RefreshTreeItems();
+  const TreeItem from = ObjectTemplate(0).treeItem, oakItem = objectStore.objects[0].treeItem;
+  const std::vector<TreeItem> items{from, oakItem, Vehicle(0).treeItem};
+  story.Do("chosen in the tree", [&] { EXPECT_TRUE(SelectByTreeItems(items)); });
+  story.Do("deleted in the tree", [&] { DeleteByTreeItems(items); });
+  story.Do("chosen when they are gone", [&] { EXPECT_FALSE(SelectByTreeItems(items)); });
+  story.Expect("deleted_selection");
 }
 
 TEST_F(ObjectMapperTest, PastedCopiesKeepTheirArrangementAtWholeUnits) {
-  StaticObject& hut = AddObject("hut", {100.25f, 0, 100});
+  hut.position = {100.25f, 0, 100};
   hut.rotation = {90, 1, 2};
   hut.scale = hut.colour = {1, 2, 3};
   hut.scaleGiven = hut.colorGiven = true;
-  StaticObject& oak = AddObject("oak", {110.75f, 0, 104.5f});
-  hut.selected = oak.selected = true;
+  oak.position = {110.75f, 0, 104.5f};
+  vehicle.position = {106, 0, 102};
+  DropVehicle(1, 3);
+  SelectAll({&hut, &oak, &vehicle});
   CopySelected();
-  EXPECT_TRUE(editor.somethingCopied);
   hut.scale = hut.rotation = {};
   hut.selected = false;
   ComputePivot();
   DeleteSelected();
   objectStore.CursorPoint = {3, 20, 500};  // the centre; the hut lies 5.25 to the right in the view
-  PasteCopied(0, 0);
-
-  ASSERT_EQ(objectStore.objects.size(), 3u);
-  const StaticObject& newHut = objectStore.objects[1];
-  EXPECT_EQ(newHut.position, (Vector3{kSide - 8, 20, 497}));
-  EXPECT_EQ(newHut.rotation, (Vector3{90, 1, 2}));
-  EXPECT_EQ(newHut.scale, (Vector3{1, 2, 3}));
-  EXPECT_EQ(newHut.colour, (Vector3{1, 2, 3}));
-  EXPECT_TRUE(newHut.scaleGiven && newHut.colorGiven) << "or it would not be saved";
-  EXPECT_EQ(objectStore.objects[2].position, (Vector3{kSide + 2, 20, 502}))
-      << "-2.25 becomes -2, toward zero";
-  EXPECT_FALSE(newHut.selected);
+  story.Do("paste", [] { PasteCopied(0, 0); });
   EXPECT_EQ(objectStore.CursorPoint, (Vector3{3, 20, 500}));
-}
-
-TEST_F(ObjectMapperTest, APastedObjectSpawnIsOneMoreOfItsTemplate) {
-  ObjectSpawn& a = AddObjectSpawn({100, 0, 100});
-  ObjectSpawn& b = AddObjectSpawn({104, 0, 100.5f});
-  a.selected = b.selected = true;
-  CopySelected();
-  PutCursorOver(300, 20, 300);
-  PasteCopied(0, 0);
-  const EntityTables& table = entities.Of(EntityKind::ObjectSpawn);
-  ASSERT_EQ(table.instances.size(), 4u);
-  EXPECT_EQ(table.templates.size(), 1u);
-  EXPECT_EQ(table.instances[2]->position, (Vector3{298, 20, 299.75f}));
-  EXPECT_EQ(table.instances[3]->position, (Vector3{302, 20, 300.25f}));
+  DeselectAll();
+  story.Do("copy of nothing", CopySelected);
+  story.Do("paste of it", [] { PasteCopied(0, 0); });
+  story.Expect("pasted_objects");
 }
 
 TEST_F(ObjectMapperTest, APasteIntoAFullTableSaysSoOnce) {
-  for (int i = 0; i < 2046; ++i) AddObject("hut", {}).selected = i < 5;
+  while (objectStore.objects.size() < 2046) AddObject("hut", {});
+  for (std::size_t i = 0; i < 5; ++i) objectStore.objects[i].selected = true;
   CopySelected();
-  scripted::script.answers = {PromptAnswer::Ok};
+  Answer({PromptAnswer::Ok});
   PasteCopied(0, 0);
   EXPECT_EQ(objectStore.objects.size(), 2048u);
-  EXPECT_EQ(scripted::script.prompts.size(), 1u);
+  ExpectPrompts({"Maximum number of objects exceeded"});
 }
 
-TEST_F(ObjectMapperTest, CopyingNothingLeavesNothingToPaste) {
-  AddObject("hut", {}).selected = true;
-  CopySelected();
-  DeselectAll();
-  CopySelected();
-  PasteCopied(0, 0);
-  EXPECT_FALSE(editor.somethingCopied);
-  EXPECT_EQ(objectStore.objects.size(), 1u);
+using StaticObjectsTest = ObjectLevelTest;
+
+TEST_F(StaticObjectsTest, ObjectsArePlacedAndDeleted) {
+  CachedMesh& mesh = objectStore.meshes.emplace_back();
+  mesh.name = "oak";
+  mesh.lists = {1, 2, 3, 4};
+  PutCursorOver(200, 7, 300);
+  objectStore.showTreeMeshes = false;
+  story.Do("one of a cached mesh", [] { EXPECT_TRUE(AddStaticObjectFromCache(0)); });
+  story.Do("one of no mesh", [] { EXPECT_FALSE(AddStaticObjectFromCache(1)); });
+  story.Do("one by its name", [] { EXPECT_TRUE(PlaceStaticObject("Oak", 10, 20, {1, 2, 3})); });
+  story.Do("a name that is none", [] { EXPECT_FALSE(PlaceStaticObject("elm", 1, 1, {})); });
+  objectStore.hoveredObject = objectStore.lastHoveredObject = 1;
+  levelTree.view.remove = [](TreeItem) {
+    EXPECT_EQ(objectStore.objects.size(), 1u) << "the tree may choose the next object meanwhile";
+  };
+  story.Do("the selected one is deleted", [] { DeleteStaticObject(0); });
+  levelTree.view.remove = [](TreeItem) {};
+  story.Do("one that is not there", [] { DeleteStaticObject(7); });
+  const TreeItem item = objectStore.objects[0].treeItem;
+  EXPECT_EQ(FindObjectByTreeItem(item), 0);
+  EXPECT_EQ(FindObjectByTreeItem(item + 1), -1);
+  EXPECT_EQ(FindObjectByTreeItem(0), -1);
+  objectStore.objects.resize(kMaxStaticObjects - 1, objectStore.objects[0]);
+  EXPECT_TRUE(PlaceStaticObject("oak", 1, 1, {}));
+  story.Do("more than there may be", [] {
+    EXPECT_FALSE(AddStaticObjectFromCache(0));
+    EXPECT_FALSE(PlaceStaticObject("oak", 1, 1, {}));
+  });
+  story.Expect("placed_objects");
+}
+
+TEST_F(StaticObjectsTest, ObjectsFollowTheCatalogueAndUnknownOnesAreReported) {
+  for (const char* name : {"shed", "hut", "Shed", "mill"})
+    AppendStaticObject(NewStaticObject(name));
+  const auto report = [] {
+    BeginLoadReport();
+    NoteUnknownObjects();
+    EndLoadReport();
+  };
+  story.Do("report", report);
+  story.Do("a catalogue with sheds",
+           [this] { LoadCatalogue("[X]\ndefault=StandardMesh(box)\nshed=TreeMesh(shed_m1)\n"); });
+  for (int i = 0; i < 20; ++i) AppendStaticObject(NewStaticObject("hall" + std::to_string(i)));
+  story.Do("report of many", report);
+  story.Expect("unknown_objects");
+}
+
+TEST_F(StaticObjectsTest, EverythingIsSetOnTheGroundAndCleared) {
+  MakeFlatGround();
+  SetHeight(10, 20, 200);
+  AddObject("hut", {kSide - 10 * terrain.cellSize - 1, 500, 20 * terrain.cellSize + 1});
+  AddVehicleTemplate();
+  DropVehicle(500, 500);
+  story.Do("set on the ground", SnapAllToGround);
+  objectStore.objects[0].selected = true;
+  objectStore.lastHoveredObject = 0;
+  objectStore.tool = ObjectTool::RotateX;
+  objectStore.toolsEnabled = editor.somethingCopied = true;
+  story.Do("cleared", ClearAllObjects);
+  story.Expect("cleared_objects");
 }
 
 }  // namespace

@@ -2,100 +2,63 @@
 
 #include <array>
 #include <cmath>
+#include <gmock/gmock.h>
+#include <memory>
 
 #include "core/editor_state.h"
+#include "objects/mesh_drawing.h"
+#include "objects/object_mapper.h"
 #include "objects/object_picture_test.h"
 #include "platform/scripted/script.h"
+#include "terrain/world_point.h"
 
 namespace mw {
 namespace {
 
-enum Side { kPlusX, kMinusX, kTop, kBottom, kPlusZ, kMinusZ };
+using ObjectRenderTest = ObjectPictureTest;
 
-const PictureColour& Colour(Side side) { return kSideColours[side]; }
-
-class ObjectRenderTest : public ObjectPictureTest {
- protected:
-  // Two boxes side by side with markers on them, as a level's objects have them.
-  StaticObject& AddBoxObject(const Vector3& at, MeshKind kind = MeshKind::StandardMesh) {
-    if (box_ == 0) {
-      MeshSurface surface;
-      AddBox(surface, {-2, 0, -2}, {2, 3, 2});
-      surface.texture = texture_;
-      box_ = MakeSceneMesh({&surface, 1});
-    }
-    return AddSceneObject(AddSceneEntry(kind, {-2, 0, -2}, {2, 3, 2}), box_, at);
+// The first angle turns about the vertical, clockwise seen from above, the second about X, the
+// third about Z; scale stretches along the mesh's own axes.
+TEST_F(ObjectRenderTest, ABodyIsSeenAndTouchedWhereItStands) {
+  objectStore.viewMode = ViewMode::TexturedMesh;
+  StaticObject& letter = AddLetter(Place(0, 0, 0));  // its arms point along -x
+  constexpr Vector3 kUnturned{}, kOwnSize{1, 1, 1};
+  const struct {
+    Vector3 point, rotation, scale;
+    const SceneCamera& from;
+    const PictureColour& seen;
+  } rows[] = {{{-0.5f, 2, 1}, kUnturned, kOwnSize, kFront, Colour(kPlusZ)},
+              {{-3.5f, 4.5f, 1}, kUnturned, kOwnSize, kFront, Colour(kPlusZ)},
+              {{-2.5f, 2.5f, 1}, kUnturned, kOwnSize, kFront, Colour(kPlusZ)},
+              {{-3.5f, 2.5f, 1}, kUnturned, kOwnSize, kFront, kSky},  // the shorter arm
+              {{3.5f, 4.5f, 1}, kUnturned, kOwnSize, kFront, kSky},
+              {{-0.5f, 5, -3.5f}, {90, 0, 0}, kOwnSize, kAbove, Colour(kTop)},
+              {{-0.5f, 5, 3.5f}, {90, 0, 0}, kOwnSize, kAbove, kSky},
+              {{-0.5f, 0, 2.5f}, {0, 90, 0}, kOwnSize, kAbove, Colour(kMinusZ)},
+              {{-0.5f, 0, -2.5f}, {0, 90, 0}, kOwnSize, kAbove, kSky},
+              {{4.5f, 3.5f, 1}, {0, 0, 90}, kOwnSize, kFront, Colour(kPlusZ)},
+              {{0.5f, 3.5f, 1}, {0, 0, 90}, kOwnSize, kFront, kSky},
+              {{-3.5f, 0, 0.5f}, {90, 90, 90}, kOwnSize, kAbove, kSky},
+              {{3.5f, 0, 4.5f}, {90, 90, 90}, kOwnSize, kAbove, kSky},
+              {{-7.5f, 4.5f, 1}, kUnturned, {2, 1, 1}, kFront, Colour(kPlusZ)},
+              {{-3.5f, 7, 3}, kUnturned, {1, 1.5f, 3}, kFront, Colour(kPlusZ)},
+              {{-3.5f, 7.8f, 3}, kUnturned, {1, 1.5f, 3}, kFront, kSky},
+              {{3.5f, 4.5f, 1}, kUnturned, {-1, 1, 1}, kFront, Colour(kPlusZ)}};
+  for (const auto& [point, rotation, scale, from, seen] : rows) {
+    letter.rotation = rotation;
+    letter.scale = scale;
+    EXPECT_EQ(HoveredAt(point, from), seen == kSky ? kNone : 0)
+        << point.x << ' ' << point.y << ' ' << point.z;
+    ExpectAt({point}, seen);
   }
-  // On the marker of a box at this place, given as Place takes it.
-  static void PointAtMarker(float x, float y, float z) {
-    objectStore.CursorPoint = {kMiddle + x, 50 + y + 3.5f, kMiddle + z};
-  }
-
-  static MeshSurface ThickLine() {
-    MeshSurface line;
-    line.kind = MeshSurface::Kind::Lines;
-    line.lineWidth = 3;
-    line.vertices = {{{-5, 1, 0}}, {{5, 1, 0}}};
-    line.indices = {0, 1};
-    return line;
-  }
-
-  MeshListId box_ = 0;
-};
-
-TEST_F(ObjectRenderTest, AMeshIsMirroredIntoViewCoordinates) {
-  objectStore.viewMode = ViewMode::TexturedMesh;
-  AddLetter(Place(0, 0, 0));
-  Draw();
-  EXPECT_EQ(At(-3.5f, 4.5f, 1), Colour(kPlusZ)) << "the arms point to the left";
-  EXPECT_EQ(At(-2.5f, 2.5f, 1), Colour(kPlusZ));
-  EXPECT_EQ(At(-3.5f, 2.5f, 1), kSky) << "the lower arm is the shorter one";
-  EXPECT_EQ(At(3.5f, 4.5f, 1), kSky);
-}
-
-TEST_F(ObjectRenderTest, TheFirstAngleTurnsAboutTheVerticalTheSecondAboutXTheThirdAboutZ) {
-  objectStore.viewMode = ViewMode::TexturedMesh;
-  StaticObject& letter = AddLetter(Place(0, 0, 0));
-  letter.rotation = {90, 0, 0};  // clockwise, seen from above: the arms point away from the viewer
-  Draw({kMiddle, 90, kMiddle, -90, 0});
-  EXPECT_EQ(At(-0.5f, 5, -3.5f), Colour(kTop));
-  EXPECT_EQ(At(-0.5f, 5, 3.5f), kSky);
-  letter.rotation = {0, 90, 0};  // falls forward
-  Draw({kMiddle, 90, kMiddle, -90, 0});
-  EXPECT_EQ(At(-0.5f, 0, 2.5f), Colour(kMinusZ));
-  EXPECT_EQ(At(-0.5f, 0, -2.5f), kSky);
-  letter.rotation = {0, 0, 90};  // falls to the right; the arms stand up
-  Draw();
-  EXPECT_EQ(At(4.5f, 3.5f, 1), Colour(kPlusZ));
-  EXPECT_EQ(At(0.5f, 3.5f, 1), kSky);
-}
-
-TEST_F(ObjectRenderTest, TheThreeTurnsFollowEachOtherInDrawingOrder) {
-  objectStore.viewMode = ViewMode::TexturedMesh;
-  StaticObject& letter = AddLetter(Place(0, 0, 0));
-  // About Z: the stem lies along +x, the arms stand along +y. About X: the arms lie along +z. About
-  // the vertical: the stem lies along +z, the arms along -x.
-  letter.rotation = {90, 90, 90};
-  Draw({kMiddle, 90, kMiddle, -90, 0});
-  EXPECT_NE(At(-0.5f, 0, 2.5f), kSky);
-  EXPECT_NE(At(-3.5f, 0, 4.5f), kSky);
-  EXPECT_EQ(At(-3.5f, 0, 0.5f), kSky);
-  EXPECT_EQ(At(3.5f, 0, 4.5f), kSky);
-}
-
-TEST_F(ObjectRenderTest, ScaleStretchesAlongTheMeshsOwnAxes) {
-  objectStore.viewMode = ViewMode::TexturedMesh;
-  StaticObject& letter = AddLetter(Place(0, 0, 0));
-  letter.scale = {2, 1, 1};
-  Draw();
-  EXPECT_EQ(At(-7.5f, 4.5f, 1), Colour(kPlusZ));
-  letter.scale = {1, 1.5f, 3};
-  Draw();
-  EXPECT_EQ(At(-3.5f, 7, 3), Colour(kPlusZ));
-  EXPECT_EQ(At(-3.5f, 7.8f, 3), kSky);
-  letter.scale = {-1, 1, 1};
-  Draw();
-  EXPECT_EQ(At(3.5f, 4.5f, 1), Colour(kPlusZ));
+  letter.rotation = {90, 90, 90};  // about Z first, then about X, then about the vertical
+  letter.scale = kOwnSize;
+  Draw(kAbove);
+  ExpectSomethingAt({{-0.5f, 0, 2.5f}, {-3.5f, 0, 4.5f}});
+  letter.rotation = {};
+  EXPECT_EQ(HoveredAt({-3.5f, 4.5f, 1.2f}), 0) << "nearly on it";
+  EXPECT_EQ(HoveredAt({-3.5f, 4.5f, 1.3f}), kNone);
+  EXPECT_EQ(HoveredAt({-3.5f, 1, 0.5f}), kNone) << "within its box, below the arms";
 }
 
 TEST_F(ObjectRenderTest, ManyObjectsLookAsDrawnOneByOne) {
@@ -109,142 +72,22 @@ TEST_F(ObjectRenderTest, ManyObjectsLookAsDrawnOneByOne) {
     object.boxColour = {static_cast<std::uint8_t>(i * 2), 200, static_cast<std::uint8_t>(i)};
   }
   PointAtMarker(std::fmod(7.3f * 4, 60.0f) - 30, 1, -4);
-  const SceneCamera cameras[] = {kFront,
-                                 {kMiddle, 110, kMiddle, -60, 20},
-                                 {kMiddle - 30, 60, kMiddle - 80, -10, 200},
-                                 {kMiddle, 200, kMiddle - 20, -90, 180}};
   for (const ViewMode mode : {ViewMode::DetailMesh, ViewMode::TexturedMesh}) {
     objectStore.viewMode = mode;
-    for (const SceneCamera& from : cameras) ExpectAsPlain(from);
+    for (const SceneCamera& from : {kFront,
+                                    {kMiddle, 110, kMiddle, -60, 20},
+                                    {kMiddle - 30, 60, kMiddle - 80, -10, 200},
+                                    {kMiddle, 200, kMiddle - 20, -90, 180}})
+      ExpectSimilar(Draw(from), DrawPlainly(from));
   }
-}
-
-TEST_F(ObjectRenderTest, WhereObjectsStandInOneAnotherTheFirstOneShows) {
-  objectStore.viewMode = ViewMode::DetailMesh;
-  AddLetter(Place(0, 0, 0)).boxColour = {10, 20, 30};
-  AddLetter(Place(0, 0, 0)).boxColour = {90, 20, 30};
-  Draw();
-  EXPECT_EQ(At(-0.5f, 2, 1), (PictureColour{10, 20, 30}));
-}
-
-TEST_F(ObjectRenderTest, TheViewModeChoosesThePicture) {
-  StaticObject& letter = AddLetter(Place(0, 0, 0));
-  const MeshSurface lines = ThickLine();
-  letter.lists[1] = MakeSceneMesh({&lines, 1});
-  letter.lists[2] = 0;
-  const auto draw = [&](ViewMode mode) {
-    objectStore.viewMode = mode;
-    Draw();
-    return At(-0.5f, 2.5f, 1);
-  };
-  EXPECT_EQ(draw(ViewMode::BoundingBox), letter.boxColour);
-  EXPECT_EQ(draw(ViewMode::CollisionMesh), kSky);
-  EXPECT_EQ(At(4, 1, 0), letter.boxColour);
-  EXPECT_EQ(draw(ViewMode::DetailMesh), kSky) << "no picture: nothing is drawn";
-  EXPECT_EQ(draw(ViewMode::TexturedMesh), Colour(kPlusZ));
-}
-
-TEST_F(ObjectRenderTest, ColoursTellHoverAndSelection) {
-  objectStore.viewMode = ViewMode::BoundingBox;
-  StaticObject& object = AddBoxObject(Place(0, 0, 0));
-  StaticObject& tree = AddBoxObject(Place(8, 0, 0), MeshKind::TreeMesh);
-  const auto expect = [&](const PictureColour& mesh, const PictureColour& marker) {
-    Draw();
-    EXPECT_EQ(At(0, 1.5f, 2), mesh);
-    EXPECT_EQ(At(0, 4.5f, 0), marker);
-  };
-  expect(object.boxColour, kWhite);
-  EXPECT_EQ(At(8, 1.5f, 2), kGreen) << "a tree";
-  object.selected = true;
-  expect(kRed, kRed);
-  PointAtMarker(0, 0, 0);
-  expect(kYellow, kRed);
-  object.selected = false;
-  expect(kGreen, kRed);
-  tree.selected = true;
-  Draw();
-  EXPECT_EQ(At(8, 1.5f, 2), kRed);
-  objectStore.viewMode = ViewMode::TexturedMesh;
-  expect(Colour(kPlusZ), kRed);
-}
-
-TEST_F(ObjectRenderTest, TheMouseHoversOverAMarkersFoot) {
-  AddBoxObject(Place(0, 0, 0));
-  AddBoxObject(Place(0.5f, 0, 0));
-  const auto hovered = [&](float x, float aboveBox, float z) {
-    objectStore.CursorPoint = {kMiddle + x, 53 + aboveBox, kMiddle + z};
-    Draw();
-    return objectStore.hoveredObject;
-  };
-  EXPECT_EQ(hovered(0, 0, 0), 0) << "the first of two";
-  EXPECT_EQ(hovered(1.25f, 1.75f, 0.75f), 1);
-  EXPECT_EQ(hovered(0, 1.8f, 0), -1);
-  EXPECT_EQ(hovered(-0.8f, 1, 0), -1);
-  EXPECT_EQ(hovered(0, 1, -0.8f), -1);
-}
-
-TEST_F(ObjectRenderTest, TheHoveredObjectIsKnownBetweenFramesAndNamedOnce) {
-  AddBoxObject(Place(0, 0, 0)).name = "bunker01";
-  auto& texts = scripted::script.status[1];
-  Draw();
-  EXPECT_EQ(objectStore.lastHoveredObject, -1);
-  PointAtMarker(0, 0, 0);
-  Draw();
-  EXPECT_EQ(objectStore.lastHoveredObject, 0);
-  EXPECT_EQ(texts, std::vector<std::string>{"Static Object: bunker01"});
-  Draw();
-  EXPECT_EQ(texts.size(), 1u) << "another text that was set since stays readable";
-  PointAtMarker(20, 0, 0);
-  Draw();
-  EXPECT_EQ(objectStore.lastHoveredObject, -1);
-  EXPECT_EQ(texts.back(), "") << "it is not there any more";
-  texts.emplace_back("Saved level");
-  PointAtMarker(0, 0, 0);
-  Draw();
-  EXPECT_EQ(texts.back(), "Static Object: bunker01");
-  texts.emplace_back("Saved level");
-  PointAtMarker(20, 0, 0);
-  Draw();
-  EXPECT_EQ(texts.back(), "Saved level");
-}
-
-TEST_F(ObjectRenderTest, HiddenKindsAreNeitherDrawnNorHoverable) {
-  AddBoxObject(Place(-4, 0, 0)).boxColour = {10, 20, 30};
-  AddBoxObject(Place(4, 0, 0), MeshKind::TreeMesh);
-  PointAtMarker(4, 0, 0);
-  objectStore.showTreeMeshes = false;
-  Draw();
-  EXPECT_EQ(At(-4, 1.5f, 2), (PictureColour{10, 20, 30}));
-  EXPECT_EQ(At(4, 1.5f, 2), kSky);
-  EXPECT_EQ(objectStore.hoveredObject, -1);
-  objectStore.showTreeMeshes = true;
-  objectStore.showStandardMeshes = false;
-  Draw();
-  EXPECT_EQ(At(-4, 1.5f, 2), kSky);
-  EXPECT_EQ(objectStore.lastHoveredObject, 1);
-  objectStore.showTreeMeshes = false;
-  const DrawnPicture nothing = Draw();
-  EXPECT_EQ(Count(nothing, kSky), kWidth * kHeight);
-  EXPECT_EQ(objectStore.lastHoveredObject, -1) << "what was hovered before is out of sight";
-}
-
-TEST_F(ObjectRenderTest, OnlyObjectsWithAMeshAreDrawn) {
-  AddBoxObject(Place(0, 0, 0)).meshIndex = -1;
-  AddBoxObject(Place(0, 0, 0)).catalogueIndex = -1;
-  AddBoxObject(Place(0, 0, 0)).catalogueIndex = kMaxCatalogueEntries;
-  EXPECT_EQ(Count(Draw(), kSky), kWidth * kHeight);
-  AddBoxObject(Place(0, 0, 0)).lists.fill(0);  // its mesh could not be loaded
-  Draw();
-  EXPECT_EQ(At(0, 4.5f, 0), kWhite) << "its marker";
-  EXPECT_EQ(At(0, 1.5f, 2), kSky);
 }
 
 TEST_F(ObjectRenderTest, MeshesFinerThanThePixelsLookAsDrawnWhole) {
   const MeshSurface ball = Ball(300, 2, texture_);
-  MeshSurface above = Ball(300, 1, 0), line = ThickLine();
+  MeshSurface above = Ball(300, 1, 0);
   for (MeshVertex& vertex : above.vertices) vertex.position.y += 4;
   const MeshListId two = MakeSceneMesh(std::array{ball, above});
-  const MeshListId withLine = MakeSceneMesh(std::array{ball, line});
+  const MeshListId withLine = MakeSceneMesh(std::array{ball, Line({-5, 1, 0}, {5, 1, 0})});
   const int entry = AddSceneEntry(MeshKind::StandardMesh, {-200, -200, -200}, {200, 200, 200});
   for (int k = 0; k < 120; ++k) {
     // Near and far ones by turns.
@@ -260,16 +103,165 @@ TEST_F(ObjectRenderTest, MeshesFinerThanThePixelsLookAsDrawnWhole) {
     objectStore.viewMode = mode;
     const DrawnPicture frame = Draw();
     EXPECT_LT(Count(frame, kSky), kWidth * kHeight * 9u / 10);
-    Begin(kFront);
-    plain::DrawStaticObjects();
-    EXPECT_LE(DifferentPixels(frame, ReadPicture()), 5u);
+    EXPECT_LE(DifferentPixels(frame, DrawPlainly(kFront)), 5u);
+  }
+}
+
+TEST_F(ObjectRenderTest, TheViewModeChoosesThePicture) {
+  StaticObject& letter = AddLetter(Place(0, 0, 0));
+  letter.lists[1] = MakeMesh(Line({-5, 1, 0}, {5, 1, 0}));
+  letter.lists[2] = 0;                              // no picture: nothing is drawn
+  AddLetter(Place(0, 0, 0)).boxColour = {1, 2, 3};  // what stands in the first is hidden by it
+  objectStore.objects[1].lists = letter.lists;
+  for (const auto& [mode, colour] : {std::pair{ViewMode::BoundingBox, letter.boxColour},
+                                     {ViewMode::CollisionMesh, kSky},
+                                     {ViewMode::DetailMesh, kSky},
+                                     {ViewMode::TexturedMesh, Colour(kPlusZ)}}) {
+    objectStore.viewMode = mode;
+    Draw();
+    ExpectAt({{-0.5f, 2.5f, 1}}, colour);
+    if (mode == ViewMode::CollisionMesh) ExpectAt({{4, 1, 0}}, letter.boxColour);
+  }
+}
+
+TEST_F(ObjectRenderTest, ColoursTellHoverAndSelection) {
+  StaticObject& object = AddBoxObject(Place(0, 0, 0));
+  StaticObject& tree = AddBoxObject(Place(8, 0, 0), MeshKind::TreeMesh);
+  const auto expect = [&](const PictureColour& mesh, const PictureColour& marker) {
+    Draw();
+    ExpectAt({{0, 1.5f, 2}}, mesh);
+    ExpectAt({{0, 4.5f, 0}}, marker);
+    ExpectAt({{8, 1.5f, 2}}, tree.selected ? kRed : kGreen);
+  };
+  expect(object.boxColour, kWhite);
+  object.selected = true;
+  expect(kRed, kRed);
+  PointAtMarker(0, 0, 0);
+  expect(kYellow, kRed);
+  object.selected = false;
+  tree.selected = true;
+  expect(kGreen, kRed);
+  objectStore.viewMode = ViewMode::TexturedMesh;
+  Draw();
+  ExpectAt({{0, 1.5f, 2}}, Colour(kPlusZ));
+  ExpectAt({{0, 4.5f, 0}}, kRed);
+}
+
+TEST_F(ObjectRenderTest, MarkersAreTouchedFirstThenTheNearestBodyOfWhatIsShown) {
+  AddBoxObject(Place(0, 0, 0));
+  AddBoxObject(Place(0.5f, 0, 0));
+  const std::pair<Vector3, int> feet[] = {{{0, 3, 0}, 0},  // the first of two
+                                          {{1.25f, 4.75f, 0.75f}, 1},
+                                          {{0, 4.8f, 0}, kNone},
+                                          {{-0.8f, 4, 0}, kNone},
+                                          {{0, 4, -0.8f}, kNone}};
+  for (const auto& [point, hovered] : feet) EXPECT_EQ(HoveredAt(point), hovered);
+  objectStore.objects[1].position = Place(3, 0, 0);
+  constexpr Vector3 kBesideTheFirst{2.05f, 1.5f, 2}, kOnItsSide{-2, 1.5f, 0};
+  EXPECT_EQ(HoveredAt(kBesideTheFirst), 1);
+  EXPECT_EQ(HoveredAt(kOnItsSide), 0);
+  AddBoxObject(Place(-2.3f, -2, 0));
+  EXPECT_EQ(HoveredAt(kOnItsSide), 2) << "its marker stands there";
+  objectStore.objects.pop_back();
+
+  auto soldier = std::make_unique<SoldierSpawn>();
+  soldier->position = Place(-2.1f, 0, 0);
+  soldier->modes = kModeConquest;
+  entities.Of(EntityKind::SoldierSpawn).instances.push_back(std::move(soldier));
+  EXPECT_EQ(HoveredAt(kOnItsSide), kNone);
+  EXPECT_TRUE(HoveredInstance());
+  objectStore.showSoldierSpawns = false;
+  EXPECT_EQ(HoveredAt(kOnItsSide), 0);
+  objectStore.showStandardMeshes = false;
+  EXPECT_EQ(HoveredAt(kOnItsSide), kNone);
+}
+
+TEST_F(ObjectRenderTest, BetweenTheLinesOfACollisionMeshItsBoxIsTouched) {
+  AddBoxObject(Place(0, 0, 0)).lists[1] = MakeMesh(Line({-2, 0, 0}, {2, 3, 0}));
+  EXPECT_EQ(HoveredAt({1, 1, 1}), kNone) << "in the middle of a solid box";
+  objectStore.viewMode = ViewMode::CollisionMesh;
+  EXPECT_EQ(HoveredAt({1, 1, 1}), 0);
+  EXPECT_EQ(HoveredAt({2.5f, 1, 1}), kNone);
+}
+
+TEST_F(ObjectRenderTest, TheHoveredObjectIsKnownBetweenFramesAndNamedOnce) {
+  AddBoxObject(Place(0, 0, 0)).name = "bunker01";
+  auto& texts = scripted::script.status[1];
+  for (const bool onIt : {false, true, true, false, true, false}) {
+    PointAtMarker(onIt ? 0 : 20, 0, 0);
+    Draw();
+    EXPECT_EQ(objectStore.lastHoveredObject, onIt ? 0 : kNone);
+    if (texts.size() == 3) texts.emplace_back("Saved level");  // which stays readable
+  }
+  EXPECT_THAT(texts, testing::ElementsAre("Static Object: bunker01", "", "Static Object: bunker01",
+                                          "Saved level"));
+}
+
+TEST_F(ObjectRenderTest, HiddenKindsAreNeitherDrawnNorHoverable) {
+  const PictureColour colour = AddBoxObject(Place(-4, 0, 0)).boxColour = {10, 20, 30};
+  AddBoxObject(Place(4, 0, 0), MeshKind::TreeMesh);
+  PointAtMarker(4, 0, 0);
+  for (const auto& [houses, trees] : {std::pair{true, false}, {false, true}, {false, false}}) {
+    objectStore.showStandardMeshes = houses;
+    objectStore.showTreeMeshes = trees;
+    const DrawnPicture picture = Draw();
+    ExpectAt({{-4, 1.5f, 2}}, houses ? colour : kSky);
+    ExpectAt({{4, 1.5f, 2}}, trees ? kGreen : kSky);
+    EXPECT_EQ(objectStore.lastHoveredObject, trees ? 1 : kNone);
+    EXPECT_EQ(Count(picture, kSky) == kWidth * kHeight, !houses && !trees);
+  }
+}
+
+TEST_F(ObjectRenderTest, OnlyObjectsWithAMeshAreDrawn) {
+  AddBoxObject(Place(0, 0, 0)).meshIndex = -1;
+  AddBoxObject(Place(0, 0, 0)).catalogueIndex = -1;
+  AddBoxObject(Place(0, 0, 0)).catalogueIndex = kMaxCatalogueEntries;
+  EXPECT_EQ(Count(Draw(), kSky), kWidth * kHeight);
+  AddBoxObject(Place(0, 0, 0)).lists.fill(0);  // its mesh could not be loaded
+  Draw();
+  ExpectAt({{0, 4.5f, 0}}, kWhite);  // its marker
+  ExpectAt({{0, 1.5f, 2}}, kSky);
+}
+
+TEST_F(ObjectRenderTest, AnObjectThatTheCatalogueDoesNotHaveIsAPlainBoxAndNamed) {
+  StaticObject& shed = AddSceneObject(-1, 0, Place(0, 0, 0));
+  shed.name = "shed";
+  shed.meshIndex = -1;
+  shed.unknown = true;
+  for (const ViewMode mode :
+       {ViewMode::BoundingBox, ViewMode::CollisionMesh, ViewMode::TexturedMesh}) {
+    objectStore.viewMode = mode;
+    EXPECT_EQ(HoveredAt({9, 9, 9}), kNone);
+    ExpectAt({{0, 1, 1}}, shed.boxColour);
+    ExpectAt({{0, 4.5f, 0}}, kWhite);  // its marker
+    EXPECT_EQ(HoveredAt({0, 1, 1}), 0);
+    EXPECT_EQ(scripted::script.status[1].back(), "Static Object: shed");
+  }
+}
+
+TEST_F(ObjectRenderTest, ABodyIsMovedOverTheGroundBehindItAndComesNoNearer) {
+  editor.viewWidth = kWidth, editor.viewHeight = kHeight;
+  const SceneCamera above{kMiddle, 170, kMiddle + 60, -50, 0};
+  StaticObject& box = AddBoxObject(Place(0, 0, 0));
+  box.position.y = HeightAt(box.position.x, box.position.z);
+  Draw(above);
+  const Pixel from = PixelAt({0, box.position.y - 50 + 2, 2});
+  objectStore.tool = ObjectTool::Translate;
+  PressTranslate(from.column, from.row);
+  ASSERT_TRUE(box.selected);
+  const auto ground = GroundUnderCursor(from.column + 60, from.row + 20);
+  ASSERT_TRUE(ground);
+  for (int frame = 0; frame < 3; ++frame) {
+    DragObjects(from.column + 60, from.row + 20, from.column, from.row);
+    EXPECT_NEAR(box.ViewPosition().x, ground->x, 0.01);
+    EXPECT_NEAR(box.ViewPosition().z, ground->z, 0.01);
+    Draw(above);
   }
 }
 
 TEST_F(ObjectRenderTest, DrawingLeavesTheStateOfTheOtherRenderers) {
   AddLetter(Place(0, 0, 0));
-  const MeshSurface lines = ThickLine();
-  AddSceneObject(0, MakeSceneMesh({&lines, 1}), Place(0, 0, 0));
+  AddSceneObject(0, MakeMesh(Line({-5, 1, 0}, {5, 1, 0})), Place(0, 0, 0));
   for (const ViewMode mode : {ViewMode::CollisionMesh, ViewMode::TexturedMesh}) {
     objectStore.viewMode = mode;
     Begin(kFront);
@@ -292,11 +284,10 @@ TEST_F(ObjectRenderTest, DrawingLeavesTheStateOfTheOtherRenderers) {
 }
 
 TEST_F(ObjectRenderTest, TheBrowserTurnsItsMeshInFrontOfTheViewer) {
-  const MeshSurface surface = LetterF(texture_);
   PreviewMesh& preview = objectStore.preview;
   preview.boxA = {0, 0, 0};
   preview.boxB = {4, 5, 1};
-  preview.mesh.lists[3] = MakeSceneMesh({&surface, 1});
+  preview.mesh.lists[3] = MakeMesh(LetterF(texture_));
   editor.frameSeconds = 0.5f;
   const auto draw = [&] {
     Begin({0, 0, 0, 0, 0});
@@ -313,6 +304,60 @@ TEST_F(ObjectRenderTest, TheBrowserTurnsItsMeshInFrontOfTheViewer) {
   EXPECT_GT(Count(turned, Colour(kTop)), 50u) << "seen from above";
   editor.frameSeconds = 9;
   EXPECT_GT(Count(draw(), Colour(kMinusZ)), 300u) << "half a turn later";
+}
+
+class MeshDrawingTest : public ObjectPictureTest {
+ protected:
+  // A square that faces the viewer of kFront, from the given place to the right.
+  static MeshSurface Square(float x, unsigned texture) {
+    MeshSurface square;
+    square.texture = texture;
+    for (const auto& [dx, y] : {std::pair{0.f, 50.f}, {2.f, 50.f}, {2.f, 52.f}, {0.f, 52.f}})
+      square.vertices.push_back({{kMiddle + x + dx, y, kMiddle}, 0.1f, 0});
+    square.indices = {0, 1, 2, 0, 2, 3};
+    return square;
+  }
+  static MeshListId MakeSquare() { return CreateMeshList(std::array{Square(0, 0)}); }
+  // How many pixels have this colour; for the sky's, how many have another.
+  std::size_t Draw(MeshListId list, const PictureColour& colour = kWhite) {
+    Begin(kFront);
+    glEnable(GL_TEXTURE_2D);
+    glColor3ub(255, 255, 255);
+    CallMeshList(list);
+    glDisable(GL_TEXTURE_2D);
+    const DrawnPicture picture = ReadPicture();
+    return colour == kSky ? kWidth * kHeight - Count(picture, kSky) : Count(picture, colour);
+  }
+};
+
+TEST_F(MeshDrawingTest, SurfacesKeepTheirTexturesOrNone) {
+  const MeshListId list =
+      CreateMeshList(std::array{Square(-4, texture_), Square(-1, 0), Square(2, texture_)});
+  const auto plain = static_cast<double>(Draw(list));
+  EXPECT_GT(plain, 100);
+  EXPECT_NEAR(static_cast<double>(Draw(list, kSideColours[0])), 2 * plain, 0.2 * plain);
+  DeleteMeshList(list);
+}
+
+TEST_F(MeshDrawingTest, DeletedAndUnknownListsDrawNothingAndComeNotBack) {
+  const MeshListId deleted = MakeSquare();
+  BindMeshList(deleted);
+  int vertices = 0, indices = 0;
+  glGetIntegerv(GL_ARRAY_BUFFER_BINDING, &vertices);
+  glGetIntegerv(GL_ELEMENT_ARRAY_BUFFER_BINDING, &indices);
+  UnbindMeshList();
+  EXPECT_TRUE(glIsBuffer(static_cast<GLuint>(vertices)));
+  for (const MeshListId list : {deleted, deleted, 0u}) DeleteMeshList(list);
+  EXPECT_FALSE(glIsBuffer(static_cast<GLuint>(vertices)));
+  EXPECT_FALSE(glIsBuffer(static_cast<GLuint>(indices)));
+  const MeshListId next = MakeSquare();
+  EXPECT_NE(next, deleted);
+  EXPECT_EQ(Draw(deleted, kSky), 0u);
+  EXPECT_EQ(CreateMeshList({}), 0u);
+  EXPECT_EQ(Draw(0, kSky), 0u);
+  EXPECT_GT(Draw(next), 100u);
+  DeleteAllMeshLists();
+  EXPECT_EQ(Draw(next, kSky), 0u) << "the context goes";
 }
 
 }  // namespace
