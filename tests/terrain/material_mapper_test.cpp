@@ -1,23 +1,91 @@
 #include "terrain/material_mapper.h"
 
 #include <algorithm>
-#include <gmock/gmock.h>
 #include <set>
 #include <utility>
 
 #include "data/level_archive_test.h"
+#include "support/golden.h"
+#include "support/test.h"
+#include "terrain/flat_ground.h"
 #include "terrain/material_mode_test.h"
-#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
 
-using ::testing::ElementsAre;
-
 constexpr std::uint32_t kPaint = 15;
 
-// The ground is all "Default" and the brush paints another material.
-class MaterialBrushTest : public MaterialModeTest {
+using MaterialBrushTest = FlatGround<SandboxTest>;
+
+TEST_F(MaterialBrushTest, EachBrushPaintsTheCellsThatAreListed) {
+  const struct {
+    const char* name;
+    int size;
+    BrushWay way;
+    int rowsInView = kSide;
+    float firstZInSight = -1;
+  } strokes[] = {
+      {"cell under the cursor", 1, BrushWay::At(401, 403)},
+      {"on a line between cells the farther one", 1, BrushWay::At(400, 400)},
+      {"square around the cell", 2, BrushWay::At(401, 403)},
+      {"largest square", 9, BrushWay::At(401, 403)},
+      {"slanting way", 1, {401, 403, 417, 411}},
+      {"way of a square", 2, {401, 403, 401, 423}},
+      {"before the first corner", 3, BrushWay::At(-1, 1)},
+      {"behind the last corner", 3, BrushWay::At(1026, 1022)},
+      {"at the edge of the view square", 3, BrushWay::At(401, 403), 100},
+      {"outside the view square", 3, BrushWay::At(420, 403), 100},
+      {"partly out of sight", 3, BrushWay::At(401, 403), kSide, 400},
+      {"at a place that no level has", 9, {-1e30f, 1e30f, 1e30f, -1e30f}},
+  };
+  SetCurrentMaterial(kPaint);
+  materialMapper->materialCellSize = terrain.cellSize;  // as a frame finds
+  std::string listing;
+  for (const auto& [name, size, way, rowsInView, firstZInSight] : strokes) {
+    StartFlat();
+    terrain.viewSquare.ViewRowEnd = rowsInView;
+    camera.frustum[0] = {0, 0, 1, -firstZInSight};
+    SetMaterialBrushSize(size);
+    PaintAlong(way);
+    listing += std::string("== ") + name + "\n" + Told() + Materials();
+  }
+  ExpectGolden("terrain/material_brush.txt", listing);
+}
+
+TEST_F(MaterialBrushTest, SettingsOutsideTheirRangeBecomeTheNearest) {
+  SetMaterialBrushSize(0);
+  SetCurrentMaterial(-1);
+  EXPECT_EQ(materialMapper->brushSize, 1u);
+  EXPECT_EQ(materialMapper->currentMaterial, 0u);
+  SetMaterialBrushSize(10);
+  SetCurrentMaterial(16);
+  EXPECT_EQ(materialMapper->brushSize, 9u);
+  EXPECT_EQ(materialMapper->currentMaterial, 15u);
+}
+
+using MaterialFillTest = FlatGround<LevelArchiveTest>;
+
+TEST_F(MaterialFillTest, FillReachesEveryByteOfTheFileAndNoCellBeside) {
+  SetCurrentMaterial(6);
+  Answer({PromptAnswer::Cancel, PromptAnswer::Ok});
+  FillWithMaterial();
+  EXPECT_FALSE(editor.levelModified) << "the question was declined";
+  BeginLoadReport();
+  NoteDamagedPart(LevelPart::MaterialMap, "cut off");
+  FillWithMaterial();
+  EXPECT_TRUE(MayWrite(LevelPart::MaterialMap)) << "the damaged one is replaced";
+  ExpectBoxes({{"This will replace the materials of the whole level by the chosen one.", "WARNING",
+                PromptButtons::OkCancel, PromptIcon::Exclamation},
+               {"This will replace the materials of the whole level by the chosen one.", "WARNING",
+                PromptButtons::OkCancel, PromptIcon::Exclamation}});
+  EXPECT_TRUE(editor.levelModified);
+  EXPECT_EQ(Materials(), "1-256: 0-255=6\n");
+  EXPECT_TRUE(SaveMaterialMap());
+  EXPECT_TRUE(Get("materialmap.raw") == std::string(256 * 256, '\6'));
+}
+
+// The brush in front of a drawn view of "Default" ground.
+class MaterialStrokeTest : public MaterialModeTest {
  protected:
   void SetUp() override {
     MaterialModeTest::SetUp();
@@ -34,63 +102,10 @@ class MaterialBrushTest : public MaterialModeTest {
     }
     return cells;
   }
-  // Rows i0 ... i1 and columns j0 ... j1.
-  static std::set<std::pair<int, int>> Block(int i0, int i1, int j0, int j1) {
-    std::set<std::pair<int, int>> cells;
-    for (int i = i0; i <= i1; ++i) {
-      for (int j = j0; j <= j1; ++j) cells.emplace(i, j);
-    }
-    return cells;
-  }
 };
 
-TEST_F(MaterialBrushTest, TheSmallestBrushPaintsTheCellUnderTheCursor) {
-  PaintAt(1001, 1003);
-  EXPECT_THAT(PaintedCells(), ElementsAre(std::pair{251, 250}));
-  EXPECT_TRUE(editor.levelModified);
-}
-
-TEST_F(MaterialBrushTest, OnALineBetweenCellsOnlyTheFartherOneIsPainted) {
-  PaintAt(1000, 1000);
-  EXPECT_THAT(PaintedCells(), ElementsAre(std::pair{251, 250}));
-}
-
-TEST_F(MaterialBrushTest, TheBrushIsASquareAroundThatCell) {
-  SetMaterialBrushSize(2);
-  PaintAt(1001, 1003);
-  EXPECT_EQ(PaintedCells(), Block(250, 252, 249, 251));
-  SetMaterialBrushSize(9);
-  PaintAt(1001, 1003);
-  EXPECT_EQ(PaintedCells(), Block(243, 259, 242, 258));
-}
-
-TEST_F(MaterialBrushTest, NothingOutsideTheLevelIsPainted) {
+TEST_F(MaterialStrokeTest, ThePointUnderTheCursorIsTheBrushesOwnAndOnlyShowsWithoutTheButton) {
   SetMaterialBrushSize(3);
-  PaintAt(-1, 1, {10, 255, 10, -90, 180});
-  EXPECT_EQ(PaintedCells(), Block(1, 2, 0, 2));
-  PaintAt(2050, 2046, {2040, 255, 2040, -90, 180});
-  std::set<std::pair<int, int>> both = Block(1, 2, 0, 2);
-  both.merge(Block(511, 512, 509, 511));
-  EXPECT_EQ(PaintedCells(), both);
-}
-
-TEST_F(MaterialBrushTest, CellsThatTheViewDoesNotShowStay) {
-  SetMaterialBrushSize(9);
-  PaintAt(1000, 1400);                             // beyond the view square
-  PaintAt(800, 1000, {1000, 140, 1000, -5, 270});  // behind the camera
-  EXPECT_TRUE(PaintedCells().empty());
-  EXPECT_FALSE(editor.levelModified);
-}
-
-TEST_F(MaterialBrushTest, WithoutTheButtonTheBrushOnlyShows) {
-  materialMapper->pick = {1010, 60, 1010};
-  SetMaterialBrushSize(3);
-  MaterialFrame(kTopDown);
-  EXPECT_TRUE(PaintedCells().empty());
-  EXPECT_FALSE(editor.levelModified);
-}
-
-TEST_F(MaterialBrushTest, ThePointUnderTheCursorIsTheBrushesOwn) {
   MaterialFrame({1010, 200, 1006, -90, 180});
   PickMaterialPoint(kWidth / 2, kHeight / 2);
   EXPECT_NEAR(materialMapper->pick.x, 1010, 0.6);
@@ -98,9 +113,11 @@ TEST_F(MaterialBrushTest, ThePointUnderTheCursorIsTheBrushesOwn) {
   EXPECT_EQ(terrain.pick.x, 0) << "that of the Terrain Mapper";
   PickMaterialPoint(kWidth, 0);  // outside the view
   EXPECT_TRUE(materialMapper->pickMissed);
+  EXPECT_TRUE(PaintedCells().empty());
+  EXPECT_FALSE(editor.levelModified);
 }
 
-TEST_F(MaterialBrushTest, AStrokeCoversTheLineBetweenItsPicks) {
+TEST_F(MaterialStrokeTest, AStrokeCoversTheLineBetweenItsPicks) {
   MaterialFrame(kTopDown);
   const auto cellUnder = [](int x, int y) {
     PickMaterialPoint(x, y);
@@ -122,46 +139,6 @@ TEST_F(MaterialBrushTest, AStrokeCoversTheLineBetweenItsPicks) {
   StopPainting();
   PickMaterialPoint(90, 200);
   EXPECT_EQ(PaintedCells().size(), painted.size() + 1);
-}
-
-TEST_F(MaterialBrushTest, SettingsOutsideTheirRangeBecomeTheNearest) {
-  SetMaterialBrushSize(0);
-  SetCurrentMaterial(-1);
-  EXPECT_EQ(materialMapper->brushSize, 1u);
-  EXPECT_EQ(materialMapper->currentMaterial, 0u);
-  SetMaterialBrushSize(10);
-  SetCurrentMaterial(16);
-  EXPECT_EQ(materialMapper->brushSize, 9u);
-  EXPECT_EQ(materialMapper->currentMaterial, 15u);
-}
-
-// A level of 256 x 256 cells with its archive open.
-class MaterialFillTest : public LevelArchiveTest {
- protected:
-  MaterialFillTest() {
-    modConfig.MaterialSize = 256;
-    modConfig.WorldSize = 1024;
-    CreateTerrain();
-    CreateMaterialMapper();
-  }
-  ~MaterialFillTest() override {
-    DestroyMaterialMapper();
-    DestroyTerrain();
-  }
-};
-
-TEST_F(MaterialFillTest, FillReachesEveryByteOfTheFileAndNoCellBeside) {
-  SetCurrentMaterial(6);
-  scripted::script.answers = {PromptAnswer::Cancel, PromptAnswer::Ok};
-  FillWithMaterial();
-  EXPECT_FALSE(editor.levelModified) << "the question was declined";
-  FillWithMaterial();
-  EXPECT_TRUE(SaveMaterialMap());
-  EXPECT_TRUE(Get("materialmap.raw") == std::string(256 * 256, '\6'));
-  EXPECT_TRUE(editor.levelModified);
-  EXPECT_EQ(materialMapper->grid[0][0], 0u);
-  EXPECT_EQ(materialMapper->grid[257][0], 0u);
-  EXPECT_EQ(materialMapper->grid[1][256], 0u);
 }
 
 }  // namespace
