@@ -1,0 +1,290 @@
+#include <QAbstractItemView>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QImage>
+#include <QLabel>
+#include <QRadioButton>
+#include <QSlider>
+#include <QTest>
+#include <limits>
+
+#include "data/textures.h"
+#include "objects/ui/run_dialog.h"
+#include "support/golden.h"
+#include "terrain/ui/random_terrain_dialog.h"
+#include "terrain/ui/road_dialog.h"
+#include "terrain/ui/sample_bits_dialog.h"
+#include "terrain/ui/shadow_dialog.h"
+#include "terrain/ui/shadow_grid.h"
+#include "terrain/ui/surface_assignments_dialog.h"
+#include "terrain/ui/terrain_ui_test.h"
+
+namespace mw {
+namespace {
+
+// Runs a dialog, lets the user act and presses a button.
+template <typename Dialog>
+auto AskWith(Dialog dialog, const char* button, const std::function<void(const OpenDialog&)>& act) {
+  WhenDialogOpens([=](const OpenDialog& open) {
+    act(open);
+    open.Press(button);
+  });
+  return dialog();
+}
+
+using TerrainDialogsTest = TerrainInSandbox;
+
+TEST_F(TerrainDialogsTest, TheRandomTerrainIsThatOfTheSlidersWhichStartAtTheDefaultsEachTime) {
+  for (const char* button : {"cancelButton", "okButton"}) {
+    const auto parameters =
+        AskWith([] { return RandomTerrainDialog(nullptr); }, button,
+                [](const OpenDialog& dialog) {
+                  const auto number = [&](const char* label) {
+                    return dialog.Widget<QLabel>(label).text().toInt();
+                  };
+                  EXPECT_EQ(number("smoothnessValue"), 6);
+                  EXPECT_EQ(number("heightValue"), 10);
+                  QTest::keyClick(&dialog.Widget<QSlider>("smoothnessSlider"), Qt::Key_Left);
+                  QTest::keyClick(&dialog.Widget<QSlider>("heightSlider"), Qt::Key_End);
+                  EXPECT_EQ(number("smoothnessValue"), 5);
+                  EXPECT_EQ(number("heightValue"), 25);
+                });
+    ASSERT_EQ(parameters.has_value(), button == std::string_view("okButton"));
+    if (!parameters) continue;
+    EXPECT_EQ(parameters->base, 127);
+    EXPECT_EQ(parameters->amplitude, 25);
+    EXPECT_EQ(parameters->smoothPasses, 5);
+  }
+}
+
+TEST_F(TerrainDialogsTest, EachRadioButtonIsADepthAndEscapeNone) {
+  const std::pair<const char*, SampleBits> depths[] = {
+      {"eightBitsRadio", SampleBits::Eight},
+      {"sixteenBitsRadio", SampleBits::Sixteen},
+      {"twentyFourBitsRadio", SampleBits::TwentyFour}};
+  const auto ask = [] { return SampleBitsDialog(nullptr, "Select Export Bits"); };
+  for (const auto& [name, bits] : depths) {
+    const auto choose = [name = name](const OpenDialog& dialog) {
+      EXPECT_EQ(dialog.window.windowTitle(), "Select Export Bits");
+      auto& radio = dialog.Widget<QRadioButton>(name);
+      radio.setFocus();
+      QTest::keyClick(&radio, Qt::Key_Space);
+    };
+    EXPECT_EQ(AskWith(ask, "okButton", choose), bits);
+    EXPECT_FALSE(AskWith(ask, "cancelButton", choose));
+  }
+  WhenDialogOpens([](const OpenDialog& dialog) {
+    QTest::keyClick(&dialog.window, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.window.isVisible());
+  });
+  EXPECT_FALSE(ask());
+}
+
+TEST_F(TerrainDialogsTest, ARoadIsBuiltAsChosenWithAMaterialOnlyWhileOneIsAddedAndCancelKeepsNone) {
+  const auto ask = [] { return CreateRoadDialog(nullptr); };
+  const auto choose = [](const char* material) {
+    return [material](const OpenDialog& dialog) {
+      auto& materials = dialog.Widget<QComboBox>("materialCombo");
+      for (const bool added : {true, false, true}) {
+        dialog.Widget<QCheckBox>("autoMaterialCheck").click();
+        EXPECT_EQ(materials.isEnabled(), added);
+      }
+      materials.setCurrentText(material);
+      dialog.Widget<QComboBox>("widthCombo").setCurrentText("Quadruple Lane");
+    };
+  };
+  EXPECT_FALSE(AskWith(ask, "cancelButton", choose("Mud")));
+  EXPECT_EQ(terrain.roadWidth, 1);
+  EXPECT_EQ(terrain.roadMaterial, 1);
+  EXPECT_EQ(terrain.roadAutoMaterial, 0);
+  EXPECT_TRUE(AskWith(ask, "okButton", choose("Gravel")));
+  EXPECT_EQ(terrain.roadWidth, 4);
+  EXPECT_EQ(terrain.roadMaterial, 8);
+  EXPECT_EQ(terrain.roadAutoMaterial, 1);
+  AskWith(ask, "cancelButton", [](const OpenDialog& dialog) {
+    EXPECT_EQ(dialog.Widget<QComboBox>("widthCombo").currentText(), "Quadruple Lane");
+    EXPECT_EQ(dialog.Widget<QComboBox>("materialCombo").currentText(), "Gravel");
+    EXPECT_TRUE(dialog.Widget<QComboBox>("materialCombo").isEnabled());
+    EXPECT_TRUE(dialog.Widget<QCheckBox>("autoMaterialCheck").isChecked());
+  });
+}
+
+// The grids of tiles. A cell's place is a pixel near its far corner, clear of text and lines.
+QPoint Place(int column, int row) { return {32 * column + 28, 255 - 32 * row - 3}; }
+
+void ClickTile(const OpenDialog& dialog, int column, int row) {
+  QTest::mouseClick(&dialog.Widget<QWidget>("grid"), Qt::LeftButton, {}, Place(column, row));
+}
+
+// What a grid shows, a sign for each tile, and where its yellow lines run.
+std::string Shown(QWidget& grid) {
+  const QImage image = grid.grab().toImage();
+  const auto colour = [&](const QPoint& at) {
+    return image.pixelColor(at * grid.devicePixelRatioF());
+  };
+  std::string shown;
+  for (int row = 7; row >= 0; --row) {
+    for (int column = 0; column < 8; ++column) {
+      const std::pair<QColor, char> signs[] = {
+          {{115, 210, 100}, 'a'}, {{115, 111, 200}, 'f'}, {{215, 110, 100}, '-'}, {{0, 0, 0}, '.'}};
+      const auto* const sign =
+          std::ranges::find(signs, colour(Place(column, row)), &std::pair<QColor, char>::first);
+      const bool marked = colour({32 * column + 12, 255 - 32 * row - 4}) == QColor(255, 255, 0);
+      shown += marked ? 's' : sign == std::end(signs) ? '?' : sign->second;
+    }
+    shown += '\n';
+  }
+  for (int at = 0; at < 256; ++at) {
+    if (colour({at, 20}) == QColor(255, 220, 60))
+      shown += "line at x = " + std::to_string(at) + '\n';
+    if (colour({20, at}) == QColor(255, 220, 60))
+      shown += "line at y = " + std::to_string(at) + '\n';
+  }
+  return shown + grid.accessibleDescription().toStdString() + '\n';
+}
+
+TEST_F(TerrainDialogsTest, TheGridsShowTheTilesOfTheLevelAsListed) {
+  const struct {
+    int size, offsetX, offsetY;
+  } levels[] = {
+      {512, 0, 0},   {512, 1, 3},
+      {512, -1, -2}, {256, 2, 0},
+      {512, 8, 7},   {1024, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}};
+  std::string listing;
+  for (const auto& [size, offsetX, offsetY] : levels) {
+    modConfig.MaterialSize = size;
+    modConfig.TexOffsetX = offsetX;
+    modConfig.TexOffsetY = offsetY;
+    levelTextures.SurfaceAssigned = {};
+    levelTextures.SurfaceAssigned[2][1] = levelTextures.SurfaceAssigned[3][3] = true;
+    terrain.shadowSettings.ShadowSelected = {};
+    terrain.shadowSettings.ShadowSelected[3][3] = true;
+    SurfaceGrid tiles;
+    ShadowGrid shadows;
+    listing += "==== level of " + std::to_string(size) + " cells, offsets " +
+               std::to_string(offsetX) + ", " + std::to_string(offsetY) + '\n' + Shown(tiles) +
+               "-- shadows\n" + Shown(shadows);
+  }
+  ExpectGolden("terrain/surface_grids.txt", listing);
+}
+
+TEST_F(TerrainDialogsTest, ShadowsAreTracedForTheClickedTilesOfTheLevelAndCancelTakesThemBack) {
+  modConfig.MaterialSize = 256;
+  modConfig.TexOffsetX = 1;
+  terrain.shadowSettings.ShadowPrecision = 3;
+  auto& selected = terrain.shadowSettings.ShadowSelected;
+  const auto ask = [] { return ShadowDialog(nullptr); };
+  EXPECT_TRUE(AskWith(ask, "okButton", [](const OpenDialog& dialog) {
+    for (const auto& [column, row] : {std::pair{3, 1}, {2, 2}, {0, 0}, {7, 7}})
+      ClickTile(dialog, column, row);
+    auto& detail = dialog.Widget<QComboBox>("detailCombo");
+    EXPECT_EQ(detail.currentText(), "High 3.0");
+    detail.setCurrentIndex(7);
+  }));
+  decltype(terrain.shadowSettings.ShadowSelected) expected{};
+  expected[2][1] = expected[1][2] = true;
+  EXPECT_EQ(selected, expected) << "no tile of the level is elsewhere";
+  EXPECT_EQ(terrain.shadowSettings.ShadowPrecision, 4);
+  EXPECT_FALSE(AskWith(ask, "cancelButton", [&](const OpenDialog& dialog) {
+    dialog.Press("selectAllButton");
+    EXPECT_TRUE(selected[7][7]);
+    dialog.Press("clearButton");
+    EXPECT_FALSE(selected[2][1] || selected[7][7]);
+  }));
+  EXPECT_EQ(selected, expected);
+}
+
+class SurfaceAssignmentsDialogTest : public TerrainInSandbox {
+ protected:
+  void RunAndPress(const char* button, const std::function<void(const OpenDialog&)>& act) {
+    AskWith([this] { SurfaceAssignmentsDialog(nullptr, [this] { ++viewDrawn; }); }, button, act);
+  }
+  int viewDrawn = 0;
+};
+
+TEST_F(SurfaceAssignmentsDialogTest, AClickTogglesATileAndShowsItInTheView) {
+  modConfig.TexOffsetX = 1;
+  RunAndPress("okButton", [&](const OpenDialog& dialog) {
+    ClickTile(dialog, 4, 2);
+    EXPECT_EQ(dialog.Widget<QWidget>("grid").accessibleDescription(), "1 tile assigned: 3x2");
+    EXPECT_EQ(viewDrawn, 1);
+    ClickTile(dialog, 0, 2);
+    EXPECT_EQ(viewDrawn, 1) << "no tile there";
+    QTest::mouseClick(&dialog.Widget<QWidget>("grid"), Qt::RightButton, {}, Place(4, 2));
+  });
+  EXPECT_EQ(viewDrawn, 1);
+  EXPECT_TRUE(levelTextures.SurfaceAssigned[3][2]);
+  EXPECT_TRUE(editor.levelModified);
+}
+
+TEST_F(SurfaceAssignmentsDialogTest, CancelTakesEverythingBackButTheLoadedTextureSet) {
+  levelTextures.SurfaceAssigned[2][1] = true;
+  modConfig.TexOffsetX = 1;
+  modConfig.TexOffsetY = -2;
+  const auto before = levelTextures.SurfaceAssigned;
+  for (const bool wasModified : {false, true}) {
+    for (const char* press : {"defaultButton", "clearButton"}) {
+      editor.levelModified = wasModified;
+      editor.textureSetName = "Default";
+      RunAndPress("cancelButton", [&](const OpenDialog& dialog) {
+        ClickTile(dialog, 5, 3);
+        viewDrawn = 0;
+        dialog.Press(press);
+        EXPECT_EQ(viewDrawn, 1);
+        EXPECT_EQ(modConfig.TexOffsetX, 0);
+        EXPECT_EQ(levelTextures.SurfaceAssigned[7][7], press == std::string_view("defaultButton"));
+        dialog.Widget<QComboBox>("textureSetCombo").setCurrentText("Winter");
+        EXPECT_TRUE(levelTextures.textureSetChosen && editor.levelModified);
+        viewDrawn = 0;
+      });
+      EXPECT_EQ(viewDrawn, 1) << "as it was before";
+      EXPECT_EQ(levelTextures.SurfaceAssigned, before) << press;
+      EXPECT_EQ(modConfig.TexOffsetX, 1);
+      EXPECT_EQ(modConfig.TexOffsetY, -2);
+      EXPECT_FALSE(levelTextures.textureSetChosen);
+      EXPECT_EQ(editor.levelModified, wasModified);
+      EXPECT_EQ(editor.textureSetName, "Winter");
+    }
+  }
+}
+
+TEST_F(SurfaceAssignmentsDialogTest, ShowMapBrightensTheGridByTheMiniMapsBits) {
+  terrain.miniMap.grey.fill(0);
+  terrain.miniMap.SetPixel(128 - 127, 128 - 1, 0x8C);  // column 127, row 1: the upper right corner
+  RunAndPress("okButton", [](const OpenDialog& dialog) {
+    const auto corner = [&dialog] {
+      QWidget& grid = dialog.Widget<QWidget>("grid");
+      return grid.grab().toImage().pixelColor(QPoint(254, 2) * grid.devicePixelRatioF());
+    };
+    const QColor free = corner();
+    dialog.Widget<QCheckBox>("showMapCheck").click();
+    EXPECT_EQ(corner(), QColor(115 | 0x8C, 111 | 0x8C, 200 | 0x8C));
+    dialog.Widget<QCheckBox>("showMapCheck").click();
+    EXPECT_EQ(corner(), free);
+  });
+}
+
+TEST_F(SurfaceAssignmentsDialogTest, AChosenTextureSetIsLoadedAtOnceOrItsMissingIndexTold) {
+  RunAndPress("okButton", [this](const OpenDialog& dialog) {
+    auto& sets = dialog.Widget<QComboBox>("textureSetCombo");
+    sets.setCurrentText("Winter");
+    EXPECT_EQ(editor.textureSetName, "Winter");
+    EXPECT_EQ(textureSet.textures[2].name, "Snow");
+    EXPECT_EQ(viewDrawn, 1);
+    levelTextures.textureSetChosen = editor.levelModified = false;
+    Answer({PromptAnswer::Ok});
+    sets.setCurrentText("Default");
+    EXPECT_FALSE(levelTextures.textureSetChosen || editor.levelModified);
+    ExpectBoxes({{"The texture set Default has no index.dat that can be read.", "Error",
+                  PromptButtons::Ok, PromptIcon::Stop}});
+    for (const bool loaded : {false, true}) {
+      textureSet.detail.loaded = loaded;
+      sets.showPopup();
+      QTest::keyClick(sets.view(), Qt::Key_Return);
+      EXPECT_EQ(levelTextures.textureSetChosen, loaded) << "though it is the one that was shown";
+    }
+  });
+}
+
+}  // namespace
+}  // namespace mw
