@@ -1,38 +1,18 @@
 #include "terrain/height_exchange.h"
 
-#include <gtest/gtest.h>
-
-#include "core/editor_state.h"
-#include "core/hooks.h"
 #include "data/load_report.h"
-#include "data/mod_config.h"
 #include "support/archive_bytes.h"
-#include "support/sandbox.h"
 #include "support/test.h"
-#include "terrain/mini_map_picture.h"
-#include "terrain/terrain.h"
+#include "terrain/flat_ground.h"
 
 namespace mw {
 namespace {
 
-constexpr int kSide = 256;
-constexpr std::size_t kSamples = kSide * kSide;
+constexpr std::size_t kSamples = 256 * 256;
 
-// A level of 256 samples; the user's choice in the dialog is `bits`.
-class HeightExchangeTest : public SandboxTest {
+class HeightExchangeTest : public FlatGround<SandboxTest> {
  protected:
-  HeightExchangeTest() {
-    modConfig = ModConfig{};
-    modConfig.MaterialSize = kSide;
-    modConfig.WorldSize = 4 * kSide;
-    CreateTerrain();
-    InitGrid();
-  }
-  ~HeightExchangeTest() override {
-    DestroyTerrain();
-    modConfig = ModConfig{};
-  }
-
+  // The user's choice in the dialog.
   AskSampleBits Choose(std::optional<SampleBits> bits) {
     return [this, bits](const char* title) {
       titles.emplace_back(title);
@@ -41,7 +21,7 @@ class HeightExchangeTest : public SandboxTest {
   }
   // Exports without anything going wrong.
   Bytes Export(SampleBits bits) {
-    scripted::script.answers = {PromptAnswer::Yes, PromptAnswer::Ok};
+    Answer({PromptAnswer::Yes, PromptAnswer::Ok});
     ExportHeightmap(Choose(bits));
     return ReadBytes(File());
   }
@@ -50,12 +30,6 @@ class HeightExchangeTest : public SandboxTest {
     ImportHeightmap(Choose(bits));
   }
   std::filesystem::path File() const { return folder / "heightmap.raw"; }
-  static float& Height(int i, int j) { return terrain.grid[i][j].h; }
-  static void ExpectNothingImported() {
-    EXPECT_EQ(Height(kSide, 0), 127);
-    EXPECT_EQ(Height(1, kSide - 1), 127);
-    EXPECT_FALSE(editor.levelModified);
-  }
 
   std::vector<std::string> titles;
 };
@@ -88,13 +62,11 @@ TEST_F(HeightExchangeTest, SamplesAreWrittenInTheLevelsOrderAtEachDepthAndTold) 
     const Bytes file = Export(depth.bits);
     const std::size_t width = depth.first.size();
     ASSERT_EQ(file.size(), kSamples * width);
-    const auto sample = [&](std::size_t at) {
-      return Bytes(&file[at * width], &file[at * width] + width);
-    };
-    EXPECT_EQ(sample(0), depth.first);
-    EXPECT_EQ(sample(1), depth.second);
-    EXPECT_EQ(sample(kSide), depth.secondRow);
-    EXPECT_EQ(sample(kSamples - 1), depth.last);
+    for (const auto& [at, expected] : {std::pair{std::size_t{0}, depth.first},
+                                       {1, depth.second},
+                                       {256, depth.secondRow},
+                                       {kSamples - 1, depth.last}})
+      EXPECT_EQ(Bytes(&file[at * width], &file[at * width] + width), expected) << at;
     const std::string report =
         "The heightmap was saved as 'heightmap.raw' in the\nMapwright directory as a 256x256, " +
         std::string(depth.name) + " bit file.";
@@ -107,44 +79,42 @@ TEST_F(HeightExchangeTest, SamplesAreWrittenInTheLevelsOrderAtEachDepthAndTold) 
   EXPECT_FALSE(editor.levelModified);
 }
 
-TEST_F(HeightExchangeTest, WhoSaysNoOrCancelsExportsNothing) {
-  scripted::script.answers = {PromptAnswer::No};
+TEST_F(HeightExchangeTest, WhoSaysNoOrCancelsExportsAndImportsNothing) {
+  Answer({PromptAnswer::No});
   ExportHeightmap(Choose(SampleBits::Eight));
   EXPECT_TRUE(titles.empty());
-  scripted::script.answers = {PromptAnswer::Yes};
+  Answer({PromptAnswer::Yes});
   ExportHeightmap(Choose(std::nullopt));
   EXPECT_FALSE(std::filesystem::exists(File()));
+  WriteBytes(File(), Bytes(kSamples, 3));
+  ImportHeightmap(Choose(std::nullopt));
+  EXPECT_EQ(Heights(), "");
+  EXPECT_FALSE(editor.levelModified);
 }
 
 TEST_F(HeightExchangeTest, AnExportThatFailsGivesTheReasonAndLeavesNothingBehind) {
   std::filesystem::create_directories(File() / "in the way");
-  scripted::script.answers = {PromptAnswer::Yes, PromptAnswer::Ok};
+  Answer({PromptAnswer::Yes, PromptAnswer::Ok});
   ExportHeightmap(Choose(SampleBits::Eight));
-  ASSERT_EQ(scripted::script.prompts.size(), 2u);
-  EXPECT_EQ(scripted::script.prompts[1].text, "Is a directory");
-  EXPECT_EQ(scripted::script.prompts[1].caption, "Error");
+  ExpectBoxes({kQuestion, {"Is a directory", "Error", PromptButtons::Ok, PromptIcon::Stop}});
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1);
 }
 
-TEST_F(HeightExchangeTest, SixteenBitsComeBackAsTheyWere) {
+TEST_F(HeightExchangeTest, SixteenBitsComeBackAsTheyWereAndReplaceADamagedMap) {
   for (int i = 1; i <= kSide; ++i) {
-    for (int j = 0; j < kSide; ++j) Height(i, j) = static_cast<float>(i * 37 + j * 11) * 0.0211f;
+    for (int j = 0; j < kSide; ++j) Height(i, j) = static_cast<float>(i * 37 + j * 11) / 64;
   }
-  const float first = Height(256, 0), last = Height(1, 255);
+  const std::string before = Heights();
   const Bytes file = Export(SampleBits::Sixteen);
-  InitGrid();
+  StartFlat();
   BeginLoadReport();
   NoteDamagedPart(LevelPart::HeightMap, "cut off");
-  int repaints = 0;
-  hooks.invalidateMiniMap = [&] { ++repaints; };
   Import(SampleBits::Sixteen, file);
-  EXPECT_EQ(titles.back(), "Select Import Bits");
-  EXPECT_NEAR(Height(256, 0), first, 1.0 / 256);
-  EXPECT_NEAR(Height(1, 255), last, 1.0 / 256);
-  EXPECT_EQ(Export(SampleBits::Sixteen), file);
-  EXPECT_TRUE(editor.levelModified);
-  EXPECT_TRUE(MayWrite(LevelPart::HeightMap)) << "the damaged one is replaced";
+  EXPECT_TRUE(Heights() == before);
+  EXPECT_TRUE(MayWrite(LevelPart::HeightMap));
   ClearLoadReport();
+  EXPECT_EQ(titles.back(), "Select Import Bits");
+  EXPECT_TRUE(editor.levelModified);
   EXPECT_EQ(repaints, 1);
   EXPECT_EQ(terrain.miniMap.grey[(128 - 10) * kMiniMapSize + 128 - 100],
             static_cast<int>(Height(200, 21)));
@@ -152,52 +122,38 @@ TEST_F(HeightExchangeTest, SixteenBitsComeBackAsTheyWere) {
 
 TEST_F(HeightExchangeTest, TheShorterAndTheLongerDepthAreWholeHeightUnitsOfTheirFirstByte) {
   for (const auto& [bits, width] :
-       {std::pair{SampleBits::Eight, 1}, std::pair{SampleBits::TwentyFour, 3}}) {
-    InitGrid();
-    const auto step = static_cast<std::size_t>(width);
-    Bytes file(kSamples * step, 7);
-    for (std::size_t at = 0; at < file.size(); at += step) file[at] = 90;
-    file[step] = 255;
+       {std::pair{SampleBits::Eight, std::size_t{1}}, {SampleBits::TwentyFour, 3}}) {
+    StartFlat();
+    Bytes file(kSamples * width, 7);
+    for (std::size_t at = 0; at < file.size(); at += width) file[at] = 90;
+    file[width] = 255;
     Import(bits, file);
-    EXPECT_EQ(Height(256, 0), 90);
-    EXPECT_EQ(Height(255, 0), 255);
-    EXPECT_EQ(Height(1, 255), 90);
-    EXPECT_EQ(Height(0, 0), 127) << "row 0 carries no data";
+    EXPECT_EQ(Heights(), "1-254: 0-255=90\n255: 0=255 1-255=90\n256: 0-255=90\n");
   }
 }
 
-TEST_F(HeightExchangeTest, AFileOfAnotherSizeIsRefusedHoweverLargeItIs) {
+TEST_F(HeightExchangeTest, AFileThatIsMissingOrOfAnotherSizeIsToldHoweverLargeItIs) {
+  scripted::script.answers.assign(7, PromptAnswer::Ok);
+  const auto missing = Problem("No heightmap.raw was found in the Mapwright directory for import.");
+  ImportHeightmap(Choose(SampleBits::Eight));
+  std::filesystem::create_directory(File());
+  ImportHeightmap(Choose(SampleBits::Eight));
+  ExpectBoxes({missing, missing});
+  std::filesystem::remove(File());
   WriteBytes(File(), {});
   for (const std::uintmax_t size :
        {std::uintmax_t{0}, std::uintmax_t{kSamples * 2 - 1}, std::uintmax_t{kSamples * 2 + 1},
         std::uintmax_t{kSamples * 8}, std::uintmax_t{1} << 40}) {
     std::filesystem::resize_file(File(), size);
-    scripted::script.answers = {PromptAnswer::Ok};
     ImportHeightmap(Choose(SampleBits::Sixteen));
     ExpectBoxes({Problem(
         "There was a problem loading this heightmap!  Please make sure\nthat the RAW file "
         "dimensions match with dimensions of the map.\nAlso make sure that the RAW file you "
         "are trying to load is in the\nsame bit format that you are selecting for "
         "import.\n\nPlease try again.\n")});
-    ExpectNothingImported();
   }
-}
-
-TEST_F(HeightExchangeTest, AMissingFileIsTold) {
-  const scripted::Prompt missing =
-      Problem("No heightmap.raw was found in the Mapwright directory for import.");
-  scripted::script.answers.assign(2, PromptAnswer::Ok);
-  ImportHeightmap(Choose(SampleBits::Eight));
-  std::filesystem::create_directory(File());
-  ImportHeightmap(Choose(SampleBits::Eight));
-  ExpectBoxes({missing, missing});
-  ExpectNothingImported();
-}
-
-TEST_F(HeightExchangeTest, WhoCancelsImportsNothing) {
-  WriteBytes(File(), Bytes(kSamples, 3));
-  ImportHeightmap(Choose(std::nullopt));
-  ExpectNothingImported();
+  EXPECT_EQ(Heights(), "");
+  EXPECT_FALSE(editor.levelModified);
 }
 
 }  // namespace

@@ -1,35 +1,14 @@
 // The material map command: what the plug-in is handed, and what the level has afterwards.
 #include "terrain/material_generation.h"
 
-#include <gtest/gtest.h>
-
-#include "core/editor_state.h"
-#include "data/mod_config.h"
-#include "support/sandbox.h"
-#include "terrain/material_map.h"
-#include "terrain/terrain.h"
+#include "data/load_report.h"
+#include "support/test.h"
+#include "terrain/flat_ground.h"
 
 namespace mw {
 namespace {
 
-class MaterialGenerationTest : public SandboxTest {
- protected:
-  MaterialGenerationTest() {
-    modConfig.MaterialSize = 256;
-    modConfig.WorldSize = 1024;
-    modConfig.WaterLevel = 35;
-    modConfig.HeightScale = 0.5f;
-    CreateTerrain();
-    CreateMaterialMapper();
-    InitGrid();
-    terrain.grid[3][7].h = 99;
-    editor.levelModified = false;
-  }
-  ~MaterialGenerationTest() override {
-    DestroyMaterialMapper();
-    DestroyTerrain();
-  }
-};
+using MaterialGenerationTest = FlatGround<SandboxTest>;
 
 // Answers with the values it was given, in the first cells of the level.
 void Echo(std::int32_t size, std::uint32_t* materials, const MapwrightVertex* vertices, float water,
@@ -40,28 +19,32 @@ void Echo(std::int32_t size, std::uint32_t* materials, const MapwrightVertex* ve
   row[2] = static_cast<std::uint32_t>(water);
   row[3] = static_cast<std::uint32_t>(scale * 10);
 }
+bool Accept() { return true; }
+bool Decline() { return false; }
 
-TEST_F(MaterialGenerationTest, ThePluginFillsTheGridFromTheTerrain) {
+TEST_F(MaterialGenerationTest, ThePluginFillsTheGridFromTheTerrainUnlessItOrTheUserDeclines) {
+  Height(3, 7) = 99;
+  modConfig.WaterLevel = 35;
+  Answer({PromptAnswer::Cancel, PromptAnswer::Ok});
+  GenerateMaterialMap({Accept, Echo});
+  GenerateMaterialMap({Decline, Echo});
+  GenerateMaterialMap({nullptr, Echo});
+  GenerateMaterialMap({Accept, nullptr});
+  EXPECT_EQ(Materials(), "");
+  EXPECT_FALSE(editor.levelModified);
+
+  BeginLoadReport();
+  NoteDamagedPart(LevelPart::MaterialMap, "cut off");
   const unsigned edits = materialMapper->edits;
-  scripted::script.answers = {PromptAnswer::Ok};
-  GenerateMaterialMap({[] { return true; }, Echo});
-  const auto& row = materialMapper->grid[1];
-  EXPECT_EQ(row[0], 256u);
-  EXPECT_EQ(row[1], 99u);
-  EXPECT_EQ(row[2], 35u);
-  EXPECT_EQ(row[3], 5u);
+  Answer({PromptAnswer::Ok});
+  GenerateMaterialMap({Accept, Echo});
+  EXPECT_EQ(Materials(), "1: 0=256 1=99 2=35 3=5\n");
   EXPECT_TRUE(editor.levelModified);
   EXPECT_NE(materialMapper->edits, edits) << "the view keeps the old materials";
-}
-
-TEST_F(MaterialGenerationTest, AUserOrAPluginThatDeclinesChangesNothing) {
-  scripted::script.answers = {PromptAnswer::Cancel, PromptAnswer::Ok};
-  GenerateMaterialMap({[] { return true; }, Echo});
-  GenerateMaterialMap({[] { return false; }, Echo});
-  GenerateMaterialMap({nullptr, Echo});
-  GenerateMaterialMap({[] { return true; }, nullptr});
-  EXPECT_EQ(materialMapper->grid[1][0], 0u);
-  EXPECT_FALSE(editor.levelModified);
+  EXPECT_TRUE(MayWrite(LevelPart::MaterialMap)) << "the damaged one is replaced";
+  ClearLoadReport();
+  EXPECT_THAT(scripted::script.status[1], testing::ElementsAre("Generating Material Map...", ""));
+  ExpectPrompts({"roads too. [OkCancel]", "roads too. [OkCancel]", "roads too. [OkCancel]"});
 }
 
 }  // namespace
