@@ -20,10 +20,12 @@ inline std::string RangeText(int first, int last) {
   return first == last ? std::to_string(first) : FormatText("%i-%i", first, last);
 }
 
+inline std::string NumberText(double value) { return FormatText("%g", value); }
+
 // What valueOf(i, j) is where it is not `rest`: a line for each row of the grid, which equal ones
 // that follow it share, as in "10-11: 20=100 21-24=101.5".
-template <typename Value>
-std::string ListGround(double rest, Value valueOf) {
+template <typename Value, typename Text = std::string (*)(double)>
+std::string ListGround(double rest, Value valueOf, Text text = NumberText) {
   std::string listing, line;
   int first = 0;
   for (int i = 0; i <= kMaxMaterialSize + 1; ++i) {
@@ -31,7 +33,7 @@ std::string ListGround(double rest, Value valueOf) {
     for (int j = 0, end = 0; i <= kMaxMaterialSize && j <= kMaxMaterialSize; j = end) {
       const double here = valueOf(i, j);
       for (end = j + 1; end <= kMaxMaterialSize && valueOf(i, end) == here;) ++end;
-      if (here != rest) row += FormatText(" %s=%g", RangeText(j, end - 1).c_str(), here);
+      if (here != rest) row += " " + RangeText(j, end - 1) + "=" + text(here);
     }
     if (row == line) continue;
     if (!line.empty()) listing += RangeText(first, i - 1) + ":" + line + "\n";
