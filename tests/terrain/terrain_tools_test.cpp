@@ -178,6 +178,24 @@ TEST_F(TerrainToolsTest, WhereThereIsNoGroundTheBrushRests) {
   EXPECT_GT(Height(110, 50), kFlatHeight + 1);
 }
 
+TEST_F(TerrainToolsTest,
+       TheFlattenToolTakesTheHeightOfTheCellUnderTheCursorUntilItHasOneAndWithCtrl) {
+  SelectTool(TerrainTool::Flatten);
+  Height(101, 50) = 40;  // the cell with this corner is under the cursor
+  terrain.pick = {403, 0, 203, false};
+  UpdateFlattenBrush();
+  EXPECT_EQ(terrain.flattenSampled, 1);
+  EXPECT_EQ(terrain.flattenHeight, 40);
+  terrain.pick = {603, 0, 203, false};
+  UpdateFlattenBrush();
+  EXPECT_EQ(terrain.flattenHeight, 40);
+  editor.ctrlHeld = true;
+  BrushAlong(BrushWay::At(403, 203), 1);
+  EXPECT_EQ(terrain.flattenHeight, kFlatHeight);
+  EXPECT_EQ(Height(101, 50), 40) << "only sampled";
+  EXPECT_FALSE(editor.levelModified);
+}
+
 class PointSelectionTest : public TerrainToolsTest {
  protected:
   static void Select(int i, int j) {
