@@ -75,6 +75,13 @@ class FlatGround : public Base {
     editor.levelModified = false;
     repaints = 0;
   }
+  // A view of 100 x 100 pixels shows the ground there from straight above.
+  static void LookDownOn(float x, float z) {
+    editor.viewWidth = editor.viewHeight = 100;
+    camera.position.Set(x, 300, z);
+    camera.pitch = -90;
+    camera.UpdateDirection();
+  }
   static float& Height(int i, int j) { return terrain.grid[i][j].h; }
   static std::uint32_t& Material(int i, int j) { return materialMapper->grid[i][j]; }
 

@@ -1,14 +1,10 @@
 #include "terrain/material_mapper.h"
 
-#include <algorithm>
-#include <set>
-#include <utility>
-
 #include "data/level_archive_test.h"
 #include "support/golden.h"
 #include "support/test.h"
 #include "terrain/flat_ground.h"
-#include "terrain/material_mode_test.h"
+#include "terrain/material_generation.h"
 
 namespace mw {
 namespace {
@@ -52,6 +48,38 @@ TEST_F(MaterialBrushTest, EachBrushPaintsTheCellsThatAreListed) {
   ExpectGolden("terrain/material_brush.txt", listing);
 }
 
+// The mouse as the mapper hears of it, over a view from above.
+TEST_F(MaterialBrushTest, AStrokeCoversTheWayBetweenItsPicksWhileTheButtonIsHeld) {
+  LookDownOn(512, 512);
+  SetCurrentMaterial(kPaint);
+  materialMapper->materialCellSize = terrain.cellSize;
+  std::string listing;
+  const auto list = [&](const char* name) {
+    listing += std::string("== ") + name + "\n" + Told() + Materials();
+    StartFlat();
+  };
+  PickMaterialPoint(10, 10);
+  list("without the button");
+  EXPECT_NEAR(materialMapper->pick.x, 512 + 80, 4);
+  EXPECT_NEAR(materialMapper->pick.z, 512 + 80, 4);
+  EXPECT_EQ(terrain.pick.x, 0) << "that of the Terrain Mapper";
+  StartPainting();
+  list("where it went down");
+  PickMaterialPoint(40, 20);
+  list("to the next pick");
+  LiftMaterialBrush();
+  PickMaterialPoint(80, 80);
+  list("after it was lifted another place");
+  PickMaterialPoint(100, 0);
+  EXPECT_TRUE(materialMapper->pickMissed) << "outside the view";
+  PickMaterialPoint(60, 60);
+  list("back in the view another place");
+  StopPainting();
+  PickMaterialPoint(30, 90);
+  list("let go");
+  ExpectGolden("terrain/material_strokes.txt", listing);
+}
+
 TEST_F(MaterialBrushTest, SettingsOutsideTheirRangeBecomeTheNearest) {
   SetMaterialBrushSize(0);
   SetCurrentMaterial(-1);
@@ -84,61 +112,42 @@ TEST_F(MaterialFillTest, FillReachesEveryByteOfTheFileAndNoCellBeside) {
   EXPECT_TRUE(Get("materialmap.raw") == std::string(256 * 256, '\6'));
 }
 
-// The brush in front of a drawn view of "Default" ground.
-class MaterialStrokeTest : public MaterialModeTest {
- protected:
-  void SetUp() override {
-    MaterialModeTest::SetUp();
-    if (!materialMapper) return;
-    materialMapper->grid = {};
-    SetCurrentMaterial(kPaint);
-  }
-  static std::set<std::pair<int, int>> PaintedCells() {
-    std::set<std::pair<int, int>> cells;
-    for (int i = 0; i < kGridCapacity; ++i) {
-      for (int j = 0; j < kGridCapacity; ++j) {
-        if (Material(i, j) == kPaint) cells.emplace(i, j);
-      }
-    }
-    return cells;
-  }
-};
-
-TEST_F(MaterialStrokeTest, ThePointUnderTheCursorIsTheBrushesOwnAndOnlyShowsWithoutTheButton) {
-  SetMaterialBrushSize(3);
-  MaterialFrame({1010, 200, 1006, -90, 180});
-  PickMaterialPoint(kWidth / 2, kHeight / 2);
-  EXPECT_NEAR(materialMapper->pick.x, 1010, 0.6);
-  EXPECT_NEAR(materialMapper->pick.z, 1006, 0.6);
-  EXPECT_EQ(terrain.pick.x, 0) << "that of the Terrain Mapper";
-  PickMaterialPoint(kWidth, 0);  // outside the view
-  EXPECT_TRUE(materialMapper->pickMissed);
-  EXPECT_TRUE(PaintedCells().empty());
-  EXPECT_FALSE(editor.levelModified);
+// The material map command: what the plug-in is handed, and what the level has afterwards.
+// Answers with the values it was given, in the first cells of the level.
+void Echo(std::int32_t size, std::uint32_t* materials, const MapwrightVertex* vertices, float water,
+          float scale) {
+  std::uint32_t* row = materials + kGridCapacity;
+  row[0] = static_cast<std::uint32_t>(size);
+  row[1] = static_cast<std::uint32_t>(vertices[3 * kGridCapacity + 7].h);
+  row[2] = static_cast<std::uint32_t>(water);
+  row[3] = static_cast<std::uint32_t>(scale * 10);
 }
+bool Accept() { return true; }
+bool Decline() { return false; }
 
-TEST_F(MaterialStrokeTest, AStrokeCoversTheLineBetweenItsPicks) {
-  MaterialFrame(kTopDown);
-  const auto cellUnder = [](int x, int y) {
-    PickMaterialPoint(x, y);
-    const Cell cell = CellOf(materialMapper->pick.x, materialMapper->pick.z);
-    return std::pair{cell.i + 1, cell.j};
-  };
-  std::set<std::pair<int, int>> passed;
-  for (int step = 0; step <= 100; ++step) passed.insert(cellUnder(90 + 2 * step, 60 + step));
-  PickMaterialPoint(90, 60);
-  StartPainting();
-  EXPECT_EQ(PaintedCells().size(), 1u) << "where the button went down";
-  PickMaterialPoint(290, 160);
-  const auto painted = PaintedCells();
-  EXPECT_TRUE(std::includes(painted.begin(), painted.end(), passed.begin(), passed.end()));
-  EXPECT_LE(painted.size(), passed.size() + 20) << "corners that no pixel's centre met";
-  LiftMaterialBrush();
-  PickMaterialPoint(30, 200);
-  EXPECT_EQ(PaintedCells().size(), painted.size() + 1) << "another place";
-  StopPainting();
-  PickMaterialPoint(90, 200);
-  EXPECT_EQ(PaintedCells().size(), painted.size() + 1);
+TEST_F(MaterialFillTest, ThePluginFillsTheGridFromTheTerrainUnlessItOrTheUserDeclines) {
+  Height(3, 7) = 99;
+  modConfig.WaterLevel = 35;
+  Answer({PromptAnswer::Cancel, PromptAnswer::Ok});
+  GenerateMaterialMap({Accept, Echo});
+  GenerateMaterialMap({Decline, Echo});
+  GenerateMaterialMap({nullptr, Echo});
+  GenerateMaterialMap({Accept, nullptr});
+  EXPECT_EQ(Materials(), "");
+  EXPECT_FALSE(editor.levelModified);
+
+  BeginLoadReport();
+  NoteDamagedPart(LevelPart::MaterialMap, "cut off");
+  const unsigned edits = materialMapper->edits;
+  Answer({PromptAnswer::Ok});
+  GenerateMaterialMap({Accept, Echo});
+  EXPECT_EQ(Materials(), "1: 0=256 1=99 2=35 3=5\n");
+  EXPECT_TRUE(editor.levelModified);
+  EXPECT_NE(materialMapper->edits, edits) << "the view keeps the old materials";
+  EXPECT_TRUE(MayWrite(LevelPart::MaterialMap)) << "the damaged one is replaced";
+  ClearLoadReport();
+  EXPECT_THAT(scripted::script.status[1], testing::ElementsAre("Generating Material Map...", ""));
+  ExpectPrompts({"roads too. [OkCancel]", "roads too. [OkCancel]", "roads too. [OkCancel]"});
 }
 
 }  // namespace

@@ -1,8 +1,5 @@
 #include "terrain/surface_maps.h"
 
-#include <algorithm>
-#include <limits>
-
 #include "data/level_archive_test.h"
 #include "data/textures.h"
 #include "platform/disk.h"
@@ -11,7 +8,6 @@
 #include "terrain/dds_writer.h"
 #include "terrain/flat_ground.h"
 #include "terrain/level_textures.h"
-#include "terrain/surface_assignments.h"
 
 namespace mw {
 namespace {
@@ -147,40 +143,6 @@ TEST_F(SurfaceMapsTest, APaintedTileIsInTheLevelAndInTheScratchFolderOrTheReason
     ExpectPrompts(
         {"This will replace 1 surface map", std::string(file) + " could not be written. (Stop)"});
   }
-}
-
-// Assignments.
-
-TEST_F(SurfaceMapsTest, DefaultAssignsTheWholeLevelAndNothingElse) {
-  for (const auto& [size, tiles] : {std::pair{256, 4}, {512, 8}, {1024, 8}}) {
-    modConfig.MaterialSize = size;
-    modConfig.TexOffsetX = 3;
-    editor.levelModified = false;
-    Assign({{7, 7}});
-    AssignAllTiles();
-    for (int row = 0; row < 8; ++row) {
-      for (int column = 0; column < 8; ++column)
-        EXPECT_EQ(levelTextures.SurfaceAssigned[row][column], std::max(row, column) < tiles);
-    }
-    EXPECT_EQ(modConfig.TexOffsetX, 0);
-    EXPECT_EQ(modConfig.TexOffsetY, 0);
-    EXPECT_TRUE(editor.levelModified);
-    editor.levelModified = false;
-    AssignAllTiles();
-    EXPECT_FALSE(editor.levelModified) << "it was so already";
-  }
-}
-
-TEST_F(SurfaceMapsTest, OffsetsShiftTheCellsThatCanBeToggled) {
-  EXPECT_FALSE(ToggleAssignment(0, 2) || ToggleAssignment(5, 2));
-  EXPECT_FALSE(editor.levelModified);
-  EXPECT_TRUE(ToggleAssignment(4, 2));
-  EXPECT_TRUE(levelTextures.SurfaceAssigned[3][0]);
-  EXPECT_TRUE(editor.levelModified);
-  EXPECT_TRUE(ToggleAssignment(4, 2));
-  EXPECT_FALSE(levelTextures.SurfaceAssigned[3][0]);
-  modConfig.TexOffsetX = std::numeric_limits<std::int32_t>::min();
-  EXPECT_FALSE(ToggleAssignment(7, 2)) << "an offset that no level has";
 }
 
 }  // namespace

@@ -1,8 +1,5 @@
 #include "terrain/terrain_tools.h"
 
-#include <algorithm>
-#include <cmath>
-
 #include "support/golden.h"
 #include "support/test.h"
 #include "terrain/brush_stroke.h"
@@ -10,8 +7,6 @@
 #include "terrain/point_selection.h"
 #include "terrain/roads.h"
 #include "terrain/terrain_passes.h"
-#include "terrain/terrain_picture_test.h"
-#include "terrain/world_point.h"
 
 namespace mw {
 namespace {
@@ -103,20 +98,15 @@ TEST_F(TerrainToolsTest, SmoothingMakesAPassEachSixtiethOfASecondButAtMostFourAF
     int passes;
   } holds[] = {{0, 0, 1}, {50, 10, 30}, {25, 20, 30}, {10, 50, 30}, {5, 100, 25}};
   for (const auto& [frames, milliseconds, passes] : holds) {
-    const auto smoothed = [](const auto& smooth) {
+    std::string smoothed[2];
+    for (const bool held : {false, true}) {
       InitGrid();
       Height(100, 50) = 250;
-      smooth();
-      return Heights();
-    };
-    const auto brush = [passes = passes] {
-      const BrushWay here = BrushWay::At(terrain.pick.x, terrain.pick.z);
-      for (int pass = 0; pass < passes; ++pass) BrushAlong(here, 0.01f);
-    };
-    const auto hold = [&, frames = frames, milliseconds = milliseconds] {
-      HoldFor(frames, milliseconds);
-    };
-    EXPECT_EQ(smoothed(hold), smoothed(brush)) << milliseconds << " ms per frame";
+      if (held) HoldFor(frames, milliseconds);
+      for (int pass = 0; !held && pass < passes; ++pass) BrushAlong(BrushWay::At(400, 200), 0.01f);
+      smoothed[held] = Heights();
+    }
+    EXPECT_EQ(smoothed[true], smoothed[false]) << milliseconds << " ms per frame";
   }
 }
 
@@ -271,95 +261,59 @@ TEST_F(PointSelectionTest, NobodyWalksAGridOfAnImpossibleSize) {
   EXPECT_FALSE(editor.levelModified);
 }
 
-// What the tools find under pixels of a drawn view of flat ground.
-class PickingTest : public TerrainPictureTest {
- protected:
-  void SetUp() override {
-    TerrainPictureTest::SetUp();
-    if (!terrain.grid) return;
-    InitGrid();
-    modConfig.WaterLevel = -1000;
-    ShowTextured();
-    terrain.tool = TerrainTool::PointManipulation;
+TEST_F(PointSelectionTest, ThePixelsOfAViewSelectWhatIsListed) {
+  const struct {
+    const char* name;
+    float x, z;  // under the camera
+    void (*select)();
+  } rows[] = {
+      {"toggled", 512, 512,
+       [] {
+         for (const auto& [x, y] : {std::pair{30, 60}, {60, 30}, {30, 60}, {-5, 20}})
+           ToggleVertexUnderCursor(x, y);
+       }},
+      {"all along the way, once", 512, 512,
+       [] {
+         StartSelecting(10, 10);
+         for (const auto& [x, y] : {std::pair{80, 45}, {10, 10}}) SelectOnTheWayTo(x, y);
+       }},
+      {"another way begins", 512, 512,
+       [] {
+         for (const auto& [x, y] : {std::pair{10, 10}, {80, 45}}) StartSelecting(x, y);
+       }},
+      {"beside the view the way ends", 512, 512,
+       [] {
+         StartSelecting(10, 10);
+         for (const auto& [x, y] : {std::pair{-5, 20}, {80, 45}}) SelectOnTheWayTo(x, y);
+       }},
+      {"rectangle", 512, 512, [] { SelectRectangle(20, 30, 60, 50); }},
+      {"overlapping ones are toggled", 512, 512,
+       [] { SelectRectangle(20, 30, 60, 50), SelectRectangle(40, 30, 60, 50); }},
+      {"first corner of the level", 6, 8, [] { SelectRectangle(0, 0, 99, 99); }},
+      {"last corner of the level", 1020, 1020, [] { SelectRectangle(0, 0, 99, 99); }},
+  };
+  std::string listing;
+  for (const auto& [name, x, z, select] : rows) {
+    StartFlat();
+    LookDownOn(x, z);
+    select();
+    listing += std::string("== ") + name + "\n" +
+               ListGround(0, [](int i, int j) { return terrain.grid[i][j].selected; });
   }
-  static int CountSelected() {
-    int count = 0;
-    for (int i = 0; i <= 512; ++i) {
-      for (int j = 0; j <= 512; ++j) count += terrain.grid[i][j].selected;
-    }
-    return count;
-  }
-  // Whether the vertex that is nearest to what the view shows at the pixel is selected.
-  static bool IsSelected(int x, int y) {
-    const Vector3 ground = GroundUnderCursor(x, y).value();
-    return terrain
-        .grid[static_cast<std::size_t>(std::lround(ground.x / 4))]
-             [static_cast<std::size_t>(std::lround(ground.z / 4))]
-        .selected;
-  }
-};
+  ExpectGolden("terrain/picked_points.txt", listing);
+}
 
-TEST_F(PickingTest, AMissedPickIsKnownAsOne) {
-  Frame(kTopDown);
-  PickUnderCursor(kWidth / 2, kHeight / 2);
+TEST_F(PointSelectionTest, AMissedPickIsKnownAsOne) {
+  LookDownOn(512, 400);
+  PickUnderCursor(50, 50);
   EXPECT_FALSE(terrain.pick.missed);
-  EXPECT_NEAR(terrain.pick.x, 1010, 1);
-  EXPECT_NEAR(terrain.pick.y, 127 * 0.6f, 0.001f);
+  EXPECT_NEAR(terrain.pick.x, 512, 1);
+  EXPECT_NEAR(terrain.pick.y, kFlatHeight * 0.5f, 0.001f);
   PickUnderCursor(-5, 20);
   EXPECT_TRUE(terrain.pick.missed);
-  Frame({1010, 140, 1010, 20, 180});
-  PickUnderCursor(kWidth / 2, 5);
+  camera.pitch = 20;
+  PickUnderCursor(50, 5);
   EXPECT_TRUE(terrain.pick.missed) << "the sky";
-}
-
-TEST_F(PickingTest, PointsAreToggledAtOnceAndSelectedAllAlongTheWay) {
-  Frame(kTopDown);
-  ToggleVertexUnderCursor(200, 130);
-  ToggleVertexUnderCursor(150, 100);
-  EXPECT_TRUE(IsSelected(200, 130) && IsSelected(150, 100));
-  ToggleVertexUnderCursor(200, 130);
-  EXPECT_FALSE(IsSelected(200, 130));
-  EXPECT_EQ(CountSelected(), 1);
-  ClearSelection();
-  StartSelecting(100, 50);
-  EXPECT_EQ(CountSelected(), 1);
-  SelectOnTheWayTo(300, 200);
-  for (int step = 0; step <= 50; ++step)
-    EXPECT_TRUE(IsSelected(100 + 4 * step, 50 + 3 * step)) << step;
-  SelectOnTheWayTo(100, 50);
-  EXPECT_LT(CountSelected(), 60) << "only those on the way, and they stay selected";
-}
-
-TEST_F(PickingTest, ARectangleFromAboveTogglesTheVerticesThatAreShownInIt) {
-  editor.cameraMode = CameraMode::TopDown;
-  const struct {
-    SceneCamera from;
-    int x0, y0, x1, y1, least;
-  } cases[] = {{kTopDown, 150, 90, 250, 190, 100},
-               {{6, 255, 8, -90, 180}, 0, 0, kWidth - 1, kHeight - 1, 500}};
-  for (const auto& box : cases) {
-    Frame(box.from);
-    SelectRectangle(box.x0, box.y0, box.x1, box.y1);
-    int wrong = 0;
-    for (int i = 0; i <= 512; ++i) {
-      for (int j = 0; j <= 512; ++j) {
-        const TerrainVertex& vertex = terrain.grid[i][j];
-        const auto shown = ViewPointOf({vertex.x, vertex.h * 0.6f, vertex.z});
-        const bool isInside =
-            i >= 1 && j < 512 && shown && shown->x >= static_cast<float>(box.x0) &&
-            shown->x <= static_cast<float>(box.x1) && shown->y >= static_cast<float>(box.y0) &&
-            shown->y <= static_cast<float>(box.y1);
-        wrong += vertex.selected != isInside;
-      }
-    }
-    EXPECT_EQ(wrong, 0);
-    EXPECT_GT(CountSelected(), box.least);
-    EXPECT_GT(CountColour(Frame(box.from), 255, 0, 0), 5u * static_cast<unsigned>(CountSelected()))
-        << "every selected point can be seen";
-    SelectRectangle(box.x0, box.y0, box.x1, box.y1);
-    EXPECT_EQ(CountSelected(), 0);
-    ClearSelection();
-  }
 }
 
 }  // namespace

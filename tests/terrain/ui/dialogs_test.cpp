@@ -8,9 +8,11 @@
 #include <QTest>
 #include <limits>
 
+#include "core/text.h"
 #include "data/textures.h"
 #include "objects/ui/run_dialog.h"
 #include "support/golden.h"
+#include "terrain/surface_assignments.h"
 #include "terrain/ui/random_terrain_dialog.h"
 #include "terrain/ui/road_dialog.h"
 #include "terrain/ui/sample_bits_dialog.h"
@@ -144,12 +146,11 @@ std::string Shown(QWidget& grid) {
 }
 
 TEST_F(TerrainDialogsTest, TheGridsShowTheTilesOfTheLevelAsListed) {
+  constexpr int kLeast = std::numeric_limits<int>::min(), kMost = std::numeric_limits<int>::max();
   const struct {
     int size, offsetX, offsetY;
-  } levels[] = {
-      {512, 0, 0},   {512, 1, 3},
-      {512, -1, -2}, {256, 2, 0},
-      {512, 8, 7},   {1024, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}};
+  } levels[] = {{512, 0, 0}, {512, 1, 3}, {512, -1, -2},        {256, 2, 0},
+                {512, 8, 7}, {256, 0, 0}, {1024, kLeast, kMost}};
   std::string listing;
   for (const auto& [size, offsetX, offsetY] : levels) {
     modConfig.MaterialSize = size;
@@ -161,9 +162,15 @@ TEST_F(TerrainDialogsTest, TheGridsShowTheTilesOfTheLevelAsListed) {
     terrain.shadowSettings.ShadowSelected[3][3] = true;
     SurfaceGrid tiles;
     ShadowGrid shadows;
-    listing += "==== level of " + std::to_string(size) + " cells, offsets " +
-               std::to_string(offsetX) + ", " + std::to_string(offsetY) + '\n' + Shown(tiles) +
-               "-- shadows\n" + Shown(shadows);
+    listing += FormatText("==== level of %i cells, offsets %i, %i\n", size, offsetX, offsetY) +
+               Shown(tiles) + "-- shadows\n" + Shown(shadows) + "-- default\n";
+    for (const bool changes : {true, false}) {
+      editor.levelModified = false;
+      AssignAllTiles();
+      EXPECT_EQ(editor.levelModified, changes);
+    }
+    tiles.Refresh();
+    listing += Shown(tiles);
   }
   ExpectGolden("terrain/surface_grids.txt", listing);
 }
