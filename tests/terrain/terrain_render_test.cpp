@@ -3,7 +3,6 @@
 #include <GL/gl.h>
 #include <climits>
 #include <cmath>
-#include <numeric>
 
 #include "core/camera.h"
 #include "support/test.h"
@@ -72,79 +71,61 @@ TEST_F(TerrainRenderTest, EveryDisplayModeLooksAsDrawnCellByCell) {
 }
 
 TEST_F(TerrainRenderTest, MarksAndBrushesHaveTheirColours) {
-  static constexpr auto kPointAt = [](TerrainTool tool, int brushSize, PickState pick) {
-    terrain.tool = tool;
-    terrain.brushSize = brushSize;
-    terrain.pick = pick;
-  };
-  static constexpr auto kFlattenAt = [](bool ctrl) {
-    InitGrid();
-    terrain.flattenSampled = 1;
-    editor.ctrlHeld = ctrl;
-    kPointAt(TerrainTool::Flatten, 4, {1001, 76, 1061, false});
-    editor.ShowGrid = editor.ShowTextures = false;
-  };
-  constexpr std::size_t kAny = SIZE_MAX;
-  const struct {
-    const char* name;
-    void (*prepare)();
-    SceneCamera from;
+  struct Colour {
     int red, green, blue;
-    std::size_t least, most;
-  } rows[] = {
-      {"lines of flat ground", [] { InitGrid(), ShowWireframe(); }, kTopDown, 0, 0, 0, 2000, kAny},
-      {"steep cells", ShowWireframe, kFly, 255, 128, 0, 100, kAny},
-      {"steep cells with textures", ShowTextured, kFly, 255, 128, 0, 0, 0},
-      {"a missing tile", [] {}, kOverMissingTile, 255, 0, 255, 1000, kAny},
-      {"beyond the tile table", [] { StartAnew(1024), modConfig.WaterLevel = -1000; },
-       kOverLastColumns, 255, 0, 255, 1000, kAny},
-      {"where no tile is left", MoveTiles<5, 5>, kLastCorner, 90, 250, 120, 0, 0},
-      {"edge of a brush",
-       [] {
-         ShowWireframe(), kPointAt(TerrainTool::Raising, 6, {1014, 60, 1018, false});
-       },
-       kTopDown, 255, 255, 0, 100, kAny},
-      {"edge of a brush that is nowhere",
-       [] {
-         ShowWireframe(), kPointAt(TerrainTool::Raising, 6, {1014, 60, 1018, true});
-       },
-       kTopDown, 255, 255, 0, 0, 0},
-      {"brush",
-       [] {
-         kPointAt(TerrainTool::Raising, 1, {1003.5f, 80, 1080.5f, false});
-       },
-       kFly, 255, 0, 0, 20, kAny},
-      {"brush in the camera's own unit",
-       [] {
-         kPointAt(TerrainTool::Raising, 1, {1000.5f, 80, 1080.5f, false});
-       },
-       kFly, 255, 0, 0, 0, 0},
-      {"selected point", MarkPoints, kCloseBy, 255, 0, 0, 10, kAny},
-      {"half of a smoothing range of 6", MarkPoints, kCloseBy, 128, 255, 0, 10, kAny},
-      {"smoothing range without smoothing", [] { MarkPoints(), terrain.autoSmoothing = 0; },
-       kCloseBy, 128, 255, 0, 0, 0},
-      {"posts of a road",
-       [] {
-         terrain.tool = TerrainTool::Road;
-         terrain.roadPoints[0] = {990, 110, 1080};
-         terrain.roadPoints[1] = {1020, 110, 1090};
-         terrain.roadPointCount = 2;
-       },
-       kFly, 255, 0, 255, 500, kAny},
-      {"flatten brush", [] { kFlattenAt(false); }, kFly, 255, 0, 0, 500, kAny},
-      {"flatten brush that samples", [] { kFlattenAt(true); }, kFly, 255, 0, 0, 0, 0},
-      {"its cell", [] { kFlattenAt(true); }, kFly, 0, 0, 255, 20, kAny},
   };
-  for (const auto& row : rows) {
-    StartAnew();
+  constexpr Colour kRed{255, 0, 0}, kBlue{0, 0, 255}, kYellow{255, 255, 0}, kOrange{255, 128, 0},
+      kMagenta{255, 0, 255}, kLime{128, 255, 0}, kBlack{0, 0, 0}, kLastTile{90, 250, 120};
+  const auto count = [](const SceneCamera& from, const Colour& colour) {
     modConfig.WaterLevel = -1000;
-    ShowTextured();
-    row.prepare();
-    const std::size_t count = CountColour(Frame(row.from), row.red, row.green, row.blue);
-    EXPECT_GE(count, row.least) << row.name;
-    EXPECT_LE(count, row.most) << row.name;
-    if (terrain.tool == TerrainTool::Flatten) ExpectSamePicture(row.from);
-  }
+    return CountColour(Frame(from), colour.red, colour.green, colour.blue);
+  };
+  ShowTextured();
+  EXPECT_EQ(count(kFly, kOrange), 0u);
+  EXPECT_GT(count(kOverMissingTile, kMagenta), 1000u);
+  terrain.pick = {1003.5f, 80, 1080.5f, false};
+  EXPECT_GT(count(kFly, kRed), 20u);
+  terrain.pick.x = 1000.5f;
+  EXPECT_EQ(count(kFly, kRed), 0u) << "in the camera's own unit";
+  terrain.tool = TerrainTool::Road;
+  terrain.roadPoints[0] = {990, 110, 1080};
+  terrain.roadPoints[1] = {1020, 110, 1090};
+  terrain.roadPointCount = 2;
+  EXPECT_GT(count(kFly, kMagenta), 500u) << "posts";
+  MoveTiles<5, 5>();
+  EXPECT_EQ(count(kLastCorner, kLastTile), 0u) << "no tile is left here";
+  StartAnew(1024);
+  EXPECT_GT(count(kOverLastColumns, kMagenta), 1000u) << "beyond the tile table";
+
+  StartAnew();
+  ShowWireframe();
+  EXPECT_GT(count(kFly, kOrange), 100u) << "steep cells";
+  terrain.brushSize = 6;
+  terrain.pick = {1014, 60, 1018, false};
+  EXPECT_GT(count(kTopDown, kYellow), 100u) << "the brush's edge";
+  terrain.pick.missed = true;
+  EXPECT_EQ(count(kTopDown, kYellow), 0u);
+  InitGrid();
+  EXPECT_GT(count(kTopDown, kBlack), 2000u) << "lines of flat ground";
+
+  MarkPoints();
+  ShowTextured();
+  EXPECT_GT(count(kCloseBy, kRed), 10u);
+  EXPECT_GT(count(kCloseBy, kLime), 10u) << "half of a smoothing range of 6";
+  terrain.autoSmoothing = 0;
+  EXPECT_EQ(count(kCloseBy, kLime), 0u);
+
+  InitGrid();
+  editor.ShowTextures = false;
+  terrain.tool = TerrainTool::Flatten;
+  terrain.brushSize = 4;
+  terrain.flattenSampled = 1;
+  terrain.pick = {1001, 76, 1061, false};
+  EXPECT_GT(count(kFly, kRed), 500u);
+  ExpectSamePicture(kFly);
+  editor.ctrlHeld = true;
+  EXPECT_EQ(count(kFly, kRed), 0u);
+  EXPECT_GT(count(kFly, kBlue), 20u) << "the cell that it samples";
 }
 
 TEST_F(TerrainRenderTest, AfterEditsThePictureIsThatOfTheWholeTerrainDrawnAnew) {
@@ -174,14 +155,15 @@ TEST_F(TerrainRenderTest, AfterEditsThePictureIsThatOfTheWholeTerrainDrawnAnew) 
 
 TEST_F(TerrainRenderTest, ReliefShadingDarkensSlopesOfTexturedGroundOnly) {
   modConfig.WaterLevel = -1000;
-  const auto brightness = [](void (*show)(), bool relief) {
-    show();
-    editor.ReliefShading = relief;
-    const DrawnPicture picture = Frame(kTopDown);
-    return std::accumulate(picture.rgb.begin(), picture.rgb.end(), 0.0);
-  };
-  EXPECT_LT(brightness(ShowTextured, true), 0.95 * brightness(ShowTextured, false));
-  EXPECT_EQ(brightness(ShowWireframe, true), brightness(ShowWireframe, false));
+  for (const bool textured : {false, true}) {
+    editor.ShowTextures = textured, editor.ShowGrid = !textured;
+    double brightness[2] = {};
+    for (const bool relief : {false, true}) {
+      editor.ReliefShading = relief;
+      for (const int shade : Frame(kTopDown).rgb) brightness[relief] += shade;
+    }
+    EXPECT_EQ(brightness[1] < 0.95 * brightness[0], textured);
+  }
 }
 
 TEST_F(TerrainRenderTest, TheObjectMapperShowsThePlainGround) {

@@ -34,7 +34,7 @@ auto AskWith(Dialog dialog, const char* button, const std::function<void(const O
   return dialog();
 }
 
-using TerrainDialogsTest = TerrainInSandbox;
+using TerrainDialogsTest = TerrainUiTest;
 
 TEST_F(TerrainDialogsTest, TheRandomTerrainIsThatOfTheSlidersWhichStartAtTheDefaultsEachTime) {
   for (const char* button : {"cancelButton", "okButton"}) {
@@ -201,7 +201,7 @@ TEST_F(TerrainDialogsTest, ShadowsAreTracedForTheClickedTilesOfTheLevelAndCancel
   EXPECT_EQ(selected, expected);
 }
 
-class SurfaceAssignmentsDialogTest : public TerrainInSandbox {
+class SurfaceAssignmentsDialogTest : public TerrainUiTest {
  protected:
   void RunAndPress(const char* button, const std::function<void(const OpenDialog&)>& act) {
     AskWith([this] { SurfaceAssignmentsDialog(nullptr, [this] { ++viewDrawn; }); }, button, act);
