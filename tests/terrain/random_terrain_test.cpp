@@ -66,13 +66,6 @@ TEST_F(RandomTerrainTest, SmoothingGoesInPlaceAndLeavesTheOutermostSamples) {
   }
 }
 
-TEST_F(RandomTerrainTest, TheSeedDecidesTheTerrain) {
-  const RandomTerrainParameters usual;
-  const auto terrainOfSeed3 = Generated(3, usual);
-  EXPECT_NE(Generated(4, usual), terrainOfSeed3);
-  EXPECT_EQ(Generated(3, usual), terrainOfSeed3);
-}
-
 TEST_F(RandomTerrainTest, HeightsBeyondTheScaleAreKeptAndLimitedInTheFile) {
   for (const auto& [base, grey, stored] :
        {std::tuple{300, 300 - 256, 0xFFFF}, {-3, 256 - 3, 0}}) {  // its low eight bits
@@ -107,20 +100,13 @@ TEST_F(RandomTerrainTest, EveryCellGetsTheMaterialOfItsHeightAndOnlyThoseOfTheLe
             "256: 0-254=3 255=11\n");
 }
 
-TEST_F(RandomTerrainTest, WaterIsSetOnlyInALevelThatHasIt) {
-  for (const bool has : {false, true}) {
-    editor.levelHasWater = has;
-    GenerateTerrain({});
-    EXPECT_EQ(modConfig.WaterLevel, has ? 25 : 61);
-  }
-}
-
 TEST_F(RandomTerrainTest, TheCommandWarnsAsksAndGenerates) {
   int seatings = 0;
   hooks.seatObjectsOnGround = [&] {
     ++seatings;
     EXPECT_NE(Heights(), "") << "seated on the new ground";
   };
+  editor.levelHasWater = true;
   BeginLoadReport();
   NoteDamagedPart(LevelPart::HeightMap, "cut off");
   NoteDamagedPart(LevelPart::MaterialMap, "cut off");
@@ -135,7 +121,11 @@ TEST_F(RandomTerrainTest, TheCommandWarnsAsksAndGenerates) {
   EXPECT_TRUE(MayWrite(LevelPart::HeightMap) && MayWrite(LevelPart::MaterialMap))
       << "what was damaged is replaced";
   ClearLoadReport();
+  EXPECT_EQ(modConfig.WaterLevel, 25);
+  modConfig.WaterLevel = 61;
+  editor.levelHasWater = false;
   EXPECT_TRUE(RandomTerrain(false, [] { return RandomTerrainParameters{}; }));
+  EXPECT_EQ(modConfig.WaterLevel, 61);
   ExpectBoxes({});  // of a new level nothing is lost
 }
 

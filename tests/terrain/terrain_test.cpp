@@ -2,9 +2,15 @@
 // materialmap.raw.
 #include "terrain/terrain.h"
 
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include "core/bytes.h"
 #include "data/level_archive_test.h"
 #include "support/test.h"
 #include "terrain/flat_ground.h"
+#include "terrain/height_image.h"
 
 namespace mw {
 namespace {
@@ -91,18 +97,14 @@ TEST_F(TerrainTest, MissingFilesAreToldAndOnlyTheLevelsCellsBecomeDefault) {
   EXPECT_EQ(Materials(), "0: 0=7\n1: 256=7\n");
 }
 
-TEST_F(TerrainTest, WhatTheFilesCannotHoldIsLimitedWhenItIsSaved) {
-  Height(256, 0) = 256;
-  Height(255, 0) = -7;
-  Height(254, 0) = 1e20f;
+TEST_F(TerrainTest, OfMaterialsThatTheFileCannotHoldTheLowByteOfTheirAmountIsSaved) {
   SetMaterial(15, 256, 1);
   SetMaterial(8, 0, 1);   // no data row: not in the file
   SetMaterial(8, -1, 0);  // outside the grid: nothing happens
   SetMaterial(8, 0, kGridCapacity);
   SetMaterial(0x80000003u, 255, 0);  // as a plug-in may leave it: the low byte of 2^31 - 3
   SetMaterial(static_cast<std::uint32_t>(-2), 254, 0);
-  EXPECT_TRUE(SaveHeightmap() && SaveMaterialMap());
-  EXPECT_EQ(Get("heightmap.raw").substr(0, 8), std::string("\xFF\xFF\0\0\xFF\xFF\0\x7F", 8));
+  EXPECT_TRUE(SaveMaterialMap());
   std::string materials(256 * 256, '\0');
   materials[256] = 15;
   materials[1] = '\xFD';
@@ -186,6 +188,68 @@ TEST_F(TerrainTest, HeightsUnderPlacesOfTheLevelAndUnderTheCamera) {
   SetHeight(256, 0, 40);
   camera.position.Set(-1e9f, 0, 1e9f);
   EXPECT_EQ(HeightUnderCamera(0), 20) << "in the grid, which wraps at its seams";
+}
+
+// The image of the heights in memory.
+
+constexpr int kSizes[] = {1, 7, 8, 33, 100, 256};  // with and without whole blocks and bands
+
+// Every vertex by itself.
+void LoadPlainly(const Bytes& image, int size, VertexGrid& to) {
+  for (int i = 1; i <= size; ++i) {
+    for (int j = 0; j < size; ++j) {
+      const std::size_t at = HeightImageOffset(size, i, j);
+      if (at + 2 <= image.size())
+        to[i][j].h = static_cast<float>(image[at] + 256 * image[at + 1]) / 256;
+    }
+  }
+}
+
+bool SameHeights(const VertexGrid& a, const VertexGrid& b) {
+  for (std::size_t i = 0; i < kGridCapacity; ++i) {
+    for (std::size_t j = 0; j < kGridCapacity; ++j) {
+      if (a[i][j].h != b[i][j].h) return false;
+    }
+  }
+  return true;
+}
+
+TEST(HeightImage, AnImageOfAnySizeAndLengthIsReadLikeSampleBySampleAndWrittenAgain) {
+  std::minstd_rand random(1);
+  VertexGrid read = VertexGrid::Zeroed(), expected = VertexGrid::Zeroed();
+  for (const int size : kSizes) {
+    Bytes whole(HeightImageBytes(size));
+    for (std::uint8_t& byte : whole) byte = static_cast<std::uint8_t>(random() >> 8);
+    for (const double share : {0.0, 0.01, 0.63, 1.0}) {
+      const auto length = static_cast<std::ptrdiff_t>(share * static_cast<double>(whole.size()));
+      const Bytes image(whole.begin(), whole.begin() + length);
+      ImageToHeights(image, size, read);
+      LoadPlainly(image, size, expected);
+      EXPECT_TRUE(SameHeights(read, expected)) << size << ", " << length << " bytes";
+    }
+    Bytes written(whole.size());
+    HeightsToImage(read, size, written);
+    EXPECT_EQ(written, whole) << size;
+  }
+}
+
+TEST(HeightImage, HeightsAreTruncatedAndLimited) {
+  VertexGrid heights = VertexGrid::Zeroed();
+  const std::pair<float, int> cases[] = {{2.999f / 256, 2},
+                                         {-1, 0},
+                                         {256, 65535},
+                                         {std::numeric_limits<float>::infinity(), 65535},
+                                         {std::nanf(""), 0}};
+  constexpr int kSize = 40;
+  for (const auto& [height, stored] : cases) {
+    for (int j = 0; j < kSize; ++j) heights[5][j].h = height;
+    Bytes image(HeightImageBytes(kSize));
+    HeightsToImage(heights, kSize, image);
+    for (int j = 0; j < kSize; ++j) {
+      const std::size_t at = HeightImageOffset(kSize, 5, j);
+      EXPECT_EQ(image[at] + 256 * image[at + 1], stored) << height;
+    }
+  }
 }
 
 }  // namespace

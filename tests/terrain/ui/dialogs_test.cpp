@@ -12,6 +12,7 @@
 #include "data/textures.h"
 #include "objects/ui/run_dialog.h"
 #include "support/golden.h"
+#include "terrain/shadow_work.h"
 #include "terrain/surface_assignments.h"
 #include "terrain/ui/random_terrain_dialog.h"
 #include "terrain/ui/road_dialog.h"
@@ -24,91 +25,89 @@
 namespace mw {
 namespace {
 
-// Runs a dialog, lets the user act and presses a button.
-template <typename Dialog>
-auto AskWith(Dialog dialog, const char* button, const std::function<void(const OpenDialog&)>& act) {
-  WhenDialogOpens([=](const OpenDialog& open) {
-    act(open);
-    open.Press(button);
-  });
-  return dialog();
-}
-
 using TerrainDialogsTest = TerrainUiTest;
 
-TEST_F(TerrainDialogsTest, TheRandomTerrainIsThatOfTheSlidersWhichStartAtTheDefaultsEachTime) {
-  for (const char* button : {"cancelButton", "okButton"}) {
-    const auto parameters =
-        AskWith([] { return RandomTerrainDialog(nullptr); }, button,
-                [](const OpenDialog& dialog) {
-                  const auto number = [&](const char* label) {
-                    return dialog.Widget<QLabel>(label).text().toInt();
-                  };
-                  EXPECT_EQ(number("smoothnessValue"), 6);
-                  EXPECT_EQ(number("heightValue"), 10);
-                  QTest::keyClick(&dialog.Widget<QSlider>("smoothnessSlider"), Qt::Key_Left);
-                  QTest::keyClick(&dialog.Widget<QSlider>("heightSlider"), Qt::Key_End);
-                  EXPECT_EQ(number("smoothnessValue"), 5);
-                  EXPECT_EQ(number("heightValue"), 25);
-                });
-    ASSERT_EQ(parameters.has_value(), button == std::string_view("okButton"));
-    if (!parameters) continue;
-    EXPECT_EQ(parameters->base, 127);
-    EXPECT_EQ(parameters->amplitude, 25);
-    EXPECT_EQ(parameters->smoothPasses, 5);
+// What a user does with a control, by its name.
+void Use(const OpenDialog& dialog, const char* name, const char* choice) {
+  auto& widget = dialog.Widget<QWidget>(name);
+  if (auto* list = qobject_cast<QComboBox*>(&widget)) {
+    EXPECT_TRUE(list->isEnabled() && list->findText(choice) >= 0) << choice;
+    list->setCurrentText(choice);
+  } else {
+    widget.setFocus();
+    QTest::keyClick(&widget, qobject_cast<QSlider*>(&widget) ? Qt::Key_End : Qt::Key_Space);
   }
 }
 
-TEST_F(TerrainDialogsTest, EachRadioButtonIsADepthAndEscapeNone) {
-  const std::pair<const char*, SampleBits> depths[] = {
-      {"eightBitsRadio", SampleBits::Eight},
-      {"sixteenBitsRadio", SampleBits::Sixteen},
-      {"twentyFourBitsRadio", SampleBits::TwentyFour}};
-  const auto ask = [] { return SampleBitsDialog(nullptr, "Select Export Bits"); };
-  for (const auto& [name, bits] : depths) {
-    const auto choose = [name = name](const OpenDialog& dialog) {
-      EXPECT_EQ(dialog.window.windowTitle(), "Select Export Bits");
-      auto& radio = dialog.Widget<QRadioButton>(name);
-      radio.setFocus();
-      QTest::keyClick(&radio, Qt::Key_Space);
-    };
-    EXPECT_EQ(AskWith(ask, "okButton", choose), bits);
-    EXPECT_FALSE(AskWith(ask, "cancelButton", choose));
+TEST_F(TerrainDialogsTest, WhatIsChosenCountsAsListedUnlessItIsCancelled) {
+  std::string listing;
+  const auto road = [&] {
+    const bool confirmed = CreateRoadDialog(nullptr);
+    listing += FormatText("%s, width %i, material %i, added %i\n", confirmed ? "OK" : "Cancel",
+                          terrain.roadWidth, terrain.roadMaterial, terrain.roadAutoMaterial);
+  };
+  const auto random = [&] {
+    const auto chosen = RandomTerrainDialog(nullptr);
+    listing += !chosen ? "Cancel\n"
+                       : FormatText("OK, base %i, amplitude %i, %i passes\n", chosen->base,
+                                    chosen->amplitude, chosen->smoothPasses);
+  };
+  const auto bits = [&] {
+    const auto chosen = SampleBitsDialog(nullptr, "Select Export Bits");
+    listing += !chosen ? "Cancel\n" : FormatText("OK, %i bits\n", static_cast<int>(*chosen));
+  };
+  const auto shadows = [&] {
+    const bool confirmed = ShadowDialog(nullptr);
+    listing += FormatText("%s, detail %g, %s\n", confirmed ? "OK" : "Cancel",
+                          terrain.shadowSettings.ShadowPrecision, DescribeTilesToTrace().c_str());
+  };
+  using Uses = std::vector<std::pair<const char*, const char*>>;
+  const Uses wideRoad = {
+      {"autoMaterialCheck", ""}, {"widthCombo", "Quadruple Lane"}, {"materialCombo", "Gravel"}};
+  const Uses extremes = {{"smoothnessSlider", ""}, {"heightSlider", ""}};
+  const struct {
+    std::function<void()> run;
+    Uses uses;
+    const char* button;
+  } rows[] = {
+      {road, wideRoad, "cancelButton"},
+      {road, wideRoad, "okButton"},
+      {road, {{"materialCombo", "Mud"}}, "okButton"},
+      {road, {{"autoMaterialCheck", ""}}, "okButton"},
+      {random, extremes, "cancelButton"},
+      {random, {}, "okButton"},
+      {random, extremes, "okButton"},
+      {bits, {}, "okButton"},
+      {bits, {{"sixteenBitsRadio", ""}}, "okButton"},
+      {bits, {{"twentyFourBitsRadio", ""}}, "okButton"},
+      {bits, {{"twentyFourBitsRadio", ""}, {"eightBitsRadio", ""}}, "okButton"},
+      {bits, {{"sixteenBitsRadio", ""}}, "cancelButton"},
+      {shadows, {{"selectAllButton", ""}, {"detailCombo", "High 3.0"}}, "cancelButton"},
+      {shadows, {{"selectAllButton", ""}, {"detailCombo", "Low 1.0"}}, "okButton"},
+      {shadows, {{"clearButton", ""}}, "cancelButton"},
+      {shadows, {{"clearButton", ""}}, "okButton"},
+  };
+  levelTextures.SurfaceAssigned[2][1] = levelTextures.SurfaceAssigned[7][7] = true;
+  for (const auto& row : rows) {
+    WhenDialogOpens([&](const OpenDialog& dialog) {
+      listing += dialog.window.windowTitle().toStdString() + ": ";
+      for (const auto& [name, choice] : row.uses) Use(dialog, name, choice);
+      for (const char* number : {"smoothnessValue", "heightValue"}) {
+        if (const auto* label = dialog.window.findChild<QLabel*>(number))
+          listing += label->text().toStdString() + " ";
+      }
+      if (const auto* list = dialog.window.findChild<QComboBox*>("materialCombo"))
+        listing += list->isEnabled() ? "" : "(grey material) ";
+      dialog.Press(row.button);
+    });
+    row.run();
   }
   WhenDialogOpens([](const OpenDialog& dialog) {
     QTest::keyClick(&dialog.window, Qt::Key_Escape);
     EXPECT_FALSE(dialog.window.isVisible());
   });
-  EXPECT_FALSE(ask());
-}
-
-TEST_F(TerrainDialogsTest, ARoadIsBuiltAsChosenWithAMaterialOnlyWhileOneIsAddedAndCancelKeepsNone) {
-  const auto ask = [] { return CreateRoadDialog(nullptr); };
-  const auto choose = [](const char* material) {
-    return [material](const OpenDialog& dialog) {
-      auto& materials = dialog.Widget<QComboBox>("materialCombo");
-      for (const bool added : {true, false, true}) {
-        dialog.Widget<QCheckBox>("autoMaterialCheck").click();
-        EXPECT_EQ(materials.isEnabled(), added);
-      }
-      materials.setCurrentText(material);
-      dialog.Widget<QComboBox>("widthCombo").setCurrentText("Quadruple Lane");
-    };
-  };
-  EXPECT_FALSE(AskWith(ask, "cancelButton", choose("Mud")));
-  EXPECT_EQ(terrain.roadWidth, 1);
-  EXPECT_EQ(terrain.roadMaterial, 1);
-  EXPECT_EQ(terrain.roadAutoMaterial, 0);
-  EXPECT_TRUE(AskWith(ask, "okButton", choose("Gravel")));
-  EXPECT_EQ(terrain.roadWidth, 4);
-  EXPECT_EQ(terrain.roadMaterial, 8);
-  EXPECT_EQ(terrain.roadAutoMaterial, 1);
-  AskWith(ask, "cancelButton", [](const OpenDialog& dialog) {
-    EXPECT_EQ(dialog.Widget<QComboBox>("widthCombo").currentText(), "Quadruple Lane");
-    EXPECT_EQ(dialog.Widget<QComboBox>("materialCombo").currentText(), "Gravel");
-    EXPECT_TRUE(dialog.Widget<QComboBox>("materialCombo").isEnabled());
-    EXPECT_TRUE(dialog.Widget<QCheckBox>("autoMaterialCheck").isChecked());
-  });
+  bits();
+  ExpectGolden("terrain/dialog_answers.txt", listing);
 }
 
 // The grids of tiles. A cell's place is a pixel near its far corner, clear of text and lines.
@@ -175,36 +174,28 @@ TEST_F(TerrainDialogsTest, TheGridsShowTheTilesOfTheLevelAsListed) {
   ExpectGolden("terrain/surface_grids.txt", listing);
 }
 
-TEST_F(TerrainDialogsTest, ShadowsAreTracedForTheClickedTilesOfTheLevelAndCancelTakesThemBack) {
+TEST_F(TerrainDialogsTest, ClicksSelectTheTilesOfTheLevelWhoseShadowsAreTraced) {
   modConfig.MaterialSize = 256;
   modConfig.TexOffsetX = 1;
-  terrain.shadowSettings.ShadowPrecision = 3;
-  auto& selected = terrain.shadowSettings.ShadowSelected;
-  const auto ask = [] { return ShadowDialog(nullptr); };
-  EXPECT_TRUE(AskWith(ask, "okButton", [](const OpenDialog& dialog) {
+  WhenDialogOpens([](const OpenDialog& dialog) {
     for (const auto& [column, row] : {std::pair{3, 1}, {2, 2}, {0, 0}, {7, 7}})
       ClickTile(dialog, column, row);
-    auto& detail = dialog.Widget<QComboBox>("detailCombo");
-    EXPECT_EQ(detail.currentText(), "High 3.0");
-    detail.setCurrentIndex(7);
-  }));
+    dialog.Press("okButton");
+  });
+  EXPECT_TRUE(ShadowDialog(nullptr));
   decltype(terrain.shadowSettings.ShadowSelected) expected{};
   expected[2][1] = expected[1][2] = true;
-  EXPECT_EQ(selected, expected) << "no tile of the level is elsewhere";
-  EXPECT_EQ(terrain.shadowSettings.ShadowPrecision, 4);
-  EXPECT_FALSE(AskWith(ask, "cancelButton", [&](const OpenDialog& dialog) {
-    dialog.Press("selectAllButton");
-    EXPECT_TRUE(selected[7][7]);
-    dialog.Press("clearButton");
-    EXPECT_FALSE(selected[2][1] || selected[7][7]);
-  }));
-  EXPECT_EQ(selected, expected);
+  EXPECT_EQ(terrain.shadowSettings.ShadowSelected, expected) << "no tile of the level is elsewhere";
 }
 
 class SurfaceAssignmentsDialogTest : public TerrainUiTest {
  protected:
   void RunAndPress(const char* button, const std::function<void(const OpenDialog&)>& act) {
-    AskWith([this] { SurfaceAssignmentsDialog(nullptr, [this] { ++viewDrawn; }); }, button, act);
+    WhenDialogOpens([=](const OpenDialog& dialog) {
+      act(dialog);
+      dialog.Press(button);
+    });
+    SurfaceAssignmentsDialog(nullptr, [this] { ++viewDrawn; });
   }
   int viewDrawn = 0;
 };
