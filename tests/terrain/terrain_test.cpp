@@ -205,15 +205,6 @@ void LoadPlainly(const Bytes& image, int size, VertexGrid& to) {
   }
 }
 
-bool SameHeights(const VertexGrid& a, const VertexGrid& b) {
-  for (std::size_t i = 0; i < kGridCapacity; ++i) {
-    for (std::size_t j = 0; j < kGridCapacity; ++j) {
-      if (a[i][j].h != b[i][j].h) return false;
-    }
-  }
-  return true;
-}
-
 TEST(HeightImage, AnImageOfAnySizeAndLengthIsReadLikeSampleBySampleAndWrittenAgain) {
   std::minstd_rand random(1);
   VertexGrid read = VertexGrid::Zeroed(), expected = VertexGrid::Zeroed();
@@ -225,7 +216,8 @@ TEST(HeightImage, AnImageOfAnySizeAndLengthIsReadLikeSampleBySampleAndWrittenAga
       const Bytes image(whole.begin(), whole.begin() + length);
       ImageToHeights(image, size, read);
       LoadPlainly(image, size, expected);
-      EXPECT_TRUE(SameHeights(read, expected)) << size << ", " << length << " bytes";
+      EXPECT_EQ(ListGround(0, [&](int i, int j) { return read[i][j].h - expected[i][j].h; }), "")
+          << size << ", " << length << " bytes";
     }
     Bytes written(whole.size());
     HeightsToImage(read, size, written);
