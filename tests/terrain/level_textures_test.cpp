@@ -1,92 +1,105 @@
 #include "terrain/level_textures.h"
 
 #include <GL/gl.h>
+#include <GL/glext.h>
 #include <algorithm>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "bench/plain/gl_context.h"
+#include "core/bytes.h"
 #include "data/dds.h"
 #include "data/image.h"
 #include "data/level_archive_test.h"
 #include "data/textures.h"
 #include "platform/disk.h"
 #include "support/dds_file.h"
+#include "support/test.h"
 #include "terrain/dds_writer.h"
-#include "terrain/terrain.h"
+#include "terrain/flat_ground.h"
 
 namespace mw {
 namespace {
 
-using ByteVector = std::vector<std::uint8_t>;
-
-constexpr std::uint16_t kRed = 0xF800;
-constexpr std::array<std::uint8_t, 3> kRedPixel = {255, 0, 0}, kBluePixel = {0, 0, 255};
-
-// Two colours, one over the other, as a texture set holds them: rows from the bottom.
-SetTexture TwoColours(int side) {
+// The first half of the rows has one channel, the second half another.
+mw::Bytes TwoColours(int side, std::size_t first, std::size_t second) {
+  mw::Bytes rgb(static_cast<std::size_t>(side * side * 3));
+  for (std::size_t at = 0; at < rgb.size(); at += 3)
+    rgb[at + (at < rgb.size() / 2 ? first : second)] = 255;
+  return rgb;
+}
+// Red over blue: the rows of a file come from the top, those of a texture set from the bottom.
+mw::Bytes RedOverBlue(int side) { return TwoColours(side, 0, 2); }
+SetTexture RedOverBlueOfSet(int side) {
   SetTexture picture;
   picture.width = picture.height = side;
-  for (int row = 0; row < side; ++row) {
-    const auto& pixel = row < side / 2 ? kBluePixel : kRedPixel;
-    for (int x = 0; x < side; ++x)
-      picture.rgb.insert(picture.rgb.end(), pixel.begin(), pixel.end());
-  }
+  picture.rgb = TwoColours(side, 2, 0);
   picture.loaded = true;
   return picture;
 }
 
-class LevelTexturesTest : public LevelArchiveTest {
+class LevelTexturesTest : public FlatGround<LevelArchiveTest> {
  protected:
   LevelTexturesTest() {
     levelTextures = {};
     levelTextures.textureSetChosen = true;
     textureSet = {};
-    modConfig.MaterialSize = 256;
-    modConfig.WorldSize = 1024;
     modConfig.configurationName = "mymod";
   }
 
-  void PutTile(const std::string& file) {
-    Put(file, Text(DdsFile{4, 4, 8, 1, "DXT1", UniformBlocks(1, kRed)}.Bytes()));
+  static std::string Tile(std::size_t blocks = 1) {
+    return Text(DdsFile{4, 4, 8, 1, "DXT1", UniformBlocks(blocks, 0xF800)}.Bytes());
   }
   // The decoded pixels of the top level of a file of the level.
-  ByteVector Decoded(std::string_view file, int side) const {
+  static mw::Bytes Decoded(std::string_view file, int side) {
     const auto image = LoadDds(LevelPath(file));
     if (!image || image->width != side || image->height != side) return {};
     return DecodeDxt1(image->data, side, side);
   }
 };
 
-TEST_F(LevelTexturesTest, OpeningFindsTheTilesAndTheDetailTexture) {
+TEST_F(LevelTexturesTest, OpeningFindsTheTilesAndTheDetailTextureAndTellsWhatIsDamaged) {
   if (!OpenTestGl(16, 16)) GTEST_SKIP() << TestGlError();
-  PutTile("textures/Tx00x00.dds");
-  PutTile("textures/Tx02x07.dds");
-  PutTile("textures/detail.dds");
+  Put("textures/Tx00x00.dds", Tile());
+  Put("textures/Tx02x07.dds", Tile());
+  Put("textures/detail.dds", Tile());
   Put("textures/Tx01x01.dds", "damaged");
+  Put("textures/Tx01x02.dds", Tile(0));
   Put("heightmap.raw", std::string(256 * 256 * 2, '\x01'));
   levelTextures.SurfaceAssigned[5][5] = true;
-
+  BeginLoadReport();
   LoadLevelTextures(LevelTextureLoad::Opening);
-  EXPECT_TRUE(levelTextures.tiles[0][0].hasTexture);
-  EXPECT_TRUE(levelTextures.tiles[2][7].hasTexture) << "row 2, column 7";
-  EXPECT_FALSE(levelTextures.tiles[7][2].hasTexture);
-  EXPECT_FALSE(levelTextures.tiles[1][1].hasTexture);
+  EXPECT_THAT(
+      openLevel.loadReport.lines,
+      testing::ElementsAre("The texture Tx01x01.dds is damaged: it cannot be shown.",
+                           "The texture Tx01x02.dds is damaged: it could be read in part."));
+  ClearLoadReport();
+  for (int row = 0; row < 8; ++row) {
+    for (int column = 0; column < 8; ++column) {
+      const bool whole = (row == 0 && column == 0) || (row == 2 && column == 7);
+      EXPECT_EQ(levelTextures.tiles[row][column].hasTexture, whole) << row << ", " << column;
+      EXPECT_EQ(levelTextures.SurfaceAssigned[row][column], whole || (row == 1 && column == 2));
+    }
+  }
   EXPECT_TRUE(levelTextures.hasDetail);
   EXPECT_EQ(terrain.heightBuffer.size(), 256u * 256 * 2) << "the height map comes with them";
-  EXPECT_TRUE(levelTextures.SurfaceAssigned[2][7]);
-  EXPECT_FALSE(levelTextures.SurfaceAssigned[5][5]);
-
   const unsigned tile = levelTextures.tiles[2][7].texture;
+  const auto wrapOf = [](unsigned texture, GLenum axis) {
+    glBindTexture(GL_TEXTURE_2D, texture);
+    GLint wrap = 0;
+    glGetTexParameteriv(GL_TEXTURE_2D, axis, &wrap);
+    return wrap;
+  };
+  for (const GLenum axis : {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T}) {
+    EXPECT_EQ(wrapOf(tile, axis), GL_CLAMP_TO_EDGE) << "no line between two tiles";
+    EXPECT_EQ(wrapOf(levelTextures.detailTexture, axis), GL_REPEAT);
+  }
   DeleteLevelTextures();
   EXPECT_FALSE(glIsTexture(tile));
-  EXPECT_FALSE(levelTextures.tiles[2][7].hasTexture);
-  EXPECT_FALSE(levelTextures.hasDetail);
+  EXPECT_FALSE(levelTextures.tiles[2][7].hasTexture || levelTextures.hasDetail);
 }
 
 TEST_F(LevelTexturesTest, ReloadingLeavesTheAssignmentsToTheUser) {
   Put("heightmap.raw", "");
-  PutTile("textures/Tx03x04.dds");
+  Put("textures/Tx03x04.dds", Tile());
   levelTextures.SurfaceAssigned[5][5] = true;
   BeginLoadReport();
   LoadLevelTextures(LevelTextureLoad::Reloading);
@@ -96,44 +109,31 @@ TEST_F(LevelTexturesTest, ReloadingLeavesTheAssignmentsToTheUser) {
   ClearLoadReport();
   EXPECT_FALSE(levelTextures.SurfaceAssigned[3][4]) << "un-assigned, its file is still there";
   EXPECT_TRUE(levelTextures.SurfaceAssigned[5][5]) << "still to be generated";
+  EXPECT_TRUE(levelTextures.textureSetChosen);
 }
 
 TEST_F(LevelTexturesTest, ALevelKeepsItsTexturesUntilASetIsChosenForIt) {
   Put("Textures/detail.dds", "its own");
-  textureSet.detail = TwoColours(64);
-  levelTextures.textureSetChosen = true;  // for the level before
+  textureSet.detail = RedOverBlueOfSet(64);
   LoadLevelTextures(LevelTextureLoad::Opening);
   EXPECT_TRUE(WriteTextureSetToLevel());
   EXPECT_EQ(Get("Textures/detail.dds"), "its own");
   EXPECT_EQ(Get("Textures/ENVMAP_G_.rcm"), "(none)");
 }
 
-TEST_F(LevelTexturesTest, TextureSetGoesIntoTheLevelUprightAndInTheGamesSizes) {
-  textureSet.detail = TwoColours(64);
-  textureSet.environment[1] = TwoColours(128);
+TEST_F(LevelTexturesTest, TheTextureSetGoesIntoTheLevelUprightAndInTheGamesSizes) {
+  textureSet.detail = RedOverBlueOfSet(64);
+  textureSet.environment[1] = RedOverBlueOfSet(128);
   EXPECT_TRUE(WriteTextureSetToLevel());
-
-  const ByteVector detail = Decoded("Textures/detail.dds", 512);
+  const mw::Bytes detail = Decoded("Textures/detail.dds", 512);
   ASSERT_FALSE(detail.empty());
   EXPECT_GT(detail[0], 200) << "the top row, which is red, comes first";
   EXPECT_LT(detail[2], 50);
   EXPECT_GT(detail[detail.size() - 2], 200) << "and blue last";
   EXPECT_EQ(LoadDds(LevelPath("Textures/detail.dds"))->mipCount, 10u);
-  EXPECT_GT(Decoded("Textures/env_Island_02.dds", 128)[0], 200);
-  EXPECT_EQ(LoadDds(LevelPath("Textures/env_Island_02.dds"))->mipCount, 0u);
+  EXPECT_TRUE(Get("Textures/env_Island_02.dds") ==
+              Text(EncodeDds(128, 128, RedOverBlue(128), false)));
   EXPECT_EQ(Get("Textures/env_Island_01.dds"), "(none)") << "not loaded, so not written";
-}
-
-TEST_F(LevelTexturesTest, ChangedPictureIsEncodedAgain) {
-  textureSet.detail = TwoColours(64);
-  EXPECT_TRUE(WriteTextureSetToLevel());
-  std::ranges::fill(textureSet.detail.rgb, 0);
-  EXPECT_TRUE(WriteTextureSetToLevel());
-  EXPECT_EQ(Decoded("Textures/detail.dds", 512)[0], 0);
-}
-
-TEST_F(LevelTexturesTest, CubeMapDescriptionNamesItsSixFaces) {
-  EXPECT_TRUE(WriteTextureSetToLevel());
   EXPECT_EQ(Get("Textures/ENVMAP_G_.rcm"),
             "[CubeMap]\r\n"
             "PositiveX = mymod\\levels\\Island\\Textures\\env_Island_04.dds\r\n"
@@ -142,24 +142,21 @@ TEST_F(LevelTexturesTest, CubeMapDescriptionNamesItsSixFaces) {
             "NegativeY = mymod\\levels\\Island\\Textures\\env_Island_06.dds\r\n"
             "PositiveZ = mymod\\levels\\Island\\Textures\\env_Island_03.dds\r\n"
             "NegativeZ = mymod\\levels\\Island\\Textures\\env_Island_01.dds\r\n");
+  std::ranges::fill(textureSet.detail.rgb, 0);
+  EXPECT_TRUE(WriteTextureSetToLevel());
+  EXPECT_EQ(Decoded("Textures/detail.dds", 512)[0], 0) << "a changed picture is encoded again";
 }
 
-TEST_F(LevelTexturesTest, MergedTileComesBackFromItsTga) {
-  ByteVector rgb;  // rows from the top: red over blue
-  for (int row = 0; row < 8; ++row) {
-    for (int x = 0; x < 8; ++x) {
-      const auto& pixel = row < 4 ? kRedPixel : kBluePixel;
-      rgb.insert(rgb.end(), pixel.begin(), pixel.end());
-    }
-  }
+TEST_F(LevelTexturesTest, AMergedTileComesBackFromItsTga) {
+  const mw::Bytes rgb = RedOverBlue(8);
   ASSERT_TRUE(WriteTga("Tx01x02.tga", 8, 8, rgb));
   EXPECT_EQ(ConvertTgaTileToDds("Tx01x02", 8, 8, 1, 2), TileTaken::Yes);
   EXPECT_EQ(Get("Textures/Tx01x02.dds"), Text(EncodeDds(8, 8, rgb, true)));
-
   EXPECT_EQ(ConvertTgaTileToDds("missing", 8, 8, 1, 3), TileTaken::Missing);
-  EXPECT_EQ(ConvertTgaTileToDds("Tx01x02", 16, 8, 1, 3), TileTaken::Missing)
-      << "the file is smaller";
+  EXPECT_EQ(ConvertTgaTileToDds("Tx01x02", 16, 8, 1, 3), TileTaken::Missing) << "it is smaller";
   EXPECT_EQ(Get("Textures/Tx01x03.dds"), "(none)");
+  archives.Clear();
+  EXPECT_EQ(ConvertTgaTileToDds("Tx01x02", 8, 8, 1, 2), TileTaken::NotWritten);
 }
 
 }  // namespace

@@ -1,127 +1,83 @@
 #include "terrain/material_mapper.h"
 
-#include <algorithm>
-#include <gmock/gmock.h>
-#include <set>
-#include <utility>
-
 #include "data/level_archive_test.h"
-#include "terrain/material_mode_test.h"
-#include "terrain/terrain.h"
+#include "support/golden.h"
+#include "support/test.h"
+#include "terrain/flat_ground.h"
+#include "terrain/material_generation.h"
 
 namespace mw {
 namespace {
 
-using ::testing::ElementsAre;
-
 constexpr std::uint32_t kPaint = 15;
 
-// The ground is all "Default" and the brush paints another material.
-class MaterialBrushTest : public MaterialModeTest {
- protected:
-  void SetUp() override {
-    MaterialModeTest::SetUp();
-    if (!materialMapper) return;
-    materialMapper->grid = {};
-    SetCurrentMaterial(kPaint);
-  }
-  static std::set<std::pair<int, int>> PaintedCells() {
-    std::set<std::pair<int, int>> cells;
-    for (int i = 0; i < kGridCapacity; ++i) {
-      for (int j = 0; j < kGridCapacity; ++j) {
-        if (Material(i, j) == kPaint) cells.emplace(i, j);
-      }
-    }
-    return cells;
-  }
-  // Rows i0 ... i1 and columns j0 ... j1.
-  static std::set<std::pair<int, int>> Block(int i0, int i1, int j0, int j1) {
-    std::set<std::pair<int, int>> cells;
-    for (int i = i0; i <= i1; ++i) {
-      for (int j = j0; j <= j1; ++j) cells.emplace(i, j);
-    }
-    return cells;
-  }
-};
+using MaterialBrushTest = FlatGround<SandboxTest>;
 
-TEST_F(MaterialBrushTest, TheSmallestBrushPaintsTheCellUnderTheCursor) {
-  PaintAt(1001, 1003);
-  EXPECT_THAT(PaintedCells(), ElementsAre(std::pair{251, 250}));
-  EXPECT_TRUE(editor.levelModified);
-}
-
-TEST_F(MaterialBrushTest, OnALineBetweenCellsOnlyTheFartherOneIsPainted) {
-  PaintAt(1000, 1000);
-  EXPECT_THAT(PaintedCells(), ElementsAre(std::pair{251, 250}));
-}
-
-TEST_F(MaterialBrushTest, TheBrushIsASquareAroundThatCell) {
-  SetMaterialBrushSize(2);
-  PaintAt(1001, 1003);
-  EXPECT_EQ(PaintedCells(), Block(250, 252, 249, 251));
-  SetMaterialBrushSize(9);
-  PaintAt(1001, 1003);
-  EXPECT_EQ(PaintedCells(), Block(243, 259, 242, 258));
-}
-
-TEST_F(MaterialBrushTest, NothingOutsideTheLevelIsPainted) {
-  SetMaterialBrushSize(3);
-  PaintAt(-1, 1, {10, 255, 10, -90, 180});
-  EXPECT_EQ(PaintedCells(), Block(1, 2, 0, 2));
-  PaintAt(2050, 2046, {2040, 255, 2040, -90, 180});
-  std::set<std::pair<int, int>> both = Block(1, 2, 0, 2);
-  both.merge(Block(511, 512, 509, 511));
-  EXPECT_EQ(PaintedCells(), both);
-}
-
-TEST_F(MaterialBrushTest, CellsThatTheViewDoesNotShowStay) {
-  SetMaterialBrushSize(9);
-  PaintAt(1000, 1400);                             // beyond the view square
-  PaintAt(800, 1000, {1000, 140, 1000, -5, 270});  // behind the camera
-  EXPECT_TRUE(PaintedCells().empty());
-  EXPECT_FALSE(editor.levelModified);
-}
-
-TEST_F(MaterialBrushTest, WithoutTheButtonTheBrushOnlyShows) {
-  materialMapper->pick = {1010, 60, 1010};
-  SetMaterialBrushSize(3);
-  MaterialFrame(kTopDown);
-  EXPECT_TRUE(PaintedCells().empty());
-  EXPECT_FALSE(editor.levelModified);
-}
-
-TEST_F(MaterialBrushTest, ThePointUnderTheCursorIsTheBrushesOwn) {
-  MaterialFrame({1010, 200, 1006, -90, 180});
-  PickMaterialPoint(kWidth / 2, kHeight / 2);
-  EXPECT_NEAR(materialMapper->pick.x, 1010, 0.6);
-  EXPECT_NEAR(materialMapper->pick.z, 1006, 0.6);
-  EXPECT_EQ(terrain.pick.x, 0) << "that of the Terrain Mapper";
-  PickMaterialPoint(kWidth, 0);  // outside the view
-  EXPECT_TRUE(materialMapper->pickMissed);
-}
-
-TEST_F(MaterialBrushTest, AStrokeCoversTheLineBetweenItsPicks) {
-  MaterialFrame(kTopDown);
-  const auto cellUnder = [](int x, int y) {
-    PickMaterialPoint(x, y);
-    const Cell cell = CellOf(materialMapper->pick.x, materialMapper->pick.z);
-    return std::pair{cell.i + 1, cell.j};
+TEST_F(MaterialBrushTest, EachBrushPaintsTheCellsThatAreListed) {
+  const struct {
+    const char* name;
+    int size;
+    BrushWay way;
+    int rowsInView = kSide;
+    float firstZInSight = -1;
+  } strokes[] = {
+      {"cell under the cursor", 1, BrushWay::At(401, 403)},
+      {"on a line between cells the farther one", 1, BrushWay::At(400, 400)},
+      {"square around the cell", 2, BrushWay::At(401, 403)},
+      {"largest square", 9, BrushWay::At(401, 403)},
+      {"slanting way", 1, {401, 403, 417, 411}},
+      {"way of a square", 2, {401, 403, 401, 423}},
+      {"before the first corner", 3, BrushWay::At(-1, 1)},
+      {"behind the last corner", 3, BrushWay::At(1026, 1022)},
+      {"at the edge of the view square", 3, BrushWay::At(401, 403), 100},
+      {"outside the view square", 3, BrushWay::At(420, 403), 100},
+      {"partly out of sight", 3, BrushWay::At(401, 403), kSide, 400},
+      {"at a place that no level has", 9, {-1e30f, 1e30f, 1e30f, -1e30f}},
   };
-  std::set<std::pair<int, int>> passed;
-  for (int step = 0; step <= 100; ++step) passed.insert(cellUnder(90 + 2 * step, 60 + step));
-  PickMaterialPoint(90, 60);
+  SetCurrentMaterial(kPaint);
+  materialMapper->materialCellSize = terrain.cellSize;  // as a frame finds
+  std::string listing;
+  for (const auto& [name, size, way, rowsInView, firstZInSight] : strokes) {
+    StartFlat();
+    terrain.viewSquare.ViewRowEnd = rowsInView;
+    camera.frustum[0] = {0, 0, 1, -firstZInSight};
+    SetMaterialBrushSize(size);
+    PaintAlong(way);
+    listing += std::string("== ") + name + "\n" + Told() + Materials();
+  }
+  ExpectGolden("terrain/material_brush.txt", listing);
+}
+
+// The mouse as the mapper hears of it, over a view from above.
+TEST_F(MaterialBrushTest, AStrokeCoversTheWayBetweenItsPicksWhileTheButtonIsHeld) {
+  LookDownOn(512, 512);
+  SetCurrentMaterial(kPaint);
+  materialMapper->materialCellSize = terrain.cellSize;
+  std::string listing;
+  const auto list = [&](const char* name) {
+    listing += std::string("== ") + name + "\n" + Told() + Materials();
+    StartFlat();
+  };
+  PickMaterialPoint(10, 10);
+  list("without the button");
+  EXPECT_NEAR(materialMapper->pick.x, 512 + 80, 4);
+  EXPECT_NEAR(materialMapper->pick.z, 512 + 80, 4);
+  EXPECT_EQ(terrain.pick.x, 0) << "that of the Terrain Mapper";
   StartPainting();
-  EXPECT_EQ(PaintedCells().size(), 1u) << "where the button went down";
-  PickMaterialPoint(290, 160);
-  const auto painted = PaintedCells();
-  EXPECT_TRUE(std::includes(painted.begin(), painted.end(), passed.begin(), passed.end()));
-  EXPECT_LE(painted.size(), passed.size() + 20) << "corners that no pixel's centre met";
+  list("where it went down");
+  PickMaterialPoint(40, 20);
+  list("to the next pick");
   LiftMaterialBrush();
-  PickMaterialPoint(30, 200);
-  EXPECT_EQ(PaintedCells().size(), painted.size() + 1) << "another place";
+  PickMaterialPoint(80, 80);
+  list("after it was lifted another place");
+  PickMaterialPoint(100, 0);
+  EXPECT_TRUE(materialMapper->pickMissed) << "outside the view";
+  PickMaterialPoint(60, 60);
+  list("back in the view another place");
   StopPainting();
-  PickMaterialPoint(90, 200);
-  EXPECT_EQ(PaintedCells().size(), painted.size() + 1);
+  PickMaterialPoint(30, 90);
+  list("let go");
+  ExpectGolden("terrain/material_strokes.txt", listing);
 }
 
 TEST_F(MaterialBrushTest, SettingsOutsideTheirRangeBecomeTheNearest) {
@@ -135,33 +91,63 @@ TEST_F(MaterialBrushTest, SettingsOutsideTheirRangeBecomeTheNearest) {
   EXPECT_EQ(materialMapper->currentMaterial, 15u);
 }
 
-// A level of 256 x 256 cells with its archive open.
-class MaterialFillTest : public LevelArchiveTest {
- protected:
-  MaterialFillTest() {
-    modConfig.MaterialSize = 256;
-    modConfig.WorldSize = 1024;
-    CreateTerrain();
-    CreateMaterialMapper();
-  }
-  ~MaterialFillTest() override {
-    DestroyMaterialMapper();
-    DestroyTerrain();
-  }
-};
+using MaterialFillTest = FlatGround<LevelArchiveTest>;
 
 TEST_F(MaterialFillTest, FillReachesEveryByteOfTheFileAndNoCellBeside) {
   SetCurrentMaterial(6);
-  scripted::script.answers = {PromptAnswer::Cancel, PromptAnswer::Ok};
+  Answer({PromptAnswer::Cancel, PromptAnswer::Ok});
   FillWithMaterial();
   EXPECT_FALSE(editor.levelModified) << "the question was declined";
+  BeginLoadReport();
+  NoteDamagedPart(LevelPart::MaterialMap, "cut off");
   FillWithMaterial();
+  EXPECT_TRUE(MayWrite(LevelPart::MaterialMap)) << "the damaged one is replaced";
+  ExpectBoxes({{"This will replace the materials of the whole level by the chosen one.", "WARNING",
+                PromptButtons::OkCancel, PromptIcon::Exclamation},
+               {"This will replace the materials of the whole level by the chosen one.", "WARNING",
+                PromptButtons::OkCancel, PromptIcon::Exclamation}});
+  EXPECT_TRUE(editor.levelModified);
+  EXPECT_EQ(Materials(), "1-256: 0-255=6\n");
   EXPECT_TRUE(SaveMaterialMap());
   EXPECT_TRUE(Get("materialmap.raw") == std::string(256 * 256, '\6'));
+}
+
+// The material map command: what the plug-in is handed, and what the level has afterwards.
+// Answers with the values it was given, in the first cells of the level.
+void Echo(std::int32_t size, std::uint32_t* materials, const MapwrightVertex* vertices, float water,
+          float scale) {
+  std::uint32_t* row = materials + kGridCapacity;
+  row[0] = static_cast<std::uint32_t>(size);
+  row[1] = static_cast<std::uint32_t>(vertices[3 * kGridCapacity + 7].h);
+  row[2] = static_cast<std::uint32_t>(water);
+  row[3] = static_cast<std::uint32_t>(scale * 10);
+}
+bool Accept() { return true; }
+bool Decline() { return false; }
+
+TEST_F(MaterialFillTest, ThePluginFillsTheGridFromTheTerrainUnlessItOrTheUserDeclines) {
+  Height(3, 7) = 99;
+  modConfig.WaterLevel = 35;
+  Answer({PromptAnswer::Cancel, PromptAnswer::Ok});
+  GenerateMaterialMap({Accept, Echo});
+  GenerateMaterialMap({Decline, Echo});
+  GenerateMaterialMap({nullptr, Echo});
+  GenerateMaterialMap({Accept, nullptr});
+  EXPECT_EQ(Materials(), "");
+  EXPECT_FALSE(editor.levelModified);
+
+  BeginLoadReport();
+  NoteDamagedPart(LevelPart::MaterialMap, "cut off");
+  const unsigned edits = materialMapper->edits;
+  Answer({PromptAnswer::Ok});
+  GenerateMaterialMap({Accept, Echo});
+  EXPECT_EQ(Materials(), "1: 0=256 1=99 2=35 3=5\n");
   EXPECT_TRUE(editor.levelModified);
-  EXPECT_EQ(materialMapper->grid[0][0], 0u);
-  EXPECT_EQ(materialMapper->grid[257][0], 0u);
-  EXPECT_EQ(materialMapper->grid[1][256], 0u);
+  EXPECT_NE(materialMapper->edits, edits) << "the view keeps the old materials";
+  EXPECT_TRUE(MayWrite(LevelPart::MaterialMap)) << "the damaged one is replaced";
+  ClearLoadReport();
+  EXPECT_THAT(scripted::script.status[1], testing::ElementsAre("Generating Material Map...", ""));
+  ExpectPrompts({"roads too. [OkCancel]", "roads too. [OkCancel]", "roads too. [OkCancel]"});
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include "core/hooks.h"
+#include "support/prompts.h"
 #include "terrain/material_mode_test.h"
 
 namespace mw {
@@ -13,7 +14,7 @@ TEST_F(MaterialRenderTest, IconsAndSurfacesLookAsDrawnCellByCell) {
     materialMapper->SurfaceView = surface;
     for (const bool grid : {false, true}) {
       editor.ShowGrid = grid;
-      for (const SceneCamera& from : {kFly, kLow, kTopDown, kFirstCorner, kLastCorner, kOutside}) {
+      for (const SceneCamera& from : kCameras) {
         SCOPED_TRACE(testing::Message() << "surface " << surface << ", grid " << grid << ", from "
                                         << from.x << ", " << from.z);
         ExpectSameMaterialPicture(from);
@@ -49,38 +50,33 @@ TEST_F(MaterialRenderTest, AfterEachStepOfAStrokeThePictureIsThatOfTheWholeGroun
   }
 }
 
-TEST_F(MaterialRenderTest, RoadsAndFillShowAtOnce) {
+TEST_F(MaterialRenderTest, HeightsRoadsAndFillShowAtOnce) {
   materialMapper->pick = {-1000, 0, -1000};
-  const DrawnPicture before = MaterialFrame(kTopDown);
-  for (int i = 240; i < 260; ++i) SetMaterial(15, i, 255);
-  const DrawnPicture road = MaterialFrame(kTopDown);
-  EXPECT_GT(DifferentPixels(before, road, kShades), 20u);
-  ExpectSameMaterialPicture(kTopDown);
+  const auto showsAtOnce = [](unsigned leastPixels, auto edit) {
+    const DrawnPicture before = MaterialFrame(kTopDown);
+    edit();
+    EXPECT_GT(DifferentPixels(before, MaterialFrame(kTopDown), kShades), leastPixels);
+    ExpectSameMaterialPicture(kTopDown);
+  };
+  showsAtOnce(20, [] {
+    for (int i = 240; i < 260; ++i) SetMaterial(15, i, 255);
+  });
+  showsAtOnce(20, [] {
+    for (int i = 250; i < 262; ++i) SetHeight(i, 255, 200);
+  });
   SetCurrentMaterial(3);
-  scripted::script.answers = {PromptAnswer::Ok};
-  FillWithMaterial();
-  EXPECT_GT(DifferentPixels(road, MaterialFrame(kTopDown), kShades), kWidth * kHeight / 2u);
-  ExpectSameMaterialPicture(kTopDown);
+  Answer({PromptAnswer::Ok});
+  showsAtOnce(kWidth * kHeight / 2, FillWithMaterial);
 }
 
-TEST_F(MaterialRenderTest, HeightsAndMaterialsBothFollowTheirEdits) {
-  MaterialFrame(kFly);
-  for (int i = 250; i < 262; ++i) SetHeight(i, 262, 200);
-  ExpectSameMaterialPicture(kFly);
-}
-
-TEST_F(MaterialRenderTest, PlacedObjectsComeOnRequestBeforeTheWater) {
+TEST_F(MaterialRenderTest, ObjectsComeOnRequestAndTheCameraOnTerrainStandsOnTheGround) {
   int drawn = 0;
   hooks.drawStaticObjects = [&] { ++drawn; };
-  MaterialFrame(kFly);
-  EXPECT_EQ(drawn, 0);
-  editor.drawObjectsInMappers = true;
-  MaterialFrame(kFly);
-  EXPECT_EQ(drawn, 1);
-  hooks.drawStaticObjects = [] {};
-}
-
-TEST_F(MaterialRenderTest, TheCameraOnTerrainStandsOnTheGround) {
+  for (const bool requested : {false, true}) {
+    editor.drawObjectsInMappers = requested;
+    MaterialFrame(kFly);
+    EXPECT_EQ(drawn, requested);
+  }
   BeginScene(kFly, kWidth, kHeight);
   editor.cameraMode = CameraMode::OnTerrain;
   RenderMaterialMode();

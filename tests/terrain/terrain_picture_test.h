@@ -21,6 +21,8 @@ class TerrainPictureTest : public SandboxTest {
       kTopDown{1010, 255, 1010, -90, 180}, kFirstCorner{30, 120, 20, -30, 200},
       kLastCorner{2040, 120, 2030, -35, 20}, kOutside{-150, 150, 500, -20, 270},
       kUnderground{1000, 20, 1000, 12, 180};
+  static constexpr SceneCamera kCameras[] = {kFly,        kLow,     kTopDown,    kFirstCorner,
+                                             kLastCorner, kOutside, kUnderground};
 
   void SetUp() override {
     if (!OpenTestGl(kWidth, kHeight)) GTEST_SKIP() << TestGlError();
@@ -38,6 +40,7 @@ class TerrainPictureTest : public SandboxTest {
   static void ShowWireframe() { editor.ShowGrid = true, editor.ShowTextures = false; }
   static void ShowTextured() { editor.ShowGrid = false, editor.ShowTextures = true; }
   static void ShowTexturedWireframe() { editor.ShowGrid = editor.ShowTextures = true; }
+  static constexpr void (*kDisplayModes[])() = {ShowWireframe, ShowTextured, ShowTexturedWireframe};
 
   // A whole frame of the Terrain Mapper, and the same with its cells drawn one by one. The tools
   // used here draw nothing after the water.

@@ -3,171 +3,173 @@
 #include <GL/gl.h>
 #include <climits>
 #include <cmath>
-#include <gmock/gmock.h>
-#include <numeric>
 
 #include "core/camera.h"
-#include "core/hooks.h"
+#include "support/test.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_picture_test.h"
 
 namespace mw {
 namespace {
 
-using TerrainRenderTest = TerrainPictureTest;
+class TerrainRenderTest : public TerrainPictureTest {
+ protected:
+  // The landscape anew, seen by a sculpting tool that is nowhere.
+  static void StartAnew(int size = 512) {
+    MakeLandscape(size);
+    terrain.tool = TerrainTool::Smoothing;
+  }
+  template <int x, int y>
+  static void MoveTiles() {
+    modConfig.TexOffsetX = x, modConfig.TexOffsetY = y;
+  }
+  // Points that are selected and weighed around a camera close by.
+  static void MarkPoints() {
+    InitGrid();
+    terrain.tool = TerrainTool::PointManipulation;
+    terrain.grid[250][258].selected = 1;
+    terrain.grid[251][258].weight = 3;
+  }
+  static constexpr SceneCamera kCloseBy{1000, 90, 1000, -25, 180},
+      kOverMissingTile{800, 200, 1150, -90, 180}, kOverLastColumns{3000, 200, 3900, -60, 180};
+};
 
 TEST_F(TerrainRenderTest, EveryDisplayModeLooksAsDrawnCellByCell) {
-  const SceneCamera cameras[] = {kFly,        kLow,     kTopDown,    kFirstCorner,
-                                 kLastCorner, kOutside, kUnderground};
-  for (const TerrainTool tool : {TerrainTool::Smoothing, TerrainTool::PointManipulation}) {
-    terrain.tool = tool;
-    for (std::size_t index = 0; index < std::size(cameras); ++index) {
-      SCOPED_TRACE("camera " + std::to_string(index));
-      ShowWireframe();
-      ExpectSamePicture(cameras[index]);
-      ShowTextured();
-      ExpectSamePicture(cameras[index]);
-      ShowTexturedWireframe();
-      ExpectSamePicture(cameras[index]);
+  const std::vector<SceneCamera> all(std::begin(kCameras), std::end(kCameras));
+  const struct {
+    const char* name;
+    void (*prepare)();
+    std::vector<SceneCamera> cameras;
+  } grounds[] = {
+      {"sculpting", [] {}, all},
+      {"point tool", [] { terrain.tool = TerrainTool::PointManipulation; }, all},
+      {"marked points", MarkPoints, {kCloseBy}},
+      {"flat ground", InitGrid, {kTopDown}},
+      {"another height scale", [] { modConfig.HeightScale = 0.4f; }, {kFly}},
+      {"small level", [] { StartAnew(256); }, {{500, 120, 500, -25, 180}}},
+      {"large level, beyond the tile table", [] { StartAnew(1024); }, {kOverLastColumns}},
+      {"missing tile", [] {}, {kOverMissingTile}},
+      {"moved tiles", MoveTiles<1, 2>, {kFly, kTopDown}},
+      {"tiles moved back", MoveTiles<-1, -3>, {kFly, kTopDown}},
+      {"tiles moved out of reach", MoveTiles<INT_MIN, INT_MAX>, {kFly, kTopDown}},
+      {"relief shading of flat ground",
+       [] { InitGrid(), editor.ReliefShading = true; },
+       {kTopDown}},
+  };
+  for (const auto& [name, prepare, cameras] : grounds) {
+    StartAnew();
+    prepare();
+    for (std::size_t mode = 0; mode < std::size(kDisplayModes); ++mode) {
+      kDisplayModes[mode]();
+      for (const SceneCamera& from : cameras) {
+        SCOPED_TRACE(testing::Message()
+                     << name << ", mode " << mode << ", from " << from.x << ", " << from.z);
+        ExpectSamePicture(from);
+      }
     }
   }
 }
 
-TEST_F(TerrainRenderTest, FlatGroundSeenFromAboveKeepsItsGridLines) {
+TEST_F(TerrainRenderTest, MarksAndBrushesHaveTheirColours) {
+  struct Colour {
+    int red, green, blue;
+  };
+  constexpr Colour kRed{255, 0, 0}, kBlue{0, 0, 255}, kYellow{255, 255, 0}, kOrange{255, 128, 0},
+      kMagenta{255, 0, 255}, kLime{128, 255, 0}, kBlack{0, 0, 0}, kLastTile{90, 250, 120};
+  const auto count = [](const SceneCamera& from, const Colour& colour) {
+    modConfig.WaterLevel = -1000;
+    return CountColour(Frame(from), colour.red, colour.green, colour.blue);
+  };
+  ShowTextured();
+  EXPECT_EQ(count(kFly, kOrange), 0u);
+  EXPECT_GT(count(kOverMissingTile, kMagenta), 1000u);
+  terrain.pick = {1003.5f, 80, 1080.5f, false};
+  EXPECT_GT(count(kFly, kRed), 20u);
+  terrain.pick.x = 1000.5f;
+  EXPECT_EQ(count(kFly, kRed), 0u) << "in the camera's own unit";
+  terrain.tool = TerrainTool::Road;
+  terrain.roadPoints[0] = {990, 110, 1080};
+  terrain.roadPoints[1] = {1020, 110, 1090};
+  terrain.roadPointCount = 2;
+  EXPECT_GT(count(kFly, kMagenta), 500u) << "posts";
+  MoveTiles<5, 5>();
+  EXPECT_EQ(count(kLastCorner, kLastTile), 0u) << "no tile is left here";
+  StartAnew(1024);
+  EXPECT_GT(count(kOverLastColumns, kMagenta), 1000u) << "beyond the tile table";
+
+  StartAnew();
+  ShowWireframe();
+  EXPECT_GT(count(kFly, kOrange), 100u) << "steep cells";
+  terrain.brushSize = 6;
+  terrain.pick = {1014, 60, 1018, false};
+  EXPECT_GT(count(kTopDown, kYellow), 100u) << "the brush's edge";
+  terrain.pick.missed = true;
+  EXPECT_EQ(count(kTopDown, kYellow), 0u);
   InitGrid();
-  ShowWireframe();
-  EXPECT_GT(CountColour(Frame(kTopDown), 0, 0, 0), 2000u);
-  ExpectSamePicture(kTopDown);
-}
+  EXPECT_GT(count(kTopDown, kBlack), 2000u) << "lines of flat ground";
 
-TEST_F(TerrainRenderTest, SteepCellsAreOrangeOnlyWithoutTextures) {
-  terrain.waterScroll = 0;
-  modConfig.WaterLevel = -1000;
-  ShowWireframe();
-  EXPECT_GT(CountColour(Frame(kFly), 255, 128, 0), 100u);
+  MarkPoints();
   ShowTextured();
-  EXPECT_EQ(CountColour(Frame(kFly), 255, 128, 0), 0u);
-}
+  EXPECT_GT(count(kCloseBy, kRed), 10u);
+  EXPECT_GT(count(kCloseBy, kLime), 10u) << "half of a smoothing range of 6";
+  terrain.autoSmoothing = 0;
+  EXPECT_EQ(count(kCloseBy, kLime), 0u);
 
-TEST_F(TerrainRenderTest, TilesMoveWithTheOffsetsAndMissingOnesShowNoSurface) {
-  modConfig.WaterLevel = -1000;
-  ShowTextured();
-  const SceneCamera overMissingTile{800, 200, 1150, -90, 180};
-  EXPECT_GT(CountColour(Frame(overMissingTile), 255, 0, 255), 1000u);
-  ExpectSamePicture(overMissingTile);
-  for (const auto& [x, y] :
-       {std::pair{1, 2}, std::pair{-1, -3}, std::pair{INT_MIN, INT_MAX}, std::pair{5, 5}}) {
-    modConfig.TexOffsetX = x, modConfig.TexOffsetY = y;
-    ExpectSamePicture(kFly);
-    ExpectSamePicture(kTopDown);
-  }
-  EXPECT_EQ(CountColour(Frame(kLastCorner), 90, 250, 120), 0u) << "no tile is left here";
-}
-
-TEST_F(TerrainRenderTest, ALargeLevelShowsNoSurfaceBeyondTheTileTable) {
-  MakeLandscape(1024);
-  terrain.tool = TerrainTool::Raising;
-  modConfig.WaterLevel = -1000;
-  ShowTextured();
-  const SceneCamera overLastColumns{3000, 200, 3900, -60, 180};
-  EXPECT_GT(CountColour(Frame(overLastColumns), 255, 0, 255), 1000u);
-  ExpectSamePicture(overLastColumns);
+  InitGrid();
+  editor.ShowTextures = false;
+  terrain.tool = TerrainTool::Flatten;
+  terrain.brushSize = 4;
+  terrain.flattenSampled = 1;
+  terrain.pick = {1001, 76, 1061, false};
+  EXPECT_GT(count(kFly, kRed), 500u);
+  ExpectSamePicture(kFly);
+  editor.ctrlHeld = true;
+  EXPECT_EQ(count(kFly, kRed), 0u);
+  EXPECT_GT(count(kFly, kBlue), 20u) << "the cell that it samples";
 }
 
 TEST_F(TerrainRenderTest, AfterEditsThePictureIsThatOfTheWholeTerrainDrawnAnew) {
-  for (const auto& show : {ShowWireframe, ShowTexturedWireframe}) {
-    for (const SceneCamera& from : {kFly, kFirstCorner, kLastCorner}) {
-      show();
-      const DrawnPicture before = Frame(from);
-      const int row = static_cast<int>(from.x / 4), column = static_cast<int>(from.z / 4);
-      for (int i = row - 12; i <= row + 12; ++i) {
-        for (int j = column - 12; j <= column + 40; ++j) {
-          if (i >= 1 && i <= 512 && j >= 0 && j < 512)
+  for (const bool relief : {false, true}) {
+    editor.ReliefShading = relief;
+    for (const auto& show : kDisplayModes) {
+      for (const SceneCamera& from : {kFly, kFirstCorner, kLastCorner}) {
+        StartAnew();
+        show();
+        const DrawnPicture before = Frame(from);
+        const int row = static_cast<int>(from.x / 4), column = static_cast<int>(from.z / 4);
+        for (int i = std::max(row - 12, 1); i <= std::min(row + 12, 512); ++i) {
+          for (int j = std::max(column - 12, 0); j <= std::min(column + 40, 511); ++j)
             SetHeight(i, j, terrain.grid[i][j].h + 12 * std::sin(static_cast<float>(i * j)));
         }
+        SetHeight(512, 5, 180);  // drawn on both sides of a seam
+        SetHeight(500, 0, 180);
+        const DrawnPicture edited = Frame(from);
+        EXPECT_GT(DifferentPixels(before, edited, kShades), 1000u);
+        MarkAllTerrainChanged();
+        EXPECT_EQ(DifferentPixels(edited, Frame(from)), 0u);
+        if (!relief) ExpectSamePicture(from);
       }
-      SetHeight(512, 5, 180);  // drawn on both sides of a seam
-      SetHeight(500, 0, 180);
-      const DrawnPicture edited = Frame(from);
-      EXPECT_GT(DifferentPixels(before, edited, kShades), 1000u);
-      MarkAllTerrainChanged();
-      EXPECT_EQ(DifferentPixels(edited, Frame(from)), 0u);
-      ExpectSamePicture(from);
     }
   }
 }
 
-TEST_F(TerrainRenderTest, ReliefShadingDarkensSlopesOfTexturedGroundOnlyAndFollowsEdits) {
-  const auto brightness = [](const DrawnPicture& picture) {
-    return std::accumulate(picture.rgb.begin(), picture.rgb.end(), 0.0);
-  };
+TEST_F(TerrainRenderTest, ReliefShadingDarkensSlopesOfTexturedGroundOnly) {
   modConfig.WaterLevel = -1000;
-  ShowTextured();
-  const DrawnPicture without = Frame(kTopDown);
-  editor.ReliefShading = true;
-  const DrawnPicture hills = Frame(kTopDown);
-  EXPECT_LT(brightness(hills), 0.95 * brightness(without));
-  for (const SceneCamera& from : {kFly, kFirstCorner, kLastCorner}) {
-    Frame(from);
-    const int row = static_cast<int>(from.x / 4), column = static_cast<int>(from.z / 4);
-    for (const int step : {0, 5, 9}) {
-      SetHeight(std::min(row + step, 512), std::min(column + step, 511), 140);
+  for (const bool textured : {false, true}) {
+    editor.ShowTextures = textured, editor.ShowGrid = !textured;
+    double brightness[2] = {};
+    for (const bool relief : {false, true}) {
+      editor.ReliefShading = relief;
+      for (const int shade : Frame(kTopDown).rgb) brightness[relief] += shade;
     }
-    SetHeight(512, 5, 180);  // drawn on both sides of a seam
-    SetHeight(500, 0, 180);
-    const DrawnPicture edited = Frame(from);
-    MarkAllTerrainChanged();
-    EXPECT_EQ(DifferentPixels(edited, Frame(from)), 0u);
+    EXPECT_EQ(brightness[1] < 0.95 * brightness[0], textured);
   }
-  ShowWireframe();
-  ExpectSamePicture(kFly);
-  InitGrid();
-  ShowTextured();
-  ExpectSamePicture(kTopDown);
-}
-
-TEST_F(TerrainRenderTest, TheBrushsEdgeLiesOnTheGroundUnderTheCursorOnly) {
-  modConfig.WaterLevel = -1000;
-  ShowWireframe();
-  terrain.brushSize = 6;
-  const auto yellow = [] { return CountColour(Frame(kTopDown), 255, 255, 0); };
-  const float ground = terrain.grid[254][255].h * modConfig.HeightScale;
-  terrain.pick = {1014, ground, 1018, false};
-  EXPECT_GT(yellow(), 100u);
-  terrain.pick.missed = true;
-  EXPECT_EQ(yellow(), 0u);
-}
-
-TEST_F(TerrainRenderTest, AnotherHeightScaleOrLevelSizeRedrawsEverything) {
-  ShowWireframe();
-  Frame(kFly);
-  modConfig.HeightScale = 0.4f;
-  ExpectSamePicture(kFly);
-  MakeLandscape(256);
-  terrain.tool = TerrainTool::Raising;
-  ExpectSamePicture({500, 120, 500, -25, 180});
-}
-
-TEST_F(TerrainRenderTest, MarkersShowSelectionAndSmoothingWeight) {
-  modConfig.WaterLevel = -1000;
-  terrain.tool = TerrainTool::PointManipulation;
-  ShowTextured();
-  InitGrid();
-  terrain.grid[250][258].selected = 1;
-  terrain.grid[251][258].weight = 3;
-  const SceneCamera closeBy{1000, 90, 1000, -25, 180};
-  const DrawnPicture frame = Frame(closeBy);
-  EXPECT_GT(CountColour(frame, 255, 0, 0), 10u);
-  EXPECT_GT(CountColour(frame, 128, 255, 0), 10u) << "half of a smoothing range of 6";
-  ExpectSamePicture(closeBy);
-  terrain.autoSmoothing = 0;
-  EXPECT_EQ(CountColour(Frame(closeBy), 128, 255, 0), 0u);
 }
 
 TEST_F(TerrainRenderTest, TheObjectMapperShowsThePlainGround) {
   terrain.tool = TerrainTool::Flatten;
   terrain.pick = {1000, 60, 1030, false};
-  for (const auto& show : {ShowWireframe, ShowTextured, ShowTexturedWireframe}) {
+  for (const auto& show : kDisplayModes) {
     show();
     BeginScene(kFly, kWidth, kHeight);
     RenderPlainTerrain();
@@ -187,9 +189,6 @@ TEST_F(TerrainRenderTest, TheViewSquareFollowsTheCameraInsideTheGrid) {
   BeginScene({2048, 50, 1e30f, 0, 0}, kWidth, kHeight);
   EXPECT_EQ(terrain.viewSquare.ViewRowEnd, 512);
   RenderTerrainMode();  // nothing is in sight; nothing outside the grid is touched
-}
-
-TEST_F(TerrainRenderTest, OnTerrainTheCameraStandsThreeHeightUnitsUp) {
   editor.cameraMode = CameraMode::OnTerrain;
   BeginScene(kFly, kWidth, kHeight);
   EXPECT_FLOAT_EQ(camera.position.y, (terrain.grid[250][250].h + 3) * 0.6f);
@@ -198,26 +197,11 @@ TEST_F(TerrainRenderTest, OnTerrainTheCameraStandsThreeHeightUnitsUp) {
 TEST_F(TerrainRenderTest, ObjectsAreDrawnIntoTheFrameOnlyOnRequest) {
   int calls = 0;
   hooks.drawStaticObjects = [&] { ++calls; };
-  Frame(kFly);
-  EXPECT_EQ(calls, 0);
-  editor.drawObjectsInMappers = true;
-  Frame(kFly);
-  EXPECT_EQ(calls, 1);
-}
-
-TEST_F(TerrainRenderTest, SculptingToolsShowTheirBrushAndTheRoadToolItsPosts) {
-  modConfig.WaterLevel = -1000;
-  ShowTextured();
-  terrain.pick = {1003.5f, 80, 1080.5f, false};
-  EXPECT_GT(CountColour(Frame(kFly), 255, 0, 0), 20u);
-  terrain.pick.x = 1000.5f;  // the camera's own unit
-  EXPECT_EQ(CountColour(Frame(kFly), 255, 0, 0), 0u);
-
-  terrain.tool = TerrainTool::Road;
-  terrain.roadPoints[0] = {990, 110, 1080};
-  terrain.roadPoints[1] = {1020, 110, 1090};
-  terrain.roadPointCount = 2;
-  EXPECT_GT(CountColour(Frame(kFly), 255, 0, 255), 500u);
+  for (const bool requested : {false, true}) {
+    editor.drawObjectsInMappers = requested;
+    Frame(kFly);
+    EXPECT_EQ(calls, requested);
+  }
 }
 
 TEST_F(TerrainRenderTest, WaterMultipliesWhatIsDrawnAndStartsAgainAfterOneTextureWidth) {
@@ -243,16 +227,15 @@ TEST_F(TerrainRenderTest, AFrameLeavesGlAsItWas) {
     for (const GLenum feature :
          {GL_TEXTURE_2D, GL_BLEND, GL_VERTEX_ARRAY, GL_COLOR_ARRAY, GL_TEXTURE_COORD_ARRAY})
       EXPECT_FALSE(glIsEnabled(feature)) << feature;
-    GLint value = -1;
-    glGetIntegerv(GL_ARRAY_BUFFER_BINDING, &value);
-    EXPECT_EQ(value, 0);
-    glGetIntegerv(GL_ELEMENT_ARRAY_BUFFER_BINDING, &value);
-    EXPECT_EQ(value, 0);
-    glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &value);
-    EXPECT_EQ(value, 1);
-    GLfloat width = 0, colour[4] = {};
-    glGetFloatv(GL_LINE_WIDTH, &width);
-    EXPECT_EQ(width, 1);
+    for (const auto& [name, expected] : {std::pair{GL_ARRAY_BUFFER_BINDING, 0},
+                                         {GL_ELEMENT_ARRAY_BUFFER_BINDING, 0},
+                                         {GL_MODELVIEW_STACK_DEPTH, 1},
+                                         {GL_LINE_WIDTH, 1}}) {
+      GLint value = -1;
+      glGetIntegerv(static_cast<GLenum>(name), &value);
+      EXPECT_EQ(value, expected) << name;
+    }
+    GLfloat colour[4] = {};
     glGetFloatv(GL_CURRENT_COLOR, colour);
     EXPECT_THAT(colour, testing::ElementsAre(1, 1, 1, 1));
     EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
