@@ -1,22 +1,23 @@
 #include "app/level_fixture.h"
 
-#include <filesystem>
 #include <fstream>
+#include <gtest/gtest.h>
+#include <set>
 
 #include "app/level.h"
 #include "app/start_up.h"
 #include "data/mods.h"
+#include "support/archive_bytes.h"
 #include "support/dds_file.h"
+#include "support/golden.h"
 #include "terrain/material_map.h"
 
 namespace mw {
 namespace {
 
-constexpr std::string_view kMember = "varnhold/levels/";
+namespace fs = std::filesystem;
 
-std::span<const std::uint8_t> AsBytes(std::string_view text) {
-  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
+constexpr std::string_view kMember = "varnhold/levels/";
 
 // A slope along the rows with odd low bytes, so that a lost byte shows.
 Bytes HeightSamples(int materialSize) {
@@ -37,12 +38,18 @@ Bytes Materials(int materialSize) {
   return cells;
 }
 
+void ReplaceAll(std::string& text, const std::string& what, const std::string& by) {
+  for (std::size_t at = 0; (at = text.find(what, at)) != text.npos; at += by.size()) {
+    text.replace(at, what.size(), by);
+  }
+}
+
 }  // namespace
 
 LevelTest::LevelTest() {
   editor.levelLoaded = false;
   ConnectHooks();
-  std::filesystem::create_directories(folder / "Mods/varnhold/Archives/varnhold/levels");
+  fs::create_directories(levels);
   std::ofstream(folder / "varnhold.cfg")
       << "GamePath=" << GameFolder() << "\nObjectsList=varnhold.lst\nMaterialSize=512\n"
       << "WorldSize=2048\nHeightScale=0.6\nWaterLevel=20\nTeam=First/t1/skin1\nTeam=Second/t2/"
@@ -60,26 +67,25 @@ LevelTest::~LevelTest() {
 }
 
 void LevelTest::MakeLevel(const std::string& name, int materialSize, int worldSize) {
-  const std::string base = std::string(kMember) + name + "/";
   Archive archive;
   ASSERT_TRUE(archive.Create(ArchivePath(name)));
   archive.SetMode(StorageMode::Compressed);
-  const auto add = [&](const std::string& member, std::string_view text) {
-    ASSERT_TRUE(archive.WriteMember(base + member, AsBytes(text)));
+  const auto add = [&](const std::string& member, const Bytes& bytes) {
+    ASSERT_TRUE(archive.WriteMember(std::string(kMember) + name + "/" + member, bytes));
   };
-  add("Init.con", "rem made by hand\r\ngame.setTeamSkin 1 skin2\r\nrun Init/terrain\r\n");
+  add("Init.con",
+      TextBytes("rem made by hand\r\ngame.setTeamSkin 1 skin2\r\nrun Init/terrain\r\n"));
   add("Init/Terrain.con",
-      "GeometryTemplate.materialSize " + std::to_string(materialSize) +
-          "\r\nGeometryTemplate.worldSize " + std::to_string(worldSize) +
-          "\r\nGeometryTemplate.yScale 0.5\r\nGeometryTemplate.waterLevel 12\r\n"
-          "unknown.command stays  as it is\r\n");
-  add("Init/SkyAndSun.con", "renderer.fogstart 150\r\n");
-  add("StaticObjects.con", "rem none\r\n");
-  add("notes.txt", "not the editor's");
-  const auto detail = DdsFile{4, 4, 8, 1, "DXT1", UniformBlocks(1, 0xF800)}.Bytes();
-  ASSERT_TRUE(archive.WriteMember(base + "Textures/detail.dds", detail));
-  ASSERT_TRUE(archive.WriteMember(base + "heightmap.raw", HeightSamples(materialSize)));
-  ASSERT_TRUE(archive.WriteMember(base + "materialmap.raw", Materials(materialSize)));
+      TextBytes("GeometryTemplate.materialSize " + std::to_string(materialSize) +
+                "\r\nGeometryTemplate.worldSize " + std::to_string(worldSize) +
+                "\r\nGeometryTemplate.yScale 0.5\r\nGeometryTemplate.waterLevel 12\r\n"
+                "unknown.command stays  as it is\r\n"));
+  add("Init/SkyAndSun.con", TextBytes("renderer.fogstart 150\r\n"));
+  add("StaticObjects.con", TextBytes("rem none\r\n"));
+  add("notes.txt", TextBytes("not the editor's"));
+  add("Textures/detail.dds", DdsFile{4, 4, 8, 1, "DXT1", UniformBlocks(1, 0xF800)}.Bytes());
+  add("heightmap.raw", HeightSamples(materialSize));
+  add("materialmap.raw", Materials(materialSize));
   ASSERT_TRUE(archive.Close());
 }
 
@@ -98,6 +104,29 @@ std::string LevelTest::TextOnDisk(const std::string& level, const std::string& m
   return {bytes.begin(), bytes.end()};
 }
 
+std::vector<std::string> LevelTest::MembersOnDisk(const std::string& level) const {
+  Archive reader;
+  EXPECT_TRUE(reader.Open(ArchivePath(level), false)) << reader.Error();
+  std::vector<std::string> names;
+  for (const auto& [name, entry] : reader.Entries()) {
+    names.emplace_back(name.substr(kMember.size() + level.size() + 1));
+  }
+  return names;
+}
+
+int LevelTest::HeightOnDisk(const std::string& level, int i, int j) const {
+  const Bytes heights = MemberOnDisk(level, "heightmap.raw");
+  const auto high = static_cast<std::size_t>((j * 256 + 256 - i) * 2 + 1);
+  return high < heights.size() ? heights[high] : -1;
+}
+
+void LevelTest::PutMember(const std::string& member, const Bytes& bytes) {
+  Archive archive;
+  ASSERT_TRUE(archive.Open(ArchivePath("Island"), true)) << archive.Error();
+  ASSERT_TRUE(archive.WriteMember(std::string(kMember) + "Island/" + member, bytes));
+  ASSERT_TRUE(archive.Close());
+}
+
 void LevelTest::AnswerDialogs(const std::string& level) {
   shell.selectMod = [](bool) { return true; };
   shell.loadLevelDialog = [level] {
@@ -105,6 +134,62 @@ void LevelTest::AnswerDialogs(const std::string& level) {
     ChooseLevel(level);
     return true;
   };
+}
+
+void LevelTest::Open(const std::string& level) {
+  AnswerDialogs(level);
+  ASSERT_TRUE(OpenLevel());
+  knownFiles["as opened"] = ReadBytes(levels / (level + ".vra"));
+}
+
+void LevelTest::Edit() {
+  SetHeight(20, 20, 77);
+  editor.levelModified = true;
+}
+
+// By its name in the story, or by its text where that is short, or by what the level in it holds.
+std::string LevelTest::FileState(const fs::path& file) const {
+  if (fs::is_directory(file)) return "a folder";
+  const Bytes bytes = ReadBytes(file);
+  for (const auto& [name, known] : knownFiles) {
+    if (bytes == known) return name;
+  }
+  if (bytes.size() < 100) return "\"" + std::string(bytes.begin(), bytes.end()) + "\"";
+  if (file.extension() != ".vra") return "an archive";
+  const std::string level = file.stem();
+  std::string state = HeightOnDisk(level, 20, 20) == 77 ? "edited" : "not edited";
+  for (const char* member : {"notes.txt", "theirs.txt"}) {
+    if (!MemberOnDisk(level, member).empty()) state += std::string(", with ") + member;
+  }
+  return state;
+}
+
+void LevelTest::Do(const std::string& what, const std::function<bool()>& act,
+                   std::initializer_list<PromptAnswer> answers) {
+  Answer(answers);
+  TakePrompts();
+  scripted::script.status[1].clear();
+  const bool done = act();
+  EXPECT_TRUE(scripted::script.answers.empty()) << what << " asked for less";
+  std::string told = "---- " + what + ": " + (done ? "done" : "not done") +
+                     (editor.levelModified ? ", unsaved edits\n" : "\n");
+  for (const std::string& prompt : TakePrompts()) told += "box    " + prompt + '\n';
+  for (const std::string& text : status()) told += "status " + text + '\n';
+  std::set<fs::path> files;
+  if (fs::exists(levels)) files = {fs::directory_iterator(levels), fs::directory_iterator()};
+  files.erase(levels / "Valley.vra");
+  for (const fs::path& file : files) {
+    told += "file   " + file.filename().string() + ": " + FileState(file) + '\n';
+  }
+  ReplaceAll(told, folder.string(), "GAME");
+  story += told;
+}
+
+void LevelTest::TearDown() {
+  if (story.empty()) return;
+  const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
+  ExpectGolden(std::string("app/stories/") + test.test_suite_name() + "." + test.name() + ".txt",
+               story);
 }
 
 }  // namespace mw

@@ -1,7 +1,10 @@
 // A sandbox game with one mod and two small levels in their archives, for the tests of opening and
-// saving.
+// saving, and the story of what such a test did: what the user was told, and what was on disk then.
 #pragma once
 
+#include <filesystem>
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,6 +12,7 @@
 #include "app/shell_fixture.h"
 #include "core/bytes.h"
 #include "data/archive.h"
+#include "support/prompts.h"
 
 namespace mw {
 
@@ -22,13 +26,37 @@ class LevelTest : public ShellTest {
   void MakeLevel(const std::string& name, int materialSize, int worldSize);
   // The path of a level's archive.
   std::string ArchivePath(const std::string& name) const;
-  // A member of a level's archive as a reader of its own sees it on disk.
+  // Members of a level's archive as a reader of its own sees them on disk.
   Bytes MemberOnDisk(const std::string& level, const std::string& member) const;
   std::string TextOnDisk(const std::string& level, const std::string& member) const;
+  std::vector<std::string> MembersOnDisk(const std::string& level) const;
+  // The whole part of the height at (i, j) of a level with 256 samples a side.
+  int HeightOnDisk(const std::string& level, int i, int j) const;
+  // Puts bytes into Island, which no editor has open.
+  void PutMember(const std::string& member, const Bytes& bytes);
+
   // Answers the dialogs: the only mod, then this level (empty: cancelled).
   void AnswerDialogs(const std::string& level);
+  void Open(const std::string& level);
+  // An edit that the story tells when it is on disk.
+  static void Edit();
+
+  // Does something with these answers of the user. The story goes on with what it answered, the
+  // message boxes and status texts, and the files beside the levels' archives.
+  void Do(const std::string& what, const std::function<bool()>& act,
+          std::initializer_list<PromptAnswer> answers = {});
+  // What was told is what tests/golden/app/stories/<suite>.<test>.txt holds.
+  void TearDown() override;
 
   std::vector<std::string> status() const { return scripted::script.status[1]; }
+
+  const std::filesystem::path levels = folder / "Mods/varnhold/Archives/varnhold/levels";
+  const std::filesystem::path island = levels / "Island.vra";
+  std::map<std::string, Bytes> knownFiles;  // contents by what the story calls them
+  std::string story;
+
+ private:
+  std::string FileState(const std::filesystem::path& file) const;
 };
 
 }  // namespace mw
