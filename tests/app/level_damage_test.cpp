@@ -154,7 +154,7 @@ TEST_F(LevelDamage, EachPartIsAskedForOnceAndReplacedOnTheUsersWord) {
   Do("open", OpenLevel, {kOk});
   Edit();
   // It asks before it replaces the whole map: no question at the save.
-  Do("fill with material", [] { return FillWithMaterial(), true; }, {kOk});
+  Do("fill with material", FillWithMaterial, {kOk});
   Do("save", save, {kNo});
   Do("save again", save);
   CloseLevelArchive();

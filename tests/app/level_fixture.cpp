@@ -1,5 +1,6 @@
 #include "app/level_fixture.h"
 
+#include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <set>
@@ -9,7 +10,6 @@
 #include "data/mods.h"
 #include "support/archive_bytes.h"
 #include "support/dds_file.h"
-#include "support/golden.h"
 #include "terrain/material_map.h"
 
 namespace mw {
@@ -38,12 +38,6 @@ Bytes Materials(int materialSize) {
   return cells;
 }
 
-void ReplaceAll(std::string& text, const std::string& what, const std::string& by) {
-  for (std::size_t at = 0; (at = text.find(what, at)) != text.npos; at += by.size()) {
-    text.replace(at, what.size(), by);
-  }
-}
-
 }  // namespace
 
 LevelTest::LevelTest() {
@@ -54,7 +48,7 @@ LevelTest::LevelTest() {
       << "GamePath=" << GameFolder() << "\nObjectsList=varnhold.lst\nMaterialSize=512\n"
       << "WorldSize=2048\nHeightScale=0.6\nWaterLevel=20\nTeam=First/t1/skin1\nTeam=Second/t2/"
          "skin2\n"
-      << "Team=Third/t3/skin3\n";
+      << "Team=Third/t3/skin3\nTeam=Axis/German/GermanSoldier\nTeam=Allies/US/USSoldier\n";
   MakeLevel("Island", 256, 1024);
   MakeLevel("Valley", 512, 2048);
   modConfig = ModConfig{};
@@ -164,32 +158,32 @@ std::string LevelTest::FileState(const fs::path& file) const {
   return state;
 }
 
-void LevelTest::Do(const std::string& what, const std::function<bool()>& act,
-                   std::initializer_list<PromptAnswer> answers) {
-  Answer(answers);
-  TakePrompts();
-  scripted::script.status[1].clear();
-  const bool done = act();
-  EXPECT_TRUE(scripted::script.answers.empty()) << what << " asked for less";
-  std::string told = "---- " + what + ": " + (done ? "done" : "not done") +
-                     (editor.levelModified ? ", unsaved edits\n" : "\n");
-  for (const std::string& prompt : TakePrompts()) told += "box    " + prompt + '\n';
-  for (const std::string& text : status()) told += "status " + text + '\n';
+std::string LevelTest::StateAfterStep() const {
+  std::string state = editor.levelModified ? "unsaved edits\n" : "";
   std::set<fs::path> files;
-  if (fs::exists(levels)) files = {fs::directory_iterator(levels), fs::directory_iterator()};
-  files.erase(levels / "Valley.vra");
-  for (const fs::path& file : files) {
-    told += "file   " + file.filename().string() + ": " + FileState(file) + '\n';
+  for (const fs::path& place : {levels, folder}) {
+    if (!fs::exists(place)) continue;
+    for (const fs::path& file : fs::directory_iterator(place)) {
+      const bool isShown = place == levels ? file != levels / "Valley.vra"
+                                           : file.string().find("recovery") != std::string::npos;
+      if (isShown) files.insert(file);
+    }
   }
-  ReplaceAll(told, folder.string(), "GAME");
-  story += told;
+  for (const fs::path& file : files) {
+    state += "file   " + file.filename().string() + ": " + FileState(file) + '\n';
+  }
+  return state;
 }
 
-void LevelTest::TearDown() {
-  if (story.empty()) return;
-  const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
-  ExpectGolden(std::string("app/stories/") + test.test_suite_name() + "." + test.name() + ".txt",
-               story);
+void LevelTest::TellMember(const std::string& level, const std::string& member) {
+  std::string content = TextOnDisk(level, member);
+  const bool isText = std::ranges::none_of(content, [](unsigned char c) { return c < '\t'; });
+  if (isText) {
+    std::erase(content, '\r');
+  } else {
+    content = std::to_string(content.size()) + " bytes";
+  }
+  Tell("member " + member + ": " + content);
 }
 
 }  // namespace mw

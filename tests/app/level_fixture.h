@@ -1,9 +1,8 @@
 // A sandbox game with one mod and two small levels in their archives, for the tests of opening and
-// saving, and the story of what such a test did: what the user was told, and what was on disk then.
+// saving; their stories tell what is on disk.
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -12,7 +11,6 @@
 #include "app/shell_fixture.h"
 #include "core/bytes.h"
 #include "data/archive.h"
-#include "support/prompts.h"
 
 namespace mw {
 
@@ -41,19 +39,16 @@ class LevelTest : public ShellTest {
   // An edit that the story tells when it is on disk.
   static void Edit();
 
-  // Does something with these answers of the user. The story goes on with what it answered, the
-  // message boxes and status texts, and the files beside the levels' archives.
-  void Do(const std::string& what, const std::function<bool()>& act,
-          std::initializer_list<PromptAnswer> answers = {});
-  // What was told is what tests/golden/app/stories/<suite>.<test>.txt holds.
-  void TearDown() override;
+  // The story goes on with a member of a level's archive: its text, or how many bytes it has.
+  void TellMember(const std::string& level, const std::string& member);
+  // The edits that are not saved, and the files beside the levels' archives and those for recovery.
+  std::string StateAfterStep() const override;
 
   std::vector<std::string> status() const { return scripted::script.status[1]; }
 
   const std::filesystem::path levels = folder / "Mods/varnhold/Archives/varnhold/levels";
   const std::filesystem::path island = levels / "Island.vra";
   std::map<std::string, Bytes> knownFiles;  // contents by what the story calls them
-  std::string story;
 
  private:
   std::string FileState(const std::filesystem::path& file) const;

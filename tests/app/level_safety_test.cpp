@@ -7,6 +7,7 @@
 #include "app/level.h"
 #include "app/level_fixture.h"
 #include "support/archive_bytes.h"
+#include "support/each_change.h"
 
 namespace mw {
 namespace {
@@ -36,9 +37,7 @@ class LevelSafety : public LevelTest {
     Do(
         "save", [] { return SaveLevel(); }, answers);
   }
-  void Close() {
-    Do("close", [] { return CloseLevelArchive(), true; });
-  }
+  void Close() { Do("close", CloseLevelArchive); }
 
   const fs::path backup = fs::path(island) += ".bak", journal = fs::path(island) += "-journal";
 };
@@ -46,7 +45,7 @@ class LevelSafety : public LevelTest {
 TEST_F(LevelSafety, TheFirstSaveOfASessionLeavesTheStateBeforeItAsABackup) {
   Save();
   for (const std::uint32_t time : {1000u, 3999u, 4000u, 9000u}) {
-    Do("name the backup at " + std::to_string(time), [time] { return NameNewBackup(time), true; });
+    Do("name the backup at " + std::to_string(time), [time] { NameNewBackup(time); });
   }
   Edit();
   SetHeight(21, 21, 78);
@@ -129,9 +128,17 @@ TEST_F(LevelSafety, ALevelOfAnotherEditorIsOpenForLookingAndSaveSaysWhyNot) {
   Do("open", OpenLevel, {kOk});
   Edit();
   Save({kOk});
-  Do("in-game map", [] { return RunCommand(kCommandGenerateInGameMap), true; }, {kOk});
+  Do("in-game map", [] { RunCommand(kCommandGenerateInGameMap); }, {kOk});
+  ASSERT_TRUE(other.WriteMember("varnhold/levels/Island/theirs.txt", TextBytes("theirs")));
+  Do("exit", ConfirmExit, {kNo});
   other.Close();
-  Save();  // once it can be written, it is
+  Save({kYes});  // once it can be written, it is
+}
+
+TEST_F(LevelSafety, WhatCannotBeCompactedIsToldAndTheLevelStays) {
+  Save();
+  ASSERT_TRUE(LevelArchive()->RemoveMember("varnhold/levels/Island/Textures/detail.dds"));
+  Do("close", [] { return HitWhile(FaultKind::Full, 0, CloseLevelArchive); }, {kOk});
 }
 
 TEST_F(LevelSafety, AnotherLevelsArchiveIsNotSavedInto) {

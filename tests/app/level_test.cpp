@@ -172,9 +172,8 @@ TEST_F(OpenLevelTest, NumberedArchivesAreNotListed) {
 }
 
 TEST_F(OpenLevelTest, TheStockRunOffersToSaveAndLeavesTheLastLevelThatItFinds) {
-  const auto run = [] { return RunStockLevelLoad(), editor.levelLoaded; };
   const std::string folderBefore = openLevel.folder.String();
-  Do("run without stock levels", run);
+  Do("run without stock levels", RunStockLevelLoad);
   EXPECT_EQ(modConfig.LevelName, "Island");
   EXPECT_EQ(openLevel.folder, folderBefore);
   Do("save", Save);
@@ -182,10 +181,14 @@ TEST_F(OpenLevelTest, TheStockRunOffersToSaveAndLeavesTheLastLevelThatItFinds) {
 
   Edit();
   MakeLevel("Harbour_Point", 512, 2048);
-  Do("run with Harbour_Point", run, {kYes});
+  Do("run with Harbour_Point", RunStockLevelLoad, {kYes});
   EXPECT_EQ(modConfig.LevelName, "Harbour_Point");
+  MakeLevel("Stone_Ridge", 2048, 8192);
+  Do("run with one that is too large", RunStockLevelLoad, {kOk});
+  EXPECT_FALSE(editor.levelLoaded);
+  fs::remove(levels / "Stone_Ridge.vra");
   MakeLevel("Stone_Ridge", 512, 2048);
-  Do("run with both", run);
+  Do("run with both", RunStockLevelLoad);
   EXPECT_EQ(modConfig.LevelName, "Stone_Ridge");
   Open("Harbour_Point");
   int open = 0;

@@ -29,7 +29,7 @@ class MiniMapTest : public ShellTest {
       session.miniMapWindow.pixels.insert(session.miniMapWindow.pixels.end(), {255, 0, 0});
     }
   }
-  void TearDown() override { ReleaseMiniMap(); }
+  ~MiniMapTest() override { ReleaseMiniMap(); }
   // Of the picture of the heights.
   static Pixel PixelAt(int x, int y) {
     glClearColor(0, 0, 0, 1);
