@@ -1,6 +1,7 @@
 // The scripts of a new level, word for word as the game is to read them.
 #include "app/level_skeleton.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -20,23 +21,14 @@ class LevelSkeletonTest : public LevelArchiveTest {
     modConfig.AlternativePath = "Texture/Desert";
   }
 
-  // A script as it is in the archive, without its carriage returns.
-  std::string Script(const std::string& file) {
-    std::string lines;
-    char before = 0;
-    for (const char c : Get(file.c_str())) {
-      EXPECT_TRUE(c != '\n' || before == '\r') << file << " has half a line end";
-      if (c != '\r') lines += c;
-      before = c;
-    }
-    return lines;
-  }
-  // Every member of the level's archive under its path.
+  // Every member of the level's archive under its path, without carriage returns.
   std::string AllScripts() {
     std::string all;
     for (const auto& [name, entry] : level->Entries()) {
       const std::string file(name.substr(std::string("varnhold/levels/Island/").size()));
-      all += "==== " + file + "\n" + Script(file) + "\n";
+      std::string script = Get(file.c_str());
+      EXPECT_EQ(std::ranges::count(script, '\n'), std::erase(script, '\r')) << file;
+      all += "==== " + file + "\n" + script + "\n";
     }
     return all;
   }

@@ -21,12 +21,12 @@ class StoryTest : public SandboxTest {
   void Do(const std::string& what, Act act, std::initializer_list<PromptAnswer> answers = {}) {
     Answer(answers);
     Forget();
+    const std::size_t before = story_.size();
+    Tell("---- " + what);
     if constexpr (std::is_void_v<std::invoke_result_t<Act>>) {
       act();
-      Tell("---- " + what);
     } else {
-      const bool done = act();
-      Tell("---- " + what + (done ? ": yes" : ": no"));
+      story_.insert(story_.find('\n', before), act() ? ": yes" : ": no");
     }
     EXPECT_TRUE(scripted::script.answers.empty()) << what << " asked for less";
     TellRest();
