@@ -6,6 +6,8 @@
 #include <set>
 
 #include "app/level.h"
+#include "app/recovery.h"
+#include "app/session.h"
 #include "app/start_up.h"
 #include "data/mods.h"
 #include "support/archive_bytes.h"
@@ -141,6 +143,37 @@ void LevelTest::Edit() {
   editor.levelModified = true;
 }
 
+void LevelTest::Mark(int mark) {
+  for (int j = 1; j < 100; ++j) SetHeight(30, j, static_cast<float>(mark));
+  SetMaterial(static_cast<std::uint32_t>(mark % 16), 40, 40);
+  modConfig.fogStart = mark;
+  editor.levelModified = true;
+}
+
+int LevelTest::Shown() {
+  const int mark = modConfig.fogStart;
+  for (int j = 1; j < 100; ++j) {
+    if (terrain.grid[30][j].h != static_cast<float>(mark)) return -1;
+  }
+  return materialMapper->grid[40][40] == static_cast<std::uint32_t>(mark % 16) ? mark : -1;
+}
+
+void LevelTest::LetTimePass() {
+  KeepRecovery(clock);
+  clock += session.recovery.interval;
+  KeepRecovery(clock);
+}
+
+void LevelTest::Restart() {
+  archives.Clear();
+  session.recovery = Recovery{};
+  editor.levelLoaded = editor.levelModified = editor.leftHeld = false;
+  editor.savedCameraPosition = {};
+  InitGrid();
+  FindMods();
+  SelectMod(0);
+}
+
 // By its name in the story, or by its text where that is short, or by what the level in it holds.
 std::string LevelTest::FileState(const fs::path& file) const {
   if (fs::is_directory(file)) return "a folder";
@@ -177,11 +210,16 @@ std::string LevelTest::StateAfterStep() const {
 
 void LevelTest::TellMember(const std::string& level, const std::string& member) {
   std::string content = TextOnDisk(level, member);
-  const bool isText = std::ranges::none_of(content, [](unsigned char c) { return c < '\t'; });
-  if (isText) {
-    std::erase(content, '\r');
+  if (std::ranges::all_of(content, [](unsigned char c) { return c >= '\t' && c != 0xAE; })) {
+    const auto lines = std::ranges::count(content, '\n');
+    if (lines != static_cast<std::ptrdiff_t>(std::erase(content, '\r')))
+      content += "(mixed line ends)";
   } else {
-    content = std::to_string(content.size()) + " bytes";
+    constexpr std::size_t kDdsData = 128;
+    const auto byte =
+        static_cast<unsigned char>(content.size() > kDdsData ? content[kDdsData] : content[0]);
+    content =
+        std::to_string(content.size()) + " bytes, of the data the first " + std::to_string(byte);
   }
   Tell("member " + member + ": " + content);
 }

@@ -38,6 +38,15 @@ class LevelTest : public ShellTest {
   void Open(const std::string& level);
   // An edit that the story tells when it is on disk.
   static void Edit();
+  // One in several parts of the level, told apart by `mark`; the editor shows it, or -1 when it
+  // shows a mixture.
+  static void Mark(int mark);
+  static int Shown();
+  // The clock shows that it is time to write the recovery file.
+  void LetTimePass();
+  void Work(int mark) { Mark(mark), LetTimePass(); }
+  // As after a kill: memory is gone, the disk stays.
+  static void Restart();
 
   // The story goes on with a member of a level's archive: its text, or how many bytes it has.
   void TellMember(const std::string& level, const std::string& member);
@@ -48,6 +57,7 @@ class LevelTest : public ShellTest {
 
   const std::filesystem::path levels = folder / "Mods/varnhold/Archives/varnhold/levels";
   const std::filesystem::path island = levels / "Island.vra";
+  std::uint32_t clock = 0xFFFF'FFF0;        // about to wrap
   std::map<std::string, Bytes> knownFiles;  // contents by what the story calls them
 
  private:

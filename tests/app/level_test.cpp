@@ -6,14 +6,14 @@
 #include "app/input.h"
 #include "app/level_fixture.h"
 #include "app/modes.h"
+#include "app/new_level.h"
+#include "app/start_up.h"
 #include "data/archive.h"
 #include "data/mods.h"
 #include "data/open_level.h"
-#include "data/textures.h"
 #include "support/archive_bytes.h"
 #include "terrain/level_textures.h"
 #include "terrain/material_map.h"
-#include "terrain/mini_map_picture.h"
 #include "terrain/roads.h"
 #include "terrain/terrain.h"
 
@@ -22,24 +22,11 @@ namespace {
 
 namespace fs = std::filesystem;
 using ::testing::ElementsAre;
-constexpr PromptAnswer kYes = PromptAnswer::Yes, kOk = PromptAnswer::Ok;
 
 class OpenLevelTest : public LevelTest {
  protected:
   OpenLevelTest() { Open("Island"); }
-  static bool Save() { return SaveLevel(); }
 };
-
-TEST_F(OpenLevelTest, OpeningRunsItsStepsAndShowsTheLevelFromTheMiddleOfAnEdge) {
-  Do("open", OpenLevel);
-  EXPECT_TRUE(editor.levelLoaded && editor.ShowTextures);
-  EXPECT_TRUE(IsEditMode(EditMode::ObjectMapper));
-  EXPECT_EQ(modConfig.MaterialSize, 256);
-  EXPECT_FLOAT_EQ(terrain.grid[256][1].h, (256 * 7 % 256) / 256.0f);
-  const float ground = terrain.grid[128][0].h * modConfig.HeightScale;
-  EXPECT_EQ(camera.position, (Vector3{512, ground + 40, 0}));
-  EXPECT_FLOAT_EQ(camera.pitch, 0);
-}
 
 TEST_F(OpenLevelTest, SavingWithoutAnEditKeepsEveryMember) {
   const char* const kept[] = {"heightmap.raw", "materialmap.raw", "init.con", "notes.txt"};
@@ -72,7 +59,7 @@ TEST_F(OpenLevelTest, WhatWasChosenAndBuiltIsSavedWithTheLevel) {
   RouteKey(kKeyCtrl, true);
   RouteKey(kKeyCtrl, false);
   levelTextures.textureSetChosen = true;
-  Do("save", Save);
+  ASSERT_TRUE(SaveLevel());
   EXPECT_EQ(HeightOnDisk("Island", 11, 20), 90);
   EXPECT_EQ(MemberOnDisk("Island", "materialmap.raw")[20 * 256 + (256 - 11)], 14);
   EXPECT_NE(TextOnDisk("Island", "Textures/envmap_g_.rcm"), "") << "of the set of textures";
@@ -87,19 +74,6 @@ TEST_F(OpenLevelTest, NothingIsInheritedFromTheLevelBefore) {
   EXPECT_FLOAT_EQ(modConfig.HeightScale, 0.5f);
   EXPECT_EQ(modConfig.LevelName, "Valley");
   EXPECT_EQ(modConfig.MaterialSize, 512);
-}
-
-TEST_F(OpenLevelTest, TheCameraComesBackToWhereItWasSaved) {
-  camera.position.Set(300, 80.123f, 400);
-  ASSERT_TRUE(SaveLevel());
-  Open("Valley");
-  EXPECT_EQ(camera.position.x, static_cast<float>(modConfig.WorldSize) / 2) << "not this level's";
-  editor.savedCameraPosition = {};  // another run of the program
-  Open("Island");
-  EXPECT_EQ(camera.position, (Vector3{300, 80.123f, 400}));
-  for (auto& [name, value] : scripted::script.editorSettings) value = "300 nan";
-  ASSERT_TRUE(OpenLevel());
-  EXPECT_EQ(camera.position.x, 512) << "a record that cannot be read";
 }
 
 TEST_F(OpenLevelTest, AnotherModChangesNoNameInTheOpenLevel) {
@@ -123,47 +97,6 @@ TEST_F(OpenLevelTest, AnotherModChangesNoNameInTheOpenLevel) {
   modList = ModList{};
 }
 
-TEST_F(OpenLevelTest, WhatCannotBeOpenedCostsTheOpenLevelNothing) {
-  std::ofstream(levels / "Broken.vra") << "not an archive";
-  fs::copy(levels / "Valley.vra", levels / "Renamed.vra");
-  knownFiles["a level of another name"] = ReadBytes(levels / "Renamed.vra");
-  Edit();
-  camera.position.Set(300, 80, 400);
-  AnswerDialogs("");
-  Do("cancel", OpenLevel);
-  for (const char* level : {"Gone", "Broken", "Renamed"}) {
-    AnswerDialogs(level);
-    Do(std::string("open ") + level, OpenLevel, {kOk});
-    EXPECT_TRUE(editor.levelLoaded);
-    EXPECT_EQ(modConfig.LevelName, "Island");
-    EXPECT_EQ(modConfig.MaterialSize, 256);
-    EXPECT_EQ(camera.position, (Vector3{300, 80, 400}));
-    EXPECT_FLOAT_EQ(terrain.grid[20][20].h, 77);
-  }
-  Do("save", Save);
-  AnswerDialogs("Gone");
-  editor.levelLoaded = false;
-  Do("open Gone with no level open", OpenLevel, {kOk});
-}
-
-TEST_F(OpenLevelTest, OpeningThatFailsLaterLeavesAnEmptyEditorAndTheArchiveUntouched) {
-  MakeLevel("Huge", 2048, 8192);
-  knownFiles["as made"] = ReadBytes(levels / "Huge.vra");
-  bool isOpen = true;
-  shell.setLevelOpen = [&isOpen](bool open) { isOpen = open; };
-  SetMaterial(5, 10, 10);
-  Edit();
-  AnswerDialogs("Huge");
-  Do("open Huge", OpenLevel, {kOk});
-  EXPECT_FALSE(isOpen || editor.levelLoaded || LevelArchive());
-  EXPECT_EQ(modConfig.LevelName, "");
-  EXPECT_EQ(modConfig.MaterialSize, 512) << "the mod's";
-  EXPECT_FLOAT_EQ(terrain.grid[20][20].h, kFlatHeight);
-  EXPECT_GT(camera.position.y, kFlatHeight * modConfig.HeightScale);
-  EXPECT_EQ(materialMapper->grid[10][10], 0u);
-  EXPECT_EQ(terrain.miniMap.grey, MiniMapPicture{}.grey);
-}
-
 TEST_F(OpenLevelTest, NumberedArchivesAreNotListed) {
   for (const char* name : {"Island_002.vra", "Island_02.vra", "_123.vra", "Extra.VRA"}) {
     std::ofstream(levels / name) << "x";
@@ -171,32 +104,53 @@ TEST_F(OpenLevelTest, NumberedArchivesAreNotListed) {
   EXPECT_THAT(ListLevels(), ElementsAre("Extra", "Island", "Island_02", "Valley"));
 }
 
-TEST_F(OpenLevelTest, TheStockRunOffersToSaveAndLeavesTheLastLevelThatItFinds) {
-  const std::string folderBefore = openLevel.folder.String();
-  Do("run without stock levels", RunStockLevelLoad);
-  EXPECT_EQ(modConfig.LevelName, "Island");
-  EXPECT_EQ(openLevel.folder, folderBefore);
-  Do("save", Save);
-  EXPECT_THAT(MembersOnDisk("Island"), ::testing::Contains("notes.txt"));
-
-  Edit();
-  MakeLevel("Harbour_Point", 512, 2048);
-  Do("run with Harbour_Point", RunStockLevelLoad, {kYes});
-  EXPECT_EQ(modConfig.LevelName, "Harbour_Point");
-  MakeLevel("Stone_Ridge", 2048, 8192);
-  Do("run with one that is too large", RunStockLevelLoad, {kOk});
-  EXPECT_FALSE(editor.levelLoaded);
-  fs::remove(levels / "Stone_Ridge.vra");
-  MakeLevel("Stone_Ridge", 512, 2048);
-  Do("run with both", RunStockLevelLoad);
-  EXPECT_EQ(modConfig.LevelName, "Stone_Ridge");
-  Open("Harbour_Point");
-  int open = 0;
-  for (std::size_t i = 0; i < archives.Count(); ++i) {
-    open += archives.At(i)->Path() == LevelArchivePath();
+class NewLevelTest : public LevelTest {
+ protected:
+  NewLevelTest() {
+    shell.selectMod = [](bool) { return true; };
+    shell.randomTerrainDialog = [] { return RandomTerrainParameters{}; };
+    choices.name = "Atoll";
+    choices.size = LevelSize::Small;
+    choices.randomTerrain = false;
   }
-  EXPECT_EQ(open, 1) << "two would write over each other";
-  Do("save", Save);
+  bool Create() {
+    return NewLevel([this] { return choices; });
+  }
+  NewLevelChoices choices;
+};
+
+TEST_F(NewLevelTest, RandomTerrainIsMadeWithoutAQuestion) {
+  choices.randomTerrain = choices.water = true;
+  ASSERT_TRUE(Create());
+  const float made = terrain.grid[100][100].h;
+  EXPECT_NE(made, 127);
+  Open("Atoll");
+  EXPECT_NEAR(terrain.grid[100][100].h, made, 1.0f / 256);
+  EXPECT_FLOAT_EQ(modConfig.WaterLevel, 35);
+  EXPECT_THAT(TextOnDisk("Atoll", "Init.con"), testing::HasSubstr("water.texLayer1"));
+}
+
+TEST_F(NewLevelTest, TheWelcomeDialogComesBackUntilThereIsALevel) {
+  int shown = 0;
+  shell.welcomeDialog = [&] {
+    return ++shown == 1 ? WelcomeChoice::OpenLevel : WelcomeChoice::NewLevel;
+  };
+  AnswerDialogs("");
+  shell.newLevelDialog = [&] { return shown < 3 ? std::nullopt : std::optional(choices); };
+  EXPECT_TRUE(RunWelcomeLoop());
+  EXPECT_EQ(shown, 3);
+  shell.welcomeDialog = [] { return WelcomeChoice::Close; };
+  EXPECT_FALSE(RunWelcomeLoop());
+}
+
+TEST_F(NewLevelTest, TheLongestNameThatIsAcceptedHoldsEveryFile) {
+  std::string name(127, 'n');
+  scripted::script.answers.assign(name.size(), PromptAnswer::Ok);
+  while (!AcceptLevelName(name)) name.pop_back();
+  scripted::script.answers.clear();
+  choices.name = name;
+  choices.rules = {true, true, true, true};
+  EXPECT_TRUE(Create());
 }
 
 }  // namespace

@@ -6,22 +6,17 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "app/commands.h"
-#include "app/level.h"
 #include "app/level_fixture.h"
 #include "app/recovery_offer.h"
 #include "app/session.h"
-#include "data/mods.h"
 #include "support/archive_bytes.h"
 #include "support/each_change.h"
-#include "terrain/material_map.h"
-#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
 
 namespace fs = std::filesystem;
-constexpr PromptAnswer kYes = PromptAnswer::Yes, kNo = PromptAnswer::No, kOk = PromptAnswer::Ok;
+constexpr PromptAnswer kYes = PromptAnswer::Yes, kOk = PromptAnswer::Ok;
 
 const std::string kRecoveryFile = RecoveryFileName(0);
 
@@ -31,63 +26,7 @@ class RecoveryTest : public LevelTest {
     Restart();
     Open("Island");
   }
-
-  // As after a kill: memory is gone, the disk stays.
-  static void Restart() {
-    archives.Clear();
-    session.recovery = Recovery{};
-    editor.levelLoaded = editor.levelModified = editor.leftHeld = false;
-    InitGrid();
-    FindMods();
-    SelectMod(0);
-  }
-
-  // One edit in several parts of the level, told apart by `mark`.
-  static void Mark(int mark) {
-    for (int j = 1; j < 100; ++j) SetHeight(30, j, static_cast<float>(mark));
-    SetMaterial(static_cast<std::uint32_t>(mark % 16), 40, 40);
-    modConfig.fogStart = mark;
-    editor.levelModified = true;
-  }
-  // The mark of the edit that the editor shows; -1 for a mixture.
-  static int Shown() {
-    const int mark = modConfig.fogStart;
-    for (int j = 1; j < 100; ++j) {
-      if (terrain.grid[30][j].h != static_cast<float>(mark)) return -1;
-    }
-    return materialMapper->grid[40][40] == static_cast<std::uint32_t>(mark % 16) ? mark : -1;
-  }
-
-  // The clock shows that it is time to write.
-  void LetTimePass() {
-    KeepRecovery(clock);
-    clock += session.recovery.interval;
-    KeepRecovery(clock);
-  }
-  void Work(int mark) {
-    Mark(mark);
-    LetTimePass();
-  }
-  void Offer(std::initializer_list<PromptAnswer> answers = {}) {
-    Do("offer", OfferRecovery, answers);
-  }
-  void Save(std::initializer_list<PromptAnswer> answers = {}) {
-    Do(
-        "save", [] { return SaveLevel(); }, answers);
-  }
-
-  std::uint32_t clock = 0xFFFF'FFF0;  // about to wrap
 };
-
-TEST_F(RecoveryTest, TheNextStartGoesOnWithTheUnsavedWork) {
-  Work(50);
-  Work(51);
-  Restart();
-  Offer({kYes});
-  EXPECT_EQ(Shown(), 51);
-  Save();
-  TellMember("Island", "Init/SkyAndSun.con");
-}
 
 TEST_F(RecoveryTest, NothingIsWrittenBeforeItIsTimeOrWhileAButtonIsHeldOrWithoutEdits) {
   KeepRecovery(clock += session.recovery.interval);
@@ -104,41 +43,6 @@ TEST_F(RecoveryTest, NothingIsWrittenBeforeItIsTimeOrWhileAButtonIsHeldOrWithout
   KeepRecovery(++clock);
   EXPECT_TRUE(fs::exists(kRecoveryFile));
   EXPECT_FALSE(HitWhile(FaultKind::Stop, 0, [this] { LetTimePass(); })) << "nothing new to write";
-}
-
-TEST_F(RecoveryTest, WorkThatIsSavedOrGivenUpIsNotOfferedAgain) {
-  Work(50);
-  Save();
-  Work(51);
-  for (const char* level : {"", "Valley"}) {
-    AnswerDialogs(level);
-    Do(std::string("choose \"") + level + "\" to open", [] { RunCommand(kCommandOpenLevel); },
-       {kNo});
-  }
-}
-
-TEST_F(RecoveryTest, ARunningEditorsWorkIsNeitherOfferedNorReplaced) {
-  Work(50);
-  knownFiles["work of the first"] = ReadBytes(kRecoveryFile);
-  Recovery running = std::move(session.recovery);
-  Restart();
-  Offer();
-  Open("Valley");
-  Work(51);
-  knownFiles["work of the second"] = ReadBytes(RecoveryFileName(1));
-  running = Recovery{};  // both are killed
-  Restart();
-  Offer({kNo, kYes});  // one after the other
-  EXPECT_EQ(Shown(), 51);
-  Save();
-}
-
-TEST_F(RecoveryTest, DeclinedWorkIsKeptOnceUnderAnotherName) {
-  Work(50);
-  knownFiles["the work"] = ReadBytes(kRecoveryFile);
-  Restart();
-  Offer({kNo});
-  Offer();
 }
 
 TEST_F(RecoveryTest, ADamagedFileIsKeptAndReported) {
@@ -158,33 +62,6 @@ TEST_F(RecoveryTest, ADamagedFileIsKeptAndReported) {
     ExpectPrompts({"is damaged"});
     EXPECT_EQ(ReadBytes(kRecoveryFile + ".damaged"), damaged);
   }
-}
-
-TEST_F(RecoveryTest, WorkOnALevelOrAModThatIsGoneIsKept) {
-  Work(50);
-  knownFiles["the work"] = ReadBytes(kRecoveryFile);
-  fs::rename(folder / "varnhold.cfg", folder / "desert.cfg");
-  Restart();
-  Offer({kYes, kOk});
-  fs::rename(folder / "desert.cfg", folder / "varnhold.cfg");
-  fs::rename(kRecoveryFile + ".old", kRecoveryFile);
-  fs::remove(island);
-  Restart();
-  Offer({kYes, kOk});
-}
-
-TEST_F(RecoveryTest, WorkOnADamagedMapComesBackAndTheMapOnDiskStillNeedsAWord) {
-  CloseLevelArchive();
-  PutMember("heightmap.raw", Bytes(70'000));
-  Answer({kOk});
-  Open("Island");
-  Work(50);
-  Restart();
-  Offer({kYes, kOk});
-  EXPECT_EQ(Shown(), 50);
-  Save({kNo});
-  EXPECT_EQ(MemberOnDisk("Island", "heightmap.raw"), Bytes(70'000));
-  TellMember("Island", "Init/SkyAndSun.con");
 }
 
 TEST_F(RecoveryTest, AnInterruptedWritingLeavesTheOneBefore) {
