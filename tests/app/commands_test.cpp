@@ -11,8 +11,6 @@ namespace mw {
 namespace {
 
 using scripted::script;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 class CommandsTest : public ShellTest {};
@@ -61,11 +59,8 @@ TEST_F(CommandsTest, WhatWorksOnALevelDoesNothingWithoutOne) {
 }
 
 TEST_F(CommandsTest, AWindowThatIsNotConnectedIsNoSuccess) {
-  script.answers.assign(3, PromptAnswer::Ok);
-  EXPECT_FALSE(shell.selectMod(true));
-  EXPECT_EQ(shell.newLevelDialog(), std::nullopt);
-  EXPECT_FALSE(RunWelcomeLoop());
-  EXPECT_THAT(script.prompts.at(2).text, HasSubstr("could not be done"));
+  Do("choose a mod", [] { return shell.selectMod(true); }, {PromptAnswer::Ok});
+  Do("welcome", RunWelcomeLoop, {PromptAnswer::Ok});
 }
 
 TEST_F(CommandsTest, ACommandOfAGroupChecksItsButtonAndNoOther) {
@@ -110,71 +105,53 @@ TEST_F(CommandsTest, MeshViewKeysWorkInTheObjectMapperOnly) {
   }
 }
 
-TEST_F(CommandsTest, TheMenuWarnsBeforeARandomTerrainReplacesTheOld) {
+TEST_F(CommandsTest, TheMenuWarnsBeforeARandomTerrainWithWaterReplacesTheOld) {
   shell.randomTerrainDialog = [] { return RandomTerrainParameters{}; };
-  for (const bool agreed : {false, true}) {
-    script.answers = {agreed ? PromptAnswer::Ok : PromptAnswer::Cancel};
-    RunCommand(kCommandRandomTerrain);
+  editor.levelHasWater = false;  // as a level of an earlier run of the program
+  SetInitialValues();
+  modConfig.WaterLevel = 0;
+  for (const PromptAnswer answer : {PromptAnswer::Cancel, PromptAnswer::Ok}) {
+    const bool agreed = answer == PromptAnswer::Ok;
+    Do("random terrain", [] { RunCommand(kCommandRandomTerrain); }, {answer});
     EXPECT_EQ(editor.levelModified, agreed);
     EXPECT_EQ(terrain.grid[100][100].h != kFlatHeight, agreed);
+    EXPECT_EQ(modConfig.WaterLevel > 0, agreed);
   }
 }
 
 TEST_F(CommandsTest, OldGamesAreRefusedForThreeGenerations) {
-  bool asked = false;
-  shell.terrainShadowsDialog = [&asked] { return asked = true; };
+  shell.terrainShadowsDialog = [this] { return Tell("the shadow dialog"), true; };
   editor.levelModified = true;  // and would have to be saved first
-  for (const auto& [id, purpose] :
-       {std::pair{kCommandGenerateShadows, "generate terrain shadows"},
-        {kCommandMergeLightmaps, "merge terrain lightmaps"},
-        {kCommandGenerateObjectLightmaps, "generate object lightmaps"}}) {
-    editor.installedGameVersion = ParseGameVersion("1.01.100");
-    script.answers = {PromptAnswer::Ok, PromptAnswer::No};
-    RunCommand(id);
-    EXPECT_EQ(script.prompts.back().text,
-              std::string("The installed verion of Varnhold on your machine\nis 1.011.\n\nYou must "
-                          "upgrade your version of Varnhold\nto 1.040 before being able to ") +
-                  purpose + ".");
-    EXPECT_EQ(script.prompts.back().caption, "Generation Error");
-    EXPECT_EQ(asked, id != kCommandGenerateShadows);
-    editor.installedGameVersion = ParseGameVersion("1.04.000");
-    RunCommand(id);
-    EXPECT_THAT(script.prompts.back().text, HasSubstr(std::string("In order to ") + purpose));
-    EXPECT_TRUE(asked) << "an equal one passes";
+  for (const CommandId id :
+       {kCommandGenerateShadows, kCommandMergeLightmaps, kCommandGenerateObjectLightmaps}) {
+    for (const auto& [version, answer] :
+         {std::pair{"1.01.100", PromptAnswer::Ok}, {"1.04.000", PromptAnswer::No}}) {
+      editor.installedGameVersion = ParseGameVersion(version);
+      Do(version, [id] { RunCommand(id); }, {answer});
+    }
   }
 }
 
 TEST_F(CommandsTest, WhatReplacesTheLevelAsksOnlyWhenSomethingChangedAndGoesBackOnCancel) {
-  int closed = 0;
-  shell.closeMainWindow = [&closed] { ++closed; };
-  RunCommand(kCommandExit);
+  shell.closeMainWindow = [this] { Tell("closed"); };
+  const auto run = [](CommandId id) { return [id] { RunCommand(id); }; };
+  Do("exit without edits", run(kCommandExit));
   editor.levelLoaded = false;
   editor.levelModified = true;
-  RunCommand(kCommandExit);
-  EXPECT_THAT(script.prompts, IsEmpty()) << "there is no level that could be saved";
+  Do("exit without a level", run(kCommandExit));
   editor.levelLoaded = true;
-  script.answers = {PromptAnswer::No};
-  RunCommand(kCommandExit);
-  EXPECT_EQ(script.prompts.at(0).text, "Would you like to save your changes before exiting?");
-  EXPECT_EQ(closed, 3);
+  Do("exit without saving", run(kCommandExit), {PromptAnswer::No});
   for (const CommandId id : {kCommandExit, kCommandNewLevel, kCommandOpenLevel}) {
-    script.answers = {PromptAnswer::Yes, PromptAnswer::Ok};
-    RunCommand(id);
-    EXPECT_TRUE(script.answers.empty()) << "asked, then told that saving failed";
-    script.answers = {PromptAnswer::Cancel};
-    RunCommand(id);
+    Do("save, which fails", run(id), {PromptAnswer::Yes, PromptAnswer::Ok});
+    Do("cancel", run(id), {PromptAnswer::Cancel});
   }
-  EXPECT_EQ(closed, 3);
   EXPECT_TRUE(editor.levelModified);
 }
 
 TEST_F(CommandsTest, HelpOpensThePagesOfTheWorkingFolderAndSaysWhenItCannot) {
-  RunCommand(kCommandUsersGuide);
-  EXPECT_THAT(script.status[1], IsEmpty());
+  Do("guide", [] { RunCommand(kCommandUsersGuide); });
   script.documentsOpen = false;
-  RunCommand(kCommandTutorial);
-  EXPECT_THAT(script.openedDocuments, ElementsAre("guide.htm", "tutorial.htm"));
-  EXPECT_THAT(script.status[1], ElementsAre("Could not open tutorial.htm."));
+  Do("tutorial", [] { RunCommand(kCommandTutorial); });
 }
 
 TEST_F(CommandsTest, VersionTexts) {
@@ -191,27 +168,12 @@ TEST_F(CommandsTest, VersionTexts) {
 TEST_F(CommandsTest, PluginsThatAreMissingOrLackAnEntryPointAreNamed) {
   script.missingModules = {"mw_amm.mwp", "mw_smg.mwp"};
   script.missingFunctions = {"generateMatMap"};
-  script.answers.assign(2, PromptAnswer::Ok);
-  EXPECT_FALSE(LoadPlugins());
-  EXPECT_EQ(script.prompts.at(0).text, "Unable to load plugin 'mw_smg.mwp'!");
-  EXPECT_EQ(script.prompts[0].caption, "ERROR");
+  Do("without files", LoadPlugins, {PromptAnswer::Ok});
   script.missingModules.clear();
-  EXPECT_FALSE(LoadPlugins());
-  EXPECT_EQ(script.prompts.at(1).text,
-            "The plugin 'mw_amm.mwp' cannot be used: it has no function 'generateMatMap'.");
+  Do("without a function", LoadPlugins, {PromptAnswer::Ok});
   script.missingFunctions.clear();
-  EXPECT_TRUE(LoadPlugins());
+  Do("with all", LoadPlugins);
   UnloadPlugins();
-}
-
-TEST_F(CommandsTest, TheWelcomeDialogComesBackWhenNoLevelWasOpened) {
-  std::vector<WelcomeChoice> choices{WelcomeChoice::OpenLevel, WelcomeChoice::NewLevel,
-                                     WelcomeChoice::Close};
-  std::size_t shown = 0;
-  shell.welcomeDialog = [&] { return choices.at(shown++); };
-  shell.selectMod = [](bool) { return false; };
-  EXPECT_FALSE(RunWelcomeLoop());
-  EXPECT_EQ(shown, 3u);
 }
 
 }  // namespace

@@ -1,22 +1,25 @@
 #include "app/level_fixture.h"
 
-#include <filesystem>
+#include <algorithm>
 #include <fstream>
+#include <gtest/gtest.h>
+#include <set>
 
 #include "app/level.h"
+#include "app/recovery.h"
+#include "app/session.h"
 #include "app/start_up.h"
 #include "data/mods.h"
+#include "support/archive_bytes.h"
 #include "support/dds_file.h"
 #include "terrain/material_map.h"
 
 namespace mw {
 namespace {
 
-constexpr std::string_view kMember = "varnhold/levels/";
+namespace fs = std::filesystem;
 
-std::span<const std::uint8_t> AsBytes(std::string_view text) {
-  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
+constexpr std::string_view kMember = "varnhold/levels/";
 
 // A slope along the rows with odd low bytes, so that a lost byte shows.
 Bytes HeightSamples(int materialSize) {
@@ -42,12 +45,12 @@ Bytes Materials(int materialSize) {
 LevelTest::LevelTest() {
   editor.levelLoaded = false;
   ConnectHooks();
-  std::filesystem::create_directories(folder / "Mods/varnhold/Archives/varnhold/levels");
+  fs::create_directories(levels);
   std::ofstream(folder / "varnhold.cfg")
       << "GamePath=" << GameFolder() << "\nObjectsList=varnhold.lst\nMaterialSize=512\n"
       << "WorldSize=2048\nHeightScale=0.6\nWaterLevel=20\nTeam=First/t1/skin1\nTeam=Second/t2/"
          "skin2\n"
-      << "Team=Third/t3/skin3\n";
+      << "Team=Third/t3/skin3\nTeam=Axis/German/GermanSoldier\nTeam=Allies/US/USSoldier\n";
   MakeLevel("Island", 256, 1024);
   MakeLevel("Valley", 512, 2048);
   modConfig = ModConfig{};
@@ -60,26 +63,25 @@ LevelTest::~LevelTest() {
 }
 
 void LevelTest::MakeLevel(const std::string& name, int materialSize, int worldSize) {
-  const std::string base = std::string(kMember) + name + "/";
   Archive archive;
   ASSERT_TRUE(archive.Create(ArchivePath(name)));
   archive.SetMode(StorageMode::Compressed);
-  const auto add = [&](const std::string& member, std::string_view text) {
-    ASSERT_TRUE(archive.WriteMember(base + member, AsBytes(text)));
+  const auto add = [&](const std::string& member, const Bytes& bytes) {
+    ASSERT_TRUE(archive.WriteMember(std::string(kMember) + name + "/" + member, bytes));
   };
-  add("Init.con", "rem made by hand\r\ngame.setTeamSkin 1 skin2\r\nrun Init/terrain\r\n");
+  add("Init.con",
+      TextBytes("rem made by hand\r\ngame.setTeamSkin 1 skin2\r\nrun Init/terrain\r\n"));
   add("Init/Terrain.con",
-      "GeometryTemplate.materialSize " + std::to_string(materialSize) +
-          "\r\nGeometryTemplate.worldSize " + std::to_string(worldSize) +
-          "\r\nGeometryTemplate.yScale 0.5\r\nGeometryTemplate.waterLevel 12\r\n"
-          "unknown.command stays  as it is\r\n");
-  add("Init/SkyAndSun.con", "renderer.fogstart 150\r\n");
-  add("StaticObjects.con", "rem none\r\n");
-  add("notes.txt", "not the editor's");
-  const auto detail = DdsFile{4, 4, 8, 1, "DXT1", UniformBlocks(1, 0xF800)}.Bytes();
-  ASSERT_TRUE(archive.WriteMember(base + "Textures/detail.dds", detail));
-  ASSERT_TRUE(archive.WriteMember(base + "heightmap.raw", HeightSamples(materialSize)));
-  ASSERT_TRUE(archive.WriteMember(base + "materialmap.raw", Materials(materialSize)));
+      TextBytes("GeometryTemplate.materialSize " + std::to_string(materialSize) +
+                "\r\nGeometryTemplate.worldSize " + std::to_string(worldSize) +
+                "\r\nGeometryTemplate.yScale 0.5\r\nGeometryTemplate.waterLevel 12\r\n"
+                "unknown.command stays  as it is\r\n"));
+  add("Init/SkyAndSun.con", TextBytes("renderer.fogstart 150\r\n"));
+  add("StaticObjects.con", TextBytes("rem none\r\n"));
+  add("notes.txt", TextBytes("not the editor's"));
+  add("Textures/detail.dds", DdsFile{4, 4, 8, 1, "DXT1", UniformBlocks(1, 0xF800)}.Bytes());
+  add("heightmap.raw", HeightSamples(materialSize));
+  add("materialmap.raw", Materials(materialSize));
   ASSERT_TRUE(archive.Close());
 }
 
@@ -98,6 +100,29 @@ std::string LevelTest::TextOnDisk(const std::string& level, const std::string& m
   return {bytes.begin(), bytes.end()};
 }
 
+std::vector<std::string> LevelTest::MembersOnDisk(const std::string& level) const {
+  Archive reader;
+  EXPECT_TRUE(reader.Open(ArchivePath(level), false)) << reader.Error();
+  std::vector<std::string> names;
+  for (const auto& [name, entry] : reader.Entries()) {
+    names.emplace_back(name.substr(kMember.size() + level.size() + 1));
+  }
+  return names;
+}
+
+int LevelTest::HeightOnDisk(const std::string& level, int i, int j) const {
+  const Bytes heights = MemberOnDisk(level, "heightmap.raw");
+  const auto high = static_cast<std::size_t>((j * 256 + 256 - i) * 2 + 1);
+  return high < heights.size() ? heights[high] : -1;
+}
+
+void LevelTest::PutMember(const std::string& member, const Bytes& bytes) {
+  Archive archive;
+  ASSERT_TRUE(archive.Open(ArchivePath("Island"), true)) << archive.Error();
+  ASSERT_TRUE(archive.WriteMember(std::string(kMember) + "Island/" + member, bytes));
+  ASSERT_TRUE(archive.Close());
+}
+
 void LevelTest::AnswerDialogs(const std::string& level) {
   shell.selectMod = [](bool) { return true; };
   shell.loadLevelDialog = [level] {
@@ -105,6 +130,98 @@ void LevelTest::AnswerDialogs(const std::string& level) {
     ChooseLevel(level);
     return true;
   };
+}
+
+void LevelTest::Open(const std::string& level) {
+  AnswerDialogs(level);
+  ASSERT_TRUE(OpenLevel());
+  knownFiles["as opened"] = ReadBytes(levels / (level + ".vra"));
+}
+
+void LevelTest::Edit() {
+  SetHeight(20, 20, 77);
+  editor.levelModified = true;
+}
+
+void LevelTest::Mark(int mark) {
+  for (int j = 1; j < 100; ++j) SetHeight(30, j, static_cast<float>(mark));
+  SetMaterial(static_cast<std::uint32_t>(mark % 16), 40, 40);
+  modConfig.fogStart = mark;
+  editor.levelModified = true;
+}
+
+int LevelTest::Shown() {
+  const int mark = modConfig.fogStart;
+  for (int j = 1; j < 100; ++j) {
+    if (terrain.grid[30][j].h != static_cast<float>(mark)) return -1;
+  }
+  return materialMapper->grid[40][40] == static_cast<std::uint32_t>(mark % 16) ? mark : -1;
+}
+
+void LevelTest::LetTimePass() {
+  KeepRecovery(clock);
+  clock += session.recovery.interval;
+  KeepRecovery(clock);
+}
+
+void LevelTest::Restart() {
+  archives.Clear();
+  session.recovery = Recovery{};
+  editor.levelLoaded = editor.levelModified = editor.leftHeld = false;
+  editor.savedCameraPosition = {};
+  InitGrid();
+  FindMods();
+  SelectMod(0);
+}
+
+// By its name in the story, or by its text where that is short, or by what the level in it holds.
+std::string LevelTest::FileState(const fs::path& file) const {
+  if (fs::is_directory(file)) return "a folder";
+  const Bytes bytes = ReadBytes(file);
+  for (const auto& [name, known] : knownFiles) {
+    if (bytes == known) return name;
+  }
+  if (bytes.size() < 100) return "\"" + std::string(bytes.begin(), bytes.end()) + "\"";
+  if (file.extension() != ".vra") return "an archive";
+  const std::string level = file.stem();
+  std::string state = HeightOnDisk(level, 20, 20) == 77 ? "edited" : "not edited";
+  for (const char* member : {"notes.txt", "theirs.txt"}) {
+    if (!MemberOnDisk(level, member).empty()) state += std::string(", with ") + member;
+  }
+  return state;
+}
+
+std::string LevelTest::StateAfterStep() const {
+  std::string state = editor.levelModified ? "unsaved edits\n" : "";
+  std::set<fs::path> files;
+  for (const fs::path& place : {levels, folder}) {
+    if (!fs::exists(place)) continue;
+    for (const fs::path& file : fs::directory_iterator(place)) {
+      const bool isShown = place == levels ? file != levels / "Valley.vra"
+                                           : file.string().find("recovery") != std::string::npos;
+      if (isShown) files.insert(file);
+    }
+  }
+  for (const fs::path& file : files) {
+    state += "file   " + file.filename().string() + ": " + FileState(file) + '\n';
+  }
+  return state;
+}
+
+void LevelTest::TellMember(const std::string& level, const std::string& member) {
+  std::string content = TextOnDisk(level, member);
+  if (std::ranges::all_of(content, [](unsigned char c) { return c >= '\t' && c != 0xAE; })) {
+    const auto lines = std::ranges::count(content, '\n');
+    if (lines != static_cast<std::ptrdiff_t>(std::erase(content, '\r')))
+      content += "(mixed line ends)";
+  } else {
+    constexpr std::size_t kDdsData = 128;
+    const auto byte =
+        static_cast<unsigned char>(content.size() > kDdsData ? content[kDdsData] : content[0]);
+    content =
+        std::to_string(content.size()) + " bytes, of the data the first " + std::to_string(byte);
+  }
+  Tell("member " + member + ": " + content);
 }
 
 }  // namespace mw

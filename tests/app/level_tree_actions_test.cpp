@@ -1,7 +1,5 @@
 #include "app/level_tree_actions.h"
 
-#include <functional>
-
 #include "app/editing_fixture.h"
 #include "objects/entity_editing.h"
 #include "objects/object_mapper.h"
@@ -12,75 +10,85 @@ namespace {
 
 class LevelTreeActionsTest : public EditingTest {
  protected:
+  LevelTreeActionsTest() {
+    levelTree.view.selectAll = [this](const std::vector<TreeItem>& items) {
+      std::string line = "the tree selects";
+      for (const TreeItem item : items) line += ' ' + NumberedText(item);
+      Tell(line);
+    };
+  }
+
+  void Choose(TreeItem item) {
+    Do("choose " + ItemText(item), [item] { LevelTreeItemSelected(item); });
+  }
+  void Choose(const std::vector<TreeItem>& items) {
+    std::string what = "choose together:";
+    for (const TreeItem item : items) what += ' ' + NumberedText(item);
+    Do(what, [&items] { LevelTreeItemsSelected(items); });
+  }
+  // What is selected, in which mode, with what the tools show of it, and where the camera goes.
+  std::string StateAfterStep() const override {
+    std::string state;
+    const auto add = [&state](const std::string& name, bool selected) {
+      state += name + (selected ? "* " : " ");
+    };
+    for (const StaticObject& object : objectStore.objects) {
+      add(object.name.String(), object.selected);
+    }
+    for (const EntityKind kind : {EntityKind::ControlPoint, EntityKind::SoldierSpawn}) {
+      for (const auto& entity : entities.Of(kind).instances) {
+        add(StatusTextOf(*entity), entity->selected);
+      }
+    }
+    state += objectStore.toolsEnabled ? "(tools)" : "";
+    state += IsEditMode(EditMode::ObjectMapper) ? "(Object Mapper)\n" : "\n";
+    if (camera.position == kBefore) return state;
+    state += "camera at";
+    for (const float part :
+         {camera.position.x, camera.position.y, camera.position.z, camera.pitch, camera.yaw}) {
+      state += ' ' + std::to_string(std::lround(part));
+    }
+    LookDownOn(512, 512);
+    return state + '\n';
+  }
+
+  static constexpr Vector3 kBefore{512, 300, 512};
   const LevelTree::FixedItems& fixed = levelTree.fixed;
 };
 
-TEST_F(LevelTreeActionsTest, ChoosingAnObjectSelectsItAloneAndFramesItInTheObjectMapper) {
+TEST_F(LevelTreeActionsTest, WhatIsChosenIsSelectedAndShownInTheObjectMapper) {
   objectStore.objects[2].selected = true;
-  LevelTreeItemSelected(firstBunker);
-  EXPECT_TRUE(IsEditMode(EditMode::ObjectMapper) && checked[kCommandObjectMapper]);
-  EXPECT_EQ(Selected(), (Flags{true, false, false}));
-  EXPECT_EQ(camera.position, (Vector3{1024 - 100, 80 + 35, 300 + 50}));
-  EXPECT_EQ(camera.pitch, -35);
-  EXPECT_EQ(camera.yaw, 0);
-  EXPECT_TRUE(objectStore.toolsEnabled);
+  Choose(firstBunker);
   EXPECT_EQ(frames, 1);
-  const Vector3 before = camera.position;
-  LevelTreeItemSelected(cachedBunker);
-  EXPECT_EQ(Selected(), (Flags{true, false, true})) << "all of the mesh";
-  EXPECT_EQ(camera.position, before);
+  Choose(cachedBunker);  // all of the mesh
+  SetEditMode(EditMode::TerrainMapper);
+  DropLevelTreeItem(fixed.newControlPoint, 0, 0);
+  const TreeItem point = entities.Of(EntityKind::ControlPoint).instances[0]->treeItem;
+  Choose(point);
+  Choose(oak);
+  SetEditMode(EditMode::TerrainMapper);
+  Choose({oak, fixed.fog, point});
+  Choose({fixed.fog, fixed.world});  // nothing of the level
+  Choose({cachedBunker, oak});
+  Do("select the same in the view", [] { UpdateToolButtons(true); });
+  Choose(std::vector<TreeItem>{});
 }
 
-TEST_F(LevelTreeActionsTest, SeveralItemsSelectAllThatTheyStandForAndLeaveTheCamera) {
-  std::vector<TreeItem> shown;
-  levelTree.view.selectAll = [&shown](const std::vector<TreeItem>& items) { shown = items; };
+TEST_F(LevelTreeActionsTest, WhatIsDeletedIsNamedNoMore) {
   DropLevelTreeItem(fixed.newControlPoint, 0, 0);
-  const auto& point = entities.Of(EntityKind::ControlPoint).instances[0];
-  SetEditMode(EditMode::TerrainMapper);
-  const Vector3 before = camera.position;
-  shown.clear();
-  LevelTreeItemsSelected({oak, fixed.fog, point->treeItem});
-  EXPECT_EQ(Selected(), (Flags{false, true, false}));
-  EXPECT_TRUE(point->selected && objectStore.toolsEnabled);
-  EXPECT_TRUE(IsEditMode(EditMode::ObjectMapper));
-  EXPECT_EQ(camera.position, before);
-  EXPECT_TRUE(shown.empty()) << "the user's choice stays as it is";
-  LevelTreeItemsSelected({fixed.fog, fixed.world});
-  EXPECT_TRUE(objectStore.objects[1].selected) << "nothing of the level was chosen";
-  LevelTreeItemsSelected({cachedBunker, oak});
-  EXPECT_EQ(Selected(), (Flags{true, true, true}));
-  UpdateToolButtons(true);
-  EXPECT_EQ(shown, (std::vector{firstBunker, oak, secondBunker})) << "what the view selects";
-  DeleteLevelTreeItems({oak, secondBunker, cachedBunker, fixed.fog});
-  EXPECT_EQ(Selected().size(), 1u);
-  EXPECT_FALSE(objectStore.meshes.empty());
-  LevelTreeItemsSelected({});
-  EXPECT_FALSE(objectStore.toolsEnabled);
-}
-
-TEST_F(LevelTreeActionsTest, WhatIsChosenIsNamedUntilItIsThereNoMore) {
-  DropLevelTreeItem(fixed.newControlPoint, 0, 0);
-  const auto& point = entities.Of(EntityKind::ControlPoint).instances[0];
-  SetEditMode(EditMode::TerrainMapper);
-  LevelTreeItemSelected(point->treeItem);
-  EXPECT_TRUE(point->selected && IsEditMode(EditMode::ObjectMapper));
-  const auto& texts = scripted::script.status[1];
-  EXPECT_EQ(texts.back(), StatusTextOf(*point));
-  LevelTreeItemSelected(oak);
-  EXPECT_EQ(texts.back(), "Static Object: oak");
-  LevelTreeItemsSelected({});
-  EXPECT_EQ(texts.back(), "");
-  LevelTreeItemSelected(oak);
-  EXPECT_TRUE(DeleteLevelTreeItem(oak)) << "the next item is chosen";
-  EXPECT_EQ(texts.back(), "");
+  const TreeItem point = entities.Of(EntityKind::ControlPoint).instances[0]->treeItem;
+  Choose(oak);
+  Do("delete the oak", [this] { return DeleteLevelTreeItem(oak); });  // the next one is chosen
   EXPECT_EQ(ItemText(oak), "");
-  EXPECT_FALSE(DeleteLevelTreeItem(point->treeItem));
-  EXPECT_TRUE(entities.Of(EntityKind::ControlPoint).instances.empty());
+  Do("delete the control point", [point] { return DeleteLevelTreeItem(point); });
   EXPECT_FALSE(levelTree.suppressObjectSelection);
   const std::size_t items = levelTree.items.size();
-  DeleteLevelTreeItem(fixed.cachedObjects);
-  DeleteLevelTreeItem(cachedBunker);
+  for (const TreeItem item : {fixed.cachedObjects, cachedBunker, TreeItem{0}}) {
+    EXPECT_FALSE(DeleteLevelTreeItem(item));
+  }
   EXPECT_EQ(levelTree.items.size(), items);
+  Do("delete several", [this] { DeleteLevelTreeItems({secondBunker, cachedBunker, fixed.fog}); });
+  EXPECT_FALSE(objectStore.meshes.empty());
 }
 
 TEST_F(LevelTreeActionsTest, ItemsWithTheSameTextHaveNumbersThatStayWithThem) {
@@ -97,73 +105,54 @@ TEST_F(LevelTreeActionsTest, ItemsWithTheSameTextHaveNumbersThatStayWithThem) {
 
 TEST_F(LevelTreeActionsTest, TheEditorsOwnChangesSelectNothing) {
   levelTree.notificationsEnabled = false;
-  LevelTreeItemSelected(oak);
-  EXPECT_TRUE(IsEditMode(EditMode::TerrainMapper));
+  Choose(oak);
+  Choose({oak, firstBunker});
   levelTree.notificationsEnabled = levelTree.suppressObjectSelection = true;
-  for (const TreeItem item : {oak, cachedBunker}) LevelTreeItemSelected(item);
-  EXPECT_TRUE(IsEditMode(EditMode::ObjectMapper)) << "the mode follows all the same";
-  EXPECT_EQ(Selected(), (Flags{false, false, false}));
+  for (const TreeItem item : {oak, cachedBunker}) Choose(item);  // the mode follows all the same
 }
 
-TEST_F(LevelTreeActionsTest, FixedItemsOpenTheirDialogsAndGroupsOpenNothing) {
-  const std::pair<TreeItem, WindowFunction<void()>*> rows[] = {
-      {fixed.lighting, &shell.lightSettingsDialog},
-      {fixed.shadows, &shell.shadowSettingsDialog},
-      {fixed.fog, &shell.fogSettingsDialog},
-      {fixed.water, &shell.waterSettingsDialog},
-      {fixed.teams, &shell.teamSelectionDialog},
-      {fixed.addNewObject, &shell.objectBrowserDialog}};
-  for (const auto& [item, dialog] : rows) {
-    int opened = 0;
-    *dialog = [&opened] { ++opened; };
-    EXPECT_TRUE(ActivateLevelTreeItem(item));
-    EXPECT_EQ(opened, 1);
-  }
-  for (const TreeItem item : {fixed.world, fixed.controlPoints, fixed.newControlPoint,
-                              fixed.newSoldierSpawn, fixed.standardMeshes, cachedBunker}) {
-    EXPECT_FALSE(ActivateLevelTreeItem(item)) << ItemText(item);
-  }
-}
-
-TEST_F(LevelTreeActionsTest, OnlyWhatCanBePlacedCanBeDragged) {
+TEST_F(LevelTreeActionsTest, FixedItemsOpenTheirDialogsAndWhatCanBePlacedCanBeDragged) {
+  const std::pair<const char*, WindowFunction<void()>*> dialogs[] = {
+      {"light", &shell.lightSettingsDialog}, {"shadows", &shell.shadowSettingsDialog},
+      {"fog", &shell.fogSettingsDialog},     {"water", &shell.waterSettingsDialog},
+      {"teams", &shell.teamSelectionDialog}, {"objects", &shell.objectBrowserDialog}};
+  std::string opened;
+  for (const auto& [name, dialog] : dialogs) *dialog = [&opened, text = name] { opened += text; };
   const TreeItem spawnTemplate = InsertItem(fixed.objectSpawns, "Light_Tank (CQ)");
-  const TreeItem spawn = InsertItem(spawnTemplate, "Light_Tank (CQ)");
-  const TreeItem soldierSpawn = InsertItem(fixed.soldierSpawns, "Spawn1 (CQ)");
-  for (const TreeItem item :
-       {fixed.newControlPoint, fixed.newSoldierSpawn, cachedBunker, spawnTemplate}) {
-    EXPECT_TRUE(CanDragLevelTreeItem(item)) << ItemText(item);
+  InsertItem(spawnTemplate, "a tank of it");
+  InsertItem(fixed.soldierSpawns, "Spawn1 (CQ)");
+  std::vector<TreeItem> all;
+  for (const auto& [item, record] : levelTree.items) all.push_back(item);
+  std::ranges::sort(all);
+  for (const TreeItem item : all) {
+    opened = " opens ";
+    const bool isPlain = item == fixed.addTemplate || FindObjectByTreeItem(item) >= 0;
+    const bool opens = !isPlain && ActivateLevelTreeItem(item);
+    Tell(ItemText(item) + (opens ? opened : "") + (CanDragLevelTreeItem(item) ? " dragged" : ""));
   }
-  for (const TreeItem item : {fixed.addTemplate, fixed.addNewObject, fixed.controlPoints,
-                              firstBunker, spawn, soldierSpawn, TreeItem{0}}) {
-    EXPECT_FALSE(CanDragLevelTreeItem(item)) << ItemText(item);
-  }
+  EXPECT_FALSE(CanDragLevelTreeItem(0) || ActivateLevelTreeItem(0));
 }
 
 TEST_F(LevelTreeActionsTest, WhatIsDroppedStandsWhereItIsDropped) {
-  LevelTreeItemSelected(cachedBunker);
-  BeginLevelTreeDrag();
-  EXPECT_EQ(Selected(), (Flags{false, false, false}));
-  EXPECT_FALSE(objectStore.toolsEnabled);
+  Choose(cachedBunker);
+  Do("begin to drag", BeginLevelTreeDrag);
   const Vector3 there = GroundUnderCursor(30, 20).value();
-  DropLevelTreeItem(cachedBunker, 30, 20);
-  EXPECT_EQ(Selected(), (Flags{false, false, false, true}));
-  EXPECT_EQ(objectStore.objects[3].name, "bunker");
-  EXPECT_EQ(objectStore.objects[3].ViewPosition(), there);
-  EXPECT_TRUE(editor.levelModified);
-  for (const TreeItem item :
-       {fixed.newControlPoint, fixed.newSoldierSpawn, fixed.addNewObject, firstBunker}) {
-    DropLevelTreeItem(item, 30, 20);
+  for (const TreeItem item : {cachedBunker, fixed.newControlPoint, fixed.newSoldierSpawn,
+                              fixed.addNewObject, firstBunker}) {
+    editor.levelModified = false;
+    Do("drop " + ItemText(item), [item] {
+      DropLevelTreeItem(item, 30, 20);
+      return editor.levelModified;
+    });
   }
-  EXPECT_EQ(entities.Of(EntityKind::ControlPoint).instances.size(), 1u);
-  EXPECT_EQ(entities.Of(EntityKind::SoldierSpawn).instances.size(), 1u);
-  EXPECT_EQ(objectStore.objects.size(), 4u);
+  EXPECT_EQ(objectStore.objects[3].ViewPosition(), there);
 }
 
 TEST_F(LevelTreeActionsTest, ModeFilterTakesEntitiesOfOtherModesOutOfTheTree) {
   ChooseModeFilter(2);
   EXPECT_EQ(entities.ModeFilter, kModeCaptureTheFlag);
   DropLevelTreeItem(fixed.newControlPoint, 0, 0);
-  for (const auto& [choice, items] : {std::pair{2, 2u}, {1, 1u}, {0, 2u}}) {
+  for (const auto& [choice, items] : {std::pair{2, 2u}, {1, 1u}, {0, 2u}, {-1, 2u}, {4, 2u}}) {
     ChooseModeFilter(choice);
     EXPECT_EQ(ChildrenOf(fixed.controlPoints).size(), items) << choice;
   }

@@ -4,6 +4,7 @@
 #include <array>
 #include <gtest/gtest.h>
 
+#include "app/camera_control.h"
 #include "app/frame.h"
 #include "app/session.h"
 #include "app/shell_fixture.h"
@@ -14,6 +15,8 @@ namespace mw {
 namespace {
 
 using Pixel = std::array<int, 3>;
+constexpr Pixel kBlack{0, 0, 0}, kRed{255, 0, 0}, kYellow{255, 255, 0};
+constexpr Pixel Grey(int shade) { return {shade, shade, shade}; }
 
 // The Mini-Map alone in the view, in a window with a red border of two pixels.
 class MiniMapTest : public ShellTest {
@@ -29,7 +32,7 @@ class MiniMapTest : public ShellTest {
       session.miniMapWindow.pixels.insert(session.miniMapWindow.pixels.end(), {255, 0, 0});
     }
   }
-  void TearDown() override { ReleaseMiniMap(); }
+  ~MiniMapTest() override { ReleaseMiniMap(); }
   // Of the picture of the heights.
   static Pixel PixelAt(int x, int y) {
     glClearColor(0, 0, 0, 1);
@@ -40,17 +43,25 @@ class MiniMapTest : public ShellTest {
     const std::uint8_t* pixel = &view.rgb[static_cast<std::size_t>(place) * 3];
     return {pixel[0], pixel[1], pixel[2]};
   }
-  static bool IsYellow(int x, int y) { return PixelAt(x, y) == Pixel{255, 255, 0}; }
 };
 
-TEST_F(MiniMapTest, TheMarkerStandsWhereAClickPutsTheCamera) {
+TEST_F(MiniMapTest, TheMarkerStandsWhereAClickPutsTheCameraAndGoesWithIt) {
   for (const int size : {256, 512, 1024}) {
     modConfig.MaterialSize = size;
     modConfig.WorldSize = size * 4;
     MoveCameraToMiniMapPixel(40, 90);
-    EXPECT_TRUE(IsYellow(40, 90)) << size;
-    EXPECT_FALSE(IsYellow(40, 70)) << size;
+    EXPECT_EQ(PixelAt(40, 90), kYellow) << size;
+    EXPECT_NE(PixelAt(40, 70), kYellow) << size;
+    const auto pixel = static_cast<float>(size) / 32;  // in world units
+    MoveCameraForward(-20 * pixel);
+    EXPECT_EQ(PixelAt(40, 70), kYellow) << size;
+    EXPECT_NE(PixelAt(40, 90), kYellow) << size;
+    StrafeCamera(20 * pixel);
+    EXPECT_EQ(PixelAt(60, 70), kYellow) << size;
   }
+  modConfig.MaterialSize = 0;  // no size is known
+  MoveCameraToMiniMapPixel(10, 10);
+  EXPECT_NE(PixelAt(64, 64), kYellow);
 }
 
 TEST_F(MiniMapTest, ThePictureIsMirroredAndClicksAreClampedToIt) {
@@ -64,39 +75,29 @@ TEST_F(MiniMapTest, ThePictureIsMirroredAndClicksAreClampedToIt) {
 TEST_F(MiniMapTest, TheLineShowsTheDirectionWithoutMovingTheSquare) {
   MoveCameraToMiniMapPixel(60, 60);
   camera.direction.Set(0, 0, 1);
-  EXPECT_TRUE(IsYellow(61, 52)) << "towards larger z is up in the picture";
+  EXPECT_EQ(PixelAt(61, 52), kYellow) << "towards larger z is up in the picture";
   camera.direction.Set(1, 0, 0);
-  EXPECT_FALSE(IsYellow(61, 52));
-  EXPECT_TRUE(IsYellow(52, 61));
-  EXPECT_TRUE(IsYellow(60, 60));
+  EXPECT_NE(PixelAt(61, 52), kYellow);
+  EXPECT_EQ(PixelAt(52, 61), kYellow);
+  EXPECT_EQ(PixelAt(60, 60), kYellow);
 }
 
-TEST_F(MiniMapTest, SurvivesALevelSizeThatIsNotSet) {
-  modConfig.MaterialSize = 0;
-  MoveCameraToMiniMapPixel(10, 10);
-  EXPECT_FALSE(IsYellow(64, 64));
-}
-
-TEST_F(MiniMapTest, HeightsArePixelsCountedFromTheFarCorner) {
+TEST_F(MiniMapTest, ItsWindowFramesThePictureWhoseHeightsAreCountedFromTheFarCorner) {
   camera.position.Set(900, 0, 900);
-  EXPECT_EQ(PixelAt(127, 126), (Pixel{127, 127, 127}));
+  EXPECT_EQ(PixelAt(127, 126), Grey(127));
   terrain.miniMap.SetPixel(1, 2, 200);
   terrain.miniMap.SetPixel(1, 100, 90);
   terrain.miniMap.SetPixel(0, 5, 99);  // falls outside
-  EXPECT_EQ(PixelAt(127, 126), (Pixel{200, 200, 200}));
-  EXPECT_EQ(PixelAt(127, 28), (Pixel{90, 90, 90})) << "edits after the first frame";
+  EXPECT_EQ(PixelAt(127, 126), Grey(200));
+  EXPECT_EQ(PixelAt(127, 28), Grey(90)) << "edits after the first frame";
   terrain.miniMap = MiniMapPicture{};
-  EXPECT_EQ(PixelAt(127, 126), (Pixel{127, 127, 127})) << "another level";
-}
-
-TEST_F(MiniMapTest, ItsWindowFramesThePictureAndNothingIsLeftWhereItWas) {
-  const auto outside = Pixel{0, 0, 0}, frame = Pixel{255, 0, 0};
-  EXPECT_EQ(PixelAt(-kBorder - 1, 50), outside);
-  EXPECT_EQ(PixelAt(-kBorder, 50), frame);
-  EXPECT_EQ(PixelAt(kMiniMapSize + kBorder - 1, kMiniMapSize + kBorder - 1), frame);
-  EXPECT_EQ(PixelAt(kMiniMapSize + kBorder, 50), outside);
+  EXPECT_EQ(PixelAt(127, 126), Grey(127)) << "another level";
+  EXPECT_EQ(PixelAt(-kBorder - 1, 50), kBlack);
+  EXPECT_EQ(PixelAt(-kBorder, 50), kRed);
+  EXPECT_EQ(PixelAt(kMiniMapSize + kBorder - 1, kMiniMapSize + kBorder - 1), kRed);
+  EXPECT_EQ(PixelAt(kMiniMapSize + kBorder, 50), kBlack);
   session.miniMapWindow.left += 3;
-  EXPECT_EQ(PixelAt(0, 50), outside);
+  EXPECT_EQ(PixelAt(0, 50), kBlack) << "nothing is left where it was";
 }
 
 }  // namespace

@@ -1,12 +1,8 @@
 // No operation loses a level: every single change that one makes to the disk is the one that goes
 // wrong, in every way. After a restart each member is as before or as after the operation, and the
 // user was told what failed and that the level on disk is as it was.
-#include <filesystem>
 #include <fstream>
-#include <functional>
 #include <gmock/gmock.h>
-#include <map>
-#include <sstream>
 
 #include "app/level.h"
 #include "app/level_fixture.h"
@@ -16,8 +12,7 @@
 #include "data/image.h"
 #include "data/mods.h"
 #include "support/archive_bytes.h"
-#include "support/disk_faults.h"
-#include "terrain/shadow_work.h"
+#include "support/each_change.h"
 #include "terrain/surface_maps.h"
 #include "terrain/terrain.h"
 
@@ -25,23 +20,12 @@ namespace mw {
 namespace {
 
 namespace fs = std::filesystem;
-using ::testing::AllOf;
 using ::testing::HasSubstr;
 using Members = std::map<std::string, Bytes>;
 
-constexpr std::uint32_t kSmallMembers = 60;
-constexpr std::size_t kMostChanges = 200;  // that an operation makes
 constexpr std::size_t kTileBytes = std::size_t{1024} * 1024 * 3;
 constexpr FaultKind kFaults[] = {FaultKind::Stop, FaultKind::Fail, FaultKind::Full,
                                  FaultKind::Short};
-
-const std::uint8_t* PaintTile(std::int32_t, std::int32_t, std::int32_t) {
-  static const Bytes picture(kTileBytes, 90);
-  return picture.data();
-}
-constexpr SurfacePlugin kPlugin{
-    [](const std::uint32_t*, std::int32_t, std::int32_t, std::int32_t) { return true; },
-    [](std::int32_t, const MapwrightTextureSlot*) {}, PaintTile};
 
 bool NothingSaid() { return scripted::script.prompts.empty(); }
 
@@ -55,54 +39,30 @@ struct Operation {
 class OperationFaults : public LevelTest {
  protected:
   OperationFaults() {
-    levelTextures = LevelTextures{};
-    terrain.shadowSettings = ShadowSettings{};
-    std::stringstream old;
-    old << std::ifstream("varnhold.cfg").rdbuf();
-    std::ofstream("varnhold.cfg") << "GamePath=" << GameFolder() << "game\\"
-                                  << old.str().substr(old.str().find('\n'))
-                                  << "Team=Axis/German/GermanSoldier\n"
-                                  << "Team=Allies/US/USSoldier\n";
-    fs::remove(folder / kLevels / "Valley.vra");
-    Archive archive;
-    EXPECT_TRUE(archive.Open(ArchivePath("Island"), true) && archive.BeginSave());
-    for (std::uint32_t i = 0; i < kSmallMembers; ++i) {
-      const std::string name = "varnhold/levels/Island/Objects/part" + std::to_string(i) + ".con";
-      EXPECT_TRUE(archive.WriteMember(name, NoiseBytes(100 + i * 7, i)));
-    }
-    EXPECT_TRUE(archive.CommitSave());
+    fs::remove(levels / "Valley.vra");
     AnswerDialogs("Island");
   }
-  ~OperationFaults() override { EndProgram(); }
 
-  // The same path leads to another folder each time: a file that is new to the program has a first
-  // save, with its backup.
-  void StartInFreshGame() {
-    EndProgram();
-    fs::remove(game);
-    fs::remove_all(folder / std::to_string(starts));
-    const fs::path fresh = folder / std::to_string(++starts);
-    fs::create_directory(fresh);
-    fs::create_directory_symlink(fresh, game);
-    fs::copy(folder / "Mods", game / "Mods", fs::copy_options::recursive);
+  // As after a kill, with the level as it was made.
+  void StartAnew() {
+    archives.Clear();
+    archives.backedUp.clear();
+    CloseLevelArchive();
+    for (const fs::path& left : {folder / "ShadowWork", levels}) fs::remove_all(left);
+    fs::create_directory(levels);
+    WriteBytes(island, made);
     modConfig = ModConfig{};
     ASSERT_TRUE(ParseModConfig("varnhold", modConfig));
     ResetCoreState();  // the camera's place is saved with a level
     editor.viewReady = true;
-    scripted::script.prompts.clear();
+    TakePrompts();
     scripted::script.answers.assign(4, PromptAnswer::Yes);
   }
-  // Ends as a killed program does: nothing is written any more.
-  static void EndProgram() {
-    archives.Clear();
-    CloseLevelArchive();
-  }
-  fs::path LevelFile() const { return game / kLevels / "Island.vra"; }
   // The level as the next start finds it.
   Members MembersAfterRestart() const {
     const fs::path restarted = folder / "restarted";
     fs::remove_all(restarted);
-    fs::copy(game / kLevels, restarted);
+    fs::copy(levels, restarted);
     Archive archive;
     EXPECT_TRUE(archive.Open((restarted / "Island.vra").string(), true)) << archive.Error();
     Members members;
@@ -112,101 +72,46 @@ class OperationFaults : public LevelTest {
   }
 
   void ExpectLevelSurvivesFaultsIn(const Operation& operation) {
-    StartInFreshGame();
+    StartAnew();
     operation.prepare();
     const Members before = MembersAfterRestart();
-    ASSERT_GE(before.size(), kSmallMembers);
     ASSERT_TRUE(operation.run());
     const Members after = MembersAfterRestart();
     for (const FaultKind fault : kFaults) {
-      for (std::size_t change = 0; TryFault(operation, fault, change, before, after); ++change) {
-        ASSERT_LT(change, kMostChanges) << "the operation never ends";
-        if (HasFatalFailure()) return;
-      }
+      SCOPED_TRACE(static_cast<int>(fault));
+      EachChange(2, [&](std::size_t change) {
+        StartAnew();
+        operation.prepare();
+        bool complete = false;
+        const bool hit = HitWhile(fault, change, [&] { complete = operation.run(); });
+        const Members now = MembersAfterRestart();
+        EXPECT_TRUE(complete || hit) << "failed on a disk in good health";
+        EXPECT_TRUE(now == after || (!complete && now == before));
+        if (complete) return hit;
+        EXPECT_TRUE(now == before || operation.putsNewFileInPlace) << "it is not as it was";
+        const std::string told = NothingSaid() ? "" : TakePrompts().back();
+        EXPECT_THAT(told, HasSubstr(operation.message));
+        EXPECT_THAT(told, HasSubstr("on disk is as it was"));
+        EXPECT_THAT(told, HasSubstr(fault == FaultKind::Full ? "No space left on device" : ""));
+        return hit;
+      });
     }
-  }
-  // False when the operation was over before that change.
-  bool TryFault(const Operation& operation, FaultKind fault, std::size_t change,
-                const Members& before, const Members& after) {
-    SCOPED_TRACE(testing::Message() << "fault " << static_cast<int>(fault) << " at " << change);
-    StartInFreshGame();
-    operation.prepare();
-    bool complete = false, hit = false;
-    {
-      const DiskFaults faults(fault, change);
-      complete = operation.run();
-      hit = faults.Hit();
-    }
-    const Members now = MembersAfterRestart();
-    EXPECT_TRUE(now == before || now == after) << "a level is lost";
-    if (complete) {
-      EXPECT_TRUE(now == after) << "what was said to be complete is not there";
-      return hit;
-    }
-    EXPECT_TRUE(hit) << "failed on a disk in good health";
-    EXPECT_TRUE(now == before || operation.putsNewFileInPlace) << "it is not as it was";
-    if (NothingSaid()) return ADD_FAILURE() << "it failed without a word", hit;
-    EXPECT_THAT(scripted::script.prompts.back().text,
-                AllOf(HasSubstr(operation.message), HasSubstr("on disk is as it was")));
-    return hit;
   }
 
-  static void OpenWithEdits() {
-    ASSERT_TRUE(OpenLevel());
-    SetHeight(20, 20, 77);
-    editor.levelModified = true;
-  }
-  static void OpenWithTileToMake() {
-    ASSERT_TRUE(OpenLevel());
-    levelTextures.SurfaceAssigned[1][1] = terrain.shadowSettings.ShadowSelected[1][1] = true;
-    scripted::script.prompts.clear();  // opening told what the level lacks
-  }
-
-  static constexpr const char* kLevels = "Mods/varnhold/Archives/varnhold/levels";
-  const fs::path game = folder / "game";
-  int starts = 0;
+  const Bytes made = ReadBytes(island);
 };
 
-TEST_F(OperationFaults, OpeningAfterAnInterruptedSave) {
-  StartInFreshGame();
-  const Bytes old = ReadBytes(LevelFile());
-  const auto isHalfWritten = [&] {
-    return fs::exists(LevelFile() += "-journal") && ReadBytes(LevelFile()) != old;
-  };
-  for (std::size_t change = 0; !isHalfWritten(); ++change) {
-    ASSERT_LT(change, kMostChanges);
-    StartInFreshGame();
-    OpenWithEdits();
-    const DiskFaults faults(FaultKind::Stop, change);
-    SaveLevel();
-  }
-  EndProgram();
-  fs::remove_all(folder / "Mods");
-  fs::copy(game / "Mods", folder / "Mods", fs::copy_options::recursive);
-  ExpectLevelSurvivesFaultsIn({[] {}, OpenLevel, "The level Island could not be opened"});
-}
-
 TEST_F(OperationFaults, Saving) {
+  const auto openWithEdits = [] {
+    ASSERT_TRUE(OpenLevel());
+    Edit();
+  };
   const auto save = [] {
     const bool saved = SaveLevel();
     EXPECT_EQ(editor.levelModified, !saved);
     return saved;
   };
-  ExpectLevelSurvivesFaultsIn({OpenWithEdits, save, "The level could not be saved.\n\n"});
-}
-
-TEST_F(OperationFaults, CompactingWhenTheLevelIsClosed) {
-  std::uintmax_t size = 0;
-  const auto leaveHole = [&] {
-    ASSERT_TRUE(OpenLevel());
-    ASSERT_TRUE(LevelArchive()->RemoveMember("varnhold/levels/Island/notes.txt"));
-    size = fs::file_size(LevelFile());
-  };
-  const auto close = [&] {
-    CloseLevelArchive();
-    return fs::file_size(LevelFile()) < size;
-  };
-  ExpectLevelSurvivesFaultsIn({leaveHole, close, "could not be compacted.\n\n"});
+  ExpectLevelSurvivesFaultsIn({openWithEdits, save, "The level could not be saved.\n\n"});
 }
 
 TEST_F(OperationFaults, ANewLevelOverAnOldOne) {
@@ -214,25 +119,39 @@ TEST_F(OperationFaults, ANewLevelOverAnOldOne) {
   choices.name = "Island";
   choices.size = LevelSize::Small;
   choices.randomTerrain = false;
-  const auto create = [&] { return NewLevel([&] { return choices; }); };
+  const auto create = [&] {
+    const bool created = NewLevel([&] { return choices; });
+    EXPECT_TRUE(editor.levelLoaded == created && !editor.levelModified);
+    return created;
+  };
   ExpectLevelSurvivesFaultsIn({[] {}, create, "The level could not be created.\n\n", true});
 }
 
 TEST_F(OperationFaults, ChangesOfTheArchive) {
+  static const Bytes picture(kTileBytes, 90);
+  const SurfacePlugin plugin{
+      [](const std::uint32_t*, std::int32_t, std::int32_t, std::int32_t) { return true; },
+      [](std::int32_t, const MapwrightTextureSlot*) {},
+      [](std::int32_t, std::int32_t, std::int32_t) { return picture.data(); }};
   std::ofstream("loading.txt") << "a loading screen";
   ASSERT_TRUE(WriteTga("merged.tga", 1024, 1024, Bytes(kTileBytes, 120)));
   scripted::script.program = [&](std::string_view) {
-    const fs::path merged = game / "ShadowWork/varnhold/levels/Island/textures/merged";
+    const fs::path merged = folder / "ShadowWork/varnhold/levels/Island/textures/merged";
     return fs::create_directories(merged) &&
            fs::copy_file(folder / "merged.tga", merged / "Tx01x01.tga");
   };
+  const auto openWithTile = [] {
+    ASSERT_TRUE(OpenLevel());
+    levelTextures.SurfaceAssigned[1][1] = terrain.shadowSettings.ShadowSelected[1][1] = true;
+    TakePrompts();  // opening told what the level lacks
+  };
   const std::function<bool()> changes[] = {
-      [] { return GenerateSurfaceMaps(kPlugin), NothingSaid(); },
+      [&] { return GenerateSurfaceMaps(plugin), NothingSaid(); },
       [] { return MergeTerrainLightmaps(), NothingSaid(); },
       [] { return AddFileToArchive("loading.txt", modConfig.levelsFolder.String() + "Island"); }};
   for (const auto& change : changes) {
     ExpectLevelSurvivesFaultsIn(
-        {OpenWithTileToMake, change, "The level's archive could not be changed: "});
+        {openWithTile, change, "The level's archive could not be changed: "});
   }
 }
 

@@ -9,18 +9,18 @@
 
 #include "app/session.h"
 #include "app/shell.h"
+#include "app/story.h"
 #include "core/editor_state.h"
 #include "core/hooks.h"
 #include "data/mod_config.h"
 #include "objects/entities.h"
 #include "objects/object_store.h"
-#include "support/sandbox.h"
 #include "terrain/material_map.h"
 #include "terrain/terrain.h"
 
 namespace mw {
 
-class ShellTest : public SandboxTest {
+class ShellTest : public StoryTest {
  protected:
   ShellTest() {
     ResetProgramState();

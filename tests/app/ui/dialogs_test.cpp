@@ -1,7 +1,3 @@
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
-#include <QTest>
 #include <fstream>
 
 #include "app/ui/load_level_dialog.h"
@@ -14,23 +10,20 @@ namespace {
 
 using WelcomeTest = WindowTest;
 
-TEST_F(WelcomeTest, EachButtonMakesItsChoice) {
-  const auto answer = [](const char* button) {
-    WhenOpen<WelcomeDialog>([button](WelcomeDialog& dialog) {
-      QTest::mouseClick(dialog.findChild<QPushButton*>(button), Qt::LeftButton);
-    });
-    return shell.welcomeDialog();
-  };
-  EXPECT_EQ(answer("openButton"), WelcomeChoice::OpenLevel);
-  EXPECT_EQ(answer("newButton"), WelcomeChoice::NewLevel);
-  EXPECT_EQ(answer("closeButton"), WelcomeChoice::Close);
-}
-
-TEST_F(WelcomeTest, EscapeAndCloseBoxChooseANewLevel) {
-  WhenOpen<WelcomeDialog>([](auto& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
-  EXPECT_EQ(shell.welcomeDialog(), WelcomeChoice::NewLevel);
-  WhenOpen<WelcomeDialog>([](auto& dialog) { dialog.close(); });
-  EXPECT_EQ(shell.welcomeDialog(), WelcomeChoice::NewLevel);
+TEST_F(WelcomeTest, ButtonsMakeTheirChoicesAndEscapeAndTheCloseBoxChooseANewLevel) {
+  const struct {
+    std::function<void(WelcomeDialog&)> act;
+    WelcomeChoice choice;
+  } cases[] = {
+      {[](auto& dialog) { Click(dialog, {"openButton"}); }, WelcomeChoice::OpenLevel},
+      {[](auto& dialog) { Click(dialog, {"newButton"}); }, WelcomeChoice::NewLevel},
+      {[](auto& dialog) { Click(dialog, {"closeButton"}); }, WelcomeChoice::Close},
+      {[](auto& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }, WelcomeChoice::NewLevel},
+      {[](auto& dialog) { dialog.close(); }, WelcomeChoice::NewLevel}};
+  for (const auto& [act, choice] : cases) {
+    WhenOpen<WelcomeDialog>(act);
+    EXPECT_EQ(shell.welcomeDialog(), choice);
+  }
 }
 
 class LoadLevelTest : public WindowTest {
@@ -39,58 +32,39 @@ class LoadLevelTest : public WindowTest {
     modConfig.GamePath = GameFolder();
     modConfig.modFolder = "Mods\\varnhold\\";
     modConfig.levelsFolder = kLevelsFolder;
-    std::filesystem::create_directories(Levels());
+    const auto levels = folder / "Mods/varnhold/Archives/varnhold/levels";
+    std::filesystem::create_directories(levels);
+    for (const char* name : {"Stone_Ridge.vra", "Harbour.vra", "Harbour_001.vra"}) {
+      std::ofstream(levels / name) << "x";
+    }
   }
-  std::filesystem::path Levels() const { return folder / "Mods/varnhold/Archives/varnhold/levels"; }
-  void MakeLevels(const std::vector<std::string>& names) {
-    for (const std::string& name : names) std::ofstream(Levels() / (name + ".vra"));
+  void Use(const char* what, const std::function<void(LoadLevelDialog&, QListWidget*)>& act) {
+    WhenOpen<LoadLevelDialog>(
+        [act](LoadLevelDialog& dialog) { act(dialog, dialog.findChild<QListWidget*>()); });
+    Do(what, [] { return shell.loadLevelDialog(); });
+    Tell("level \"" + modConfig.LevelName.String() + '"');
   }
-  static QListWidget* List(LoadLevelDialog& dialog) { return dialog.findChild<QListWidget*>(); }
 };
 
-TEST_F(LoadLevelTest, ListsTheLevelsSortedAndTakesTheSelectedOne) {
-  MakeLevels({"Stone_Ridge", "Harbour", "Harbour_001"});
-  WhenOpen<LoadLevelDialog>([](LoadLevelDialog& dialog) {
-    ASSERT_EQ(List(dialog)->count(), 2);
-    EXPECT_EQ(List(dialog)->item(0)->text(), "Harbour");
-    EXPECT_EQ(List(dialog)->currentRow(), 0);
-    QTest::keyClick(List(dialog), Qt::Key_Down);
-    QTest::mouseClick(dialog.findChild<QPushButton*>("okButton"), Qt::LeftButton);
-  });
-  EXPECT_TRUE(shell.loadLevelDialog());
-  EXPECT_EQ(modConfig.LevelName, "Stone_Ridge");
-}
-
-TEST_F(LoadLevelTest, DoubleClickTakesTheEntry) {
-  MakeLevels({"Harbour"});
-  WhenOpen<LoadLevelDialog>([](LoadLevelDialog& dialog) {
-    const QPoint entry = List(dialog)->visualItemRect(List(dialog)->item(0)).center();
-    QTest::mouseClick(List(dialog)->viewport(), Qt::LeftButton, {}, entry);
-    QTest::mouseDClick(List(dialog)->viewport(), Qt::LeftButton, {}, entry);
-  });
-  EXPECT_TRUE(shell.loadLevelDialog());
-}
-
-TEST_F(LoadLevelTest, EscapeAndCloseBoxDoNothingAndCancelChangesNothing) {
-  MakeLevels({"Harbour"});
-  WhenOpen<LoadLevelDialog>([](LoadLevelDialog& dialog) {
+TEST_F(LoadLevelTest, ListsTheLevelsAndIsLeftByItsButtonsOrADoubleClick) {
+  Use("Escape, close box, Cancel", [this](LoadLevelDialog& dialog, QListWidget*) {
+    TellControls(dialog);
     QTest::keyClick(&dialog, Qt::Key_Escape);
-    EXPECT_TRUE(dialog.isVisible());
     dialog.close();
     EXPECT_TRUE(dialog.isVisible());
-    QTest::mouseClick(dialog.findChild<QPushButton*>("cancelButton"), Qt::LeftButton);
+    Click(dialog, {"cancelButton"});
   });
-  EXPECT_FALSE(shell.loadLevelDialog());
-  EXPECT_TRUE(modConfig.LevelName.empty());
-}
-
-TEST_F(LoadLevelTest, WithoutLevelsItSaysSo) {
-  scripted::script.answers = {PromptAnswer::Ok};
-  EXPECT_FALSE(shell.loadLevelDialog());
-  ASSERT_EQ(scripted::script.prompts.size(), 1u);
-  EXPECT_EQ(scripted::script.prompts[0].text, "No levels were found for this mod.");
-  EXPECT_EQ(scripted::script.prompts[0].caption, "Error");
-  EXPECT_EQ(scripted::script.prompts[0].icon, PromptIcon::Stop);
+  Use("the second one", [](LoadLevelDialog& dialog, QListWidget* list) {
+    QTest::keyClick(list, Qt::Key_Down);
+    Click(dialog, {"okButton"});
+  });
+  Use("double click on the first one", [](LoadLevelDialog&, QListWidget* list) {
+    const QPoint entry = list->visualItemRect(list->item(0)).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, entry);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, entry);
+  });
+  std::filesystem::remove_all(folder / "Mods");
+  Do("without levels", [] { return shell.loadLevelDialog(); }, {PromptAnswer::Ok});
 }
 
 using PictureDialogTest = WindowTest;
@@ -102,16 +76,15 @@ TEST_F(PictureDialogTest, AnyKeyAndEitherClickCloseIt) {
     QTest::keyClick(&dialog, Qt::Key_A);
   });
   shell.aboutDialog();
-  WhenOpen<SplashDialog>([](auto& dialog) {
-    QTest::mouseClick(dialog.template findChild<QLabel*>(), Qt::RightButton);
-  });
-  shell.aboutDialog();
-  WhenOpen<CreditsDialog>([](auto& dialog) {
-    QTest::mouseClick(dialog.template findChild<QLabel*>(), Qt::MiddleButton);
-    EXPECT_TRUE(dialog.isVisible());
-    QTest::mouseClick(dialog.template findChild<QLabel*>(), Qt::LeftButton);
-  });
-  shell.creditsDialog();
+  for (const Qt::MouseButton button : {Qt::RightButton, Qt::LeftButton}) {
+    WhenOpen<CreditsDialog>([button](auto& dialog) {
+      QLabel* const picture = dialog.template findChild<QLabel*>();
+      QTest::mouseClick(picture, Qt::MiddleButton);
+      EXPECT_TRUE(dialog.isVisible());
+      QTest::mouseClick(picture, button);
+    });
+    shell.creditsDialog();
+  }
 }
 
 TEST_F(PictureDialogTest, CreditsRiseRestAndStartAgain) {

@@ -37,41 +37,21 @@
 namespace mw {
 namespace {
 
-struct Form {
-  const char* file;
-  void (*setUp)(QDialog&);
-};
-
 template <typename Ui>
 void SetUp(QDialog& dialog) {
   Ui().setupUi(&dialog);
 }
 
+using Form = void (*)(QDialog&);
 const Form kForms[] = {
-    {"149_load_level", SetUp<Ui::LoadLevelDialog>},
-    {"150_select_mod", SetUp<Ui::SelectModForm>},
-    {"151_new_mod", SetUp<Ui::NewModForm>},
-    {"152_edit_mod", SetUp<Ui::EditModForm>},
-    {"154_new_level", SetUp<Ui::NewLevelForm>},
-    {"155_create_road", SetUp<Ui::CreateRoad>},
-    {"160_random_terrain", SetUp<Ui::RandomTerrainForm>},
-    {"164_light_settings", SetUp<Ui::LightSettings>},
-    {"165_fog_settings", SetUp<Ui::FogSettings>},
-    {"166_shadow_settings", SetUp<Ui::ShadowSettings>},
-    {"167_water_settings", SetUp<Ui::WaterSettings>},
-    {"171_surface_assignments", SetUp<Ui::SurfaceAssignmentsForm>},
-    {"175_object_browser", SetUp<Ui::ObjectBrowserForm>},
-    {"177_terrain_shadows", SetUp<Ui::TerrainShadowsForm>},
-    {"180_sample_bits", SetUp<Ui::SampleBitsForm>},
-    {"187_splash", SetUp<Ui::SplashDialog>},
-    {"188_level_statistics", SetUp<Ui::LevelStatisticsForm>},
-    {"2005_edit_properties", SetUp<Ui::EditProperties>},
-    {"2006_team_selection", SetUp<Ui::TeamSelection>},
-    {"200_credits", SetUp<Ui::CreditsDialog>},
-    {"202_welcome", SetUp<Ui::WelcomeDialog>},
-    {"210_add_file", SetUp<Ui::AddFileToArchive>},
-    {"211_process", SetUp<Ui::ProcessWindow>},
-};
+    SetUp<Ui::LoadLevelDialog>,   SetUp<Ui::SelectModForm>,       SetUp<Ui::NewModForm>,
+    SetUp<Ui::EditModForm>,       SetUp<Ui::NewLevelForm>,        SetUp<Ui::CreateRoad>,
+    SetUp<Ui::RandomTerrainForm>, SetUp<Ui::LightSettings>,       SetUp<Ui::FogSettings>,
+    SetUp<Ui::ShadowSettings>,    SetUp<Ui::WaterSettings>,       SetUp<Ui::SurfaceAssignmentsForm>,
+    SetUp<Ui::ObjectBrowserForm>, SetUp<Ui::TerrainShadowsForm>,  SetUp<Ui::SampleBitsForm>,
+    SetUp<Ui::SplashDialog>,      SetUp<Ui::LevelStatisticsForm>, SetUp<Ui::EditProperties>,
+    SetUp<Ui::TeamSelection>,     SetUp<Ui::CreditsDialog>,       SetUp<Ui::WelcomeDialog>,
+    SetUp<Ui::AddFileToArchive>,  SetUp<Ui::ProcessWindow>};
 
 // What Tab can reach, in the order in which the form names it: that in which it is read.
 std::vector<QWidget*> Controls(const QDialog& dialog) {
@@ -91,10 +71,10 @@ TEST(FormsTest, AreAllLookedAt) {
 }
 
 TEST(FormsTest, EveryFieldAndButtonHasAKeyOfItsOwn) {
-  for (const Form& form : kForms) {
-    SCOPED_TRACE(form.file);
+  for (const Form form : kForms) {
     QDialog dialog;
-    form.setUp(dialog);
+    form(dialog);
+    SCOPED_TRACE(dialog.objectName().toStdString());
     std::set<QString> keys;
     std::set<const QWidget*> reached;
     const auto take = [&](const QWidget* control, const QString& text) {
@@ -112,10 +92,10 @@ TEST(FormsTest, EveryFieldAndButtonHasAKeyOfItsOwn) {
 }
 
 TEST(FormsTest, TabGoesInReadingOrderAndIntoTheCheckedOneOfAGroup) {
-  for (const Form& form : kForms) {
-    SCOPED_TRACE(form.file);
+  for (const Form form : kForms) {
     QDialog dialog;
-    form.setUp(dialog);
+    form(dialog);
+    SCOPED_TRACE(dialog.objectName().toStdString());
     for (auto* widget : dialog.findChildren<QWidget*>()) widget->setEnabled(true);
     const auto radios = dialog.findChildren<QRadioButton*>();
     if (!radios.empty()) radios.last()->setChecked(true);

@@ -1,9 +1,7 @@
-#include <QComboBox>
 #include <QDrag>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QSplitterHandle>
-#include <QTest>
 
 #include "app/level_tree_actions.h"
 #include "app/ui/level_tree_drag.h"
@@ -20,15 +18,16 @@
 namespace mw {
 namespace {
 
-// The panel over a freshly built tree. The dialogs record what the tree opens.
+// The panel over a freshly built tree. The dialogs are told.
 class LevelTreeTest : public WindowTest {
  protected:
   LevelTreeTest() {
     BuildTree();
-    shell.lightSettingsDialog = [this] { calls.push_back("light"); };
-    shell.objectBrowserDialog = [this] { calls.push_back("browser"); };
+    shell.lightSettingsDialog = [this] { Tell("the light settings"); };
+    shell.objectBrowserDialog = [this] { Tell("the object browser"); };
     window.show();
     QApplication::processEvents();
+    camera.position = kElsewhere;
   }
 
   LevelTreeWidget& tree() { return *window.treePanel()->tree(); }
@@ -41,110 +40,105 @@ class LevelTreeTest : public WindowTest {
     QApplication::processEvents();
     return tree().visualItemRect(Entry(text)).center();
   }
-  void Click(const char* text) {
-    QTest::mouseClick(tree().viewport(), Qt::LeftButton, {}, PlaceOf(text));
+  void Click(const char* text, Qt::KeyboardModifier key = Qt::NoModifier) {
+    QTest::mouseClick(tree().viewport(), Qt::LeftButton, key, PlaceOf(text));
+    TellRows(text, "click");
+  }
+  void Press(Qt::Key key) {
+    QTest::keyClick(&tree(), key);
+    TellRows(QKeySequence(key).toString().toStdString(), "press");
   }
   // An object that stands in the level and in the tree.
-  void Place(const char* name, Vector3 position) {
+  static void Place(const char* name, float x) {
     StaticObject object;
     object.name = name;
-    object.position = position;
+    object.position = {x, 0, 100};
     object.treeItem = InsertItem(levelTree.fixed.standardMeshes, name);
     objectStore.objects.push_back(object);
   }
+  static TreeItem ItemOf(std::size_t object) { return objectStore.objects[object].treeItem; }
+
+  // The rows that can be scrolled to, what is selected in the level, and what the camera shows.
+  void TellRows(const std::string& what, const std::string& act = "after") {
+    Tell("---- " + act + " " + what);
+    for (QTreeWidgetItemIterator row(&tree()); *row; ++row) {
+      std::string indent;
+      bool isFolded = false;
+      for (const QTreeWidgetItem* up = (*row)->parent(); up; up = up->parent()) {
+        isFolded |= !up->isExpanded();
+        indent += "  ";
+      }
+      if (isFolded) continue;
+      Tell(indent + (*row)->text(0).toStdString() +
+           ((*row)->isExpanded() && (*row)->childCount() > 0 ? ", open" : "") +
+           ((*row)->isSelected() ? ", selected" : "") +
+           (*row == tree().currentItem() ? ", current" : ""));
+    }
+    std::string level = "in the level:";
+    for (const StaticObject& object : objectStore.objects) {
+      if (object.selected) level += ' ' + object.name.String();
+    }
+    Tell(level + (IsEditMode(EditMode::ObjectMapper) ? " (Object Mapper)" : "") +
+         (camera.position == kElsewhere ? "" : ", which the camera shows"));
+    camera.position = kElsewhere;
+  }
+
+  static constexpr Vector3 kElsewhere{7, 7, 7};
 };
 
-TEST_F(LevelTreeTest, ShowsTheFixedItemsInTheirOrder) {
-  QStringList texts;
-  for (QTreeWidgetItemIterator entry(&tree()); *entry; ++entry) texts << (*entry)->text(0);
-  EXPECT_EQ(texts, QStringList({"World", "Lighting", "Shadows", "Fog Settings", "Water Settings",
-                                "Teams", "Control Points", "Drag New Control Point",
-                                "Soldier Spawns", "Drag New Soldier Spawn", "Object Spawns",
-                                "Add Template", "Static Objects", "Standard Meshes", "Tree Meshes",
-                                "Cached Objects", "Add New Object"}));
-}
-
-TEST_F(LevelTreeTest, FollowsRenamingAndDeleting) {
-  Place("Bunker", {});
-  SetItemText(objectStore.objects[0].treeItem, "Watchtower");
-  EXPECT_TRUE(Entry("Watchtower"));
-  DeleteItem(objectStore.objects[0].treeItem);
-  EXPECT_FALSE(Entry("Watchtower"));
-}
-
-TEST_F(LevelTreeTest, SelectingFromTheEditorUnfoldsAndShowsTheItemWithoutActingOnIt) {
-  Place("Bunker", {});
-  SelectItem(objectStore.objects[0].treeItem);
-  EXPECT_EQ(tree().currentItem(), Entry("Bunker"));
-  EXPECT_TRUE(Entry("Standard Meshes")->isExpanded());
-  EXPECT_TRUE(IsEditMode(EditMode::TerrainMapper));
+TEST_F(LevelTreeTest, ShowsTheFixedItemsAndFollowsWhatTheEditorDoesWithoutActingOnIt) {
+  tree().expandAll();
+  TellRows("building");
+  tree().collapseAll();
+  Place("M\xFChle", 1);  // a name of older tools
+  Place("Barracks", 2);
+  SelectItem(ItemOf(0));
+  TellRows("selecting");
+  SetItemText(ItemOf(1), "Watchtower");
+  DeleteItem(ItemOf(0));
+  TellRows("renaming and deleting");
   SelectItem(0);
-  EXPECT_EQ(tree().currentItem(), nullptr);
+  TellRows("selecting nothing");
 }
 
 TEST_F(LevelTreeTest, DoubleClickAndEnterOpenWhatTheItemStandsForOrUnfoldIt) {
   Click("World");
-  QTest::keyClick(&tree(), Qt::Key_Return);
-  EXPECT_TRUE(Entry("World")->isExpanded());
-  QTest::mouseClick(tree().viewport(), Qt::LeftButton, {}, PlaceOf("Lighting"));
+  Press(Qt::Key_Return);
+  Click("Lighting");
   QTest::mouseDClick(tree().viewport(), Qt::LeftButton, {}, PlaceOf("Lighting"));
   Click("Add New Object");
-  QTest::keyClick(&tree(), Qt::Key_Enter);
-  EXPECT_EQ(calls, (std::vector<std::string>{"light", "browser"}));
-}
-
-TEST_F(LevelTreeTest, FilterListSetsTheModesAndANewTreeShowsAll) {
-  auto* filter = window.findChild<QComboBox*>("modeFilter");
-  QTest::keyClick(filter, Qt::Key_End);
-  EXPECT_EQ(entities.ModeFilter, kModeTeamDeathMatch);
-  BuildTree();
-  EXPECT_EQ(filter->currentText(), "Show All");
-  EXPECT_EQ(entities.ModeFilter, kAllModes);
+  Press(Qt::Key_Enter);
 }
 
 TEST_F(LevelTreeTest, DeleteKeyDeletesTheObjectAndTakesTheUserToTheNextOne) {
-  Place("Bunker", {100, 0, 100});
-  Place("Barracks", {200, 0, 200});
+  Place("Bunker", 100);
+  Place("Barracks", 200);
   Click("Bunker");
-  QTest::keyClick(&tree(), Qt::Key_Delete);
-  ASSERT_EQ(objectStore.objects.size(), 1u);
-  EXPECT_EQ(tree().currentItem(), Entry("Barracks"));
-  EXPECT_TRUE(objectStore.objects[0].selected);
-  EXPECT_EQ(camera.position.x, 1024 - 200);
-
-  camera.position.Set(7, 7, 7);
-  Click("Barracks");
-  EXPECT_EQ(camera.position.x, 1024 - 200) << "a click on it leads back to it";
+  Press(Qt::Key_Delete);
+  Click("Barracks");  // leads back to it
 }
 
 TEST_F(LevelTreeTest, SeveralRowsAreChosenWithCtrlAndShiftAndFollowWhatTheViewSelects) {
-  for (const char* name : {"Bunker", "Barracks", "Watchtower"}) Place(name, {100, 0, 100});
-  const auto clickWith = [this](const char* text, Qt::KeyboardModifier key) {
-    QTest::mouseClick(tree().viewport(), Qt::LeftButton, key, PlaceOf(text));
-  };
-  const auto selected = [](int index) {
-    return objectStore.objects[static_cast<std::size_t>(index)].selected;
-  };
+  for (const char* name : {"Bunker", "Barracks", "Watchtower"}) Place(name, 100);
   Click("Bunker");
-  camera.position.Set(7, 7, 7);
-  clickWith("Watchtower", Qt::ControlModifier);
-  EXPECT_TRUE(selected(0) && !selected(1) && selected(2));
-  clickWith("Bunker", Qt::ControlModifier);
-  EXPECT_TRUE(!selected(0) && !selected(1) && selected(2));
-  clickWith("Watchtower", Qt::ControlModifier);
+  Click("Watchtower", Qt::ControlModifier);
+  Click("Bunker", Qt::ControlModifier);
+  Click("Watchtower", Qt::ControlModifier);
   EXPECT_FALSE(objectStore.toolsEnabled) << "none is left";
   Click("Bunker");
-  clickWith("Watchtower", Qt::ShiftModifier);
-  EXPECT_TRUE(selected(0) && selected(1) && selected(2));
+  Click("Watchtower", Qt::ShiftModifier);
   Click("Barracks");
-  EXPECT_TRUE(!selected(0) && selected(1) && !selected(2));
-
   objectStore.objects[0].selected = true;
   UpdateToolButtons(true);
-  EXPECT_EQ(tree().selectedItems().size(), 2);
-  QTest::keyClick(&tree(), Qt::Key_Delete);
-  EXPECT_FALSE(Entry("Bunker") || Entry("Barracks"));
-  EXPECT_TRUE(Entry("Watchtower"));
+  TellRows("selecting in the view");
+  for (const Qt::Key key : {Qt::Key_C, Qt::Key_X}) {
+    editor.somethingCopied = false;
+    QTest::keyClick(&tree(), key, Qt::ControlModifier);
+    EXPECT_TRUE(editor.somethingCopied);
+  }
+  QTest::keyClick(&tree(), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_TRUE(editor.pastePending);
+  Press(Qt::Key_Delete);
 }
 
 TEST_F(LevelTreeTest, RowsStayUnfoldedAndInTheirOrderOverAFilterChange) {
@@ -159,27 +153,17 @@ TEST_F(LevelTreeTest, RowsStayUnfoldedAndInTheirOrderOverAFilterChange) {
         tables.templates.back()->CreateInstance(static_cast<int>(tables.templates.size()) - 1));
   }
   RefreshTreeItems();
-  const auto rows = [this] {
-    QStringList texts;
-    const QTreeWidgetItem* const root = Entry("Object Spawns");
-    for (int i = 1; i < root->childCount(); ++i)
-      texts << root->child(i)->text(0) + (root->child(i)->isExpanded() ? " open" : "");
-    return texts.join(", ").toStdString();
-  };
   Entry("Object Spawns")->setExpanded(true);
   for (const int row : {1, 3}) Entry("Object Spawns")->child(row)->setExpanded(true);
-  const std::string before = "tank0 (CQ) open, tank1 (CTF), tank2 (CQ) open";
-  EXPECT_EQ(rows(), before);
-  ChooseModeFilter(2);
-  EXPECT_EQ(rows(), "tank1 (CTF)");
-  ChooseModeFilter(0);
-  EXPECT_EQ(rows(), before);
-  EXPECT_TRUE(Entry("Object Spawns")->isExpanded());
-}
-
-TEST_F(LevelTreeTest, NamesOfOlderToolsAreShownInLetters) {
-  Place("M\xFChle", {});
-  EXPECT_TRUE(Entry("Mühle"));
+  auto* const filter = window.findChild<QComboBox*>("modeFilter");
+  TellRows("building");
+  for (const char* choice : {"Show CTF", "Show All", "Show CQ", "Show TDM"}) {
+    filter->setCurrentText(choice);
+    TellRows(choice, "choose");
+  }
+  BuildTree();
+  EXPECT_EQ(filter->currentText(), "Show All") << "in a new tree";
+  EXPECT_EQ(entities.ModeFilter, kAllModes);
 }
 
 TEST_F(LevelTreeTest, ItsStripWidensTheTree) {
@@ -187,62 +171,30 @@ TEST_F(LevelTreeTest, ItsStripWidensTheTree) {
   ASSERT_TRUE(strip);
   LevelTreePanel& panel = *window.treePanel();
   EXPECT_EQ(panel.width(), 185);
-  const auto drag = [strip](int by) {
-    const QPoint from = strip->rect().center();
-    QTest::mousePress(strip, Qt::LeftButton, {}, from);
-    QMouseEvent move(QEvent::MouseMove, from + QPoint(by, 0),
-                     strip->mapToGlobal(from + QPoint(by, 0)), Qt::NoButton, Qt::LeftButton, {});
-    QApplication::sendEvent(strip, &move);
-    QTest::mouseRelease(strip, Qt::LeftButton, {}, strip->rect().center());
-  };
-  drag(90);
+  const QPoint middle = strip->rect().center();
+  DragFrom(strip, middle, middle + QPoint(90, 0));
   EXPECT_EQ(panel.width(), 275);
-  drag(-2000);
+  DragFrom(strip, middle, middle - QPoint(2000, 0));
   EXPECT_EQ(panel.width(), LevelTreePanel::kLeastWidth);
   window.resize(window.size() + QSize(100, 0));
   QApplication::processEvents();
   EXPECT_EQ(panel.width(), LevelTreePanel::kLeastWidth) << "the view takes what is new";
 }
 
-TEST_F(LevelTreeTest, ClipboardKeysWorkOnWhatIsSelectedInTheLevel) {
-  Place("Bunker", {1, 0, 1});
-  objectStore.objects[0].selected = true;
-  for (const Qt::Key key : {Qt::Key_C, Qt::Key_X}) {
-    editor.somethingCopied = false;
-    QTest::keyClick(&tree(), key, Qt::ControlModifier);
-    EXPECT_TRUE(editor.somethingCopied);
-  }
-  QTest::keyClick(&tree(), Qt::Key_V, Qt::ControlModifier);
-  EXPECT_TRUE(editor.pastePending);
-}
-
-TEST_F(LevelTreeTest, DeletingTheCurrentItemChoosesNoOtherByItself) {
-  Place("Bunker", {1, 0, 1});
-  Place("Barracks", {2, 0, 2});
-  SelectItem(objectStore.objects[0].treeItem);
-  camera.position.Set(7, 7, 7);
-  DeleteItem(objectStore.objects[0].treeItem);
-  EXPECT_EQ(tree().currentItem(), nullptr);
-  EXPECT_EQ(camera.position, (Vector3{7, 7, 7}));
-}
-
 // The drag's event loop runs inside the mouse move; what is dropped where happens in it.
 class LevelTreeDragTest : public LevelTreeTest {
  protected:
-  void Drag(const char* text, std::function<void()> meanwhile) {
-    const QPoint from = PlaceOf(text), to = from + QPoint(40, 0);
-    QTest::mousePress(tree().viewport(), Qt::LeftButton, {}, from);
+  void Drag(const char* text, const std::function<void()>& meanwhile) {
+    const QPoint from = PlaceOf(text);
     bool looked = false;
     QTimer::singleShot(0, qApp, [&] {
       looked = true;
       meanwhile();
       QDrag::cancel();
     });
-    QMouseEvent move(QEvent::MouseMove, to, tree().viewport()->mapToGlobal(to), Qt::NoButton,
-                     Qt::LeftButton, {});
-    QApplication::sendEvent(tree().viewport(), &move);
-    if (!looked) QApplication::processEvents();
-    QTest::mouseRelease(tree().viewport(), Qt::LeftButton, {}, to);
+    DragFrom(tree().viewport(), from, from + QPoint(40, 0), [&] {
+      if (!looked) QApplication::processEvents();
+    });
   }
   // Whether the view takes the drop at this place, when the mouse came in over the Mini-Map.
   bool DropOnView(QPoint place) {
@@ -280,8 +232,7 @@ TEST_F(LevelTreeDragTest, MovingWithTheButtonHeldOverOtherItemsDoesNothing) {
   bool taken = false;
   Drag("Add Template", [&] { taken = DropOnView(window.view()->rect().center()); });
   EXPECT_FALSE(taken);
-  EXPECT_EQ(tree().currentItem(), Entry("Add Template"));
-  EXPECT_TRUE(IsEditMode(EditMode::TerrainMapper));
+  TellRows("dragging");
 }
 
 }  // namespace

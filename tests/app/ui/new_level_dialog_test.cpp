@@ -1,13 +1,6 @@
 #include "app/ui/new_level_dialog.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QSlider>
-#include <QTest>
 
 #include "app/ui/level_statistics_dialog.h"
 #include "app/ui/window_fixture.h"
@@ -30,165 +23,102 @@ class NewLevelDialogTest : public WindowTest {
     modConfig.theatreCount = 2;
   }
 
-  // Runs the dialog while `act` uses it.
-  std::optional<NewLevelChoices> Use(const std::function<void(const DialogUnderTest&)>& act) {
+  // Runs the dialog while `act` uses it; tells what it shows then, and what was chosen.
+  void Use(const std::string& what, const std::function<void(const DialogUnderTest&)>& act,
+           std::initializer_list<PromptAnswer> answers = {}) {
     WhenOpen<QDialog>([act](QDialog& dialog) { act(DialogUnderTest{dialog}); });
-    return RunNewLevelDialog(&window);
-  }
-  static void Click(const DialogUnderTest& dialog, const char* button) {
-    dialog.Widget<QAbstractButton>(button).click();
-  }
-  static bool IsOn(const DialogUnderTest& dialog, const char* button) {
-    return dialog.Widget<QAbstractButton>(button).isChecked();
+    std::optional<NewLevelChoices> choices;
+    Do(
+        what, [&] { return (choices = RunNewLevelDialog(&window)).has_value(); }, answers);
+    if (!choices) return;
+    const auto& [singlePlayer, conquest, teamDeathMatch, captureTheFlag] = choices->rules;
+    Tell(choices->name + ", size " + std::to_string(static_cast<int>(choices->size)) +
+         ", height scale " + std::to_string(choices->heightScaleTenths) + ", theatre \"" +
+         choices->theatre + '"' + (singlePlayer ? ", SP" : "") + (conquest ? ", CQ" : "") +
+         (teamDeathMatch ? ", TDM" : "") + (captureTheFlag ? ", CTF" : "") +
+         (choices->water ? ", water" : "") + (choices->randomTerrain ? ", random terrain" : ""));
   }
   static void Type(const DialogUnderTest& dialog, const char* name) {
     dialog.Widget<QLineEdit>("nameEdit").setText(name);
   }
 };
 
-TEST_F(NewLevelDialogTest, OpensWithItsFirstValues) {
-  const auto choices = Use([](const DialogUnderTest& dialog) {
-    EXPECT_EQ(dialog.window.windowTitle(), "New Level");
-    EXPECT_EQ(dialog.Widget<QLineEdit>("nameEdit").text(), "Island");
-    EXPECT_EQ(dialog.Widget<QLabel>("heightScaleValue").text(), "0.6");
-    EXPECT_FALSE(dialog.Widget<QRadioButton>("largeButton").isEnabled());
+TEST_F(NewLevelDialogTest, HandsOverWhatTheUserChose) {
+  Use("accept the first values", [this](const DialogUnderTest& dialog) {
+    TellControls(dialog.window);
     dialog.Widget<QLineEdit>("nameEdit").setFocus();
     QTest::keyClick(&dialog.window, Qt::Key_Tab);
-    EXPECT_EQ(dialog.window.focusWidget(), &dialog.Widget<QRadioButton>("mediumButton"));
-    EXPECT_FALSE(dialog.Widget<QCheckBox>("singlePlayerCheck").isEnabled());
-    EXPECT_EQ(dialog.Widget<QComboBox>("theatreCombo").count(), 2);
+    EXPECT_EQ(dialog.window.focusWidget()->objectName(), "mediumButton");
     Type(dialog, "My Level!");
-    Click(dialog, "okButton");
+    Click(dialog.window, {"okButton"});
   });
-  ASSERT_TRUE(choices);
-  EXPECT_EQ(choices->name, "My_Level_");
-  EXPECT_EQ(choices->size, LevelSize::Medium);
-  EXPECT_EQ(choices->heightScaleTenths, 6);
-  EXPECT_TRUE(choices->rules.conquest && choices->rules.teamDeathMatch);
-  EXPECT_FALSE(choices->rules.singlePlayer || choices->rules.captureTheFlag);
-  EXPECT_FALSE(choices->water);
-  EXPECT_EQ(choices->theatre, "Desert");
-  EXPECT_TRUE(choices->randomTerrain);
-}
-
-TEST_F(NewLevelDialogTest, HandsOverWhatTheUserChose) {
-  const auto choices = Use([](const DialogUnderTest& dialog) {
+  Use("choose", [this](const DialogUnderTest& dialog) {
     Type(dialog, "Atoll");
-    Click(dialog, "smallButton");
-    const QLabel& notice = dialog.Widget<QLabel>("heightScaleNotice");
-    dialog.Widget<QSlider>("heightScaleSlider").setValue(2);
-    EXPECT_TRUE(notice.isVisible() && notice.text().contains("under its water"));
-    dialog.Widget<QSlider>("heightScaleSlider").setValue(3);
-    EXPECT_FALSE(notice.isVisible());
-    dialog.Widget<QSlider>("heightScaleSlider").setValue(20);
-    EXPECT_EQ(dialog.Widget<QLabel>("heightScaleValue").text(), "2.0");
-    for (const char* box :
-         {"conquestCheck", "captureTheFlagCheck", "waterCheck", "randomTerrainCheck"}) {
-      Click(dialog, box);
-    }
+    Click(dialog.window, {"smallButton", "conquestCheck", "captureTheFlagCheck", "waterCheck",
+                          "randomTerrainCheck"});
     dialog.Widget<QComboBox>("theatreCombo").setCurrentIndex(1);
+    for (const int tenths : {2, 3, 20}) {  // the least is under the water
+      dialog.Widget<QSlider>("heightScaleSlider").setValue(tenths);
+      TellControls(dialog.window);
+    }
     QTest::keyClick(&dialog.window, Qt::Key_Return);
   });
-  ASSERT_TRUE(choices);
-  EXPECT_EQ(choices->size, LevelSize::Small);
-  EXPECT_EQ(choices->heightScaleTenths, 20);
-  EXPECT_FALSE(choices->rules.conquest);
-  EXPECT_TRUE(choices->rules.captureTheFlag && choices->rules.teamDeathMatch);
-  EXPECT_TRUE(choices->water);
-  EXPECT_EQ(choices->theatre, "Tropics");
-  EXPECT_FALSE(choices->randomTerrain);
+  modConfig.theatreCount = 0;
+  Use("a mod without theatres", [](const DialogUnderTest& dialog) {
+    Type(dialog, "Atoll");
+    Click(dialog.window, {"okButton"});
+  });
 }
 
 TEST_F(NewLevelDialogTest, LargeLevelsWarnAndHaveWater) {
-  scripted::script.answers = {PromptAnswer::Ok};
-  Use([](const DialogUnderTest& dialog) {
-    dialog.Widget<QRadioButton>("largeButton").setEnabled(true);
-    Click(dialog, "largeButton");
-    EXPECT_TRUE(IsOn(dialog, "waterCheck"));
-    EXPECT_TRUE(IsOn(dialog, "largeButton"));
-    Click(dialog, "waterCheck");
-    EXPECT_TRUE(IsOn(dialog, "mediumButton")) << "no large level without water";
-    EXPECT_FALSE(IsOn(dialog, "largeButton"));
-    Click(dialog, "cancelButton");
-  });
-  ASSERT_EQ(scripted::script.prompts.size(), 1u);
-  EXPECT_EQ(scripted::script.prompts[0].text,
-            "WARNING: Large maps are used for open sea maps.\nYou will not be able to use a large "
-            "map for all terrain levels\nwithout using a huge amount of resources.");
-  EXPECT_EQ(scripted::script.prompts[0].caption, "Large Map");
-  EXPECT_EQ(scripted::script.prompts[0].icon, PromptIcon::Stop);
+  const auto chooseLarge = [this](const DialogUnderTest& dialog) {
+    dialog.Widget<QAbstractButton>("largeButton").setEnabled(true);
+    Click(dialog.window, {"largeButton"});
+    TellControls(dialog.window);
+    Click(dialog.window, {"waterCheck"});
+    TellControls(dialog.window);
+    Click(dialog.window, {"cancelButton"});
+  };
+  Use("large, then without water", chooseLarge, {PromptAnswer::Ok});
 }
 
 TEST_F(NewLevelDialogTest, DefaultsSetTheLevelsNameToo) {
-  EXPECT_FALSE(Use([](const DialogUnderTest& dialog) {
-    Click(dialog, "smallButton");
-    Click(dialog, "waterCheck");
-    Click(dialog, "randomTerrainCheck");
+  Use("defaults", [this](const DialogUnderTest& dialog) {
+    Click(dialog.window, {"smallButton", "conquestCheck", "waterCheck", "randomTerrainCheck"});
     dialog.Widget<QSlider>("heightScaleSlider").setValue(1);
     dialog.Widget<QComboBox>("theatreCombo").setCurrentIndex(1);
-    Click(dialog, "defaultsButton");
-    EXPECT_EQ(dialog.Widget<QLineEdit>("nameEdit").text(), "MyLevel");
-    EXPECT_EQ(dialog.Widget<QLabel>("heightScaleValue").text(), "0.6");
-    EXPECT_TRUE(IsOn(dialog, "mediumButton"));
-    EXPECT_TRUE(IsOn(dialog, "captureTheFlagCheck"));
-    EXPECT_FALSE(IsOn(dialog, "waterCheck"));
-    EXPECT_FALSE(IsOn(dialog, "randomTerrainCheck")) << "as it was";
-    EXPECT_EQ(dialog.Widget<QComboBox>("theatreCombo").currentText(), "Tropics") << "as it was";
+    Click(dialog.window, {"defaultsButton"});
+    TellControls(dialog.window);
     QTest::keyClick(&dialog.window, Qt::Key_Escape);
-  }));
+  });
   EXPECT_EQ(modConfig.LevelName, "MyLevel");
 }
 
 TEST_F(NewLevelDialogTest, ARefusedNameKeepsTheDialogOpen) {
-  scripted::script.answers = {PromptAnswer::No, PromptAnswer::Ok};
-  EXPECT_FALSE(Use([](const DialogUnderTest& dialog) {
-    Click(dialog, "smallButton");
-    Click(dialog, "okButton");  // "Island" is the open level
-    EXPECT_TRUE(dialog.window.isVisible());
+  const auto refused = [this](const DialogUnderTest& dialog) {
+    Click(dialog.window, {"smallButton", "okButton"});  // "Island" is the open level
     Type(dialog, "");
-    Click(dialog, "okButton");
+    Click(dialog.window, {"okButton"});
     EXPECT_TRUE(dialog.window.isVisible());
-    EXPECT_TRUE(IsOn(dialog, "smallButton"));
-    Click(dialog, "cancelButton");
-  }));
-  EXPECT_EQ(scripted::script.prompts.size(), 2u);
+    TellControls(dialog.window);
+    Click(dialog.window, {"cancelButton"});
+  };
+  Use("refused names", refused, {PromptAnswer::No, PromptAnswer::Ok});
 }
 
-TEST_F(NewLevelDialogTest, AModWithoutTheatresHasNone) {
-  modConfig.theatreCount = 0;
-  const auto choices = Use([](const DialogUnderTest& dialog) {
-    Type(dialog, "Atoll");
-    Click(dialog, "okButton");
-  });
-  ASSERT_TRUE(choices);
-  EXPECT_EQ(choices->theatre, "");
-}
-
-class LevelStatisticsTest : public WindowTest {};
-
-TEST_F(LevelStatisticsTest, CountsWhatIsUsedAndClosesByItsButtonOnly) {
+TEST_F(WindowTest, StatisticsCountWhatIsUsedAndCloseByTheirButtonOnly) {
   modConfig.LevelName = "Island";
   objectStore.objects.resize(3);
   entities.Of(EntityKind::SoldierSpawn).instances.push_back(std::make_unique<SoldierSpawn>());
   for (int i = 0; i < 2; ++i) {
     entities.Of(EntityKind::ControlPoint).instances.push_back(std::make_unique<ControlPoint>());
   }
-  WhenOpen<QDialog>([](QDialog& open) {
-    const DialogUnderTest dialog{open};
-    const auto text = [&](const char* label) { return dialog.Widget<QLabel>(label).text(); };
-    EXPECT_EQ(open.windowTitle(), "Level Statistics");
-    EXPECT_EQ(text("mapNameValue"), "Island");
-    EXPECT_EQ(text("mapSizeValue"), "256x256");
-    EXPECT_EQ(text("worldSizeValue"), "1024x1024");
-    EXPECT_EQ(text("objectsValue"), "3 of 2048");
-    EXPECT_EQ(text("controlPointsValue"), "2 of 8");
-    EXPECT_EQ(text("soldierSpawnsValue"), "1 of 1024");
-    EXPECT_EQ(text("objectSpawnsValue"), "0 of 1024");
-    QTest::keyClick(&open, Qt::Key_Escape);
-    EXPECT_TRUE(open.isVisible());
-    open.close();
-    EXPECT_TRUE(open.isVisible());
-    dialog.Widget<QPushButton>("okButton").click();
+  WhenOpen<QDialog>([this](QDialog& dialog) {
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    dialog.close();
+    EXPECT_TRUE(dialog.isVisible());
+    TellControls(dialog);
+    Click(dialog, {"okButton"});
   });
   shell.levelStatisticsDialog();
 }

@@ -1,12 +1,14 @@
+#include <QAction>
 #include <QDialog>
 #include <QKeyEvent>
-#include <QTest>
 
 #include "app/keys.h"
 #include "app/mini_map.h"
+#include "app/modes.h"
 #include "app/session.h"
 #include "app/ui/frame_loop.h"
 #include "app/ui/mini_map_window.h"
+#include "app/ui/mode_toolbars.h"
 #include "app/ui/view_widget.h"
 #include "app/ui/window_fixture.h"
 #include "terrain/point_selection.h"
@@ -25,6 +27,22 @@ class ViewTest : public WindowTest {
     Send(QEvent::KeyPress, key, modifiers);
   }
   void Release(int key) { Send(QEvent::KeyRelease, key); }
+  // The key is held for three repeats.
+  void Hold(int key) {
+    Press(key);
+    for (int i = 0; i < 3; ++i) {
+      Send(QEvent::KeyRelease, key, {}, true);
+      Send(QEvent::KeyPress, key, {}, true);
+    }
+    Release(key);
+  }
+  // Of a button of the mode toolbars; their actions hold their commands.
+  bool IsChecked(CommandId id) {
+    for (const QAction* action : window.modeToolbars()->findChildren<QAction*>()) {
+      if (action->data().toInt() == id) return action->isChecked();
+    }
+    return false;
+  }
 };
 
 TEST_F(ViewTest, HeldKeysAreKnownUntilTheyAreReleasedOrTheKeyboardGoesElsewhere) {
@@ -42,32 +60,14 @@ TEST_F(ViewTest, HeldKeysAreKnownUntilTheyAreReleasedOrTheKeyboardGoesElsewhere)
   EXPECT_FALSE(editor.ctrlHeld);
 }
 
-TEST_F(ViewTest, HeldPageUpRaisesTheWaterWithEachRepeat) {
-  Press(Qt::Key_PageUp);
-  for (int i = 0; i < 3; ++i) {
-    Send(QEvent::KeyRelease, Qt::Key_PageUp, {}, true);
-    Send(QEvent::KeyPress, Qt::Key_PageUp, {}, true);
-  }
-  Release(Qt::Key_PageUp);
+TEST_F(ViewTest, HeldPageUpRaisesTheWaterWithEachRepeatAndHeldTabTogglesOnce) {
+  Hold(Qt::Key_PageUp);
   EXPECT_EQ(modConfig.WaterLevel, 4);
-}
-
-TEST_F(ViewTest, HeldTabTogglesOnce) {
-  Press(Qt::Key_Tab);
-  Send(QEvent::KeyRelease, Qt::Key_Tab, {}, true);
-  Send(QEvent::KeyPress, Qt::Key_Tab, {}, true);
-  Release(Qt::Key_Tab);
+  Hold(Qt::Key_Tab);
   EXPECT_TRUE(editor.drawObjectsInMappers);
 }
 
-TEST_F(ViewTest, ShiftedDigitIsStillTheDigit) {
-  constexpr quint32 kScanCodeOf0 = 19;
-  Press(Qt::Key_Shift);
-  Send(QEvent::KeyPress, Qt::Key_ParenRight, Qt::ShiftModifier, false, kScanCodeOf0);
-  EXPECT_EQ(terrain.power, 10);
-}
-
-TEST_F(ViewTest, WithoutLatinLettersTheKeysPlaceCounts) {
+TEST_F(ViewTest, WithoutLatinLettersTheKeysPlaceCountsAndAShiftedDigitIsStillTheDigit) {
   const struct {
     int key;
     quint32 scanCode;
@@ -82,6 +82,10 @@ TEST_F(ViewTest, WithoutLatinLettersTheKeysPlaceCounts) {
     Send(QEvent::KeyRelease, key, {}, false, scanCode);
     EXPECT_TRUE(session.heldInput.keys.none()) << key;
   }
+  constexpr quint32 kScanCodeOf0 = 19;
+  Press(Qt::Key_Shift);
+  Send(QEvent::KeyPress, Qt::Key_ParenRight, Qt::ShiftModifier, false, kScanCodeOf0);
+  EXPECT_EQ(terrain.power, 10);
 }
 
 TEST_F(ViewTest, OnlyTheKeypadsPlusMovesTheSelection) {
@@ -96,17 +100,32 @@ TEST_F(ViewTest, OnlyTheKeypadsPlusMovesTheSelection) {
   EXPECT_FLOAT_EQ(point.h, kFlatHeight);
 }
 
+TEST_F(ViewTest, KeysPressTheButtonsOfTheirToolsAndTheListsFollow) {
+  SetEditMode(EditMode::TerrainMapper);
+  Press(Qt::Key_V);
+  EXPECT_EQ(terrain.tool, TerrainTool::Flatten);
+  EXPECT_TRUE(IsChecked(kCommandFlatten) && !IsChecked(kCommandPointManipulation));
+  Press(Qt::Key_M);
+  EXPECT_FALSE(IsChecked(kCommandAutoSmoothing));
+  SetEditMode(EditMode::MaterialMapper);
+  const auto* list = window.modeToolbars()->findChild<QComboBox*>("materialBrushSize");
+  for (const auto& [key, size] : {std::pair{Qt::Key_4, "4"}, {Qt::Key_0, "9"}}) {
+    Press(key);
+    EXPECT_EQ(list->currentText(), size);
+  }
+}
+
 class MiniMapWindowTest : public WindowTest {
  protected:
   MiniMapWindowTest() {
     window.view()->resize(600, 400);
     QApplication::processEvents();
-    picture = window.miniMap()->findChild<QWidget*>("miniMapPicture");
   }
-  QWidget* picture = nullptr;
+  QWidget* const miniMap = window.miniMap();
 };
 
 TEST_F(MiniMapWindowTest, ClickMovesTheCameraToThatPlace) {
+  auto* const picture = miniMap->findChild<QWidget*>("miniMapPicture");
   camera.position.Set(1, 77, 1);
   QTest::mouseClick(picture, Qt::LeftButton, {}, {32, 96});
   // 1024 units over 128 pixels, mirrored in both axes.
@@ -116,20 +135,12 @@ TEST_F(MiniMapWindowTest, ClickMovesTheCameraToThatPlace) {
 }
 
 TEST_F(MiniMapWindowTest, TitleBarDragsTheWindowButNotOutOfTheView) {
-  QWidget* miniMap = window.miniMap();
   const QPoint before = miniMap->pos(), title(20, 8);
-  const auto dragBy = [&](QPoint distance) {
-    QTest::mousePress(miniMap, Qt::LeftButton, {}, title);
-    QMouseEvent move(QEvent::MouseMove, title + distance, miniMap->mapToGlobal(title + distance),
-                     Qt::NoButton, Qt::LeftButton, {});
-    QApplication::sendEvent(miniMap, &move);
-    QTest::mouseRelease(miniMap, Qt::LeftButton, {}, title);
-  };
-  dragBy({30, 40});
+  DragFrom(miniMap, title, title + QPoint(30, 40));
   EXPECT_EQ(miniMap->pos(), before + QPoint(30, 40));
   const QPointF drawnAt(session.miniMapWindow.left, session.miniMapWindow.top);
   EXPECT_EQ(drawnAt, QPointF(miniMap->pos()) * miniMap->devicePixelRatioF());
-  dragBy({2000, -2000});
+  DragFrom(miniMap, title, title + QPoint(2000, -2000));
   EXPECT_EQ(miniMap->pos(), QPoint(window.view()->width() - miniMap->width(), 0));
 }
 
@@ -145,13 +156,15 @@ class PaintedWidget : public QWidget {
 
 class FrameLoopTest : public SandboxTest {
  protected:
-  FrameLoopTest() {
+  void SetUp() override {
     mainWindow.resize(200, 100);
     view.resize(50, 50);
     mainWindow.show();
     mainWindow.activateWindow();
+    if (!QTest::qWaitForWindowActive(&mainWindow, 3000)) {
+      GTEST_SKIP() << "no window can be activated on this display";
+    }
   }
-  bool Activate() { return QTest::qWaitForWindowActive(&mainWindow, 3000); }
   // Frames drawn in a while.
   int Frames() {
     QTest::qWait(20);
@@ -166,7 +179,6 @@ class FrameLoopTest : public SandboxTest {
 };
 
 TEST_F(FrameLoopTest, DrawsWhileTheWindowIsInUseAndRestsDuringDialogs) {
-  if (!Activate()) GTEST_SKIP() << "no window can be activated on this display";
   EXPECT_EQ(Frames(), 0) << "not started yet";
   frames.Start();
   EXPECT_GT(Frames(), 1);
@@ -177,12 +189,11 @@ TEST_F(FrameLoopTest, DrawsWhileTheWindowIsInUseAndRestsDuringDialogs) {
   EXPECT_FALSE(frames.IsRunning());
   dialog.done(0);
   mainWindow.activateWindow();
-  ASSERT_TRUE(Activate());
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&mainWindow, 3000));
   EXPECT_GT(Frames(), 1);
 }
 
 TEST_F(FrameLoopTest, RestsWhileAProcessIsWaitedFor) {
-  if (!Activate()) GTEST_SKIP() << "no window can be activated on this display";
   frames.Start();
   frames.Rest(true);
   frames.Rest(true);

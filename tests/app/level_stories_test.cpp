@@ -1,0 +1,304 @@
+// What happens to levels while they are made, opened, edited, saved and recovered, with other
+// programs about: the stories in tests/golden/app/levels.
+#include <algorithm>
+#include <fstream>
+#include <gtest/gtest.h>
+
+#include "app/commands.h"
+#include "app/level.h"
+#include "app/level_fixture.h"
+#include "app/light_map_commands.h"
+#include "app/modes.h"
+#include "app/new_level.h"
+#include "app/recovery_offer.h"
+#include "app/test_level.h"
+#include "data/image.h"
+#include "data/open_level.h"
+#include "data/textures.h"
+#include "objects/entities.h"
+#include "platform/disk.h"
+#include "support/archive_bytes.h"
+#include "support/each_change.h"
+#include "terrain/level_textures.h"
+#include "terrain/material_map.h"
+#include "terrain/mini_map_picture.h"
+#include "terrain/shadow_work.h"
+#include "terrain/terrain.h"
+
+namespace mw {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::map<std::string, CommandId> kCommands = {{"new", kCommandNewLevel},
+                                                    {"open", kCommandOpenLevel},
+                                                    {"exit", kCommandExit},
+                                                    {"in-game-map", kCommandGenerateInGameMap}};
+
+class LevelStory : public LevelTest, public testing::WithParamInterface<std::string> {
+ protected:
+  LevelStory() {
+    shell.setLevelOpen = [this](bool open) { isOpen = open; };
+    shell.closeMainWindow = [this] { Tell("the window closes"); };
+    shell.randomTerrainDialog = [] { return RandomTerrainParameters{}; };
+  }
+
+  // Of a file in the sandbox; "levels" stands for the folder of the levels' archives.
+  fs::path Path(const std::string& name) const {
+    return name.starts_with("levels") ? levels.parent_path() / name : folder / name;
+  }
+  // What a shell script would do to the level meanwhile.
+  void Meddle() {
+    const fs::path copy = folder / "copy.vra";
+    fs::copy_file(island, copy, fs::copy_options::overwrite_existing);
+    Archive script;
+    ASSERT_TRUE(script.Open(copy.string(), true) &&
+                script.WriteMember("varnhold/levels/Island/theirs.txt", TextBytes("theirs")) &&
+                script.Close());
+    WriteBytes(island, ReadBytes(copy));
+    knownFiles["as another program left it"] = ReadBytes(island);
+  }
+  // Of the level that the editor shows.
+  void Look() {
+    std::ostringstream out;
+    out << "       " << (isOpen && editor.levelLoaded ? "level " : "no level ")
+        << modConfig.LevelName.View() << " in " << openLevel.folder.View() << ", "
+        << modConfig.MaterialSize << " samples over " << modConfig.WorldSize << " units x "
+        << modConfig.HeightScale << ", water " << modConfig.WaterLevel << ", fog "
+        << modConfig.fogStart << " to " << modConfig.fogEnd << "\n       camera at "
+        << camera.position.x << ' ' << camera.position.y << ' ' << camera.position.z << ", pitch "
+        << camera.pitch << ", yaw " << camera.yaw << (editor.ShowGrid ? ", grid" : "")
+        << (editor.ShowTextures ? ", textures" : "")
+        << (IsEditMode(EditMode::ObjectMapper) ? ", Object Mapper" : "") << "\n       heights "
+        << terrain.grid[20][20].h << ' ' << terrain.grid[20][200].h << ", material "
+        << materialMapper->grid[10][10] << ", mark " << Shown() << ", Mini-Map "
+        << (terrain.miniMap.grey == MiniMapPicture{}.grey ? "flat" : "with hills") << ", tiles";
+    for (std::size_t row = 0; row < kMaxTiles; ++row) {
+      for (std::size_t column = 0; column < kMaxTiles; ++column) {
+        if (levelTextures.SurfaceAssigned[row][column]) out << ' ' << row << 'x' << column;
+      }
+    }
+    out << ", control points " << entities.Of(EntityKind::ControlPoint).instances.size()
+        << ", soldier spawns " << entities.Of(EntityKind::SoldierSpawn).instances.size()
+        << ", its archive is open ";
+    int open = 0;  // two would write over each other
+    for (std::size_t i = 0; i < archives.Count(); ++i) {
+      open += archives.At(i)->Path() == LevelArchivePath();
+    }
+    out << open << "x";
+    Tell(out.str());
+  }
+  // "new NAME small|medium|large" and what else is chosen.
+  static NewLevelChoices Choices(const Words& words) {
+    const auto has = [&words](const char* word) { return std::ranges::count(words, word) > 0; };
+    NewLevelChoices choices;
+    choices.name = words.at(0);
+    choices.size = has("small")   ? LevelSize::Small
+                   : has("large") ? LevelSize::Large
+                                  : LevelSize::Medium;
+    choices.heightScaleTenths = has("high") ? 13 : 6;
+    choices.rules = {has("SP"), has("CQ"), has("TDM"), has("CTF")};
+    choices.water = has("water");
+    choices.theatre = has("Desert") ? "Desert" : "";
+    choices.randomTerrain = has("random");
+    return choices;
+  }
+  void TellName(const std::string& typed) {
+    Tell("       name " + AcceptLevelName(typed).value_or("refused"));
+  }
+  void TellMembers(const std::string& level, bool withText) {
+    for (const std::string& member : MembersOnDisk(level)) {
+      if (withText) {
+        TellMember(level, member);
+      } else {
+        Tell("       " + member + ' ' + std::to_string(MemberOnDisk(level, member).size()));
+      }
+    }
+  }
+  void TellFolders() {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::recursive_directory_iterator(folder / "Mods/varnhold")) {
+      if (entry.is_directory()) names.push_back(fs::relative(entry.path(), folder).string());
+    }
+    std::ranges::sort(names);
+    for (const std::string& name : names) Tell("       " + name);
+  }
+
+  static std::string Scratch(const std::string& file) {
+    return modConfig.GamePath.String() + "ShadowWork\\varnhold\\levels\\Valley\\" + file;
+  }
+  // What the game leaves of its tracing. The merged tile is white above, blue below.
+  static bool LeaveResults() {
+    Bytes rgb(std::size_t{1024} * 1024 * 3, 255);
+    for (std::size_t i = rgb.size() / 2; i < rgb.size(); ++i) rgb[i] = i % 3 == 2 ? 255 : 0;
+    return WriteTga(Scratch("textures\\merged\\Tx01x00.tga"), 1024, 1024, rgb) &&
+           WriteWholeFile(Scratch("textures\\LightmapShadowBits.lsb"), "bits") &&
+           WriteWholeFile(Scratch("ObjectLightMaps\\new.dds"), "new");
+  }
+  // Valley has two tiles to trace, one that is not chosen and one that has no surface.
+  static void PrepareTracing() {
+    CreateFolder("scripts");
+    for (const char* script : {"terrain", "objects"}) {
+      EXPECT_TRUE(WriteWholeFile(std::string("scripts\\") + script + "Lightmap.con",
+                                 "rem light\r\ngeometrytemplate.ShadowPrecision 9\r\n"
+                                 "Raytracer.Light.Direction 0/1/0\r\n"
+                                 "raytracer.light.direction 1/2/3\r\n"
+                                 "raytracer.light.direction 4/5/6\r\n  kept  as it is\r\n"));
+    }
+    modConfig.currentSky.sunDirection = {0.5f, 0.25f, -1};
+    terrain.shadowSettings.ShadowPrecision = 2.5f;
+    auto& surfaces = levelTextures.SurfaceAssigned;
+    auto& chosen = terrain.shadowSettings.ShadowSelected;
+    surfaces[1][0] = surfaces[0][1] = surfaces[2][2] = true;
+    chosen[1][0] = chosen[0][1] = chosen[3][3] = true;
+    EXPECT_TRUE(MakeScratchFolder(ScratchMergedFolder()));
+    EXPECT_TRUE(MakeScratchFolder(ScratchObjectLightMapsFolder()));
+    scripted::script.program = [](std::string_view) { return LeaveResults(); };
+  }
+  void TellTraced() {
+    std::string tiles;
+    for (const int tile : ReadWholeFile(Scratch("textures\\lmList.dat")).value_or(Bytes{})) {
+      tiles += ' ' + std::to_string(tile);
+    }
+    Tell("       tiles" + tiles);
+    for (const char* member :
+         {"terrainLightmap.con", "objectsLightmap.con", "Textures/LightmapShadowBits.lsb",
+          "Textures/Tx01x00.dds", "Textures/Tx00x01.dds", "ObjectLightMaps/old.dds",
+          "ObjectLightMaps/new.dds", "ObjectLightMaps/Palette.pal"}) {
+      TellMember("Valley", member);
+    }
+  }
+
+  const std::map<std::string, Verb> verbs = {
+      // Others.
+      {"make", [this](const Words& w) { MakeLevel(w[0], std::stoi(w[1]), std::stoi(w[2])); }},
+      {"write", [this](const Words& w) { WriteBytes(Path(w[0]), TextBytes(w[1])); }},
+      {"folder", [this](const Words& w) { fs::create_directory(Path(w[0])); }},
+      {"copy",
+       [this](const Words& w) {
+         fs::copy(Path(w[0]), Path(w[1]),
+                  fs::copy_options::overwrite_existing | fs::copy_options::recursive);
+       }},
+      {"rename", [this](const Words& w) { fs::rename(Path(w[0]), Path(w[1])); }},
+      {"remove", [this](const Words& w) { fs::remove_all(Path(w[0])); }},
+      {"zeros", [this](const Words& w) { PutMember(w[0], Bytes(std::stoul(w[1]))); }},
+      {"meddle", [this](const Words&) { Meddle(); }},
+      {"lock", [this](const Words& w) { EXPECT_TRUE(other.Open(ArchivePath(w[0]), true)); }},
+      {"unlock", [this](const Words&) { other.Close(); }},
+      {"add",
+       [this](const Words& w) {
+         EXPECT_TRUE(other.WriteMember("varnhold/levels/Island/" + w[0], TextBytes("theirs")));
+       }},
+      {"know", [this](const Words& w) { knownFiles[w[1]] = ReadBytes(Path(w[0])); }},
+      // The user.
+      {"choose", [this](const Words& w) { AnswerDialogs(w.empty() ? "" : w[0]); }},
+      {"open",
+       [this](const Words& w) {
+         AnswerDialogs(w.empty() ? "" : w[0]);
+         const bool opened = OpenLevel();
+         TellAnswer(opened);
+         if (opened) knownFiles["as opened"] = ReadBytes(NativePath(LevelArchivePath()));
+       }},
+      {"edit", [](const Words&) { Edit(); }},
+      {"spoil-settings",
+       [](const Words&) {
+         for (auto& [name, value] : scripted::script.editorSettings) value = "300 nan";
+       }},
+      {"camera", [](const Words&) { camera.position.Set(300, 80.125f, 400); }},
+      {"save", [this](const Words&) { TellAnswer(SaveLevel()); }},
+      {"close", [](const Words&) { CloseLevelArchive(); }},
+      {"close-on-a-full-disk",
+       [](const Words&) {
+         LevelArchive()->RemoveMember("varnhold/levels/Island/Textures/detail.dds");
+         HitWhile(FaultKind::Full, 0, CloseLevelArchive);
+       }},
+      {"exit", [this](const Words&) { TellAnswer(ConfirmExit()); }},
+      {"run", [](const Words& w) { RunCommand(kCommands.at(w[0])); }},
+      {"stock", [](const Words&) { RunStockLevelLoad(); }},
+      {"test", [](const Words&) { TestLevel(); }},
+      {"no-game", [](const Words&) { scripted::script.program = [](auto) { return false; }; }},
+      {"wait", [](const Words& w) { NameNewBackup(static_cast<std::uint32_t>(std::stoi(w[0]))); }},
+      {"new",
+       [this](const Words& w) {
+         shell.selectMod = [](bool) { return true; };
+         TellAnswer(NewLevel([&] { return Choices(w); }));
+       }},
+      {"new-but-cancel",
+       [this](const Words&) {
+         TellAnswer(NewLevel([] {
+           modConfig.LevelName = "MyLevel";  // as Defaults does
+           return std::nullopt;
+         }));
+       }},
+      {"name",
+       [this](const Words& w) {
+         std::string typed;
+         for (const std::string& word : w) typed += (typed.empty() ? "" : " ") + word;
+         TellName(typed);
+       }},
+      {"long-name", [this](const Words&) { TellName(std::string(127, 'n')); }},
+      // Recovery.
+      {"work", [this](const Words& w) { Work(std::stoi(w[0])); }},
+      {"restart", [](const Words&) { Restart(); }},
+      {"second-editor",
+       [this](const Words&) {
+         running = std::move(session.recovery);
+         Restart();
+       }},
+      {"kill-both",
+       [this](const Words&) {
+         running = Recovery{};
+         Restart();
+       }},
+      {"offer", [this](const Words&) { TellAnswer(OfferRecovery()); }},
+      // Light maps.
+      {"tracing", [](const Words&) { PrepareTracing(); }},
+      {"no-tiles", [](const Words&) { SelectAllShadows(false); }},
+      {"tile", [](const Words&) { terrain.shadowSettings.ShadowSelected[3][3] = true; }},
+      {"palette", [](const Words&) { textureSet.objectPalette.loaded = true; }},
+      {"own-script",
+       [](const Words&) {
+         EXPECT_TRUE(LevelArchive()->WriteMember("varnhold/levels/Valley/objectsLightmap.con",
+                                                 TextBytes("rem of my own")));
+       }},
+      {"cancel-the-game", [](const Words&) { scripted::script.processesCancelled = true; }},
+      {"commands-meanwhile",
+       [](const Words&) {
+         scripted::script.program = [](std::string_view) {
+           for (const auto& [name, command] : kCommands) RunCommand(command);
+           return LeaveResults();
+         };
+       }},
+      {"shadows", [](const Words&) { GenerateTerrainShadows(); }},
+      {"merge", [](const Words&) { MergeTerrainLightmaps(); }},
+      {"objects", [](const Words&) { GenerateObjectLightmaps(); }},
+      {"traced", [this](const Words&) { TellTraced(); }},
+      // What there is to see.
+      {"look", [this](const Words&) { Look(); }},
+      {"read", [this](const Words& w) { TellMember(w[0], w[1]); }},
+      {"members", [this](const Words& w) { TellMembers(w[0], false); }},
+      {"scripts", [this](const Words& w) { TellMembers(w[0], true); }},
+      {"folders", [this](const Words&) { TellFolders(); }},
+      {"map-list",
+       [this](const Words&) {
+         const Bytes list = ReadBytes(folder / "Mods/varnhold/Settings/maplist.con");
+         Tell(std::string(list.begin(), list.end()));
+       }},
+      {"list", [this](const Words&) {
+         for (const std::string& level : ListLevels()) Tell("       " + level);
+       }}};
+
+  Archive other;     // of another editor
+  Recovery running;  // that editor's
+  bool isOpen = false;
+};
+
+TEST_P(LevelStory, IsAsItStands) { ActOut(GetParam(), verbs); }
+
+std::string NameOf(const testing::TestParamInfo<std::string>& story) {
+  return fs::path(story.param).stem().string();
+}
+INSTANTIATE_TEST_SUITE_P(Levels, LevelStory, testing::ValuesIn(GoldenFiles("app/levels")), NameOf);
+
+}  // namespace
+}  // namespace mw
