@@ -20,6 +20,7 @@
 #include "core/text.h"
 #include "data/archive.h"
 #include "data/game_file.h"
+#include "data/game_path.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/mods.h"
@@ -182,14 +183,6 @@ std::string LevelArchivePath() { return LevelArchivePathOf(modConfig.LevelName);
 
 std::string LevelArchivePathOf(std::string_view name) {
   return LevelArchiveFolder().append(name).append(kArchiveExtension);
-}
-
-bool IsNumberedArchive(std::string_view name) {
-  constexpr std::size_t kSuffix = 4;
-  if (name.size() < kSuffix) return false;
-  name.remove_prefix(name.size() - kSuffix);
-  return name[0] == '_' &&
-         std::all_of(name.begin() + 1, name.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 std::vector<std::string> ListLevels() {

@@ -20,8 +20,6 @@ std::string LevelArchivePathOf(std::string_view name);
 // Names of the levels of the current mod, sorted; archives named with an underscore and three
 // digits at the end are left out.
 std::vector<std::string> ListLevels();
-// Whether the name ends with an underscore and three digits, as a patch archive's does.
-bool IsNumberedArchive(std::string_view name);
 // Makes `name` the level that is to be opened: LevelName and levelFolder.
 void ChooseLevel(const std::string& name);
 

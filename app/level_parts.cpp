@@ -5,10 +5,10 @@
 #include "core/history.h"
 #include "core/text.h"
 #include "data/level_settings.h"
-#include "data/level_size.h"
 #include "data/load_report.h"
 #include "data/mod_config.h"
 #include "data/mods.h"
+#include "objects/level_files.h"
 #include "objects/static_objects.h"
 #include "objects/unknown_objects.h"
 #include "platform/prompts.h"
@@ -19,28 +19,18 @@
 namespace mw {
 namespace {
 
-bool TerrainSizeIsSupported() {
-  if (HasSupportedTerrainSize()) return true;
+void ShowTerrainSize() {
   ShowPrompt(FormatText("The terrain size of this level is not supported (%i samples over %i "
                         "units).\n\nNo level is open.",
                         modConfig.MaterialSize, modConfig.WorldSize),
              "Error", PromptButtons::Ok, PromptIcon::Stop);
-  return false;
 }
 
 bool ReadLevelParts() {
-  SetStatusText(1, "Loading Init Script...");
-  ReadLevelSettings();
-  if (!TerrainSizeIsSupported()) return false;
-  SetStatusText(1, "Loading Surface Maps...");
-  LoadLevelTextures(LevelTextureLoad::Opening);
-  SetStatusText(1, "Loading Terrain...");
-  InitGrid();
-  LoadHeightsFromBuffer();
-  SetStatusText(1, "Loading Material Map...");
-  LoadMaterialMap();
-  SetStatusText(1, "Loading Objects...");
-  LoadStaticObjects();
+  if (!ReadLevelFiles()) {
+    ShowTerrainSize();
+    return false;
+  }
   NoteUnknownObjects();
   NoteDamagedRest();
   return true;

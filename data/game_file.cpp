@@ -155,9 +155,10 @@ std::unique_ptr<GameFile> GameFileOpen(std::string_view path, std::string_view m
     return file;
   }
   if (!file->archive) return nullptr;
-  if (openLevel.loadReport.loading)
-    openLevel.loadReport.filesRead.insert(NormalMemberName(file->name));
   std::optional<MemberBytes> member = file->archive->ReadMemberWithGaps(file->name);
+  if (openLevel.loadReport.loading) {
+    openLevel.loadReport.filesRead[NormalMemberName(file->name)] = member && member->IsWhole();
+  }
   if (!member) return nullptr;
   file->data = std::move(member->data);
   file->gaps = std::move(member->gaps);

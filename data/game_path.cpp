@@ -44,4 +44,12 @@ std::optional<std::string> NormalGamePath(std::string_view path) {
   return CollapseSeparators(rest);
 }
 
+bool IsNumberedArchive(std::string_view name) {
+  constexpr std::size_t kSuffix = 4;
+  if (name.size() < kSuffix) return false;
+  name.remove_prefix(name.size() - kSuffix);
+  return name[0] == '_' &&
+         std::all_of(name.begin() + 1, name.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
 }  // namespace mw

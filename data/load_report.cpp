@@ -36,6 +36,8 @@ void NoteAtLoad(std::string line) {
 void NoteDamagedFile(std::string line) {
   if (!openLevel.loadReport.loading) return;
   openLevel.loadReport.readWhole = false;
+  auto& damage = openLevel.loadReport.damage;
+  if (std::ranges::count(damage, line) == 0) damage.push_back(line);
   NoteAtLoad(std::move(line));
 }
 

@@ -5,7 +5,7 @@
 
 #include <array>
 #include <cstddef>
-#include <set>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -38,8 +38,9 @@ struct LoadReport {
     DamagedPart then = DamagedPart::Ask;
   };
   std::array<Part, static_cast<std::size_t>(LevelPart::Count)> parts;
-  std::vector<std::string> lines;               // each once
-  std::set<std::string, LessNoCase> filesRead;  // members, with `/`
+  std::vector<std::string> lines;   // each once
+  std::vector<std::string> damage;  // those of them that tell of a damaged or missing file
+  std::map<std::string, bool, LessNoCase> filesRead;  // members, with `/`: whether they were whole
   bool readWhole = true;  // false when a file of the level is damaged or missing
   bool loading = false;   // only then something is noted
 };

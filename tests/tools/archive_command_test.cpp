@@ -21,10 +21,10 @@ using ::testing::HasSubstr;
 class ArchiveCommandTest : public SandboxTest {
  protected:
   ArchiveCommandTest() {
-    fs::create_directories("in/levels/Island");
-    WriteBytes("in/levels/Island/init.con", TextBytes("game.setName Island\n"));
-    WriteBytes("in/levels/Island/heightmap.raw", NoiseBytes(100000, 1));
-    EXPECT_EQ(Run("add new.vra in/levels --create"), 0) << printed;
+    fs::create_directories("in/objects/hut");
+    WriteBytes("in/objects/hut/init.con", TextBytes("game.setName Island\n"));
+    WriteBytes("in/objects/hut/heightmap.raw", NoiseBytes(100000, 1));
+    EXPECT_EQ(Run("add new.vra in/objects --create"), 0) << printed;
   }
   // The exit code; what was printed, on both outputs, is in `printed`.
   int Run(const std::string& words) {
@@ -66,7 +66,7 @@ TEST_F(ArchiveCommandTest, EachCommandDoesItsWorkAndEndsWithItsCode) {
                                   "extract new.vra '*init*' -C a",
                                   "extract new.vra '*init*' -C a --force",
                                   "extract new.vra nothing",
-                                  "add new.vra init.con --under levels/ISLAND",
+                                  "add new.vra init.con --under objects/HUT",
                                   "diff new.vra old.vra",
                                   "remove new.vra '*height*'",
                                   "diff old.vra new.vra",
@@ -86,23 +86,61 @@ TEST_F(ArchiveCommandTest, EachCommandDoesItsWorkAndEndsWithItsCode) {
   ExpectGolden("tools/archive_runs.txt", told);
   EXPECT_EQ(Run("--version"), 0);
   EXPECT_THAT(printed, HasSubstr("mapwright-archive "));
-  EXPECT_EQ(ReadBytes("a/levels/Island/heightmap.raw"), NoiseBytes(100000, 1));
+  EXPECT_EQ(ReadBytes("a/objects/hut/heightmap.raw"), NoiseBytes(100000, 1));
   const RawArchive left = ReadRawArchive("new.vra");
   ASSERT_EQ(left.entries.size(), 1u);
-  EXPECT_EQ(left.Content("levels/Island/init.con"), TextBytes("game.setName Cove\n"));
+  EXPECT_EQ(left.Content("objects/hut/init.con"), TextBytes("game.setName Cove\n"));
   EXPECT_EQ(left.directoryEnd, left.file.size()) << "it is compact";
 }
 
 TEST_F(ArchiveCommandTest, DamagedMembersAreToldAndWhatCanBeReadIsExtracted) {
   // The segment table of the height map says nonsense.
   std::fstream file("new.vra", std::ios::in | std::ios::out | std::ios::binary);
-  file.seekp(ReadRawArchive("new.vra").Find("levels/Island/heightmap.raw")->offset + 4);
+  file.seekp(ReadRawArchive("new.vra").Find("objects/hut/heightmap.raw")->offset + 4);
   file.write("\xFF\xFF\xFF\xFF", 4);
   file.close();
   EXPECT_EQ(Run("verify new.vra"), 1);
-  EXPECT_THAT(printed, HasSubstr("damaged: levels/Island/heightmap.raw: "));
+  EXPECT_THAT(printed, HasSubstr("damaged: objects/hut/heightmap.raw: "));
   EXPECT_EQ(Run("extract new.vra -C out"), 1);
-  EXPECT_EQ(ReadBytes("out/levels/Island/init.con"), TextBytes("game.setName Island\n"));
+  EXPECT_EQ(ReadBytes("out/objects/hut/init.con"), TextBytes("game.setName Island\n"));
+}
+
+// As the editor's opening does: nothing here fails to decompress.
+TEST_F(ArchiveCommandTest, VerifyReadsEachPartOfALevel) {
+  const std::string folder = "in/varnhold/levels/Isle/";
+  fs::create_directories(folder + "init");
+  fs::create_directories(folder + "textures");
+  fs::create_directories(folder + "Conquest");
+  for (const char* script :
+       {"init.con", "init/terrain.con", "init/skyandsun.con", "StaticObjects.con"}) {
+    WriteBytes(folder + script, TextBytes("rem nothing\n"));
+  }
+  WriteBytes(folder + "heightmap.raw", NoiseBytes(2 * 256 * 256, 1));
+  WriteBytes(folder + "materialmap.raw", Bytes(256 * 256));
+  EXPECT_EQ(Run("add Isle.vra in/varnhold --create"), 0);
+  EXPECT_EQ(Run("verify Isle.vra"), 0);
+  EXPECT_EQ(printed, "6 members, 0 damaged\n1 levels, 0 damaged\n");
+  WriteBytes(folder + "materialmap.raw", Bytes(256 * 255));
+  WriteBytes(folder + "init/terrain.con", TextBytes("GeometryTemplate.materialSize 300\n"));
+  WriteBytes(folder + "textures/Tx00x00.dds", TextBytes("no picture"));
+  WriteBytes(folder + "Conquest/SoldierSpawns.con", TextBytes("Object.create nobody\n"));
+  EXPECT_EQ(Run("add Isle.vra in/varnhold"), 0);
+  EXPECT_EQ(Run("remove Isle.vra */init.con */staticobjects.con"), 0);
+  std::string told;
+  for (const std::string words :
+       {"verify Isle.vra", "verify Isle.vra --json", "verify Isle.vra *.raw"}) {
+    const int code = Run(words);
+    told += "$ mapwright-archive " + words + "\n" + printed + "= " + std::to_string(code) + "\n";
+  }
+  ExpectGolden("tools/verified_level.txt", told);
+  fs::rename("Isle.vra", "Isle_001.vra");
+  EXPECT_EQ(Run("verify Isle_001.vra"), 0) << "a patch needs not hold the whole level";
+}
+
+TEST_F(ArchiveCommandTest, ADirectoryOfZerosIsDamaged) {
+  WriteStored("holes.vra", {"good", "", ""});
+  EXPECT_EQ(Run("verify holes.vra"), 1);
+  EXPECT_THAT(printed, HasSubstr("damaged: (a member without a name)"));
 }
 
 TEST_F(ArchiveCommandTest, ExtractionNeverLeavesItsFolder) {

@@ -36,7 +36,7 @@ void DescribeLooking(CommandLine& line) {
   auto* const list = line.Add("list", "List members with their sizes", ListMembers);
   line.AddPatterns(list, "Only members that match");
   line.AddJson(list);
-  auto* const verify = line.Add("verify", "Check that every member is whole", VerifyMembers);
+  auto* const verify = line.Add("verify", "Check that members and levels are whole", VerifyMembers);
   line.AddPatterns(verify, "Only members that match");
   line.AddJson(verify);
   auto* const diff = line.Add("diff", "Compare two archives", DiffArchives);

@@ -44,7 +44,7 @@ int CloseChanged(const Arguments& arguments, Archive& archive) {
   return archive.Close() ? kFine : Failed(arguments, archive);
 }
 
-bool AddSource(Archive& archive, const Source& source) {
+bool AddSource(Archive& archive, const Source& source, Progress& progress) {
   std::string error;
   const auto bytes = ReadWholeFile(source.file.string(), &error);
   if (!bytes) return Refuse(source.file.string() + ": " + error) == kFine;
@@ -52,7 +52,9 @@ bool AddSource(Archive& archive, const Source& source) {
   if (!archive.WriteMember(source.member, *bytes)) {
     return Refuse(source.member + ": " + archive.Error()) == kFine;
   }
+  progress.Clear();
   std::printf("%s %s\n", replaces ? "replaced" : "added", source.member.c_str());
+  progress.Add(bytes->size());
   return true;
 }
 
@@ -85,8 +87,7 @@ int AddMembers(const Arguments& arguments) {
   if (!archive.BeginSave()) return Failed(arguments, archive);
   Progress progress(total);
   for (const Source& source : sources) {
-    if (!AddSource(archive, source)) return kUnreadable;  // what was begun is dropped
-    progress.Add(fs::file_size(source.file));
+    if (!AddSource(archive, source, progress)) return kUnreadable;  // what was begun is dropped
   }
   if (!archive.CommitSave() || !archive.PutInPlace()) return Failed(arguments, archive);
   return CloseChanged(arguments, archive);
@@ -105,9 +106,9 @@ int RemoveMembers(const Arguments& arguments) {
 }
 
 int CompactMembers(const Arguments& arguments) {
-  const auto before = fs::file_size(NativePath(arguments.archive));
   Archive archive;
   if (!OpenOrSay(archive, arguments.archive, true)) return kUnreadable;
+  const auto before = fs::file_size(NativePath(arguments.archive));
   if (!archive.Compact()) return Failed(arguments, archive);
   const auto after = fs::file_size(NativePath(arguments.archive));
   std::printf("%s before, %s now\n", SizeText(before).c_str(), SizeText(after).c_str());

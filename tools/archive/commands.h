@@ -26,7 +26,8 @@ struct Arguments {
 };
 
 int ListMembers(const Arguments& arguments);
-// Checks that every member can be read whole.
+// Checks that every member can be read whole and, without patterns, that the editor finds every
+// part of the levels whole.
 int VerifyMembers(const Arguments& arguments);
 // Writes members into a folder, never outside of it, and over existing files only by force.
 int ExtractMembers(const Arguments& arguments);

@@ -86,7 +86,9 @@ int ExtractMembers(const Arguments& arguments) {
     return Refuse("no member matches");
   }
   if (!arguments.force && !MayWrite(targets)) return kUnreadable;
-  fs::create_directories(arguments.folder);
+  std::error_code error;
+  fs::create_directories(arguments.folder, error);
+  if (error) return Refuse(arguments.folder + ": " + error.message());
   std::uint64_t total = 0;
   for (const Target& target : targets) total += archive.Find(target.member)->size;
   Progress progress(total);

@@ -1,9 +1,11 @@
 // list and verify: what leaves an archive as it is.
+#include <algorithm>
 #include <cstdio>
 
 #include "core/text.h"
 #include "data/archive_segments.h"
 #include "tools/archive/commands.h"
+#include "tools/archive/level_check.h"
 #include "tools/archive/member_names.h"
 #include "tools/archive/report.h"
 
@@ -12,6 +14,52 @@ namespace {
 
 double Ratio(const ArchiveEntry& entry) {
   return entry.size == 0 ? 1 : static_cast<double>(entry.storedSize) / entry.size;
+}
+
+nlohmann::json DamagedMembers(Archive& archive, const std::vector<std::string>& names,
+                              const LevelCheck& levels) {
+  std::uint64_t total = 0;
+  for (const std::string& name : names) total += archive.Find(name)->size;
+  Progress progress(total);
+  auto damaged = nlohmann::json::array();
+  for (const std::string& name : names) {
+    const std::uint32_t size = archive.Find(name)->size;
+    progress.Add(size);
+    if (levels.membersReadWhole.contains(name)) continue;
+    const auto member = archive.ReadMemberWithGaps(name);
+    // Nobody writes a member without a name: the directory holds zeros in the place of entries.
+    if (member && member->IsWhole() && !name.empty()) continue;
+    const std::size_t readable = member ? ReadableBytes(*member, size) : 0;
+    damaged.push_back({{"name", name}, {"size", size}, {"readable", readable}});
+  }
+  return damaged;
+}
+
+nlohmann::json DamageOf(const LevelCheck& check) {
+  auto levels = nlohmann::json::array();
+  for (const CheckedLevel& level : check.levels) {
+    levels.push_back({{"folder", level.folder}, {"damage", level.damage}});
+  }
+  return levels;
+}
+
+void PrintDamage(std::size_t members, const nlohmann::json& damaged, const LevelCheck& check) {
+  for (const auto& member : damaged) {
+    const auto name = member["name"].get<std::string>();
+    std::printf("damaged: %s: %u of %u bytes can be read\n",
+                name.empty() ? "(a member without a name)" : name.c_str(),
+                member["readable"].get<unsigned>(), member["size"].get<unsigned>());
+  }
+  std::size_t damagedLevels = 0;
+  for (const CheckedLevel& level : check.levels) {
+    if (!level.damage.empty()) ++damagedLevels;
+    for (const std::string& line : level.damage) {
+      std::printf("damaged: %s: %s\n", level.folder.c_str(), line.c_str());
+    }
+  }
+  std::printf("%zu members, %zu damaged\n", members, damaged.size());
+  if (check.levels.empty()) return;
+  std::printf("%zu levels, %zu damaged\n", check.levels.size(), damagedLevels);
 }
 
 }  // namespace
@@ -43,33 +91,21 @@ int ListMembers(const Arguments& arguments) {
 }
 
 int VerifyMembers(const Arguments& arguments) {
-  Archive archive;
-  if (!OpenOrSay(archive, arguments.archive, false)) return kUnreadable;
-  const auto names = MatchingMembers(archive, arguments.patterns);
-  std::uint64_t total = 0;
-  for (const std::string& name : names) total += archive.Find(name)->size;
-  Progress progress(total);
-  auto damaged = nlohmann::json::array();
-  for (const std::string& name : names) {
-    const std::uint32_t size = archive.Find(name)->size;
-    const auto member = archive.ReadMemberWithGaps(name);
-    const std::size_t readable = member ? ReadableBytes(*member, size) : 0;
-    if (readable != size) {
-      damaged.push_back({{"name", name}, {"size", size}, {"readable", readable}});
-    }
-    progress.Add(size);
-  }
+  std::string error;
+  Archive* const archive = archives.OpenArchive(arguments.archive, false, &error);
+  if (!archive) return Refuse(arguments.archive + ": " + error);
+  const auto names = MatchingMembers(*archive, arguments.patterns);
+  LevelCheck levels;
+  if (arguments.patterns.empty()) levels = CheckLevels(*archive);
+  const nlohmann::json damaged = DamagedMembers(*archive, names, levels);
   if (arguments.json) {
-    PrintJson({{"members", names.size()}, {"damaged", damaged}});
+    PrintJson({{"members", names.size()}, {"damaged", damaged}, {"levels", DamageOf(levels)}});
   } else {
-    for (const auto& member : damaged) {
-      std::printf("damaged: %s: %u of %u bytes can be read\n",
-                  member["name"].get<std::string>().c_str(), member["readable"].get<unsigned>(),
-                  member["size"].get<unsigned>());
-    }
-    std::printf("%zu members, %zu damaged\n", names.size(), damaged.size());
+    PrintDamage(names.size(), damaged, levels);
   }
-  return damaged.empty() ? kFine : kDamaged;
+  const bool levelsAreWhole =
+      std::ranges::all_of(levels.levels, [](const auto& level) { return level.damage.empty(); });
+  return damaged.empty() && levelsAreWhole ? kFine : kDamaged;
 }
 
 }  // namespace mw

@@ -41,8 +41,9 @@ std::string SizeText(std::uint64_t bytes) {
 Progress::Progress(std::uint64_t total)
     : total_(total), began_(MillisecondsNow()), terminal_(isatty(STDERR_FILENO) == 1) {}
 
-Progress::~Progress() {
+void Progress::Clear() {
   if (shown_ >= 0) std::fprintf(stderr, "\r\33[K");
+  shown_ = -1;
 }
 
 void Progress::Add(std::uint64_t done) {

@@ -22,8 +22,12 @@ std::string SizeText(std::uint64_t bytes);
 class Progress {
  public:
   explicit Progress(std::uint64_t total);
-  ~Progress();  // takes the bar away
+  ~Progress() { Clear(); }
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
   void Add(std::uint64_t done);
+  // Takes the bar away until something is added: before a line is printed on the same terminal.
+  void Clear();
 
  private:
   void Draw();
