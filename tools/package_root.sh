@@ -97,6 +97,8 @@ install_package() {
   rm "$root/package.deb"
   added=$(comm -13 <(echo "$before") <(packages))
   [ "$added" = mapwright ] || fail "apt installed with it: $added"
+  grep -q 'application/x-varnhold-archive:\*\.vra' "$root/usr/share/mime/globs2" ||
+    fail "the system does not know archives"
 }
 
 remove_package() {
