@@ -34,7 +34,7 @@ set(metainfo ${CMAKE_BINARY_DIR}/org.mapwright.Mapwright.metainfo.xml)
 configure_file(${packaging}/org.mapwright.Mapwright.metainfo.xml.in ${metainfo} @ONLY)
 install(FILES ${metainfo} DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 
-# Manual pages and change logs are compressed, as Debian wants them.
+# Manual pages and lists of changes are compressed, as Debian wants them.
 set(compressed ${CMAKE_BINARY_DIR}/compressed)
 file(MAKE_DIRECTORY ${compressed})
 function(mw_install_compressed source name destination)
@@ -46,7 +46,9 @@ foreach(command mapwright mapwright-archive)
   mw_install_compressed(${packaging}/man/${command}.1 ${command}.1 ${CMAKE_INSTALL_MANDIR}/man1)
 endforeach()
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/mapwright)
-mw_install_compressed(${CMAKE_SOURCE_DIR}/CHANGELOG.md changelog ${documents})
+mw_install_compressed(${CMAKE_SOURCE_DIR}/CHANGELOG.md CHANGELOG.md ${documents})
+configure_file(${packaging}/changelog.in ${CMAKE_BINARY_DIR}/changelog @ONLY)
+mw_install_compressed(${CMAKE_BINARY_DIR}/changelog changelog ${documents})
 install(FILES ${packaging}/copyright ${CMAKE_SOURCE_DIR}/docs/screenshot.png DESTINATION ${documents})
 
 # The program's icon, and that of level archives, for the desktop.
@@ -76,12 +78,12 @@ and with mapwright-archive, a command\nfor the game's archives.")
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_SOURCE_DIR}/build/package)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_GENERATOR DEB TGZ)
-set(CPACK_ARCHIVE_FILE_NAME mapwright-${PROJECT_VERSION}-linux)
+set(CPACK_PACKAGE_FILE_NAME mapwright-${PROJECT_VERSION}-linux-${CMAKE_SYSTEM_PROCESSOR})
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SECTION games)
+set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# The platform plug-in and the pictures' reader are loaded, not linked.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins")
+# The platform plug-in and the reader of the icons are loaded, not linked.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins, libqt6svg6")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils")  # opens the help pages
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "wine")         # starts a game for Windows
 # Whatever the umask of who makes them.

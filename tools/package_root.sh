@@ -124,8 +124,14 @@ start_first() {
   start_editor
   go_to Mapwright "About Mapwright" space "New MOD Configuration" alt+n
   take_picture first_start
+  wait_for 5 has_icons
   [ -d "$root$folder" ] || fail "no working folder was made in $folder"
   close_with alt+c
+}
+
+# The toolbar has many colours; without icons it has those of its border.
+has_icons() {
+  [ "$(import -window root -crop 640x26+0+39 -depth 8 -format %k info: 2>/dev/null)" -gt 100 ]
 }
 
 is_changed() { [[ $(active_title) == *"* - Mapwright" ]]; }
