@@ -9,6 +9,7 @@ source tools/packages.sh
 
 need "${build_packages[@]}" "${package_packages[@]}"
 build release
+rm -f build/package/mapwright*  # of another version
 (cd build/release && cpack >package.log) || { tail -n 40 build/release/package.log >&2; exit 1; }
 ls build/package/*.deb build/package/*.tar.gz
 [ "${1:-}" = --check ] || exit 0

@@ -45,7 +45,7 @@ quietly() { "$@" >"$log" 2>&1 || fail "$*"; }
 make_debian() {
   local kept=${MAPWRIGHT_DEBIAN:-$scratch/debian} mirror
   mirror=$(apt-get indextargets --format '$(SITE)' 'Created-By: Packages' 'Codename: bookworm' | head -n 1)
-  if [ ! -e "$kept/etc/debian_version" ]; then
+  if [ ! -e "$kept/etc/debian_version" ] || [ -e "$kept/debootstrap" ]; then
     quietly debootstrap --variant=minbase bookworm "$kept" "${mirror:-http://deb.debian.org/debian}"
   fi
   cp -a "$kept" "$root"
@@ -68,12 +68,12 @@ add_user() {
   quietly as_root install -d -o modder -g modder -m 700 /run/user/modder
 }
 
-# All that is outside of /home, files with what they hold; but for what dpkg and apt write down about their own
-# work.
+# All that is outside of /home, files with what they hold; but for what dpkg, apt and ldconfig write down about
+# their own work.
 inventory() {
   local skip=() path
-  for path in ./home ./proc ./sys ./dev ./var/cache/apt ./var/lib/apt ./var/log ./var/lib/dpkg/triggers \
-    './var/lib/dpkg/status*' './var/lib/dpkg/available*' './var/lib/dpkg/lock*'; do
+  for path in ./home ./proc ./sys ./dev ./var/cache/apt ./var/cache/ldconfig ./var/lib/apt ./var/log \
+    ./var/lib/dpkg/triggers './var/lib/dpkg/status*' './var/lib/dpkg/available*' './var/lib/dpkg/lock*'; do
     skip+=(-path "$path" -o)
   done
   (cd "$root" && {
