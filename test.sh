@@ -4,6 +4,7 @@
 #   ./test.sh                 all tests
 #   ./test.sh --fuzz [S [N]]  every fuzz target, starting from fuzz/corpus, until it has had S seconds of
 #                             processor time (60) and has made N executions (0)
+#   ./test.sh --package       makes the packages and looks at them (tools/package.sh)
 set -euo pipefail
 cd "$(dirname "$0")"
 source tools/packages.sh
@@ -57,6 +58,10 @@ print_share() {
 if [ "${1:-}" = --fuzz ]; then
   run_fuzzers "${2:-60}" "${3:-0}"
   exit
+fi
+
+if [ "${1:-}" = --package ]; then
+  exec tools/package.sh --check
 fi
 
 need "${build_packages[@]}" "${display_packages[@]}" "${test_packages[@]}"

@@ -3,7 +3,6 @@
 #include "app/shell.h"
 #include "data/data_state.h"
 #include "objects/objects_state.h"
-#include "platform/disk.h"
 #include "terrain/terrain_state.h"
 
 namespace mw {
@@ -17,7 +16,6 @@ void ResetAppState() {
 
 void ResetProgramState() {
   ResetCoreState();
-  ResetPlatformState();
   ResetDataState();
   ResetTerrainState();
   ResetObjectsState();

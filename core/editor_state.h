@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 #include "core/camera.h"
 #include "core/fixed_string.h"
@@ -18,6 +19,9 @@ struct EditorState {
   float installedGameVersion = 0;
   float requiredGameVersion = 1.04f;
   bool running = true;
+  // Where what the program brings along and never writes lies (platform/disk.h); empty when all of
+  // it is in the working folder.
+  std::string sharedFolder;
 
   // Level lifecycle.
   bool levelLoaded = false;

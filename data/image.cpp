@@ -21,7 +21,7 @@ void ShowImageError(std::string_view text) {
 }
 
 bool CanBeOpened(std::string_view fileName) {
-  return FileExists(fileName) && std::ifstream(NativePath(fileName)).is_open();
+  return FileExists(fileName) && std::ifstream(ReadablePath(fileName)).is_open();
 }
 
 // The rows in the opposite order, red and blue swapped.

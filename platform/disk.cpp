@@ -9,11 +9,10 @@
 #include <unistd.h>
 #include <utility>
 
+#include "core/editor_state.h"
 #include "core/text.h"
 
 namespace mw {
-
-ProgramFolders programFolders;
 
 namespace {
 
@@ -59,8 +58,8 @@ bool WriteAll(int descriptor, std::span<const std::uint8_t> bytes) {
 
 // Where the shared folder would have a relative path.
 std::optional<fs::path> SharedPath(const fs::path& native) {
-  if (programFolders.shared.empty() || native.is_absolute()) return std::nullopt;
-  return NativePath((programFolders.shared / native).string());
+  if (editor.sharedFolder.empty() || native.is_absolute()) return std::nullopt;
+  return NativePath((fs::path(editor.sharedFolder) / native).string());
 }
 
 // Names of the entries of a folder that are wanted, sorted without regard to case.
@@ -102,8 +101,6 @@ fs::path NativePath(std::string_view path) {
   }
   return result;
 }
-
-void ResetPlatformState() { programFolders = ProgramFolders{}; }
 
 fs::path ReadablePath(std::string_view path) {
   fs::path native = NativePath(path);

@@ -1,6 +1,8 @@
 // Files on disk. Paths of the game and of configuration files use `\` and may be spelled in any
 // case; these functions take such paths as well as native ones and find existing files and folders
-// without regard to case. A relative path belongs to the working folder. Nothing here throws.
+// without regard to case. A relative path belongs to the working folder; one that is looked for or
+// read, and that the working folder does not have, means what lies there in `editor.sharedFolder`,
+// and what is listed is listed from both. Nothing here throws.
 #pragma once
 
 #include <cstddef>
@@ -20,17 +22,6 @@ namespace mw {
 std::filesystem::path NativePath(std::string_view path);
 // A native path written with `\` as configuration files hold it ("/home/me/x" gives "\home\me\x").
 std::string BackslashPath(std::string_view path);
-
-// What the program brings along and never writes lies in `shared`; empty, as at the start, when all
-// of it is in the working folder. A relative path that is looked for or read, and that the working
-// folder does not have, means the file or folder there; what is listed is listed from both.
-struct ProgramFolders {
-  std::filesystem::path shared;
-};
-extern ProgramFolders programFolders;
-
-// Puts the record back to what it is at program start.
-void ResetPlatformState();
 
 // The native path of what is read under `path`, of the working folder or the shared one.
 std::filesystem::path ReadablePath(std::string_view path);

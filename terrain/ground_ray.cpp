@@ -136,9 +136,10 @@ class GroundCrossing {
   // Where the way, which is in one cell for this part of it, crosses that cell's ground.
   std::optional<double> InCell(int row, int column, const Part& part) {
     const CellGround cell(row, column);
-    if (!isAbove_) isAbove_ = Gap(cell, part.first) > 0;
+    if (!isBegun_) isAbove_ = Gap(cell, part.first) > 0;
+    isBegun_ = true;
     const auto [low, high] = std::minmax({way_.Y(part.first), way_.Y(part.last)});
-    if (*isAbove_ ? low > cell.Highest() : high < cell.Lowest()) return std::nullopt;
+    if (isAbove_ ? low > cell.Highest() : high < cell.Lowest()) return std::nullopt;
     const double diagonal = ShareAtDiagonal(way_, row, column, split_);
     if (diagonal <= part.first || diagonal >= part.last) return OnTriangle(cell, part);
     if (const auto share = OnTriangle(cell, {part.first, diagonal})) return share;
@@ -152,14 +153,14 @@ class GroundCrossing {
 
   std::optional<double> OnTriangle(const CellGround& cell, const Part& part) const {
     const double before = Gap(cell, part.first), after = Gap(cell, part.last);
-    if ((after > 0) == *isAbove_) return std::nullopt;
-    if ((before > 0) != *isAbove_) return part.first;  // on the line between two cells
+    if ((after > 0) == isAbove_) return std::nullopt;
+    if ((before > 0) != isAbove_) return part.first;  // on the line between two cells
     return part.first + (part.last - part.first) * before / (before - after);
   }
 
   const Way& way_;
   CellSplit split_;
-  std::optional<bool> isAbove_;  // where the way comes from
+  bool isBegun_ = false, isAbove_ = false;  // where the way comes from, once it has begun
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-# Sourced by run.sh, test.sh and bench.sh: the Debian packages that the program, its tests and its
+# Sourced by run.sh, test.sh, bench.sh and tools/package.sh: the Debian packages that the program, its tests and its
 # benchmarks need, and how missing ones are installed.
 
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev libqt6opengl6-dev qt6-svg-dev liblzo2-dev

@@ -14,15 +14,6 @@ fail() {
   exit 1
 }
 
-# answer TITLE KEY...: waits for the dialog to be active and types the keys.
-answer() {
-  local title=$1
-  shift
-  wait_for 30 active_is "$title"
-  sleep 0.3
-  xdotool key --delay 80 "$@"
-}
-
 # The 3D view shows a drawn level when its middle has many colours; sky alone or an empty view has few.
 level_is_drawn() {
   local colours

@@ -48,6 +48,30 @@ wait_for() {
   done
 }
 
+# answer TITLE KEY...: waits for the dialog to be active and types the keys.
+answer() {
+  local title=$1
+  shift
+  wait_for 60 active_is "$title"
+  sleep 0.3
+  xdotool key --delay 80 "$@"
+}
+
+# go_to TITLE [OTHER KEY]...: waits for the dialog to be active; the OTHER ones get their key when they come first.
+go_to() { wait_for 60 is_there "$@"; }
+is_there() {
+  local title i key
+  title=$(active_title) || return 1
+  [ "$title" != "$1" ] || return 0
+  for ((i = 2; i < $#; i += 2)); do
+    if [ "$title" = "${!i}" ]; then
+      key=$((i + 1))
+      xdotool key "${!key}"
+    fi
+  done
+  return 1
+}
+
 active_title() { xdotool getactivewindow getwindowname 2>/dev/null; }
 active_is() { [ "$(active_title)" = "$1" ]; }
 main_is_active() { [[ $(active_title) =~ $main_title ]]; }
@@ -61,10 +85,12 @@ view_corner() {
   echo $((X + 190)) $((Y + 79))
 }
 
-end_editor() {
-  xdotool key alt+F4
+# close_with KEY: presses what closes the editor, which must then end without an error.
+close_with() {
+  xdotool key "$1"
   for _ in $(seq 100); do kill -0 "$editor_pid" 2>/dev/null || break; sleep 0.1; done
-  kill -0 "$editor_pid" 2>/dev/null && fail "the editor did not end when its window was closed"
+  kill -0 "$editor_pid" 2>/dev/null && fail "the editor did not end when it was closed"
   wait "$editor_pid" || fail "the editor ended with an error"
   editor_pid=
 }
+end_editor() { close_with alt+F4; }

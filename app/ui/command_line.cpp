@@ -8,8 +8,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "core/editor_state.h"
 #include "data/mods.h"
-#include "platform/disk.h"
 
 namespace mw {
 namespace {
@@ -75,7 +75,7 @@ std::optional<int> ReadCommandLine(int argc, char** argv, CommandLine& line) {
 
 bool EnterWorkingFolder(const CommandLine& line) {
   const QDir shared(QCoreApplication::applicationDirPath() + u'/' + QLatin1String(kSharedFolder));
-  if (shared.exists()) programFolders.shared = shared.canonicalPath().toStdString();
+  if (shared.exists()) editor.sharedFolder = shared.canonicalPath().toStdString();
   std::optional<QString> folder = line.folder;
   if (line.folder.isEmpty()) {
     const QString holds = QString::fromUtf8(kModTemplateFile.data(), kModTemplateFile.size());

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <tuple>
 
+#include "core/editor_state.h"
 #include "core/text.h"
 #include "platform/disk.h"
 #include "support/archive_bytes.h"
@@ -71,6 +72,15 @@ TEST_F(ImageFileTest, MissingBitmapIsNoErrorAndADamagedOneIsShown) {
   CreateFolder("media");
   WriteBytes("media/grass.bmp", UniformBmp(2, 1, 1, 2, 3));
   EXPECT_THAT(LoadBmp("Media\\GRASS.bmp")->rgb, ElementsAre(1, 2, 3, 1, 2, 3));
+}
+
+TEST_F(ImageFileTest, BitmapIsFoundAmongWhatTheProgramBringsAlong) {
+  std::filesystem::create_directories("shared/media");
+  WriteBytes("shared/media/grass.bmp", UniformBmp(1, 1, 1, 2, 3));
+  editor.sharedFolder = (folder / "shared").string();
+  const auto grass = LoadBmp("media/grass.bmp");
+  ASSERT_TRUE(grass);
+  EXPECT_THAT(grass->rgb, ElementsAre(1, 2, 3));
 }
 
 TEST_F(ImageFileTest, PlainBitmapKeepsHeaderAndPaddingAndMustHoldItsRows) {
