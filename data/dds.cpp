@@ -94,9 +94,9 @@ void DecodeBlock(std::span<const std::uint8_t> block, std::uint8_t* out, std::si
 }  // namespace
 
 std::optional<CompressedImage> DecodeDds(std::span<const std::uint8_t> file) try {
-  constexpr std::array<std::uint8_t, kMagicSize> kMagic = {'D', 'D', 'S', ' '};
+  constexpr std::array<std::uint8_t, kMagicSize> kDdsMagic = {'D', 'D', 'S', ' '};
   if (file.size() < kMagicSize + kHeaderSize) return std::nullopt;
-  if (!std::equal(kMagic.begin(), kMagic.end(), file.begin())) return std::nullopt;
+  if (!std::equal(kDdsMagic.begin(), kDdsMagic.end(), file.begin())) return std::nullopt;
   const auto header = file.subspan(kMagicSize, kHeaderSize);
   const std::uint32_t width = LoadU32(header, kWidth), height = LoadU32(header, kHeight);
   if (width < 1 || width > kMaxImageSide || height < 1 || height > kMaxImageSide) {

@@ -49,7 +49,7 @@ struct EntitiesInSight {
   std::vector<GroupedPoint> controlPoints;
   std::vector<Vector3> links;  // two points each
 };
-EntitiesInSight inSight;  // a cache: its room is kept from frame to frame
+EntitiesInSight entitiesInSight;  // a cache: its room is kept from frame to frame
 
 struct GroupColours {
   static constexpr std::size_t kCount = 128;
@@ -102,14 +102,14 @@ bool IsDrawn(const SpawnInstance& instance, const Vector3& place) {
 }
 
 void CollectMarkers(EntityKind kind, const Matrix4& view) {
-  inSight.markers.clear();
+  entitiesInSight.markers.clear();
   int index = -1;
   for (const auto& instance : entities.Of(kind).instances) {
     ++index;
     const Vector3 place = instance->ViewPosition();
     if (!IsDrawn(*instance, place)) continue;
     const bool hovered = entities.hovered.kind == kind && entities.hovered.index == index;
-    inSight.markers.push_back(
+    entitiesInSight.markers.push_back(
         {PlacedMatrix(view, place, instance->rotation, {1, 1, 1}), ColourOf(*instance, hovered)});
   }
 }
@@ -119,7 +119,7 @@ void DrawMarkers(const MarkerLists& lists) {
   glEnable(GL_POLYGON_OFFSET_FILL);
   glPolygonOffset(1, 1);
   BindMeshList(lists.faces);
-  for (const DrawnMarker& marker : inSight.markers) {
+  for (const DrawnMarker& marker : entitiesInSight.markers) {
     glColor3ubv(marker.colour.data());
     glLoadMatrixf(marker.matrix.data());
     DrawBoundMeshList();
@@ -128,7 +128,7 @@ void DrawMarkers(const MarkerLists& lists) {
   glDisable(GL_POLYGON_OFFSET_FILL);
   BindMeshList(lists.edges);
   glColor3ubv(kBlack.data());
-  for (const DrawnMarker& marker : inSight.markers) {
+  for (const DrawnMarker& marker : entitiesInSight.markers) {
     glLoadMatrixf(marker.matrix.data());
     DrawBoundMeshList();
   }
@@ -138,23 +138,24 @@ void DrawMarkers(const MarkerLists& lists) {
 bool GroupBefore(const GroupedPoint& a, const GroupedPoint& b) { return a.group < b.group; }
 
 void CollectControlPoints() {
-  inSight.controlPoints.clear();
+  entitiesInSight.controlPoints.clear();
   for (const auto& instance : entities.Of(EntityKind::ControlPoint).instances) {
     if (const SpawnTemplate* const spawnTemplate = TemplateOf(*instance))
-      inSight.controlPoints.push_back({spawnTemplate->group, instance->ViewPosition()});
+      entitiesInSight.controlPoints.push_back({spawnTemplate->group, instance->ViewPosition()});
   }
-  std::sort(inSight.controlPoints.begin(), inSight.controlPoints.end(), GroupBefore);
+  std::sort(entitiesInSight.controlPoints.begin(), entitiesInSight.controlPoints.end(),
+            GroupBefore);
 }
 
 // Lines to every control point of the group.
 void AddLinks(const SpawnInstance& instance, float raise, std::int32_t group) {
   const Vector3 start = instance.ViewPosition() + Vector3{0, raise, 0};
   const auto [first, end] =
-      std::equal_range(inSight.controlPoints.begin(), inSight.controlPoints.end(),
+      std::equal_range(entitiesInSight.controlPoints.begin(), entitiesInSight.controlPoints.end(),
                        GroupedPoint{group, {}}, GroupBefore);
   for (auto point = first; point != end; ++point) {
-    inSight.links.push_back(start);
-    inSight.links.push_back(point->place + Vector3{0, kControlPointTop, 0});
+    entitiesInSight.links.push_back(start);
+    entitiesInSight.links.push_back(point->place + Vector3{0, kControlPointTop, 0});
   }
 }
 
@@ -174,15 +175,15 @@ void CollectObjectLinks() {
 }
 
 void DrawLinks() {
-  inSight.links.clear();
+  entitiesInSight.links.clear();
   CollectControlPoints();
   if (objectStore.showSoldierSpawns) CollectSoldierLinks();
   if (objectStore.showObjectSpawns) CollectObjectLinks();
-  if (inSight.links.empty()) return;
+  if (entitiesInSight.links.empty()) return;
   glLineWidth(kLinkLineWidth);
   glEnableClientState(GL_VERTEX_ARRAY);
-  glVertexPointer(3, GL_FLOAT, sizeof(Vector3), inSight.links.data());
-  glDrawArrays(GL_LINES, 0, static_cast<GLsizei>(inSight.links.size()));
+  glVertexPointer(3, GL_FLOAT, sizeof(Vector3), entitiesInSight.links.data());
+  glDrawArrays(GL_LINES, 0, static_cast<GLsizei>(entitiesInSight.links.size()));
   glDisableClientState(GL_VERTEX_ARRAY);
   glLineWidth(1);
 }
@@ -235,7 +236,7 @@ void DrawEntities() {
   for (const EntityKind kind : kEntityKinds) {
     if (!IsKindShown(kind)) continue;
     CollectMarkers(kind, view);
-    if (!inSight.markers.empty()) DrawMarkers(MarkerOf(kind));
+    if (!entitiesInSight.markers.empty()) DrawMarkers(MarkerOf(kind));
   }
   glPopMatrix();
   if (objectStore.showControlPoints) DrawConnections(view);

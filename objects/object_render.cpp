@@ -39,7 +39,7 @@ struct ObjectsInSight {
   std::vector<VisibleObject> objects;
   std::vector<MarkerVertex> markers;
 };
-ObjectsInSight inSight;  // a cache: its room is kept from frame to frame
+ObjectsInSight objectsInSight;  // a cache: its room is kept from frame to frame
 
 bool IsHovered(std::int32_t index) { return index == objectStore.hoveredObject; }
 
@@ -49,8 +49,8 @@ void AddMarker(const Vector3& place, const CatalogueEntry& entry, bool marked) {
   const Vector3 foot = place + Vector3{0, entry.boxB.y, 0};
   const Vector3 top = foot + Vector3{-view.x * view.y, kSelectionMarkerHeight, -view.z * view.y};
   const MeshColour colour = marked ? kRed : kWhite;
-  inSight.markers.push_back({foot, colour});
-  inSight.markers.push_back({top, colour});
+  objectsInSight.markers.push_back({foot, colour});
+  objectsInSight.markers.push_back({top, colour});
 }
 
 void CollectObject(const StaticObject& object, std::int32_t index) {
@@ -58,31 +58,31 @@ void CollectObject(const StaticObject& object, std::int32_t index) {
   const CatalogueEntry* const entry = EntryInSight(object, place);
   if (!entry) return;
   AddMarker(place, *entry, object.selected || IsHovered(index));
-  if (const MeshListId list = ShownListOf(object)) inSight.objects.push_back({list, index});
+  if (const MeshListId list = ShownListOf(object)) objectsInSight.objects.push_back({list, index});
 }
 
 // Objects that share a mesh come one after the other, in the order of their records, so that where
 // two cover each other the first one shows.
 void CollectObjectsInSight() {
-  inSight.objects.clear();
-  inSight.markers.clear();
+  objectsInSight.objects.clear();
+  objectsInSight.markers.clear();
   std::int32_t index = 0;
   for (const StaticObject& object : objectStore.objects) CollectObject(object, index++);
-  std::sort(inSight.objects.begin(), inSight.objects.end(),
+  std::sort(objectsInSight.objects.begin(), objectsInSight.objects.end(),
             [](const VisibleObject& a, const VisibleObject& b) {
               return a.list != b.list ? a.list < b.list : a.index < b.index;
             });
 }
 
 void DrawMarkers() {
-  if (inSight.markers.empty()) return;
-  const MarkerVertex& first = inSight.markers.front();
+  if (objectsInSight.markers.empty()) return;
+  const MarkerVertex& first = objectsInSight.markers.front();
   glLineWidth(kMarkerWidth);
   glEnableClientState(GL_VERTEX_ARRAY);
   glEnableClientState(GL_COLOR_ARRAY);
   glVertexPointer(3, GL_FLOAT, sizeof(MarkerVertex), &first.position);
   glColorPointer(3, GL_UNSIGNED_BYTE, sizeof(MarkerVertex), first.colour.data());
-  glDrawArrays(GL_LINES, 0, static_cast<GLsizei>(inSight.markers.size()));
+  glDrawArrays(GL_LINES, 0, static_cast<GLsizei>(objectsInSight.markers.size()));
   glDisableClientState(GL_COLOR_ARRAY);
   glDisableClientState(GL_VERTEX_ARRAY);
   glLineWidth(1);
@@ -110,7 +110,7 @@ void DrawMeshes() {
   glPushMatrix();
   glShadeModel(GL_FLAT);
   MeshListId bound = 0;
-  for (const auto& [list, index] : inSight.objects) {
+  for (const auto& [list, index] : objectsInSight.objects) {
     const StaticObject& object = objectStore.objects[static_cast<std::size_t>(index)];
     if (list != bound) {
       UnbindMeshList();

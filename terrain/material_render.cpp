@@ -52,7 +52,7 @@ struct DrawnMaterials {
 };
 
 // A cache: what GL holds of the frame drawn last, and the room for the brush to compare with it.
-DrawnMaterials drawn;
+DrawnMaterials drawnMaterials;
 std::vector<BrushCell> wantedBrush;
 
 std::uint8_t GroundLayer(int i, int j) {
@@ -94,20 +94,21 @@ MaterialLayers FindLayers() {
 }
 
 void ChooseAllCells() {
-  drawn.map.Reset();
-  drawn.map.ChooseVisible(GroundLayer);
+  drawnMaterials.map.Reset();
+  drawnMaterials.map.ChooseVisible(GroundLayer);
 }
 
 // What was painted shows, and the ground where the brush was.
 void ShowGround(const std::vector<Cell>& painted) {
-  for (const Cell& cell : painted) drawn.map.Replace(cell.i, cell.j, GroundLayer(cell.i, cell.j));
-  for (const BrushCell& cell : drawn.brush)
-    drawn.map.Replace(cell.i, cell.j, GroundLayer(cell.i, cell.j));
+  for (const Cell& cell : painted)
+    drawnMaterials.map.Replace(cell.i, cell.j, GroundLayer(cell.i, cell.j));
+  for (const BrushCell& cell : drawnMaterials.brush)
+    drawnMaterials.map.Replace(cell.i, cell.j, GroundLayer(cell.i, cell.j));
 }
 
 void CoverWithBrush() {
-  for (const BrushCell& cell : wantedBrush) drawn.map.Replace(cell.i, cell.j, cell.layer);
-  std::swap(drawn.brush, wantedBrush);
+  for (const BrushCell& cell : wantedBrush) drawnMaterials.map.Replace(cell.i, cell.j, cell.layer);
+  std::swap(drawnMaterials.brush, wantedBrush);
 }
 
 void UpdateDrawnCells() {
@@ -115,16 +116,17 @@ void UpdateDrawnCells() {
                             materialMapper->edits, editor.ShowGrid};
   FindBrushLayers();
   const std::vector<Cell> painted = TakePaintedCells();
-  const bool sceneChanged = !drawn.indexBuffer || scene != drawn.scene;
-  if (!sceneChanged && painted.empty() && wantedBrush == drawn.brush) return;
+  const bool sceneChanged = !drawnMaterials.indexBuffer || scene != drawnMaterials.scene;
+  if (!sceneChanged && painted.empty() && wantedBrush == drawnMaterials.brush) return;
   if (sceneChanged)
     ChooseAllCells();
   else
     ShowGround(painted);
   CoverWithBrush();
-  drawn.scene = scene;
-  BuildCellDrawList(drawn.map, CellSplit::FarLeftToNearRight, scene.grid, drawn.list);
-  UploadCellDrawList(drawn.list, drawn.indexBuffer);
+  drawnMaterials.scene = scene;
+  BuildCellDrawList(drawnMaterials.map, CellSplit::FarLeftToNearRight, scene.grid,
+                    drawnMaterials.list);
+  UploadCellDrawList(drawnMaterials.list, drawnMaterials.indexBuffer);
 }
 
 }  // namespace
@@ -132,12 +134,12 @@ void UpdateDrawnCells() {
 void DrawMaterialCells() {
   if (!SyncTerrainBuffers({})) return;
   UpdateDrawnCells();
-  DrawCellBatches(drawn.list, drawn.indexBuffer, FindLayers(), true);
+  DrawCellBatches(drawnMaterials.list, drawnMaterials.indexBuffer, FindLayers(), true);
 }
 
 void ReleaseMaterialCells() {
-  if (drawn.indexBuffer) glDeleteBuffers(1, &drawn.indexBuffer);
-  drawn.indexBuffer = 0;
+  if (drawnMaterials.indexBuffer) glDeleteBuffers(1, &drawnMaterials.indexBuffer);
+  drawnMaterials.indexBuffer = 0;
 }
 
 void RenderMaterialMode() {

@@ -19,12 +19,12 @@
 namespace mw {
 namespace {
 
-using Colour = std::array<float, 4>;
+using CellColour = std::array<float, 4>;
 
 constexpr int kMaxTileBlocks = kMaxMaterialSize / kTileCells;  // per side of the grid
 // Of cells without texture.
 constexpr ByteColour kGrey{128, 128, 128, 255}, kOrange{255, 128, 0, 255};
-constexpr Colour kWhite{1, 1, 1, 1};
+constexpr CellColour kWhiteCell{1, 1, 1, 1};
 
 // Everything that decides what is drawn. While it stays the same, the list of the last frame serves
 // again.
@@ -33,12 +33,12 @@ struct CellScene {
   ViewSquare square;
   unsigned terrainVersion = 0;
   bool textured = false, grid = false, showSteep = false;
-  bool relief = false;     // the vertices' colours multiply the textures
-  Colour textureColour{};  // multiplies them otherwise
+  bool relief = false;         // the vertices' colours multiply the textures
+  CellColour textureColour{};  // multiplies them otherwise
   // What covers each block of 64 x 64 cells in the square, counted from row 1 and column 0.
   std::array<std::array<CellLayer, kMaxTileBlocks>, kMaxTileBlocks> blocks{};
   std::vector<Cell> brush;
-  Colour brushColour{};
+  CellColour brushColour{};
   friend bool operator==(const CellScene&, const CellScene&) = default;
 };
 
@@ -52,7 +52,7 @@ struct DrawnCells {
 
 // A cache: the indices that were drawn last, and the room for the scene to compare with theirs.
 CellScene wanted;
-DrawnCells drawn;
+DrawnCells drawnCells;
 
 // The tile that covers a block of cells; "no surface", which repeats, where the level has none.
 CellLayer LayerOfBlock(int rowBlock, int columnBlock) {
@@ -90,19 +90,20 @@ const CellLayer& LayerOfCell(int i, int j) {
 
 // 1 + the layer's index. The few tiles that fit into a view square leave room for all layers.
 std::uint8_t LayerFor(const CellLayer& layer) {
-  const auto found = std::find(drawn.layers.begin(), drawn.layers.end(), layer);
-  const auto index = std::min<std::ptrdiff_t>(found - drawn.layers.begin(), kMaxCellLayers - 1);
-  if (found == drawn.layers.end() && drawn.layers.size() < kMaxCellLayers)
-    drawn.layers.push_back(layer);
+  const auto found = std::find(drawnCells.layers.begin(), drawnCells.layers.end(), layer);
+  const auto index =
+      std::min<std::ptrdiff_t>(found - drawnCells.layers.begin(), kMaxCellLayers - 1);
+  if (found == drawnCells.layers.end() && drawnCells.layers.size() < kMaxCellLayers)
+    drawnCells.layers.push_back(layer);
   return static_cast<std::uint8_t>(index + 1);
 }
 
 void ChooseVisibleCells() {
-  drawn.map.Reset();
-  drawn.layers.clear();
+  drawnCells.map.Reset();
+  drawnCells.layers.clear();
   const CellLayer* last = nullptr;
   std::uint8_t lastIndex = 0;
-  drawn.map.ChooseVisible([&](int i, int j) {
+  drawnCells.map.ChooseVisible([&](int i, int j) {
     const CellLayer& layer = LayerOfCell(i, j);
     if (&layer != last) {
       last = &layer;
@@ -115,14 +116,14 @@ void ChooseVisibleCells() {
     CellLayer layer = LayerOfCell(i, j);
     layer.ownColour = true;
     layer.colour = wanted.brushColour;
-    drawn.map.Replace(i, j, LayerFor(layer));
+    drawnCells.map.Replace(i, j, LayerFor(layer));
   }
 }
 
 bool ShowsRelief() { return editor.ShowTextures && editor.ReliefShading; }
 
 // The colours of cells that have no texture, or those that multiply it.
-CellColours ColoursOfCells(const CellColours& untextured, const Colour& textureColour) {
+CellColours ColoursOfCells(const CellColours& untextured, const CellColour& textureColour) {
   if (!ShowsRelief()) return untextured;
   ByteColour colour;
   std::transform(textureColour.begin(), textureColour.end(), colour.begin(),
@@ -131,7 +132,7 @@ CellColours ColoursOfCells(const CellColours& untextured, const Colour& textureC
 }
 
 // Describes the frame as far as all modes have it in common.
-void DescribeScene(const Colour& textureColour) {
+void DescribeScene(const CellColour& textureColour) {
   wanted.frustum = camera.frustum;
   wanted.square = terrain.viewSquare;
   wanted.terrainVersion = TerrainBufferVersion();
@@ -146,15 +147,17 @@ void DescribeScene(const Colour& textureColour) {
 }
 
 void DrawScene() {
-  if (!drawn.indexBuffer || wanted != drawn.scene) {
+  if (!drawnCells.indexBuffer || wanted != drawnCells.scene) {
     ChooseVisibleCells();
     BuildCellDrawList(
-        drawn.map, wanted.textured ? CellSplit::FarLeftToNearRight : CellSplit::FarRightToNearLeft,
-        wanted.grid, drawn.list);
-    UploadCellDrawList(drawn.list, drawn.indexBuffer);
-    std::swap(wanted, drawn.scene);
+        drawnCells.map,
+        wanted.textured ? CellSplit::FarLeftToNearRight : CellSplit::FarRightToNearLeft,
+        wanted.grid, drawnCells.list);
+    UploadCellDrawList(drawnCells.list, drawnCells.indexBuffer);
+    std::swap(wanted, drawnCells.scene);
   }
-  DrawCellBatches(drawn.list, drawn.indexBuffer, drawn.layers, drawn.scene.textured);
+  DrawCellBatches(drawnCells.list, drawnCells.indexBuffer, drawnCells.layers,
+                  drawnCells.scene.textured);
 }
 
 }  // namespace
@@ -166,18 +169,18 @@ void DrawTerrainCells() {
   wanted.brush.assign(BrushCells().begin(), BrushCells().end());
   wanted.brushColour = BrushColour();
   DrawScene();
-  if (terrain.tool == TerrainTool::PointManipulation) DrawPointMarkers(drawn.map);
+  if (terrain.tool == TerrainTool::PointManipulation) DrawPointMarkers(drawnCells.map);
 }
 
 void RenderPlainTerrain() {
-  if (!SyncTerrainBuffers(ColoursOfCells({kGrey, kGrey}, kWhite))) return;
-  DescribeScene(kWhite);
+  if (!SyncTerrainBuffers(ColoursOfCells({kGrey, kGrey}, kWhiteCell))) return;
+  DescribeScene(kWhiteCell);
   DrawScene();
 }
 
 void ReleaseTerrainCells() {
-  if (drawn.indexBuffer) glDeleteBuffers(1, &drawn.indexBuffer);
-  drawn.indexBuffer = 0;
+  if (drawnCells.indexBuffer) glDeleteBuffers(1, &drawnCells.indexBuffer);
+  drawnCells.indexBuffer = 0;
 }
 
 }  // namespace mw
