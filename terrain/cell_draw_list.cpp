@@ -11,15 +11,16 @@
 namespace mw {
 namespace {
 
-// World units by which a corner may be drawn elsewhere than it was tested: raised, and rounded.
+// A corner may be drawn so many world units away from where it was tested, as it is raised for grid
+// lines and rounded.
 constexpr float kSideMargin = 0.05f, kHeightMargin = 0.01f;
 
-// Places of a cell's corners in the vertex buffer.
+// These are the places of a cell's corners in the vertex buffer.
 struct Corners {
   std::uint32_t nearLeft, nearRight, farLeft, farRight;
 };
 
-// Whether the camera stands over the grid, and higher than all of the cell under it.
+// Tells whether the camera stands over the grid, and higher than all of the cell under it.
 bool IsCameraAboveGround() {
   const auto [row, column] = CellOf(camera.position.x, camera.position.z);
   const int last = modConfig.MaterialSize - 1;
@@ -46,8 +47,8 @@ class ListBuilder {
     CellDrawList::Parts& parts = list_.triangles[layer];
     if (parts.IsEmpty()) list_.usedLayers.push_back(layer);
     auto& out = PartOf(parts, i, j);
-    // The triangles that a strip of the four corners gives. Where GL shades flat, their last vertex
-    // gives the colour: it is the cell's own corner.
+    // These are the triangles that a strip of the four corners would give. Where GL shades flat
+    // their last vertex gives the colour, so that it has to be the cell's own corner.
     if (split_ == CellSplit::FarLeftToNearRight)
       out.insert(out.end(),
                  {c.nearLeft, c.nearRight, c.farLeft, c.farLeft, c.nearRight, c.farRight});
@@ -56,8 +57,8 @@ class ListBuilder {
                  {c.farRight, c.nearRight, c.nearLeft, c.farLeft, c.farRight, c.nearLeft});
   }
 
-  // Each line once: the two that the cell shares with its far and right neighbours, and those that
-  // no other cell draws.
+  // No line is listed twice, as that would only cost time: a cell adds the two that it shares with
+  // its far and right neighbours, and those that no other cell draws.
   void AddGridLines(int i, int j, const Corners& c) {
     auto& out = PartOf(list_.lines, i, j);
     const bool isHidden = IsHidden(i, j);
@@ -111,7 +112,8 @@ class ListBuilder {
   CellDrawList& list_;
 };
 
-// From the vertices' texture coordinates, which count surface tiles, to those of the layer.
+// The vertices' texture coordinates count surface tiles. The texture matrix turns them into those
+// of the layer, so that one buffer of vertices serves all layers.
 void UseTextureCoordinates(const CellLayer& layer) {
   glMatrixMode(GL_TEXTURE);
   glLoadIdentity();
@@ -136,7 +138,7 @@ void SelectLayer(const CellLayer& layer, bool textured) {
   }
 }
 
-// Black; no texture may lighten them.
+// Grid lines are black, so that textures have to be off: they would lighten them.
 void SelectGridLines() {
   glDisable(GL_TEXTURE_2D);
   glDisableClientState(GL_COLOR_ARRAY);
@@ -218,8 +220,8 @@ bool CellMap::IsTurnedAway(int i, int j, CellSplit split) const {
   const std::size_t near = Place(i, j), far = Place(i - 1, j);
   const float nearLeft = heights_[near], nearRight = heights_[near + 1], farLeft = heights_[far],
               farRight = heights_[far + 1];
-  // Heights of the triangles' planes where the camera is: so many cells behind the near row and to
-  // the right of the left column.
+  // The camera is compared with the triangles' planes at its own place, which lies so many cells
+  // behind the near row and to the right of the left column.
   const float behind = camera.position.x / terrain.cellSize - static_cast<float>(i);
   const float right = camera.position.z / terrain.cellSize - static_cast<float>(j);
   const float y = camera.position.y + kHeightMargin;

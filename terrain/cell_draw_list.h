@@ -1,6 +1,6 @@
-// Which cells of the view square are visible, and the index list that draws them: one batch of
-// triangles per layer (a texture and a colour), and the grid lines. Used by the renderers of all
-// editing modes.
+// This chooses the visible cells of the view square and builds the index list that draws them: one
+// batch of triangles per layer (a texture and a colour), and the grid lines. The renderers of all
+// editing modes use it.
 #pragma once
 
 #include <array>
@@ -16,20 +16,23 @@ namespace mw {
 // The two triangle strips in use split a cell along different diagonals.
 enum class CellSplit { FarLeftToNearRight, FarRightToNearLeft };
 
-// What one draw call shows: a texture (0: none), with the colours of the cells or one of its own.
+// A draw call shows one layer: a texture (0: none) with the colours of the cells or with one of its
+// own.
 struct CellLayer {
   unsigned texture = 0;
   float repeats = 1;  // of the texture along the side of a surface tile
-  // Texture coordinates of the point where the texture begins: those of its tile's corner, so that
-  // a tile's texture is met between 0 and 1 and can end at its edge; 0 for a texture that repeats.
+  // The texture begins at these texture coordinates. They are those of its tile's corner, so that a
+  // tile's texture is met between 0 and 1 and can end at its edge; a texture that repeats begins at
+  // 0.
   float originS = 0, originT = 0;
   bool ownColour = false;
   std::array<float, 4> colour{};
   friend bool operator==(const CellLayer&, const CellLayer&) = default;
 };
 
-// Layer of each cell of the view square: 0 for cells that are not drawn, else 1 + its index in
-// `layers`. There is a border of one cell around the square, never drawn.
+// This holds the layer of each cell of the view square: 0 for cells that are not drawn, else 1 +
+// its index in `layers`. A border of one cell around the square is never drawn, so that each cell
+// of the square has neighbours to ask.
 class CellMap {
  public:
   // Forgets everything; the square becomes the current view square.
@@ -52,30 +55,31 @@ class CellMap {
   void Replace(int i, int j, std::uint8_t layer);
   const ViewSquare& Square() const { return square_; }
 
-  // Of a visible cell: whether nothing of it can show, because it lies behind one plane of the
-  // frustum as a whole, and whether it lies before all of them, so that GL has nothing to clip.
+  // A visible cell is outside when it lies behind one plane of the frustum as a whole, so that
+  // nothing of it can show. It is inside when it lies before all of them, so that GL has nothing to
+  // clip.
   bool IsOutside(int i, int j) const { return (SidesOfCell(i, j) & kBehind) != 0; }
   bool IsInside(int i, int j) const { return (SidesOfCell(i, j) & kInside) != 0; }
 
-  // Whether both triangles of the cell show the camera their lower side. Cells that are not in the
-  // square are not.
+  // Tells whether both triangles of the cell show the camera their lower side. Cells that are not
+  // in the square do not count as such.
   bool IsTurnedAway(int i, int j, CellSplit split) const;
 
-  // Whether a cell that reaches into the frustum is not visible, as its corner (i, j) lies too far
-  // outside. Where the ground is steep, others may be seen through the gap.
+  // Tells whether some cell that reaches into the frustum is not visible, as its corner (i, j) lies
+  // too far outside. Where the ground is steep, others may be seen through the gap.
   bool HasGaps() const;
 
   static bool IsCornerVisible(int i, int j);
 
  private:
   static constexpr int kSide = static_cast<int>(kViewSquareCells) + 4;
-  // Of a corner: behind which planes of the frustum it lies, whether it lies before all of them,
-  // and whether it passes the frustum test.
+  // A corner's bits tell behind which planes of the frustum it lies, whether it lies before all of
+  // them, and whether it passes the frustum test.
   static constexpr std::uint8_t kBehind = 0x3F, kInside = 0x40, kVisible = 0x80;
 
   // Fills in sides and heights of the corners of row i.
   void FindSides(int i);
-  // What all four corners of a cell have in common.
+  // Returns the bits that all four corners of a cell have in common.
   int SidesOfCell(int i, int j) const {
     const std::size_t nearLeft = Place(i, j), farLeft = Place(i - 1, j);
     return sides_[nearLeft] & sides_[nearLeft + 1] & sides_[farLeft] & sides_[farLeft + 1];
@@ -90,7 +94,7 @@ class CellMap {
   std::array<float, std::size_t{kSide} * kSide> heights_{};  // world units, as drawn
 };
 
-// One draw call: triangles of a layer, or grid lines.
+// A batch is one draw call, either for triangles of a layer or for grid lines.
 struct CellBatch {
   bool lines = false;
   std::uint8_t layer = 0;  // 1 + index in the layers
@@ -99,8 +103,9 @@ struct CellBatch {
 
 inline constexpr int kMaxCellLayers = 64;
 inline constexpr float kGridLineWidth = 2.0f;  // pixels
-// glPolygonOffset's factor and units for cells under grid lines. With so many units no pixel of a
-// line has the depth of the ground beside it, where the order of drawing would decide.
+// glPolygonOffset gets this factor and these units for cells under grid lines. With so many units
+// no pixel of a line has the depth of the ground beside it, where the order of drawing would
+// decide.
 inline constexpr float kGridDepthFactor = 1.0f, kGridDepthUnits = 8.0f;
 
 struct CellDrawList {
@@ -108,9 +113,9 @@ struct CellDrawList {
   Indices indices;
   std::vector<CellBatch> batches;
 
-  // Working storage of the builder, kept so that no frame has to allocate. Cells that GL has to
-  // clip are kept apart from the others: it may take the long way for all that stands near one of
-  // them.
+  // The builder's working storage is kept here so that no frame has to allocate. Cells that GL has
+  // to clip are kept apart from the others, as it may take the long way for all that stands near
+  // one of them.
   struct Parts {
     Indices clipped, whole;
     bool IsEmpty() const { return clipped.empty() && whole.empty(); }

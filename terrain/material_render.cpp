@@ -23,7 +23,7 @@ namespace {
 
 constexpr int kCellsPerSurfaceRepeat = 16;
 
-// One layer per material, then one per material under the brush.
+// Each material has a layer, and behind those of all another one for its cells under the brush.
 using MaterialLayers = std::array<CellLayer, 2 * kMaterialCount>;
 static_assert(MaterialLayers{}.size() <= kMaxCellLayers);
 
@@ -33,8 +33,9 @@ struct BrushCell {
   friend bool operator==(const BrushCell&, const BrushCell&) = default;
 };
 
-// Everything but brush and painting that decides which cells are drawn and with which layer. While
-// it stays the same, only their cells are looked at.
+// This is everything but brush and painting that decides which cells are drawn and with which
+// layer. While it stays the same only the cells of those two are looked at, so that a stroke costs
+// little.
 struct MaterialScene {
   std::array<Plane, 6> frustum{};
   ViewSquare square;
@@ -51,7 +52,8 @@ struct DrawnMaterials {
   unsigned indexBuffer = 0;  // 0 before the first frame
 };
 
-// A cache: what GL holds of the frame drawn last, and the room for the brush to compare with it.
+// Both are a cache: what GL holds of the last frame serves again while nothing changes, and the
+// brush to compare with it has a place of its own so that no frame has to allocate.
 DrawnMaterials drawnMaterials;
 std::vector<BrushCell> wantedBrush;
 
@@ -67,8 +69,8 @@ void FindBrushLayers() {
   }
 }
 
-// The whole icon in each cell, its first coordinate against the rows. The vertices' own coordinates
-// count surface tiles, and the pictures repeat.
+// Each cell shows the whole icon, whose first coordinate runs against the rows. The vertices' own
+// coordinates count surface tiles, and the pictures repeat.
 CellLayer IconLayer(std::size_t material) {
   return {.texture = textureSet.shared.materials[material], .repeats = kTileCells};
 }
@@ -98,7 +100,7 @@ void ChooseAllCells() {
   drawnMaterials.map.ChooseVisible(GroundLayer);
 }
 
-// What was painted shows, and the ground where the brush was.
+// Shows what was painted, and the ground again where the brush was.
 void ShowGround(const std::vector<Cell>& painted) {
   for (const Cell& cell : painted)
     drawnMaterials.map.Replace(cell.i, cell.j, GroundLayer(cell.i, cell.j));

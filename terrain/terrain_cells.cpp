@@ -22,12 +22,12 @@ namespace {
 using CellColour = std::array<float, 4>;
 
 constexpr int kMaxTileBlocks = kMaxMaterialSize / kTileCells;  // per side of the grid
-// Of cells without texture.
+// Cells without a texture are grey; steep ones stand out in orange.
 constexpr ByteColour kGrey{128, 128, 128, 255}, kOrange{255, 128, 0, 255};
 constexpr CellColour kWhiteCell{1, 1, 1, 1};
 
-// Everything that decides what is drawn. While it stays the same, the list of the last frame serves
-// again.
+// This is everything that decides what is drawn: while it stays the same, the list of the last
+// frame is drawn again instead of being built anew.
 struct CellScene {
   std::array<Plane, 6> frustum{};
   ViewSquare square;
@@ -35,7 +35,8 @@ struct CellScene {
   bool textured = false, grid = false, showSteep = false;
   bool relief = false;         // the vertices' colours multiply the textures
   CellColour textureColour{};  // multiplies them otherwise
-  // What covers each block of 64 x 64 cells in the square, counted from row 1 and column 0.
+  // These layers cover the square's blocks of 64 x 64 cells, which are counted from row 1 and
+  // column 0.
   std::array<std::array<CellLayer, kMaxTileBlocks>, kMaxTileBlocks> blocks{};
   std::vector<Cell> brush;
   CellColour brushColour{};
@@ -50,11 +51,13 @@ struct DrawnCells {
   unsigned indexBuffer = 0;  // 0 before the first frame
 };
 
-// A cache: the indices that were drawn last, and the room for the scene to compare with theirs.
+// Both are a cache: the indices that were drawn last serve again while nothing changes, and the
+// scene to compare with theirs has a place of its own so that no frame has to allocate.
 CellScene wanted;
 DrawnCells drawnCells;
 
-// The tile that covers a block of cells; "no surface", which repeats, where the level has none.
+// Returns the layer of the tile that covers a block of cells. Where the level has no tile it is
+// that of "no surface", which repeats and so needs no origin.
 CellLayer LayerOfBlock(int rowBlock, int columnBlock) {
   const int blockRow = terrain.tilesPerSide - rowBlock - 1;
   // Offsets come from the level's scripts and may be of any size.
@@ -88,7 +91,8 @@ const CellLayer& LayerOfCell(int i, int j) {
   return wanted.blocks[(i - 1) / kTileCells][j / kTileCells];
 }
 
-// 1 + the layer's index. The few tiles that fit into a view square leave room for all layers.
+// Returns 1 + the layer's index, as the map of the cells holds it. The few tiles that fit into a
+// view square leave room for all layers.
 std::uint8_t LayerFor(const CellLayer& layer) {
   const auto found = std::find(drawnCells.layers.begin(), drawnCells.layers.end(), layer);
   const auto index =
@@ -122,7 +126,8 @@ void ChooseVisibleCells() {
 
 bool ShowsRelief() { return editor.ShowTextures && editor.ReliefShading; }
 
-// The colours of cells that have no texture, or those that multiply it.
+// Cells that have no texture show the given colours. With relief shading it is the textures that
+// are multiplied, by shades of their colour.
 CellColours ColoursOfCells(const CellColours& untextured, const CellColour& textureColour) {
   if (!ShowsRelief()) return untextured;
   ByteColour colour;

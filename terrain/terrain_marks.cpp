@@ -25,8 +25,8 @@ constexpr float kMarkerDot = 4.0f;                                              
 constexpr int kSphereSlices = 8, kSphereStacks = 4;
 constexpr float kOutlineWidth = 2.0f;  // pixels
 constexpr float kOutlineRaise = 0.1f;  // world units above the ground
-// What nears a line to the camera in the depth buffer, so that ground that bends between two of its
-// points does not cover it.
+// The depth of an outline is scaled by this, which brings it nearer to the camera in the depth
+// buffer: ground that bends between two of its points would cover it otherwise.
 constexpr double kOutlineDepth = 0.9999;
 
 using MarkColour = std::array<std::uint8_t, 4>;
@@ -52,7 +52,8 @@ MarkColour MarkerColour(const TerrainVertex& vertex) {
   return {0, 0, 0, 255};
 }
 
-// From the vertex up, leaning against the view so that it can also be seen from above.
+// A marker stands up from its vertex and leans against the view, so that it can also be seen from
+// above.
 void AddMarker(const TerrainVertex& vertex) {
   const Vector3& d = camera.direction;
   const float y = vertex.h * modConfig.HeightScale;
@@ -61,7 +62,8 @@ void AddMarker(const TerrainVertex& vertex) {
   store.vertices.push_back({vertex.x - d.x * d.y, y + kMarkerHeight, vertex.z - d.z * d.y, colour});
 }
 
-// Straight from above the markers are seen end on, as good as invisible; a dot then shows each.
+// Straight from above the markers are seen end on and are as good as invisible, so that each needs
+// a dot.
 bool NeedDots() { return editor.cameraMode == CameraMode::TopDown; }
 
 void DrawMarkVertices() {
@@ -98,7 +100,8 @@ void Vertex(const Vector3& point) { glVertex3f(point.x, point.y, point.z); }
 
 float BrushRadius() { return static_cast<float>(terrain.brushSize) * terrain.cellSize; }
 
-// A point of the brush's edge; where that leaves the level it follows the border.
+// Draws a point of the brush's edge. Where the edge leaves the level it follows the border, as
+// there is no ground beyond.
 void OutlineVertex(float angle) {
   const float radius = BrushRadius();
   const auto world = static_cast<float>(modConfig.WorldSize);
@@ -117,7 +120,7 @@ Vector3 RoadPostTop(const RoadPoint& point) {
 
 }  // namespace
 
-// As they leave no depth, those nearer to the camera come after those behind them.
+// Markers leave no depth, so that those nearer to the camera have to come after those behind them.
 void DrawPointMarkers(const CellMap& cells) {
   const ViewSquare& square = cells.Square();
   const Cell middle = CellOf(camera.position.x, camera.position.z);
@@ -134,7 +137,8 @@ void DrawPointMarkers(const CellMap& cells) {
   glDepthMask(GL_TRUE);
 }
 
-// Leaves no depth, as all marks.
+// Like all marks the sphere leaves no depth, as tools that read the depth under the cursor have to
+// find the ground.
 void DrawBrushSphere() {
   if (SameUnit(camera.position.x, terrain.pick.x) || SameUnit(camera.position.y, terrain.pick.y) ||
       SameUnit(camera.position.z, terrain.pick.z))
@@ -152,7 +156,7 @@ void DrawBrushSphere() {
   glDepthMask(GL_TRUE);
 }
 
-// Like the sphere it leaves the depth of the ground.
+// Like the sphere the outline leaves the depth of the ground as it is.
 void DrawBrushOutline() {
   if (!HasUsableTerrain()) return;
   constexpr int kPointsPerCell = 8;  // of the radius: more than one for each cell that it crosses
