@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "core/bytes.h"
 #include "data/archive.h"
 #include "data/image.h"
 #include "platform/disk.h"
@@ -13,8 +14,6 @@
 
 namespace mw::sample {
 namespace {
-
-using Bytes = std::vector<std::uint8_t>;
 
 constexpr int kSide = 256, kTileSide = 1024;
 constexpr int kWallColumn = 40;  // a wall from south to north, 30 units high, in the first tile
