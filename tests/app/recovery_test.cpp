@@ -9,6 +9,7 @@
 #include "app/level_fixture.h"
 #include "app/recovery_offer.h"
 #include "app/session.h"
+#include "core/history.h"
 #include "support/archive_bytes.h"
 #include "support/each_change.h"
 
@@ -25,6 +26,11 @@ class RecoveryTest : public LevelTest {
   RecoveryTest() {
     Restart();
     Open("Island");
+  }
+  void EditAsStep(int mark) {
+    const HistoryStep step("Mark");
+    KeepSetting(modConfig);
+    Mark(mark);
   }
 };
 
@@ -104,6 +110,13 @@ TEST_F(RecoveryTest, AKillAtAnyTime) {
     Answer({kYes});
     ASSERT_TRUE(OfferRecovery());
     EXPECT_GE(Shown(), 1) << "half of one edit and half of another";
+    // A new past begins there, and none of it leads to what is on disk.
+    const int recovered = Shown();
+    EXPECT_EQ(NextUndo() + NextRedo(), "");
+    EditAsStep(210);
+    EXPECT_TRUE(Undo());
+    EXPECT_EQ(Shown(), recovered);
+    EXPECT_TRUE(editor.levelModified);
   }
   EXPECT_TRUE(fs::exists(kRecoveryFile)) << "no attempt got as far as a first file";
 }
