@@ -9,12 +9,13 @@ set -euo pipefail
 [ "$(id -u)" -eq 0 ] || { echo "This check makes a Debian of its own, which only root can do." >&2; exit 1; }
 # Its mounts are seen by this script alone and end with it.
 [ -n "${own_mounts:-}" ] || own_mounts=1 exec unshare --mount "$0" "$@"
+deb=${1:+$(realpath "$1")}
 cd "$(dirname "$0")/.."
 source tools/packages.sh
 source tools/virtual_display.sh
 
 need debootstrap "${display_packages[@]}"
-deb=${1:-$(ls -t build/package/*.deb 2>/dev/null | head -n 1)}
+deb=${deb:-$(ls -t build/package/*.deb 2>/dev/null | head -n 1)}
 [ -f "$deb" ] || { echo "There is no package yet; tools/package.sh makes one." >&2; exit 1; }
 pictures=$PWD/build/package
 mkdir -p "$pictures"
