@@ -39,7 +39,7 @@ std::string_view TemplateKind(SettingsScript script) {
 
 std::string KeyWithNumbers(std::string_view command, std::initializer_list<std::int32_t> numbers) {
   std::string key = LowerCase(command);
-  for (const std::int32_t number : numbers) key += " " + std::to_string(number);
+  for (const std::int32_t number : numbers) key.append(" ").append(std::to_string(number));
   return key;
 }
 
