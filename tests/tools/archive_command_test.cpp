@@ -107,23 +107,23 @@ TEST_F(ArchiveCommandTest, DamagedMembersAreToldAndWhatCanBeReadIsExtracted) {
 
 // As the editor's opening does: nothing here fails to decompress.
 TEST_F(ArchiveCommandTest, VerifyReadsEachPartOfALevel) {
-  const std::string folder = "in/varnhold/levels/Isle/";
-  fs::create_directories(folder + "init");
-  fs::create_directories(folder + "textures");
-  fs::create_directories(folder + "Conquest");
+  const std::string level = "in/varnhold/levels/Isle/";
+  fs::create_directories(level + "init");
+  fs::create_directories(level + "textures");
+  fs::create_directories(level + "Conquest");
   for (const char* script :
        {"init.con", "init/terrain.con", "init/skyandsun.con", "StaticObjects.con"}) {
-    WriteBytes(folder + script, TextBytes("rem nothing\n"));
+    WriteBytes(level + script, TextBytes("rem nothing\n"));
   }
-  WriteBytes(folder + "heightmap.raw", NoiseBytes(2 * 256 * 256, 1));
-  WriteBytes(folder + "materialmap.raw", Bytes(256 * 256));
+  WriteBytes(level + "heightmap.raw", NoiseBytes(2 * 256 * 256, 1));
+  WriteBytes(level + "materialmap.raw", Bytes(256 * 256));
   EXPECT_EQ(Run("add Isle.vra in/varnhold --create"), 0);
   EXPECT_EQ(Run("verify Isle.vra"), 0);
   EXPECT_EQ(printed, "6 members, 0 damaged\n1 levels, 0 damaged\n");
-  WriteBytes(folder + "materialmap.raw", Bytes(256 * 255));
-  WriteBytes(folder + "init/terrain.con", TextBytes("GeometryTemplate.materialSize 300\n"));
-  WriteBytes(folder + "textures/Tx00x00.dds", TextBytes("no picture"));
-  WriteBytes(folder + "Conquest/SoldierSpawns.con", TextBytes("Object.create nobody\n"));
+  WriteBytes(level + "materialmap.raw", Bytes(256 * 255));
+  WriteBytes(level + "init/terrain.con", TextBytes("GeometryTemplate.materialSize 300\n"));
+  WriteBytes(level + "textures/Tx00x00.dds", TextBytes("no picture"));
+  WriteBytes(level + "Conquest/SoldierSpawns.con", TextBytes("Object.create nobody\n"));
   EXPECT_EQ(Run("add Isle.vra in/varnhold"), 0);
   EXPECT_EQ(Run("remove Isle.vra */init.con */staticobjects.con"), 0);
   std::string told;
