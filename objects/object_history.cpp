@@ -57,17 +57,26 @@ auto AsMade(const Base& record, Act act) {
   return act(static_cast<const First&>(record));
 }
 
-struct TemplateRules {
-  using Record = std::unique_ptr<SpawnTemplate>;
+// How records of a base and its kinds are copied and measured.
+template <typename Base, typename... Made>
+struct MadeRules {
+  using Record = std::unique_ptr<Base>;
   template <typename Act>
   static auto As(const Record& record, Act act) {
-    return AsMade<SoldierSpawnTemplate, ObjectSpawnTemplate, ControlPointTemplate>(*record, act);
+    return AsMade<Made...>(*record, act);
   }
   static Record CopyOf(const Record& record) {
     return As(record, [](const auto& made) -> Record {
       return std::make_unique<std::decay_t<decltype(made)>>(made);
     });
   }
+  static std::size_t BytesOf(const Record& record) {
+    return As(record, [](const auto& made) { return sizeof made; });
+  }
+};
+
+struct TemplateRules
+    : MadeRules<SpawnTemplate, SoldierSpawnTemplate, ObjectSpawnTemplate, ControlPointTemplate> {
   // The item in the tree is no matter of the level.
   static bool IsSame(const Record& a, const Record& b) {
     return As(a, [&b](const auto& made) {
@@ -81,22 +90,9 @@ struct TemplateRules {
       return made == other;
     });
   }
-  static std::size_t BytesOf(const Record& record) {
-    return As(record, [](const auto& made) { return sizeof made; });
-  }
 };
 
-struct InstanceRules {
-  using Record = std::unique_ptr<SpawnInstance>;
-  template <typename Act>
-  static auto As(const Record& record, Act act) {
-    return AsMade<SoldierSpawn, ObjectSpawn, ControlPoint>(*record, act);
-  }
-  static Record CopyOf(const Record& record) {
-    return As(record, [](const auto& made) -> Record {
-      return std::make_unique<std::decay_t<decltype(made)>>(made);
-    });
-  }
+struct InstanceRules : MadeRules<SpawnInstance, SoldierSpawn, ObjectSpawn, ControlPoint> {
   static bool IsSame(const Record& a, const Record& b) {
     return As(a, [&b](const auto& made) {
       const auto& other = static_cast<decltype(made)>(*b);
@@ -106,9 +102,6 @@ struct InstanceRules {
       return IsSamePlacement(made, other) && made.name == other.name &&
              made.templateIndex == other.templateIndex && made.modes == other.modes;
     });
-  }
-  static std::size_t BytesOf(const Record& record) {
-    return As(record, [](const auto& made) { return sizeof made; });
   }
 };
 
