@@ -42,12 +42,13 @@ fail() {
 # quietly COMMAND...: shows what the command says only when it fails.
 quietly() { "$@" >"$log" 2>&1 || fail "$*"; }
 
-# A plain Debian 12, made or copied from the one that is kept.
+# A plain Debian 12, made or copied from the one that is kept. It comes from where this machine's packages
+# come from, if that has Debian 12, else from debootstrap's own choice.
 make_debian() {
   local kept=${MAPWRIGHT_DEBIAN:-$scratch/debian} mirror
   mirror=$(apt-get indextargets --format '$(SITE)' 'Created-By: Packages' 'Codename: bookworm' | head -n 1)
   if [ ! -e "$kept/etc/debian_version" ] || [ -e "$kept/debootstrap" ]; then
-    quietly debootstrap --variant=minbase bookworm "$kept" "${mirror:-http://deb.debian.org/debian}"
+    quietly debootstrap --variant=minbase bookworm "$kept" ${mirror:+"$mirror"}
   fi
   cp -a "$kept" "$root"
   cp /etc/resolv.conf "$root/etc/"
