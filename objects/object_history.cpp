@@ -141,31 +141,17 @@ class ObjectsPart final : public HistoryPart {
  public:
   void Keep() {
     if (std::exchange(isKept_, true)) return;
-    objects_.Keep(objectStore.objects);
-    groups_.Keep(entities.spawnGroups);
-    for (std::size_t k = 0; k < kinds_.size(); ++k) {
-      kinds_[k].templates.Keep(entities.tables[k].templates);
-      kinds_[k].instances.Keep(entities.tables[k].instances);
-    }
+    ForEachTable([](auto& kept, const auto& table) { kept.Keep(table); });
   }
 
   bool Close() override {
-    bool changed = objects_.Close(objectStore.objects);
-    changed |= groups_.Close(entities.spawnGroups);
-    for (std::size_t k = 0; k < kinds_.size(); ++k) {
-      changed |= kinds_[k].templates.Close(entities.tables[k].templates);
-      changed |= kinds_[k].instances.Close(entities.tables[k].instances);
-    }
+    bool changed = false;
+    ForEachTable([&changed](auto& kept, const auto& table) { changed |= kept.Close(table); });
     return changed;
   }
 
   void Reopen() override {
-    objects_.Reopen(objectStore.objects);
-    groups_.Reopen(entities.spawnGroups);
-    for (std::size_t k = 0; k < kinds_.size(); ++k) {
-      kinds_[k].templates.Reopen(entities.tables[k].templates);
-      kinds_[k].instances.Reopen(entities.tables[k].instances);
-    }
+    ForEachTable([](auto& kept, const auto& table) { kept.Reopen(table); });
   }
 
   void Exchange() override {
@@ -209,6 +195,16 @@ class ObjectsPart final : public HistoryPart {
     RecordHistory<std::unique_ptr<SpawnTemplate>, TemplateRules> templates;
     RecordHistory<std::unique_ptr<SpawnInstance>, InstanceRules> instances;
   };
+
+  template <typename Act>
+  void ForEachTable(Act act) {
+    act(objects_, objectStore.objects);
+    act(groups_, entities.spawnGroups);
+    for (std::size_t k = 0; k < kinds_.size(); ++k) {
+      act(kinds_[k].templates, entities.tables[k].templates);
+      act(kinds_[k].instances, entities.tables[k].instances);
+    }
+  }
 
   static void DeleteItemsOf(const TakenItems& taken) {
     for (const auto& [item, state] : taken) {
