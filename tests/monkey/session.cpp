@@ -1,7 +1,7 @@
 // session: starts the editor in the current folder, a working folder with a fresh sample game, and
 // goes through a user's day: edits of every kind, saving, other levels, a new one. Then it opens
-// levels one after another and looks at the memory: that must not grow. Ends with 0 when all went
-// well; what the program leaks a sanitizer tells at the end.
+// levels one after another and looks at the memory: that must not go on growing. Ends with 0 when
+// all went well; what the program leaks a sanitizer tells at the end.
 #include <QApplication>
 #include <QTextStream>
 #include <algorithm>
@@ -28,6 +28,7 @@ namespace {
 
 constexpr const char* kLevels[] = {"Harbour_Point", "Stone_Ridge"};
 constexpr std::size_t kOpened = 12;
+constexpr int kRounds = 3;  // what the program leaks grows in each of them, a library's cache once
 constexpr std::int64_t kMostGrowth = 128 << 10;  // bytes, in half of the openings
 
 const QString kArrow = QStringLiteral(" \u2192 ");
@@ -130,9 +131,9 @@ void MakeNewLevel(const QString& name) {
   Do("status", "Saved level " + name);
 }
 
-// False when it grew: now and then a library has some megabytes more for a moment, so the least of
+// True when it grew: now and then a library has some megabytes more for a moment, so the least of
 // several openings of a level is compared with the least of those before.
-bool OpenLevelsAndWatchMemory() {
+bool MemoryGrowsWhileLevelsOpen() {
   constexpr std::size_t kLevelCount = std::size(kLevels);
   std::array<std::vector<std::int64_t>, kLevelCount> bytes;
   for (std::size_t i = 0; i < kOpened; ++i) {
@@ -149,7 +150,14 @@ bool OpenLevelsAndWatchMemory() {
                         << after - before << " more" << Qt::endl;
     grew = grew || after - before > kMostGrowth;
   }
-  return !grew;
+  return grew;
+}
+
+void OpenLevelsAndWatchMemory() {
+  for (int round = 0; round < kRounds; ++round) {
+    if (!MemoryGrowsWhileLevelsOpen()) return;
+  }
+  throw help::TourError("the memory grew");
 }
 
 class Session : public QThread {
@@ -165,7 +173,7 @@ class Session : public QThread {
       SaveByMenu();
       OpenLevelByMenu(kLevels[1]);
       MakeNewLevel("Session_Level");
-      if (!OpenLevelsAndWatchMemory()) throw help::TourError("the memory grew");
+      OpenLevelsAndWatchMemory();
       ExitByMenu();
     } catch (const std::exception& reason) {
       QTextStream(stderr) << reason.what() << Qt::endl;
