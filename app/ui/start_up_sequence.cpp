@@ -6,6 +6,7 @@
 
 #include "app/frame.h"
 #include "app/level.h"
+#include "app/level_file.h"
 #include "app/recovery_offer.h"
 #include "app/shell.h"
 #include "app/start_up.h"
@@ -68,15 +69,23 @@ void ShutDown() {
   if (MakeViewContextCurrent()) DestroyViewObjects();
 }
 
-int RunInWindow(MainWindow& window, FrameLoop& frames) {
+// True when a level is open: recovered work, the one that was asked for, or what the user chooses.
+bool OpenFirstLevel(const std::string& level) {
+  const bool recovered = OfferRecovery();
+  if (!level.empty() && OpenLevelFile(level)) return true;
+  return recovered || RunWelcomeLoop();
+}
+
+int RunInWindow(MainWindow& window, FrameLoop& frames, const std::string& level) {
   ShowMainWindow(window);
   if (!editor.viewReady) return kExitCodeWithoutGl;
   if (!window.isVisible()) return 0;  // closed as soon as it was there
-  if (!ListMods(&window)) return 0;
+  // Its archive tells the mod.
+  if (level.empty() ? !ListMods(&window) : !FindModsAtStart()) return 0;
   InitGrid();
   if (!LoadSharedTextures()) return kExitCodeWithoutGl;
   LoadDefaults();
-  if (!OfferRecovery() && !RunWelcomeLoop()) return 0;
+  if (!OpenFirstLevel(level)) return 0;
   const RecoveryTimer recoveryTimer;
   frames.Start();
   return QApplication::exec();
@@ -84,7 +93,7 @@ int RunInWindow(MainWindow& window, FrameLoop& frames) {
 
 }  // namespace
 
-int RunEditor(const PlatformConnections& platform) {
+int RunEditor(const PlatformConnections& platform, const std::string& level) {
   ReadInstalledVersion();
   if (!ClaimSingleInstance("Mapwright")) return 0;
   // Dialogs come and go before and beside the main window; the program ends with Exit only.
@@ -100,7 +109,7 @@ int RunEditor(const PlatformConnections& platform) {
   platform.observeProcessWaits([&frames](bool waiting) { frames.Rest(waiting); });
   ConnectShell(window);
   ConnectHooks();
-  const int exitCode = RunInWindow(window, frames);
+  const int exitCode = RunInWindow(window, frames, level);
   ShutDown();
   DisconnectShell();
   platform.observeProcessWaits([](bool) {});

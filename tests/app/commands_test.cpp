@@ -208,7 +208,7 @@ TEST_F(CommandsTest, TheWelcomeDialogComesBackWhenNoLevelWasOpened) {
   std::vector<WelcomeChoice> choices{WelcomeChoice::OpenLevel, WelcomeChoice::NewLevel,
                                      WelcomeChoice::Close};
   std::size_t shown = 0;
-  shell.welcomeDialog = [&] { return choices.at(shown++); };
+  shell.welcomeDialog = [&](const auto&) { return choices.at(shown++); };
   shell.selectMod = [](bool) { return false; };
   EXPECT_FALSE(RunWelcomeLoop());
   EXPECT_EQ(shown, 3u);

@@ -242,7 +242,7 @@ TEST_F(NewLevelTest, CancellingLeavesTheOpenLevelAlone) {
 TEST_F(NewLevelTest, TheWelcomeDialogCreatesTheFirstLevel) {
   std::vector<WelcomeChoice> answers{WelcomeChoice::NewLevel, WelcomeChoice::NewLevel};
   cancelled = true;
-  shell.welcomeDialog = [&] {
+  shell.welcomeDialog = [&](const auto&) {
     const WelcomeChoice answer = answers.back();
     answers.pop_back();
     cancelled = !answers.empty();  // the first time the user thinks better of it

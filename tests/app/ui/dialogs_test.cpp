@@ -19,7 +19,7 @@ TEST_F(WelcomeTest, EachButtonMakesItsChoice) {
     WhenOpen<WelcomeDialog>([button](WelcomeDialog& dialog) {
       QTest::mouseClick(dialog.findChild<QPushButton*>(button), Qt::LeftButton);
     });
-    return shell.welcomeDialog();
+    return shell.welcomeDialog({});
   };
   EXPECT_EQ(answer("openButton"), WelcomeChoice::OpenLevel);
   EXPECT_EQ(answer("newButton"), WelcomeChoice::NewLevel);
@@ -28,9 +28,9 @@ TEST_F(WelcomeTest, EachButtonMakesItsChoice) {
 
 TEST_F(WelcomeTest, EscapeAndCloseBoxChooseANewLevel) {
   WhenOpen<WelcomeDialog>([](auto& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
-  EXPECT_EQ(shell.welcomeDialog(), WelcomeChoice::NewLevel);
+  EXPECT_EQ(shell.welcomeDialog({}), WelcomeChoice::NewLevel);
   WhenOpen<WelcomeDialog>([](auto& dialog) { dialog.close(); });
-  EXPECT_EQ(shell.welcomeDialog(), WelcomeChoice::NewLevel);
+  EXPECT_EQ(shell.welcomeDialog({}), WelcomeChoice::NewLevel);
 }
 
 class LoadLevelTest : public WindowTest {

@@ -33,6 +33,7 @@
 #include "ui_202_welcome.h"
 #include "ui_210_add_file.h"
 #include "ui_211_process.h"
+#include "ui_212_sample_game.h"
 
 namespace mw {
 namespace {
@@ -71,6 +72,7 @@ const Form kForms[] = {
     {"202_welcome", SetUp<Ui::WelcomeDialog>},
     {"210_add_file", SetUp<Ui::AddFileToArchive>},
     {"211_process", SetUp<Ui::ProcessWindow>},
+    {"212_sample_game", SetUp<Ui::SampleGameForm>},
 };
 
 // What Tab can reach, in the order in which the form names it: that in which it is read.
