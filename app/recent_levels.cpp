@@ -27,14 +27,16 @@ void Write(const std::vector<RecentLevel>& levels) {
   static_cast<void>(WriteEditorSetting(kSetting, text));
 }
 
-bool IsOf(const RecentLevel& level, std::string_view archive) {
-  return EqualNoCase(level.archive, archive);
+// Paths are as the disk spells them: two that differ in case alone are two files.
+std::vector<RecentLevel> AllBut(const std::string& archive) {
+  std::vector<RecentLevel> levels = RecentLevels();
+  std::erase_if(levels, [&](const RecentLevel& level) { return level.archive == archive; });
+  return levels;
 }
 
-void Forget(const RecentLevel& gone) {
-  std::vector<RecentLevel> levels = RecentLevels();
-  std::erase_if(levels, [&](const RecentLevel& level) { return IsOf(level, gone.archive); });
-  Write(levels);
+// What the setting holds may be damaged: a line that names no file is passed over.
+bool IsUsable(std::string_view line, std::size_t pathEnd) {
+  return pathEnd != line.npos && std::filesystem::path(line.substr(0, pathEnd)).is_absolute();
 }
 
 }  // namespace
@@ -45,8 +47,10 @@ std::vector<RecentLevel> RecentLevels() {
   Tokenizer lines(text);
   while (const auto line = lines.Next("\n")) {
     const std::size_t end = line->find(kBetween);
-    if (end == line->npos || levels.size() == kMaxRecentLevels) continue;
-    levels.push_back({std::string(line->substr(0, end)), std::string(line->substr(end + 1))});
+    if (!IsUsable(*line, end) || levels.size() == kMaxRecentLevels) continue;
+    const std::string_view archive = line->substr(0, end);
+    if (std::ranges::find(levels, archive, &RecentLevel::archive) != levels.end()) continue;
+    levels.push_back({std::string(archive), std::string(line->substr(end + 1))});
   }
   return levels;
 }
@@ -71,8 +75,7 @@ void RememberLevel() {
       std::filesystem::absolute(NativePath(openLevel.archivePath), ignored).string(),
       openLevel.mod};
   if ((open.archive + open.mod).find_first_of(kNotInPaths) != std::string::npos) return;
-  std::vector<RecentLevel> levels = RecentLevels();
-  std::erase_if(levels, [&](const RecentLevel& level) { return IsOf(level, open.archive); });
+  std::vector<RecentLevel> levels = AllBut(open.archive);
   levels.insert(levels.begin(), open);
   if (levels.size() > kMaxRecentLevels) levels.pop_back();
   Write(levels);
@@ -83,7 +86,7 @@ bool OpenRecentLevel(std::string_view archive) {
   const auto found = std::ranges::find(levels, archive, &RecentLevel::archive);
   const RecentLevel level = found == levels.end() ? RecentLevel{std::string(archive), {}} : *found;
   if (FileExists(level.archive)) return OpenLevelFile(level.archive, level.mod);
-  Forget(level);
+  Write(AllBut(level.archive));
   ShowPrompt("This level is not there any more:\n\n" + level.archive +
                  "\n\nIt is no longer among the recent levels.",
              "Error", PromptButtons::Ok, PromptIcon::Exclamation);

@@ -6,6 +6,7 @@
 #include "app/level_file.h"
 #include "app/shell.h"
 #include "app/start_up.h"
+#include "data/mod_config_parser.h"
 #include "data/mod_files.h"
 #include "data/mods.h"
 #include "platform/disk.h"
@@ -50,11 +51,17 @@ void Remove(const fs::path& path) {
 // The configuration as written names the game's folder aside.
 bool NameGameFolder(const fs::path& config, const fs::path& game, std::string* reason) {
   const auto bytes = ReadWholeFile(config.string(), reason);
-  return bytes &&
-         WriteWholeFile(config.string(),
-                        WithGamePath({reinterpret_cast<const char*>(bytes->data()), bytes->size()},
-                                     BackslashPath((game / "").string())),
-                        reason);
+  if (!bytes) return false;
+  const std::string path = BackslashPath((game / "").string());
+  const std::string text =
+      WithGamePath({reinterpret_cast<const char*>(bytes->data()), bytes->size()}, path);
+  if (path.size() > kMaxSavedGamePath || GamePathIn(text) != path) {
+    *reason = game.string() +
+              "\n\ncannot be kept in a mod configuration: the path is too long, or has a "
+              "character that does not fit there.";
+    return false;
+  }
+  return WriteWholeFile(config.string(), text, reason);
 }
 
 // Puts what lies aside in place, the configuration last: what nobody names is no mod yet. The

@@ -99,11 +99,11 @@ std::optional<int> MakeModOfLevel(const LevelPlace& place, const fs::path& archi
   std::string text =
       WithGamePath({reinterpret_cast<const char*>(bytes->data()), bytes->size()}, place.gameFolder);
   const std::string held = GamePathIn(text);
-  if (place.gameFolder.size() > kMaxSavedGamePath || held != place.gameFolder ||
-      !IsLevelOf(archive, held, name)) {
+  if (name.size() > kMaxModName || place.gameFolder.size() > kMaxSavedGamePath ||
+      held != place.gameFolder || !IsLevelOf(archive, held, name)) {
     return Refuse(
-        FormatText("The game's folder cannot be kept in a mod configuration: its path is "
-                   "too long, or has a character that does not fit there.\n\n%s",
+        FormatText("The game's folder cannot be kept in a mod configuration: its path or its "
+                   "mod's name is too long, or has a character that does not fit there.\n\n%s",
                    SystemPath(place.gameFolder).c_str()));
   }
   if (!WriteWholeFile(file, text, &reason)) return Refuse("Can't write " + file + where + reason);

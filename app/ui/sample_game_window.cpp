@@ -14,7 +14,7 @@ QString WriterPath() { return QCoreApplication::applicationDirPath() + "/make_sa
 
 class SampleGameWindow : public QDialog {
  public:
-  SampleGameWindow(QWidget* owner, const QStringList& words) : QDialog(owner) {
+  explicit SampleGameWindow(QWidget* owner) : QDialog(owner) {
     form_.setupUi(this);
     connect(form_.cancelButton, &QPushButton::clicked, this, [this] { reject(); });
     connect(&writer_, &QProcess::readyReadStandardOutput, this, [this] { ShowProgress(); });
@@ -22,15 +22,24 @@ class SampleGameWindow : public QDialog {
     connect(&writer_, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
       if (error == QProcess::FailedToStart) done(Accepted);
     });
-    writer_.start(WriterPath(), words, QIODevice::ReadOnly);
   }
   ~SampleGameWindow() override { End(); }
+
+  SampleGameWriting Write(const QStringList& words) {
+    writer_.start(WriterPath(), words, QIODevice::ReadOnly);
+    // A program that cannot be started may be over at once, before the window opens.
+    if (writer_.state() != QProcess::NotRunning) exec();
+    return Ending();
+  }
 
   void reject() override {
     cancelled_ = true;
     End();
     QDialog::reject();
   }
+
+ private:
+  static std::string Text(const QString& text) { return text.toStdString(); }
 
   SampleGameWriting Ending() {
     if (cancelled_) return {};
@@ -39,9 +48,6 @@ class SampleGameWindow : public QDialog {
     const QString said = QString::fromUtf8(writer_.readAllStandardError()).trimmed();
     return {false, Text(said.isEmpty() ? "The program that writes it has stopped." : said)};
   }
-
- private:
-  static std::string Text(const QString& text) { return text.toStdString(); }
 
   // What is cancelled may end at once: nothing that it has written is used.
   void End() {
@@ -71,10 +77,8 @@ bool HasSampleGameWriter() { return QFileInfo(WriterPath()).isExecutable(); }
 
 SampleGameWriting WriteSampleGame(QWidget* owner, const std::string& game,
                                   const std::string& work) {
-  SampleGameWindow window(
-      owner, {QString::fromStdString(game), QString::fromStdString(work), "--progress"});
-  window.exec();
-  return window.Ending();
+  return SampleGameWindow(owner).Write(
+      {QString::fromStdString(game), QString::fromStdString(work), "--progress"});
 }
 
 }  // namespace mw

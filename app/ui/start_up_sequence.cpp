@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QWindow>
+#include <cstdio>
 
 #include "app/frame.h"
 #include "app/level.h"
@@ -23,13 +24,14 @@
 #include "data/textures.h"
 #include "data/ui/mod_dialogs.h"
 #include "platform/gl_context.h"
+#include "platform/prompts.h"
 #include "platform/single_instance.h"
 #include "terrain/terrain.h"
 
 namespace mw {
 namespace {
 
-constexpr int kExitCodeWithoutGl = 1;
+constexpr int kExitCodeWithoutGl = 1, kExitCodeNotOpened = 1;
 constexpr int kEventTurn = 20;  // milliseconds
 
 // Dialogs are centred over the window, so it must have its final place before the first of them
@@ -69,6 +71,16 @@ void ShutDown() {
   if (MakeViewContextCurrent()) DestroyViewObjects();
 }
 
+// A second start ends without a word, but not with a level that somebody waits for.
+int EndSecondStart(const std::string& level) {
+  if (level.empty()) return 0;
+  std::fprintf(stderr, "mapwright: Mapwright runs already; %s was not opened.\n", level.c_str());
+  ShowPrompt("Mapwright runs already. This level was not opened:\n\n" + level +
+                 "\n\nDrop it onto Mapwright's window, or use File > Open Level there.",
+             "Mapwright", PromptButtons::Ok, PromptIcon::Information);
+  return kExitCodeNotOpened;
+}
+
 // True when a level is open: recovered work, the one that was asked for, or what the user chooses.
 bool OpenFirstLevel(const std::string& level) {
   const bool recovered = OfferRecovery();
@@ -95,7 +107,7 @@ int RunInWindow(MainWindow& window, FrameLoop& frames, const std::string& level)
 
 int RunEditor(const PlatformConnections& platform, const std::string& level) {
   ReadInstalledVersion();
-  if (!ClaimSingleInstance("Mapwright")) return 0;
+  if (!ClaimSingleInstance("Mapwright")) return EndSecondStart(level);
   // Dialogs come and go before and beside the main window; the program ends with Exit only.
   QApplication::setQuitOnLastWindowClosed(false);
   if (!LoadPlugins()) return 0;

@@ -24,12 +24,14 @@ WelcomeDialog::WelcomeDialog(QWidget* parent, const WelcomeOffer& offer) : QDial
   connect(ui.closeButton, &QPushButton::clicked, this, [this] { Choose(WelcomeChoice::Close); });
   ui.sampleButton->setVisible(offer.sampleGame);
   ui.recentGroup->setVisible(!offer.recent.empty());
-  ShowRecent(offer.recent, ui.recentGroup);
-  setTabOrder(ui.recentGroup, ui.closeButton);
+  if (QWidget* const last = ShowRecent(offer.recent, ui.recentGroup)) {
+    setTabOrder(last, ui.closeButton);
+  }
 }
 
-void WelcomeDialog::ShowRecent(const std::vector<RecentLevel>& recent, QWidget* group) {
+QWidget* WelcomeDialog::ShowRecent(const std::vector<RecentLevel>& recent, QWidget* group) {
   const std::vector<std::string> captions = RecentLevelCaptions(recent);
+  QWidget* last = nullptr;
   for (std::size_t i = 0; i < std::min(kMostRecent, recent.size()); ++i) {
     const QString caption = FromText(captions[i]).replace('&', "&&");
     auto* button = new QPushButton(QString("&%1  %2").arg(i + 1).arg(caption), group);
@@ -39,7 +41,9 @@ void WelcomeDialog::ShowRecent(const std::vector<RecentLevel>& recent, QWidget* 
       done(static_cast<int>(WelcomeChoice::FirstRecentLevel) + static_cast<int>(i));
     });
     group->layout()->addWidget(button);
+    last = button;
   }
+  return last;
 }
 
 WelcomeChoice WelcomeDialog::Ask() { return static_cast<WelcomeChoice>(exec()); }

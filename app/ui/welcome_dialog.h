@@ -28,7 +28,8 @@ class WelcomeDialog : public QDialog {
   void reject() override;
 
  private:
-  void ShowRecent(const std::vector<RecentLevel>& recent, QWidget* group);
+  // The last of its buttons, or null.
+  QWidget* ShowRecent(const std::vector<RecentLevel>& recent, QWidget* group);
   void Choose(WelcomeChoice choice) { done(static_cast<int>(choice)); }
 };
 
