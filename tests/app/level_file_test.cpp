@@ -78,7 +78,8 @@ TEST_F(LevelFileTest, AGameThatNoConfigurationNamesGetsOneAfterAQuestion) {
   EXPECT_FALSE(OpenLevelFile(other.string()));
   ExpectPrompts({"make the configuration winter"});
   EXPECT_FALSE(FileExists("winter.cfg"));
-  Answer({PromptAnswer::Yes, PromptAnswer::Ok});  // and its content is missing
+  // What the bare configuration lacks is told: its content, and then the level's skins.
+  Answer({PromptAnswer::Yes, PromptAnswer::Ok, PromptAnswer::Ok});
   EXPECT_TRUE(OpenLevelFile(other.string()));
   EXPECT_EQ(CurrentModName(), "winter");
   EXPECT_EQ(modConfig.LevelName, "Island");
@@ -144,20 +145,19 @@ TEST_F(SampleGameTest, CancelOrAFailedWriterLeavesNothing) {
 }
 
 TEST_F(SampleGameTest, AFailureAtAnyChangeLeavesAllOfItOrNothing) {
-  for (const FaultKind kind : {FaultKind::Fail, FaultKind::Full}) {
-    EachChange(4, [&](std::size_t change) {
-      StartOver();
-      scripted::script.answers.assign(3, PromptAnswer::Ok);
-      const bool hit = HitWhile(kind, change, [] { TrySampleGame(); });
-      TakePrompts();
-      EXPECT_FALSE(fs::exists(folder / "sample_game.unfinished"));
-      const bool named = fs::exists(folder / "varnhold.cfg");
-      EXPECT_EQ(fs::exists(folder / "game"), named);
-      EXPECT_EQ(fs::exists(folder / "varnhold.lst"), named);
-      EXPECT_TRUE(named || !editor.levelLoaded);
-      return hit;
-    });
-  }
+  EachChange(4, [&](std::size_t change) {
+    StartOver();
+    scripted::script.answers.assign(3, PromptAnswer::Ok);
+    const bool hit = HitWhile(FaultKind::Fail, change, [] { TrySampleGame(); });
+    TakePrompts();
+    EXPECT_FALSE(fs::exists(folder / "sample_game.unfinished"));
+    const bool named = fs::exists(folder / "varnhold.cfg");
+    EXPECT_EQ(named, change >= 3) << "the game, its object list and its configuration are moved";
+    EXPECT_EQ(fs::exists(folder / "game"), named);
+    EXPECT_EQ(fs::exists(folder / "varnhold.lst"), named);
+    EXPECT_TRUE(named || !editor.levelLoaded);
+    return hit;
+  });
 }
 
 }  // namespace

@@ -50,14 +50,14 @@ TEST_F(LevelPlaceTest, OfSeveralModsThePreferredOneThenTheCurrentOneIsTaken) {
   Write("winter.2.cfg", Read("winter.cfg"));
   Write("damaged.cfg", "no game");
   FindMods();
-  ASSERT_THAT(modList.names, ::testing::ElementsAre("damaged", "desert", "winter", "winter.2"));
+  ASSERT_THAT(modList.names, ::testing::ElementsAre("damaged", "desert", "winter.2", "winter"));
   const fs::path level = Level(folder, "winter");
   EXPECT_EQ(ModOfLevel(level), 2);
-  EXPECT_EQ(ModOfLevel(level, "winter.2"), 3);
+  EXPECT_EQ(ModOfLevel(level, "winter"), 3);
   EXPECT_EQ(ModOfLevel(level, "desert"), 2) << "which does not have that level";
   ASSERT_TRUE(SelectMod(3));
   EXPECT_EQ(ModOfLevel(level), 3);
-  EXPECT_EQ(ModOfLevel(level, "winter"), 2);
+  EXPECT_EQ(ModOfLevel(level, "winter.2"), 2);
   EXPECT_EQ(ModOfLevel(Level(folder / "other", "winter")), std::nullopt);
   EXPECT_EQ(ModOfLevel(folder / "gone.vra"), std::nullopt);
 }
