@@ -11,6 +11,7 @@
 #include "app/damaged_parts.h"
 #include "app/level_check.h"
 #include "app/level_parts.h"
+#include "app/recent_levels.h"
 #include "app/recovery.h"
 #include "app/save_questions.h"
 #include "app/session.h"
@@ -137,6 +138,7 @@ bool OpenChosenLevel(const ModSnapshot& before, const std::function<bool()>& loa
   SendOpenCommands();
   PlaceCameraAtSavedPosition();
   LookAlongLevel();
+  RememberLevel();
   ShowLoadReport();
   return true;
 }
@@ -230,6 +232,10 @@ bool OpenLevel() {
     RestoreMod(before);
     return false;
   }
+  return OpenNamedLevel(before);
+}
+
+bool OpenNamedLevel(const ModSnapshot& before) {
   const std::string level = modConfig.LevelName.String();
   std::string reason;
   if (!OpenChosenLevel(before, LoadLevelParts, reason)) {

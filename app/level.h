@@ -27,6 +27,9 @@ void ChooseLevel(const std::string& name);
 // failed: a level whose archive cannot be read leaves the open one as it is, with all its edits;
 // when a later step fails the editor is empty.
 bool OpenLevel();
+// Opens the level of the current mod that ChooseLevel has named, in the same way; `before` is what
+// the mod was before that choice.
+bool OpenNamedLevel(const ModSnapshot& before);
 // Opens this level of the current mod with the files of the recovery file in the place of those
 // that were saved; it counts as modified. False, with the reason in `reason`, when that fails: no
 // level is open then.

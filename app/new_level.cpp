@@ -8,6 +8,7 @@
 #include "app/camera_control.h"
 #include "app/damaged_parts.h"
 #include "app/level.h"
+#include "app/recent_levels.h"
 #include "app/shell.h"
 #include "app/start_up.h"
 #include "core/history.h"
@@ -257,6 +258,7 @@ bool NewLevel(const AskNewLevel& ask) {
   const std::string oldLevel = WordOfOldLevel(choices->name);
   const std::string failure = CreateLevel(*choices);
   if (failure.empty()) {
+    RememberLevel();
     ShowLoadReport();
   } else {
     GiveUp(failure + oldLevel, before);

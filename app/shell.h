@@ -7,9 +7,12 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "app/command_ids.h"
 #include "app/new_level.h"
+#include "app/recent_levels.h"
+#include "app/sample_game.h"
 #include "core/editor_state.h"
 #include "terrain/height_exchange.h"
 #include "terrain/random_terrain.h"
@@ -43,8 +46,15 @@ class WindowFunction<Result(Args...)> {
   std::function<Result(Args...)> function_;
 };
 
-// How the welcome dialog ended.
-enum class WelcomeChoice : int { Close = 0, OpenLevel = 1, NewLevel = 2 };
+// How the welcome dialog ended. The recent levels that it shows follow the first one, in their
+// order.
+enum class WelcomeChoice : int {
+  Close = 0,
+  OpenLevel = 1,
+  NewLevel = 2,
+  SampleGame = 3,
+  FirstRecentLevel = 10
+};
 
 // None has a default: a record in which one is left out does not compile.
 struct Shell {
@@ -77,7 +87,11 @@ struct Shell {
   WindowFunction<std::optional<NewLevelChoices>()> newLevelDialog;
   WindowFunction<std::optional<RandomTerrainParameters>()> randomTerrainDialog;
   WindowFunction<std::optional<SampleBits>(const char* title)> sampleBitsDialog;
-  WindowFunction<WelcomeChoice()> welcomeDialog;
+  WindowFunction<WelcomeChoice(const std::vector<RecentLevel>& recent)> welcomeDialog;
+  // Writes the sample game into two new folders, one for the game and one for what the editor needs
+  // of it, and shows how far that is.
+  WindowFunction<SampleGameWriting(const std::string& game, const std::string& work)>
+      writeSampleGame;
   // Dialogs that do by themselves what they are for.
   WindowFunction<void()> addFileDialog;
   WindowFunction<void()> levelStatisticsDialog;

@@ -3,10 +3,13 @@
 #include <ctime>
 #include <initializer_list>
 #include <string>
+#include <vector>
 
 #include "app/commands.h"
 #include "app/level.h"
 #include "app/new_level.h"
+#include "app/recent_levels.h"
+#include "app/sample_game.h"
 #include "app/session.h"
 #include "app/shell.h"
 #include "core/game_random.h"
@@ -132,18 +135,33 @@ void CentreCamera() {
   camera.position.x = camera.position.z = static_cast<float>(half);
 }
 
+namespace {
+
+// The recent levels are those that the dialog has shown.
+bool HasChosenLevel(WelcomeChoice choice, const std::vector<RecentLevel>& recent) {
+  switch (choice) {
+    case WelcomeChoice::OpenLevel:
+      return OpenLevel();
+    case WelcomeChoice::NewLevel:
+      return NewLevel(shell.newLevelDialog);
+    case WelcomeChoice::SampleGame:
+      return TrySampleGame();
+    default:
+      break;
+  }
+  const int place = static_cast<int>(choice) - static_cast<int>(WelcomeChoice::FirstRecentLevel);
+  return place >= 0 && static_cast<std::size_t>(place) < recent.size() &&
+         OpenRecentLevel(recent[static_cast<std::size_t>(place)].archive);
+}
+
+}  // namespace
+
 bool RunWelcomeLoop() {
   for (;;) {
-    switch (shell.welcomeDialog()) {
-      case WelcomeChoice::OpenLevel:
-        if (OpenLevel()) return true;
-        break;
-      case WelcomeChoice::NewLevel:
-        if (NewLevel(shell.newLevelDialog)) return true;
-        break;
-      case WelcomeChoice::Close:
-        return false;
-    }
+    const std::vector<RecentLevel> recent = RecentLevels();
+    const WelcomeChoice choice = shell.welcomeDialog(recent);
+    if (choice == WelcomeChoice::Close) return false;
+    if (HasChosenLevel(choice, recent)) return true;
   }
 }
 

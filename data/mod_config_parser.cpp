@@ -292,6 +292,17 @@ void ApplyModConfigText(std::string_view text, std::string_view fileName, ModCon
   parser.ReportIgnored(fileName);
 }
 
+std::string GamePathIn(std::string_view text) {
+  std::string plain(text), path;
+  std::erase(plain, '\r');
+  Tokenizer lines(plain);
+  while (const auto line = lines.Next("\n")) {
+    Tokenizer tokens(*line);
+    if (tokens.Next(kSeparators) == "GamePath") path = tokens.Next(kSeparators).value_or("");
+  }
+  return path;
+}
+
 bool ParseModConfig(std::string_view modName, ModConfig& config) {
   config.configurationName = modName;
   config.modFolder = ModFolderOf(modName);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 #include "data/mod_config.h"
@@ -18,5 +19,8 @@ inline constexpr std::size_t kConfigLineBuffer = 255;
 // for tables that are full, for texts that are too long, which stay empty, and for a MaterialSize
 // beyond kMaxMaterialSize, which is not taken over.
 void ApplyModConfigText(std::string_view text, std::string_view fileName, ModConfig& config);
+
+// The game folder that a configuration's text names; empty when it names none. Shows nothing.
+std::string GamePathIn(std::string_view text);
 
 }  // namespace mw

@@ -23,25 +23,6 @@ std::string WithCarriageReturns(std::string_view text) {
   return stored;
 }
 
-// The configuration's text with its GamePath lines replaced; the last line gets its line feed.
-std::string WithGamePath(std::string_view text, std::string_view gamePath) {
-  std::string result;
-  while (!text.empty()) {
-    const std::size_t lineFeed = text.find('\n');
-    std::string_view line = text.substr(0, lineFeed);
-    text.remove_prefix(lineFeed == text.npos ? text.size() : lineFeed + 1);
-    if (line.starts_with(kGamePathKey)) {
-      const bool hasCarriageReturn = line.ends_with('\r');
-      result.append(kGamePathKey).append("=").append(gamePath);
-      if (hasCarriageReturn) result += '\r';
-    } else {
-      result += line;
-    }
-    result += '\n';
-  }
-  return result;
-}
-
 }  // namespace
 
 std::string ModInitScript(std::string_view modName) {
@@ -77,6 +58,24 @@ void CreateModFolders(std::string_view modName, std::string_view gameFolder) {
   if (!FileExists(script) && !WriteWholeFile(script, WithCarriageReturns(ModInitScript(modName)))) {
     ShowPrompt("Can't write " + SystemPath(script), "Error");
   }
+}
+
+std::string WithGamePath(std::string_view text, std::string_view gamePath) {
+  std::string result;
+  while (!text.empty()) {
+    const std::size_t lineFeed = text.find('\n');
+    std::string_view line = text.substr(0, lineFeed);
+    text.remove_prefix(lineFeed == text.npos ? text.size() : lineFeed + 1);
+    if (line.starts_with(kGamePathKey)) {
+      const bool hasCarriageReturn = line.ends_with('\r');
+      result.append(kGamePathKey).append("=").append(gamePath);
+      if (hasCarriageReturn) result += '\r';
+    } else {
+      result += line;
+    }
+    result += '\n';
+  }
+  return result;
 }
 
 bool SaveModGamePath(std::string_view modName, const ModConfig& config) {

@@ -22,6 +22,10 @@ std::string ModInitScript(std::string_view modName);
 // warning when the mod's folder cannot be created.
 void CreateModFolders(std::string_view modName, std::string_view gameFolder);
 
+// A configuration's text with this game folder in the place of that in its GamePath lines. The last
+// line gets its line feed.
+std::string WithGamePath(std::string_view text, std::string_view gamePath);
+
 // Replaces the lines of `<mod name>.cfg` that begin with "GamePath"; every other line keeps its
 // bytes. False when the file cannot be read or written (which has been shown); it is then as it
 // was.

@@ -11,6 +11,10 @@ namespace mw {
 // A value of the game's record, or nothing when it is missing or unreadable.
 std::optional<std::string> ReadGameSetting(std::string_view name);
 
+// Registers the game for this user, for one that came with the editor. False when it could not be
+// written.
+[[nodiscard]] bool WriteGameSetting(std::string_view name, std::string_view value);
+
 // A value that the editor keeps for its user, or nothing. A slash in the name separates a group
 // from what is in it.
 std::optional<std::string> ReadEditorSetting(std::string_view name);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <iterator>
 #include <span>
 #include <string>
@@ -35,21 +36,28 @@ constexpr char kSettings[] = "settings/Quorrin/Varnhold.conf";
 constexpr char kSettingsText[] = "[General]\nINSTALLEDVERSION=1.04\n";
 constexpr int kTileSide = 512;  // pixels
 
+using Advance = std::function<void(double part)>;
+
 struct ArchivePlan {
   const char* path;  // in the game folder
   StorageMode mode;
-  std::vector<Member> (*members)();
+  int percent;  // of all the work, when it is written
+  std::vector<Member> (*members)(const Advance& advance);
 };
 // Textures hardly shrink, so they are stored as they are.
 constexpr ArchivePlan kArchives[] = {
-    {"Mods/varnhold/Archives/objects.vra", StorageMode::Compressed, ObjectMembers},
-    {"Mods/varnhold/Archives/standardMesh.vra", StorageMode::Compressed, StandardMeshMembers},
-    {"Mods/varnhold/Archives/treeMesh.vra", StorageMode::Compressed, TreeMeshMembers},
-    {"Mods/varnhold/Archives/texture.vra", StorageMode::Stored, TextureMembers},
-    {"Mods/varnhold/Archives/varnhold/levels/Harbour_Point.vra", StorageMode::Compressed,
-     [] { return LevelMembers(MakeHarbourPoint(), kTileSide); }},
-    {"Mods/varnhold/Archives/varnhold/levels/Stone_Ridge.vra", StorageMode::Compressed,
-     [] { return LevelMembers(MakeStoneRidge(), kTileSide); }}};
+    {"Mods/varnhold/Archives/objects.vra", StorageMode::Compressed, 0,
+     [](const Advance&) { return ObjectMembers(); }},
+    {"Mods/varnhold/Archives/standardMesh.vra", StorageMode::Compressed, 1,
+     [](const Advance&) { return StandardMeshMembers(); }},
+    {"Mods/varnhold/Archives/treeMesh.vra", StorageMode::Compressed, 1,
+     [](const Advance&) { return TreeMeshMembers(); }},
+    {"Mods/varnhold/Archives/texture.vra", StorageMode::Stored, 7,
+     [](const Advance&) { return TextureMembers(); }},
+    {"Mods/varnhold/Archives/varnhold/levels/Harbour_Point.vra", StorageMode::Compressed, 29,
+     [](const Advance& advance) { return LevelMembers(MakeHarbourPoint(), kTileSide, advance); }},
+    {"Mods/varnhold/Archives/varnhold/levels/Stone_Ridge.vra", StorageMode::Compressed, 100,
+     [](const Advance& advance) { return LevelMembers(MakeStoneRidge(), kTileSide, advance); }}};
 
 std::vector<std::filesystem::path> FilesOf(const Installation& installation) {
   std::vector<std::filesystem::path> files{installation.gameFolder / kInitScript};
@@ -129,9 +137,17 @@ bool WriteTexts(const Installation& installation) {
                        WithCarriageReturns(ModInitScript("varnhold")));
 }
 
-bool WriteArchives(const Installation& installation) {
+bool WriteArchives(const Installation& installation, const ShowProgress& show) {
+  int before = 0;
   return std::all_of(std::begin(kArchives), std::end(kArchives), [&](const ArchivePlan& plan) {
-    return WriteArchive((installation.gameFolder / plan.path).string(), plan.mode, plan.members());
+    const std::filesystem::path path = installation.gameFolder / plan.path;
+    const auto advance = [&](double part) {
+      show(before + static_cast<int>((plan.percent - before) * part), path.filename().string());
+    };
+    advance(0);
+    const bool written = WriteArchive(path.string(), plan.mode, plan.members(advance));
+    before = plan.percent;
+    return written;
   });
 }
 
@@ -149,11 +165,11 @@ bool IsEdited(const Installation& installation) {
   });
 }
 
-bool WriteInstallation(const Installation& installation) {
+bool WriteInstallation(const Installation& installation, const ShowProgress& show) {
   const std::filesystem::path manifest = installation.workingFolder / kManifest;
   const std::filesystem::path unfinished = installation.workingFolder / kUnfinished;
   return CreateFolders(installation) && WriteTextFile(unfinished, "") && WriteTexts(installation) &&
-         WriteArchives(installation) &&
+         WriteArchives(installation, show) &&
          WriteTextFile(manifest, Joined(ManifestLines(installation))) && Remove(unfinished);
 }
 

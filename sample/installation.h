@@ -2,6 +2,8 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <string_view>
 
 namespace mw::sample {
 
@@ -14,7 +16,11 @@ struct Installation {
 // is in it. Files that are missing do not count.
 bool IsEdited(const Installation& installation);
 
+// Told how far a writing is, and at which file; 100 at its end.
+using ShowProgress = std::function<void(int percent, std::string_view file)>;
+
 // Writes every file anew. False, with the reason on standard error, when one could not be written.
-bool WriteInstallation(const Installation& installation);
+bool WriteInstallation(
+    const Installation& installation, const ShowProgress& show = [](int, std::string_view) {});
 
 }  // namespace mw::sample

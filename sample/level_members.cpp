@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <mutex>
 
 #include "assets/charts.h"
 #include "assets/sky.h"
@@ -117,7 +118,10 @@ std::vector<Member> ScriptMembers(const Level& level, const std::string& folder)
 }
 
 std::vector<Member> TileMembers(const Level& level, const GroundPainter& painter,
-                                const std::string& folder, int tileSide) {
+                                const std::string& folder, int tileSide,
+                                const std::function<void(double part)>& advance) {
+  std::mutex telling;
+  std::size_t painted = 0;
   const int tiles = level.land.height.Side() / kCellsPerTile;
   std::vector<Member> members(static_cast<std::size_t>(tiles) * static_cast<std::size_t>(tiles));
   SpreadOverCores(members.size(), [&](std::size_t index) {
@@ -128,6 +132,8 @@ std::vector<Member> TileMembers(const Level& level, const GroundPainter& painter
         painter.Paint(corner, kTileSize / static_cast<float>(tileSide), tileSide);
     members[index] = PictureMember(
         FormatText("%s/Textures/Tx0%ix0%i.dds", folder.c_str(), row, column), picture, true);
+    const std::scoped_lock lock(telling);
+    advance(static_cast<double>(++painted) / static_cast<double>(members.size()));
   });
   return members;
 }
@@ -156,7 +162,8 @@ void Append(std::vector<Member>& members, std::vector<Member> more) {
 
 }  // namespace
 
-std::vector<Member> LevelMembers(const Level& level, int tileSide) {
+std::vector<Member> LevelMembers(const Level& level, int tileSide,
+                                 const std::function<void(double part)>& advance) {
   const std::string folder = "varnhold/levels/" + std::string(level.name);
   const GroundPainter painter(level.land);
   std::vector<Member> members = ScriptMembers(level, folder);
@@ -166,7 +173,7 @@ std::vector<Member> LevelMembers(const Level& level, int tileSide) {
   members.push_back({folder + "/materialmap.raw", MaterialMap(level.land)});
   Append(members, EntityMembers(level, folder));
   Append(members, PictureMembers(level, painter, folder));
-  Append(members, TileMembers(level, painter, folder, tileSide));
+  Append(members, TileMembers(level, painter, folder, tileSide, advance));
   return members;
 }
 

@@ -90,6 +90,13 @@ void CommandActions::FillMenuBar(QMenuBar* bar) const {
   }
 }
 
+QMenu* CommandActions::MenuOf(CommandId id) const {
+  for (QObject* const place : Find(id)->associatedObjects()) {
+    if (auto* const menu = qobject_cast<QMenu*>(place)) return menu;
+  }
+  return nullptr;
+}
+
 void CommandActions::FillMainToolbar(QToolBar* toolbar) const {
   for (const CommandId id : MainToolbar()) {
     if (id == kCommandNone) {

@@ -8,6 +8,7 @@
 
 class QAction;
 class QMainWindow;
+class QMenu;
 class QMenuBar;
 class QToolBar;
 class QWidget;
@@ -20,6 +21,8 @@ class CommandActions {
   explicit CommandActions(QMainWindow* window);
 
   void FillMenuBar(QMenuBar* bar) const;
+  // The menu that the command stands in, once the menu bar is filled; else null.
+  QMenu* MenuOf(CommandId id) const;
   void FillMainToolbar(QToolBar* toolbar) const;
   // The command's action, or null.
   QAction* Find(CommandId id) const { return actions_.value(id, nullptr); }

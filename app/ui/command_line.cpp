@@ -32,6 +32,22 @@ std::optional<QString> UsersFolder() {
   return std::nullopt;
 }
 
+// The one file that is to be opened, if there is one.
+std::optional<int> ReadLevel(const QStringList& words, QString& level) {
+  if (words.isEmpty()) return std::nullopt;
+  if (words.size() > 1) {
+    return Complain(
+        QStringLiteral("One level can be opened at a time; '%1' is too much.").arg(words[1]));
+  }
+  const QFileInfo file(words[0]);
+  if (!file.exists()) return Complain(QStringLiteral("There is no file '%1'.").arg(words[0]));
+  if (file.isDir()) {
+    return Complain(QStringLiteral("'%1' is a folder, not a level.").arg(words[0]));
+  }
+  level = file.absoluteFilePath();
+  return std::nullopt;
+}
+
 // The end says it all: what the platform says before it is left out.
 void EndOnFatal(QtMsgType type, const QMessageLogContext& context, const QString& text) {
   if (type == QtFatalMsg) {
@@ -58,10 +74,9 @@ std::optional<int> ReadCommandLine(int argc, char** argv, CommandLine& line) {
   const QCommandLineOption folder(QStringLiteral("folder"), QStringLiteral("Work in this folder."),
                                   QStringLiteral("DIR"));
   parser.addOptions({help, version, folder});
+  parser.addPositionalArgument(QStringLiteral("LEVEL.vra"), QStringLiteral("Open this level."),
+                               QStringLiteral("[LEVEL.vra]"));
   if (!parser.parse(QCoreApplication::arguments())) return Complain(parser.errorText());
-  if (!parser.positionalArguments().isEmpty()) {
-    return Complain(QStringLiteral("Unexpected word '%1'.").arg(parser.positionalArguments()[0]));
-  }
   if (parser.isSet(help)) return std::fputs(qPrintable(parser.helpText()), stdout) < 0;
   if (parser.isSet(version)) return std::puts("mapwright " MAPWRIGHT_VERSION) < 0;
   if (parser.isSet(folder)) {
@@ -70,7 +85,7 @@ std::optional<int> ReadCommandLine(int argc, char** argv, CommandLine& line) {
       return Complain(QStringLiteral("There is no folder '%1'.").arg(line.folder));
     }
   }
-  return std::nullopt;
+  return ReadLevel(parser.positionalArguments(), line.level);
 }
 
 bool EnterWorkingFolder(const CommandLine& line) {

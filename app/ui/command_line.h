@@ -8,6 +8,7 @@ namespace mw {
 
 struct CommandLine {
   QString folder;  // to work in; empty: the program chooses
+  QString level;   // the archive to open, an absolute path; empty: the user chooses
 };
 
 // Reads the words of the command line; before there is a QApplication. An exit code when the

@@ -23,5 +23,6 @@ int main(int argc, char** argv) {
   std::setlocale(LC_NUMERIC, "C");
   QApplication::setApplicationName("Mapwright");
   QApplication::setWindowIcon(mw::Icon("mapwright"));
-  return mw::RunEditor({mw::UseStatusLabels, mw::UseViewContext, mw::ObserveProcessWaits});
+  return mw::RunEditor({mw::UseStatusLabels, mw::UseViewContext, mw::ObserveProcessWaits},
+                       words.level.toStdString());
 }

@@ -1,22 +1,29 @@
 #include "app/ui/main_window.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
-#include <QCoreApplication>
+#include <QDropEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
+#include <QUrl>
 #include <QVBoxLayout>
+#include <vector>
 
 #include "app/command_table.h"
 #include "app/commands.h"
+#include "app/level_file.h"
 #include "app/ui/level_tree_panel.h"
 #include "app/ui/mini_map_window.h"
 #include "app/ui/mode_toolbars.h"
 #include "app/ui/qt_text.h"
+#include "app/ui/recent_menu.h"
 #include "app/ui/view_widget.h"
 #include "app/undo.h"
 #include "core/editor_state.h"
@@ -30,6 +37,15 @@ constexpr const char* kTitleWithoutLevel = "Mapwright - Varnhold Level Editor";
 constexpr QSize kFirstSize(800, 600), kSmallestSize(640, 400);
 constexpr int kToolbarHeight = 28, kStripWidth = 5, kFrameRateWidth = 100, kLeastViewWidth = 160;
 
+// The files of the user's disks that are dragged.
+std::vector<std::string> FilesIn(const QMimeData& data) {
+  std::vector<std::string> files;
+  for (const QUrl& url : data.urls()) {
+    if (url.isLocalFile()) files.push_back(url.toLocalFile().toStdString());
+  }
+  return files;
+}
+
 }  // namespace
 
 MainWindow::MainWindow() : actions_(this) {
@@ -37,9 +53,11 @@ MainWindow::MainWindow() : actions_(this) {
   setWindowTitle(kTitleWithoutLevel);
   setWindowIcon(Icon("mapwright"));
   setContextMenuPolicy(Qt::NoContextMenu);
+  setAcceptDrops(true);
   setMinimumSize(kSmallestSize);
   resize(kFirstSize);
   actions_.FillMenuBar(menuBar());
+  AddRecentMenu(actions_.MenuOf(kCommandOpenLevel), actions_.Find(kCommandSaveLevel));
   BuildToolbar();
   BuildCentre();
   BuildStatusBar();
@@ -151,12 +169,25 @@ void MainWindow::SetLevelOpen(bool open) {
 
 void MainWindow::CloseForGood() {
   hide();
-  QCoreApplication::exit(0);
+  QApplication::exit(0);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
   RunCommand(kCommandExit);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (FilesIn(*event->mimeData()).empty() || QApplication::activeModalWidget()) return;
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  // Only when the program that the files come from has its answer: opening may ask something.
+  QTimer::singleShot(0, this, [files = FilesIn(*event->mimeData())] { OpenDroppedFiles(files); });
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {

@@ -45,6 +45,9 @@ class MainWindow : public QMainWindow {
  protected:
   // Closing is the Exit command.
   void closeEvent(QCloseEvent* event) override;
+  // A level's archive, dropped anywhere, is opened.
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
 

@@ -11,12 +11,14 @@
 #include "app/ui/new_level_dialog.h"
 #include "app/ui/object_connections.h"
 #include "app/ui/picture_dialog.h"
+#include "app/ui/sample_game_window.h"
 #include "app/ui/view_widget.h"
 #include "app/ui/welcome_dialog.h"
 #include "app/undo.h"
 #include "core/history.h"
 #include "core/hooks.h"
 #include "data/mod_config.h"
+#include "data/mods.h"
 #include "data/ui/add_file_dialog.h"
 #include "data/ui/environment_dialogs.h"
 #include "data/ui/mod_dialogs.h"
@@ -68,7 +70,15 @@ Shell ShellOf(MainWindow& window) {
       .newLevelDialog = [owner] { return RunNewLevelDialog(owner); },
       .randomTerrainDialog = [owner] { return RandomTerrainDialog(owner); },
       .sampleBitsDialog = [owner](const char* title) { return SampleBitsDialog(owner, title); },
-      .welcomeDialog = [owner] { return WelcomeDialog(owner).Ask(); },
+      .welcomeDialog =
+          [owner](const std::vector<RecentLevel>& recent) {
+            const bool sampleGame = modList.names.empty() && HasSampleGameWriter();
+            return WelcomeDialog(owner, {sampleGame, recent}).Ask();
+          },
+      .writeSampleGame =
+          [owner](const std::string& game, const std::string& work) {
+            return WriteSampleGame(owner, game, work);
+          },
       .addFileDialog = [owner] { AddFileDialog(owner); },
       .levelStatisticsDialog = [owner] { LevelStatisticsDialog(owner); },
       .surfaceAssignmentsDialog =

@@ -3,9 +3,11 @@
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QWindow>
+#include <cstdio>
 
 #include "app/frame.h"
 #include "app/level.h"
+#include "app/level_file.h"
 #include "app/recovery_offer.h"
 #include "app/shell.h"
 #include "app/start_up.h"
@@ -22,13 +24,14 @@
 #include "data/textures.h"
 #include "data/ui/mod_dialogs.h"
 #include "platform/gl_context.h"
+#include "platform/prompts.h"
 #include "platform/single_instance.h"
 #include "terrain/terrain.h"
 
 namespace mw {
 namespace {
 
-constexpr int kExitCodeWithoutGl = 1;
+constexpr int kExitCodeWithoutGl = 1, kExitCodeNotOpened = 1;
 constexpr int kEventTurn = 20;  // milliseconds
 
 // Dialogs are centred over the window, so it must have its final place before the first of them
@@ -68,15 +71,33 @@ void ShutDown() {
   if (MakeViewContextCurrent()) DestroyViewObjects();
 }
 
-int RunInWindow(MainWindow& window, FrameLoop& frames) {
+// A second start ends without a word, but not with a level that somebody waits for.
+int EndSecondStart(const std::string& level) {
+  if (level.empty()) return 0;
+  std::fprintf(stderr, "mapwright: Mapwright runs already; %s was not opened.\n", level.c_str());
+  ShowPrompt("Mapwright runs already. This level was not opened:\n\n" + level +
+                 "\n\nDrop it onto Mapwright's window, or use File > Open Level there.",
+             "Mapwright", PromptButtons::Ok, PromptIcon::Information);
+  return kExitCodeNotOpened;
+}
+
+// True when a level is open: recovered work, the one that was asked for, or what the user chooses.
+bool OpenFirstLevel(const std::string& level) {
+  const bool recovered = OfferRecovery();
+  if (!level.empty() && OpenLevelFile(level)) return true;
+  return recovered || RunWelcomeLoop();
+}
+
+int RunInWindow(MainWindow& window, FrameLoop& frames, const std::string& level) {
   ShowMainWindow(window);
   if (!editor.viewReady) return kExitCodeWithoutGl;
   if (!window.isVisible()) return 0;  // closed as soon as it was there
-  if (!ListMods(&window)) return 0;
+  // Its archive tells the mod.
+  if (level.empty() ? !ListMods(&window) : !FindModsAtStart()) return 0;
   InitGrid();
   if (!LoadSharedTextures()) return kExitCodeWithoutGl;
   LoadDefaults();
-  if (!OfferRecovery() && !RunWelcomeLoop()) return 0;
+  if (!OpenFirstLevel(level)) return 0;
   const RecoveryTimer recoveryTimer;
   frames.Start();
   return QApplication::exec();
@@ -84,9 +105,9 @@ int RunInWindow(MainWindow& window, FrameLoop& frames) {
 
 }  // namespace
 
-int RunEditor(const PlatformConnections& platform) {
+int RunEditor(const PlatformConnections& platform, const std::string& level) {
   ReadInstalledVersion();
-  if (!ClaimSingleInstance("Mapwright")) return 0;
+  if (!ClaimSingleInstance("Mapwright")) return EndSecondStart(level);
   // Dialogs come and go before and beside the main window; the program ends with Exit only.
   QApplication::setQuitOnLastWindowClosed(false);
   if (!LoadPlugins()) return 0;
@@ -100,7 +121,7 @@ int RunEditor(const PlatformConnections& platform) {
   platform.observeProcessWaits([&frames](bool waiting) { frames.Rest(waiting); });
   ConnectShell(window);
   ConnectHooks();
-  const int exitCode = RunInWindow(window, frames);
+  const int exitCode = RunInWindow(window, frames, level);
   ShutDown();
   DisconnectShell();
   platform.observeProcessWaits([](bool) {});

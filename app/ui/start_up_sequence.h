@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 class QLabel;
 class QOpenGLWidget;
@@ -16,7 +17,8 @@ struct PlatformConnections {
   std::function<void(std::function<void(bool waiting)>)> observeProcessWaits;
 };
 
-// Needs the QApplication. Returns the exit code.
-int RunEditor(const PlatformConnections& platform);
+// Needs the QApplication. Opens `level`, the archive of a level, where that is given; else the user
+// chooses. Returns the exit code.
+int RunEditor(const PlatformConnections& platform, const std::string& level);
 
 }  // namespace mw

@@ -2,14 +2,24 @@
 #pragma once
 
 #include <QDialog>
+#include <vector>
 
+#include "app/recent_levels.h"
 #include "app/shell.h"
 
 namespace mw {
 
+// What it offers beside the usual choices.
+struct WelcomeOffer {
+  bool sampleGame = false;
+  std::vector<RecentLevel> recent;  // newest first
+};
+
 class WelcomeDialog : public QDialog {
  public:
-  explicit WelcomeDialog(QWidget* parent);
+  static constexpr std::size_t kMostRecent = 3;
+
+  WelcomeDialog(QWidget* parent, const WelcomeOffer& offer);
 
   WelcomeChoice Ask();
 
@@ -18,6 +28,8 @@ class WelcomeDialog : public QDialog {
   void reject() override;
 
  private:
+  // The last of its buttons, or null.
+  QWidget* ShowRecent(const std::vector<RecentLevel>& recent, QWidget* group);
   void Choose(WelcomeChoice choice) { done(static_cast<int>(choice)); }
 };
 

@@ -7,10 +7,15 @@ class QWidget;
 
 namespace mw {
 
-// At start-up: finds the mods and has the user select one, or make the first one. False, after a
-// message that names the folder, when the working folder has nothing to work with.
+// At start-up: finds the mods. False, after a message that names the folder, when the working
+// folder has nothing to work with.
+bool FindModsAtStart();
+// The same, and then has the user select one of them, or make the first one. A folder without mods
+// that has no template of its own either is a new user's: nothing is asked there before the welcome
+// dialog.
 bool ListMods(QWidget* owner);
-// True when a mod was selected, which is then current.
+// True when a mod was selected, which is then current. Where there is none to select from, one is
+// made.
 bool SelectModDialog(QWidget* owner, bool cancelAllowed);
 // True when a new mod was made, which is then current.
 bool NewModConfig(QWidget* owner, bool cancelAllowed);

@@ -1,3 +1,5 @@
+#include <filesystem>
+
 #include "data/mods.h"
 #include "data/ui/mod_dialog_base.h"
 #include "data/ui/mod_dialogs.h"
@@ -49,24 +51,26 @@ class ModSelection : public ModDialog<Ui::SelectModForm> {
 }  // namespace
 
 bool SelectModDialog(QWidget* owner, bool cancelAllowed) {
+  if (modList.names.empty()) return NewModConfig(owner, cancelAllowed);
   return ModSelection(owner, cancelAllowed).exec() == QDialog::Accepted;
 }
 
-bool ListMods(QWidget* owner) {
+bool FindModsAtStart() {
   FindMods();
-  if (modList.names.empty() && !FileExists(kModTemplateFile)) {
-    ShowPrompt(
-        "There is neither a mod configuration (.cfg) nor the template mpwr.cfg in the folder\n"
-        "in which Mapwright was started:\n\n" +
-            WorkingFolder() + "\n\nStart it in its working folder, which holds them.",
-        "Error", PromptButtons::Ok, PromptIcon::Stop);
-    return false;
-  }
-  if (modList.names.empty()) {
-    NewModConfig(owner, false);
-  } else {
-    SelectModDialog(owner, false);
-  }
+  if (!modList.names.empty() || FileExists(kModTemplateFile)) return true;
+  ShowPrompt(
+      "There is neither a mod configuration (.cfg) nor the template mpwr.cfg in the folder\n"
+      "in which Mapwright was started:\n\n" +
+          WorkingFolder() + "\n\nStart it in its working folder, which holds them.",
+      "Error", PromptButtons::Ok, PromptIcon::Stop);
+  return false;
+}
+
+bool ListMods(QWidget* owner) {
+  if (!FindModsAtStart()) return false;
+  std::error_code ignored;
+  const bool hasOwnTemplate = std::filesystem::exists(NativePath(kModTemplateFile), ignored);
+  if (!modList.names.empty() || hasOwnTemplate) SelectModDialog(owner, false);
   return true;
 }
 

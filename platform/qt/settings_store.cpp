@@ -5,7 +5,7 @@
 namespace mw {
 namespace {
 
-constexpr std::size_t kMaxGameValueBytes = 31, kMaxEditorValueBytes = 63;
+constexpr std::size_t kMaxGameValueBytes = 31, kMaxEditorValueBytes = 65535;
 
 QString TextFrom(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -21,16 +21,30 @@ std::optional<std::string> ReadValue(const QSettings& settings, std::string_view
   return text;
 }
 
+QSettings GameSettings() {
+  return QSettings(QSettings::NativeFormat, QSettings::UserScope, "Quorrin", "Varnhold");
+}
+
 QSettings EditorSettings() {
   return QSettings(QSettings::NativeFormat, QSettings::UserScope, "Mapwright", "Mapwright");
+}
+
+bool WriteValue(QSettings& settings, std::string_view name, std::string_view value) {
+  settings.setValue(TextFrom(name), TextFrom(value));
+  settings.sync();
+  return settings.status() == QSettings::NoError;
 }
 
 }  // namespace
 
 std::optional<std::string> ReadGameSetting(std::string_view name) {
   // The user's own file first, then the machine's.
-  return ReadValue(QSettings(QSettings::NativeFormat, QSettings::UserScope, "Quorrin", "Varnhold"),
-                   name, kMaxGameValueBytes);
+  return ReadValue(GameSettings(), name, kMaxGameValueBytes);
+}
+
+bool WriteGameSetting(std::string_view name, std::string_view value) {
+  QSettings settings = GameSettings();
+  return WriteValue(settings, name, value);
 }
 
 std::optional<std::string> ReadEditorSetting(std::string_view name) {
@@ -39,9 +53,7 @@ std::optional<std::string> ReadEditorSetting(std::string_view name) {
 
 bool WriteEditorSetting(std::string_view name, std::string_view value) {
   QSettings settings = EditorSettings();
-  settings.setValue(TextFrom(name), TextFrom(value));
-  settings.sync();
-  return settings.status() == QSettings::NoError;
+  return WriteValue(settings, name, value);
 }
 
 }  // namespace mw

@@ -91,6 +91,10 @@ bool OpenDocument(std::string_view path) {
 std::optional<std::string> ReadGameSetting(std::string_view name) {
   return scripted::Setting(script.gameSettings, name);
 }
+bool WriteGameSetting(std::string_view name, std::string_view value) {
+  script.gameSettings[std::string(name)] = value;
+  return true;
+}
 std::optional<std::string> ReadEditorSetting(std::string_view name) {
   return scripted::Setting(script.editorSettings, name);
 }

@@ -132,14 +132,14 @@ TEST_F(NewLevelTest, RandomTerrainIsMadeWithoutAQuestion) {
 
 TEST_F(NewLevelTest, TheWelcomeDialogComesBackUntilThereIsALevel) {
   int shown = 0;
-  shell.welcomeDialog = [&] {
+  shell.welcomeDialog = [&](const auto&) {
     return ++shown == 1 ? WelcomeChoice::OpenLevel : WelcomeChoice::NewLevel;
   };
   AnswerDialogs("");
   shell.newLevelDialog = [&] { return shown < 3 ? std::nullopt : std::optional(choices); };
   EXPECT_TRUE(RunWelcomeLoop());
   EXPECT_EQ(shown, 3);
-  shell.welcomeDialog = [] { return WelcomeChoice::Close; };
+  shell.welcomeDialog = [](const auto&) { return WelcomeChoice::Close; };
   EXPECT_FALSE(RunWelcomeLoop());
 }
 

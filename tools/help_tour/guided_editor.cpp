@@ -22,7 +22,7 @@ int RunGuidedEditor(QThread& guide) {
   QApplication::setApplicationName("Mapwright");
   QApplication::setWindowIcon(Icon("mapwright"));
   guide.start();
-  const int exitCode = RunEditor({UseStatusLabels, UseViewContext, ObserveProcessWaits});
+  const int exitCode = RunEditor({UseStatusLabels, UseViewContext, ObserveProcessWaits}, {});
   if (guide.isFinished() || guide.wait(kPatience)) return exitCode;
   std::fprintf(stderr, "The editor ended before its guide.\n");
   std::_Exit(EXIT_FAILURE);

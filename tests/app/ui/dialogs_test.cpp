@@ -22,8 +22,27 @@ TEST_F(WelcomeTest, ButtonsMakeTheirChoicesAndEscapeAndTheCloseBoxChooseANewLeve
       {[](auto& dialog) { dialog.close(); }, WelcomeChoice::NewLevel}};
   for (const auto& [act, choice] : cases) {
     WhenOpen<WelcomeDialog>(act);
-    EXPECT_EQ(shell.welcomeDialog(), choice);
+    EXPECT_EQ(shell.welcomeDialog({}), choice);
   }
+}
+
+TEST_F(WelcomeTest, OffersTheSampleGameWhereThereIsNoModAndTheNewestThreeLevels) {
+  const std::vector<RecentLevel> recent{
+      {"/a.vra", "m"}, {"/b&c.vra", "m"}, {"/d.vra", "m"}, {"/e.vra", "m"}};
+  WelcomeDialog plain(&window, {});
+  EXPECT_TRUE(plain.findChild<QPushButton*>("sampleButton")->isHidden());
+  EXPECT_TRUE(plain.findChild<QWidget*>("recentGroup")->isHidden());
+  WelcomeDialog full(&window, {true, recent});
+  auto* const sample = full.findChild<QPushButton*>("sampleButton");
+  EXPECT_FALSE(sample->isHidden());
+  const auto buttons = full.findChild<QWidget*>("recentGroup")->findChildren<QPushButton*>();
+  ASSERT_EQ(buttons.size(), 3);
+  EXPECT_EQ(buttons[1]->text(), "&2  b&&c (m)");
+  EXPECT_EQ(buttons[2]->nextInFocusChain(), full.findChild<QWidget*>("closeButton"));
+  QTimer::singleShot(0, buttons[1], &QPushButton::click);
+  EXPECT_EQ(static_cast<int>(full.Ask()), static_cast<int>(WelcomeChoice::FirstRecentLevel) + 1);
+  QTimer::singleShot(0, sample, &QPushButton::click);
+  EXPECT_EQ(full.Ask(), WelcomeChoice::SampleGame);
 }
 
 class LoadLevelTest : public WindowTest {

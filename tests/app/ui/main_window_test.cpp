@@ -13,6 +13,7 @@
 #include "app/ui/window_fixture.h"
 #include "core/history.h"
 #include "support/golden.h"
+#include "support/prompts.h"
 
 namespace mw {
 namespace {
@@ -78,6 +79,24 @@ TEST_F(MainWindowTest, UndoAndRedoNameTheirSteps) {
   EXPECT_TRUE(redo.isEnabled());
   shell.setLevelOpen(true);
   EXPECT_FALSE(undo.isEnabled());
+}
+
+TEST_F(MainWindowTest, TheRecentMenuIsFilledEachTimeAndForgetsALevelThatIsGone) {
+  QMenu* const file = MenuOf(window.menuBar()->actions(), "File");
+  auto* const recent = window.findChild<QMenu*>("recentMenu");
+  file->aboutToShow();
+  EXPECT_FALSE(recent->menuAction()->isEnabled());
+  scripted::script.editorSettings["RecentLevels"] = "/no/a&b.vra\tm\n";
+  file->aboutToShow();
+  EXPECT_TRUE(recent->menuAction()->isEnabled());
+  ASSERT_EQ(recent->actions().size(), 1);
+  EXPECT_EQ(recent->actions()[0]->text(), "&1  a&&b (m)");
+  Answer({PromptAnswer::Ok});
+  recent->actions()[0]->trigger();
+  QApplication::processEvents();
+  ExpectPrompts({"/no/a&b.vra"});
+  file->aboutToShow();
+  EXPECT_TRUE(recent->actions().isEmpty());
 }
 
 TEST_F(MainWindowTest, MenusToolbarsAndKeysAreAsTheGuideShowsThem) {
