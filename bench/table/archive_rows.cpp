@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/table/archive_command.h"
 #include "bench/table/machine.h"
 #include "bench/table/table.h"
 #include "core/bytes.h"
@@ -185,6 +186,23 @@ void AddCompaction(const ScratchFolder& folder, const fs::path& path) {
            "cp of the file", times, 0.5);
 }
 
+void AddExtracting(const ScratchFolder& folder, const fs::path& path) {
+  const fs::path out = folder.File("out"), tar = folder.File("files.tar");
+  const auto into = [&](const std::string& command) {
+    fs::remove_all(out);
+    fs::create_directory(out);
+    return TimeCommand(command);
+  };
+  const std::string extract =
+      ArchiveCommand("extract", path) + " -C '" + out.string() + "' 2>/dev/null";
+  into(extract);
+  TimeCommand("tar cf '" + tar.string() + "' -C '" + out.string() + "' .");
+  const std::string untar = "tar xf '" + tar.string() + "' -C '" + out.string() + "'";
+  const Times times = Compare(
+      7, [&] { return into(extract); }, [&] { return into(untar); });
+  AddTimes("mapwright-archive extract: 200 MB", "tar xf of the same files", times, std::nullopt);
+}
+
 }  // namespace
 
 void AddArchiveRows() {
@@ -194,6 +212,8 @@ void AddArchiveRows() {
   AddOpening(many);
   AddLookUps(many);
   MakeLarge(large);
+  AddExtracting(folder, large);
+  AddVerifying(large, "200 MB");
   AddReplacing(folder, large);
   AddCompaction(folder, large);
 }

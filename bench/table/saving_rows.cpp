@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "bench/table/archive_command.h"
 #include "bench/table/machine.h"
 #include "bench/table/pictures.h"
 #include "bench/table/table.h"
@@ -201,6 +202,7 @@ void AddSavingRows() {
   Level level = MakeLevel();
   AddSaves(path, level);
   AddReading(path);
+  AddVerifying(path, "a level of 64 tiles");
 }
 
 }  // namespace mw::bench

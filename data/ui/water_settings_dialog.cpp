@@ -1,3 +1,4 @@
+#include <QRegularExpressionValidator>
 #include <array>
 #include <string>
 #include <vector>
@@ -51,6 +52,9 @@ void ShowTexture(const TextureLayer& layer) {
     layer.textureCombo.addItem(QString::asprintf(layer.offered, number));
   }
   layer.textureCombo.lineEdit()->setMaxLength(static_cast<int>(PathText::kCapacity));
+  // In a script a blank ends the name, and what follows would be lost.
+  layer.textureCombo.setValidator(
+      new QRegularExpressionValidator(QRegularExpression("\\S*"), &layer.textureCombo));
   layer.textureCombo.setEditText(Shown(layer.texture));
 }
 

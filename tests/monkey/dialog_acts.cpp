@@ -3,9 +3,8 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
-#include <QColorDialog>
 #include <QFileDialog>
-#include <QLabel>
+#include <QKeySequence>
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
@@ -43,40 +42,36 @@ QList<Widget*> Usable(const QWidget* window) {
   return usable;
 }
 
-Act SomeButton(QWidget* dialog, Dice& dice) {
-  const auto buttons = Usable<QAbstractButton>(dialog);
-  if (buttons.isEmpty()) return {"Escape", {[] { ClickKey(Qt::Key_Escape); }}};
-  return ActOn(dice.Pick(buttons), dice);
+Act KeyIn(const QWidget* window, int key) {
+  return {QKeySequence(key).toString() + " in " + NameOf(window), {[=] { ClickKey(key); }}};
 }
 
-QAbstractButton* CancelButton(QWidget* dialog) {
+Act Close(QWidget* window) {
+  return {"close " + NameOf(window), {[window = QPointer(window)] {
+            if (window) window->close();
+          }}};
+}
+
+Act SomeButton(QWidget* dialog, Dice& dice) {
+  const auto buttons = Usable<QAbstractButton>(dialog);
+  return buttons.isEmpty() ? KeyIn(dialog, Qt::Key_Escape) : ActOn(dice.Pick(buttons), dice);
+}
+
+// The one that is most likely to lead out.
+Act LeavingButton(QWidget* dialog, Dice& dice) {
+  static const QStringList kTexts{"Cancel", "Close", "Done", "No", "OK"};
   for (auto* button : Usable<QAbstractButton>(dialog)) {
-    const QString text = help::Plain(button->text());
-    for (const char* word : {"Cancel", "Close", "Done", "No", "OK"}) {
-      if (text == word) return button;
-    }
+    if (kTexts.contains(help::Plain(button->text()))) return ActOn(button, dice);
   }
-  return nullptr;
+  return SomeButton(dialog, dice);
 }
 
 Act Leave(QWidget* dialog, int attempt, Dice& dice) {
-  const QString name = NameOf(dialog);
-  switch (attempt % 4) {
-    case 0:
-      return {"Escape from " + name, {[] { ClickKey(Qt::Key_Escape); }}};
-    case 1:
-      if (QAbstractButton* const button = CancelButton(dialog)) return ActOn(button, dice);
-      return SomeButton(dialog, dice);
-    case 2:
-      return {"close " + name, {[dialog = QPointer(dialog)] {
-                if (dialog) dialog->close();
-              }}};
-    default:
-      if (qobject_cast<QMessageBox*>(dialog)) {
-        return {"Return in " + name, {[] { ClickKey(Qt::Key_Return); }}};
-      }
-      return SomeButton(dialog, dice);
-  }
+  if (attempt % 4 == 0) return KeyIn(dialog, Qt::Key_Escape);
+  if (attempt % 4 == 1) return LeavingButton(dialog, dice);
+  if (attempt % 4 == 2) return Close(dialog);
+  const bool isBox = qobject_cast<QMessageBox*>(dialog);
+  return isBox ? KeyIn(dialog, Qt::Key_Return) : SomeButton(dialog, dice);
 }
 
 // A button that was pressed before the dialog came keeps the mouse where that was.
@@ -91,9 +86,9 @@ Act LetGo(QWidget* dialog) {
 
 Act BoxAct(QMessageBox* box, Dice& dice) {
   ++dialogRecord.boxesInARow;
-  if (dice.Chance(10)) return {"Escape from box", {[] { ClickKey(Qt::Key_Escape); }}};
-  if (dice.Chance(10)) return {"Return in box", {[] { ClickKey(Qt::Key_Return); }}};
-  Act act = SomeButton(box, dice);
+  Act act = dice.Chance(10)   ? KeyIn(box, Qt::Key_Escape)
+            : dice.Chance(10) ? KeyIn(box, Qt::Key_Return)
+                              : SomeButton(box, dice);
   act.text += ": " + box->text().simplified().left(80);
   return act;
 }
@@ -102,66 +97,48 @@ Act BoxAct(QMessageBox* box, Dice& dice) {
 Act FileDialogAct(QFileDialog* dialog, Dice& dice) {
   const auto fields = Usable<QLineEdit>(dialog);
   const auto lists = Usable<QListView>(dialog);
-  switch (dice.Below(5)) {
-    case 0:
-      if (!fields.isEmpty()) return ActOn(fields.first(), dice);
-      break;
-    case 1:
-    case 2:
-      if (!lists.isEmpty()) return ActOn(dice.Pick(lists), dice);
-      break;
-    case 3:
-      return {"Return in file dialog", {[] { ClickKey(Qt::Key_Return); }}};
-    default:
-      break;
-  }
-  return {"Escape from file dialog", {[] { ClickKey(Qt::Key_Escape); }}};
+  const int kind = dice.Below(5);
+  if (kind == 0 && !fields.isEmpty()) return ActOn(fields.first(), dice);
+  if (kind <= 2 && !lists.isEmpty()) return ActOn(dice.Pick(lists), dice);
+  return KeyIn(dialog, kind == 3 ? Qt::Key_Return : Qt::Key_Escape);
 }
 
-bool IsPart(const QWidget* widget) {
-  // Their own parts are found by themselves or by the one that they are a part of.
-  return qobject_cast<const QLabel*>(widget) || !widget->children().isEmpty();
-}
-
-// Popups, views and fields consist of several widgets; these are acted on as one.
+// Views, lists and fields consist of several widgets; these are acted on as one.
 QWidget* SomePart(QWidget* dialog, Dice& dice) {
   QList<QWidget*> parts;
   for (QWidget* widget : Usable<QWidget>(dialog)) {
     const bool whole = widget->inherits("QAbstractItemView") || widget->inherits("QComboBox") ||
                        widget->inherits("QAbstractSpinBox") || widget->inherits("QLineEdit");
-    if (whole || !IsPart(widget)) parts << widget;
+    const bool single = widget->children().isEmpty() && !widget->inherits("QLabel");
+    if (whole || single) parts << widget;
   }
   return parts.isEmpty() ? dialog : dice.Pick(parts);
+}
+
+Act MenuEntryAct(QMenu* menu, Dice& dice) {
+  QList<QAction*> entries;
+  for (QAction* action : menu->actions()) {
+    if (action->property("controlId").toInt() != kCommandExit) entries << action;
+  }
+  if (entries.isEmpty() || dice.Chance(30)) {
+    const std::array kKeys{Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right};
+    return KeyIn(menu, dice.Pick(kKeys));
+  }
+  QAction* const entry = dice.Pick(entries);
+  const Target at{menu, menu->actionGeometry(entry).center()};
+  return {"menu entry " + help::Plain(entry->text()), {[=] { ClickMouse(at); }}};
 }
 
 }  // namespace
 
 Act PopupAct(QWidget* popup, Dice& dice) {
   const int count = CountAct(popup);
-  if (count > 2 * kActsInPopup) {
-    return {"close " + NameOf(popup), {[popup = QPointer(popup)] {
-              if (popup) popup->close();
-            }}};
-  }
-  auto* const menu = qobject_cast<QMenu*>(popup);
-  const bool leaves = count > kActsInPopup || dice.Chance(20);
-  if (leaves) return {"Escape from " + NameOf(popup), {[] { ClickKey(Qt::Key_Escape); }}};
-  if (!menu) {
-    const auto views = Usable<QAbstractItemView>(popup);
-    if (!views.isEmpty() && dice.Chance(80)) return ActOn(views.first(), dice);
-    return {"Return in popup", {[] { ClickKey(Qt::Key_Return); }}};
-  }
-  QList<QAction*> entries;
-  for (QAction* action : menu->actions()) {
-    if (action->property("controlId").toInt() != kCommandExit) entries << action;
-  }
-  if (entries.isEmpty() || dice.Chance(30)) {
-    const int key = dice.Pick(std::array{Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right});
-    return {QString("key %1 in menu").arg(key, 0, 16), {[=] { ClickKey(key); }}};
-  }
-  QAction* const entry = dice.Pick(entries);
-  const Target at{menu, menu->actionGeometry(entry).center()};
-  return {"menu entry " + help::Plain(entry->text()), {[=] { ClickMouse(at); }}};
+  if (count > 2 * kActsInPopup) return Close(popup);
+  if (count > kActsInPopup || dice.Chance(20)) return KeyIn(popup, Qt::Key_Escape);
+  if (auto* const menu = qobject_cast<QMenu*>(popup)) return MenuEntryAct(menu, dice);
+  const auto views = Usable<QAbstractItemView>(popup);
+  if (!views.isEmpty() && dice.Chance(80)) return ActOn(views.first(), dice);
+  return KeyIn(popup, Qt::Key_Return);
 }
 
 Act DialogAct(QWidget* dialog, Dice& dice) {
@@ -171,21 +148,12 @@ Act DialogAct(QWidget* dialog, Dice& dice) {
   if (auto* box = qobject_cast<QMessageBox*>(dialog)) return BoxAct(box, dice);
   dialogRecord.boxesInARow = 0;
   if (auto* files = qobject_cast<QFileDialog*>(dialog)) return FileDialogAct(files, dice);
-  switch (dice.Below(12)) {
-    case 0:
-      return Leave(dialog, dice.Below(4), dice);
-    case 1:
-      return {"Return in " + NameOf(dialog), {[] { ClickKey(Qt::Key_Return); }}};
-    case 2:
-      if (QWidget* view = help::FindView()) return ActOn(view, dice);  // behind the dialog
-      [[fallthrough]];
-    case 3: {
-      const int key = SomeKey(dice);
-      return {QString("key %1 in ").arg(key, 0, 16) + NameOf(dialog), {[=] { ClickKey(key); }}};
-    }
-    default:
-      return ActOn(SomePart(dialog, dice), dice);
-  }
+  const int kind = dice.Below(12);
+  if (kind == 0) return Leave(dialog, dice.Below(4), dice);
+  if (kind == 1) return KeyIn(dialog, Qt::Key_Return);
+  if (kind == 2 && help::FindView()) return ActOn(help::FindView(), dice);  // behind the dialog
+  if (kind <= 3) return KeyIn(dialog, SomeKey(dice));
+  return ActOn(SomePart(dialog, dice), dice);
 }
 
 Act LeaveAct(Dice& dice) {

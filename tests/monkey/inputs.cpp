@@ -28,30 +28,10 @@ QWindow* KeyWindow() {
 
 }  // namespace
 
-void MoveMouse(const Target& target, Qt::KeyboardModifiers modifiers) {
+void SendMouse(QTest::MouseAction action, const Target& target, Qt::MouseButton button,
+               Qt::KeyboardModifiers modifiers) {
   const Place place = PlaceOf(target);
-  if (!place.window) return;
-  QTest::mouseEvent(QTest::MouseMove, place.window, Qt::NoButton, modifiers, place.point);
-}
-
-void PressMouse(const Target& target, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
-  const Place place = PlaceOf(target);
-  if (place.window) QTest::mousePress(place.window, button, modifiers, place.point);
-}
-
-void ReleaseMouse(const Target& target, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
-  const Place place = PlaceOf(target);
-  if (place.window) QTest::mouseRelease(place.window, button, modifiers, place.point);
-}
-
-void ClickMouse(const Target& target, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
-  const Place place = PlaceOf(target);
-  if (place.window) QTest::mouseClick(place.window, button, modifiers, place.point);
-}
-
-void DoubleClickMouse(const Target& target, Qt::MouseButton button) {
-  const Place place = PlaceOf(target);
-  if (place.window) QTest::mouseDClick(place.window, button, {}, place.point);
+  if (place.window) QTest::mouseEvent(action, place.window, button, modifiers, place.point);
 }
 
 void TurnWheel(const Target& target, int notches) {

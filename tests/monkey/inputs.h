@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <QTest>
 #include <Qt>
 
 #include "tools/help_tour/windows.h"
@@ -11,14 +12,26 @@ namespace mw::monkey {
 
 using help::Target;
 
-void MoveMouse(const Target& target, Qt::KeyboardModifiers modifiers = {});
-void PressMouse(const Target& target, Qt::MouseButton button = Qt::LeftButton,
-                Qt::KeyboardModifiers modifiers = {});
-void ReleaseMouse(const Target& target, Qt::MouseButton button = Qt::LeftButton,
-                  Qt::KeyboardModifiers modifiers = {});
-void ClickMouse(const Target& target, Qt::MouseButton button = Qt::LeftButton,
-                Qt::KeyboardModifiers modifiers = {});
-void DoubleClickMouse(const Target& target, Qt::MouseButton button = Qt::LeftButton);
+void SendMouse(QTest::MouseAction action, const Target& target, Qt::MouseButton button,
+               Qt::KeyboardModifiers modifiers);
+inline void MoveMouse(const Target& target, Qt::KeyboardModifiers modifiers = {}) {
+  SendMouse(QTest::MouseMove, target, Qt::NoButton, modifiers);
+}
+inline void PressMouse(const Target& target, Qt::MouseButton button = Qt::LeftButton,
+                       Qt::KeyboardModifiers modifiers = {}) {
+  SendMouse(QTest::MousePress, target, button, modifiers);
+}
+inline void ReleaseMouse(const Target& target, Qt::MouseButton button = Qt::LeftButton,
+                         Qt::KeyboardModifiers modifiers = {}) {
+  SendMouse(QTest::MouseRelease, target, button, modifiers);
+}
+inline void ClickMouse(const Target& target, Qt::MouseButton button = Qt::LeftButton,
+                       Qt::KeyboardModifiers modifiers = {}) {
+  SendMouse(QTest::MouseClick, target, button, modifiers);
+}
+inline void DoubleClickMouse(const Target& target, Qt::MouseButton button = Qt::LeftButton) {
+  SendMouse(QTest::MouseDClick, target, button, {});
+}
 void TurnWheel(const Target& target, int notches);
 
 // To the window with the focus, else to the one in front.

@@ -3,8 +3,10 @@
 #include <GL/gl.h>
 #include <QAction>
 #include <QApplication>
-#include <cmath>
+#include <limits>
 #include <set>
+#include <tuple>
+#include <utility>
 
 #include "app/command_table.h"
 #include "app/keys.h"
@@ -28,43 +30,52 @@
 namespace mw::monkey {
 namespace {
 
-int GlNumber(GLenum name) {
-  GLint value = 0;
-  glGetIntegerv(name, &value);
-  return value;
-}
+std::vector<std::string> broken;
 
-void CheckGl(Broken& broken) {
-  if (!MakeViewContextCurrent()) {
-    broken.push_back("the view has no GL context");
-    return;
-  }
+void CheckGl() {
+  if (!MakeViewContextCurrent()) return Expect(false, "the view has no GL context");
   for (GLenum error = glGetError(); error != GL_NO_ERROR; error = glGetError()) {
-    broken.push_back(FormatText("GL error 0x%x", error));
+    Expect(false, FormatText("GL error 0x%x", error));
   }
-  Expect(GlNumber(GL_MODELVIEW_STACK_DEPTH) == 1, "the modelview stack is not balanced", broken);
-  Expect(GlNumber(GL_PROJECTION_STACK_DEPTH) == 1, "the projection stack is not balanced", broken);
-  Expect(GlNumber(GL_TEXTURE_STACK_DEPTH) == 1, "the texture stack is not balanced", broken);
-  Expect(GlNumber(GL_ATTRIB_STACK_DEPTH) == 0, "the attribute stack is not balanced", broken);
-  Expect(GlNumber(GL_CLIENT_ATTRIB_STACK_DEPTH) == 0, "the client attribute stack is not balanced",
-         broken);
-  Expect(GlNumber(GL_MATRIX_MODE) == GL_MODELVIEW, "another matrix mode is left", broken);
+  constexpr std::tuple<const char*, GLenum, int> kBalanced[] = {
+      {"modelview stack", GL_MODELVIEW_STACK_DEPTH, 1},
+      {"projection stack", GL_PROJECTION_STACK_DEPTH, 1},
+      {"texture stack", GL_TEXTURE_STACK_DEPTH, 1},
+      {"attribute stack", GL_ATTRIB_STACK_DEPTH, 0},
+      {"client attribute stack", GL_CLIENT_ATTRIB_STACK_DEPTH, 0},
+      {"matrix mode", GL_MATRIX_MODE, GL_MODELVIEW}};
+  for (const auto& [what, name, usual] : kBalanced) {
+    GLint value = 0;
+    glGetIntegerv(name, &value);
+    Expect(value == usual, FormatText("the %s is left at %i", what, value));
+  }
 }
 
+// Not when it is no number.
 bool IsWithin(float value, float least, float most) { return value >= least && value <= most; }
 
-void CheckCamera(Broken& broken) {
+struct Range {
+  const char* what;
+  float value, least, most;
+};
+
+void ExpectWithin(std::initializer_list<Range> ranges) {
+  for (const auto& [what, value, least, most] : ranges) {
+    Expect(IsWithin(value, least, most),
+           FormatText("the %s is out of range: %f", what, static_cast<double>(value)));
+  }
+}
+
+void CheckCamera() {
+  constexpr float kHuge = std::numeric_limits<float>::max();
   const auto side = static_cast<float>(modConfig.WorldSize);
-  const Vector3& at = camera.position;
-  const std::string where = FormatText(" at %f, %f, %f", static_cast<double>(at.x),
-                                       static_cast<double>(at.y), static_cast<double>(at.z));
-  Expect(IsWithin(at.x, 0, side) && IsWithin(at.z, 0, side),
-         "the camera is outside the level" + where, broken);
-  Expect(std::isfinite(at.y), "the camera's height is no number" + where, broken);
-  Expect(IsWithin(camera.pitch, -90, 80), "the camera's pitch is out of range", broken);
-  Expect(std::isfinite(camera.yaw) && std::isfinite(camera.roll),
-         "the camera's angles are no numbers", broken);
-  Expect(IsWithin(editor.moveSpeed, 20, 100), "the camera's speed is out of range", broken);
+  ExpectWithin({{"camera's x", camera.position.x, 0, side},
+                {"camera's height", camera.position.y, -kHuge, kHuge},
+                {"camera's z", camera.position.z, 0, side},
+                {"camera's pitch", camera.pitch, -90, 80},
+                {"camera's yaw", camera.yaw, -kHuge, kHuge},
+                {"camera's roll", camera.roll, -kHuge, kHuge},
+                {"camera's speed", editor.moveSpeed, 20, 100}});
 }
 
 bool IsChecked(const QWidget* window, CommandId id) {
@@ -72,155 +83,122 @@ bool IsChecked(const QWidget* window, CommandId id) {
   return action && action->isChecked();
 }
 
-CommandId CommandOf(EditMode mode) {
-  switch (mode) {
-    case EditMode::TerrainMapper:
-      return kCommandTerrainMapper;
-    case EditMode::MaterialMapper:
-      return kCommandMaterialMapper;
-    case EditMode::ObjectMapper:
-      break;
-  }
-  return kCommandObjectMapper;
-}
-
-CommandId CommandOf(CameraMode mode) {
-  switch (mode) {
-    case CameraMode::OnTerrain:
-      return kCommandCameraOnTerrain;
-    case CameraMode::TopDown:
-      return kCommandCameraTopDown;
-    case CameraMode::Fly:
-      break;
-  }
-  return kCommandCameraFly;
-}
-
-CommandId CommandOfDrawing() {
-  if (!editor.ShowTextures) return kCommandWireframe;
-  return editor.ShowGrid ? kCommandTexturedWireframe : kCommandTextured;
-}
-
 // What the menus and toolbars show as chosen is what is chosen.
-void CheckChoices(Broken& broken) {
-  const QMainWindow* const window = help::FindMainWindow();
-  const auto expectOnly = [&](CommandGroup group, CommandId chosen) {
-    for (const CommandId id : GroupMembers(group)) {
-      Expect(IsChecked(window, id) == (id == chosen),
-             FormatText("command %i is %s", id, id == chosen ? "not checked" : "checked"), broken);
-    }
-  };
-  expectOnly(CommandGroup::Mode, CommandOf(editor.editMode));
-  expectOnly(CommandGroup::Camera, CommandOf(editor.cameraMode));
-  expectOnly(CommandGroup::Drawing, CommandOfDrawing());
+void CheckChoices() {
+  const bool textures = editor.ShowTextures, grid = editor.ShowGrid;
+  const std::pair<CommandId, bool> choices[] = {
+      {kCommandTerrainMapper, editor.editMode == EditMode::TerrainMapper},
+      {kCommandMaterialMapper, editor.editMode == EditMode::MaterialMapper},
+      {kCommandObjectMapper, editor.editMode == EditMode::ObjectMapper},
+      {kCommandCameraOnTerrain, editor.cameraMode == CameraMode::OnTerrain},
+      {kCommandCameraTopDown, editor.cameraMode == CameraMode::TopDown},
+      {kCommandCameraFly, editor.cameraMode == CameraMode::Fly},
+      {kCommandWireframe, !textures},
+      {kCommandTexturedWireframe, textures && grid},
+      {kCommandTextured, textures && !grid}};
+  for (const auto& [id, chosen] : choices) {
+    Expect(IsChecked(help::FindMainWindow(), id) == chosen,
+           FormatText("command %i is %s", id, chosen ? "not checked" : "checked"));
+  }
 }
 
 // With no button held no stroke, drag or rubber band goes on.
-void CheckHeld(Broken& broken) {
+void CheckHeld() {
   if (QApplication::mouseButtons() != Qt::NoButton || session.heldInput.leftButton) return;
-  Expect(!editor.leftHeld, "the left button counts as held", broken);
-  Expect(!editor.rubberBandActive, "a rubber band is left", broken);
-  Expect(!materialMapper->painting, "painting goes on", broken);
+  Expect(!editor.leftHeld, "the left button counts as held");
+  Expect(!editor.rubberBandActive, "a rubber band is left");
+  Expect(!materialMapper->painting, "painting goes on");
 }
 
-}  // namespace
-
-void Expect(bool holds, const std::string& what, Broken& broken) {
-  if (!holds) broken.push_back(what);
+void CheckFlags() {
+  Expect(!editor.browserPreviewActive, "the object browser's preview is left");
+  Expect(editor.viewReady, "the view is not ready");
+  Expect(!editor.levelLoaded || LevelArchive(), "the open level has no archive");
+  Expect(modList.names.size() <= kMaxMods, "too many mods");
+  Expect(modList.current < static_cast<int>(modList.names.size()), "the current mod is not listed");
 }
 
-void CheckView(Broken& broken) {
-  CheckGl(broken);
-  CheckCamera(broken);
-  CheckChoices(broken);
-  CheckHeld(broken);
-  Expect(!editor.browserPreviewActive, "the object browser's preview is left", broken);
-  Expect(editor.viewReady, "the view is not ready", broken);
-  Expect(!editor.levelLoaded || LevelArchive(), "the open level has no archive", broken);
-  Expect(modList.names.size() <= kMaxMods, "too many mods", broken);
-  Expect(modList.current < static_cast<int>(modList.names.size()), "the current mod is not listed",
-         broken);
-}
-
-void CheckTerrain(Broken& broken) {
+void CheckGround() {
   const int side = modConfig.MaterialSize;
-  if (editor.levelLoaded) {
-    Expect(side == 256 || side == 512 || side == 1024, "the level has no usual size", broken);
-    Expect(modConfig.WorldSize >= side, "the world is smaller than its samples", broken);
-    Expect(terrain.tilesPerSide == side / kTileCells, "the number of tiles is another one", broken);
-    Expect(IsWithin(modConfig.HeightScale, 0, 1000), "the height scale is out of range", broken);
-  }
-  if (!HasUsableTerrain()) return;
   int bad = 0, materials = 0;
-  for (int i = 1; i <= side; ++i) {
-    for (int j = 0; j < side; ++j) {
-      const TerrainVertex& vertex =
-          terrain.grid[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)];
+  for (std::size_t i = 1; i <= static_cast<std::size_t>(side); ++i) {
+    for (std::size_t j = 0; j < static_cast<std::size_t>(side); ++j) {
+      const TerrainVertex& vertex = terrain.grid[i][j];
       if (!IsWithin(vertex.h, 0, kMaxHeight) || vertex.selected > 1 || !(vertex.weight >= 0)) ++bad;
-      if (materialMapper->grid[static_cast<std::size_t>(i)][static_cast<std::size_t>(j)] > 255)
-        ++materials;
+      if (materialMapper->grid[i][j] > 255) ++materials;
     }
   }
-  Expect(bad == 0, FormatText("%i vertices are out of range", bad), broken);
-  Expect(materials == 0, FormatText("%i cells have no material", materials), broken);
-  Expect(terrain.roadPointCount >= 0 && terrain.roadPointCount <= kMaxRoadPoints,
-         "too many road points", broken);
-  Expect(terrain.brushSize >= 1 && terrain.brushSize <= kMaxBrushSize, "the brush has no size",
-         broken);
-  Expect(IsWithin(terrain.power, 1, kMaxToolPower), "the tool's power is out of range", broken);
-  Expect(IsWithin(terrain.smoothingRange, 1, kMaxSmoothingRange),
-         "the smoothing range is out of range", broken);
-  Expect(IsWithin(terrain.flattenHeight, 0, kMaxHeight), "the flatten height is out of range",
-         broken);
-  Expect(materialMapper->brushSize >= 1 && materialMapper->brushSize <= 9,
-         "the material brush has no size", broken);
-  Expect(IsWithin(modConfig.WaterLevel, 0, 1000), "the water level is out of range", broken);
-  Expect(modConfig.teamCount <= kMaxTeams && modConfig.skyCount <= kMaxSkies &&
-             modConfig.theatreCount <= kMaxTheatres,
-         "too many teams, skies or theatres", broken);
-  for (const std::int32_t team : modConfig.chosenTeam) {
-    Expect(team >= 0 && team < kMaxTeams, "a chosen team is not in the list", broken);
+  Expect(bad == 0, FormatText("%i vertices are out of range", bad));
+  Expect(materials == 0, FormatText("%i cells have no material", materials));
+}
+
+void CheckSettings() {
+  const int side = modConfig.MaterialSize;
+  if (editor.levelLoaded) {
+    Expect(side == 256 || side == 512 || side == 1024, "the level has no usual size");
+    Expect(modConfig.WorldSize >= side, "the world is smaller than its samples");
+    Expect(terrain.tilesPerSide == side / kTileCells, "the number of tiles is another one");
+    ExpectWithin({{"height scale", modConfig.HeightScale, 0, 1000}});
   }
+  if (!HasUsableTerrain()) return;
+  CheckGround();
+  const auto number = [](int value) { return static_cast<float>(value); };
+  ExpectWithin({{"number of road points", number(terrain.roadPointCount), 0, kMaxRoadPoints},
+                {"brush's size", number(terrain.brushSize), 1, kMaxBrushSize},
+                {"tool's power", number(terrain.power), 1, kMaxToolPower},
+                {"smoothing range", number(terrain.smoothingRange), 1, kMaxSmoothingRange},
+                {"flatten height", terrain.flattenHeight, 0, kMaxHeight},
+                {"material brush's size", number(materialMapper->brushSize), 1, 9},
+                {"water level", modConfig.WaterLevel, 0, 1000},
+                {"number of teams", number(modConfig.teamCount), 0, kMaxTeams},
+                {"number of skies", number(modConfig.skyCount), 0, kMaxSkies},
+                {"number of theatres", number(modConfig.theatreCount), 0, kMaxTheatres},
+                {"first chosen team", number(modConfig.chosenTeam[0]), 0, kMaxTeams - 1},
+                {"second chosen team", number(modConfig.chosenTeam[1]), 0, kMaxTeams - 1}});
 }
 
 // One file is open once, and what lies there is whole.
-void CheckArchives(Broken& broken) {
+void CheckArchives() {
   std::set<std::string> paths;
   for (std::size_t i = 0; i < archives.Count(); ++i) {
     const std::string path = LowerCase(archives.At(i)->Path());
-    Expect(paths.insert(path).second, path + " is open twice", broken);
+    Expect(paths.insert(path).second, path + " is open twice");
   }
   const Archive* const level = LevelArchive();
   if (!level) return;
   // Its folder may have been left by changing that of the game.
   const std::string file = '\\' + LowerCase(modConfig.LevelName) + ".vra";
-  Expect(LowerCase(level->Path()).ends_with(file), "the open archive is not that of " + file,
-         broken);
-  Expect(level->OnDisk() == ArchiveOnDisk::AsLeft, "the level's archive was changed from outside",
-         broken);
-  Expect(level->StrayJournal().empty(), "a journal lies beside the level's archive", broken);
+  Expect(LowerCase(level->Path()).ends_with(file), "the open archive is not that of " + file);
+  Expect(level->OnDisk() == ArchiveOnDisk::AsLeft, "the level's archive was changed from outside");
+  Expect(level->StrayJournal().empty(), "a journal lies beside the level's archive");
   Archive onDisk;
-  if (!onDisk.Open(level->Path(), false)) {
-    broken.push_back("the level's archive cannot be opened: " + onDisk.Error());
-    return;
-  }
+  Expect(onDisk.Open(level->Path(), false),
+         "the level's archive cannot be opened: " + onDisk.Error());
   for (const auto& [name, entry] : onDisk.Entries()) {
     const auto content = onDisk.ReadMember(name);
-    Expect(content && content->size() == entry.size, "cannot be read: " + std::string(name),
-           broken);
+    Expect(content && content->size() == entry.size, "cannot be read: " + std::string(name));
   }
 }
 
-std::vector<std::string> BrokenInvariants() {
-  Broken broken;
-  CheckHeld(broken);
+}  // namespace
+
+void Expect(bool holds, const std::string& what) {
+  if (!holds) broken.push_back(what);
+}
+
+std::vector<std::string> TakeBroken() { return std::exchange(broken, {}); }
+
+void CheckInvariants() {
+  CheckHeld();
   shell.renderFrameNow();
-  CheckView(broken);
-  CheckTerrain(broken);
-  CheckObjects(broken);
-  CheckTree(broken);
-  CheckArchives(broken);
-  return broken;
+  CheckGl();
+  CheckCamera();
+  CheckChoices();
+  CheckHeld();
+  CheckFlags();
+  CheckSettings();
+  CheckObjects();
+  CheckArchives();
 }
 
 }  // namespace mw::monkey

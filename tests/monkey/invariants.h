@@ -7,19 +7,14 @@
 
 namespace mw::monkey {
 
-// What does not hold, each as a line of text; empty when all is well. Draws one frame first.
-std::vector<std::string> BrokenInvariants();
+// Draws a frame and looks at everything; what does not hold is taken with TakeBroken.
+void CheckInvariants();
+// The part of it that is about objects, entities and the level tree.
+void CheckObjects();
 
-// The parts of it: drawing, camera and the shared flags; the ground; objects, entities and the
-// level tree; the archives.
-using Broken = std::vector<std::string>;
-void CheckView(Broken& broken);
-void CheckTerrain(Broken& broken);
-void CheckObjects(Broken& broken);
-void CheckTree(Broken& broken);
-void CheckArchives(Broken& broken);
-
-// Adds `what` unless the condition holds.
-void Expect(bool holds, const std::string& what, Broken& broken);
+// Notes `what` unless the condition holds.
+void Expect(bool holds, const std::string& what);
+// What was noted since this was last called, each as a line of text; empty when all is well.
+std::vector<std::string> TakeBroken();
 
 }  // namespace mw::monkey

@@ -1,13 +1,14 @@
 #include "tests/monkey/level_state.h"
 
 #include <algorithm>
-#include <cmath>
 #include <sstream>
 
 #include "app/level.h"
 #include "core/editor_state.h"
 #include "core/text.h"
 #include "data/archive.h"
+#include "data/level_settings_commands.h"
+#include "data/level_settings_lines.h"
 #include "data/mod_config.h"
 #include "objects/entities.h"
 #include "objects/object_store.h"
@@ -40,27 +41,12 @@ void TakeGround(LevelState& state) {
   }
 }
 
-// Each by the command that it is saved as.
 void TakeSettings(LevelState& state) {
-  const ModConfig& config = modConfig;
-  auto& settings = state.settings;
-  settings["GeometryTemplate.materialSize"] = {static_cast<float>(config.MaterialSize)};
-  settings["GeometryTemplate.worldSize"] = {static_cast<float>(config.WorldSize)};
-  settings["GeometryTemplate.yScale"] = {config.HeightScale};
-  settings["GeometryTemplate.waterLevel"] = {config.WaterLevel};
-  settings["renderer.vertexFogEnable"] = {static_cast<float>(config.VertexFogEnable)};
-  settings["renderer.fogstart"] = {static_cast<float>(config.fogStart)};
-  settings["renderer.fogend"] = {static_cast<float>(config.fogEnd)};
-  settings["shadow.shadowColor"] = {config.ShadowColor};
-  const std::pair<const char*, const Floats3&> colours[] = {
-      {"renderer.fogColorVec", config.FogColor},
-      {"renderer.ambientColor", config.AmbientColor},
-      {"renderer.diffuseColor", config.DiffuseColor},
-      {"renderer.specularColor", config.SpecularColor},
-      {"renderer.globalAmbientColor", config.GlobalAmbientColor},
-      {"water.color", config.WaterColor},
-      {"water.deepColor", config.WaterDeepColor}};
-  for (const auto& [command, colour] : colours) settings[command] = {colour.begin(), colour.end()};
+  const SettingsPlaces places = FindSettingsPlaces();
+  for (const SettingsCommand& command : SettingsCommands()) {
+    if (!command.value || !places.present.contains(LowerCase(command.name))) continue;
+    state.settings[std::string(command.name)] = command.value(modConfig);
+  }
 }
 
 void TakeCounts(LevelState& state) {
@@ -68,30 +54,6 @@ void TakeCounts(LevelState& state) {
   for (const EntityKind kind : kEntityKinds) {
     state.counts["entities of kind " + std::to_string(static_cast<int>(kind))] =
         static_cast<std::ptrdiff_t>(entities.Of(kind).instances.size());
-  }
-}
-
-// A setting that the level's scripts do not mention is not saved.
-bool IsMentioned(const std::string& command, const LevelState& saved) {
-  const std::string lower = LowerCase(command + ' ');
-  return std::ranges::any_of(saved.members, [&](const auto& member) {
-    const auto& [name, bytes] = member;
-    return name.ends_with(".con") &&
-           LowerCase(std::string(bytes.begin(), bytes.end())).find(lower) != std::string::npos;
-  });
-}
-
-// Files hold some digits only.
-bool IsNear(float a, float b) { return std::abs(a - b) <= 0.001f + 1e-4f * std::abs(a); }
-
-void CompareSettings(const LevelState& saved, const LevelState& read,
-                     std::vector<std::string>& found) {
-  for (const auto& [command, values] : saved.settings) {
-    const auto& others = read.settings.at(command);
-    if (!std::ranges::equal(values, others, IsNear) && IsMentioned(command, saved)) {
-      found.push_back(FormatText("%s was %g ... and is %g ...", command.c_str(),
-                                 static_cast<double>(values[0]), static_cast<double>(others[0])));
-    }
   }
 }
 
@@ -109,31 +71,32 @@ void CompareCells(const std::vector<T>& saved, const std::vector<T>& read, const
 
 // Entities that belong to several game modes are read with the first of these, so the next save may
 // write the others of a mode in another order.
-bool IsSameScript(const std::vector<std::uint8_t>& a, const std::vector<std::uint8_t>& b) {
-  const auto sortedLines = [](const auto& bytes) {
-    std::istringstream text(std::string(bytes.begin(), bytes.end()));
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(text, line);) lines.push_back(line);
-    std::ranges::sort(lines);
-    return lines;
-  };
-  return sortedLines(a) == sortedLines(b);
+std::vector<std::string> SortedLines(const std::vector<std::uint8_t>& script) {
+  std::istringstream text(std::string(script.begin(), script.end()));
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(text, line);) lines.push_back(line);
+  std::ranges::sort(lines);
+  lines.emplace_back();  // so that there is one where the other is longer
+  return lines;
 }
 
-// From where the contents part, as far as the line goes.
-std::string FirstDifference(const std::vector<std::uint8_t>& a,
-                            const std::vector<std::uint8_t>& b) {
-  constexpr std::ptrdiff_t kContext = 40;
-  const auto line = [](const auto& bytes, std::ptrdiff_t at) {
-    const auto size = static_cast<std::ptrdiff_t>(bytes.size());
-    std::string text(bytes.begin() + std::clamp<std::ptrdiff_t>(at - kContext, 0, size),
-                     bytes.begin() + std::min(at + kContext, size));
-    std::ranges::replace_if(
-        text, [](char c) { return c < ' '; }, ' ');
-    return text;
+// Empty when they say the same, else the first lines that one of them has not.
+std::string ScriptDifference(const std::vector<std::uint8_t>& a,
+                             const std::vector<std::uint8_t>& b) {
+  const auto first = SortedLines(a), second = SortedLines(b);
+  const auto [one, other] = std::ranges::mismatch(first, second);
+  if (one == first.end() && other == second.end()) return {};
+  const auto shown = [](const auto& at, const auto& lines) {
+    return at == lines.end() ? std::string() : *at;
   };
-  const auto at = std::ranges::mismatch(a, b).in1 - a.begin();
-  return ": '" + line(a, at) + "' and '" + line(b, at) + "'";
+  return "'" + shown(one, first) + "' and '" + shown(other, second) + "'";
+}
+
+// Empty when they are the same.
+std::string MemberDifference(const std::string& name, const std::vector<std::uint8_t>& a,
+                             const std::vector<std::uint8_t>& b) {
+  if (name.ends_with(".con")) return ScriptDifference(a, b);
+  return a == b ? "" : FormatText("%zu and %zu bytes", a.size(), b.size());
 }
 
 }  // namespace
@@ -154,10 +117,9 @@ std::vector<std::string> DifferentMembers(const LevelState& before, const LevelS
     const auto other = after.members.find(name);
     if (other == after.members.end()) {
       found.push_back(name + " is gone");
-    } else if (other->second != bytes &&
-               !(name.ends_with(".con") && IsSameScript(bytes, other->second))) {
-      found.push_back(name + " differs" +
-                      (name.ends_with(".con") ? FirstDifference(bytes, other->second) : ""));
+    } else if (const auto difference = MemberDifference(name, bytes, other->second);
+               !difference.empty()) {
+      found.push_back(name + " differs: " + difference);
     }
   }
   if (after.members.size() > before.members.size()) found.push_back("there are new members");
@@ -171,7 +133,11 @@ std::vector<std::string> Differences(const LevelState& saved, const LevelState& 
     if (count != other)
       found.push_back(FormatText("%td %s became %td", count, name.c_str(), other));
   }
-  CompareSettings(saved, read, found);
+  for (const auto& [command, value] : saved.settings) {
+    const auto other = read.settings.find(command);
+    const std::string now = other == read.settings.end() ? "nothing" : other->second;
+    if (now != value) found.push_back(command + " was " + value + " and is " + now);
+  }
   CompareCells(saved.heights, read.heights, "heights", found);
   CompareCells(saved.materials, read.materials, "materials", found);
   return found;

@@ -13,8 +13,8 @@ namespace mw::monkey {
 struct LevelState {
   std::map<std::string, std::vector<std::uint8_t>> members;
   std::map<std::string, std::ptrdiff_t> counts;
-  std::map<std::string, std::vector<float>> settings;  // by the command that they are saved as
-  std::vector<int> heights;                            // 1/256 height units, as they are saved
+  std::map<std::string, std::string> settings;  // that the scripts mention, by their commands
+  std::vector<int> heights;                     // 1/256 height units, as they are saved
   std::vector<std::uint32_t> materials;
 };
 

@@ -27,28 +27,27 @@ bool IsIndexOrNone(Index index, const Container& container) {
   return index >= -1 && index < static_cast<Index>(container.size());
 }
 
-void CheckStaticObjects(Broken& broken) {
-  Expect(objectStore.objects.size() <= kMaxStaticObjects, "too many objects", broken);
-  Expect(objectStore.meshes.size() <= kMaxCachedMeshes, "too many meshes", broken);
-  Expect(IsIndexOrNone(objectStore.hoveredObject, objectStore.objects), "no such object is hovered",
-         broken);
+void CheckStaticObjects() {
+  Expect(objectStore.objects.size() <= kMaxStaticObjects, "too many objects");
+  Expect(objectStore.meshes.size() <= kMaxCachedMeshes, "too many meshes");
+  Expect(IsIndexOrNone(objectStore.hoveredObject, objectStore.objects),
+         "no such object is hovered");
   Expect(IsIndexOrNone(objectStore.lastHoveredObject, objectStore.objects),
-         "no such object was hovered", broken);
-  Expect(IsFinite(objectStore.CursorPoint), "the cursor points nowhere", broken);
+         "no such object was hovered");
+  Expect(IsFinite(objectStore.CursorPoint), "the cursor points nowhere");
   for (const StaticObject& object : objectStore.objects) {
     const std::string name = object.name.String();
     Expect(object.catalogueIndex >= -1 && object.catalogueIndex < objectStore.catalogue.entryCount,
-           "not in the catalogue: " + name, broken);
-    Expect(IsIndexOrNone(object.meshIndex, objectStore.meshes), "its mesh is gone: " + name,
-           broken);
-    Expect(!object.selected || IsShown(object), "hidden and selected: " + name, broken);
+           "not in the catalogue: " + name);
+    Expect(IsIndexOrNone(object.meshIndex, objectStore.meshes), "its mesh is gone: " + name);
+    Expect(!object.selected || IsShown(object), "hidden and selected: " + name);
     Expect(IsFinite(object.position) && IsFinite(object.rotation) && IsFinite(object.scale),
-           "stands nowhere: " + name, broken);
+           "stands nowhere: " + name);
   }
 }
 
 // References are counted, so they are one per use.
-void CheckTextures(Broken& broken) {
+void CheckTextures() {
   const ObjectTextureTable& table = objectStore.textures;
   std::map<int, int> uses;
   for (const CachedMesh& mesh : objectStore.meshes) {
@@ -60,47 +59,44 @@ void CheckTextures(Broken& broken) {
   for (const auto& [slot, count] : uses) {
     const bool used = slot >= 0 && slot < table.count;
     Expect(used && table.slots[static_cast<std::size_t>(slot)].references >= count,
-           FormatText("texture %i is used %i times", slot, count), broken);
+           FormatText("texture %i is used %i times", slot, count));
   }
-  Expect(table.count >= 0 && table.count <= kMaxObjectTextures, "too many textures", broken);
+  Expect(table.count >= 0 && table.count <= kMaxObjectTextures, "too many textures");
 }
 
-void CheckEntities(Broken& broken) {
+void CheckEntities() {
   for (const EntityKind kind : kEntityKinds) {
     const EntityTables& tables = entities.Of(kind);
     Expect(tables.templates.size() <= kMaxTemplates && tables.instances.size() <= kMaxInstances,
-           "too many entities", broken);
+           "too many entities");
     for (const auto& instance : tables.instances) {
       const std::string name = instance->name.String();
-      Expect(instance->Kind() == kind, "an entity of another kind: " + name, broken);
-      Expect(TemplateOf(*instance), "has no template: " + name, broken);
-      Expect(!instance->selected || IsShown(*instance), "hidden and selected: " + name, broken);
+      Expect(instance->Kind() == kind, "an entity of another kind: " + name);
+      Expect(TemplateOf(*instance), "has no template: " + name);
+      Expect(!instance->selected || IsShown(*instance), "hidden and selected: " + name);
       Expect(IsFinite(instance->position) && IsFinite(instance->rotation),
-             "stands nowhere: " + name, broken);
+             "stands nowhere: " + name);
     }
   }
-  Expect(entities.spawnGroups.size() <= kMaxSpawnGroups, "too many spawn groups", broken);
+  Expect(entities.spawnGroups.size() <= kMaxSpawnGroups, "too many spawn groups");
   Expect(IsIndexOrNone(entities.hovered.index, entities.Of(entities.hovered.kind).instances),
-         "no such entity is hovered", broken);
+         "no such entity is hovered");
   Expect(objectStore.tool == ObjectTool::Select || objectStore.toolsEnabled,
-         "a tool is chosen that cannot be", broken);
-  Expect(objectStore.toolsEnabled == AnySelected(), "the tools do not follow the selection",
-         broken);
+         "a tool is chosen that cannot be");
+  Expect(objectStore.toolsEnabled == AnySelected(), "the tools do not follow the selection");
 }
 
 // Each item of the branch stands for one record, and each record that is to be seen has its item.
 class Shown {
  public:
-  explicit Shown(Broken& broken) : broken_(broken) {}
   void Add(TreeItem item, TreeItem parent, const std::string& name) {
-    Expect(levelTree.items.contains(item), "not in the tree: " + name, broken_);
-    Expect(ParentOf(item) == parent, "in another place of the tree: " + name, broken_);
-    Expect(items_.insert({item, name}).second, "shares its item in the tree: " + name, broken_);
+    Expect(levelTree.items.contains(item), "not in the tree: " + name);
+    Expect(ParentOf(item) == parent, "in another place of the tree: " + name);
+    Expect(items_.insert({item, name}).second, "shares its item in the tree: " + name);
   }
   void ExpectNothingElse(TreeItem parent) {
     for (const TreeItem child : ChildrenOf(parent)) {
-      Expect(items_.contains(child) || IsFixed(child), "stands for nothing: " + ItemText(child),
-             broken_);
+      Expect(items_.contains(child) || IsFixed(child), "stands for nothing: " + ItemText(child));
     }
   }
 
@@ -111,13 +107,12 @@ class Shown {
            item == fixed.addTemplate || item == fixed.addNewObject;
   }
 
-  Broken& broken_;
   std::map<TreeItem, std::string> items_;
 };
 
-void CheckRecordsInTree(Broken& broken) {
+void CheckRecordsInTree() {
   const LevelTree::FixedItems& fixed = levelTree.fixed;
-  Shown shown(broken);
+  Shown shown;
   for (const StaticObject& object : objectStore.objects) {
     const TreeItem parent = ParentOf(object.treeItem);
     shown.Add(object.treeItem, parent == fixed.treeMeshes ? parent : fixed.standardMeshes,
@@ -150,7 +145,7 @@ void CheckRecordsInTree(Broken& broken) {
 }
 
 // The panel shows the same items with the same texts under the same parents.
-void CheckTreeWidget(Broken& broken) {
+void CheckTreeWidget() {
   auto* const tree = help::FindMainWindow()->findChild<QTreeWidget*>("levelTree");
   const auto idOf = [](const QTreeWidgetItem* item) {
     return item ? item->data(0, Qt::UserRole).toUInt() : 0;
@@ -159,31 +154,30 @@ void CheckTreeWidget(Broken& broken) {
   for (QTreeWidgetItemIterator at(tree); *at; ++at, ++count) {
     const TreeItem item = idOf(*at);
     const std::string text = (*at)->text(0).toStdString();
-    Expect(levelTree.items.contains(item), "only the panel shows " + text, broken);
-    Expect(ReadableText(NumberedText(item)) == text, "the panel shows another text: " + text,
-           broken);
-    Expect(ParentOf(item) == idOf((*at)->parent()), "the panel shows in another place: " + text,
-           broken);
+    Expect(levelTree.items.contains(item), "only the panel shows " + text);
+    Expect(ReadableText(NumberedText(item)) == text, "the panel shows another text: " + text);
+    Expect(ParentOf(item) == idOf((*at)->parent()), "the panel shows in another place: " + text);
     Expect((*at)->childCount() == static_cast<int>(ChildrenOf(item).size()),
-           "another number of children: " + text, broken);
+           "another number of children: " + text);
   }
-  Expect(count == levelTree.items.size(), "the panel does not show all items", broken);
+  Expect(count == levelTree.items.size(), "the panel does not show all items");
+}
+
+void CheckTree() {
+  Expect(levelTree.notificationsEnabled, "the tree's notifications are left off");
+  Expect(!levelTree.suppressObjectSelection, "the tree's selection is left off");
+  if (levelTree.items.empty()) return;
+  CheckRecordsInTree();
+  CheckTreeWidget();
 }
 
 }  // namespace
 
-void CheckObjects(Broken& broken) {
-  CheckStaticObjects(broken);
-  CheckTextures(broken);
-  CheckEntities(broken);
-}
-
-void CheckTree(Broken& broken) {
-  Expect(levelTree.notificationsEnabled, "the tree's notifications are left off", broken);
-  Expect(!levelTree.suppressObjectSelection, "the tree's selection is left off", broken);
-  if (levelTree.items.empty()) return;
-  CheckRecordsInTree(broken);
-  CheckTreeWidget(broken);
+void CheckObjects() {
+  CheckStaticObjects();
+  CheckTextures();
+  CheckEntities();
+  CheckTree();
 }
 
 }  // namespace mw::monkey

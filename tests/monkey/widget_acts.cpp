@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QWidget>
+#include <vector>
 
 #include "tests/monkey/acts.h"
 #include "tests/monkey/inputs.h"
@@ -13,39 +14,36 @@
 namespace mw::monkey {
 namespace {
 
-Act Keys(const QString& name, std::initializer_list<int> keys, Dice& dice) {
-  const int key = std::data(keys)[dice.Below(static_cast<int>(keys.size()))];
-  return {QString("key %1 in %2").arg(key, 0, 16).arg(name), {[=] { ClickKey(key); }}};
-}
+// What is usual for a kind of widget, in percent; what is left are clicks.
+struct Usual {
+  int doubleClicks = 0, drags = 0, wheel = 0, keys = 0;
+  std::vector<int> theKeys = {};
+  std::vector<Qt::MouseButton> buttons = {Qt::LeftButton};
+};
 
-Act OnView(QAbstractItemView* view, Dice& dice) {
-  const QString name = NameOf(view);
-  const QWidget* const area = view->viewport();
-  const Target at{view->viewport(), SomePlace(area, dice)};
-  switch (dice.Below(6)) {
-    case 0:
-      return {"double click in " + name, {[=] { DoubleClickMouse(at); }}};
-    case 1:
-      return {"wheel in " + name, {[=, n = dice.Between(-5, 5)] { TurnWheel(at, n); }}};
-    case 2:
-      return Keys(name, {Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End, Qt::Key_PageDown},
-                  dice);
-    default:
-      return {"click in " + name, {[=] { ClickMouse(at); }}};
+Act OnPlaces(const QWidget* widget, const Target& from, const Usual& usual, Dice& dice) {
+  constexpr int kMostNotches = 9;
+  const QString name = NameOf(widget);
+  const Target to{from.widget, SomePlace(from.widget, dice)};
+  const auto button = dice.Pick(usual.buttons);
+  int kind = dice.Below(100);
+  if ((kind -= usual.doubleClicks) < 0) {
+    return {"double click on " + name, {[=] { DoubleClickMouse(from, button); }}};
   }
-}
-
-Act OnCombo(QComboBox* combo, Dice& dice) {
-  const QString name = NameOf(combo);
-  const Target at{combo, combo->rect().center()};
-  switch (dice.Below(4)) {
-    case 0:
-      return {"wheel on " + name, {[=, n = dice.Between(-3, 3)] { TurnWheel(at, n); }}};
-    case 1:
-      return Keys(name, {Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End, Qt::Key_F4}, dice);
-    default:
-      return {"click on " + name, {[=] { ClickMouse(at); }}};
+  if ((kind -= usual.drags) < 0) {
+    return {"drag in " + name,
+            {[=] { PressMouse(from, button); }, [=] { MoveMouse(to); },
+             [=] { ReleaseMouse(to, button); }}};
   }
+  if ((kind -= usual.wheel) < 0) {
+    const int notches = dice.Between(-kMostNotches, kMostNotches);
+    return {"wheel on " + name, {[=] { TurnWheel(from, notches); }}};
+  }
+  if ((kind -= usual.keys) < 0) {
+    const int key = dice.Pick(usual.theKeys);
+    return {QString("key %1 in %2").arg(key, 0, 16).arg(name), {[=] { ClickKey(key); }}};
+  }
+  return {"click on " + name, {[=] { ClickMouse(from, button); }}};
 }
 
 Act OnField(QWidget* field, Dice& dice) {
@@ -61,59 +59,49 @@ Act OnField(QWidget* field, Dice& dice) {
   return act;
 }
 
-Act OnSlider(QAbstractSlider* slider, Dice& dice) {
-  const QString name = NameOf(slider);
-  const Target from{slider, SomePlace(slider, dice)}, to{slider, SomePlace(slider, dice)};
-  switch (dice.Below(4)) {
-    case 0:
-      return {"drag " + name,
-              {[=] { PressMouse(from); }, [=] { MoveMouse(to); }, [=] { ReleaseMouse(to); }}};
-    case 1:
-      return {"wheel on " + name, {[=, n = dice.Between(-9, 9)] { TurnWheel(from, n); }}};
-    case 2:
-      return Keys(name, {Qt::Key_Left, Qt::Key_Right, Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp},
-                  dice);
-    default:
-      return {"click on " + name, {[=] { ClickMouse(from); }}};
-  }
-}
-
-Act OnButton(QAbstractButton* button, Dice& dice) {
-  constexpr int kMark = 8;  // check boxes and radio buttons are pressed at their left end
+// Check boxes and radio buttons are pressed at their left end.
+QPoint PlaceOf(const QAbstractButton* button) {
+  constexpr int kMark = 8;
   const bool marked = button->isCheckable() && !button->text().isEmpty();
-  const Target at{button, QPoint(marked ? kMark : button->width() / 2, button->height() / 2)};
-  const QString name = NameOf(button);
-  if (dice.Chance(5)) return {"double click on " + name, {[=] { DoubleClickMouse(at); }}};
-  return {"click on " + name, {[=] { ClickMouse(at); }}};
-}
-
-Act OnPainted(QWidget* widget, Dice& dice) {
-  const QString name = NameOf(widget);
-  const Target from{widget, SomePlace(widget, dice)}, to{widget, SomePlace(widget, dice)};
-  const auto button = dice.Pick(std::array{Qt::LeftButton, Qt::LeftButton, Qt::RightButton});
-  switch (dice.Below(4)) {
-    case 0:
-      return {"drag in " + name,
-              {[=] { PressMouse(from, button); }, [=] { MoveMouse(to); },
-               [=] { ReleaseMouse(to, button); }}};
-    case 1:
-      return {"double click in " + name, {[=] { DoubleClickMouse(from); }}};
-    default:
-      return {"click in " + name, {[=] { ClickMouse(from, button); }}};
-  }
+  return {marked ? kMark : button->width() / 2, button->height() / 2};
 }
 
 }  // namespace
 
 Act ActOn(QWidget* widget, Dice& dice) {
-  if (auto* view = qobject_cast<QAbstractItemView*>(widget)) return OnView(view, dice);
-  if (auto* combo = qobject_cast<QComboBox*>(widget)) return OnCombo(combo, dice);
+  const Target somewhere{widget, SomePlace(widget, dice)};
+  if (auto* view = qobject_cast<QAbstractItemView*>(widget)) {
+    const Usual usual{
+        .doubleClicks = 17,
+        .wheel = 17,
+        .keys = 17,
+        .theKeys = {Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End, Qt::Key_PageDown}};
+    return OnPlaces(view, {view->viewport(), SomePlace(view->viewport(), dice)}, usual, dice);
+  }
+  if (qobject_cast<QComboBox*>(widget)) {
+    const Usual usual{.wheel = 25,
+                      .keys = 25,
+                      .theKeys = {Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End, Qt::Key_F4}};
+    return OnPlaces(widget, {widget, widget->rect().center()}, usual, dice);
+  }
   if (qobject_cast<QLineEdit*>(widget) || qobject_cast<QAbstractSpinBox*>(widget)) {
     return OnField(widget, dice);
   }
-  if (auto* slider = qobject_cast<QAbstractSlider*>(widget)) return OnSlider(slider, dice);
-  if (auto* button = qobject_cast<QAbstractButton*>(widget)) return OnButton(button, dice);
-  return OnPainted(widget, dice);
+  if (qobject_cast<QAbstractSlider*>(widget)) {
+    const Usual usual{
+        .drags = 25,
+        .wheel = 25,
+        .keys = 25,
+        .theKeys = {Qt::Key_Left, Qt::Key_Right, Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp}};
+    return OnPlaces(widget, somewhere, usual, dice);
+  }
+  if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+    return OnPlaces(widget, {widget, PlaceOf(button)}, {.doubleClicks = 5}, dice);
+  }
+  const Usual painted{.doubleClicks = 25,
+                      .drags = 25,
+                      .buttons = {Qt::LeftButton, Qt::LeftButton, Qt::RightButton}};
+  return OnPlaces(widget, somewhere, painted, dice);
 }
 
 // Nothing that names a place outside the working folder: typed paths may become folders.
@@ -130,12 +118,12 @@ QString SomeText(Dice& dice) {
 
 int SomeKey(Dice& dice) {
   static constexpr std::array kNamed{
-      Qt::Key_Tab,    Qt::Key_Backtab, Qt::Key_Space, Qt::Key_PageUp, Qt::Key_PageDown,
-      Qt::Key_Left,   Qt::Key_Up,      Qt::Key_Right, Qt::Key_Down,   Qt::Key_Delete,
-      Qt::Key_Escape, Qt::Key_Return,  Qt::Key_Home,  Qt::Key_End,    Qt::Key_F1,
-      Qt::Key_F2,     Qt::Key_F3,      Qt::Key_F5,    Qt::Key_F6,     Qt::Key_F7,
-      Qt::Key_F8,     Qt::Key_Plus,    Qt::Key_Minus};
-  if (dice.Chance(40)) return dice.Pick(kNamed);
+      Qt::Key_Tab,      Qt::Key_Backtab, Qt::Key_Space,  Qt::Key_PageUp,
+      Qt::Key_PageDown, Qt::Key_Left,    Qt::Key_Up,     Qt::Key_Right,
+      Qt::Key_Down,     Qt::Key_Delete,  Qt::Key_Escape, Qt::Key_Return,
+      Qt::Key_Home,     Qt::Key_End,     Qt::Key_Plus,   Qt::Key_Minus};
+  if (dice.Chance(30)) return dice.Pick(kNamed);
+  if (dice.Chance(15)) return Qt::Key_F1 + dice.Below(8);
   if (dice.Chance(25)) return Qt::Key_0 + dice.Below(10);
   return Qt::Key_A + dice.Below(26);
 }

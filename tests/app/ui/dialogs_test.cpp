@@ -1,3 +1,4 @@
+#include <QPushButton>
 #include <fstream>
 
 #include "app/ui/load_level_dialog.h"

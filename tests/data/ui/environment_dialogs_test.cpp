@@ -8,9 +8,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "core/text.h"
 #include "data/level_archive_test.h"
+#include "data/level_settings_commands.h"
 #include "data/ui/colour_swatch.h"
 #include "objects/ui/run_dialog.h"
+#include "support/golden.h"
 #include "support/sandbox.h"
 
 namespace mw {
@@ -87,22 +90,6 @@ TEST_F(EnvironmentDialogsTest, AStoredColourStaysTheSameWhenItIsStoredAgain) {
   EXPECT_EQ(BytesOf({-1, 7, 0.68f}), (ColourBytes{0, 255, 173})) << "out of range";
 }
 
-TEST_F(EnvironmentDialogsTest, TheControlsOfTheWatersThreeLayersAreToldApartByTheirNames) {
-  Run(WaterSettingsDialog, [](const OpenDialog& dialog) {
-    QStringList names;
-    for (const char* layer : {"1", "2", "NormalMap"}) {
-      for (const char* box : {"direction%1XEdit", "direction%1YEdit", "speed%1Edit"})
-        names << Box(dialog, qPrintable(QString(box).arg(layer))).accessibleName();
-      names << List(dialog, qPrintable(QString("tile%1Combo").arg(layer))).accessibleDescription();
-    }
-    for (const char* list : {"texture1Combo", "texture2Combo", "normalMapCombo"})
-      names << List(dialog, list).accessibleDescription();
-    EXPECT_FALSE(names.contains(""));
-    EXPECT_EQ(names.removeDuplicates(), 0) << names.join(", ").toStdString();
-    dialog.Press("cancelButton");
-  });
-}
-
 TEST_F(EnvironmentDialogsTest, SwatchesOpenTheColourChooser) {
   modConfig.DiffuseColor = {1, 0, 0};
   const auto choose = [](const QColor& before, const QColor& colour) {
@@ -131,137 +118,11 @@ TEST_F(EnvironmentDialogsTest, SwatchesOpenTheColourChooser) {
   EXPECT_TRUE(editor.levelModified);
 }
 
-TEST_F(EnvironmentDialogsTest, FogRangeIsCutToIntegers) {
-  modConfig.fogStart = 20;
-  modConfig.fogEnd = 400;
-  EXPECT_TRUE(RunAndPressOk(FogSettingsDialog, [](const OpenDialog& dialog) {
-    EXPECT_EQ(Box(dialog, "beginEdit").text(), "20.000");
-    Box(dialog, "beginEdit").setText("-35.9");
-    Box(dialog, "endEdit").setText("letters");
-    dialog.Widget<QCheckBox>("enabledCheck").click();
-  }));
-  EXPECT_EQ(modConfig.fogStart, -35);
-  EXPECT_EQ(modConfig.fogEnd, 0);
-  EXPECT_EQ(modConfig.VertexFogEnable, 1);
-}
-
-TEST_F(EnvironmentDialogsTest, NumbersBeyondAnIntegerStayAtItsEnd) {
-  EXPECT_TRUE(RunAndPressOk(FogSettingsDialog, [](const OpenDialog& dialog) {
-    Box(dialog, "beginEdit").setText("-1e30");
-    Box(dialog, "endEdit").setText("1e30");
-  }));
-  EXPECT_EQ(modConfig.fogStart, std::numeric_limits<std::int32_t>::min());
-  EXPECT_EQ(modConfig.fogEnd, std::numeric_limits<std::int32_t>::max());
-}
-
-TEST_F(EnvironmentDialogsTest, AnotherSkyBringsItsOwnLight) {
-  modConfig.skyCount = 2;
-  modConfig.skies[0] = {"Bocage", {"Sky_Bocage_m1", 150, 180, {-0.191f, 0.45f, -0.873f}}};
-  modConfig.skies[1] = {"Coast", {"Sky_Coast_m1", 120, 40, {-0.52f, 0.56f, -0.6f}}};
-  modConfig.currentSky = {"SKY_COAST_M1", 7, 8, {0.25f, 0.5f, 1}};
-  EXPECT_TRUE(RunAndPressOk(LightSettingsDialog, [](const OpenDialog& dialog) {
-    EXPECT_EQ(dialog.window.windowTitle(), "Sun, Light, and Sky Settings");
-    EXPECT_EQ(List(dialog, "skyCombo").currentText(), "Coast");
-    EXPECT_EQ(Box(dialog, "heightEdit").text(), "7");
-    EXPECT_EQ(Box(dialog, "directionXEdit").text(), "0.250");
-    Box(dialog, "directionYEdit").setText("9");
-    List(dialog, "skyCombo").setCurrentText("Bocage");
-    EXPECT_EQ(Box(dialog, "heightEdit").text(), "150");
-    EXPECT_EQ(Box(dialog, "rotationEdit").text(), "180");
-    EXPECT_EQ(Box(dialog, "directionXEdit").text(), "-0.191");
-    EXPECT_EQ(Box(dialog, "directionYEdit").text(), "0.450");
-    Box(dialog, "rotationEdit").setText("90");
-  }));
-  EXPECT_EQ(modConfig.currentSky.mesh, "Sky_Bocage_m1");
-  EXPECT_EQ(modConfig.currentSky.heightOffset, 150);
-  EXPECT_EQ(modConfig.currentSky.rotationAngle, 90);
-  EXPECT_THAT(modConfig.currentSky.sunDirection, ElementsAre(-0.191f, 0.45f, -0.873f));
-}
-
-TEST_F(EnvironmentDialogsTest, ShadowsAreStored) {
-  modConfig.terrainShadowAmbient = {10, 20, 30};
-  EXPECT_TRUE(RunAndPressOk(ShadowSettingsDialog, [](const OpenDialog& dialog) {
-    EXPECT_EQ(Painted(dialog, "ambientSwatch"), QColor(10, 20, 30));
-    Box(dialog, "cullEdit").setText("-4");
-    Box(dialog, "intensityEdit").setText("0.55");
-  }));
-  EXPECT_THAT(modConfig.terrainShadowAmbient, ElementsAre(10, 20, 30));
-  EXPECT_EQ(modConfig.terrainShadowSamplingCull, -4);
-  EXPECT_EQ(modConfig.ShadowColor, 0.55f);
-}
-
-TEST_F(EnvironmentDialogsTest, WaterTileFactorsAreChosenFromAList) {
-  modConfig.WaterTileLayer1 = 0.125f;
-  modConfig.WaterTileLayer2 = 0.3f;
-  modConfig.WaterTileNormalMap = 1;
+TEST_F(EnvironmentDialogsTest, TheNameOfAWaterTextureTakesNoBlankWhichWouldEndItInTheScript) {
   EXPECT_TRUE(RunAndPressOk(WaterSettingsDialog, [](const OpenDialog& dialog) {
-    EXPECT_EQ(List(dialog, "tile1Combo").currentText(), "1/8");
-    EXPECT_EQ(List(dialog, "tile1Combo").count(), 5);
-    EXPECT_EQ(List(dialog, "tile2Combo").currentText(), "0.300000");
-    EXPECT_EQ(List(dialog, "tile2Combo").count(), 6);
-    List(dialog, "tileNormalMapCombo").setCurrentText("1/16");
+    QTest::keyClicks(List(dialog, "texture2Combo").lineEdit(), "a b");
   }));
-  EXPECT_EQ(modConfig.WaterTileLayer1, 0.125f);
-  EXPECT_EQ(modConfig.WaterTileLayer2, 0.3f);
-  EXPECT_EQ(modConfig.WaterTileNormalMap, 0.0625f);
-}
-
-TEST_F(EnvironmentDialogsTest, WaterLayersAreStored) {
-  modConfig.WaterTexLayer1 = "texture/water05";
-  modConfig.WaterNormalMap = "texture/normalMap01";
-  EXPECT_TRUE(RunAndPressOk(WaterSettingsDialog, [](const OpenDialog& dialog) {
-    EXPECT_EQ(List(dialog, "texture1Combo").currentText(), "texture/water05");
-    EXPECT_EQ(List(dialog, "texture1Combo").count(), 8);
-    EXPECT_EQ(List(dialog, "texture2Combo").itemText(7), "texture/water08");
-    EXPECT_EQ(List(dialog, "normalMapCombo").itemText(1), "texture/normalMap02");
-    List(dialog, "texture1Combo").setCurrentText("texture/water02");
-    List(dialog, "texture2Combo").setEditText("texture/ofMyOwn");
-    Box(dialog, "direction1YEdit").setText("-0.5");
-    Box(dialog, "direction2XEdit").setText("2");
-    Box(dialog, "directionNormalMapXEdit").setText("0.25");
-    Box(dialog, "speed2Edit").setText("0.02");
-    Box(dialog, "shallowAlphaEdit").setText("0.5");
-    dialog.Widget<QCheckBox>("specularCheck").click();
-  }));
-  EXPECT_EQ(modConfig.WaterTexLayer1, "texture/water02");
-  EXPECT_EQ(modConfig.WaterTexLayer2, "texture/ofMyOwn");
-  EXPECT_EQ(modConfig.WaterNormalMap, "texture/normalMap01");
-  EXPECT_THAT(modConfig.WaterScrollDirection1, ElementsAre(0.0f, -0.5f));
-  EXPECT_THAT(modConfig.WaterScrollDirection2, ElementsAre(2.0f, 0.0f));
-  EXPECT_THAT(modConfig.WaterScrollDirectionNormalmap, ElementsAre(0.25f, 0.0f));
-  EXPECT_EQ(modConfig.WaterScrollLayer2, 0.02f);
-  EXPECT_EQ(modConfig.WaterShallowAlpha, 0.5f);
-  EXPECT_TRUE(modConfig.WaterSpecularEnable);
-}
-
-TEST_F(EnvironmentDialogsTest, TeamsAreChosenByName) {
-  modConfig.teamCount = 3;
-  modConfig.teams[0].name = "Germany";
-  modConfig.teams[1].name = "United States";
-  modConfig.teams[2].name = "Britain";
-  modConfig.chosenTeam = {2, 0};
-  EXPECT_TRUE(RunAndPressOk(TeamSelectionDialog, [](const OpenDialog& dialog) {
-    EXPECT_EQ(dialog.window.windowTitle(), "Team Selection");
-    EXPECT_EQ(List(dialog, "teamOneCombo").count(), 3);
-    EXPECT_EQ(List(dialog, "teamOneCombo").currentText(), "Britain");
-    List(dialog, "teamTwoCombo").setCurrentText("United States");
-  }));
-  EXPECT_THAT(modConfig.chosenTeam, ElementsAre(2, 1));
-}
-
-TEST_F(EnvironmentDialogsTest, AModWithoutTeamsOrSkiesLosesNothing) {
-  modConfig.chosenTeam = {0, 1};
-  modConfig.currentSky.mesh = "Sky_Own_m1";
-  EXPECT_TRUE(RunAndPressOk(TeamSelectionDialog, [](const OpenDialog&) {}));
-  EXPECT_TRUE(RunAndPressOk(LightSettingsDialog, [](const OpenDialog&) {}));
-  EXPECT_THAT(modConfig.chosenTeam, ElementsAre(0, 1));
-  EXPECT_EQ(modConfig.currentSky.mesh, "Sky_Own_m1");
-
-  modConfig.skyCount = 1;
-  EXPECT_TRUE(RunAndPressOk(LightSettingsDialog, [](const OpenDialog& dialog) {
-    EXPECT_EQ(List(dialog, "skyCombo").currentText(), "(not in the list: Sky_Own_m1)");
-  }));
-  EXPECT_EQ(modConfig.currentSky.mesh, "Sky_Own_m1");
+  EXPECT_EQ(modConfig.WaterTexLayer2, "ab");
 }
 
 TEST_F(EnvironmentDialogsTest, WhatNobodyEditedKeepsEveryDigit) {
@@ -281,23 +142,6 @@ TEST_F(EnvironmentDialogsTest, WhatNobodyEditedKeepsEveryDigit) {
   EXPECT_EQ(modConfig.currentSky.sunDirection[0], 0.0004f) << "of the sky that was chosen";
 }
 
-TEST_F(EnvironmentDialogsTest, WhatTheScriptsCannotKeepIsDisabledAndSaysWhy) {
-  ASSERT_TRUE(level->RemoveMember("varnhold/levels/Island/init/terrain.con"));
-  Put("init/skyandsun.con", "sky.setRotAngle 1\r\n");
-  Run(LightSettingsDialog, [](const OpenDialog& dialog) {
-    EXPECT_FALSE(List(dialog, "skyCombo").isEnabled());
-    EXPECT_TRUE(List(dialog, "skyCombo").toolTip().contains("no StandardMesh template"));
-    EXPECT_TRUE(Box(dialog, "heightEdit").isEnabled()) << "can be added at the end";
-    dialog.Press("cancelButton");
-  });
-  Run(ShadowSettingsDialog, [](const OpenDialog& dialog) {
-    EXPECT_FALSE(Box(dialog, "cullEdit").isEnabled());
-    EXPECT_TRUE(Box(dialog, "cullEdit").toolTip().contains("no script init/terrain.con"));
-    EXPECT_TRUE(Box(dialog, "intensityEdit").isEnabled());
-    dialog.Press("cancelButton");
-  });
-}
-
 TEST_F(EnvironmentDialogsTest, OkMarksTheLevelOnlyWhenSomethingChanged) {
   modConfig.fogEnd = 400;
   RunAndPressOk(FogSettingsDialog, [](const OpenDialog&) {});
@@ -307,21 +151,144 @@ TEST_F(EnvironmentDialogsTest, OkMarksTheLevelOnlyWhenSomethingChanged) {
   EXPECT_TRUE(editor.levelModified);
 }
 
-TEST_F(EnvironmentDialogsTest, CancelAndEscapeChangeNothing) {
-  modConfig.FogColor = {1, 0.5f, 0};
+// Every control with its text, by which it is known to a reader, and why it is disabled.
+std::vector<std::string> ControlsOf(const QDialog& window) {
+  std::vector<std::string> lines;
+  for (const auto* control : window.findChildren<QWidget*>()) {
+    QString text;
+    if (const auto* box = qobject_cast<const QLineEdit*>(control)) {
+      if (qobject_cast<const QComboBox*>(box->parentWidget())) continue;
+      text = box->text();
+    } else if (const auto* list = qobject_cast<const QComboBox*>(control)) {
+      text = list->currentText() + " of";
+      for (int i = 0; i < list->count(); ++i) text += " | " + list->itemText(i);
+    } else if (const auto* check = qobject_cast<const QCheckBox*>(control)) {
+      text = check->text() + (check->isChecked() ? " (on)" : " (off)");
+    } else if (!qobject_cast<const ColourSwatch*>(control)) {
+      continue;
+    }
+    const QString name = control->accessibleName() + control->accessibleDescription();
+    if (!control->isEnabled()) text += " DISABLED: " + control->toolTip();
+    lines.push_back((control->objectName() + " (" + name + "): " + text).toStdString());
+  }
+  return lines;
+}
+
+std::vector<std::string> Settings() {
+  std::vector<std::string> lines;
+  for (const SettingsCommand& command : SettingsCommands()) {
+    if (!command.value) continue;
+    lines.push_back(std::string(command.name) + " " + command.value(modConfig));
+  }
+  lines.push_back(FormatText("teams %i %i", modConfig.chosenTeam[0], modConfig.chosenTeam[1]));
+  lines.push_back(editor.levelModified ? "modified" : "not modified");
+  return lines;
+}
+
+// The lines that have become others.
+std::string Changed(const std::vector<std::string>& before, const std::vector<std::string>& after) {
+  std::string text;
+  for (std::size_t i = 0; i < after.size(); ++i) {
+    if (i >= before.size() || before[i] != after[i]) text += "  " + after[i] + "\n";
+  }
+  return text;
+}
+
+void Enter(const OpenDialog& dialog, const char* name, const QString& text) {
+  auto& control = dialog.Widget<QWidget>(name);
+  if (auto* box = qobject_cast<QLineEdit*>(&control)) return box->setText(text);
+  if (auto* check = qobject_cast<QCheckBox*>(&control)) return check->click();
+  auto& list = List(dialog, name);
+  if (list.findText(text) < 0) return list.setEditText(text);
+  list.setCurrentText(text);
+}
+
+// What each dialog shows, what of it changes with an edit, and which settings are others then.
+TEST_F(EnvironmentDialogsTest, EachControlShowsAndStoresItsSetting) {
+  modConfig.fogStart = 20;
+  modConfig.FogColor = {1, 1, 0};
+  modConfig.GlobalAmbientColor = {1, 0, 0};
+  modConfig.AmbientColor = {0, 1, 0};
+  modConfig.DiffuseColor = {0, 0, 1};
+  modConfig.SpecularColor = {0, 1, 1};
+  modConfig.WaterColor = {1, 0, 1};
+  modConfig.WaterDeepColor = {1, 1, 1};
+  modConfig.terrainShadowAmbient = {10, 20, 30};
+  modConfig.WaterAlphaDepth = 3;
+  modConfig.WaterShallowAlpha = 4;
+  modConfig.WaterScrollDirection1 = {5, 6};
+  modConfig.WaterScrollDirection2 = {7, 8};
+  modConfig.WaterScrollDirectionNormalmap = {9, 10};
+  modConfig.WaterScrollLayer1 = 11;
+  modConfig.WaterScrollLayer2 = 12;
+  modConfig.WaterScrollNormalmap = 13;
+  modConfig.WaterTileLayer1 = 0.125f;
+  modConfig.WaterTileLayer2 = 0.3f;
+  modConfig.WaterTileNormalMap = 1;
   modConfig.WaterTexLayer1 = "texture/water05";
-  EXPECT_FALSE(Run(FogSettingsDialog, [](const OpenDialog& dialog) {
-    Box(dialog, "endEdit").setText("300");
-    QTest::keyClick(&dialog.window, Qt::Key_Escape);
-  }));
-  EXPECT_FALSE(Run(WaterSettingsDialog, [](const OpenDialog& dialog) {
-    List(dialog, "texture1Combo").setEditText("texture/other");
-    dialog.Press("cancelButton");
-  }));
-  EXPECT_EQ(modConfig.fogEnd, 0);
-  EXPECT_EQ(modConfig.FogColor[1], 0.5f);
-  EXPECT_EQ(modConfig.WaterTexLayer1, "texture/water05");
-  EXPECT_FALSE(editor.levelModified);
+  modConfig.WaterNormalMap = "texture/normalMap01";
+  modConfig.chosenTeam = {0, 1};
+  modConfig.currentSky = {"Sky_Own_m1", 7, 8, {0.25f, 0.5f, 1}};
+  const std::vector<std::string> teams{"Germany", "United States", "Britain"};
+  for (std::size_t i = 0; i < teams.size(); ++i) modConfig.teams[i].name = teams[i];
+  modConfig.skies[0] = {"Bocage", {"Sky_Bocage_m1", 150, 180, {-0.191f, 0.45f, -0.873f}}};
+  modConfig.skies[1] = {"Coast", {"SKY_OWN_M1", 120, 40, {-0.52f, 0.56f, -0.6f}}};
+  using Edits = std::vector<std::pair<const char*, const char*>>;
+  std::string told;
+  const auto tell = [&](const char* title, Dialog& dialog, const Edits& edits,
+                        const char* end = "okButton") {
+    editor.levelModified = false;
+    const auto before = Settings();
+    const bool stored = Run(dialog, [&](const OpenDialog& open) {
+      auto shown = ControlsOf(open.window);
+      told += open.window.windowTitle().toStdString() + ": " + title + "\n" + Changed({}, shown);
+      for (const auto& [name, text] : edits) {
+        Enter(open, name, text);
+        told += std::string("> ") + name + ": " + text + "\n" +
+                Changed(std::exchange(shown, ControlsOf(open.window)), ControlsOf(open.window));
+      }
+      if (*end) return open.Press(end);
+      QTest::keyClick(&open.window, Qt::Key_Escape);
+    });
+    told += (stored ? "> stored\n" : "> left\n") + Changed(before, Settings()) + "\n";
+  };
+  tell("numbers are cut to integers", FogSettingsDialog,
+       {{"beginEdit", "-35.9"}, {"endEdit", "letters"}, {"enabledCheck", ""}});
+  tell("numbers beyond an integer stay at its end", FogSettingsDialog,
+       {{"beginEdit", "-1e30"}, {"endEdit", "1e30"}});
+  tell("escape changes nothing", FogSettingsDialog, {{"endEdit", "300"}}, "");
+  tell("a mod without teams", TeamSelectionDialog, {});
+  tell("a mod without skies", LightSettingsDialog, {});
+  modConfig.teamCount = 3;
+  modConfig.chosenTeam = {2, 0};
+  tell("teams by name", TeamSelectionDialog,
+       {{"teamTwoCombo", "United States"}, {"teamOneCombo", "Germany"}});
+  modConfig.skyCount = 1;
+  tell("a sky that is not in the list", LightSettingsDialog, {});
+  modConfig.skyCount = 2;
+  tell("another sky brings its own light", LightSettingsDialog,
+       {{"directionYEdit", "9"},
+        {"skyCombo", "Bocage"},
+        {"skyCombo", "Coast"},
+        {"skyCombo", "Bocage"},
+        {"rotationEdit", "90"}});
+  tell("shadows", ShadowSettingsDialog, {{"cullEdit", "-4"}, {"intensityEdit", "0.55"}});
+  tell("cancelled", WaterSettingsDialog, {{"texture1Combo", "texture/other"}}, "cancelButton");
+  tell("layers", WaterSettingsDialog,
+       {{"texture1Combo", "texture/water02"},
+        {"texture2Combo", "texture/ofMyOwn"},
+        {"direction1YEdit", "-0.5"},
+        {"direction2XEdit", "2"},
+        {"directionNormalMapXEdit", "0.25"},
+        {"speed2Edit", "0.02"},
+        {"shallowAlphaEdit", "0.5"},
+        {"tileNormalMapCombo", "1/16"},
+        {"specularCheck", ""}});
+  ASSERT_TRUE(level->RemoveMember(Member("init/terrain.con")));
+  Put("init/skyandsun.con", "sky.setRotAngle 1\r\n");
+  tell("scripts that cannot keep all of it", LightSettingsDialog, {});
+  tell("scripts that cannot keep all of it", ShadowSettingsDialog, {}, "cancelButton");
+  ExpectGolden("data/environment_dialogs.txt", told);
 }
 
 }  // namespace
