@@ -110,15 +110,18 @@ bool ChooseRow(const Target& field, int row) {
 }
 
 void ChooseFromList(const Step& step) {
-  constexpr int kAttempts = 3;
+  constexpr int kAttempts = 5, kPause = 300;  // milliseconds
   const Target field = FieldOf<QComboBox>(step);
   const int row =
       OnGui([&] { return static_cast<QComboBox*>(field.widget.data())->findText(step.text); });
   if (row < 0) throw TourError("the list has no such entry");
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     if (ChooseRow(field, row)) return;
+    Wait(kPause);
   }
-  throw TourError("the list does not take the entry");
+  const QString shown =
+      OnGui([&] { return static_cast<QComboBox*>(field.widget.data())->currentText(); });
+  throw TourError("the list does not take the entry but shows " + InQuotes(shown));
 }
 
 // To the value `data-to`, or the number that the page names.
