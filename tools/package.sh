@@ -62,7 +62,7 @@ check_unpacked() {
   start_display
   as_new_user "$program" >"$log" 2>&1 &
   editor_pid=$!
-  go_to Mapwright "About Mapwright" space "New MOD Configuration" alt+n
+  go_to Mapwright "About Mapwright" space
   [ -d "$home/.local/share/mapwright" ] || fail "it has made no working folder"
   close_with alt+c
 }

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # package_root.sh [DEB]: installs the package (the newest in build/package) in a Debian 12 of its own, which has
 # nothing but what the package depends on; starts the editor there as an ordinary user, from / and with a home
-# folder whose path has blanks and letters beyond ASCII; has a level saved; then removes the package and looks
-# for what is left of it outside the home folder. What the editor showed comes to lie beside the package. Only
-# root can run it, and it loads some 150 MB of packages.
+# folder whose path has blanks and letters beyond ASCII; tries the sample game, has its level saved and opens it
+# again as a recent one; then removes the package and looks for what is left of it outside the home folder. What
+# the editor showed comes to lie beside the package. Only root can run it, and it loads some 150 MB of packages.
 #   MAPWRIGHT_DEBIAN=DIR   keeps the Debian in DIR for the next time
 set -euo pipefail
 [ "$(id -u)" -eq 0 ] || { echo "This check makes a Debian of its own, which only root can do." >&2; exit 1; }
@@ -24,6 +24,7 @@ root=$scratch/root
 log=$scratch/editor.log
 home="/home/Jörg der Jüngere"
 folder="$home/.local/share/mapwright"
+level=Stone_Ridge
 
 clean_up() {
   [ -z "${display_pid:-}" ] || stop_all
@@ -121,14 +122,13 @@ take_picture() {
   echo "  $pictures/$1.png"
 }
 
-# Nothing is there yet: the editor makes its working folder.
+# Nothing is there yet: the editor makes its working folder and offers the sample game.
 start_first() {
   start_editor
-  go_to Mapwright "About Mapwright" space "New MOD Configuration" alt+n
+  go_to Mapwright "About Mapwright" space
   take_picture first_start
   wait_for 5 has_icons
   [ -d "$root$folder" ] || fail "no working folder was made in $folder"
-  close_with alt+c
 }
 
 # The toolbar has many colours; without icons it has those of its border.
@@ -137,19 +137,14 @@ has_icons() {
 }
 
 is_changed() { [[ $(active_title) == *"* - Mapwright" ]]; }
+is_open() { [[ $(active_title) == "$level - Mapwright" ]]; }
 is_saved() { main_is_active && ! is_changed; }
 
-# A level of the sample game is opened, its water raised, and saved.
+# The sample game is written and its level opened; the water of that is raised, and it is saved.
 save_level() {
-  local archive before
-  quietly "${user[@]}" /usr/lib/mapwright/make_sample "$home/Varnhold für alle" "$folder"
-  start_editor
-  go_to Mapwright "About Mapwright" space "Select a Mod" Return
-  xdotool key Return              # "Open an Existing Level"
-  answer "Select a Mod" Return    # the mod of the level
-  answer "Load Level" Return      # the first of the levels
-  wait_for 60 main_is_active
-  archive=$(find "$root$home/Varnhold für alle" -ipath '*/levels/*.vra' | sort -f | head -n 1)
+  local archive="$root$folder/game/Mods/varnhold/Archives/varnhold/levels/$level.vra" before
+  xdotool key alt+t  # "Try the Sample Game"
+  wait_for 120 is_open
   before=$(sha256sum <"$archive")
   read -r view_x view_y < <(view_corner)
   xdotool mousemove $((view_x + 500)) $((view_y + 350))
@@ -164,6 +159,19 @@ save_level() {
   quietly "${user[@]}" mapwright-archive verify "${archive#"$root"}"
 }
 
+# The next start offers the level, and so does the menu.
+open_recent() {
+  start_editor
+  go_to Mapwright "About Mapwright" space "Select a Mod" Return
+  take_picture second_start
+  xdotool key alt+1
+  wait_for 60 is_open
+  xdotool key --delay 300 alt+f r
+  take_picture open_recent
+  xdotool key --delay 300 Escape Escape Escape
+  end_editor
+}
+
 echo "A Debian of its own ..."
 make_debian
 add_user
@@ -174,8 +182,10 @@ start_display
 become_user
 echo "The first start ..."
 start_first
-echo "A level is saved ..."
+echo "The sample game is tried and its level saved ..."
 save_level
+echo "It is found again ..."
+open_recent
 echo "Removing it ..."
 remove_package
 echo "The package can be installed, used and removed."
