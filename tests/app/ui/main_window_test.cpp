@@ -1,15 +1,21 @@
 #include "app/ui/main_window.h"
 
 #include <QAction>
+#include <QDropEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QShortcut>
 #include <QToolBar>
+#include <QUrl>
+#include <fstream>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <set>
 
 #include "app/modes.h"
 #include "app/ui/mode_toolbars.h"
+#include "app/ui/sample_game_window.h"
 #include "app/ui/window_fixture.h"
 #include "core/history.h"
 #include "support/golden.h"
@@ -97,6 +103,42 @@ TEST_F(MainWindowTest, TheRecentMenuIsFilledEachTimeAndForgetsALevelThatIsGone) 
   ExpectPrompts({"/no/a&b.vra"});
   file->aboutToShow();
   EXPECT_TRUE(recent->actions().isEmpty());
+}
+
+TEST_F(MainWindowTest, AFileThatIsDroppedIsOpenedOneAtATime) {
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile("/no/a.vra"), QUrl("http://no/b.vra")});
+  const auto isTaken = [&] {
+    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    enter.ignore();
+    QApplication::sendEvent(&window, &enter);
+    return enter.isAccepted();
+  };
+  const auto drop = [&] {
+    EXPECT_TRUE(isTaken());
+    QDropEvent event({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&window, &event);
+    QApplication::processEvents();
+  };
+  Answer({PromptAnswer::Ok, PromptAnswer::Ok});
+  drop();
+  data.setUrls({QUrl::fromLocalFile("/no/a.vra"), QUrl::fromLocalFile("/no/b.vra")});
+  drop();
+  ExpectPrompts({"There is no such file", "These are 2 files"});
+  data.setUrls({QUrl("http://no/b.vra")});
+  EXPECT_FALSE(isTaken());
+}
+
+TEST_F(MainWindowTest, WritingTheSampleGameIsCancelledOrTellsWhyItFailed) {
+  const std::string game = (folder / "game").string(), work = (folder / "work").string();
+  WhenOpen<QDialog>([](auto& dialog) { Click(dialog, {"cancelButton"}); });
+  const SampleGameWriting cancelled = WriteSampleGame(&window, game, work);
+  EXPECT_FALSE(cancelled.complete);
+  EXPECT_EQ(cancelled.failure, "");
+  std::ofstream(folder / "file") << "x";
+  const SampleGameWriting failed = WriteSampleGame(&window, (folder / "file").string(), work);
+  EXPECT_FALSE(failed.complete);
+  EXPECT_THAT(failed.failure, testing::HasSubstr((folder / "file").string()));
 }
 
 TEST_F(MainWindowTest, MenusToolbarsAndKeysAreAsTheGuideShowsThem) {
