@@ -2,7 +2,7 @@
 # Installs what is missing, builds the benchmarks and prints one table: each row is a piece of work done in
 # two ways in turns, ours and a plain one or a peer, with the ratio of their times and the goal for it.
 #   ./bench.sh            all rows, that of the running editor, and how long it takes to start; some minutes
-#   ./bench.sh GROUP...   only terrain, objects, archive, saving, pictures or ground
+#   ./bench.sh GROUP...   only terrain, objects, archive, saving, pictures, ground or history
 set -euo pipefail
 cd "$(dirname "$0")"
 source tools/packages.sh
