@@ -87,17 +87,31 @@ void LookForForeignEdit() {
   if (editor.levelModified && IsAsSaved()) editor.history.saved.reset();
 }
 
-std::size_t KeptBytes() {
-  std::size_t bytes = 0;
-  for (const HistoryRecord& step : editor.history.past) bytes += step.Bytes();
+std::size_t BytesOf(const HistoryRecord& step) {
+  std::size_t bytes = sizeof(HistoryRecord);
+  for (const auto& part : step.parts) bytes += part->Bytes();
   return bytes;
+}
+
+template <typename Steps>
+void Add(Steps& steps, HistoryRecord step) {
+  step.bytes = BytesOf(step);
+  editor.history.bytes += step.bytes;
+  steps.push_back(std::move(step));
+}
+
+template <typename Steps>
+HistoryRecord TakeLast(Steps& steps) {
+  HistoryRecord step = std::move(steps.back());
+  steps.pop_back();
+  editor.history.bytes -= step.bytes;
+  return step;
 }
 
 // A step that is too large by itself goes too: those before it could not be undone without it.
 void DropOldest() {
-  std::size_t bytes = KeptBytes();
-  while (bytes > editor.history.limit) {
-    bytes -= editor.history.past.front().Bytes();
+  while (editor.history.bytes > editor.history.limit) {
+    editor.history.bytes -= editor.history.past.front().bytes;
     editor.history.past.pop_front();
     ++editor.history.dropped;
   }
@@ -108,8 +122,7 @@ void OpenStep(std::string_view name, bool isRun) {
                               editor.history.past.back().name == name;
   ++editor.history.moment;
   if (editor.history.isReopened) {
-    editor.history.open = std::move(editor.history.past.back());
-    editor.history.past.pop_back();
+    editor.history.open = TakeLast(editor.history.past);
     for (const auto& part : editor.history.open->parts) part->Reopen();
     return;
   }
@@ -119,10 +132,10 @@ void OpenStep(std::string_view name, bool isRun) {
 }
 
 void KeepStep(HistoryRecord step) {
-  editor.history.future.clear();
+  while (!editor.history.future.empty()) TakeLast(editor.history.future);
   if (editor.history.saved && *editor.history.saved > StepsDone()) editor.history.saved.reset();
   editor.history.runGoesOn = step.isRun;
-  editor.history.past.push_back(std::move(step));
+  Add(editor.history.past, std::move(step));
   DropOldest();
 }
 
@@ -158,26 +171,19 @@ std::optional<HistoryNews> Take(From& from, To& to) {
   if (editor.history.IsRecording() || from.empty()) return std::nullopt;
   LookForForeignEdit();
   EndHistoryRun();
-  HistoryRecord step = std::move(from.back());
-  from.pop_back();
+  HistoryRecord step = TakeLast(from);
   HistoryNews news{step.name, std::nullopt};
   for (const auto& part : step.parts) {
     part->Exchange();
     if (!news.place) news.place = part->Place();
   }
-  to.push_back(std::move(step));
+  Add(to, std::move(step));
   editor.levelModified = !IsAsSaved();
   editor.history.changed();
   return news;
 }
 
 }  // namespace
-
-std::size_t HistoryRecord::Bytes() const {
-  std::size_t bytes = sizeof(HistoryRecord);
-  for (const auto& part : parts) bytes += part->Bytes();
-  return bytes;
-}
 
 HistoryStep::HistoryStep(std::string_view name, Kind kind) : level_(editor.history.level) {
   Begin(name, kind == Run);

@@ -41,12 +41,13 @@ struct HistoryRecord {
   std::string name;  // "Raising"
   bool isRun = false;
   std::vector<std::unique_ptr<HistoryPart>> parts;
-  std::size_t Bytes() const;
+  std::size_t bytes = 0;  // all of it, once the step is done
 };
 
 struct History {
   std::deque<HistoryRecord> past;  // the next one to undo is the last
   std::vector<HistoryRecord> future;
+  std::size_t bytes = 0;  // of the past and the future
   std::optional<HistoryRecord> open;
   int depth = 0;                         // gestures within the one that opened the step
   unsigned moment = 0;                   // grows whenever a step opens or closes

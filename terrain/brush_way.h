@@ -32,9 +32,6 @@ struct Reach {
 bool Reaches(const BrushWay& way, const Reach& x, const Reach& z);
 
 // The vertices with data within so many cells of the way's bounds.
-struct VertexBlock {
-  int firstRow, lastRow, firstColumn, lastColumn;
-};
 VertexBlock BlockAround(const BrushWay& way, int cells);
 
 // Calls act(i, j) for them, column by column.

@@ -5,6 +5,7 @@
 #include <bitset>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -20,6 +21,8 @@ namespace mw {
 
 namespace {
 
+constexpr int kHistoryBlock = 8;                                              // cells per side
+constexpr std::size_t kUsualBlocks = 64;                                      // of a stroke
 constexpr int kBlocks = (kGridCapacity + kHistoryBlock - 1) / kHistoryBlock;  // per side
 
 // The part of a block that the grid holds.
@@ -42,61 +45,69 @@ struct Block {
   std::array<Value, kHistoryBlock * kHistoryBlock> cells;
 };
 
+// Which places are kept already; takes memory only while the step is open.
+template <int kPlaces>
+class Marks {
+ public:
+  // False when it was marked before.
+  bool Mark(int place) {
+    if (!marks_) marks_ = std::make_unique<std::bitset<kPlaces>>();
+    auto mark = (*marks_)[static_cast<std::size_t>(place)];
+    return !mark && (mark = true);
+  }
+  void Drop() { marks_.reset(); }
+
+ private:
+  std::unique_ptr<std::bitset<kPlaces>> marks_;
+};
+
 // The blocks of one grid, whose cells `At` gives.
 template <typename Value, Value& (*At)(int, int)>
 struct KeptGrid {
   std::vector<Block<Value>> blocks;
-  std::bitset<kBlocks * kBlocks> kept;  // only while the step is open
+  Marks<kBlocks * kBlocks> kept;
 
   void Keep(int blockRow, int blockColumn) {
-    const auto place = static_cast<std::size_t>(blockRow * kBlocks + blockColumn);
-    if (kept[place]) return;
-    kept.set(place);
+    if (!kept.Mark(blockRow * kBlocks + blockColumn)) return;
+    if (blocks.empty()) blocks.reserve(kUsualBlocks);
     Block<Value>& block = blocks.emplace_back();
     block.row = static_cast<std::int16_t>(blockRow);
     block.column = static_cast<std::int16_t>(blockColumn);
-    ForCells(block, [](Value& was, Value& is) { was = is; });
-  }
-
-  void KeepAll() {
-    const int end = std::min(modConfig.MaterialSize / kHistoryBlock + 1, kBlocks);
-    blocks.reserve(static_cast<std::size_t>(end) * static_cast<std::size_t>(end));
-    for (int row = 0; row < end; ++row) {
-      for (int column = 0; column < end; ++column) Keep(row, column);
-    }
+    EachCell(block, [](Value& was, Value& is) { return was = is, true; });
   }
 
   void DropUnchanged() {
+    kept.Drop();
     std::erase_if(blocks, [](Block<Value>& block) {
-      bool same = true;
       // As bytes: 0 and -0 are two heights.
-      ForCells(block, [&same](const Value& was, const Value& is) {
-        same = same && std::memcmp(&was, &is, sizeof(Value)) == 0;
+      return EachCell(block, [](const Value& was, const Value& is) {
+        return std::memcmp(&was, &is, sizeof(Value)) == 0;
       });
-      return same;
     });
     blocks.shrink_to_fit();
   }
 
   void MarkKept() {
-    kept.reset();
-    for (const auto& block : blocks)
-      kept.set(static_cast<std::size_t>(block.row * kBlocks + block.column));
+    for (const auto& block : blocks) kept.Mark(block.row * kBlocks + block.column);
   }
 
   void Exchange() {
-    for (auto& block : blocks) ForCells(block, [](Value& was, Value& is) { std::swap(was, is); });
+    for (auto& block : blocks) {
+      EachCell(block, [](Value& was, Value& is) { return std::swap(was, is), true; });
+    }
   }
 
+  // Whether act(was, is) holds for each cell; it is not called after it did not.
   template <typename Act>
-  static void ForCells(Block<Value>& block, Act act) {
+  static bool EachCell(Block<Value>& block, Act act) {
     const BlockCells cells = CellsOf(block.row, block.column);
     for (int i = 0; i < cells.rows; ++i) {
       for (int j = 0; j < cells.columns; ++j) {
-        act(block.cells[static_cast<std::size_t>(i * kHistoryBlock + j)],
-            At(cells.i0 + i, cells.j0 + j));
+        Value& was = block.cells[static_cast<std::size_t>(i * kHistoryBlock + j)];
+        if (!act(was, At(cells.i0 + i, cells.j0 + j))) return false;
       }
     }
+    return true;
   }
 };
 
@@ -104,7 +115,7 @@ struct KeptGrid {
 // alone do not tell.
 struct KeptPixels {
   std::vector<std::pair<std::uint16_t, std::uint8_t>> pixels;  // place in the picture, grey
-  std::bitset<kMiniMapSize * kMiniMapSize> kept;
+  Marks<kMiniMapSize * kMiniMapSize> kept;
 
   void Keep(int blockRow, int blockColumn) {
     const int perPixel = modConfig.MaterialSize / kMiniMapSize;
@@ -118,15 +129,13 @@ struct KeptPixels {
 
   void KeepPixel(int column, int row) {
     if (column < 0 || column >= kMiniMapSize || row < 0 || row >= kMiniMapSize) return;
-    const auto place = static_cast<std::size_t>(row * kMiniMapSize + column);
-    if (kept[place]) return;
-    kept.set(place);
-    pixels.emplace_back(place, terrain.miniMap.grey[place]);
+    const int place = row * kMiniMapSize + column;
+    if (kept.Mark(place))
+      pixels.emplace_back(place, terrain.miniMap.grey[static_cast<std::size_t>(place)]);
   }
 
   void MarkKept() {
-    kept.reset();
-    for (const auto& [place, grey] : pixels) kept.set(place);
+    for (const auto& [place, grey] : pixels) kept.Mark(place);
   }
 
   void Exchange() {
@@ -143,17 +152,12 @@ class GroundPart final : public HistoryPart {
     if (heights_.blocks.size() != before) pixels_.Keep(blockRow, blockColumn);
   }
   void KeepMaterials(int blockRow, int blockColumn) { materials_.Keep(blockRow, blockColumn); }
-  void KeepEveryHeight() {
-    heights_.KeepAll();
-    for (int place = 0; place < kMiniMapSize * kMiniMapSize; ++place)
-      pixels_.KeepPixel(place % kMiniMapSize, place / kMiniMapSize);
-  }
-  void KeepEveryMaterial() { materials_.KeepAll(); }
 
   bool Close() override {
     if (!HasGrids()) return false;
     heights_.DropUnchanged();
     materials_.DropUnchanged();
+    pixels_.kept.Drop();
     pixels_.pixels.shrink_to_fit();
     return !heights_.blocks.empty() || !materials_.blocks.empty();
   }
@@ -217,30 +221,47 @@ class GroundPart final : public HistoryPart {
   KeptPixels pixels_;
 };
 
-}  // namespace
-
-void KeepHeightBlock(int i, int j) {
-  LastKept& last = terrain.keptHeights;
-  last = {editor.history.moment, i / kHistoryBlock, j / kHistoryBlock};
-  if (editor.history.IsRecording())
-    editor.history.PartOf<GroundPart>().KeepHeights(last.row, last.column);
+bool IsWithinKept(const LastKept& last, const VertexBlock& block) {
+  return IsKept(last, block.firstRow, block.firstColumn) &&
+         IsKept(last, block.lastRow, block.lastColumn);
 }
 
-void KeepMaterialBlock(int i, int j) {
-  LastKept& last = terrain.keptMaterials;
-  last = {editor.history.moment, i / kHistoryBlock, j / kHistoryBlock};
-  if (editor.history.IsRecording())
-    editor.history.PartOf<GroundPart>().KeepMaterials(last.row, last.column);
+// Whole blocks of the history, as far as the vertices reach into them.
+void KeepBlocks(LastKept& last, const VertexBlock& block, void (GroundPart::*keep)(int, int)) {
+  const int top = block.firstRow / kHistoryBlock, bottom = block.lastRow / kHistoryBlock;
+  const int left = block.firstColumn / kHistoryBlock, right = block.lastColumn / kHistoryBlock;
+  last = {editor.history.moment,
+          {top * kHistoryBlock, (bottom + 1) * kHistoryBlock - 1, left * kHistoryBlock,
+           (right + 1) * kHistoryBlock - 1}};
+  if (!editor.history.IsRecording()) return;
+  auto& part = editor.history.PartOf<GroundPart>();
+  for (int row = top; row <= bottom; ++row) {
+    for (int column = left; column <= right; ++column) (part.*keep)(row, column);
+  }
+}
+
+VertexBlock WholeGround() { return {0, modConfig.MaterialSize, 0, modConfig.MaterialSize}; }
+
+}  // namespace
+
+void KeepHeights(const VertexBlock& block) {
+  if (!IsWithinKept(terrain.keptHeights, block)) {
+    KeepBlocks(terrain.keptHeights, block, &GroundPart::KeepHeights);
+  }
+}
+
+void KeepMaterials(const VertexBlock& block) {
+  if (!IsWithinKept(terrain.keptMaterials, block)) {
+    KeepBlocks(terrain.keptMaterials, block, &GroundPart::KeepMaterials);
+  }
 }
 
 void KeepAllHeights() {
-  if (editor.history.IsRecording() && HasUsableTerrain())
-    editor.history.PartOf<GroundPart>().KeepEveryHeight();
+  if (HasUsableTerrain()) KeepHeights(WholeGround());
 }
 
 void KeepAllMaterials() {
-  if (editor.history.IsRecording() && materialMapper && HasUsableSize())
-    editor.history.PartOf<GroundPart>().KeepEveryMaterial();
+  if (materialMapper && HasUsableSize()) KeepMaterials(WholeGround());
 }
 
 std::size_t WholeGroundBytes() {

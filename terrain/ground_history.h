@@ -9,22 +9,22 @@
 
 namespace mw {
 
-inline constexpr int kHistoryBlock = 8;  // cells per side
-
 inline bool IsKept(const LastKept& last, int i, int j) {
-  return last.row == i / kHistoryBlock && last.column == j / kHistoryBlock &&
-         last.moment == editor.history.moment;
+  const VertexBlock& block = last.block;
+  return block.firstRow <= i && i <= block.lastRow && block.firstColumn <= j &&
+         j <= block.lastColumn && last.moment == editor.history.moment;
 }
-void KeepHeightBlock(int i, int j);
-void KeepMaterialBlock(int i, int j);
 
-// Before the height of vertex (i, j) or the material of cell (i, j) changes; both lie in the grids.
-// Nothing is kept while no step is open.
+// Before vertices of the block change their heights, or cells their materials; the block lies in
+// the grids. Nothing is kept while no step is open.
+void KeepHeights(const VertexBlock& block);
+void KeepMaterials(const VertexBlock& block);
+// The same for one of them.
 inline void KeepHeight(int i, int j) {
-  if (!IsKept(terrain.keptHeights, i, j)) KeepHeightBlock(i, j);
+  if (!IsKept(terrain.keptHeights, i, j)) KeepHeights({i, i, j, j});
 }
 inline void KeepMaterial(int i, int j) {
-  if (!IsKept(terrain.keptMaterials, i, j)) KeepMaterialBlock(i, j);
+  if (!IsKept(terrain.keptMaterials, i, j)) KeepMaterials({i, i, j, j});
 }
 // The same for whole grids.
 void KeepAllHeights();

@@ -98,11 +98,15 @@ struct BrushStroke {
   HeldStep step;
 };
 
-// The block of a grid that was kept last for the open step (terrain/ground_history.h), lest every
+struct VertexBlock {
+  int firstRow, lastRow, firstColumn, lastColumn;
+};
+
+// The part of a grid that was kept last for the open step (terrain/ground_history.h), lest every
 // vertex of a brush asks again.
 struct LastKept {
-  unsigned moment = 0;        // of the history
-  int row = -1, column = -1;  // of blocks
+  unsigned moment = 0;  // of the history
+  VertexBlock block{0, -1, 0, -1};
 };
 
 // Rows and columns drawn, around the camera.

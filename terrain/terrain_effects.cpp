@@ -54,6 +54,7 @@ bool FlattenAlong(const BrushWay& way) {
   if (IsSampling()) return false;
   bool changed = false;
   const float outer = static_cast<float>(terrain.brushSize + 1) * terrain.cellSize;
+  KeepHeights(BlockAround(way, terrain.brushSize + 2));
   ForVerticesAlong(way, terrain.brushSize + 2, [&](int i, int j) {
     const TerrainVertex& vertex = terrain.grid[i][j];
     if (vertex.h != terrain.flattenHeight &&

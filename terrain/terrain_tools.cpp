@@ -6,6 +6,7 @@
 #include "core/editor_state.h"
 #include "core/hooks.h"
 #include "data/mod_config.h"
+#include "terrain/ground_history.h"
 #include "terrain/point_selection.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/terrain_render.h"
@@ -32,6 +33,7 @@ bool IsBrushInReach(Cell centre) {
 template <typename Act>
 void ForBrushedVertices(const BrushWay& way, Act act) {
   const float radius = static_cast<float>(terrain.brushSize) * terrain.cellSize + 1;
+  KeepHeights(BlockAround(way, terrain.brushSize));
   ForVerticesAlong(way, terrain.brushSize, [&](int i, int j) {
     const TerrainVertex& vertex = terrain.grid[i][j];
     const float share = ShareWithin(way, vertex.x, vertex.z, radius);

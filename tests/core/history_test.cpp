@@ -134,7 +134,7 @@ TEST_F(HistoryTest, TheModifiedMarkFollowsTheSavedState) {
 
 TEST_F(HistoryTest, TheOldestStepsGoFirst) {
   for (int k = 1; k <= 10; ++k) Set(static_cast<float>(k));
-  editor.history.limit = 3 * editor.history.past.back().Bytes();
+  editor.history.limit = 3 * editor.history.past.back().bytes;
   Set(11);
   EXPECT_EQ(editor.history.past.size(), 3u);
   while (Undo()) continue;
