@@ -32,6 +32,12 @@ TEST_F(GameFileTest, EverySpellingOfAPathNamesTheSameMember) {
   expect("Mods\\varnhold\\objects\\a.con", "objects\\a.con");  // no mod is chosen
 }
 
+TEST(NumberedArchive, IsOneWhoseNameEndsWithAnUnderscoreAndThreeDigits) {
+  for (const char* name : {"Island_000", "_129"}) EXPECT_TRUE(IsNumberedArchive(name)) << name;
+  for (const char* name : {"Island-000", "Island_00", "Island_0a0", "000", ""})
+    EXPECT_FALSE(IsNumberedArchive(name)) << name;
+}
+
 TEST_F(GameFileTest, APathOver255CharactersIsRefusedNotCut) {
   const std::string longest(255, 'x'), tooLong = longest + "y";
   EXPECT_EQ(NormalGamePath(longest), longest);

@@ -7,17 +7,17 @@
 #include <string_view>
 #include <vector>
 
+#include "app/story.h"
 #include "core/hooks.h"
 #include "data/archive.h"
 #include "data/content_archives.h"
 #include "data/data_state.h"
 #include "data/mods.h"
 #include "platform/disk.h"
-#include "support/sandbox.h"
 
 namespace mw {
 
-class ModSandboxTest : public SandboxTest {
+class ModSandboxTest : public StoryTest {
  protected:
   ModSandboxTest() {
     ResetDataState();

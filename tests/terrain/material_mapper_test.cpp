@@ -81,14 +81,12 @@ TEST_F(MaterialBrushTest, AStrokeCoversTheWayBetweenItsPicksWhileTheButtonIsHeld
 }
 
 TEST_F(MaterialBrushTest, SettingsOutsideTheirRangeBecomeTheNearest) {
-  SetMaterialBrushSize(0);
-  SetCurrentMaterial(-1);
-  EXPECT_EQ(materialMapper->brushSize, 1u);
-  EXPECT_EQ(materialMapper->currentMaterial, 0u);
-  SetMaterialBrushSize(10);
-  SetCurrentMaterial(16);
-  EXPECT_EQ(materialMapper->brushSize, 9u);
-  EXPECT_EQ(materialMapper->currentMaterial, 15u);
+  for (const auto& [set, brushSize, material] : {std::tuple{-1, 1u, 0u}, {16, 9, 15}}) {
+    SetMaterialBrushSize(set);
+    SetCurrentMaterial(set);
+    EXPECT_EQ(materialMapper->brushSize, brushSize);
+    EXPECT_EQ(materialMapper->currentMaterial, material);
+  }
 }
 
 using MaterialFillTest = FlatGround<LevelArchiveTest>;
@@ -102,10 +100,10 @@ TEST_F(MaterialFillTest, FillReachesEveryByteOfTheFileAndNoCellBeside) {
   NoteDamagedPart(LevelPart::MaterialMap, "cut off");
   FillWithMaterial();
   EXPECT_TRUE(MayWrite(LevelPart::MaterialMap)) << "the damaged one is replaced";
-  ExpectBoxes({{"This will replace the materials of the whole level by the chosen one.", "WARNING",
-                PromptButtons::OkCancel, PromptIcon::Exclamation},
-               {"This will replace the materials of the whole level by the chosen one.", "WARNING",
-                PromptButtons::OkCancel, PromptIcon::Exclamation}});
+  const scripted::Prompt question{
+      "This will replace the materials of the whole level by the chosen one.", "WARNING",
+      PromptButtons::OkCancel, PromptIcon::Exclamation};
+  ExpectBoxes({question, question});
   EXPECT_TRUE(editor.levelModified);
   EXPECT_EQ(Materials(), "1-256: 0-255=6\n");
   EXPECT_TRUE(SaveMaterialMap());

@@ -51,6 +51,9 @@ TEST_F(TerrainToolsTest, EachBrushLeavesTheGroundAsListed) {
       {"smoothing at the last", TerrainTool::Smoothing, 1, BrushWay::At(1024, 1020), 1},
       {"reaching beyond the view square", TerrainTool::Raising, 3, BrushWay::At(412, 200), 1, 100},
       {"farther beyond", TerrainTool::Raising, 3, BrushWay::At(416, 200), 1, 100},
+      {"behind the last row", TerrainTool::Raising, 3, BrushWay::At(1030, 200), 1},
+      {"behind the last column", TerrainTool::Raising, 3, BrushWay::At(400, 1030), 1},
+      {"before the first column", TerrainTool::Raising, 3, BrushWay::At(400, -5), 1},
       {"where no level is", TerrainTool::Raising, 3, BrushWay::At(1e30f, 200), 1},
       {"no brush", TerrainTool::PointManipulation, 3, BrushWay::At(400, 200), 1},
   };

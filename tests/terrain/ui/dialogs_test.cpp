@@ -1,121 +1,119 @@
-#include <QAbstractItemView>
+// What the dialogs and toolbars of the terrain show when they open: captions, tips, names for
+// screen readers, ranges, first values, the order of the Tab key, and the grids of tiles.
+#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QImage>
 #include <QLabel>
-#include <QRadioButton>
 #include <QSlider>
-#include <QTest>
+#include <QToolBar>
 #include <limits>
 
 #include "core/text.h"
-#include "data/textures.h"
 #include "objects/ui/run_dialog.h"
-#include "support/golden.h"
-#include "terrain/shadow_work.h"
 #include "terrain/surface_assignments.h"
+#include "terrain/ui/material_toolbar.h"
 #include "terrain/ui/random_terrain_dialog.h"
 #include "terrain/ui/road_dialog.h"
 #include "terrain/ui/sample_bits_dialog.h"
 #include "terrain/ui/shadow_dialog.h"
 #include "terrain/ui/shadow_grid.h"
 #include "terrain/ui/surface_assignments_dialog.h"
+#include "terrain/ui/terrain_toolbar.h"
 #include "terrain/ui/terrain_ui_test.h"
 
 namespace mw {
 namespace {
 
+// The kind's own part of a widget's line.
+QString Content(const QWidget& widget) {
+  if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
+    const QString of = label->buddy() ? " for " + label->buddy()->objectName() : "";
+    return '"' + label->text() + '"' + of;
+  }
+  if (const auto* button = qobject_cast<const QAbstractButton*>(&widget))
+    return '"' + button->text() + '"' + (button->isChecked() ? " checked" : "");
+  if (const auto* slider = qobject_cast<const QAbstractSlider*>(&widget)) {
+    const QString range("%1 ... %2, at %3");
+    return range.arg(slider->minimum()).arg(slider->maximum()).arg(slider->value());
+  }
+  if (const auto* list = qobject_cast<const QComboBox*>(&widget)) {
+    QStringList entries;
+    for (int i = 0; i < list->count(); ++i) entries << list->itemText(i);
+    return entries.join('|') + ", at \"" + list->currentText() + '"';
+  }
+  return QString("%1 x %2").arg(widget.width()).arg(widget.height());
+}
+
+QString LineOf(const QWidget& widget) {
+  QString line = "  " + widget.objectName() + ": " + Content(widget);
+  if (!widget.isEnabled()) line += ", grey";
+  if (!widget.toolTip().isEmpty()) line += "\n    tip: " + widget.toolTip();
+  if (!widget.accessibleName().isEmpty()) line += "\n    name: " + widget.accessibleName();
+  if (!widget.accessibleDescription().isEmpty())
+    line += "\n    description: " + widget.accessibleDescription();
+  const QVariant id = widget.property("controlId");
+  if (id.isValid()) line += "\n    control " + id.toString();
+  return line + '\n';
+}
+
+QString ListingOf(const QDialog& dialog) {
+  QString listing = "==== " + dialog.windowTitle() + '\n';
+  for (const QWidget* widget : dialog.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+    if (!widget->objectName().isEmpty()) listing += LineOf(*widget);
+    for (const QWidget* inner : widget->findChildren<QAbstractButton*>()) listing += LineOf(*inner);
+  }
+  listing += "  Tab:";
+  for (QWidget* next = dialog.nextInFocusChain(); next != &dialog;
+       next = next->nextInFocusChain()) {
+    if (next->focusPolicy() & Qt::TabFocus && next->isEnabled())
+      listing += ' ' + next->objectName();
+  }
+  return listing + '\n';
+}
+
 using TerrainDialogsTest = TerrainUiTest;
 
-// What a user does with a control, by its name.
-void Use(const OpenDialog& dialog, const char* name, const char* choice) {
-  auto& widget = dialog.Widget<QWidget>(name);
-  if (auto* list = qobject_cast<QComboBox*>(&widget)) {
-    EXPECT_TRUE(list->isEnabled() && list->findText(choice) >= 0) << choice;
-    list->setCurrentText(choice);
-  } else {
-    widget.setFocus();
-    QTest::keyClick(&widget, qobject_cast<QSlider*>(&widget) ? Qt::Key_End : Qt::Key_Space);
+TEST_F(TerrainDialogsTest, TheDialogsShowWhatIsListed) {
+  levelTextures.SurfaceAssigned[2][1] = true;
+  terrain.roadPointCount = 7;
+  const std::function<void()> dialogs[] = {
+      [] { CreateRoadDialog(nullptr); },
+      [] { RandomTerrainDialog(nullptr); },
+      [] { SampleBitsDialog(nullptr, "Select Import Bits"); },
+      [] { ShadowDialog(nullptr); },
+      [] { SurfaceAssignmentsDialog(nullptr, [] {}); },
+  };
+  QString listing;
+  for (const auto& run : dialogs) {
+    WhenDialogOpens([&listing](const OpenDialog& dialog) { listing += ListingOf(dialog.window); });
+    run();
   }
+  ExpectGolden("terrain/dialogs.txt", listing.toStdString());
 }
 
-TEST_F(TerrainDialogsTest, WhatIsChosenCountsAsListedUnlessItIsCancelled) {
-  std::string listing;
-  const auto road = [&] {
-    const bool confirmed = CreateRoadDialog(nullptr);
-    listing += FormatText("%s, width %i, material %i, added %i\n", confirmed ? "OK" : "Cancel",
-                          terrain.roadWidth, terrain.roadMaterial, terrain.roadAutoMaterial);
-  };
-  const auto random = [&] {
-    const auto chosen = RandomTerrainDialog(nullptr);
-    listing += !chosen ? "Cancel\n"
-                       : FormatText("OK, base %i, amplitude %i, %i passes\n", chosen->base,
-                                    chosen->amplitude, chosen->smoothPasses);
-  };
-  const auto bits = [&] {
-    const auto chosen = SampleBitsDialog(nullptr, "Select Export Bits");
-    listing += !chosen ? "Cancel\n" : FormatText("OK, %i bits\n", static_cast<int>(*chosen));
-  };
-  const auto shadows = [&] {
-    const bool confirmed = ShadowDialog(nullptr);
-    listing += FormatText("%s, detail %g, %s\n", confirmed ? "OK" : "Cancel",
-                          terrain.shadowSettings.ShadowPrecision, DescribeTilesToTrace().c_str());
-  };
-  using Uses = std::vector<std::pair<const char*, const char*>>;
-  const Uses wideRoad = {
-      {"autoMaterialCheck", ""}, {"widthCombo", "Quadruple Lane"}, {"materialCombo", "Gravel"}};
-  const Uses extremes = {{"smoothnessSlider", ""}, {"heightSlider", ""}};
-  const struct {
-    std::function<void()> run;
-    Uses uses;
-    const char* button;
-  } rows[] = {
-      {road, wideRoad, "cancelButton"},
-      {road, wideRoad, "okButton"},
-      {road, {{"materialCombo", "Mud"}}, "okButton"},
-      {road, {{"autoMaterialCheck", ""}}, "okButton"},
-      {random, extremes, "cancelButton"},
-      {random, {}, "okButton"},
-      {random, extremes, "okButton"},
-      {bits, {}, "okButton"},
-      {bits, {{"sixteenBitsRadio", ""}}, "okButton"},
-      {bits, {{"twentyFourBitsRadio", ""}}, "okButton"},
-      {bits, {{"twentyFourBitsRadio", ""}, {"eightBitsRadio", ""}}, "okButton"},
-      {bits, {{"sixteenBitsRadio", ""}}, "cancelButton"},
-      {shadows, {{"selectAllButton", ""}, {"detailCombo", "High 3.0"}}, "cancelButton"},
-      {shadows, {{"selectAllButton", ""}, {"detailCombo", "Low 1.0"}}, "okButton"},
-      {shadows, {{"clearButton", ""}}, "cancelButton"},
-      {shadows, {{"clearButton", ""}}, "okButton"},
-  };
-  levelTextures.SurfaceAssigned[2][1] = levelTextures.SurfaceAssigned[7][7] = true;
-  for (const auto& row : rows) {
-    WhenDialogOpens([&](const OpenDialog& dialog) {
-      listing += dialog.window.windowTitle().toStdString() + ": ";
-      for (const auto& [name, choice] : row.uses) Use(dialog, name, choice);
-      for (const char* number : {"smoothnessValue", "heightValue"}) {
-        if (const auto* label = dialog.window.findChild<QLabel*>(number))
-          listing += label->text().toStdString() + " ";
-      }
-      if (const auto* list = dialog.window.findChild<QComboBox*>("materialCombo"))
-        listing += list->isEnabled() ? "" : "(grey material) ";
-      dialog.Press(row.button);
-    });
-    row.run();
+TEST_F(TerrainDialogsTest, TheToolbarsSettingsAreThoseListedAndTakeNoKeysFromTheView) {
+  TerrainToolbar terrainToolbar{nullptr};
+  MaterialToolbar materialToolbar{nullptr};
+  QString listing;
+  for (const QToolBar* toolbar :
+       {static_cast<QToolBar*>(&terrainToolbar), static_cast<QToolBar*>(&materialToolbar)}) {
+    listing += "==== " + toolbar->windowTitle() + '\n';
+    for (const QAction* action : toolbar->actions()) {
+      if (action->isChecked()) listing += "  checked: " + action->toolTip() + '\n';
+    }
+    for (const QWidget* widget : toolbar->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+      if (!qobject_cast<const QComboBox*>(widget) && !qobject_cast<const QAbstractSlider*>(widget))
+        continue;
+      listing += LineOf(*widget);
+      EXPECT_FALSE(widget->focusPolicy() & Qt::TabFocus);
+    }
   }
-  WhenDialogOpens([](const OpenDialog& dialog) {
-    QTest::keyClick(&dialog.window, Qt::Key_Escape);
-    EXPECT_FALSE(dialog.window.isVisible());
-  });
-  bits();
-  ExpectGolden("terrain/dialog_answers.txt", listing);
+  ExpectGolden("terrain/toolbars.txt", listing.toStdString());
 }
 
-// The grids of tiles. A cell's place is a pixel near its far corner, clear of text and lines.
+// A cell's place is a pixel near its far corner, clear of text and lines.
 QPoint Place(int column, int row) { return {32 * column + 28, 255 - 32 * row - 3}; }
-
-void ClickTile(const OpenDialog& dialog, int column, int row) {
-  QTest::mouseClick(&dialog.Widget<QWidget>("grid"), Qt::LeftButton, {}, Place(column, row));
-}
 
 // What a grid shows, a sign for each tile, and where its yellow lines run.
 std::string Shown(QWidget& grid) {
@@ -174,82 +172,10 @@ TEST_F(TerrainDialogsTest, TheGridsShowTheTilesOfTheLevelAsListed) {
   ExpectGolden("terrain/surface_grids.txt", listing);
 }
 
-TEST_F(TerrainDialogsTest, ClicksSelectTheTilesOfTheLevelWhoseShadowsAreTraced) {
-  modConfig.MaterialSize = 256;
-  modConfig.TexOffsetX = 1;
-  WhenDialogOpens([](const OpenDialog& dialog) {
-    for (const auto& [column, row] : {std::pair{3, 1}, {2, 2}, {0, 0}, {7, 7}})
-      ClickTile(dialog, column, row);
-    dialog.Press("okButton");
-  });
-  EXPECT_TRUE(ShadowDialog(nullptr));
-  decltype(terrain.shadowSettings.ShadowSelected) expected{};
-  expected[2][1] = expected[1][2] = true;
-  EXPECT_EQ(terrain.shadowSettings.ShadowSelected, expected) << "no tile of the level is elsewhere";
-}
-
-class SurfaceAssignmentsDialogTest : public TerrainUiTest {
- protected:
-  void RunAndPress(const char* button, const std::function<void(const OpenDialog&)>& act) {
-    WhenDialogOpens([=](const OpenDialog& dialog) {
-      act(dialog);
-      dialog.Press(button);
-    });
-    SurfaceAssignmentsDialog(nullptr, [this] { ++viewDrawn; });
-  }
-  int viewDrawn = 0;
-};
-
-TEST_F(SurfaceAssignmentsDialogTest, AClickTogglesATileAndShowsItInTheView) {
-  modConfig.TexOffsetX = 1;
-  RunAndPress("okButton", [&](const OpenDialog& dialog) {
-    ClickTile(dialog, 4, 2);
-    EXPECT_EQ(dialog.Widget<QWidget>("grid").accessibleDescription(), "1 tile assigned: 3x2");
-    EXPECT_EQ(viewDrawn, 1);
-    ClickTile(dialog, 0, 2);
-    EXPECT_EQ(viewDrawn, 1) << "no tile there";
-    QTest::mouseClick(&dialog.Widget<QWidget>("grid"), Qt::RightButton, {}, Place(4, 2));
-  });
-  EXPECT_EQ(viewDrawn, 1);
-  EXPECT_TRUE(levelTextures.SurfaceAssigned[3][2]);
-  EXPECT_TRUE(editor.levelModified);
-}
-
-TEST_F(SurfaceAssignmentsDialogTest, CancelTakesEverythingBackButTheLoadedTextureSet) {
-  levelTextures.SurfaceAssigned[2][1] = true;
-  modConfig.TexOffsetX = 1;
-  modConfig.TexOffsetY = -2;
-  const auto before = levelTextures.SurfaceAssigned;
-  for (const bool wasModified : {false, true}) {
-    for (const char* press : {"defaultButton", "clearButton"}) {
-      editor.levelModified = wasModified;
-      editor.textureSetName = "Default";
-      RunAndPress("cancelButton", [&](const OpenDialog& dialog) {
-        ClickTile(dialog, 5, 3);
-        viewDrawn = 0;
-        dialog.Press(press);
-        EXPECT_EQ(viewDrawn, 1);
-        EXPECT_EQ(modConfig.TexOffsetX, 0);
-        EXPECT_EQ(levelTextures.SurfaceAssigned[7][7], press == std::string_view("defaultButton"));
-        dialog.Widget<QComboBox>("textureSetCombo").setCurrentText("Winter");
-        EXPECT_TRUE(levelTextures.textureSetChosen && editor.levelModified);
-        viewDrawn = 0;
-      });
-      EXPECT_EQ(viewDrawn, 1) << "as it was before";
-      EXPECT_EQ(levelTextures.SurfaceAssigned, before) << press;
-      EXPECT_EQ(modConfig.TexOffsetX, 1);
-      EXPECT_EQ(modConfig.TexOffsetY, -2);
-      EXPECT_FALSE(levelTextures.textureSetChosen);
-      EXPECT_EQ(editor.levelModified, wasModified);
-      EXPECT_EQ(editor.textureSetName, "Winter");
-    }
-  }
-}
-
-TEST_F(SurfaceAssignmentsDialogTest, ShowMapBrightensTheGridByTheMiniMapsBits) {
+TEST_F(TerrainDialogsTest, ShowMapBrightensTheGridByTheMiniMapsBits) {
   terrain.miniMap.grey.fill(0);
   terrain.miniMap.SetPixel(128 - 127, 128 - 1, 0x8C);  // column 127, row 1: the upper right corner
-  RunAndPress("okButton", [](const OpenDialog& dialog) {
+  WhenDialogOpens([](const OpenDialog& dialog) {
     const auto corner = [&dialog] {
       QWidget& grid = dialog.Widget<QWidget>("grid");
       return grid.grab().toImage().pixelColor(QPoint(254, 2) * grid.devicePixelRatioF());
@@ -260,28 +186,7 @@ TEST_F(SurfaceAssignmentsDialogTest, ShowMapBrightensTheGridByTheMiniMapsBits) {
     dialog.Widget<QCheckBox>("showMapCheck").click();
     EXPECT_EQ(corner(), free);
   });
-}
-
-TEST_F(SurfaceAssignmentsDialogTest, AChosenTextureSetIsLoadedAtOnceOrItsMissingIndexTold) {
-  RunAndPress("okButton", [this](const OpenDialog& dialog) {
-    auto& sets = dialog.Widget<QComboBox>("textureSetCombo");
-    sets.setCurrentText("Winter");
-    EXPECT_EQ(editor.textureSetName, "Winter");
-    EXPECT_EQ(textureSet.textures[2].name, "Snow");
-    EXPECT_EQ(viewDrawn, 1);
-    levelTextures.textureSetChosen = editor.levelModified = false;
-    Answer({PromptAnswer::Ok});
-    sets.setCurrentText("Default");
-    EXPECT_FALSE(levelTextures.textureSetChosen || editor.levelModified);
-    ExpectBoxes({{"The texture set Default has no index.dat that can be read.", "Error",
-                  PromptButtons::Ok, PromptIcon::Stop}});
-    for (const bool loaded : {false, true}) {
-      textureSet.detail.loaded = loaded;
-      sets.showPopup();
-      QTest::keyClick(sets.view(), Qt::Key_Return);
-      EXPECT_EQ(levelTextures.textureSetChosen, loaded) << "though it is the one that was shown";
-    }
-  });
+  SurfaceAssignmentsDialog(nullptr, [] {});
 }
 
 }  // namespace
