@@ -1,20 +1,35 @@
 // What tools, roads, materials and imported samples make of flat ground: the stories in
 // tests/golden/terrain/stories.
 #include "app/story.h"
+#include "core/game_random.h"
 #include "data/load_report.h"
 #include "support/archive_bytes.h"
 #include "support/test.h"
 #include "terrain/brush_stroke.h"
 #include "terrain/flat_ground.h"
 #include "terrain/height_exchange.h"
+#include "terrain/material_generation.h"
 #include "terrain/material_mapper.h"
 #include "terrain/point_selection.h"
+#include "terrain/random_terrain.h"
 #include "terrain/roads.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/terrain_tools.h"
 
 namespace mw {
 namespace {
+
+// A plug-in for material maps that answers with the values it was given, in the first cells.
+void Echo(std::int32_t size, std::uint32_t* materials, const MapwrightVertex* vertices, float water,
+          float scale) {
+  std::uint32_t* row = materials + kGridCapacity;
+  row[0] = static_cast<std::uint32_t>(size);
+  row[1] = static_cast<std::uint32_t>(vertices[3 * kGridCapacity + 7].h);
+  row[2] = static_cast<std::uint32_t>(water);
+  row[3] = static_cast<std::uint32_t>(scale * 10);
+}
+bool Accept() { return true; }
+bool Decline() { return false; }
 
 class GroundStory : public FlatGround<StoryTest>, public testing::WithParamInterface<std::string> {
  protected:
@@ -56,8 +71,10 @@ class GroundStory : public FlatGround<StoryTest>, public testing::WithParamInter
                       terrain.pick.missed ? ", missed" : "") +
            FormatText("selected in rows %i-%i, columns %i-%i\n", box.SelMinRow, box.SelMaxRow,
                       box.SelMinCol, box.SelMaxCol) +
-           FormatText("material pick at %.0f, %.0f%s\n", materialMapper->pick.x,
-                      materialMapper->pick.z, materialMapper->pickMissed ? ", missed" : "");
+           FormatText("material %u, brush %u, pick at %.0f, %.0f%s\n",
+                      materialMapper->currentMaterial, materialMapper->brushSize,
+                      materialMapper->pick.x, materialMapper->pick.z,
+                      materialMapper->pickMissed ? ", missed" : "");
   }
   // What an edit said to the rest of the program, and where the ground is not flat and default.
   void Show(const Words& what) {
@@ -72,6 +89,7 @@ class GroundStory : public FlatGround<StoryTest>, public testing::WithParamInter
             "points\n" + ListGround(0, [](int i, int j) { return terrain.grid[i][j].selected; });
       if (name == "road") text += RoadPoints();
       if (name == "tools") text += Tools();
+      if (name == "water") text += FormatText("water at %g\n", modConfig.WaterLevel);
     }
     text.pop_back();
     Tell(text);
@@ -81,6 +99,26 @@ class GroundStory : public FlatGround<StoryTest>, public testing::WithParamInter
     TellAnswer(MayWrite(LevelPart::HeightMap));
     TellAnswer(MayWrite(LevelPart::MaterialMap));
     ClearLoadReport();
+  }
+  // The dialog's numbers; none: cancelled.
+  void MakeRandomTerrain(const Words& words) {
+    hooks.seatObjectsOnGround = [this] {
+      Tell(Heights().empty() ? "objects stay on flat ground"
+                             : "objects are seated on the new ground");
+    };
+    TellAnswer(
+        RandomTerrain(words[0] == "existing", [&]() -> std::optional<RandomTerrainParameters> {
+          Tell("asked  for the terrain");
+          if (words.size() < 4) return std::nullopt;
+          return RandomTerrainParameters{std::stoi(words[1]), std::stoi(words[2]),
+                                         std::stoi(words[3])};
+        }));
+  }
+  void RunMaterialPlugin(const Words& words) {
+    const unsigned edits = materialMapper->edits;
+    const auto init = words[0] == "accepts" ? Accept : words[0] == "declines" ? Decline : nullptr;
+    GenerateMaterialMap({init, words[1] == "echoes" ? Echo : nullptr});
+    if (materialMapper->edits != edits) Tell("  the view shows it");
   }
   void FinishRoad(bool confirmed) {
     FinishRoadPoints([&] {
@@ -112,6 +150,7 @@ BrushWay Way(const Words& words) {
 TEST_P(GroundStory, GoesAsItIsTold) {
   namespace fs = std::filesystem;
   materialMapper->materialCellSize = terrain.cellSize;  // as a frame finds
+  SeedGameRandom(1);
   ActOut(GetParam(),
          {{"show", [&](const Words& w) { Show(w); }},
           {"new",
@@ -186,6 +225,15 @@ TEST_P(GroundStory, GoesAsItIsTold) {
           {"stoppainting", [](const Words&) { StopPainting(); }},
           {"lift", [](const Words&) { LiftMaterialBrush(); }},
           {"fill", [](const Words&) { FillWithMaterial(); }},
+          {"plugin", [&](const Words& w) { RunMaterialPlugin(w); }},
+          {"byheight", [](const Words&) { AssignMaterialsByHeight(); }},
+          {"random", [&](const Words& w) { MakeRandomTerrain(w); }},
+          {"water",
+           [](const Words& w) {
+             modConfig.WaterLevel = Float(w, 0);
+             editor.levelHasWater = w.size() > 1;
+           }},
+          {"size", [](const Words& w) { modConfig.MaterialSize = Int(w, 0); }},
           // Samples.
           {"export", [&](const Words& w) { ExportHeightmap(Choose(w)); }},
           {"import", [&](const Words& w) { ImportHeightmap(Choose(w)); }},
