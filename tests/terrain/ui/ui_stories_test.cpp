@@ -1,8 +1,10 @@
-// What the user does with the dialogs and toolbars of the terrain, and what comes of it: the story
-// in tests/golden/terrain/ui_stories.txt.
+// What the dialogs and toolbars of the terrain show, what the user does with them, and what comes
+// of it: the stories in tests/golden/terrain/ui.
 #include <QAbstractItemView>
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
+#include <QImage>
 #include <QLabel>
 #include <QPushButton>
 #include <QSlider>
@@ -14,12 +16,14 @@
 #include "data/textures.h"
 #include "objects/ui/run_dialog.h"
 #include "terrain/shadow_work.h"
+#include "terrain/surface_assignments.h"
 #include "terrain/terrain_tools.h"
 #include "terrain/ui/material_toolbar.h"
 #include "terrain/ui/random_terrain_dialog.h"
 #include "terrain/ui/road_dialog.h"
 #include "terrain/ui/sample_bits_dialog.h"
 #include "terrain/ui/shadow_dialog.h"
+#include "terrain/ui/shadow_grid.h"
 #include "terrain/ui/surface_assignments_dialog.h"
 #include "terrain/ui/terrain_toolbar.h"
 #include "terrain/ui/terrain_ui_test.h"
@@ -27,7 +31,97 @@
 namespace mw {
 namespace {
 
-class TerrainUiStory : public TerrainUiTest {
+// The kind's own part of a widget's line.
+QString Content(const QWidget& widget) {
+  if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
+    const QString of = label->buddy() ? " for " + label->buddy()->objectName() : "";
+    return '"' + label->text() + '"' + of;
+  }
+  if (const auto* button = qobject_cast<const QAbstractButton*>(&widget))
+    return '"' + button->text() + '"' + (button->isChecked() ? " checked" : "");
+  if (const auto* slider = qobject_cast<const QAbstractSlider*>(&widget)) {
+    const QString range("%1 ... %2, at %3");
+    return range.arg(slider->minimum()).arg(slider->maximum()).arg(slider->value());
+  }
+  if (const auto* list = qobject_cast<const QComboBox*>(&widget)) {
+    QStringList entries;
+    for (int i = 0; i < list->count(); ++i) entries << list->itemText(i);
+    return entries.join('|') + ", at \"" + list->currentText() + '"';
+  }
+  return QString("%1 x %2").arg(widget.width()).arg(widget.height());
+}
+
+QString LineOf(const QWidget& widget) {
+  QString line = "  " + widget.objectName() + ": " + Content(widget);
+  if (!widget.isEnabled()) line += ", grey";
+  if (!widget.toolTip().isEmpty()) line += "\n    tip: " + widget.toolTip();
+  if (!widget.accessibleName().isEmpty()) line += "\n    name: " + widget.accessibleName();
+  if (!widget.accessibleDescription().isEmpty())
+    line += "\n    description: " + widget.accessibleDescription();
+  const QVariant id = widget.property("controlId");
+  if (id.isValid()) line += "\n    control " + id.toString();
+  return line + '\n';
+}
+
+// Captions, tips, names for screen readers, ranges, first values and the order of the Tab key.
+std::string ListingOf(const QDialog& dialog) {
+  QString listing;
+  for (const QWidget* widget : dialog.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+    if (!widget->objectName().isEmpty()) listing += LineOf(*widget);
+    for (const QWidget* inner : widget->findChildren<QAbstractButton*>()) listing += LineOf(*inner);
+  }
+  listing += "  Tab:";
+  for (QWidget* next = dialog.nextInFocusChain(); next != &dialog;
+       next = next->nextInFocusChain()) {
+    if (next->focusPolicy() & Qt::TabFocus && next->isEnabled())
+      listing += ' ' + next->objectName();
+  }
+  return listing.toStdString();
+}
+
+// A cell's place is a pixel near its far corner, clear of text and lines.
+QPoint Place(int column, int row) { return {32 * column + 28, 255 - 32 * row - 3}; }
+
+// What a grid shows, a sign for each tile, and where its yellow lines run.
+std::string Shown(QWidget& grid) {
+  const QImage image = grid.grab().toImage();
+  const auto colour = [&](const QPoint& at) {
+    return image.pixelColor(at * grid.devicePixelRatioF());
+  };
+  std::string shown;
+  for (int row = 7; row >= 0; --row) {
+    for (int column = 0; column < 8; ++column) {
+      const std::pair<QColor, char> signs[] = {
+          {{115, 210, 100}, 'a'}, {{115, 111, 200}, 'f'}, {{215, 110, 100}, '-'}, {{0, 0, 0}, '.'}};
+      const auto* const sign =
+          std::ranges::find(signs, colour(Place(column, row)), &std::pair<QColor, char>::first);
+      const bool marked = colour({32 * column + 12, 255 - 32 * row - 4}) == QColor(255, 255, 0);
+      shown += marked ? 's' : sign == std::end(signs) ? '?' : sign->second;
+    }
+    shown += '\n';
+  }
+  for (int at = 0; at < 256; ++at) {
+    if (colour({at, 20}) == QColor(255, 220, 60))
+      shown += "line at x = " + std::to_string(at) + '\n';
+    if (colour({20, at}) == QColor(255, 220, 60))
+      shown += "line at y = " + std::to_string(at) + '\n';
+  }
+  return shown + grid.accessibleDescription().toStdString() + '\n';
+}
+
+// The settings of a toolbar, which take no keys from the view.
+std::string ListingOf(const QToolBar& toolbar) {
+  QString listing = toolbar.windowTitle();
+  for (const QWidget* widget : toolbar.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+    if (!qobject_cast<const QComboBox*>(widget) && !qobject_cast<const QAbstractSlider*>(widget))
+      continue;
+    listing += '\n' + LineOf(*widget).trimmed();
+    EXPECT_FALSE(widget->focusPolicy() & Qt::TabFocus);
+  }
+  return listing.toStdString();
+}
+
+class TerrainUiStory : public TerrainUiTest, public testing::WithParamInterface<std::string> {
  protected:
   using Tiles = decltype(levelTextures.SurfaceAssigned);
 
@@ -41,7 +135,7 @@ class TerrainUiStory : public TerrainUiTest {
     return text;
   }
   // What a toolbar shows.
-  static std::string Shown(const QToolBar& toolbar) {
+  static std::string ShownBy(const QToolBar& toolbar) {
     QString text = toolbar.windowTitle() + ":";
     for (const QAction* action : toolbar.actions()) {
       if (action->isChecked()) text += " [" + action->toolTip() + ']';
@@ -86,7 +180,7 @@ class TerrainUiStory : public TerrainUiTest {
            FormatText("material brush %u, material %u, surface view %i, last cell %u\n",
                       materialMapper->brushSize, materialMapper->currentMaterial,
                       materialMapper->SurfaceView, materialMapper->grid[512][511]) +
-           Shown(terrainToolbar) + Shown(materialToolbar);
+           ShownBy(terrainToolbar) + ShownBy(materialToolbar);
   }
   // The lines of the state that are others now.
   void TellNew() {
@@ -104,13 +198,15 @@ class TerrainUiStory : public TerrainUiTest {
     const QString name = QString::fromStdString(word).section('=', 0, 0);
     const QString choice = QString::fromStdString(word).section('=', 1).replace('_', ' ');
     if (name == "Escape") return QTest::keyClick(&window, Qt::Key_Escape);
+    if (name == "unchosen")
+      return void(levelTextures.textureSetChosen = editor.levelModified = false);
     if (name == "detail") return void(textureSet.detail.loaded = choice == "1");
     const bool onTile = name == "tile" || name == "right";
     auto* const widget = window.findChild<QWidget*>(onTile ? "grid" : name);
     ASSERT_TRUE(widget) << word;
     if (onTile) {
-      const QPoint tile(32 * choice[0].digitValue() + 28, 255 - 32 * choice[1].digitValue() - 3);
-      QTest::mouseClick(widget, name == "tile" ? Qt::LeftButton : Qt::RightButton, {}, tile);
+      QTest::mouseClick(widget, name == "tile" ? Qt::LeftButton : Qt::RightButton, {},
+                        Place(choice[0].digitValue(), choice[1].digitValue()));
     } else if (auto* list = qobject_cast<QComboBox*>(widget)) {
       EXPECT_TRUE(list->isEnabled()) << word;
       if (!choice.isEmpty()) return list->setCurrentIndex(list->findText(choice));
@@ -129,9 +225,11 @@ class TerrainUiStory : public TerrainUiTest {
     return [this, run](const Words& words) {
       WhenDialogOpens([&](const OpenDialog& dialog) {
         open = &dialog.window;
+        Tell("= " + open->windowTitle().toStdString());
         for (const std::string& word : words) {
-          Use(dialog.window, word);
           Tell("- " + word);
+          if (word == "list") Tell(ListingOf(dialog.window));
+          if (word != "list") Use(dialog.window, word);
           TellNew();
         }
         EXPECT_FALSE(open->isVisible());
@@ -173,7 +271,7 @@ class TerrainUiStory : public TerrainUiTest {
   int viewDrawn = 0;
 };
 
-TEST_F(TerrainUiStory, GoesAsItIsTold) {
+TEST_P(TerrainUiStory, GoesAsItIsTold) {
   const auto confirmed = [](bool answer) { return std::string(answer ? "OK" : "Cancel"); };
   const auto random = [] {
     const auto chosen = RandomTerrainDialog(nullptr);
@@ -196,7 +294,7 @@ TEST_F(TerrainUiStory, GoesAsItIsTold) {
     };
   };
   ActOut(
-      "terrain/ui_stories.txt",
+      GetParam(),
       {{"road", InDialog([&] { return confirmed(CreateRoadDialog(nullptr)); })},
        {"random", InDialog(random)},
        {"bits", InDialog(bits)},
@@ -208,6 +306,20 @@ TEST_F(TerrainUiStory, GoesAsItIsTold) {
           modConfig.TexOffsetX = std::stoi(words.at(1));
           modConfig.TexOffsetY = std::stoi(words.at(2));
         })},
+       {"roadpoints", [](const Words& words) { terrain.roadPointCount = std::stoi(words.at(0)); }},
+       {"toolbars",
+        [this](const Words&) {
+          Tell(ListingOf(terrainToolbar));
+          Tell(ListingOf(materialToolbar));
+        }},
+       {"shadow", [](const Words& tiles) { Assign(terrain.shadowSettings.ShadowSelected, tiles); }},
+       {"assignall", then([](const Words&) { AssignAllTiles(); })},
+       {"grids",
+        [this](const Words&) {
+          SurfaceGrid tiles;
+          ShadowGrid shadows;
+          Tell(Shown(tiles) + "-- shadows\n" + Shown(shadows));
+        }},
        {"fresh", then([](const Words&) {
           levelTextures.textureSetChosen = editor.levelModified = false;
           editor.textureSetName = "Default";
@@ -220,6 +332,27 @@ TEST_F(TerrainUiStory, GoesAsItIsTold) {
         })},
        {"key",
         then([this](const Words& words) { PressKey(words.at(0), std::stoi(words.at(1))); })}});
+}
+
+INSTANTIATE_TEST_SUITE_P(All, TerrainUiStory, testing::ValuesIn(GoldenFiles("terrain/ui")));
+
+using TerrainDialogsTest = TerrainUiTest;
+
+TEST_F(TerrainDialogsTest, ShowMapBrightensTheGridByTheMiniMapsBits) {
+  terrain.miniMap.grey.fill(0);
+  terrain.miniMap.SetPixel(128 - 127, 128 - 1, 0x8C);  // column 127, row 1: the upper right corner
+  WhenDialogOpens([](const OpenDialog& dialog) {
+    const auto corner = [&dialog] {
+      QWidget& grid = dialog.Widget<QWidget>("grid");
+      return grid.grab().toImage().pixelColor(QPoint(254, 2) * grid.devicePixelRatioF());
+    };
+    const QColor free = corner();
+    dialog.Widget<QCheckBox>("showMapCheck").click();
+    EXPECT_EQ(corner(), QColor(115 | 0x8C, 111 | 0x8C, 200 | 0x8C));
+    dialog.Widget<QCheckBox>("showMapCheck").click();
+    EXPECT_EQ(corner(), free);
+  });
+  SurfaceAssignmentsDialog(nullptr, [] {});
 }
 
 }  // namespace
