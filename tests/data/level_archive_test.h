@@ -18,18 +18,19 @@
 
 namespace mw {
 
-class LevelArchiveTest : public SandboxTest {
+template <typename Base>
+class LevelArchive : public Base {
  protected:
-  LevelArchiveTest() {
+  LevelArchive() {
     ResetDataState();
-    modConfig.GamePath = GameFolder();
+    modConfig.GamePath = this->GameFolder();
     modConfig.modFolder = "Mods\\mymod\\";
     modConfig.levelsFolder = kLevelsFolder;
     modConfig.LevelName = "Island";
-    openLevel.folder = GameFolder() + "Mods\\mymod\\varnhold\\levels\\Island";
-    level = archives.CreateArchive((folder / "Island.vra").string());
+    openLevel.folder = this->GameFolder() + "Mods\\mymod\\varnhold\\levels\\Island";
+    level = archives.CreateArchive((this->folder / "Island.vra").string());
   }
-  ~LevelArchiveTest() override { ResetDataState(); }
+  ~LevelArchive() override { ResetDataState(); }
 
   static std::span<const std::uint8_t> Bytes(std::string_view text) {
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
@@ -56,7 +57,7 @@ class LevelArchiveTest : public SandboxTest {
   }
   // A content archive with one file, opened after the level and for reading.
   Archive* OpenContent(std::string_view file, std::string_view text) const {
-    const std::string path = (folder / "content.vra").string();
+    const std::string path = (this->folder / "content.vra").string();
     archives.CreateArchive(path)->WriteMember(file, Bytes(text));
     archives.CloseArchive(path);
     return archives.OpenArchive(path, false);
@@ -67,5 +68,7 @@ class LevelArchiveTest : public SandboxTest {
 
   Archive* level = nullptr;
 };
+
+using LevelArchiveTest = LevelArchive<SandboxTest>;
 
 }  // namespace mw
