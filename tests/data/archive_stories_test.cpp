@@ -72,6 +72,7 @@ class ArchiveStories : public SandboxTest {
  protected:
   void StartAnew() {
     editors.clear();
+    list.Clear();
     filesBefore.clear();
     archives.backedUp.clear();
     fs::remove_all("now");
@@ -117,9 +118,12 @@ class ArchiveStories : public SandboxTest {
       text += "  " + name + ":";
       try {
         const RawArchive raw = ReadRawArchive(path);
-        for (const RawEntry& entry : raw.entries)
+        std::size_t used = kHeader + (raw.directoryEnd - raw.directoryOffset);
+        for (const RawEntry& entry : raw.entries) {
           text += " " + entry.name + "=" + Short(raw.Content(entry.name));
-        if (raw.directoryEnd != bytes.size()) text += ", not compact";
+          used += entry.storedSize;
+        }
+        if (used != bytes.size()) text += ", not compact";
       } catch (const std::out_of_range&) {
         text += " \"" + Short(bytes) + "\"";
       }
@@ -143,6 +147,16 @@ class ArchiveStories : public SandboxTest {
     return text + (archive.Dirty() ? ", dirty\n" : "\n");
   }
 
+  static std::string PathOf(const Archive* archive) { return archive ? archive->Path() : "none"; }
+  // The archives that are open at a time.
+  std::string List() const {
+    std::string text = "  open:";
+    for (std::size_t i = 0; i < list.Count(); ++i) text += " " + list.At(i)->Path();
+    const Archive* const writable = list.LastWritable();
+    return text + ", last " + PathOf(list.Last()) + ", for writing " +
+           (writable ? writable->Path() : list.ReasonNotWritable()) + "\n";
+  }
+
   // Does what a line says, and tells what came of it.
   std::string Do(const std::string& line) {
     std::istringstream split(line);
@@ -155,7 +169,12 @@ class ArchiveStories : public SandboxTest {
     if (words[0] == "show") return Listing(archive);
     if (words[0] == "files") return Files();
     if (words[0] == "state") return State(archive);
+    if (words[0] == "list") return List();
+    if (words[0] == "holding")
+      return "  " + PathOf(list.FindHolding(name, false)) + ", for writing " +
+             PathOf(list.FindHolding(name, true)) + "\n";
     if (words[0] == "read") return "  " + Short(archive.ReadMember(name).value_or(Bytes{})) + "\n";
+    std::string reason;
     const std::map<std::string, std::function<bool()>> deeds = {
         {"create", [&] { return archive.Create("now/level.vra"); }},
         {"aside", [&] { return archive.CreateAside("now/level.vra"); }},
@@ -177,6 +196,13 @@ class ArchiveStories : public SandboxTest {
         {"backup", [&] { return archive.BackUp(); }},
         {"backupfirst", [&] { return archive.BackUpFirst(BackupKind::Damaged), true; }},
         {"setaside", [&] { return archive.SetStrayJournalAside(); }},
+        {"listcreate", [&] { return list.CreateArchive(file) != nullptr; }},
+        {"listaside", [&] { return list.CreateArchiveAside(file, reason) != nullptr; }},
+        {"listopen", [&] { return list.OpenArchive(file, true, &reason) != nullptr; }},
+        {"listopenreading", [&] { return list.OpenArchive(file, false, &reason) != nullptr; }},
+        {"listwrite", [&] { return list.At(0)->WriteMember(name, Content(text)); }},
+        {"listclose", [&] { return list.CloseArchive(file); }},
+        {"forget", [&] { return list.Clear(), true; }},
         {"foreign", [&] { return WriteBytes("now/level.vra", ForeignArchive()), true; }},
         {"put", [&] { return WriteBytes(file, Content(text)), true; }},
         {"copy", [&] { return fs::copy_file(file, to); }},
@@ -189,11 +215,13 @@ class ArchiveStories : public SandboxTest {
         {"unprotect", [&] { return fs::permissions(file, fs::perms::owner_all), true; }},
     };
     if (deeds.at(words[0])()) return "";
-    return "  refused" + (archive.Error().empty() ? "" : ": " + archive.Error()) + "\n";
+    if (reason.empty()) reason = archive.Error();
+    return "  refused" + (reason.empty() ? "" : ": " + reason) + "\n";
   }
 
   const PermissionsCount guard;
   std::map<std::string, Archive> editors;
+  ArchiveList list;
   std::map<std::string, Bytes> filesBefore;
 };
 
