@@ -10,29 +10,11 @@
 namespace mw {
 namespace {
 
-// "$" stands for a line feed, "%" for a carriage return, "^" for a zero, "~30" for so many "x".
-std::string Unescaped(const std::vector<std::string>& words, std::size_t from) {
+// The words from one on, as they stand for a text.
+std::string Joined(const std::vector<std::string>& words, std::size_t from) {
   std::string text;
   for (std::size_t i = from; i < words.size(); ++i) text += (i > from ? " " : "") + words[i];
-  for (std::size_t at; (at = text.find('~')) != text.npos;) {
-    std::size_t digits = 0;
-    const auto count = std::stoul(text.substr(at + 1), &digits);
-    text.replace(at, digits + 1, std::string(count, 'x'));
-  }
-  std::ranges::replace(text, '$', '\n');
-  std::ranges::replace(text, '%', '\r');
-  std::ranges::replace(text, '^', '\0');
-  return text;
-}
-std::string Escaped(std::string text) {
-  for (std::size_t at = 0; (at = text.find(std::string(20, 'x'), at)) != text.npos;) {
-    const std::size_t end = std::min(text.find_first_not_of('x', at), text.size());
-    text.replace(at, end - at, "~" + std::to_string(end - at));
-  }
-  std::ranges::replace(text, '\n', '$');
-  std::ranges::replace(text, '\r', '%');
-  std::ranges::replace(text, '\0', '^');
-  return text;
+  return Unescaped(text);
 }
 
 // Lines that begin with "own" get a new text, those with "gone" go, and one is added behind the
@@ -51,7 +33,7 @@ class FileStory : public LevelArchive<StoryTest>, public testing::WithParamInter
  protected:
   // A path in the level's folder where it begins with "L/".
   static std::string PathOf(const std::string& name) {
-    return name.starts_with("L/") ? LevelPath(name.substr(2)) : Unescaped({name}, 0);
+    return name.starts_with("L/") ? LevelPath(name.substr(2)) : Unescaped(name);
   }
   // What became of the files and why something failed.
   std::string StateAfterStep() const override {
@@ -94,15 +76,15 @@ class FileStory : public LevelArchive<StoryTest>, public testing::WithParamInter
 TEST_P(FileStory, GoesAsItIsTold) {
   const auto number = [](const Words& words, std::size_t at) { return std::stoi(words.at(at)); };
   ActOut(GetParam(),
-         {{"put", [&](const Words& w) { Put(w[0], Unescaped(w, 1)); }},
-          {"content", [&](const Words& w) { OpenContent(w[0], Unescaped(w, 1)); }},
-          {"disk", [](const Words& w) { WriteBytes(w[0], TextBytes(Unescaped(w, 1))); }},
+         {{"put", [&](const Words& w) { Put(w[0], Joined(w, 1)); }},
+          {"content", [&](const Words& w) { OpenContent(w[0], Joined(w, 1)); }},
+          {"disk", [](const Words& w) { WriteBytes(w[0], TextBytes(Joined(w, 1))); }},
           {"damage", [&](const Words& w) { Damage(w[0]); }},
           {"noarchives", [](const Words&) { archives.Clear(); }},
           {"gamepath", [](const Words& w) { modConfig.GamePath = w[0]; }},
           {"mod", [](const Words& w) { modConfig.modFolder = w.empty() ? "" : w[0]; }},
           {"levelsmod", [](const Words& w) { openLevel.modFolder = w.empty() ? "" : w[0]; }},
-          {"path", [&](const Words& w) { TellText(NormalGamePath(Unescaped(w, 0))); }},
+          {"path", [&](const Words& w) { TellText(NormalGamePath(Joined(w, 0))); }},
           {"open",
            [&](const Words& w) {
              file = GameFileOpen(PathOf(w[0]), w[1]);
@@ -110,13 +92,13 @@ TEST_P(FileStory, GoesAsItIsTold) {
            }},
           {"write",
            [&](const Words& w) {
-             const std::string text = Unescaped(w, 0);
+             const std::string text = Joined(w, 0);
              Tell("  " + std::to_string(GameFileWrite(text.data(), 1, text.size(), *file)) +
                   ", at " + std::to_string(GameFileTell(*file)));
            }},
           {"print",
            [&](const Words& w) {
-             Tell("  " + std::to_string(GameFilePrintf(*file, "%s", Unescaped(w, 0).c_str())) +
+             Tell("  " + std::to_string(GameFilePrintf(*file, "%s", Joined(w, 0).c_str())) +
                   ", at " + std::to_string(GameFileTell(*file)));
            }},
           {"gets", [&](const Words&) { TellText(GameFileGets(255, *file)); }},
@@ -125,7 +107,7 @@ TEST_P(FileStory, GoesAsItIsTold) {
           {"close", [&](const Words&) { TellAnswer(GameFileClose(std::move(file))); }},
           {"save",
            [&](const Words& w) {
-             TellAnswer(SaveGameFileBytes(PathOf(w[0]), TextBytes(Unescaped(w, 1))));
+             TellAnswer(SaveGameFileBytes(PathOf(w[0]), TextBytes(Joined(w, 1))));
            }},
           {"inlevel", [&](const Words& w) { TellAnswer(IsInWritableArchive(PathOf(w[0]))); }},
           {"remove", [&](const Words& w) { TellAnswer(RemoveGameFile(PathOf(w[0]))); }},
@@ -138,7 +120,7 @@ TEST_P(FileStory, GoesAsItIsTold) {
            }},
           {"rewrite", [&](const Words& w) { TellRewrite(PathOf(w[0])); }},
           {"header", [&](const Words&) { WriteScriptHeader(*file); }},
-          {"vectors", [&](const Words& w) { TellVectors(Unescaped(w, 0)); }}});
+          {"vectors", [&](const Words& w) { TellVectors(Joined(w, 0)); }}});
 }
 
 INSTANTIATE_TEST_SUITE_P(All, FileStory, testing::ValuesIn(GoldenFiles("data/files")));

@@ -1,6 +1,7 @@
 // A test with the mod "mymod" selected and its level "Island" open for writing.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <fstream>
 #include <span>
@@ -17,6 +18,29 @@
 #include "support/sandbox.h"
 
 namespace mw {
+
+// "$" stands for a line feed, "%" for a carriage return, "^" for a zero, "~30" for so many "x".
+inline std::string Unescaped(std::string text) {
+  for (std::size_t at; (at = text.find('~')) != text.npos;) {
+    std::size_t digits = 0;
+    const auto count = std::stoul(text.substr(at + 1), &digits);
+    text.replace(at, digits + 1, std::string(count, 'x'));
+  }
+  std::ranges::replace(text, '$', '\n');
+  std::ranges::replace(text, '%', '\r');
+  std::ranges::replace(text, '^', '\0');
+  return text;
+}
+inline std::string Escaped(std::string text) {
+  for (std::size_t at = 0; (at = text.find(std::string(20, 'x'), at)) != text.npos;) {
+    const std::size_t end = std::min(text.find_first_not_of('x', at), text.size());
+    text.replace(at, end - at, "~" + std::to_string(end - at));
+  }
+  std::ranges::replace(text, '\n', '$');
+  std::ranges::replace(text, '\r', '%');
+  std::ranges::replace(text, '\0', '^');
+  return text;
+}
 
 template <typename Base>
 class LevelArchive : public Base {

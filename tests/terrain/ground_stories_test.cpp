@@ -159,6 +159,10 @@ TEST_P(GroundStory, GoesAsItIsTold) {
              camera.frustum[0] = {0, 0, 0, 1};
            }},
           {"height", [](const Words& w) { Height(Int(w, 0), Int(w, 1)) = Float(w, 2); }},
+          {"ridge",
+           [](const Words&) {
+             for (int i = 90; i < 150; ++i) Height(i, i / 2) = 150;
+           }},
           {"rows", [](const Words& w) { terrain.viewSquare.ViewRowEnd = Int(w, 0); }},
           {"sight",
            [](const Words& w) {

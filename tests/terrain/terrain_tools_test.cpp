@@ -65,27 +65,6 @@ TEST_F(TerrainToolsTest, SmoothingMakesAPassEachSixtiethOfASecondButAtMostFourAF
   }
 }
 
-// However fast the mouse is, and even if it is up again before the next frame.
-TEST_F(TerrainToolsTest, AStrokeHasNoGaps) {
-  for (const TerrainTool tool :
-       {TerrainTool::Carving, TerrainTool::Raising, TerrainTool::Smoothing, TerrainTool::Flatten}) {
-    InitGrid();
-    SelectTool(tool);
-    terrain.flattenSampled = 1;
-    terrain.flattenHeight = 33;
-    for (int i = 90; i < 150; ++i) Height(i, i / 2) = 150;
-    PutBrushAt(100, 50);
-    PressBrush(0);
-    PutBrushAt(140, 70);
-    MoveBrush();
-    ReleaseBrush(5);
-    for (int i = 100; i <= 140; ++i)
-      EXPECT_NE(Height(i, i / 2), 150) << static_cast<int>(tool) << ' ' << i;
-    EXPECT_EQ(Height(95, 47), 150);
-    EXPECT_EQ(Height(145, 72), 150);
-  }
-}
-
 TEST_F(TerrainToolsTest, AStrokeSpreadsItsTimeOverItsWayAtAnyFrameRate) {
   SelectTool(TerrainTool::Raising);
   SetBrushSize(2);
