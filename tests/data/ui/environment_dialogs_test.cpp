@@ -183,12 +183,13 @@ std::string Changed(const std::vector<std::string>& before, const std::vector<st
 
 void Enter(const OpenDialog& dialog, const std::string& word) {
   if (word == "Escape") return QTest::keyClick(&dialog.window, Qt::Key_Escape);
-  const std::string name = word.substr(0, word.find('='));
+  const std::string name = word.substr(0, word.find_first_of("=@"));
   const QString text = QString::fromStdString(word).section('=', 1).replace('_', ' ');
   auto& control = dialog.Widget<QWidget>(name.c_str());
   if (auto* box = qobject_cast<QLineEdit*>(&control)) return box->setText(text);
   if (auto* button = qobject_cast<QAbstractButton*>(&control)) return button->click();
   auto& list = List(dialog, name.c_str());
+  if (word.find('@') != word.npos) return list.setCurrentIndex(word.back() - '0');
   if (list.findText(text) < 0) return list.setEditText(text);
   list.setCurrentText(text);
 }
@@ -224,7 +225,8 @@ TEST_F(EnvironmentDialogsTest, EachControlShowsAndStoresItsSetting) {
   for (std::size_t i = 0; i < teams.size(); ++i) modConfig.teams[i].name = teams[i];
   modConfig.skies[0] = {"Bocage", {"Sky_Bocage_m1", 150, 180, {-0.191f, 0.45f, -0.873f}}};
   modConfig.skies[1] = {"Coast", {"SKY_OWN_M1", 120, 40, {-0.52f, 0.56f, -0.6f}}};
-  // A verb: in the dialog, "name=text" enters a text, with "_" for a blank, "name" presses.
+  // A verb: in the dialog, "name=text" enters a text, with "_" for a blank, "name@1" chooses an
+  // entry by its number, "name" presses.
   const auto in = [this](Dialog& dialog) {
     return [this, &dialog](const Words& words) {
       editor.levelModified = false;
