@@ -1,9 +1,10 @@
 // Saving is all or nothing: every single change that a save makes to the disk is the one at which
-// the program stops, the change fails, the disk is full or the power is cut. Afterwards the archive
-// is the old or the new one, byte for byte.
+// the program stops, the change fails, the disk is full, loses what it was given or the power is
+// cut. Afterwards the archive is the old or the new one, byte for byte.
 #include <gtest/gtest.h>
 #include <map>
 
+#include "core/hooks.h"
 #include "data/archive.h"
 #include "support/archive_bytes.h"
 #include "support/each_change.h"
@@ -14,6 +15,10 @@ namespace {
 
 namespace fs = std::filesystem;
 constexpr const char* kLevel = "now/level.vra";
+constexpr const char* kJournal = "now/level.vra-journal";
+constexpr const char* kBackup = "now/level.vra.bak";
+constexpr FaultKind kAllFaults[] = {FaultKind::Stop, FaultKind::Fail, FaultKind::Full,
+                                    FaultKind::Short};
 constexpr std::size_t kFewest = 6;  // changes that a save makes
 
 using Contents = std::map<std::string, Bytes>;
@@ -49,7 +54,7 @@ class ArchiveCrash : public SandboxTest {
     archive.SetMode(StorageMode::Compressed);
     archive.BeginSave();
     const std::pair<const char*, std::size_t> members[] = {
-        {"kept", 33000}, {"grown", 2000}, {"shrunk", 5000}, {"gone", 3000}, {"changed", 4000}};
+        {"changed", 4000}, {"kept", 33000}, {"grown", 2000}, {"shrunk", 5000}, {"gone", 3000}};
     for (const auto& [name, size] : members) archive.WriteMember(name, NoiseBytes(size, 1));
     archive.CommitSave();
     archive.WriteMember("grown", NoiseBytes(3000, 6));  // leaves a hole
@@ -90,24 +95,33 @@ class ArchiveCrash : public SandboxTest {
   Bytes oldBytes, newBytes;
 };
 
-// The program goes on: the open archive still holds the old level and saves it later.
+// The program goes on: the open archive still holds the old level and saves it later. The backup is
+// the one of an earlier day until it is this one, and no byte of the level changes before.
 TEST_F(ArchiveCrash, ASaveThatFailsAtAnyChangeCanBeRepeated) {
-  for (const FaultKind kind : kFailures) {
+  const Bytes earlier = NoiseBytes(100, 4);
+  for (const FaultKind kind : kAllFaults) {
     EachChange(kFewest, [&](std::size_t change) {
       CopyFolder("old", "now");
+      WriteBytes(kBackup, earlier);
+      archives.backedUp.clear();
       Archive archive;
       EXPECT_TRUE(archive.Open(kLevel, true));
+      archive.BackUpFirst(BackupKind::Whole);
       bool saved = false;
       const bool hit = HitWhile(kind, change, [&] {
         saved = SaveLevelChanges(archive);
         EXPECT_EQ(ContentsOf(archive), saved ? newContents : oldContents);
         EXPECT_EQ(archive.Error().empty(), saved);
+        EXPECT_TRUE(ReadBytes(kBackup) == oldBytes ||
+                    (ReadBytes(kBackup) == earlier && ReadBytes(kLevel) == oldBytes));
       });
+      EXPECT_FALSE(saved && hit && kind == FaultKind::Short) << "a lost write was not noticed";
       CopyFolder("now", "reopened");
       ExpectOldOrNew("reopened/level.vra", saved);
       EXPECT_TRUE(saved || SaveLevelChanges(archive)) << archive.Error();
       EXPECT_EQ(ContentsOf(archive), newContents);
       ExpectOldOrNew(kLevel, true);
+      EXPECT_EQ(ReadBytes(kBackup), oldBytes);
       return hit;
     });
   }
@@ -116,16 +130,89 @@ TEST_F(ArchiveCrash, ASaveThatFailsAtAnyChangeCanBeRepeated) {
 TEST_F(ArchiveCrash, ASaveDuringWhichThePowerIsCut) {
   EachPowerCut("now", kFewest, [&](const auto& cut) {
     CopyFolder("old", "now");
+    archives.backedUp.clear();
     Archive archive;
     EXPECT_TRUE(archive.Open(kLevel, true));
+    archive.BackUpFirst(BackupKind::Whole);
     bool saved = false;
     const bool hit = cut([&] { saved = SaveLevelChanges(archive); });
+    EXPECT_TRUE(ReadBytes(kLevel) == oldBytes || ReadBytes(kBackup) == oldBytes);
     Archive reopened;
     EXPECT_TRUE(reopened.Open(kLevel, true)) << reopened.Error();
     const bool isNew = ContentsOf(reopened) == newContents;
     EXPECT_TRUE(isNew || !saved || hit) << "a save that was complete is gone";
     ExpectOldOrNew(kLevel, isNew);
   });
+}
+
+// A level that is made anew beside the old one takes its place.
+TEST_F(ArchiveCrash, TheNewLevelTakesThePlaceOfTheOldOneWhole) {
+  const Contents made = {{"heights", NoiseBytes(9000, 2)}};
+  const auto replace = [&](Archive& archive) {
+    return archive.CreateAside(kLevel) && archive.WriteMember("heights", made.at("heights")) &&
+           archive.PutInPlace();
+  };
+  const auto isNew = [&] {
+    if (ReadBytes(kLevel) == oldBytes) return false;
+    Archive there;
+    EXPECT_TRUE(there.Open(kLevel, true) && ContentsOf(there) == made) << there.Error();
+    EXPECT_EQ(ReadBytes(kBackup), oldBytes);
+    return true;
+  };
+  for (const FaultKind kind : kFailures) {
+    EachChange(11, [&](std::size_t change) {
+      CopyFolder("old", "now");
+      Archive archive, again;
+      bool replaced = false;
+      const bool hit = HitWhile(kind, change, [&] { replaced = replace(archive); });
+      EXPECT_TRUE(isNew() || !replaced);
+      EXPECT_EQ(archive.Error().empty(), replaced);
+      archive.Close();
+      EXPECT_TRUE(kind == FaultKind::Stop || !fs::exists("now/level.vra-new"))
+          << "a program that goes on cleans up behind itself";
+      EXPECT_TRUE(isNew() || replace(again)) << again.Error();
+      return hit;
+    });
+  }
+  EachPowerCut("now", 11, [&](const auto& cut) {
+    CopyFolder("old", "now");
+    bool replaced = false;
+    const bool hit = cut([&] {
+      Archive archive;
+      replaced = replace(archive);
+    });
+    EXPECT_TRUE(isNew() || !replaced || hit) << "a level that was complete is gone";
+  });
+  StopInTheMiddleOfASave("half");
+  CopyFolder("half", "now");
+  Archive archive;
+  EXPECT_TRUE(replace(archive)) << archive.Error();
+  EXPECT_TRUE(isNew()) << "and the interrupted save was undone in the backup";
+  EXPECT_FALSE(fs::exists(kJournal));
+}
+
+TEST_F(ArchiveCrash, AnotherEditorsSaveIsNotUndone) {
+  CopyFolder("old", "now");
+  Archive archive;
+  ASSERT_TRUE(archive.Open(kLevel, true));
+  for (const bool writable : {false, true}) {
+    bool looked = false;
+    hooks.diskFault = [&](const DiskChange& change) -> std::optional<DiskFault> {
+      if (change.kind != DiskChange::Kind::Remove) return std::nullopt;
+      // All is written, the journal is still there.
+      const Bytes underWay = ReadBytes(kLevel), journal = ReadBytes(kJournal);
+      looked = !journal.empty();
+      Archive second;
+      EXPECT_FALSE(second.Open(kLevel, writable));
+      EXPECT_EQ(second.Error(), "Another Mapwright is just saving it");
+      EXPECT_EQ(ReadBytes(kLevel), underWay);
+      EXPECT_EQ(ReadBytes(kJournal), journal);
+      return std::nullopt;
+    };
+    EXPECT_TRUE(archive.WriteMember("kept", NoiseBytes(40000, writable ? 3 : 2)));
+    hooks.diskFault = nullptr;
+    EXPECT_TRUE(looked);
+  }
 }
 
 TEST_F(ArchiveCrash, PuttingTheOldLevelBackIsInterrupted) {
@@ -167,8 +254,7 @@ TEST_F(ArchiveCrash, CompactingIsInterrupted) {
   const Bytes compactBytes = ReadBytes("compact/level.vra");
   ASSERT_LT(compactBytes.size(), dirtyBytes.size());
 
-  for (const FaultKind kind :
-       {FaultKind::Stop, FaultKind::Fail, FaultKind::Full, FaultKind::Short}) {
+  for (const FaultKind kind : kAllFaults) {
     EachChange(kFewest, [&](std::size_t change) {
       CopyFolder("old", "now");
       Archive archive;
@@ -197,21 +283,6 @@ TEST_F(ArchiveCrash, ThePowerIsCutDuringCompacting) {
     EXPECT_TRUE(reopened.Open(kLevel, true)) << reopened.Error();
     EXPECT_EQ(ContentsOf(reopened), before);
   });
-}
-
-TEST_F(ArchiveCrash, RollingBackPutsEverythingBackWithoutTouchingTheFile) {
-  Archive archive;
-  ASSERT_TRUE(archive.Open("old/level.vra", true));
-  ASSERT_TRUE(archive.BeginSave());
-  EXPECT_FALSE(archive.BeginSave()) << "groups do not nest";
-  ASSERT_TRUE(archive.WriteMember("kept", NoiseBytes(40000, 20)));
-  ASSERT_TRUE(archive.RemoveMembersWithPrefix("g"));
-  EXPECT_EQ(archive.ReadMember("kept"), NoiseBytes(40000, 20)) << "the group sees its own changes";
-  archive.RollbackSave();
-  EXPECT_EQ(ContentsOf(archive), oldContents);
-  EXPECT_FALSE(archive.Dirty());
-  EXPECT_EQ(ReadBytes("old/level.vra"), oldBytes);
-  EXPECT_FALSE(archive.CommitSave()) << "there is no save to complete any more";
 }
 
 TEST_F(ArchiveCrash, SavingTheSameAgainWritesNothing) {
@@ -262,6 +333,10 @@ TEST_F(ArchiveCrash, AJournalThatIsTornOrSomethingElseChangesNothing) {
     open(halfSaved, damaged);
     EXPECT_EQ(ReadBytes("old/level.vra"), halfSaved) << "played back in spite of byte " << at;
   }
+  Bytes longer = halfSaved;
+  longer.resize(newBytes.size() + 1);
+  open(longer, journal);
+  EXPECT_EQ(ReadBytes("old/level.vra"), longer) << "no state of that save";
   EXPECT_TRUE(open(oldBytes, TextBytes("dear diary")));
   EXPECT_EQ(ReadBytes("old/level.vra-journal"), TextBytes("dear diary"));
 }

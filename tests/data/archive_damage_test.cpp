@@ -124,19 +124,6 @@ TEST_F(ArchiveDamage, ADirectoryOrEntryOutsideTheFileDoesNotOpen) {
   EXPECT_FALSE(Opens(Join(start, Entry(std::string(512, 'n'), 0, 0, kHeader)))) << "a long name";
 }
 
-TEST_F(ArchiveDamage, NamesOf511BytesAreTheLongest) {
-  const std::string longest(511, 'n');
-  Archive archive;
-  ASSERT_TRUE(archive.Create("x.vra"));
-  for (const std::string& name : {longest + 'n', std::string()}) {
-    EXPECT_FALSE(archive.WriteMember(name, {}));
-    EXPECT_EQ(archive.Error(), "The member's name is empty or too long");
-  }
-  EXPECT_TRUE(archive.WriteMember(longest, TextBytes("long")));
-  ASSERT_TRUE(archive.Open("x.vra", false)) << archive.Error();
-  EXPECT_EQ(archive.ReadMember(std::string(511, 'N')), TextBytes("long"));
-}
-
 TEST_F(ArchiveDamage, NeitherSizesNorTablesOfAMemberAreBelieved) {
   const TableEntry whole{size, 1000, 0};
   EXPECT_EQ(Read(StoredMember(1, {whole}, good), kMost), plain);

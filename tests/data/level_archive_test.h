@@ -1,6 +1,7 @@
 // A test with the mod "mymod" selected and its level "Island" open for writing.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <fstream>
 #include <span>
@@ -18,18 +19,42 @@
 
 namespace mw {
 
-class LevelArchiveTest : public SandboxTest {
+// "$" stands for a line feed, "%" for a carriage return, "^" for a zero, "~30" for so many "x".
+inline std::string Unescaped(std::string text) {
+  for (std::size_t at; (at = text.find('~')) != text.npos;) {
+    std::size_t digits = 0;
+    const auto count = std::stoul(text.substr(at + 1), &digits);
+    text.replace(at, digits + 1, std::string(count, 'x'));
+  }
+  std::ranges::replace(text, '$', '\n');
+  std::ranges::replace(text, '%', '\r');
+  std::ranges::replace(text, '^', '\0');
+  return text;
+}
+inline std::string Escaped(std::string text) {
+  for (std::size_t at = 0; (at = text.find(std::string(20, 'x'), at)) != text.npos;) {
+    const std::size_t end = std::min(text.find_first_not_of('x', at), text.size());
+    text.replace(at, end - at, "~" + std::to_string(end - at));
+  }
+  std::ranges::replace(text, '\n', '$');
+  std::ranges::replace(text, '\r', '%');
+  std::ranges::replace(text, '\0', '^');
+  return text;
+}
+
+template <typename Base>
+class LevelArchive : public Base {
  protected:
-  LevelArchiveTest() {
+  LevelArchive() {
     ResetDataState();
-    modConfig.GamePath = GameFolder();
+    modConfig.GamePath = this->GameFolder();
     modConfig.modFolder = "Mods\\mymod\\";
     modConfig.levelsFolder = kLevelsFolder;
     modConfig.LevelName = "Island";
-    openLevel.folder = GameFolder() + "Mods\\mymod\\varnhold\\levels\\Island";
-    level = archives.CreateArchive((folder / "Island.vra").string());
+    openLevel.folder = this->GameFolder() + "Mods\\mymod\\varnhold\\levels\\Island";
+    level = archives.CreateArchive((this->folder / "Island.vra").string());
   }
-  ~LevelArchiveTest() override { ResetDataState(); }
+  ~LevelArchive() override { ResetDataState(); }
 
   static std::span<const std::uint8_t> Bytes(std::string_view text) {
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
@@ -56,7 +81,7 @@ class LevelArchiveTest : public SandboxTest {
   }
   // A content archive with one file, opened after the level and for reading.
   Archive* OpenContent(std::string_view file, std::string_view text) const {
-    const std::string path = (folder / "content.vra").string();
+    const std::string path = (this->folder / "content.vra").string();
     archives.CreateArchive(path)->WriteMember(file, Bytes(text));
     archives.CloseArchive(path);
     return archives.OpenArchive(path, false);
@@ -67,5 +92,7 @@ class LevelArchiveTest : public SandboxTest {
 
   Archive* level = nullptr;
 };
+
+using LevelArchiveTest = LevelArchive<SandboxTest>;
 
 }  // namespace mw

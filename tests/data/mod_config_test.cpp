@@ -11,12 +11,6 @@
 namespace mw {
 namespace {
 
-std::string Repeated(const std::string& line, int count) {
-  std::string text;
-  for (int i = 0; i < count; ++i) text += line + std::to_string(i) + "\n";
-  return text;
-}
-
 // Every field of the record that is not what it is in a new one, a line each.
 std::string Told(const ModConfig& config) {
   const ModConfig fresh;
@@ -64,48 +58,17 @@ std::string Told(const ModConfig& config) {
 
 struct ModConfigTest : SandboxTest {};
 
+// The files in tests/golden/data/configs are named after what they show.
 TEST_F(ModConfigTest, EveryFileBecomesTheRecordAndItsFaultsAreSaid) {
-  const std::pair<const char*, std::string> kFiles[] = {
-      {"Every key reaches its field", GoldenText("data/every_key.cfg")},
-      {"Keys are compared exactly and the later value wins",
-       "WorldSize=1024\nworldsize=7\nWorldSize =8\nWorldSize=2048\nUnknown=1\n=\n/\n\n"},
-      {"Leading separators are skipped, so a slashed key still counts", "//GamePath=x\n"},
-      {"A missing value is empty or zero, and a switch is on at 1 alone",
-       "TexturePath=\nTexOffsetX\nFogColor=0.5\nWaterNormalMap\nWaterTexLayer2=alone\n"
-       "WaterTexLayer1=a/" +
-           std::string(300, 'b') + "\nWaterSpecularEnable=2\n"},
-      {"Kits belong to the team before them",
-       "TeamKit=nobody's\nTeam=Red/redTeam/redSkin\nTeam=Blue/blueTeam/blueSkin\n"
-       "TeamKit=Scout\nTeamKit=Medic\nTeam=Green/greenTeam/greenSkin\nTeamKit=Engineer\n"},
-      {"Skies take the lines after them",
-       "SkyMesh=nobody's\nSkyDefaults=9/9/9/9/9\nSky=Dawn\nSkyMesh=sky_dawn\n"
-       "SkyDefaults=-20/90/0.5/-0.7/0.1\nSky=Noon\nSkyMesh=sky_noon\n"},
-      {"A team or sky without its texts is reported line by line",
-       "Team=Red/redTeam\nTeamKit=\nSky\nSkyMesh=\n"},
-      {"The first eight theatres stay", Repeated("Theatre=", 10)},
-      {"Full tables keep what they have and one message names their keys",
-       "Team=a/b/c\n" + Repeated("TeamKit=kit", 10) + Repeated("Team=t/x/", 33) +
-           "TeamKit=of a team that is not there\n" + Repeated("Sky=s", 33) + "SkyMesh=not there\n"},
-      {"A text that does not fit stays empty and is named",
-       "Theatre=" + std::string(32, 't') + "\nTheatre=" + std::string(31, 'u') + "\nGamePath=C:\\" +
-           std::string(250, 'p') + "\nWorldSize=1024\n"},
-      {"The largest size is 1024", "MaterialSize=1024\nMaterialSize=1025\n"},
-      {"A size is no debt", "MaterialSize=0\nMaterialSize=-1\n"},
-      {"Long lines arrive in pieces of 254 bytes",
-       "Unknown=" + std::string(246, '/') + "WorldSize=1024\n" +  // the piece ends before the key
-           "Unknown=" + std::string(247, 'x') + "MaterialSize=512\n" +
-           "ObjectsList=" + std::string(242, 'y') + "\n"},
-      {"Carriage returns never reach a value",
-       "GamePath=C:\\Games\\\r\nObjectsList=" + std::string(242, 'y') + "\r\nTheatre=Desert\r"}};
   std::string told;
-  for (const auto& [title, text] : kFiles) {
+  for (const std::string& name : GoldenFiles("data/configs")) {
     scripted::script.answers.assign(4, PromptAnswer::Ok);
-    ASSERT_TRUE(WriteWholeFile("test.cfg", text));
+    ASSERT_TRUE(WriteWholeFile("test.cfg", GoldenText(name)));
     ModConfig config;
     config.teams[31].name = "from the mod before";
     config.theatreCount = 3;
     EXPECT_TRUE(ParseModConfig("test", config));
-    told += std::string(title) + "\n" + Told(config);
+    told += name + "\n" + Told(config);
     for (const std::string& prompt : TakePrompts()) told += "! " + prompt + "\n";
   }
   ExpectGolden("data/mod_config.txt", told);

@@ -3,21 +3,30 @@
 #pragma once
 
 #include <initializer_list>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "app/story.h"
 #include "core/hooks.h"
+#include "core/text.h"
 #include "data/archive.h"
 #include "data/content_archives.h"
 #include "data/data_state.h"
 #include "data/mods.h"
+#include "data/open_level.h"
 #include "platform/disk.h"
-#include "support/sandbox.h"
 
 namespace mw {
 
-class ModSandboxTest : public SandboxTest {
+inline std::string Joined(const std::vector<std::string>& words, std::size_t from = 0) {
+  std::string text;
+  for (std::size_t i = from; i < words.size(); ++i) text += (i > from ? " " : "") + words[i];
+  return text;
+}
+
+class ModSandboxTest : public StoryTest {
  protected:
   ModSandboxTest() {
     ResetDataState();
@@ -58,6 +67,60 @@ class ModSandboxTest : public SandboxTest {
     if (current >= 0) {
       ASSERT_TRUE(SelectMod(current));
     }
+  }
+
+  // "$" ends a line, "%" stands for a carriage return.
+  void WriteText(const std::string& path, std::string text) {
+    if (const std::size_t game = text.find("GAME"); game != text.npos)
+      text.replace(game, 5, GameFolder());
+    std::ranges::replace(text, '$', '\n');
+    std::ranges::replace(text, '%', '\r');
+    Write(path, text);
+  }
+  void Show(const std::string& path) {
+    std::string text;
+    for (const char c : Read(path))
+      text += c == '\r' ? "%" : c == '\n' ? "$\n  " : std::string(1, c);
+    Tell("  " + text);
+  }
+  // Of the game folder where a path begins with its name.
+  std::string PathOf(const std::string& text) const {
+    return text.starts_with("GAME") ? folder.string() + text.substr(4) : text;
+  }
+  std::string StateAfterStep() const override {
+    const bool isLong = modList.names.size() > 8;
+    return FormatText("mods   %s, at %i: ", isLong ? "many" : Joined(modList.names).c_str(),
+                      modList.current) +
+           CurrentModName() +
+           FormatText("\ngame   %s, list %s, catalogue read %i times", modConfig.GamePath.c_str(),
+                      modConfig.ObjectsList.c_str(), catalogueLoads) +
+           FormatText(
+               "\nlevel  %s in %s, %i samples, %i units, height scale %g, water at %g, fog to %i",
+               modConfig.LevelName.c_str(), openLevel.folder.c_str(), modConfig.MaterialSize,
+               modConfig.WorldSize, modConfig.HeightScale, modConfig.WaterLevel, modConfig.fogEnd) +
+           "\nopen   " + Joined(OpenArchivePaths()) + " of " + HeldContentArchives()[0] + "\n";
+  }
+  // What stories about mods begin with.
+  std::map<std::string, Verb> Verbs() {
+    return {{"file", [this](const Words& words) { WriteText(words[0], Joined(words, 1)); }},
+            {"files",
+             [this](const Words& words) {
+               for (int i = 0; i < ParseInt(words[0]); ++i)
+                 Write("mod" + std::to_string(100 + i) + ".cfg", "");
+             }},
+            {"folder", [](const Words& words) { std::filesystem::create_directories(words[0]); }},
+            {"rm", [](const Words& words) { EXPECT_TRUE(DeleteDiskFile(words[0])); }},
+            {"there",
+             [this](const Words& words) {
+               TellAnswer(FileExists(words[0]) || FolderExists(words[0]));
+             }},
+            {"show", [this](const Words& words) { Show(words[0]); }},
+            {"mod",
+             [this](const Words& words) {
+               for (const std::string& name : words) WriteMod(name);
+             }},
+            {"find", [](const Words&) { FindMods(); }},
+            {"select", [this](const Words& words) { TellAnswer(SelectMod(ParseInt(words[0]))); }}};
   }
 
   static std::vector<std::string> OpenArchivePaths() {

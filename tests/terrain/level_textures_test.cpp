@@ -92,6 +92,10 @@ TEST_F(LevelTexturesTest, OpeningFindsTheTilesAndTheDetailTextureAndTellsWhatIsD
     EXPECT_EQ(wrapOf(tile, axis), GL_CLAMP_TO_EDGE) << "no line between two tiles";
     EXPECT_EQ(wrapOf(levelTextures.detailTexture, axis), GL_REPEAT);
   }
+  textureSet.detail = RedOverBlueOfSet(64);
+  EXPECT_TRUE(WriteTextureSetToLevel());
+  EXPECT_TRUE(Get("Textures/detail.dds") == Tile()) << "its own, until a set is chosen for it";
+  EXPECT_EQ(Get("Textures/ENVMAP_G_.rcm"), "(none)");
   DeleteLevelTextures();
   EXPECT_FALSE(glIsTexture(tile));
   EXPECT_FALSE(levelTextures.tiles[2][7].hasTexture || levelTextures.hasDetail);
@@ -110,15 +114,6 @@ TEST_F(LevelTexturesTest, ReloadingLeavesTheAssignmentsToTheUser) {
   EXPECT_FALSE(levelTextures.SurfaceAssigned[3][4]) << "un-assigned, its file is still there";
   EXPECT_TRUE(levelTextures.SurfaceAssigned[5][5]) << "still to be generated";
   EXPECT_TRUE(levelTextures.textureSetChosen);
-}
-
-TEST_F(LevelTexturesTest, ALevelKeepsItsTexturesUntilASetIsChosenForIt) {
-  Put("Textures/detail.dds", "its own");
-  textureSet.detail = RedOverBlueOfSet(64);
-  LoadLevelTextures(LevelTextureLoad::Opening);
-  EXPECT_TRUE(WriteTextureSetToLevel());
-  EXPECT_EQ(Get("Textures/detail.dds"), "its own");
-  EXPECT_EQ(Get("Textures/ENVMAP_G_.rcm"), "(none)");
 }
 
 TEST_F(LevelTexturesTest, TheTextureSetGoesIntoTheLevelUprightAndInTheGamesSizes) {

@@ -1,7 +1,6 @@
 #include "terrain/random_terrain.h"
 
 #include "core/game_random.h"
-#include "data/load_report.h"
 #include "support/test.h"
 #include "terrain/flat_ground.h"
 
@@ -12,7 +11,6 @@ namespace {
 class RandomTerrainTest : public FlatGround<SandboxTest> {
  protected:
   RandomTerrainTest() {
-    modConfig.WaterLevel = 61;
     for (auto& row : materialMapper->grid) row.fill(7);
     SeedGameRandom(1);
   }
@@ -85,65 +83,6 @@ TEST_F(RandomTerrainTest, TheWholeMiniMapIsThatOfTheTerrainReadFromItsFile) {
   ASSERT_TRUE(StoreHeightsInBuffer());
   LoadHeightsFromBuffer();
   EXPECT_TRUE(terrain.miniMap.grey == painted);
-}
-
-TEST_F(RandomTerrainTest, EveryCellGetsTheMaterialOfItsHeightAndOnlyThoseOfTheLevel) {
-  const float heights[] = {-4,  25,  25.0001f, 70,        70.5f, 80,        81,
-                           127, 128, 200,      200.0001f, 255,   255.0001f, 256};
-  int column = 0;
-  for (const float h : heights) Height(1, column++) = h;
-  Height(kSide, kSide - 1) = 20;
-  AssignMaterialsByHeight();
-  EXPECT_EQ(ListGround(7, Material),
-            "1: 0-1=11 2-3=10 4-5=2 6-7=3 8-9=12 10-11=9 14-255=3\n"
-            "2-255: 0-255=3\n"
-            "256: 0-254=3 255=11\n");
-}
-
-TEST_F(RandomTerrainTest, TheCommandWarnsAsksAndGenerates) {
-  int seatings = 0;
-  hooks.seatObjectsOnGround = [&] {
-    ++seatings;
-    EXPECT_NE(Heights(), "") << "seated on the new ground";
-  };
-  editor.levelHasWater = true;
-  BeginLoadReport();
-  NoteDamagedPart(LevelPart::HeightMap, "cut off");
-  NoteDamagedPart(LevelPart::MaterialMap, "cut off");
-  Answer({PromptAnswer::Ok});
-  EXPECT_TRUE(RandomTerrain(true, [] { return RandomTerrainParameters{}; }));
-  ExpectBoxes({{"This will replace any existing terrain.", "WARNING", PromptButtons::OkCancel,
-                PromptIcon::Exclamation}});
-  EXPECT_TRUE(editor.levelModified);
-  EXPECT_EQ(scripted::script.waitCursorCount, 1);
-  EXPECT_EQ(repaints, 1);
-  EXPECT_EQ(seatings, 1);
-  EXPECT_TRUE(MayWrite(LevelPart::HeightMap) && MayWrite(LevelPart::MaterialMap))
-      << "what was damaged is replaced";
-  ClearLoadReport();
-  EXPECT_EQ(modConfig.WaterLevel, 25);
-  modConfig.WaterLevel = 61;
-  editor.levelHasWater = false;
-  EXPECT_TRUE(RandomTerrain(false, [] { return RandomTerrainParameters{}; }));
-  EXPECT_EQ(modConfig.WaterLevel, 61);
-  ExpectBoxes({});  // of a new level nothing is lost
-}
-
-TEST_F(RandomTerrainTest, CancellingOrAnImpossibleSizeChangesNothing) {
-  Answer({PromptAnswer::Cancel});
-  EXPECT_FALSE(RandomTerrain(true, []() -> std::optional<RandomTerrainParameters> {
-    ADD_FAILURE() << "asked after the warning was cancelled";
-    return std::nullopt;
-  }));
-  EXPECT_FALSE(RandomTerrain(false, [] { return std::optional<RandomTerrainParameters>(); }));
-  for (const int size : {0, 4096}) {
-    modConfig.MaterialSize = size;
-    EXPECT_FALSE(RandomTerrain(false, [] { return RandomTerrainParameters{}; }));
-  }
-  EXPECT_EQ(Heights() + ListGround(7, Material), "");
-  EXPECT_EQ(modConfig.WaterLevel, 61);
-  EXPECT_FALSE(editor.levelModified);
-  EXPECT_EQ(scripted::script.waitCursorCount, 0);
 }
 
 }  // namespace

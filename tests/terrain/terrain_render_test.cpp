@@ -194,16 +194,6 @@ TEST_F(TerrainRenderTest, TheViewSquareFollowsTheCameraInsideTheGrid) {
   EXPECT_FLOAT_EQ(camera.position.y, (terrain.grid[250][250].h + 3) * 0.6f);
 }
 
-TEST_F(TerrainRenderTest, ObjectsAreDrawnIntoTheFrameOnlyOnRequest) {
-  int calls = 0;
-  hooks.drawStaticObjects = [&] { ++calls; };
-  for (const bool requested : {false, true}) {
-    editor.drawObjectsInMappers = requested;
-    Frame(kFly);
-    EXPECT_EQ(calls, requested);
-  }
-}
-
 TEST_F(TerrainRenderTest, WaterMultipliesWhatIsDrawnAndStartsAgainAfterOneTextureWidth) {
   modConfig.WaterLevel = 500;
   BeginScene({1000, 600, 1000, -90, 180}, kWidth, kHeight);

@@ -1,17 +1,13 @@
 #include "data/ui/add_file_dialog.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QTimer>
 #include <filesystem>
-#include <functional>
 
 #include "data/level_archive_test.h"
+#include "objects/ui/run_dialog.h"
 #include "platform/disk.h"
-#include "support/open_dialog.h"
 #include "support/prompts.h"
 
 namespace mw {
@@ -21,23 +17,18 @@ QString SourceFile() {
   return QString::fromStdString(std::filesystem::absolute("loading screen").string());
 }
 
-struct OpenDialog : DialogUnderTest {
-  QPushButton& Ok() const { return Widget<QPushButton>("okButton"); }
-  QComboBox& Destination() const { return Widget<QComboBox>("destinationCombo"); }
-  QLineEdit& Source() const { return Widget<QLineEdit>("sourceEdit"); }
-  // Picks the file in the file dialog that "..." opens.
-  void Choose() const {
-    QTimer::singleShot(0, &window, [] {
-      auto* const files = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-      ASSERT_TRUE(files);
-      EXPECT_EQ(files->windowTitle(), "Source File");
-      EXPECT_EQ(files->nameFilters(), QStringList{"All Files *.* (*)"});
-      files->findChild<QLineEdit*>("fileNameEdit")->setText(SourceFile());
-      static_cast<QDialog*>(files)->accept();
-    });
-    Widget<QPushButton>("browseButton").click();
-  }
-};
+// Picks the file in the file dialog that "..." opens.
+void ChooseSource(const OpenDialog& dialog) {
+  WhenDialogOpens([](const OpenDialog& chooser) {
+    auto* const files = qobject_cast<QFileDialog*>(&chooser.window);
+    ASSERT_TRUE(files);
+    EXPECT_EQ(files->windowTitle(), "Source File");
+    EXPECT_EQ(files->nameFilters(), QStringList{"All Files *.* (*)"});
+    chooser.Widget<QLineEdit>("fileNameEdit").setText(SourceFile());
+    chooser.window.accept();
+  });
+  dialog.Press("browseButton");
+}
 
 class AddFileDialogTest : public LevelArchiveTest {
  protected:
@@ -46,15 +37,11 @@ class AddFileDialogTest : public LevelArchiveTest {
   // Runs the dialog, lets the user act once the source is chosen, and cancels if it is still open.
   static void Run(const std::function<void(const OpenDialog&)>& act) {
     bool opened = false;
-    QTimer::singleShot(0, [&] {
-      auto* const window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-      ASSERT_TRUE(window);
+    WhenDialogOpens([&](const OpenDialog& dialog) {
       opened = true;
-      const OpenDialog dialog{*window};
-      EXPECT_FALSE(dialog.Ok().isEnabled()) << "without a source";
-      dialog.Choose();
+      EXPECT_FALSE(dialog.Widget<QPushButton>("okButton").isEnabled()) << "without a source";
+      ChooseSource(dialog);
       act(dialog);
-      if (window->isVisible()) dialog.Widget<QPushButton>("cancelButton").click();
     });
     AddFileDialog(nullptr);
     EXPECT_TRUE(opened);
@@ -63,20 +50,22 @@ class AddFileDialogTest : public LevelArchiveTest {
 
 TEST_F(AddFileDialogTest, AddsTheChosenFileToTheLevelsFolderOrTheTypedOne) {
   Run([&](const OpenDialog& dialog) {
-    EXPECT_TRUE(dialog.Source().isReadOnly());
-    EXPECT_EQ(dialog.Source().text(), SourceFile());
-    EXPECT_EQ(dialog.Destination().currentText(), "varnhold\\levels\\Island");
-    EXPECT_EQ(dialog.Destination().count(), 1);
+    EXPECT_TRUE(dialog.Widget<QLineEdit>("sourceEdit").isReadOnly());
+    EXPECT_EQ(dialog.Widget<QLineEdit>("sourceEdit").text(), SourceFile());
+    EXPECT_EQ(dialog.Widget<QComboBox>("destinationCombo").currentText(),
+              "varnhold\\levels\\Island");
+    EXPECT_EQ(dialog.Widget<QComboBox>("destinationCombo").count(), 1);
+    dialog.Press("cancelButton");
   });
   EXPECT_TRUE(level->Entries().empty()) << "it was cancelled";
   Run([&](const OpenDialog& dialog) {
-    dialog.Ok().click();
+    dialog.Press("okButton");
     EXPECT_FALSE(dialog.window.isVisible());
   });
   EXPECT_EQ(Get("loading screen"), "picture\n");
   Run([&](const OpenDialog& dialog) {
-    dialog.Destination().setEditText("Mods/mymod/menu");
-    dialog.Ok().click();
+    dialog.Widget<QComboBox>("destinationCombo").setEditText("Mods/mymod/menu");
+    dialog.Press("okButton");
   });
   EXPECT_TRUE(level->Find("menu/loading screen"));
   EXPECT_EQ(level->Entries().size(), 2u);
@@ -86,17 +75,17 @@ TEST_F(AddFileDialogTest, AFileThatIsThereIsReplacedOnlyWhenTheUserSaysSo) {
   Put("loading screen", "mine");
   Answer({PromptAnswer::Cancel, PromptAnswer::Ok});
   Run([&](const OpenDialog& dialog) {
-    dialog.Ok().click();
+    dialog.Press("okButton");
     EXPECT_EQ(Get("loading screen"), "mine");
     EXPECT_TRUE(dialog.window.isVisible()) << "for another destination";
-    dialog.Ok().click();
+    dialog.Press("okButton");
   });
   const std::string name = "varnhold\\levels\\Island\\loading screen [OkCancel]";
   ExpectPrompts({name, name});
   EXPECT_EQ(Get("loading screen"), "picture\n");
   archives.Clear();
   Answer({PromptAnswer::Ok});
-  Run([](const OpenDialog& dialog) { dialog.Ok().click(); });
+  Run([](const OpenDialog& dialog) { dialog.Press("okButton"); });
   ExpectPrompts({"Error: No archive is open for writing. (Stop)"});
 }
 

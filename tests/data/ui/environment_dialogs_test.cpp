@@ -8,22 +8,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "app/story.h"
 #include "core/text.h"
 #include "data/level_archive_test.h"
 #include "data/level_settings_commands.h"
 #include "data/ui/colour_swatch.h"
 #include "objects/ui/run_dialog.h"
-#include "support/golden.h"
-#include "support/sandbox.h"
 
 namespace mw {
 namespace {
 
 using ::testing::ElementsAre;
 
-QLineEdit& Box(const OpenDialog& dialog, const char* name) {
-  return dialog.Widget<QLineEdit>(name);
-}
 QComboBox& List(const OpenDialog& dialog, const char* name) {
   return dialog.Widget<QComboBox>(name);
 }
@@ -35,7 +31,7 @@ QColor Painted(const OpenDialog& dialog, const char* name) {
   return picture.pixelColor(picture.rect().center());
 }
 
-class EnvironmentDialogsTest : public LevelArchiveTest {
+class EnvironmentDialogsTest : public LevelArchive<StoryTest> {
  protected:
   EnvironmentDialogsTest() {
     for (const char* script : {"init.con", "init/terrain.con"}) Put(script, "");
@@ -142,15 +138,6 @@ TEST_F(EnvironmentDialogsTest, WhatNobodyEditedKeepsEveryDigit) {
   EXPECT_EQ(modConfig.currentSky.sunDirection[0], 0.0004f) << "of the sky that was chosen";
 }
 
-TEST_F(EnvironmentDialogsTest, OkMarksTheLevelOnlyWhenSomethingChanged) {
-  modConfig.fogEnd = 400;
-  RunAndPressOk(FogSettingsDialog, [](const OpenDialog&) {});
-  EXPECT_FALSE(editor.levelModified);
-  RunAndPressOk(FogSettingsDialog,
-                [](const OpenDialog& dialog) { Box(dialog, "endEdit").setText("300"); });
-  EXPECT_TRUE(editor.levelModified);
-}
-
 // Every control with its text, by which it is known to a reader, and why it is disabled.
 std::vector<std::string> ControlsOf(const QDialog& window) {
   std::vector<std::string> lines;
@@ -194,16 +181,21 @@ std::string Changed(const std::vector<std::string>& before, const std::vector<st
   return text;
 }
 
-void Enter(const OpenDialog& dialog, const char* name, const QString& text) {
-  auto& control = dialog.Widget<QWidget>(name);
+void Enter(const OpenDialog& dialog, const std::string& word) {
+  if (word == "Escape") return QTest::keyClick(&dialog.window, Qt::Key_Escape);
+  const std::string name = word.substr(0, word.find_first_of("=@"));
+  const QString text = QString::fromStdString(word).section('=', 1).replace('_', ' ');
+  auto& control = dialog.Widget<QWidget>(name.c_str());
   if (auto* box = qobject_cast<QLineEdit*>(&control)) return box->setText(text);
-  if (auto* check = qobject_cast<QCheckBox*>(&control)) return check->click();
-  auto& list = List(dialog, name);
+  if (auto* button = qobject_cast<QAbstractButton*>(&control)) return button->click();
+  auto& list = List(dialog, name.c_str());
+  if (word.find('@') != word.npos) return list.setCurrentIndex(word.back() - '0');
   if (list.findText(text) < 0) return list.setEditText(text);
   list.setCurrentText(text);
 }
 
-// What each dialog shows, what of it changes with an edit, and which settings are others then.
+// What each dialog shows, what of it changes with an edit, and which settings are others then: the
+// story in tests/golden/data/environment_dialogs.txt.
 TEST_F(EnvironmentDialogsTest, EachControlShowsAndStoresItsSetting) {
   modConfig.fogStart = 20;
   modConfig.FogColor = {1, 1, 0};
@@ -233,62 +225,44 @@ TEST_F(EnvironmentDialogsTest, EachControlShowsAndStoresItsSetting) {
   for (std::size_t i = 0; i < teams.size(); ++i) modConfig.teams[i].name = teams[i];
   modConfig.skies[0] = {"Bocage", {"Sky_Bocage_m1", 150, 180, {-0.191f, 0.45f, -0.873f}}};
   modConfig.skies[1] = {"Coast", {"SKY_OWN_M1", 120, 40, {-0.52f, 0.56f, -0.6f}}};
-  using Edits = std::vector<std::pair<const char*, const char*>>;
-  std::string told;
-  const auto tell = [&](const char* title, Dialog& dialog, const Edits& edits,
-                        const char* end = "okButton") {
-    editor.levelModified = false;
-    const auto before = Settings();
-    const bool stored = Run(dialog, [&](const OpenDialog& open) {
-      auto shown = ControlsOf(open.window);
-      told += open.window.windowTitle().toStdString() + ": " + title + "\n" + Changed({}, shown);
-      for (const auto& [name, text] : edits) {
-        Enter(open, name, text);
-        told += std::string("> ") + name + ": " + text + "\n" +
-                Changed(std::exchange(shown, ControlsOf(open.window)), ControlsOf(open.window));
-      }
-      if (*end) return open.Press(end);
-      QTest::keyClick(&open.window, Qt::Key_Escape);
-    });
-    told += (stored ? "> stored\n" : "> left\n") + Changed(before, Settings()) + "\n";
+  // A verb: in the dialog, "name=text" enters a text, with "_" for a blank, "name@1" chooses an
+  // entry by its number, "name" presses.
+  const auto in = [this](Dialog& dialog) {
+    return [this, &dialog](const Words& words) {
+      editor.levelModified = false;
+      const auto before = Settings();
+      const bool stored = Run(dialog, [&](const OpenDialog& open) {
+        auto shown = ControlsOf(open.window);
+        Tell(open.window.windowTitle().toStdString() + "\n" + Changed({}, shown));
+        for (const std::string& word : words) {
+          Tell("- " + word);
+          Enter(open, word);
+          if (open.window.isVisible())
+            Tell(Changed(std::exchange(shown, ControlsOf(open.window)), ControlsOf(open.window)));
+        }
+      });
+      Tell((stored ? "= stored\n" : "= left\n") + Changed(before, Settings()));
+    };
   };
-  tell("numbers are cut to integers", FogSettingsDialog,
-       {{"beginEdit", "-35.9"}, {"endEdit", "letters"}, {"enabledCheck", ""}});
-  tell("numbers beyond an integer stay at its end", FogSettingsDialog,
-       {{"beginEdit", "-1e30"}, {"endEdit", "1e30"}});
-  tell("escape changes nothing", FogSettingsDialog, {{"endEdit", "300"}}, "");
-  tell("a mod without teams", TeamSelectionDialog, {});
-  tell("a mod without skies", LightSettingsDialog, {});
-  modConfig.teamCount = 3;
-  modConfig.chosenTeam = {2, 0};
-  tell("teams by name", TeamSelectionDialog,
-       {{"teamTwoCombo", "United States"}, {"teamOneCombo", "Germany"}});
-  modConfig.skyCount = 1;
-  tell("a sky that is not in the list", LightSettingsDialog, {});
-  modConfig.skyCount = 2;
-  tell("another sky brings its own light", LightSettingsDialog,
-       {{"directionYEdit", "9"},
-        {"skyCombo", "Bocage"},
-        {"skyCombo", "Coast"},
-        {"skyCombo", "Bocage"},
-        {"rotationEdit", "90"}});
-  tell("shadows", ShadowSettingsDialog, {{"cullEdit", "-4"}, {"intensityEdit", "0.55"}});
-  tell("cancelled", WaterSettingsDialog, {{"texture1Combo", "texture/other"}}, "cancelButton");
-  tell("layers", WaterSettingsDialog,
-       {{"texture1Combo", "texture/water02"},
-        {"texture2Combo", "texture/ofMyOwn"},
-        {"direction1YEdit", "-0.5"},
-        {"direction2XEdit", "2"},
-        {"directionNormalMapXEdit", "0.25"},
-        {"speed2Edit", "0.02"},
-        {"shallowAlphaEdit", "0.5"},
-        {"tileNormalMapCombo", "1/16"},
-        {"specularCheck", ""}});
-  ASSERT_TRUE(level->RemoveMember(Member("init/terrain.con")));
-  Put("init/skyandsun.con", "sky.setRotAngle 1\r\n");
-  tell("scripts that cannot keep all of it", LightSettingsDialog, {});
-  tell("scripts that cannot keep all of it", ShadowSettingsDialog, {}, "cancelButton");
-  ExpectGolden("data/environment_dialogs.txt", told);
+  ActOut("data/environment_dialogs.txt",
+         {{"fog", in(FogSettingsDialog)},
+          {"teams", in(TeamSelectionDialog)},
+          {"light", in(LightSettingsDialog)},
+          {"shadows", in(ShadowSettingsDialog)},
+          {"water", in(WaterSettingsDialog)},
+          {"counts",
+           [](const Words& words) {
+             modConfig.teamCount = std::stoi(words.at(0));
+             modConfig.skyCount = std::stoi(words.at(1));
+           }},
+          {"chosen",
+           [](const Words& words) {
+             modConfig.chosenTeam = {std::stoi(words.at(0)), std::stoi(words.at(1))};
+           }},
+          {"noterrainscript",
+           [this](const Words&) { EXPECT_TRUE(level->RemoveMember(Member("init/terrain.con"))); }},
+          {"skyscript",
+           [this](const Words&) { Put("init/skyandsun.con", "sky.setRotAngle 1\r\n"); }}});
 }
 
 }  // namespace

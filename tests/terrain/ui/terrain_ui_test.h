@@ -1,6 +1,7 @@
 // A landscape of 512 samples, and texture sets in the game's folder.
 #pragma once
 
+#include "app/story.h"
 #include "bench/plain/terrain_scene.h"
 #include "core/editor_state.h"
 #include "data/data_state.h"
@@ -15,7 +16,7 @@
 
 namespace mw {
 
-struct TerrainUiTest : SandboxTest {
+struct TerrainUiTest : StoryTest {
   TerrainUiTest() {
     ResetDataState();
     ResetTerrainState();
