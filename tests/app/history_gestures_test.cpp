@@ -352,31 +352,6 @@ TEST_F(HistoryGesturesTest, SavingKeepsTheStepsAndOpeningForgetsThem) {
   EXPECT_EQ(NextUndo() + NextRedo(), "");
 }
 
-TEST_F(HistoryGesturesTest, MenuAndStatusNameTheStepAndAHeldButtonOrAGameHoldsBoth) {
-  std::vector<std::string> shown;
-  shell.showUndoSteps = [&shown](const std::string& undo, const std::string& redo, bool usable) {
-    shown = {undo, redo, usable ? "usable" : ""};
-  };
-  ConnectUndo();
-  RouteKey(kKeyPageUp, false);
-  EXPECT_EQ(shown, (std::vector<std::string>{"Water Level", "", "usable"}));
-  editor.rightHeld = true;
-  ShowUndoSteps();
-  EXPECT_EQ(shown[2], "");
-  RunCommand(kCommandUndo);
-  EXPECT_EQ(NextUndo(), "Water Level");
-  editor.rightHeld = false;
-  {
-    const UndoPause pause;
-    EXPECT_EQ(shown[2], "");
-    RunCommand(kCommandUndo);
-    EXPECT_EQ(NextUndo(), "Water Level");
-  }
-  RunCommand(kCommandUndo);
-  EXPECT_EQ(status().back(), "Undone: Water Level");
-  EXPECT_EQ(shown, (std::vector<std::string>{"", "Water Level", "usable"}));
-}
-
 TEST_F(HistoryGesturesTest, AReplacementThatCannotBeKeptIsAskedFor) {
   editor.history.limit = 1000;
   scripted::script.answers = {PromptAnswer::Ok, PromptAnswer::No};
