@@ -3,7 +3,6 @@
 #include <cctype>
 #include <cmath>
 #include <gtest/gtest.h>
-#include <set>
 
 #include "app/camera_control.h"
 #include "app/command_table.h"
@@ -113,18 +112,13 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
   }
 
   // The lines that are not as after the step before.
-  std::string StateAfterStep() const override {
+  std::string StateAfterStep() override {
     std::vector<std::string> lines{steps};
     AddTools(lines);
     AddView(lines);
     AddPlacements(lines);
     AddGround(lines);
-    std::string news;
-    for (const std::string& line : lines) {
-      if (!before.contains(line)) news += line + '\n';
-    }
-    before = {lines.begin(), lines.end()};
-    return news;
+    return News(lines);
   }
   void AddTools(std::vector<std::string>& lines) const {
     std::ostringstream tools, flags;
@@ -155,10 +149,10 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
   void AddView(std::vector<std::string>& lines) const {
     std::ostringstream place, view;
     place << "camera";
-    for (const Vector3& triple : {mw::camera.position, mw::camera.direction}) {
+    for (const Vector3& triple : {camera.position, camera.direction}) {
       place << "  " << Rounded(triple.x) << ' ' << Rounded(triple.y) << ' ' << Rounded(triple.z);
     }
-    place << "  pitch " << Rounded(mw::camera.pitch) << " yaw " << Rounded(mw::camera.yaw);
+    place << "  pitch " << Rounded(camera.pitch) << " yaw " << Rounded(camera.yaw);
     lines.push_back(place.str());
     view << "view   camera mode " << static_cast<int>(editor.cameraMode) << " speed "
          << Rounded(editor.moveSpeed) << (editor.ShowGrid ? ", grid" : "")
@@ -326,11 +320,11 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
       // The camera. A frame takes a tenth of a second.
       {"camera",
        [](const Words& w) {
-         mw::camera = Camera();
-         mw::camera.position.Set(std::stof(w[0]), std::stof(w[1]), std::stof(w[2]));
-         mw::camera.pitch = w.size() > 3 ? std::stof(w[3]) : 0;
+         camera = Camera();
+         camera.position.Set(std::stof(w[0]), std::stof(w[1]), std::stof(w[2]));
+         camera.pitch = w.size() > 3 ? std::stof(w[3]) : 0;
          editor.moveSpeed = 20;
-         if (w.size() > 3) mw::camera.UpdateDirection();
+         if (w.size() > 3) camera.UpdateDirection();
        }},
       {"forward", [](const Words& w) { MoveCameraForward(std::stof(w[0])); }},
       {"strafe", [](const Words& w) { StrafeCamera(std::stof(w[0])); }},
@@ -367,7 +361,6 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
       {"drop", [this](const Words& w) { DropLevelTreeItem(Item(w[0]), 30, 20); }}};
 
   std::string steps;
-  mutable std::set<std::string> before;
 };
 
 TEST_P(EditStory, IsAsItStands) { ActOut(GetParam(), verbs); }

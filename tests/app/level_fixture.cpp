@@ -191,7 +191,7 @@ std::string LevelTest::FileState(const fs::path& file) const {
   return state;
 }
 
-std::string LevelTest::StateAfterStep() const {
+std::string LevelTest::StateAfterStep() {
   std::string state = editor.levelModified ? "unsaved edits\n" : "";
   std::set<fs::path> files;
   for (const fs::path& place : {levels, folder}) {

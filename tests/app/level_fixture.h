@@ -51,7 +51,7 @@ class LevelTest : public ShellTest {
   // The story goes on with a member of a level's archive: its text, or how many bytes it has.
   void TellMember(const std::string& level, const std::string& member);
   // The edits that are not saved, and the files beside the levels' archives and those for recovery.
-  std::string StateAfterStep() const override;
+  std::string StateAfterStep() override;
 
   std::vector<std::string> status() const { return scripted::script.status[1]; }
 
