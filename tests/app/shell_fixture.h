@@ -4,8 +4,6 @@
 #pragma once
 
 #include <map>
-#include <string>
-#include <vector>
 
 #include "app/session.h"
 #include "app/shell.h"
@@ -31,11 +29,11 @@ class ShellTest : public StoryTest {
     CreateMaterialMapper();
     InitGrid();
     editor.viewReady = editor.levelLoaded = true;
-    shell.setCommandChecked = [this](CommandId id, bool on) { checked[id] = on; };
+    shell.setCommandChecked = [](CommandId, bool) {};
     shell.setCommandEnabled = [this](CommandId id, bool on) { enabled[id] = on; };
     shell.setLevelOpen = [](bool) {};
     shell.showUndoSteps = [](const auto&, const auto&, bool) {};
-    shell.showModeToolbar = [this](EditMode mode) { shownToolbar = mode; };
+    shell.showModeToolbar = [](EditMode) {};
     shell.mainWindowActive = shell.viewHasFocus = [] { return true; };
     shell.focusView = [] {};
     shell.renderFrameNow = [this] { ++frames; };
@@ -46,10 +44,8 @@ class ShellTest : public StoryTest {
     ResetProgramState();
   }
 
-  std::map<CommandId, bool> checked, enabled;
-  EditMode shownToolbar{};
+  std::map<CommandId, bool> enabled;
   int frames = 0;
-  std::vector<std::string> calls;  // what the test's own functions recorded
 };
 
 }  // namespace mw

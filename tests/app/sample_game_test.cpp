@@ -1,13 +1,11 @@
-#include "app/level_file.h"
+#include "app/sample_game.h"
 
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 
 #include "app/level_fixture.h"
-#include "app/sample_game.h"
 #include "data/mods.h"
-#include "platform/disk.h"
 #include "support/each_change.h"
 #include "support/prompts.h"
 
@@ -15,75 +13,6 @@ namespace mw {
 namespace {
 
 namespace fs = std::filesystem;
-
-class LevelFileTest : public LevelTest {
- protected:
-  LevelFileTest() {
-    FindMods();
-    SelectMod(0);
-  }
-  fs::path Island() const { return SystemPath(ArchivePath("Island")); }
-};
-
-TEST_F(LevelFileTest, OpensByPathFromTheWorkingFolderAndThroughALink) {
-  const fs::path relative = fs::relative(Island(), folder);
-  fs::create_symlink(Island(), folder / "link.vra");
-  for (const fs::path& path : {Island(), relative, folder / "link.vra"}) {
-    SCOPED_TRACE(path);
-    modConfig.LevelName = "";
-    EXPECT_TRUE(OpenLevelFile(path.string()));
-    EXPECT_EQ(modConfig.LevelName, "Island");
-    EXPECT_TRUE(editor.levelLoaded);
-  }
-  ExpectPrompts({});
-}
-
-TEST_F(LevelFileTest, WhatIsNoLevelIsRefusedAndTheOpenOneStays) {
-  ASSERT_TRUE(OpenLevelFile(Island().string()));
-  editor.levelModified = true;
-  fs::copy_file(Island(), folder / "outside.vra");
-  fs::copy_file(Island(), Island().parent_path() / "Island_001.vra");
-  std::ofstream(folder / "notes.txt") << "text";
-  std::ofstream(folder / "damaged.vra") << "text";
-  const std::pair<fs::path, const char*> kCases[] = {
-      {folder / "gone.vra", "There is no such file."},
-      {folder, "This is a folder."},
-      {folder / "notes.txt", "This is no level"},
-      {folder / "damaged.vra", "cannot be opened."},
-      {folder / "outside.vra", "It does not lie in a game."},
-      {Island().parent_path() / "Island_001.vra", "an addition to a level"},
-  };
-  for (const auto& [path, reason] : kCases) {
-    SCOPED_TRACE(path);
-    Answer({PromptAnswer::Ok});
-    EXPECT_FALSE(OpenLevelFile(path.string()));
-    ExpectPrompts({reason});
-  }
-  EXPECT_TRUE(editor.levelLoaded && editor.levelModified);
-  EXPECT_EQ(modConfig.LevelName, "Island");
-  Answer({PromptAnswer::Ok});
-  OpenDroppedFiles({Island().string(), Island().string()});
-  ExpectPrompts({"These are 2 files."});
-  scripted::script.inputIgnored = true;
-  OpenDroppedFiles({Island().string()});
-  ExpectPrompts({});
-}
-
-TEST_F(LevelFileTest, AGameThatNoConfigurationNamesGetsOneAfterAQuestion) {
-  std::ofstream(folder / "mpwr.cfg") << "GamePath=\nMaterialSize=512\nWorldSize=2048\n";
-  const fs::path other = folder / "other/Mods/winter/Archives/varnhold/levels/Island.vra";
-  fs::create_directories(other.parent_path());
-  fs::copy_file(Island(), other);
-  Answer({PromptAnswer::No});
-  EXPECT_FALSE(OpenLevelFile(other.string()));
-  ExpectPrompts({"make the configuration winter"});
-  EXPECT_FALSE(FileExists("winter.cfg"));
-  // What the bare configuration lacks is told: its content, and then the level's skins.
-  Answer({PromptAnswer::Yes, PromptAnswer::Ok, PromptAnswer::Ok});
-  EXPECT_TRUE(OpenLevelFile(other.string()));
-  EXPECT_EQ(CurrentModName(), "winter");
-  EXPECT_EQ(modConfig.LevelName, "Island");
-}
 
 // No mod is there. The writer's work is stood in for by the fixture's game.
 class SampleGameTest : public LevelTest {
