@@ -40,31 +40,6 @@ TEST_F(CommandsTest, AWindowThatIsNotConnectedIsNoSuccess) {
   Do("welcome", RunWelcomeLoop, {PromptAnswer::Ok});
 }
 
-TEST_F(CommandsTest, TheMenuWarnsBeforeARandomTerrainWithWaterReplacesTheOld) {
-  shell.randomTerrainDialog = [] { return RandomTerrainParameters{}; };
-  editor.levelHasWater = false;  // as a level of an earlier run of the program
-  SetInitialValues();
-  modConfig.WaterLevel = 0;
-  for (const PromptAnswer answer : {PromptAnswer::Cancel, PromptAnswer::Ok}) {
-    const bool agreed = answer == PromptAnswer::Ok;
-    Do("random terrain", [] { RunCommand(kCommandRandomTerrain); }, {answer});
-    EXPECT_EQ(editor.levelModified, agreed);
-    EXPECT_EQ(terrain.grid[100][100].h != kFlatHeight, agreed);
-    EXPECT_EQ(modConfig.WaterLevel > 0, agreed);
-  }
-}
-
-TEST_F(CommandsTest, VersionTexts) {
-  const std::pair<const char*, float> rows[] = {
-      {"1.04.000", 1.04f}, {"1.01.100", 1.011f}, {"1.4", 1.4f}, {"104", 104}, {"", 0}};
-  for (const auto& [text, version] : rows) EXPECT_FLOAT_EQ(ParseGameVersion(text), version) << text;
-  ReadInstalledVersion();
-  EXPECT_FLOAT_EQ(editor.installedGameVersion, 1.011f) << "no record of an installed game";
-  script.gameSettings["INSTALLEDVERSION"] = std::string(40, '9');
-  ReadInstalledVersion();
-  EXPECT_FLOAT_EQ(editor.installedGameVersion, 1.011f) << "too long to be one";
-}
-
 TEST_F(CommandsTest, PluginsThatAreMissingOrLackAnEntryPointAreNamed) {
   script.missingModules = {"mw_amm.mwp", "mw_smg.mwp"};
   script.missingFunctions = {"generateMatMap"};

@@ -15,6 +15,7 @@
 #include "objects/entity_editing.h"
 #include "objects/object_mapper.h"
 #include "objects/placement.h"
+#include "terrain/material_mapper.h"
 #include "terrain/roads.h"
 
 namespace mw {
@@ -92,6 +93,7 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
       Happens("a frame");
       FollowCamera();
     };
+    shell.randomTerrainDialog = [] { return RandomTerrainParameters{}; };
     hooks.runPropertySheet = [this](PropertySheet&) { return Happens("a sheet"), true; };
     hooks.invalidateMiniMap = [this] { Happens("the Mini-Map is drawn anew"); };
     levelTree.view.selectAll = [this](const std::vector<TreeItem>& items) {
@@ -279,7 +281,25 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
          InitGrid();
        }},
       {"edited", [](const Words& w) { editor.levelModified = w[0] == "yes"; }},
-      {"version", [](const Words& w) { editor.installedGameVersion = ParseGameVersion(w[0]); }},
+      {"start",
+       [](const Words&) {
+         editor.levelHasWater = false;  // as a level of an earlier run of the program
+         SetInitialValues();
+       }},
+      {"version",
+       [this](const Words& w) {
+         editor.installedGameVersion = ParseGameVersion(w.empty() ? "" : w[0]);
+         Happens("version " + std::to_string(editor.installedGameVersion));
+       }},
+      {"installed",
+       [this](const Words& w) {
+         if (!w.empty()) scripted::script.gameSettings["INSTALLEDVERSION"] = w[0];
+         ReadInstalledVersion();
+         Happens("version " + std::to_string(editor.installedGameVersion));
+       }},
+      {"history-of",
+       [](const Words& w) { editor.history.limit = static_cast<std::size_t>(std::stoi(w[0])); }},
+      {"fill", [](const Words&) { FillWithMaterial(); }},
       {"no-help", [](const Words&) { scripted::script.documentsOpen = false; }},
       // What may forbid it all.
       {"view", [](const Words& w) { editor.viewReady = w[0] == "ready"; }},

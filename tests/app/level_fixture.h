@@ -14,6 +14,8 @@
 
 namespace mw {
 
+inline constexpr std::string_view kIsland = "varnhold/levels/Island/";
+
 class LevelTest : public ShellTest {
  protected:
   LevelTest();
@@ -32,6 +34,14 @@ class LevelTest : public ShellTest {
   int HeightOnDisk(const std::string& level, int i, int j) const;
   // Puts bytes into Island, which no editor has open.
   void PutMember(const std::string& member, const Bytes& bytes);
+
+  // Gives Island what a level has besides its ground and its settings.
+  void AddMembers();
+  // Bytes of Island's file that a damage changes.
+  void Patch(std::uint64_t at, const Bytes& bytes) const;
+  // Of a segment of the member nothing can be read any more.
+  void BreakSegment(const std::string& member, std::uint32_t segment) const;
+  void Remove(const std::string& member) const;
 
   // Answers the dialogs: the only mod, then this level (empty: cancelled).
   void AnswerDialogs(const std::string& level);

@@ -16,6 +16,7 @@
 #include "app/recovery_offer.h"
 #include "app/start_up.h"
 #include "app/test_level.h"
+#include "core/history.h"
 #include "data/image.h"
 #include "data/mods.h"
 #include "data/open_level.h"
@@ -26,6 +27,7 @@
 #include "support/each_change.h"
 #include "terrain/level_textures.h"
 #include "terrain/material_map.h"
+#include "terrain/material_mapper.h"
 #include "terrain/mini_map_picture.h"
 #include "terrain/roads.h"
 #include "terrain/shadow_work.h"
@@ -36,10 +38,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::map<std::string, CommandId> kCommands = {{"new", kCommandNewLevel},
-                                                    {"open", kCommandOpenLevel},
-                                                    {"exit", kCommandExit},
-                                                    {"in-game-map", kCommandGenerateInGameMap}};
+const std::map<std::string, CommandId> kCommands = {
+    {"new", kCommandNewLevel}, {"open", kCommandOpenLevel},
+    {"exit", kCommandExit},    {"undo", kCommandUndo},
+    {"redo", kCommandRedo},    {"in-game-map", kCommandGenerateInGameMap}};
 
 class LevelStory : public LevelTest, public testing::WithParamInterface<std::string> {
  protected:
@@ -77,8 +79,9 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
         << camera.pitch << ", yaw " << camera.yaw << (editor.ShowGrid ? ", grid" : "")
         << (editor.ShowTextures ? ", textures" : "")
         << (IsEditMode(EditMode::ObjectMapper) ? ", Object Mapper" : "") << "\n       heights "
-        << terrain.grid[20][20].h << ' ' << terrain.grid[20][200].h << ", material "
-        << materialMapper->grid[10][10] << ", mark " << Shown() << ", Mini-Map "
+        << terrain.grid[20][20].h << ' ' << terrain.grid[20][100].h << ' '
+        << terrain.grid[20][200].h << ", material " << materialMapper->grid[10][10] << ", mark "
+        << Shown() << ", Mini-Map "
         << (terrain.miniMap.grey == MiniMapPicture{}.grey ? "flat" : "with hills") << ", tiles";
     for (std::size_t row = 0; row < kMaxTiles; ++row) {
       for (std::size_t column = 0; column < kMaxTiles; ++column) {
@@ -239,6 +242,13 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
        }},
       {"rename", [this](const Words& w) { fs::rename(Path(w[0]), Path(w[1])); }},
       {"remove", [this](const Words& w) { fs::remove_all(Path(w[0])); }},
+      {"full", [this](const Words&) { AddMembers(); }},
+      {"break",
+       [this](const Words& w) {
+         BreakSegment(w[0], static_cast<std::uint32_t>(std::stoul(w[1])));
+         knownFiles["as damaged"] = ReadBytes(island);
+       }},
+      {"leave-out", [this](const Words& w) { Remove(w[0]); }},
       {"zeros", [this](const Words& w) { PutMember(w[0], Bytes(std::stoul(w[1]))); }},
       {"meddle", [this](const Words&) { Meddle(); }},
       {"lock", [this](const Words& w) { EXPECT_TRUE(other.Open(ArchivePath(w[0]), true)); }},
@@ -281,8 +291,11 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
        }},
       {"base-mod", [](const Words&) { modConfig.modFolder = kBaseModFolder; }},
       {"spoil-settings",
-       [](const Words&) {
-         for (auto& [name, value] : scripted::script.editorSettings) value = "300 nan";
+       [](const Words& w) {
+         for (auto& [name, value] : scripted::script.editorSettings) {
+           value.clear();
+           for (const std::string& word : w) value += word + ' ';
+         }
        }},
       {"camera", [](const Words&) { camera.position.Set(300, 80.125f, 400); }},
       {"save", [this](const Words&) { TellAnswer(SaveLevel()); }},
@@ -292,6 +305,10 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
          LevelArchive()->RemoveMember("varnhold/levels/Island/Textures/detail.dds");
          HitWhile(FaultKind::Full, 0, CloseLevelArchive);
        }},
+      {"save-while-a-change-fails",
+       [](const Words& w) { HitWhile(FaultKind::Fail, std::stoul(w[0]), [] { SaveLevel(); }); }},
+      {"fill-with-material", [](const Words&) { FillWithMaterial(); }},
+      {"steps", [this](const Words&) { Tell("       undo " + NextUndo() + ", redo " + NextRedo()); }},
       {"exit", [this](const Words&) { TellAnswer(ConfirmExit()); }},
       {"run", [](const Words& w) { RunCommand(kCommands.at(w[0])); }},
       {"stock", [](const Words&) { RunStockLevelLoad(); }},
