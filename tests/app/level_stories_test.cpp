@@ -157,7 +157,11 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
       if (withText) {
         TellMember(level, member);
       } else {
-        Tell("       " + member + ' ' + std::to_string(MemberOnDisk(level, member).size()));
+        std::string text = TextOnDisk(level, member);
+        for (std::size_t at = 0; (at = text.find(GameFolder())) != text.npos;) {
+          text.erase(at, GameFolder().size());  // wherever the sandbox is
+        }
+        Tell("       " + member + ' ' + std::to_string(text.size()));
       }
     }
   }
@@ -341,6 +345,10 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
          scripted::script.answers.clear();
          TakePrompts();
          TellAnswer(NewLevel([&] { return Choices({name, "small", "SP", "CQ", "TDM", "CTF"}); }));
+         // It is as long as the sandbox's path allows.
+         CloseLevelArchive();
+         fs::remove(levels / (name + ".vra"));
+         scripted::script.status[1].clear();
        }},
       {"welcome", [this](const Words& w) { Welcome(w); }},
       {"road", [](const Words&) { BuildRoad(); }},

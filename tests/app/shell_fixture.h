@@ -9,6 +9,7 @@
 #include "app/shell.h"
 #include "app/story.h"
 #include "core/editor_state.h"
+#include "core/game_random.h"
 #include "core/hooks.h"
 #include "data/mod_config.h"
 #include "objects/entities.h"
@@ -22,6 +23,7 @@ class ShellTest : public StoryTest {
  protected:
   ShellTest() {
     ResetProgramState();
+    SeedGameRandom(1);
     modConfig.MaterialSize = 256;
     modConfig.WorldSize = 1024;
     modConfig.HeightScale = 0.5f;
