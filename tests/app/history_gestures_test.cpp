@@ -65,6 +65,9 @@ class HistoryGesturesTest : public LevelTest, public testing::WithParamInterface
   }
 
   int Roll(int sides) { return static_cast<int>(dice_() % static_cast<unsigned>(sides)); }
+  auto OneOf(const auto& some) {
+    return some[static_cast<std::size_t>(Roll(static_cast<int>(some.size())))];
+  }
   float Somewhere() { return static_cast<float>(200 + Roll(600)) + 0.37f; }
 
   bool FillIn(PropertySheet& sheet) {
@@ -83,8 +86,8 @@ class HistoryGesturesTest : public LevelTest, public testing::WithParamInterface
   void PickAt(float x, float z) { terrain.pick = {x, 60, z, false}; }
 
   void Stroke() {
-    SelectTool(std::array{TerrainTool::Carving, TerrainTool::Raising, TerrainTool::Smoothing,
-                          TerrainTool::Flatten}[static_cast<std::size_t>(Roll(4))]);
+    SelectTool(OneOf(std::array{TerrainTool::Carving, TerrainTool::Raising, TerrainTool::Smoothing,
+                                TerrainTool::Flatten}));
     SetBrushSize(1 + Roll(9));
     terrain.flattenSampled = 1;
     terrain.flattenHeight = static_cast<float>(Roll(200));
@@ -151,7 +154,7 @@ class HistoryGesturesTest : public LevelTest, public testing::WithParamInterface
     for (const CachedMesh& mesh : objectStore.meshes) items.insert(items.end(), 3, mesh.treeItem);
     for (const auto& one : entities.Of(EntityKind::ObjectSpawn).templates)
       items.push_back(one->treeItem);
-    DropLevelTreeItem(items[static_cast<std::size_t>(Roll(static_cast<int>(items.size())))], 5, 5);
+    DropLevelTreeItem(OneOf(items), 5, 5);
   }
 
   void SelectSome() {
@@ -182,8 +185,7 @@ class HistoryGesturesTest : public LevelTest, public testing::WithParamInterface
   }
   TreeItem AnyItem() {
     const auto items = Items();
-    return items.empty() ? 0
-                         : items[static_cast<std::size_t>(Roll(static_cast<int>(items.size())))];
+    return items.empty() ? 0 : OneOf(items);
   }
 
   void ChangeObjects() {
@@ -253,7 +255,8 @@ class HistoryGesturesTest : public LevelTest, public testing::WithParamInterface
     }
     state.miniMap = terrain.miniMap.grey;
     for (const TreeItem parent : {levelTree.fixed.standardMeshes, levelTree.fixed.treeMeshes}) {
-      for (const TreeItem item : ChildrenOf(parent)) state.rows.push_back(ItemText(item));
+      for (const TreeItem item : ChildrenOf(parent))
+        state.rows.push_back(levelTree.items.at(item).text);
     }
     return state;
   }
@@ -263,7 +266,7 @@ class HistoryGesturesTest : public LevelTest, public testing::WithParamInterface
     SetModeFilter(kAllModes);
     std::size_t shown = 0;
     for (const StaticObject& object : objectStore.objects) {
-      EXPECT_EQ(ItemText(object.treeItem), object.name.View());
+      EXPECT_EQ(levelTree.items.at(object.treeItem).text, object.name.View());
       ++shown;
     }
     EXPECT_EQ(ChildrenOf(levelTree.fixed.standardMeshes).size() +

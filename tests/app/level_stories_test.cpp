@@ -402,10 +402,10 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
       {"look", [this](const Words&) { Look(); }},
       {"recent",
        [this](const Words&) {
-         const std::vector<RecentLevel> levels = RecentLevels();
-         for (std::size_t i = 0; i < levels.size(); ++i) {
-           Tell("       " + levels[i].archive + " of " + levels[i].mod + ": " +
-                RecentLevelCaptions(levels)[i]);
+         const std::vector<RecentLevel> recent = RecentLevels();
+         for (std::size_t i = 0; i < recent.size(); ++i) {
+           Tell("       " + recent[i].archive + " of " + recent[i].mod + ": " +
+                RecentLevelCaptions(recent)[i]);
          }
        }},
       {"names",

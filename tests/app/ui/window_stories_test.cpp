@@ -84,6 +84,7 @@ class WindowStory : public WindowTest, public testing::WithParamInterface<std::s
       if (dialog && dialog->isVisible()) static_cast<QDialog*>(dialog.data())->done(0);
     });
     dialogs.at(w[0])(w);
+    Tell("       closed");
   }
   void TellNewLevel() {
     const auto choices = RunNewLevelDialog(&window);
