@@ -279,7 +279,10 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
       {"open-file", [this](const Words& w) { TellOpened(OpenLevelFile(Path(w[0]).string())); }},
       {"open-from-here", [this](const Words& w) { TellOpened(OpenLevelFile(w[0])); }},
       {"open-recent",
-       [this](const Words& w) { TellOpened(OpenRecentLevel(RecentLevels().at(std::stoul(w[0])).archive)); }},
+       [this](const Words& w) {
+         const std::string archive = RecentLevels().at(std::stoul(w[0])).archive;
+         TellOpened(OpenRecentLevel(archive));
+       }},
       {"drop",
        [this](const Words& w) {
          std::vector<std::string> files;
@@ -312,7 +315,8 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
       {"save-while-a-change-fails",
        [](const Words& w) { HitWhile(FaultKind::Fail, std::stoul(w[0]), [] { SaveLevel(); }); }},
       {"fill-with-material", [](const Words&) { FillWithMaterial(); }},
-      {"steps", [this](const Words&) { Tell("       undo " + NextUndo() + ", redo " + NextRedo()); }},
+      {"steps",
+       [this](const Words&) { Tell("       undo " + NextUndo() + ", redo " + NextRedo()); }},
       {"exit", [this](const Words&) { TellAnswer(ConfirmExit()); }},
       {"run", [](const Words& w) { RunCommand(kCommands.at(w[0])); }},
       {"stock", [](const Words&) { RunStockLevelLoad(); }},
@@ -410,7 +414,9 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
        }},
       {"names",
        [this](const Words&) {
-         for (const auto& [name, entry] : LevelArchive()->Entries()) Tell("       " + std::string(name));
+         for (const auto& [name, entry] : LevelArchive()->Entries()) {
+           Tell("       " + std::string(name));
+         }
        }},
       {"road-on-disk",
        [this](const Words&) {
