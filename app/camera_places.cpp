@@ -23,6 +23,8 @@ namespace {
 
 using Position = std::array<float, 3>;
 
+constexpr float kFarthest = 100'000;  // world units; what is beyond is damage in the settings
+
 // The names are those of files, whose case does not count; only slashes mean something in settings.
 std::string SettingPart(std::string name) {
   std::replace_if(
@@ -43,7 +45,7 @@ std::optional<Position> RememberedPosition() {
     const auto word = words.Next(" ");
     if (!word) return std::nullopt;
     coordinate = ParseFloat(word);
-    if (!std::isfinite(coordinate)) return std::nullopt;
+    if (std::abs(coordinate) > kFarthest) return std::nullopt;
   }
   return position;
 }

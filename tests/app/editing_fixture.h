@@ -59,7 +59,6 @@ class EditingTest : public ShellTest {
     terrain.tool = tool;
   }
   static void Press(int x, int y) { RouteMouse(MouseButton::Left, MouseEvent::Press, x, y); }
-  static void Drag(int x, int y) { RouteMouse(MouseButton::Left, MouseEvent::Move, x, y); }
   static void Release(int x, int y) { RouteMouse(MouseButton::Left, MouseEvent::Release, x, y); }
   static void Hover(int x, int y) { RouteMouse(MouseButton::None, MouseEvent::Move, x, y); }
   static void Click(int x, int y) { Press(x, y), Release(x, y); }
@@ -90,12 +89,6 @@ class EditingTest : public ShellTest {
         InsertItem(entry == 1 ? levelTree.fixed.treeMeshes : levelTree.fixed.standardMeshes, name);
     objectStore.objects.push_back(object);
     return object.treeItem;
-  }
-  using Flags = std::vector<bool>;
-  static Flags Selected() {
-    Flags selected;
-    for (const StaticObject& object : objectStore.objects) selected.push_back(object.selected);
-    return selected;
   }
 
   static constexpr int kSide = 101;  // of the view, pixels

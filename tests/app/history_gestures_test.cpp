@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 #include <random>
 
-#include "app/command_ids.h"
-#include "app/commands.h"
 #include "app/input.h"
 #include "app/keys.h"
 #include "app/level.h"
@@ -41,7 +39,7 @@
 namespace mw {
 namespace {
 
-class HistoryGesturesTest : public LevelTest {
+class HistoryGesturesTest : public LevelTest, public testing::WithParamInterface<unsigned> {
  protected:
   HistoryGesturesTest() {
     hooks.loadObjectCatalogue = [] {};
@@ -67,6 +65,9 @@ class HistoryGesturesTest : public LevelTest {
   }
 
   int Roll(int sides) { return static_cast<int>(dice_() % static_cast<unsigned>(sides)); }
+  auto OneOf(const auto& some) {
+    return some[static_cast<std::size_t>(Roll(static_cast<int>(some.size())))];
+  }
   float Somewhere() { return static_cast<float>(200 + Roll(600)) + 0.37f; }
 
   bool FillIn(PropertySheet& sheet) {
@@ -85,8 +86,8 @@ class HistoryGesturesTest : public LevelTest {
   void PickAt(float x, float z) { terrain.pick = {x, 60, z, false}; }
 
   void Stroke() {
-    SelectTool(std::array{TerrainTool::Carving, TerrainTool::Raising, TerrainTool::Smoothing,
-                          TerrainTool::Flatten}[static_cast<std::size_t>(Roll(4))]);
+    SelectTool(OneOf(std::array{TerrainTool::Carving, TerrainTool::Raising, TerrainTool::Smoothing,
+                                TerrainTool::Flatten}));
     SetBrushSize(1 + Roll(9));
     terrain.flattenSampled = 1;
     terrain.flattenHeight = static_cast<float>(Roll(200));
@@ -153,7 +154,7 @@ class HistoryGesturesTest : public LevelTest {
     for (const CachedMesh& mesh : objectStore.meshes) items.insert(items.end(), 3, mesh.treeItem);
     for (const auto& one : entities.Of(EntityKind::ObjectSpawn).templates)
       items.push_back(one->treeItem);
-    DropLevelTreeItem(items[static_cast<std::size_t>(Roll(static_cast<int>(items.size())))], 5, 5);
+    DropLevelTreeItem(OneOf(items), 5, 5);
   }
 
   void SelectSome() {
@@ -184,8 +185,7 @@ class HistoryGesturesTest : public LevelTest {
   }
   TreeItem AnyItem() {
     const auto items = Items();
-    return items.empty() ? 0
-                         : items[static_cast<std::size_t>(Roll(static_cast<int>(items.size())))];
+    return items.empty() ? 0 : OneOf(items);
   }
 
   void ChangeObjects() {
@@ -226,30 +226,15 @@ class HistoryGesturesTest : public LevelTest {
     editor.levelModified = true;
   }
 
+  void GroundAnew() { Roll(3) == 0 ? ReplaceGround() : Stroke(); }
+  void Filter() { SetModeFilter(Roll(2) == 0 ? kAllModes : kModeConquest); }
   void Gesture() {
-    switch (Roll(12)) {
-      case 0:
-      case 1:
-        return Stroke();
-      case 2:
-        return Paint();
-      case 3:
-        return MovePoints();
-      case 4:
-        return BuildRoad();
-      case 5:
-        return Roll(3) == 0 ? ReplaceGround() : Stroke();
-      case 6:
-        return ChangeSettings();
-      case 7:
-      case 8:
-        return Drop();
-      case 9:
-        SetModeFilter(Roll(2) == 0 ? kAllModes : kModeConquest);
-        return;
-      default:
-        return ChangeObjects();
-    }
+    using Self = HistoryGesturesTest;
+    static constexpr void (Self::*kGestures[])() = {
+        &Self::Stroke,    &Self::Stroke,     &Self::Paint,          &Self::MovePoints,
+        &Self::BuildRoad, &Self::GroundAnew, &Self::ChangeSettings, &Self::Drop,
+        &Self::Drop,      &Self::Filter,     &Self::ChangeObjects,  &Self::ChangeObjects};
+    (this->*kGestures[Roll(static_cast<int>(std::size(kGestures)))])();
   }
 
   // What a save would write, the Mini-Map, and the rows of the tree.
@@ -270,7 +255,8 @@ class HistoryGesturesTest : public LevelTest {
     }
     state.miniMap = terrain.miniMap.grey;
     for (const TreeItem parent : {levelTree.fixed.standardMeshes, levelTree.fixed.treeMeshes}) {
-      for (const TreeItem item : ChildrenOf(parent)) state.rows.push_back(ItemText(item));
+      for (const TreeItem item : ChildrenOf(parent))
+        state.rows.push_back(levelTree.items.at(item).text);
     }
     return state;
   }
@@ -280,7 +266,7 @@ class HistoryGesturesTest : public LevelTest {
     SetModeFilter(kAllModes);
     std::size_t shown = 0;
     for (const StaticObject& object : objectStore.objects) {
-      EXPECT_EQ(ItemText(object.treeItem), object.name.View());
+      EXPECT_EQ(levelTree.items.at(object.treeItem).text, object.name.View());
       ++shown;
     }
     EXPECT_EQ(ChildrenOf(levelTree.fixed.standardMeshes).size() +
@@ -291,20 +277,15 @@ class HistoryGesturesTest : public LevelTest {
     }
   }
 
-  void SetSeed(unsigned seed) { dice_.seed(seed); }
-
  private:
-  std::mt19937 dice_;
+  std::mt19937 dice_{GetParam()};
   std::uint32_t now_ = 1000;
 };
 
-// Together the seeds make every kind of gesture.
-class SeededGesturesTest : public HistoryGesturesTest,
-                           public ::testing::WithParamInterface<unsigned> {};
-INSTANTIATE_TEST_SUITE_P(Seeds, SeededGesturesTest, ::testing::Values(20u, 22u));
+// Together they make every kind of gesture.
+INSTANTIATE_TEST_SUITE_P(Seeds, HistoryGesturesTest, testing::Values(20u, 22u));
 
-TEST_P(SeededGesturesTest, EveryStateComesBackExactly) {
-  SetSeed(GetParam());
+TEST_P(HistoryGesturesTest, EveryStateComesBackExactly) {
   std::vector<State> states{Now()};
   std::vector<std::string> names;
   while (editor.history.past.size() < 90) {
@@ -336,55 +317,6 @@ TEST_P(SeededGesturesTest, EveryStateComesBackExactly) {
   expectState();
   while (!NextRedo().empty() && expectState()) RedoStep();
   EXPECT_TRUE(Now() == states.back());
-}
-
-TEST_F(HistoryGesturesTest, SavingKeepsTheStepsAndOpeningForgetsThem) {
-  Stroke();
-  ASSERT_NE(NextUndo(), "");
-  ASSERT_TRUE(SaveLevel());
-  EXPECT_FALSE(editor.levelModified);
-  RunCommand(kCommandUndo);
-  EXPECT_TRUE(editor.levelModified);
-  RunCommand(kCommandRedo);
-  EXPECT_FALSE(editor.levelModified);
-  AnswerDialogs("Valley");
-  ASSERT_TRUE(OpenLevel());
-  EXPECT_EQ(NextUndo() + NextRedo(), "");
-}
-
-TEST_F(HistoryGesturesTest, MenuAndStatusNameTheStepAndAHeldButtonOrAGameHoldsBoth) {
-  std::vector<std::string> shown;
-  shell.showUndoSteps = [&shown](const std::string& undo, const std::string& redo, bool usable) {
-    shown = {undo, redo, usable ? "usable" : ""};
-  };
-  ConnectUndo();
-  RouteKey(kKeyPageUp, false);
-  EXPECT_EQ(shown, (std::vector<std::string>{"Water Level", "", "usable"}));
-  editor.rightHeld = true;
-  ShowUndoSteps();
-  EXPECT_EQ(shown[2], "");
-  RunCommand(kCommandUndo);
-  EXPECT_EQ(NextUndo(), "Water Level");
-  editor.rightHeld = false;
-  {
-    const UndoPause pause;
-    EXPECT_EQ(shown[2], "");
-    RunCommand(kCommandUndo);
-    EXPECT_EQ(NextUndo(), "Water Level");
-  }
-  RunCommand(kCommandUndo);
-  EXPECT_EQ(status().back(), "Undone: Water Level");
-  EXPECT_EQ(shown, (std::vector<std::string>{"", "Water Level", "usable"}));
-}
-
-TEST_F(HistoryGesturesTest, AReplacementThatCannotBeKeptIsAskedFor) {
-  editor.history.limit = 1000;
-  scripted::script.answers = {PromptAnswer::Ok, PromptAnswer::No};
-  const State before = Now();
-  SetCurrentMaterial(3);
-  FillWithMaterial();
-  EXPECT_TRUE(Now() == before);
-  EXPECT_EQ(scripted::script.prompts.back().text, "This cannot be undone. Continue?");
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "app/session.h"
 #include "app/start_up.h"
 #include "data/mods.h"
+#include "objects/object_store.h"
 #include "support/archive_bytes.h"
 #include "support/dds_file.h"
 #include "terrain/material_map.h"
@@ -123,6 +124,44 @@ void LevelTest::PutMember(const std::string& member, const Bytes& bytes) {
   ASSERT_TRUE(archive.Close());
 }
 
+void LevelTest::AddMembers() {
+  std::ofstream("huts.lst") << "[X]\nhut=StandardMesh(hut_m1)\n";
+  modConfig.ObjectsList = "huts.lst";
+  LoadObjectCatalogue();
+  std::string objects;
+  for (int i = 0; i < 1500; ++i) {
+    objects += "Object.create hut\r\nObject.absolutePosition " + std::to_string(i) + "/0/0\r\n";
+  }
+  PutMember("StaticObjects.con", TextBytes(objects));
+  for (const std::string mode : {"conquest", "tdm"}) {
+    PutMember(mode + "/SoldierSpawnTemplates.con",
+              TextBytes("ObjectTemplate.create SpawnPoint s1\r\nObjectTemplate.setGroup 3\r\n"));
+    PutMember(mode + "/SoldierSpawns.con", TextBytes("Object.create s1\r\n"));
+    PutMember(mode + "/spawnPointManagerSettings.con", TextBytes("spawnPointManager.group 3\r\n"));
+  }
+  PutMember("Textures/Tx01x01.dds",
+            DdsFile{256, 256, 32768, 1, "DXT1", UniformBlocks(4096, 7)}.Bytes());
+  PutMember("Menu/thumbnail.dds", NoiseBytes(70'000, 3));
+}
+
+void LevelTest::Patch(std::uint64_t at, const Bytes& bytes) const {
+  Bytes file = ReadBytes(island);
+  std::ranges::copy(bytes, file.begin() + static_cast<std::ptrdiff_t>(at));
+  WriteBytes(island, file);
+}
+
+void LevelTest::BreakSegment(const std::string& member, std::uint32_t segment) const {
+  const RawArchive raw = ReadRawArchive(island);
+  const RawEntry& entry = *raw.Find(std::string(kIsland) + member);
+  Patch(entry.offset + 4 + 12 * segment + 3, {0x80});  // the highest byte of its size
+}
+
+void LevelTest::Remove(const std::string& member) const {
+  Archive archive;
+  ASSERT_TRUE(archive.Open(ArchivePath("Island"), true) &&
+              archive.RemoveMember(std::string(kIsland) + member) && archive.Close());
+}
+
 void LevelTest::AnswerDialogs(const std::string& level) {
   shell.selectMod = [](bool) { return true; };
   shell.loadLevelDialog = [level] {
@@ -191,7 +230,7 @@ std::string LevelTest::FileState(const fs::path& file) const {
   return state;
 }
 
-std::string LevelTest::StateAfterStep() const {
+std::string LevelTest::StateAfterStep() {
   std::string state = editor.levelModified ? "unsaved edits\n" : "";
   std::set<fs::path> files;
   for (const fs::path& place : {levels, folder}) {
@@ -218,8 +257,9 @@ void LevelTest::TellMember(const std::string& level, const std::string& member) 
     constexpr std::size_t kDdsData = 128;
     const auto byte =
         static_cast<unsigned char>(content.size() > kDdsData ? content[kDdsData] : content[0]);
-    content =
-        std::to_string(content.size()) + " bytes, of the data the first " + std::to_string(byte);
+    const auto same = std::ranges::count(content, static_cast<char>(byte));
+    content = std::to_string(content.size()) + " bytes, of the data the first " +
+              std::to_string(byte) + ", like " + std::to_string(same);
   }
   Tell("member " + member + ": " + content);
 }

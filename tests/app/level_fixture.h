@@ -14,6 +14,8 @@
 
 namespace mw {
 
+inline constexpr std::string_view kIsland = "varnhold/levels/Island/";
+
 class LevelTest : public ShellTest {
  protected:
   LevelTest();
@@ -33,6 +35,14 @@ class LevelTest : public ShellTest {
   // Puts bytes into Island, which no editor has open.
   void PutMember(const std::string& member, const Bytes& bytes);
 
+  // Gives Island what a level has besides its ground and its settings.
+  void AddMembers();
+  // Bytes of Island's file that a damage changes.
+  void Patch(std::uint64_t at, const Bytes& bytes) const;
+  // Of a segment of the member nothing can be read any more.
+  void BreakSegment(const std::string& member, std::uint32_t segment) const;
+  void Remove(const std::string& member) const;
+
   // Answers the dialogs: the only mod, then this level (empty: cancelled).
   void AnswerDialogs(const std::string& level);
   void Open(const std::string& level);
@@ -51,7 +61,7 @@ class LevelTest : public ShellTest {
   // The story goes on with a member of a level's archive: its text, or how many bytes it has.
   void TellMember(const std::string& level, const std::string& member);
   // The edits that are not saved, and the files beside the levels' archives and those for recovery.
-  std::string StateAfterStep() const override;
+  std::string StateAfterStep() override;
 
   std::vector<std::string> status() const { return scripted::script.status[1]; }
 

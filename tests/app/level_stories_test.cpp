@@ -1,18 +1,24 @@
-// What happens to levels while they are made, opened, edited, saved and recovered, with other
-// programs about: the stories in tests/golden/app/levels.
+// What happens to levels while they are made, found, opened, edited, saved and recovered, with
+// other programs about: the stories in tests/golden/app/levels.
 #include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
 
 #include "app/commands.h"
+#include "app/input.h"
 #include "app/level.h"
+#include "app/level_file.h"
 #include "app/level_fixture.h"
 #include "app/light_map_commands.h"
 #include "app/modes.h"
 #include "app/new_level.h"
+#include "app/recent_levels.h"
 #include "app/recovery_offer.h"
+#include "app/start_up.h"
 #include "app/test_level.h"
+#include "core/history.h"
 #include "data/image.h"
+#include "data/mods.h"
 #include "data/open_level.h"
 #include "data/textures.h"
 #include "objects/entities.h"
@@ -21,7 +27,9 @@
 #include "support/each_change.h"
 #include "terrain/level_textures.h"
 #include "terrain/material_map.h"
+#include "terrain/material_mapper.h"
 #include "terrain/mini_map_picture.h"
+#include "terrain/roads.h"
 #include "terrain/shadow_work.h"
 #include "terrain/terrain.h"
 
@@ -30,15 +38,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::map<std::string, CommandId> kCommands = {{"new", kCommandNewLevel},
-                                                    {"open", kCommandOpenLevel},
-                                                    {"exit", kCommandExit},
-                                                    {"in-game-map", kCommandGenerateInGameMap}};
+const std::map<std::string, CommandId> kCommands = {
+    {"new", kCommandNewLevel}, {"open", kCommandOpenLevel},
+    {"exit", kCommandExit},    {"undo", kCommandUndo},
+    {"redo", kCommandRedo},    {"in-game-map", kCommandGenerateInGameMap}};
 
 class LevelStory : public LevelTest, public testing::WithParamInterface<std::string> {
  protected:
   LevelStory() {
     shell.setLevelOpen = [this](bool open) { isOpen = open; };
+    shell.selectMod = [](bool) { return true; };
     shell.closeMainWindow = [this] { Tell("the window closes"); };
     shell.randomTerrainDialog = [] { return RandomTerrainParameters{}; };
   }
@@ -70,8 +79,9 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
         << camera.pitch << ", yaw " << camera.yaw << (editor.ShowGrid ? ", grid" : "")
         << (editor.ShowTextures ? ", textures" : "")
         << (IsEditMode(EditMode::ObjectMapper) ? ", Object Mapper" : "") << "\n       heights "
-        << terrain.grid[20][20].h << ' ' << terrain.grid[20][200].h << ", material "
-        << materialMapper->grid[10][10] << ", mark " << Shown() << ", Mini-Map "
+        << terrain.grid[20][20].h << ' ' << terrain.grid[20][100].h << ' '
+        << terrain.grid[20][200].h << ", material " << materialMapper->grid[10][10] << ", mark "
+        << Shown() << ", Mini-Map "
         << (terrain.miniMap.grey == MiniMapPicture{}.grey ? "flat" : "with hills") << ", tiles";
     for (std::size_t row = 0; row < kMaxTiles; ++row) {
       for (std::size_t column = 0; column < kMaxTiles; ++column) {
@@ -103,6 +113,42 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
     choices.randomTerrain = has("random");
     return choices;
   }
+  // Tab and line break as two signs each.
+  static std::string WithBreaks(const std::string& word) {
+    return std::regex_replace(std::regex_replace(word, std::regex("/t"), "\t"), std::regex("/n"),
+                              "\n");
+  }
+  // The welcome dialog is answered with these words, and the one for a new level that it opens.
+  void Welcome(const Words& w) {
+    auto next = w.begin();
+    shell.welcomeDialog = [&](const auto&) {
+      const std::string& word = *next++;
+      return word == "open"    ? WelcomeChoice::OpenLevel
+             : word == "close" ? WelcomeChoice::Close
+                               : WelcomeChoice::NewLevel;
+    };
+    shell.newLevelDialog = [&] {
+      return next[-1] == "new" ? std::optional(Choices({"Atoll", "small", "CQ"})) : std::nullopt;
+    };
+    AnswerDialogs("");
+    TellAnswer(RunWelcomeLoop());
+    EXPECT_TRUE(next == w.end());
+  }
+  static void BuildRoad() {
+    SetEditMode(EditMode::TerrainMapper);
+    terrain.tool = TerrainTool::Road;
+    SetHeight(10, 20, 90);
+    SetHeight(12, 20, 90);
+    AddRoadPointAt(40, 80);
+    AddRoadPointAt(48, 80);
+    shell.createRoadDialog = [] {
+      terrain.roadAutoMaterial = 1;
+      terrain.roadMaterial = 14;
+      return true;
+    };
+    RouteKey(kKeyCtrl, true);
+    RouteKey(kKeyCtrl, false);
+  }
   void TellName(const std::string& typed) {
     Tell("       name " + AcceptLevelName(typed).value_or("refused"));
   }
@@ -111,9 +157,23 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
       if (withText) {
         TellMember(level, member);
       } else {
-        Tell("       " + member + ' ' + std::to_string(MemberOnDisk(level, member).size()));
+        std::string text = TextOnDisk(level, member);
+        for (std::size_t at = 0; (at = text.find(GameFolder())) != text.npos;) {
+          text.erase(at, GameFolder().size());  // wherever the sandbox is
+        }
+        Tell("       " + member + ' ' + std::to_string(text.size()));
       }
     }
+  }
+  std::map<std::string, Bytes> Members(const std::string& level) const {
+    std::map<std::string, Bytes> members;
+    for (const std::string& name : MembersOnDisk(level)) members[name] = MemberOnDisk(level, name);
+    return members;
+  }
+  void TellOpened(bool opened) {
+    TellAnswer(opened);
+    Tell(std::string("       ") + (editor.levelLoaded ? "level " : "no level ") +
+         modConfig.LevelName.String() + " of " + CurrentModName());
   }
   void TellFolders() {
     std::vector<std::string> names;
@@ -173,7 +233,12 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
       // Others.
       {"make", [this](const Words& w) { MakeLevel(w[0], std::stoi(w[1]), std::stoi(w[2])); }},
       {"write", [this](const Words& w) { WriteBytes(Path(w[0]), TextBytes(w[1])); }},
-      {"folder", [this](const Words& w) { fs::create_directory(Path(w[0])); }},
+      {"folder", [this](const Words& w) { fs::create_directories(Path(w[0])); }},
+      {"link", [this](const Words& w) { fs::create_symlink(Path(w[0]), Path(w[1])); }},
+      {"template",
+       [](const Words&) {
+         WriteBytes("mpwr.cfg", TextBytes("GamePath=\nMaterialSize=512\nWorldSize=2048\n"));
+       }},
       {"copy",
        [this](const Words& w) {
          fs::copy(Path(w[0]), Path(w[1]),
@@ -181,6 +246,13 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
        }},
       {"rename", [this](const Words& w) { fs::rename(Path(w[0]), Path(w[1])); }},
       {"remove", [this](const Words& w) { fs::remove_all(Path(w[0])); }},
+      {"full", [this](const Words&) { AddMembers(); }},
+      {"break",
+       [this](const Words& w) {
+         BreakSegment(w[0], static_cast<std::uint32_t>(std::stoul(w[1])));
+         knownFiles["as damaged"] = ReadBytes(island);
+       }},
+      {"leave-out", [this](const Words& w) { Remove(w[0]); }},
       {"zeros", [this](const Words& w) { PutMember(w[0], Bytes(std::stoul(w[1]))); }},
       {"meddle", [this](const Words&) { Meddle(); }},
       {"lock", [this](const Words& w) { EXPECT_TRUE(other.Open(ArchivePath(w[0]), true)); }},
@@ -199,10 +271,38 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
          TellAnswer(opened);
          if (opened) knownFiles["as opened"] = ReadBytes(NativePath(LevelArchivePath()));
        }},
+      {"mod",
+       [](const Words& w) {
+         FindMods();
+         EXPECT_TRUE(SelectMod(std::stoi(w[0])));
+       }},
+      {"open-file", [this](const Words& w) { TellOpened(OpenLevelFile(Path(w[0]).string())); }},
+      {"open-from-here", [this](const Words& w) { TellOpened(OpenLevelFile(w[0])); }},
+      {"open-recent",
+       [this](const Words& w) {
+         const std::string archive = RecentLevels().at(std::stoul(w[0])).archive;
+         TellOpened(OpenRecentLevel(archive));
+       }},
+      {"drop",
+       [this](const Words& w) {
+         std::vector<std::string> files;
+         for (const std::string& file : w) files.push_back(Path(file).string());
+         OpenDroppedFiles(files);
+       }},
+      {"ignore-input", [](const Words&) { scripted::script.inputIgnored = true; }},
       {"edit", [](const Words&) { Edit(); }},
-      {"spoil-settings",
+      {"settings",
        [](const Words&) {
-         for (auto& [name, value] : scripted::script.editorSettings) value = "300 nan";
+         modConfig.fogEnd = 77;
+         modConfig.HeightScale = 9;
+       }},
+      {"base-mod", [](const Words&) { modConfig.modFolder = kBaseModFolder; }},
+      {"spoil-settings",
+       [](const Words& w) {
+         for (auto& [name, value] : scripted::script.editorSettings) {
+           value.clear();
+           for (const std::string& word : w) value += word + ' ';
+         }
        }},
       {"camera", [](const Words&) { camera.position.Set(300, 80.125f, 400); }},
       {"save", [this](const Words&) { TellAnswer(SaveLevel()); }},
@@ -212,6 +312,11 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
          LevelArchive()->RemoveMember("varnhold/levels/Island/Textures/detail.dds");
          HitWhile(FaultKind::Full, 0, CloseLevelArchive);
        }},
+      {"save-while-a-change-fails",
+       [](const Words& w) { HitWhile(FaultKind::Fail, std::stoul(w[0]), [] { SaveLevel(); }); }},
+      {"fill-with-material", [](const Words&) { FillWithMaterial(); }},
+      {"steps",
+       [this](const Words&) { Tell("       undo " + NextUndo() + ", redo " + NextRedo()); }},
       {"exit", [this](const Words&) { TellAnswer(ConfirmExit()); }},
       {"run", [](const Words& w) { RunCommand(kCommands.at(w[0])); }},
       {"stock", [](const Words&) { RunStockLevelLoad(); }},
@@ -220,7 +325,6 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
       {"wait", [](const Words& w) { NameNewBackup(static_cast<std::uint32_t>(std::stoi(w[0]))); }},
       {"new",
        [this](const Words& w) {
-         shell.selectMod = [](bool) { return true; };
          TellAnswer(NewLevel([&] { return Choices(w); }));
        }},
       {"new-but-cancel",
@@ -237,6 +341,31 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
          TellName(typed);
        }},
       {"long-name", [this](const Words&) { TellName(std::string(127, 'n')); }},
+      {"new-with-the-longest-name",
+       [this](const Words&) {
+         std::string name(127, 'n');
+         scripted::script.answers.assign(name.size(), PromptAnswer::Ok);
+         while (!AcceptLevelName(name)) name.pop_back();
+         scripted::script.answers.clear();
+         TakePrompts();
+         TellAnswer(NewLevel([&] { return Choices({name, "small", "SP", "CQ", "TDM", "CTF"}); }));
+         // It is as long as the sandbox's path allows.
+         CloseLevelArchive();
+         fs::remove(levels / (name + ".vra"));
+         scripted::script.status[1].clear();
+       }},
+      {"welcome", [this](const Words& w) { Welcome(w); }},
+      {"road", [](const Words&) { BuildRoad(); }},
+      {"textures", [](const Words&) { levelTextures.textureSetChosen = true; }},
+      {"remember-level",
+       [](const Words& w) {
+         openLevel.archivePath = WithBreaks(w[0]);
+         openLevel.mod = w[1];
+         RememberLevel();
+         openLevel.archivePath.clear();
+       }},
+      {"recent-are",
+       [](const Words& w) { scripted::script.editorSettings["RecentLevels"] = WithBreaks(w[0]); }},
       // Recovery.
       {"work", [this](const Words& w) { Work(std::stoi(w[0])); }},
       {"restart", [](const Words&) { Restart(); }},
@@ -275,6 +404,33 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
       {"traced", [this](const Words&) { TellTraced(); }},
       // What there is to see.
       {"look", [this](const Words&) { Look(); }},
+      {"recent",
+       [this](const Words&) {
+         const std::vector<RecentLevel> recent = RecentLevels();
+         for (std::size_t i = 0; i < recent.size(); ++i) {
+           Tell("       " + recent[i].archive + " of " + recent[i].mod + ": " +
+                RecentLevelCaptions(recent)[i]);
+         }
+       }},
+      {"names",
+       [this](const Words&) {
+         for (const auto& [name, entry] : LevelArchive()->Entries()) {
+           Tell("       " + std::string(name));
+         }
+       }},
+      {"road-on-disk",
+       [this](const Words&) {
+         const auto cell = std::size_t{20} * 256 + (256 - 11);
+         Tell("       height " + std::to_string(HeightOnDisk("Island", 11, 20)) + ", material " +
+              std::to_string(MemberOnDisk("Island", "materialmap.raw").at(cell)));
+       }},
+      {"remember", [this](const Words& w) { remembered = Members(w[0]); }},
+      {"compare",
+       [this](const Words& w) {
+         for (const auto& [name, bytes] : Members(w[0])) {
+           Tell("       " + name + (remembered[name] == bytes ? " as it was" : " is new"));
+         }
+       }},
       {"read", [this](const Words& w) { TellMember(w[0], w[1]); }},
       {"members", [this](const Words& w) { TellMembers(w[0], false); }},
       {"scripts", [this](const Words& w) { TellMembers(w[0], true); }},
@@ -290,6 +446,7 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
 
   Archive other;     // of another editor
   Recovery running;  // that editor's
+  std::map<std::string, Bytes> remembered;
   bool isOpen = false;
 };
 

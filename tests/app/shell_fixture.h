@@ -4,13 +4,12 @@
 #pragma once
 
 #include <map>
-#include <string>
-#include <vector>
 
 #include "app/session.h"
 #include "app/shell.h"
 #include "app/story.h"
 #include "core/editor_state.h"
+#include "core/game_random.h"
 #include "core/hooks.h"
 #include "data/mod_config.h"
 #include "objects/entities.h"
@@ -24,6 +23,7 @@ class ShellTest : public StoryTest {
  protected:
   ShellTest() {
     ResetProgramState();
+    SeedGameRandom(1);
     modConfig.MaterialSize = 256;
     modConfig.WorldSize = 1024;
     modConfig.HeightScale = 0.5f;
@@ -31,11 +31,11 @@ class ShellTest : public StoryTest {
     CreateMaterialMapper();
     InitGrid();
     editor.viewReady = editor.levelLoaded = true;
-    shell.setCommandChecked = [this](CommandId id, bool on) { checked[id] = on; };
+    shell.setCommandChecked = [](CommandId, bool) {};
     shell.setCommandEnabled = [this](CommandId id, bool on) { enabled[id] = on; };
     shell.setLevelOpen = [](bool) {};
     shell.showUndoSteps = [](const auto&, const auto&, bool) {};
-    shell.showModeToolbar = [this](EditMode mode) { shownToolbar = mode; };
+    shell.showModeToolbar = [](EditMode) {};
     shell.mainWindowActive = shell.viewHasFocus = [] { return true; };
     shell.focusView = [] {};
     shell.renderFrameNow = [this] { ++frames; };
@@ -46,10 +46,8 @@ class ShellTest : public StoryTest {
     ResetProgramState();
   }
 
-  std::map<CommandId, bool> checked, enabled;
-  EditMode shownToolbar{};
+  std::map<CommandId, bool> enabled;
   int frames = 0;
-  std::vector<std::string> calls;  // what the test's own functions recorded
 };
 
 }  // namespace mw

@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <regex>
+#include <set>
 #include <sstream>
 #include <string>
 #include <type_traits>
@@ -42,8 +43,14 @@ class StoryTest : public SandboxTest {
   using Verb = std::function<void(const Words&)>;
   void ActOut(const std::string& file, const std::map<std::string, Verb>& verbs) {
     golden_ = file;
-    std::istringstream script(GoldenText(file));
-    for (std::string line; std::getline(script, line);) {
+    verbs_ = &verbs;
+    script_.str(GoldenText(file));
+    Forget();
+    ActWhile([] { return true; });
+  }
+  // Goes on with the story within one of its verbs: while a dialog is open.
+  void ActWhile(const std::function<bool()>& goesOn) {
+    for (std::string line; goesOn() && std::getline(script_, line);) {
       const bool isStep = line.starts_with("> ");
       if (isStep || line.starts_with("#")) Tell(line);
       if (!isStep) continue;
@@ -53,18 +60,36 @@ class StoryTest : public SandboxTest {
       for (const std::string& word : Split(line.substr(std::min(stroke + 2, line.size())))) {
         scripted::script.answers.push_back(kAnswers.at(word));
       }
-      const auto verb = verbs.find(words.at(0));
-      ASSERT_TRUE(verb != verbs.end()) << file << " has no such verb: " << line;
+      const auto verb = verbs_->find(words.at(0));
+      ASSERT_TRUE(verb != verbs_->end()) << golden_ << " has no such verb: " << line;
       words.erase(words.begin());
-      Forget();
       verb->second(words);
       TellRest();
     }
   }
   void Tell(const std::string& line) { story_ += line + '\n'; }
+  // What the user was told and asked since the step before, and what else there is to see now.
+  void TellRest() {
+    EXPECT_TRUE(scripted::script.answers.empty()) << "less was asked than answered";
+    for (const std::string& prompt : TakePrompts()) Tell("box    " + prompt);
+    for (const std::string& text : scripted::script.status[1]) Tell("status " + text);
+    for (const std::string& command : scripted::script.startedProcesses) Tell("start  " + command);
+    for (const std::string& file : scripted::script.openedDocuments) Tell("show   " + file);
+    if (std::string state = StateAfterStep(); state != state_) story_ += state_ = std::move(state);
+    Forget();
+  }
   void TellAnswer(bool answer) { Tell(answer ? "       yes" : "       no"); }
   // What else there is to see after a step, in lines.
-  virtual std::string StateAfterStep() const { return {}; }
+  virtual std::string StateAfterStep() { return {}; }
+  // Those that were not there when this was last asked.
+  std::string News(const std::vector<std::string>& lines) {
+    std::string news;
+    for (const std::string& line : lines) {
+      if (!before_.contains(line)) news += line + '\n';
+    }
+    before_ = {lines.begin(), lines.end()};
+    return news;
+  }
 
   // What was told is what that file holds, or tests/golden/app/stories/<suite>.<test>.txt.
   void TearDown() override {
@@ -93,21 +118,15 @@ class StoryTest : public SandboxTest {
     scripted::script.startedProcesses.clear();
     scripted::script.openedDocuments.clear();
   }
-  void TellRest() {
-    EXPECT_TRUE(scripted::script.answers.empty()) << "less was asked than answered";
-    for (const std::string& prompt : TakePrompts()) Tell("box    " + prompt);
-    for (const std::string& text : scripted::script.status[1]) Tell("status " + text);
-    for (const std::string& command : scripted::script.startedProcesses) Tell("start  " + command);
-    for (const std::string& file : scripted::script.openedDocuments) Tell("show   " + file);
-    if (std::string state = StateAfterStep(); state != state_) story_ += state_ = std::move(state);
-  }
-
   inline static const std::map<std::string, PromptAnswer> kAnswers = {
       {"Yes", PromptAnswer::Yes},
       {"No", PromptAnswer::No},
       {"Ok", PromptAnswer::Ok},
       {"Cancel", PromptAnswer::Cancel}};
   std::string story_, state_, golden_;
+  std::set<std::string> before_;
+  std::istringstream script_;
+  const std::map<std::string, Verb>* verbs_ = nullptr;
 };
 
 }  // namespace mw
