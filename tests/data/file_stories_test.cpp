@@ -36,7 +36,7 @@ class FileStory : public LevelArchive<StoryTest>, public testing::WithParamInter
     return name.starts_with("L/") ? LevelPath(name.substr(2)) : Unescaped(name);
   }
   // What became of the files and why something failed.
-  std::string StateAfterStep() const override {
+  std::string StateAfterStep() override {
     std::string text;
     for (std::size_t i = 0; i < archives.Count(); ++i) {
       text += i == 0 ? "level: " : "content:";

@@ -87,7 +87,7 @@ class ModSandboxTest : public StoryTest {
   std::string PathOf(const std::string& text) const {
     return text.starts_with("GAME") ? folder.string() + text.substr(4) : text;
   }
-  std::string StateAfterStep() const override {
+  std::string StateAfterStep() override {
     const bool isLong = modList.names.size() > 8;
     return FormatText("mods   %s, at %i: ", isLong ? "many" : Joined(modList.names).c_str(),
                       modList.current) +
