@@ -20,7 +20,7 @@ constexpr float kRestSpeed = 20, kTopSpeed = 100;  // world units per second
 constexpr float kAcceleration = 100;               // world units per second squared
 constexpr float kShiftFactor = 2.5f;
 constexpr float kMaxPitch = 80;  // degrees, but straight down from above
-constexpr float kTopDownHeight = 255, kTopDownMaxHeight = 512;
+constexpr float kTopDownHeight = 255;
 constexpr int kPixelsPerTurnUnit = 4;
 
 bool Held(int key) { return session.heldInput.keys[static_cast<std::size_t>(key)]; }

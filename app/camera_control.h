@@ -5,6 +5,8 @@
 
 namespace mw {
 
+inline constexpr float kTopDownMaxHeight = 512;  // world units that the mouse reaches
+
 void TurnCamera(float deltaYaw);    // degrees
 void TiltCamera(float deltaPitch);  // degrees
 void MoveCameraForward(float distance);

@@ -193,9 +193,15 @@ void DoubleClick(MouseButton button, int x, int y) {
 
 }  // namespace
 
-void RouteMouse(MouseButton button, MouseEvent event, int x, int y) {
-  if (!editor.viewReady || !editor.levelLoaded || !shell.mainWindowActive()) return;
+bool ViewTakesInput() { return editor.viewReady && editor.levelLoaded && shell.mainWindowActive(); }
+
+void ShowCurrentOutlook() {
   if (!(session.pictured == CurrentOutlook())) shell.renderFrameNow();
+}
+
+void RouteMouse(MouseButton button, MouseEvent event, int x, int y) {
+  if (!ViewTakesInput()) return;
+  ShowCurrentOutlook();
   switch (event) {
     case MouseEvent::Press:
       Press(button, x, y);

@@ -12,9 +12,15 @@ namespace mw {
 enum class MouseButton : int { None = 0, Left = 1, Middle = 2, Right = 3 };
 enum class MouseEvent : int { Press = 0, Release = 1, Move = 2, DoubleClick = 3 };
 
-// x, y: pixels of the picture from the view's top-left corner, y downwards. Nothing happens until
-// the view is ready, while no level is open and while the main window is not active.
+// x, y: pixels of the picture from the view's top-left corner, y downwards. Nothing happens while
+// the view takes no input.
 void RouteMouse(MouseButton button, MouseEvent event, int x, int y);
+
+// Whether the view is ready, a level is open and the main window is active.
+bool ViewTakesInput();
+// Draws a frame when the camera is not where the last one showed it from: what is under a pixel is
+// asked of what was drawn.
+void ShowCurrentOutlook();
 
 // Which of the two are held, as each mouse event tells: their own events may have gone elsewhere.
 void SetModifiers(bool ctrl, bool shift);

@@ -6,6 +6,7 @@
 #include "app/keys.h"
 #include "app/modes.h"
 #include "app/shell.h"
+#include "app/wheel.h"
 #include "core/history.h"
 #include "data/mod_config.h"
 #include "objects/object_mapper.h"
@@ -134,6 +135,8 @@ void KeyDown(int key) {
     RunShortcut(*shortcut);
   } else if (key >= '0' && key <= '9') {
     DigitKey(key);
+  } else if (key == kKeyBracketLeft || key == kKeyBracketRight) {
+    StepBrushSize(key == kKeyBracketLeft ? -1 : 1);
   }
   if (key == kKeyCtrl) editor.ctrlHeld = true;
   if (key == kKeyShift) editor.shiftHeld = true;

@@ -25,6 +25,8 @@ enum Key : int {
   // '0' ... '9' and 'A' ... 'Z' stand for themselves.
   kKeyNumpadPlus = 107,
   kKeyNumpadMinus = 109,
+  kKeyBracketLeft = 219,
+  kKeyBracketRight = 221,
 };
 
 inline constexpr std::size_t kKeyCount = 256;

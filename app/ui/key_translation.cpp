@@ -78,6 +78,10 @@ int TranslateNamedKey(int key) {
       return kKeyDown;
     case Qt::Key_Delete:
       return kKeyDelete;
+    case Qt::Key_BracketLeft:
+      return kKeyBracketLeft;
+    case Qt::Key_BracketRight:
+      return kKeyBracketRight;
     default:
       return kKeyNone;
   }

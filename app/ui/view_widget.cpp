@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
+#include <QWheelEvent>
 #include <cmath>
 
 #include "app/frame.h"
@@ -12,6 +13,7 @@
 #include "app/session.h"
 #include "app/ui/key_translation.h"
 #include "app/ui/level_tree_drag.h"
+#include "app/wheel.h"
 #include "core/editor_state.h"
 #include "platform/clock.h"
 #include "resources/pictures.h"
@@ -126,6 +128,17 @@ void ViewWidget::mouseMoveEvent(QMouseEvent* event) {
 
 void ViewWidget::mouseDoubleClickEvent(QMouseEvent* event) {
   SendMouse(PressedButton(*event), MouseEvent::DoubleClick, *event);
+}
+
+// What is less than a notch is kept for the next event.
+void ViewWidget::wheelEvent(QWheelEvent* event) {
+  wheelTurn_ += event->angleDelta().y();
+  const int notches = wheelTurn_ / QWheelEvent::DefaultDeltasPerStep;
+  wheelTurn_ %= QWheelEvent::DefaultDeltasPerStep;
+  const QPoint pixel = DevicePixel(event->position());
+  SetModifiers(event->modifiers() & Qt::ControlModifier, event->modifiers() & Qt::ShiftModifier);
+  if (notches != 0) RouteWheel(notches, pixel.x(), pixel.y());
+  event->accept();
 }
 
 bool ViewWidget::RouteKeyEvent(const QKeyEvent& event, bool down) {

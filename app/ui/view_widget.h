@@ -27,6 +27,7 @@ class ViewWidget : public QOpenGLWidget {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
@@ -46,6 +47,7 @@ class ViewWidget : public QOpenGLWidget {
   void SendMouse(MouseButton button, MouseEvent kind, const QMouseEvent& event);
 
   bool showsPasteCursor_ = false;
+  int wheelTurn_ = 0;    // in eighths of a degree, less than a notch
   QSize projectedSize_;  // device pixels that the projection is set for
 };
 

@@ -11,6 +11,7 @@
 #include "app/level_tree_actions.h"
 #include "app/start_up.h"
 #include "app/undo.h"
+#include "app/wheel.h"
 #include "core/history.h"
 #include "objects/entity_editing.h"
 #include "objects/object_mapper.h"
@@ -31,7 +32,8 @@ const std::map<std::string, int> kNamedKeys = {
     {"Escape", kKeyEscape}, {"Space", kKeySpace},       {"PageUp", kKeyPageUp},
     {"Delete", kKeyDelete}, {"PageDown", kKeyPageDown}, {"Plus", kKeyNumpadPlus},
     {"Left", kKeyLeft},     {"Right", kKeyRight},       {"Up", kKeyUp},
-    {"Down", kKeyDown},     {"Minus", kKeyNumpadMinus}, {"Home", kKeyHome}};
+    {"Down", kKeyDown},     {"Minus", kKeyNumpadMinus}, {"Home", kKeyHome},
+    {"[", kKeyBracketLeft}, {"]", kKeyBracketRight}};
 const std::map<std::string, MouseButton> kButtons = {{"left", MouseButton::Left},
                                                      {"middle", MouseButton::Middle},
                                                      {"right", MouseButton::Right},
@@ -319,6 +321,8 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
        }},
       // Mouse, keys and commands.
       {"mouse", [this](const Words& w) { Mouse(w); }},
+      {"wheel",
+       [](const Words& w) { RouteWheel(std::stoi(w[0]), std::stoi(w[1]), std::stoi(w[2])); }},
       {"click", [](const Words& w) { Click(std::stoi(w[0]), std::stoi(w[1])); }},
       {"keys",
        [](const Words& w) {
