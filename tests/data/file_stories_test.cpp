@@ -54,8 +54,8 @@ class FileStory : public LevelArchive<StoryTest>, public testing::WithParamInter
     const std::size_t read = GameFileRead(buffer.data(), size, count, *file);
     Tell("  " + std::to_string(read) + " of " + buffer);
   }
-  void TellSeek(int offset, int origin) {
-    const int result = GameFileSeek(*file, offset, origin);
+  template <typename Result>
+  void TellResult(Result result) {
     Tell("  " + std::to_string(result) + ", at " + std::to_string(GameFileTell(*file)));
   }
   void TellRewrite(const std::string& path) {
@@ -93,17 +93,14 @@ TEST_P(FileStory, GoesAsItIsTold) {
           {"write",
            [&](const Words& w) {
              const std::string text = Joined(w, 0);
-             Tell("  " + std::to_string(GameFileWrite(text.data(), 1, text.size(), *file)) +
-                  ", at " + std::to_string(GameFileTell(*file)));
+             TellResult(GameFileWrite(text.data(), 1, text.size(), *file));
            }},
           {"print",
-           [&](const Words& w) {
-             Tell("  " + std::to_string(GameFilePrintf(*file, "%s", Joined(w, 0).c_str())) +
-                  ", at " + std::to_string(GameFileTell(*file)));
-           }},
+           [&](const Words& w) { TellResult(GameFilePrintf(*file, "%s", Joined(w, 0).c_str())); }},
           {"gets", [&](const Words&) { TellText(GameFileGets(255, *file)); }},
           {"read", [&](const Words& w) { TellRead(std::stoul(w.at(0)), std::stoul(w.at(1))); }},
-          {"seek", [&](const Words& w) { TellSeek(number(w, 0), number(w, 1)); }},
+          {"seek",
+           [&](const Words& w) { TellResult(GameFileSeek(*file, number(w, 0), number(w, 1))); }},
           {"close", [&](const Words&) { TellAnswer(GameFileClose(std::move(file))); }},
           {"save",
            [&](const Words& w) {
