@@ -49,10 +49,11 @@ lines() {
 }
 
 print_share() {
-  local product tests
+  local product tests tenths
   product=$(lines core platform data terrain objects app plugins resources assets sample tools)
   tests=$(lines tests)
-  echo "Tests: $tests lines, $((100 * tests / product)) for 100 of the $product of the product."
+  tenths=$((1000 * tests / product))
+  echo "Tests: $tests lines, $((tenths / 10)).$((tenths % 10)) for 100 of the $product of the product."
 }
 
 if [ "${1:-}" = --fuzz ]; then
