@@ -223,11 +223,9 @@ const char* NameOf(ObjectTool tool) {
   return "Move";
 }
 
-HeldStep dragStep;
-
 // From the press to the release.
 void BeginDrag() {
-  dragStep.Begin(NameOf(objectStore.tool));
+  objectStore.dragStep.Begin(NameOf(objectStore.tool));
   KeepObjects();
 }
 
@@ -296,7 +294,7 @@ void PressTranslate(int x, int y) {
 }
 
 void ReleaseObjects() {
-  dragStep.End();
+  objectStore.dragStep.End();
   ForgetDragged();
   if (std::exchange(objectStore.pressChangedSelection, false)) UpdateToolButtons(AnySelected());
 }

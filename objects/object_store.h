@@ -9,6 +9,7 @@
 
 #include "core/camera.h"
 #include "core/fixed_string.h"
+#include "core/history.h"
 #include "core/vector3.h"
 #include "objects/copied_objects.h"
 #include "objects/mesh_cache.h"
@@ -58,6 +59,7 @@ struct ObjectStore {
   // What the status bar was last told to name; other texts may have come since.
   std::string named;
   bool namedIsHovered = false;
+  HeldStep dragStep;        // of the history: what the mouse drags
   std::string draggedText;  // what it says of what is being dragged
 
   ObjectTool tool = ObjectTool::Select;
