@@ -49,6 +49,8 @@ void StepBrushSize(int steps) {
     SetBrushSize(terrain.brushSize + steps);
   } else if (IsEditMode(EditMode::MaterialMapper) && materialMapper) {
     SetMaterialBrushSize(static_cast<int>(materialMapper->brushSize) + steps);
+  } else {
+    return;
   }
   shell.showModeToolbar(editor.editMode);
 }
