@@ -16,9 +16,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view kConfigExtension = ".cfg";
+constexpr std::string_view kModConfigExtension = ".cfg";
 
-std::string ConfigFile(const std::string& mod) { return mod + std::string(kConfigExtension); }
+std::string ModConfigFile(const std::string& mod) { return mod + std::string(kModConfigExtension); }
 
 // Whether `archive` is what the editor opens as the level of that name of the mod in this game.
 bool IsLevelOf(const fs::path& archive, const std::string& gameFolder, std::string_view mod) {
@@ -29,7 +29,7 @@ bool IsLevelOf(const fs::path& archive, const std::string& gameFolder, std::stri
 }
 
 bool IsLevelOfMod(const fs::path& archive, const std::string& mod) {
-  const auto bytes = ReadWholeFile(ConfigFile(mod));
+  const auto bytes = ReadWholeFile(ModConfigFile(mod));
   if (!bytes) return false;
   const std::string game =
       GamePathIn({reinterpret_cast<const char*>(bytes->data()), bytes->size()});
@@ -37,7 +37,7 @@ bool IsLevelOfMod(const fs::path& archive, const std::string& mod) {
 }
 
 bool IsFree(const std::string& mod) {
-  return ConfigFile(mod) != kModTemplateFile && !FileExists(ConfigFile(mod));
+  return ModConfigFile(mod) != kModTemplateFile && !FileExists(ModConfigFile(mod));
 }
 
 std::optional<int> Refuse(const std::string& text) {
@@ -88,7 +88,7 @@ std::string NewModName(const LevelPlace& place) {
 }
 
 std::optional<int> MakeModOfLevel(const LevelPlace& place, const fs::path& archive) {
-  const std::string name = NewModName(place), file = ConfigFile(name);
+  const std::string name = NewModName(place), file = ModConfigFile(name);
   const std::string where = " in the folder " + WorkingFolder() + ":\n\n";
   if (modList.names.size() >= kMaxMods) {
     return Refuse(FormatText("There is no room for more than %zu mods.", kMaxMods));

@@ -53,7 +53,7 @@ struct Buffers {
 
 // A cache of what is drawn: the buffers, what of them has to be written again, and how often they
 // were.
-ChangedVertices changed;
+ChangedVertices changedVertices;
 Buffers buffers;
 unsigned version = 0;
 
@@ -136,8 +136,9 @@ void RebuildBuffer() {
 }
 
 void UpdateChangedRows() {
-  for (int i = changed.firstRow; i <= std::min(changed.lastRow, buffers.shape.size); ++i) {
-    const auto [first, last] = changed.rows[i];
+  for (int i = changedVertices.firstRow; i <= std::min(changedVertices.lastRow, buffers.shape.size);
+       ++i) {
+    const auto [first, last] = changedVertices.rows[i];
     if (first <= last) WriteRow(i, first, std::min(last, buffers.shape.size));
   }
 }
@@ -147,19 +148,20 @@ void MarkVertices(int i0, int j0, int i1, int j1) {
   i0 = std::max(i0, 0), j0 = std::max(j0, 0);
   i1 = std::min(i1, modConfig.MaterialSize), j1 = std::min(j1, modConfig.MaterialSize);
   if (i1 < i0 || j1 < j0 || i1 > kMaxMaterialSize) return;
-  changed.firstRow = std::min(changed.firstRow, i0);
-  changed.lastRow = std::max(changed.lastRow, i1);
+  changedVertices.firstRow = std::min(changedVertices.firstRow, i0);
+  changedVertices.lastRow = std::max(changedVertices.lastRow, i1);
   for (int i = i0; i <= i1; ++i) {
-    changed.rows[i].first = std::min(changed.rows[i].first, j0);
-    changed.rows[i].last = std::max(changed.rows[i].last, j1);
+    changedVertices.rows[i].first = std::min(changedVertices.rows[i].first, j0);
+    changedVertices.rows[i].last = std::max(changedVertices.rows[i].last, j1);
   }
 }
 
 void ForgetChanges() {
-  for (int i = changed.firstRow; i <= changed.lastRow; ++i) changed.rows[i] = ChangedColumns{};
-  changed.firstRow = kGridCapacity;
-  changed.lastRow = -1;
-  changed.all = false;
+  for (int i = changedVertices.firstRow; i <= changedVertices.lastRow; ++i)
+    changedVertices.rows[i] = ChangedColumns{};
+  changedVertices.firstRow = kGridCapacity;
+  changedVertices.lastRow = -1;
+  changedVertices.all = false;
 }
 
 }  // namespace
@@ -176,7 +178,7 @@ void MarkTerrainChanged(int i0, int j0, int i1, int j1) {
   if (i1 >= size && j0 <= 0) MarkVertices(0, size - 1, 1, size);
 }
 
-void MarkAllTerrainChanged() { changed.all = true; }
+void MarkAllTerrainChanged() { changedVertices.all = true; }
 
 void ReleaseTerrainVertices() {
   if (buffers.name) glDeleteBuffers(1, &buffers.name);
@@ -186,8 +188,8 @@ void ReleaseTerrainVertices() {
 bool SyncTerrainBuffers(const CellColours& colours) {
   const Shape shape{modConfig.MaterialSize, terrain.cellSize, modConfig.HeightScale, colours};
   if (!terrain.grid || shape.size < 1 || shape.size > kMaxMaterialSize) return false;
-  const bool rebuild = changed.all || !buffers.name || shape != buffers.shape;
-  if (!rebuild && changed.lastRow < 0) return true;
+  const bool rebuild = changedVertices.all || !buffers.name || shape != buffers.shape;
+  if (!rebuild && changedVertices.lastRow < 0) return true;
   if (!buffers.name) glGenBuffers(1, &buffers.name);
   glBindBuffer(GL_ARRAY_BUFFER, buffers.name);
   buffers.shape = shape;

@@ -5,7 +5,7 @@
 namespace mw {
 namespace {
 
-void ShowSettings(const Ui::FogSettings& ui) {
+void ShowFog(const Ui::FogSettings& ui) {
   ui.enabledCheck->setChecked(modConfig.VertexFogEnable != 0);
   ShowColour(*ui.colourSwatch, modConfig.FogColor);
   ShowFloat(*ui.beginEdit, modConfig.fogStart);
@@ -16,7 +16,7 @@ void ShowSettings(const Ui::FogSettings& ui) {
                         {ui.endEdit, "renderer.fogend"}});
 }
 
-void StoreSettings(const Ui::FogSettings& ui) {
+void StoreFog(const Ui::FogSettings& ui) {
   // Any number but 0 is on, and stays as it is.
   if (ui.enabledCheck->isChecked() != (modConfig.VertexFogEnable != 0)) {
     ChangeSetting<std::uint8_t>(modConfig.VertexFogEnable, ui.enabledCheck->isChecked());
@@ -29,7 +29,7 @@ void StoreSettings(const Ui::FogSettings& ui) {
 }  // namespace
 
 bool FogSettingsDialog(QWidget* owner) {
-  return RunSettingsDialog<Ui::FogSettings>(owner, ShowSettings, StoreSettings);
+  return RunSettingsDialog<Ui::FogSettings>(owner, ShowFog, StoreFog);
 }
 
 }  // namespace mw

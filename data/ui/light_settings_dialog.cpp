@@ -28,7 +28,7 @@ void ShowSkies(QComboBox& list) {
   list.setCurrentIndex(current.value_or(AvailableSkies()));
 }
 
-void ShowSettings(Ui::LightSettings& ui) {
+void ShowLight(Ui::LightSettings& ui) {
   ShowColour(*ui.globalAmbientSwatch, modConfig.GlobalAmbientColor);
   ShowColour(*ui.ambientSwatch, modConfig.AmbientColor);
   ShowColour(*ui.diffuseSwatch, modConfig.DiffuseColor);
@@ -51,7 +51,7 @@ void ShowSettings(Ui::LightSettings& ui) {
   ui.globalAmbientSwatch->setFocus();  // a button, which would have to yield to the default one
 }
 
-void StoreSettings(const Ui::LightSettings& ui) {
+void StoreLight(const Ui::LightSettings& ui) {
   ChangeSetting(modConfig.GlobalAmbientColor, ColourIn(*ui.globalAmbientSwatch));
   ChangeSetting(modConfig.AmbientColor, ColourIn(*ui.ambientSwatch));
   ChangeSetting(modConfig.DiffuseColor, ColourIn(*ui.diffuseSwatch));
@@ -69,7 +69,7 @@ void StoreSettings(const Ui::LightSettings& ui) {
 }  // namespace
 
 bool LightSettingsDialog(QWidget* owner) {
-  return RunSettingsDialog<Ui::LightSettings>(owner, ShowSettings, StoreSettings);
+  return RunSettingsDialog<Ui::LightSettings>(owner, ShowLight, StoreLight);
 }
 
 }  // namespace mw

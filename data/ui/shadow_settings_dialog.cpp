@@ -5,7 +5,7 @@
 namespace mw {
 namespace {
 
-void ShowSettings(const Ui::ShadowSettings& ui) {
+void ShowShadow(const Ui::ShadowSettings& ui) {
   ui.ambientSwatch->SetColour(modConfig.terrainShadowAmbient);
   ShowInteger(*ui.cullEdit, modConfig.terrainShadowSamplingCull);
   ShowFloat(*ui.intensityEdit, modConfig.ShadowColor);
@@ -15,7 +15,7 @@ void ShowSettings(const Ui::ShadowSettings& ui) {
   ui.ambientSwatch->setFocus();  // a button, which would have to yield to the default one
 }
 
-void StoreSettings(const Ui::ShadowSettings& ui) {
+void StoreShadow(const Ui::ShadowSettings& ui) {
   ChangeSetting(modConfig.terrainShadowAmbient, ui.ambientSwatch->Colour());
   ChangeSetting(modConfig.terrainShadowSamplingCull, IntegerIn(*ui.cullEdit));
   ChangeSetting(modConfig.ShadowColor, FloatIn(*ui.intensityEdit));
@@ -24,7 +24,7 @@ void StoreSettings(const Ui::ShadowSettings& ui) {
 }  // namespace
 
 bool ShadowSettingsDialog(QWidget* owner) {
-  return RunSettingsDialog<Ui::ShadowSettings>(owner, ShowSettings, StoreSettings);
+  return RunSettingsDialog<Ui::ShadowSettings>(owner, ShowShadow, StoreShadow);
 }
 
 }  // namespace mw

@@ -19,14 +19,14 @@ void StoreTeam(const QComboBox& list, std::int32_t& chosen) {
   if (list.currentIndex() >= 0) ChangeSetting<std::int32_t>(chosen, list.currentIndex());
 }
 
-void ShowSettings(const Ui::TeamSelection& ui) {
+void ShowTeamSelection(const Ui::TeamSelection& ui) {
   ShowTeams(*ui.teamOneCombo, modConfig.chosenTeam[0]);
   ShowTeams(*ui.teamTwoCombo, modConfig.chosenTeam[1]);
   DisableWhatIsNotKept(
       {{ui.teamOneCombo, "game.setTeamSkin 1"}, {ui.teamTwoCombo, "game.setTeamSkin 2"}});
 }
 
-void StoreSettings(const Ui::TeamSelection& ui) {
+void StoreTeamSelection(const Ui::TeamSelection& ui) {
   StoreTeam(*ui.teamOneCombo, modConfig.chosenTeam[0]);
   StoreTeam(*ui.teamTwoCombo, modConfig.chosenTeam[1]);
 }
@@ -34,7 +34,7 @@ void StoreSettings(const Ui::TeamSelection& ui) {
 }  // namespace
 
 bool TeamSelectionDialog(QWidget* owner) {
-  return RunSettingsDialog<Ui::TeamSelection>(owner, ShowSettings, StoreSettings);
+  return RunSettingsDialog<Ui::TeamSelection>(owner, ShowTeamSelection, StoreTeamSelection);
 }
 
 }  // namespace mw

@@ -68,7 +68,7 @@ void ShowTileFactor(const TextureLayer& layer) {
   layer.tileCombo.setCurrentIndex(*entry);
 }
 
-void ShowSettings(const Ui::WaterSettings& ui) {
+void ShowWater(const Ui::WaterSettings& ui) {
   ui.specularCheck->setChecked(modConfig.WaterSpecularEnable);
   ShowColour(*ui.shallowSwatch, modConfig.WaterColor);
   ShowColour(*ui.deepSwatch, modConfig.WaterDeepColor);
@@ -108,7 +108,7 @@ void StoreTileFactor(const TextureLayer& layer) {
   if (isKnown) ChangeSetting(layer.tileFactor, TileFactorOf(entry));
 }
 
-void StoreSettings(const Ui::WaterSettings& ui) {
+void StoreWater(const Ui::WaterSettings& ui) {
   ChangeSetting(modConfig.WaterSpecularEnable, ui.specularCheck->isChecked());
   ChangeSetting(modConfig.WaterColor, ColourIn(*ui.shallowSwatch));
   ChangeSetting(modConfig.WaterDeepColor, ColourIn(*ui.deepSwatch));
@@ -126,7 +126,7 @@ void StoreSettings(const Ui::WaterSettings& ui) {
 }  // namespace
 
 bool WaterSettingsDialog(QWidget* owner) {
-  return RunSettingsDialog<Ui::WaterSettings>(owner, ShowSettings, StoreSettings);
+  return RunSettingsDialog<Ui::WaterSettings>(owner, ShowWater, StoreWater);
 }
 
 }  // namespace mw

@@ -11,7 +11,7 @@
 namespace mw {
 namespace {
 
-void ShowSettings(const Ui::CreateRoad& ui) {
+void ShowRoad(const Ui::CreateRoad& ui) {
   const std::string count = FormatText("%i of %i(Max)", terrain.roadPointCount, kMaxRoadPoints);
   ui.pointsText->setText(QString::fromStdString(count));
   for (const char* name : kRoadWidthNames) ui.widthCombo->addItem(name);
@@ -21,7 +21,7 @@ void ShowSettings(const Ui::CreateRoad& ui) {
   ui.autoMaterialCheck->setChecked(terrain.roadAutoMaterial != 0);
 }
 
-void StoreSettings(const Ui::CreateRoad& ui) {
+void StoreRoad(const Ui::CreateRoad& ui) {
   terrain.roadWidth = ui.widthCombo->currentIndex() + 1;
   terrain.roadMaterial = ui.materialCombo->currentIndex();
   terrain.roadAutoMaterial = ui.autoMaterialCheck->isChecked();
@@ -33,9 +33,9 @@ bool CreateRoadDialog(QWidget* owner) {
   QDialog dialog(owner);
   Ui::CreateRoad ui;
   ui.setupUi(&dialog);
-  ShowSettings(ui);
+  ShowRoad(ui);
   if (dialog.exec() != QDialog::Accepted) return false;
-  StoreSettings(ui);
+  StoreRoad(ui);
   return true;
 }
 
