@@ -52,13 +52,16 @@ TEST_F(EntityRenderTest, EachKindHasAMarkerOfItsSize) {
   AddObjectSpawn(0, {0, 0, 0});
   AddControlPoint(7, {6, 0, 0});
   glLineWidth(8);  // of what was drawn before
-  EXPECT_GT(Count(Draw(), kBlack), 150u) << "their edges";
+  const std::size_t edges = Count(Draw(), kBlack);
+  EXPECT_GT(edges, 150u);
   ExpectSomethingAt({{-6.4f, 1.9f, 0.5f}, {-0.9f, 0.8f, 1}, {6, 9.5f, 0.15f}});
   ExpectAt({{-6.7f, 1.5f, 0.5f}, {-6, 2.5f, 0}, {0, 2, 0}, {6.4f, 5, 0}}, kSky);
   soldier.rotation = {0, 0, 90};  // falls to the right
   Draw();
   ExpectSomethingAt({{-4.1f, 0, 0.5f}});
   ExpectAt({{-6, 1.5f, 0.5f}}, kSky);
+  AddSoldier(1, {12, 0, 0});
+  EXPECT_GT(Count(Draw(), kBlack), edges + 20) << "each has its own";
 }
 
 TEST_F(EntityRenderTest, ControlPointsAndTheirSoldierSpawnsShareAColour) {
@@ -132,8 +135,8 @@ TEST_F(EntityRenderTest, FilterAndSwitchesHideEntities) {
 TEST_F(EntityRenderTest, LinksLeadFromTheSpawnsOfAGroupToItsControlPoints) {
   AddSoldier(3, {-8, 0, 0});
   AddObjectSpawn(3, {8, 0, 0});
-  ControlPoint& point = AddControlPoint(3, {0, -4, 0});
   AddControlPoint(4, {-12, -4, 0});
+  ControlPoint& point = AddControlPoint(3, {0, -4, 0});
   Draw({kMiddle, 52, kMiddle + 30, -3, 0});
   ExpectAt({{-4, 4, 0}}, kYellow);    // from 2 above the soldier spawn to 10 above the point
   ExpectAt({{4, 3.5f, 0}}, kYellow);  // from 1 above the object spawn

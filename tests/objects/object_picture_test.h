@@ -94,6 +94,7 @@ class ObjectPictureTest : public SandboxTest {
   }
   DrawnPicture Draw(const SceneCamera& from = kFront) {
     Begin(from);
+    for (const GLenum state : {GL_TEXTURE_2D, GL_BLEND}) glEnable(state);  // as others may leave it
     DrawObjectModeScene();
     return picture_ = ReadPicture();
   }

@@ -292,6 +292,7 @@ TEST_F(ObjectRenderTest, TheBrowserTurnsItsMeshInFrontOfTheViewer) {
   const auto draw = [&] {
     Begin({0, 0, 0, 0, 0});
     DrawBrowserPreview();
+    EXPECT_TRUE(!preview.loaded || !glIsEnabled(GL_TEXTURE_2D));
     return ReadPicture();
   };
   EXPECT_EQ(Count(draw(), kSky), kWidth * kHeight) << "nothing is loaded";
