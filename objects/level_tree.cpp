@@ -114,11 +114,6 @@ TreeItem ParentOf(TreeItem item) {
   return found == levelTree.items.end() ? 0 : found->second.parent;
 }
 
-std::string ItemText(TreeItem item) {
-  const auto found = levelTree.items.find(item);
-  return found == levelTree.items.end() ? std::string() : found->second.text;
-}
-
 std::string NumberedText(TreeItem item) {
   const auto found = levelTree.items.find(item);
   return found == levelTree.items.end() ? std::string() : NumberedTextOf(found->second);

@@ -85,10 +85,9 @@ void SelectItem(TreeItem item);
 // The tree does not act on it.
 void SelectItems(const std::vector<TreeItem>& items);
 
-// 0 and "" for an item that is not there.
+// 0 for an item that is not there.
 TreeItem ParentOf(TreeItem item);
-std::string ItemText(TreeItem item);
-// The same with the number that it is shown with.
+// As it is shown, with its number; "" for an item that is not there.
 std::string NumberedText(TreeItem item);
 // In their places; none of an item that is not there.
 std::vector<TreeItem> ChildrenOf(TreeItem parent);

@@ -44,7 +44,9 @@ class StoryTest : public SandboxTest {
   void ActOut(const std::string& file, const std::map<std::string, Verb>& verbs) {
     golden_ = file;
     verbs_ = &verbs;
-    script_.str(GoldenText(file));
+    const std::string script = GoldenText(file);
+    ASSERT_FALSE(script.empty()) << file << " tells nothing";
+    script_.str(script);
     Forget();
     ActWhile([] { return true; });
   }

@@ -96,7 +96,8 @@ class Shown {
   }
   void ExpectNothingElse(TreeItem parent) {
     for (const TreeItem child : ChildrenOf(parent)) {
-      Expect(items_.contains(child) || IsFixed(child), "stands for nothing: " + ItemText(child));
+      Expect(items_.contains(child) || IsFixed(child),
+             "stands for nothing: " + NumberedText(child));
     }
   }
 

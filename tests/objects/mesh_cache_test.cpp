@@ -209,7 +209,7 @@ TEST_F(MeshCacheTest, AnObjectGetsTheMeshThatIsCachedForIt) {
   EXPECT_EQ(objectStore.catalogue.entries[kOak].boxB, (Vector3{4, 5, 6}));
   const std::vector<TreeItem> items = ChildrenOf(levelTree.fixed.cachedObjects);
   ASSERT_THAT(items, SizeIs(3));
-  EXPECT_EQ(ItemText(items[2]), "oak");
+  EXPECT_EQ(levelTree.items.at(items[2]).text, "oak");
   EXPECT_EQ(FindMeshByTreeItem(items[2]), 1);
   EXPECT_EQ(FindMeshByTreeItem(items[0]), -1);
   EXPECT_EQ(FindMeshByTreeItem(0), -1);

@@ -6,7 +6,7 @@
 #include <filesystem>
 
 #include "data/level_archive_test.h"
-#include "objects/ui/run_dialog.h"
+#include "support/open_dialog.h"
 #include "platform/disk.h"
 #include "support/prompts.h"
 

@@ -13,7 +13,7 @@
 #include "data/level_archive_test.h"
 #include "data/level_settings_commands.h"
 #include "data/ui/colour_swatch.h"
-#include "objects/ui/run_dialog.h"
+#include "support/open_dialog.h"
 
 namespace mw {
 namespace {

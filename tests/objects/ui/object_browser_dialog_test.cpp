@@ -10,13 +10,13 @@
 #include "core/editor_state.h"
 #include "objects/object_store.h"
 #include "objects/objects_state.h"
-#include "objects/ui/run_dialog.h"
+#include "support/open_dialog.h"
 #include "support/sandbox.h"
 
 namespace mw {
 namespace {
 
-struct OpenBrowser : DialogUnderTest {
+struct OpenBrowser : OpenDialog {
   QStringList Listed() const {
     QStringList names;
     for (int row = 0; row < List().count(); ++row) names << List().item(row)->text();
@@ -48,7 +48,7 @@ class ObjectBrowserDialogTest : public SandboxTest {
       mesh.name = name;
       mesh.treeItem = InsertItem(levelTree.fixed.cachedObjects, name);
     }
-    levelTree.view.select = [this](TreeItem item) { chosen = ItemText(item); };
+    levelTree.view.select = [this](TreeItem item) { chosen = levelTree.items.at(item).text; };
   }
   ~ObjectBrowserDialogTest() override { ResetObjectsState(); }
 

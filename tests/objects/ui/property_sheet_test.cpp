@@ -14,7 +14,7 @@
 #include "objects/object_store.h"
 #include "objects/sheet_text.h"
 #include "objects/ui/property_sheet_dialog.h"
-#include "objects/ui/run_dialog.h"
+#include "support/open_dialog.h"
 #include "support/golden.h"
 #include "support/prompts.h"
 #include "support/sandbox.h"

@@ -14,7 +14,7 @@
 
 #include "core/text.h"
 #include "data/textures.h"
-#include "objects/ui/run_dialog.h"
+#include "support/open_dialog.h"
 #include "terrain/shadow_work.h"
 #include "terrain/surface_assignments.h"
 #include "terrain/terrain_tools.h"
