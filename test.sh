@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and runs all tests under a virtual display: as they are, and again
-# under the address and undefined-behaviour sanitizers.
+# Installs what is missing, checks the sources with clang-format and clang-tidy, builds, and runs all tests
+# under a virtual display: as they are, and again under the address and undefined-behaviour sanitizers.
 #   ./test.sh                 all tests
 #   ./test.sh --fuzz [S [N]]  every fuzz target, starting from fuzz/corpus, until it has had S seconds of
 #                             processor time (60) and has made N executions (0)
@@ -67,6 +67,7 @@ fi
 
 need "${build_packages[@]}" "${display_packages[@]}" "${test_packages[@]}"
 check_format
+tools/tidy.sh
 build dev
 run_tests dev
 build asan

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <optional>
 #include <system_error>
+#include <utility>
 
 #include "app/commands.h"
 #include "app/level.h"
@@ -23,10 +24,10 @@ namespace fs = std::filesystem;
 // The path in the game's folders of a file that may have been reached by a link.
 fs::path PathInGame(const std::string& path) {
   std::error_code error;
-  const fs::path absolute = fs::absolute(path, error).lexically_normal();
+  fs::path absolute = fs::absolute(path, error).lexically_normal();
   if (PlaceOfLevel(absolute)) return absolute;
-  const fs::path real = fs::canonical(absolute, error);
-  return error ? absolute : real;
+  fs::path real = fs::canonical(absolute, error);
+  return error ? std::move(absolute) : std::move(real);
 }
 
 bool HoldsLevel(const Archive& archive) {

@@ -57,6 +57,7 @@ std::vector<RecentLevel> RecentLevels() {
 
 std::vector<std::string> RecentLevelCaptions(const std::vector<RecentLevel>& levels) {
   std::vector<std::string> captions;
+  captions.reserve(levels.size());
   for (const RecentLevel& level : levels) {
     captions.push_back(std::filesystem::path(level.archive).stem().string() + " (" + level.mod +
                        ")");

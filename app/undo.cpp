@@ -23,7 +23,7 @@ bool IsOnScreen(const Vector3& place) {
 
 // The coordinates are those of the property sheets.
 std::string TextOf(const char* done, const HistoryNews& news) {
-  const std::string text = done + news.name;
+  std::string text = done + news.name;
   if (!news.place || IsOnScreen(*news.place)) return text;
   return text + FormatText(", out of sight at %.0f / %.0f", double{MirrorX(news.place->x)},
                            double{news.place->z});

@@ -1,7 +1,8 @@
 #include "objects/object_history.h"
 
 #include <array>
-#include <cstring>
+#include <bit>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <unordered_map>
@@ -22,8 +23,11 @@
 namespace mw {
 namespace {
 
-// As bytes: 0 and -0 are two numbers in a file.
-bool IsSame(const Vector3& a, const Vector3& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+// By their bits: 0 and -0 are two numbers in a file.
+bool IsSame(const Vector3& a, const Vector3& b) {
+  using Bits = std::array<std::uint32_t, 3>;
+  return std::bit_cast<Bits>(a) == std::bit_cast<Bits>(b);
+}
 
 bool IsSamePlacement(const Placement& a, const Placement& b) {
   return IsSame(a.position, b.position) && IsSame(a.rotation, b.rotation);

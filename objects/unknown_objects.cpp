@@ -21,6 +21,7 @@ std::vector<std::string> CountedNames() {
     if (object.unknown) ++counts[object.name.String()];
   }
   std::vector<std::string> names;
+  names.reserve(counts.size());
   for (const auto& [name, count] : counts)
     names.push_back(count == 1 ? name : FormatText("%s (%i)", name.c_str(), count));
   return names;

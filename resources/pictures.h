@@ -3,8 +3,12 @@
 
 #include <QIcon>
 #include <QPixmap>
+#include <QSize>
 
 namespace mw {
+
+// Of the icons in toolbars and in the level tree.
+constexpr QSize kIconSize(16, 16);
 
 // The icon of resources/icons/<name>.svg; sharp at any size. A null icon when there is none.
 QIcon Icon(const QString& name);

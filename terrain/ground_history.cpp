@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <bitset>
 #include <cstdint>
-#include <cstring>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -79,9 +79,9 @@ struct KeptGrid {
   void DropUnchanged() {
     kept.Drop();
     std::erase_if(blocks, [](Block<Value>& block) {
-      // As bytes: 0 and -0 are two heights.
+      // By their bits: 0 and -0 are two heights.
       return EachCell(block, [](const Value& was, const Value& is) {
-        return std::memcmp(&was, &is, sizeof(Value)) == 0;
+        return std::bit_cast<std::uint32_t>(was) == std::bit_cast<std::uint32_t>(is);
       });
     });
     blocks.shrink_to_fit();

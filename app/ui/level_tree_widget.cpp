@@ -21,7 +21,7 @@
 namespace mw {
 namespace {
 
-constexpr int kIndentation = 12, kIconSize = 16;  // pixels
+constexpr int kIndentation = 12;  // pixels
 
 // 0 for no entry.
 TreeItem ItemOf(const QTreeWidgetItem* entry) {
@@ -66,7 +66,7 @@ LevelTreeWidget::LevelTreeWidget(QWidget* parent) : QTreeWidget(parent) {
   header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   setUniformRowHeights(true);
   setIndentation(kIndentation);
-  setIconSize(QSize(kIconSize, kIconSize));
+  setIconSize(kIconSize);
   setExpandsOnDoubleClick(false);  // activation decides
   setSelectionMode(ExtendedSelection);
   connect(this, &QTreeWidget::itemSelectionChanged, this, &LevelTreeWidget::TellChosen);

@@ -10,8 +10,6 @@
 namespace mw {
 namespace {
 
-constexpr int kIconSize = 16;
-
 enum class Group { Show, View, Tools, Snap };
 
 struct ButtonSpec {
@@ -102,7 +100,7 @@ bool IsUsable(const ButtonSpec& button) {
 
 ObjectToolbar::ObjectToolbar(QWidget* parent) : QToolBar("Object Mapper Tools", parent) {
   setObjectName("Object Mapper Tools");
-  setIconSize(QSize(kIconSize, kIconSize));
+  setIconSize(kIconSize);
   AddButtons();
   Refresh();
 }

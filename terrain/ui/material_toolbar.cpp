@@ -11,7 +11,7 @@
 namespace mw {
 namespace {
 
-constexpr int kIconSize = 16, kBrushListWidth = 40, kMaterialListWidth = 150;
+constexpr int kBrushListWidth = 40, kMaterialListWidth = 150;
 
 enum class MaterialControl : int {
   Fill = 3000,
@@ -62,7 +62,7 @@ void Show(QComboBox* list, std::uint32_t index) {
 
 MaterialToolbar::MaterialToolbar(QWidget* parent) : QToolBar("Material Mapper Tools", parent) {
   setObjectName("Material Mapper Tools");
-  setIconSize(QSize(kIconSize, kIconSize));
+  setIconSize(kIconSize);
   addSeparator();
   QAction* fill = AddButton(this, MaterialControl::Fill, "Fill With Material", "fill_material");
   connect(fill, &QAction::triggered, this, FillWithMaterial);

@@ -14,7 +14,7 @@
 namespace mw {
 namespace {
 
-constexpr int kIconSize = 16, kListWidth = 40;
+constexpr int kListWidth = 40;
 constexpr QSize kSliderSize(140, 20);
 
 struct ButtonSpec {
@@ -78,7 +78,7 @@ void ShowNumber(QComboBox* list, int number) {
 
 TerrainToolbar::TerrainToolbar(QWidget* parent) : QToolBar("Terrain Mapper Tools", parent) {
   setObjectName("Terrain Mapper Tools");
-  setIconSize(QSize(kIconSize, kIconSize));
+  setIconSize(kIconSize);
   AddButtons();
   AddSettings();
   Refresh();
