@@ -8,6 +8,10 @@ target_compile_options(mw_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -W
 if(MAPWRIGHT_SANITIZE)
   target_compile_options(mw_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                                               -fno-omit-frame-pointer)
+  if(CMAKE_UNITY_BUILD)
+    # Sources that are read together see each other's names.
+    target_compile_options(mw_options INTERFACE -Wno-shadow)
+  endif()
   target_link_options(mw_options INTERFACE -fsanitize=address,undefined)
 endif()
 if(MAPWRIGHT_FUZZ)

@@ -390,9 +390,6 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
 
 TEST_P(EditStory, IsAsItStands) { ActOut(GetParam(), verbs); }
 
-std::string StoryName(const testing::TestParamInfo<std::string>& story) {
-  return std::filesystem::path(story.param).stem().string();
-}
 INSTANTIATE_TEST_SUITE_P(Edits, EditStory, testing::ValuesIn(GoldenFiles("app/edits")), StoryName);
 
 }  // namespace

@@ -452,10 +452,8 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
 
 TEST_P(LevelStory, IsAsItStands) { ActOut(GetParam(), verbs); }
 
-std::string NameOf(const testing::TestParamInfo<std::string>& story) {
-  return fs::path(story.param).stem().string();
-}
-INSTANTIATE_TEST_SUITE_P(Levels, LevelStory, testing::ValuesIn(GoldenFiles("app/levels")), NameOf);
+INSTANTIATE_TEST_SUITE_P(Levels, LevelStory, testing::ValuesIn(GoldenFiles("app/levels")),
+                         StoryName);
 
 }  // namespace
 }  // namespace mw

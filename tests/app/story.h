@@ -2,6 +2,7 @@
 // one text, so that a word or a file that nobody thought of is seen too.
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <regex>
@@ -17,6 +18,11 @@
 #include "support/sandbox.h"
 
 namespace mw {
+
+// The name of the test that acts out a file.
+inline std::string StoryName(const testing::TestParamInfo<std::string>& story) {
+  return std::filesystem::path(story.param).stem().string();
+}
 
 class StoryTest : public SandboxTest {
  protected:

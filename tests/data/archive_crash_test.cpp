@@ -86,7 +86,7 @@ class ArchiveCrash : public SandboxTest {
       const DiskFaults faults(FaultKind::Stop, change);
       SaveLevelChanges(archive);
       const Bytes now = ReadBytes(kLevel);
-      if (!std::equal(oldBytes.begin(), oldBytes.begin() + 156, now.begin()))
+      if (!std::equal(oldBytes.begin(), oldBytes.begin() + kArchiveHeader, now.begin()))
         CopyFolder("now", target);
     }
   }

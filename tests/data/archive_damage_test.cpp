@@ -13,7 +13,7 @@
 namespace mw {
 namespace {
 
-constexpr std::uint32_t kHeader = 156, kMost = 0xFFFFFFFF;
+constexpr std::uint32_t kMost = 0xFFFFFFFF;
 
 std::uint32_t SizeOf(const Bytes& bytes) { return static_cast<std::uint32_t>(bytes.size()); }
 
@@ -30,7 +30,7 @@ Bytes Words(std::initializer_list<std::uint32_t> words) {
 
 Bytes Header(std::uint32_t directoryOffset, std::uint32_t mode) {
   Bytes file = Words({directoryOffset, mode});
-  file.resize(kHeader);
+  file.resize(kArchiveHeader);
   return file;
 }
 
@@ -42,8 +42,9 @@ Bytes Entry(const std::string& name, std::uint32_t storedSize, std::uint32_t siz
 
 // An archive with one member.
 Bytes ArchiveOf(const Bytes& stored, std::uint32_t size, std::uint32_t mode) {
-  const Bytes file = Join(Header(kHeader + SizeOf(stored), mode), stored);
-  return Join(Join(file, Words({1})), Join(Entry("m", SizeOf(stored), size, kHeader), Words({0})));
+  const Bytes file = Join(Header(kArchiveHeader + SizeOf(stored), mode), stored);
+  return Join(Join(file, Words({1})),
+              Join(Entry("m", SizeOf(stored), size, kArchiveHeader), Words({0})));
 }
 
 Bytes Compressed(const Bytes& plain) {
@@ -101,27 +102,28 @@ TEST_F(ArchiveDamage, AFileThatIsNoArchiveDoesNotOpen) {
 }
 
 TEST_F(ArchiveDamage, ADirectoryOrEntryOutsideTheFileDoesNotOpen) {
-  EXPECT_FALSE(Opens(Header(kHeader + 1, 0)));
+  EXPECT_FALSE(Opens(Header(kArchiveHeader + 1, 0)));
   EXPECT_FALSE(Opens(Header(kMost, 0)));
-  EXPECT_TRUE(Opens(Join(Header(kHeader, 1), Words({0}))));
-  EXPECT_FALSE(Opens(Join(Header(kHeader, 2), Words({0})))) << "an unknown storage mode";
-  EXPECT_FALSE(Opens(Join(Header(kHeader, 0), Words({kMost})))) << "a huge count";
+  EXPECT_TRUE(Opens(Join(Header(kArchiveHeader, 1), Words({0}))));
+  EXPECT_FALSE(Opens(Join(Header(kArchiveHeader, 2), Words({0})))) << "an unknown storage mode";
+  EXPECT_FALSE(Opens(Join(Header(kArchiveHeader, 0), Words({kMost})))) << "a huge count";
   const struct {
     std::uint32_t storedSize, offset;
     bool opens;
-  } kEntries[] = {{10, kHeader, true},
-                  {33, kHeader, true},  // up to the file's end
-                  {34, kHeader, false},
+  } kEntries[] = {{10, kArchiveHeader, true},
+                  {33, kArchiveHeader, true},  // up to the file's end
+                  {34, kArchiveHeader, false},
                   {10, kMost, false},  // the sum must not wrap around
-                  {kMost, kHeader, false},
-                  {0, kHeader + 1000, false},
-                  {10, kHeader - 1, false},  // a member in the header would change with it
-                  {0, 0, true}};             // an empty member may lie anywhere
-  const Bytes start = Join(Header(kHeader, 0), Words({1}));
+                  {kMost, kArchiveHeader, false},
+                  {0, kArchiveHeader + 1000, false},
+                  {10, kArchiveHeader - 1, false},  // a member in the header would change with it
+                  {0, 0, true}};                    // an empty member may lie anywhere
+  const Bytes start = Join(Header(kArchiveHeader, 0), Words({1}));
   for (const auto& [stored, offset, opens] : kEntries) {
     EXPECT_EQ(Opens(Join(start, Entry("m", stored, stored, offset))), opens) << stored << offset;
   }
-  EXPECT_FALSE(Opens(Join(start, Entry(std::string(512, 'n'), 0, 0, kHeader)))) << "a long name";
+  EXPECT_FALSE(Opens(Join(start, Entry(std::string(512, 'n'), 0, 0, kArchiveHeader))))
+      << "a long name";
 }
 
 TEST_F(ArchiveDamage, NeitherSizesNorTablesOfAMemberAreBelieved) {
@@ -168,7 +170,8 @@ TEST_F(ArchiveDamage, OneCoreReadsWhatSeveralCoresRead) {
   EXPECT_EQ(read(), large);
   EXPECT_EQ(readOnOneCore(), large);
   Bytes damaged = ReadBytes("x.vra");
-  for (std::size_t at = kHeader + 100'000; at < kHeader + 100'400; ++at) damaged[at] = 0;
+  for (std::size_t at = kArchiveHeader + 100'000; at < kArchiveHeader + 100'400; ++at)
+    damaged[at] = 0;
   WriteBytes("x.vra", damaged);
   EXPECT_NE(read(), large);
   EXPECT_EQ(readOnOneCore(), read());
@@ -190,9 +193,9 @@ TEST_F(ArchiveDamage, ASegmentOfAnotherCompressorStaysWhileItsBytesStay) {
 }
 
 TEST_F(ArchiveDamage, OffsetsBeyond4GiBAreRefused) {
-  WriteBytes("x.vra",
-             Join(Join(Header(kHeader, 0), Words({2})),
-                  Join(Entry("far", 0x200, 0x200, 0xFFFFFF00), Entry("near", 4, 4, kHeader))));
+  WriteBytes("x.vra", Join(Join(Header(kArchiveHeader, 0), Words({2})),
+                           Join(Entry("far", 0x200, 0x200, 0xFFFFFF00),
+                                Entry("near", 4, 4, kArchiveHeader))));
   std::filesystem::resize_file("x.vra", (std::uintmax_t{1} << 32) + 0x100);  // sparse
   Archive archive;
   ASSERT_TRUE(archive.Open("x.vra", true)) << archive.Error();

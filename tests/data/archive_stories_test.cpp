@@ -19,21 +19,20 @@ namespace mw {
 namespace {
 
 namespace fs = std::filesystem;
-constexpr std::uint32_t kHeader = 156;
 
 // An archive as another program might have written it: with reserved fields, members that share
 // bytes, and names that differ in case only.
 Bytes ForeignArchive() {
   Bytes file;
-  PutU32(file, kHeader + 10);
+  PutU32(file, kArchiveHeader + 10);
   PutU32(file, 0);
   for (int i = 0; i < 148; ++i) file.push_back(static_cast<std::uint8_t>(i));
   for (const std::uint8_t byte : TextBytes("0123456789")) file.push_back(byte);
-  const RawEntry entries[] = {{"z\\last", 4, 4, kHeader + 6, {7, 8, 9}},
-                              {"shared", 6, 6, kHeader, {}},
-                              {"Also/shared", 6, 6, kHeader, {1, 2, 3}},
-                              {"empty", 0, 0, kHeader + 3, {}},
-                              {"SHARED", 5, 5, kHeader, {4, 5, 6}}};
+  const RawEntry entries[] = {{"z\\last", 4, 4, kArchiveHeader + 6, {7, 8, 9}},
+                              {"shared", 6, 6, kArchiveHeader, {}},
+                              {"Also/shared", 6, 6, kArchiveHeader, {1, 2, 3}},
+                              {"empty", 0, 0, kArchiveHeader + 3, {}},
+                              {"SHARED", 5, 5, kArchiveHeader, {4, 5, 6}}};
   PutU32(file, 5);
   for (const RawEntry& entry : entries) {
     PutU32(file, static_cast<std::uint32_t>(entry.name.size()));
@@ -104,7 +103,7 @@ class ArchiveStories : public SandboxTest {
       text += archive.ReadMember(entry.name) == content ? "\n" : " DIFFERS\n";
     }
     if (raw.mode == 1) return text;
-    const auto data = raw.file.begin() + kHeader;
+    const auto data = raw.file.begin() + kArchiveHeader;
     return text + "  " + std::string(data, raw.file.begin() + raw.directoryOffset) + "\n";
   }
   // Every file in the level's folder, as the plain reader reads it.
@@ -118,7 +117,7 @@ class ArchiveStories : public SandboxTest {
       text += "  " + name + ":";
       try {
         const RawArchive raw = ReadRawArchive(path);
-        std::size_t used = kHeader + (raw.directoryEnd - raw.directoryOffset);
+        std::size_t used = kArchiveHeader + (raw.directoryEnd - raw.directoryOffset);
         for (const RawEntry& entry : raw.entries) {
           text += " " + entry.name + "=" + Short(raw.Content(entry.name));
           used += entry.storedSize;

@@ -19,11 +19,12 @@
 #include "support/prompts.h"
 
 namespace mw {
-namespace {
 
 std::ostream& operator<<(std::ostream& out, const Vector3& v) {
   return out << v.x << '/' << v.y << '/' << v.z;
 }
+
+namespace {
 
 // The script commands of a record, without what stands before their points.
 template <class Record>

@@ -3,10 +3,15 @@
 #pragma once
 
 #include <functional>
+#include <iosfwd>
 #include <string>
 #include <string_view>
 
+#include "core/vector3.h"
+
 namespace mw {
+
+std::ostream& operator<<(std::ostream& out, const Vector3& v);
 
 class LevelStory {
  public:

@@ -4,15 +4,12 @@
 #include <sstream>
 
 #include "core/little_endian.h"
+#include "objects/level_story.h"
 #include "objects/mesh_bytes.h"
 #include "support/golden.h"
 
 namespace mw {
 namespace {
-
-std::ostream& operator<<(std::ostream& out, const Vector3& v) {
-  return out << v.x << ' ' << v.y << ' ' << v.z;
-}
 
 std::string Told(const MeshSurface& surface) {
   std::ostringstream text;

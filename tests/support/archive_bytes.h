@@ -11,6 +11,8 @@
 
 namespace mw {
 
+inline constexpr std::uint32_t kArchiveHeader = 156;  // bytes
+
 struct RawEntry {
   std::string name;
   std::uint32_t storedSize = 0, size = 0, offset = 0;

@@ -21,7 +21,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-struct Picture {
+struct MapPicture {
   mw::Bytes rgb;
   // As 0xRRGGBB.
   int At(int row, int column) const {
@@ -72,8 +72,8 @@ class InGameMapTest : public FlatGround<LevelArchiveTest> {
     ASSERT_TRUE(WriteWholeFile("media/igmfont.bmp", font.Bytes()));
   }
   // The picture where it is not as `other`, its rows from the top.
-  static std::string ListingBut(const Picture& other) {
-    const Picture map{PaintInGameMap()};
+  static std::string ListingBut(const MapPicture& other) {
+    const MapPicture map{PaintInGameMap()};
     return ListGround(
         -1,
         [&](int i, int j) {
@@ -84,7 +84,7 @@ class InGameMapTest : public FlatGround<LevelArchiveTest> {
 };
 
 TEST_F(InGameMapTest, EachMapIsPaintedAsListed) {
-  const Picture empty{PaintInGameMap()};
+  const MapPicture empty{PaintInGameMap()};
   std::string listing = "== nothing\n" + ListingBut({mw::Bytes(std::size_t{3} * 512 * 512)});
   // Tile rows run to the right and tile columns upwards.
   PutMarkedTile(2, 1, 1024);
@@ -119,7 +119,7 @@ TEST_F(InGameMapTest, UnderTheDeepestWaterTheColourStays) {
   SetHeight(512 - 23, 512 - 30, 0.0f);
   for (const float flood : {1000.0f, 1e30f, std::numeric_limits<float>::infinity()}) {
     modConfig.WaterLevel = flood;
-    EXPECT_EQ(Picture{PaintInGameMap()}.At(30, 23), 30 << 16 | 45 << 8 | 75);
+    EXPECT_EQ(MapPicture{PaintInGameMap()}.At(30, 23), 30 << 16 | 45 << 8 | 75);
   }
 }
 
@@ -131,7 +131,7 @@ TEST_F(InGameMapTest, SampledPixelsAreThoseOfTheWholeDecodedTile) {
       byte = static_cast<std::uint8_t>((seed = seed * 1664525 + 1013904223) >> 24);
     PutTile(0, 0, EncodeDds(side, side, noise, false));
     const auto whole = DecodeDxt1(LoadDds(LevelPath("Textures/Tx00x00.dds"))->data, side, side);
-    const Picture map{PaintInGameMap()};
+    const MapPicture map{PaintInGameMap()};
     const int step = std::max(1, side / 64);
     for (int y = 1; y < 63; ++y) {
       for (int x = 1; x < 64; ++x) {

@@ -361,9 +361,6 @@ class WindowStory : public WindowTest, public testing::WithParamInterface<std::s
 
 TEST_P(WindowStory, IsAsItStands) { ActOut(GetParam(), verbs); }
 
-std::string StoryName(const testing::TestParamInfo<std::string>& story) {
-  return std::filesystem::path(story.param).stem().string();
-}
 INSTANTIATE_TEST_SUITE_P(Windows, WindowStory, testing::ValuesIn(GoldenFiles("app/windows")),
                          StoryName);
 
