@@ -17,6 +17,7 @@ enum CommandId : int {
   kCommandAutoSmoothing = static_cast<int>(TerrainControl::AutoSmoothing),
   kCommandFlatten = static_cast<int>(TerrainControl::Flatten),
   kCommandRoad = static_cast<int>(TerrainControl::Road),
+  kCommandBrushEdge = static_cast<int>(TerrainControl::BrushEdge),
   // Material toolbar.
   kCommandFillMaterial = 3000,
   kCommandSurfaceAssignments = 3003,

@@ -77,6 +77,7 @@ const Shortcut* FindShortcut(int key) {
   return nullptr;
 }
 
+    {'E', false, false, kCommandBrushEdge, kInTerrain},
 void RunShortcut(const Shortcut& shortcut) {
   if (shortcut.mode == kInTerrain) {
     PressTerrainControl(static_cast<TerrainControl>(shortcut.command));

@@ -1,5 +1,6 @@
 #include "app/status_reading.h"
 
+#include <cstddef>
 #include <optional>
 
 #include "app/frame.h"
@@ -52,6 +53,10 @@ void AddTerrainTool(std::string& text) {
     Add(text, FormatText("Power %g", static_cast<double>(terrain.power)));
   }
   if (UsesBrushSize(terrain.tool)) Add(text, FormatText("Size %i", terrain.brushSize));
+  if (IsBrush(terrain.tool) && terrain.brushEdge != BrushEdge::Hard) {
+    const auto edge = static_cast<std::size_t>(terrain.brushEdge);
+    Add(text, FormatText("%s Edge", kBrushEdgeNames.at(edge)));
+  }
   if (terrain.tool == TerrainTool::Flatten && terrain.flattenSampled) {
     Add(text, FormatText("Flatten to %.2f", static_cast<double>(terrain.flattenHeight)));
   }

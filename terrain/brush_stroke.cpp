@@ -152,6 +152,7 @@ void PressBrush(std::uint32_t now) {
   terrain.stroke.isHeld = true;
   terrain.stroke.step.Begin(NameOf(terrain.tool));
   terrain.stroke.picks.clear();
+  terrain.stroke.faded.clear();
   terrain.stroke.dueSeconds = 0;
   terrain.stroke.countedUntil = now;
   if (terrain.pick.missed) return;
@@ -185,6 +186,7 @@ void ReleaseBrush(std::uint32_t now) {
   HoldBrush(now);
   FinishWay();
   terrain.stroke.isHeld = false;
+  terrain.stroke.faded.clear();
   terrain.stroke.step.End();
 }
 

@@ -8,10 +8,6 @@
 namespace mw {
 namespace {
 
-struct Shares {
-  float first = 0, last = 1;
-};
-
 bool IsIn(float value, const Reach& reach) { return reach.low <= value && value < reach.high; }
 
 // The shares of the way with the centre in reach on one axis.
@@ -31,18 +27,23 @@ BrushWay BrushWay::Section(float first, float last) const {
           std::lerp(fromZ, toZ, last)};
 }
 
-float ShareWithin(const BrushWay& way, float x, float z, float radius) {
+Shares SharesWithin(const BrushWay& way, float x, float z, float radius) {
   // |from + share * along - point| = radius is a quadratic equation in the share.
   const float alongX = way.toX - way.fromX, alongZ = way.toZ - way.fromZ;
   const float offX = way.fromX - x, offZ = way.fromZ - z;
   const float a = alongX * alongX + alongZ * alongZ;
   const float b = offX * alongX + offZ * alongZ;
   const float c = offX * offX + offZ * offZ - radius * radius;
-  if (a == 0) return c < 0 ? 1.0f : 0.0f;
   const float root = b * b - a * c;
-  if (root <= 0) return 0;
+  if (a == 0 ? c >= 0 : root <= 0) return {1, 0};
+  if (a == 0) return {0, 1};
   const float half = std::sqrt(root);
-  return std::max(std::min((-b + half) / a, 1.0f) - std::max((-b - half) / a, 0.0f), 0.0f);
+  return {std::max((-b - half) / a, 0.0f), std::min((-b + half) / a, 1.0f)};
+}
+
+float ShareWithin(const BrushWay& way, float x, float z, float radius) {
+  const auto [first, last] = SharesWithin(way, x, z, radius);
+  return std::max(last - first, 0.0f);
 }
 
 bool Reaches(const BrushWay& way, const Reach& x, const Reach& z) {

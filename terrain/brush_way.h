@@ -20,7 +20,13 @@ struct BrushWay {
   BrushWay Section(float first, float last) const;
 };
 
-// The share of the way, 0 ... 1, on which (x, z) is nearer to the brush's centre than the radius.
+// A part of a way, 0 ... 1 each; none when last <= first.
+struct Shares {
+  float first = 0, last = 1;
+};
+// That on which (x, z) is nearer to the brush's centre than the radius.
+Shares SharesWithin(const BrushWay& way, float x, float z, float radius);
+// How much of the way that is, 0 ... 1.
 float ShareWithin(const BrushWay& way, float x, float z, float radius);
 
 // Where the brush's centre has to be, on one axis, for the brush to reach something: low <= centre

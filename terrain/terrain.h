@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 #include "core/history.h"
@@ -46,6 +47,9 @@ enum class TerrainTool : std::int32_t {
   Flatten = 4,
   Road = 5
 };
+
+// How the brush of the sculpting tools ends: at once, or fading from its core to its edge.
+enum class BrushEdge : std::int32_t { Hard = 0, Smooth = 1, Linear = 2 };
 
 struct RoadPoint {
   float x = 0, h = 0, z = 0;  // x and z in world units, h in height units
@@ -88,6 +92,13 @@ struct PickState {
   bool missed = true;
 };
 
+// What a stroke of the Flatten tool with an edge that fades has done to a vertex, so that holding
+// the button longer does not do more.
+struct FadedVertex {
+  float height;    // before the stroke, height units
+  float strength;  // 0 ... 1, the greatest that the brush had there
+};
+
 // What the held button makes of the mouse's moves: the picks that the brush has still to go along,
 // from that where it acted last, and the time that it has for it.
 struct BrushStroke {
@@ -96,6 +107,7 @@ struct BrushStroke {
   float dueSeconds = 0;            // below 0: done in advance
   std::uint32_t countedUntil = 0;  // milliseconds
   HeldStep step;
+  std::unordered_map<int, FadedVertex> faded;  // by row x kGridCapacity + column
 };
 
 struct VertexBlock {
@@ -125,7 +137,8 @@ struct Terrain {
   MiniMapPicture miniMap;
 
   TerrainTool tool = TerrainTool::PointManipulation;
-  std::int32_t brushSize = 1;    // cells
+  std::int32_t brushSize = 1;  // cells
+  BrushEdge brushEdge = BrushEdge::Hard;
   float power = 3.0f;            // height units per second
   float flattenHeight = 127.0f;  // height units
   std::uint8_t flattenSampled = 0;

@@ -14,7 +14,8 @@ enum class TerrainControl : int {
   BrushSize = 2006,
   Flatten = 2007,
   Power = 2008,
-  Road = 2009
+  Road = 2009,
+  BrushEdge = 2010
 };
 
 }  // namespace mw

@@ -10,11 +10,13 @@
 #include "core/camera.h"
 #include "core/editor_state.h"
 #include "data/mod_config.h"
+#include "terrain/brush_edge.h"
 #include "terrain/gl_buffers.h"
 #include "terrain/ground_ray.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/terrain_render.h"
+#include "terrain/terrain_tools.h"
 
 namespace mw {
 namespace {
@@ -98,16 +100,35 @@ bool SameUnit(float a, float b) { return std::trunc(a) == std::trunc(b); }
 
 void Vertex(const Vector3& point) { glVertex3f(point.x, point.y, point.z); }
 
-float BrushRadius() { return static_cast<float>(terrain.brushSize) * terrain.cellSize; }
-
-// Draws a point of the brush's edge. Where the edge leaves the level it follows the border, as
-// there is no ground beyond.
-void OutlineVertex(float angle) {
-  const float radius = BrushRadius();
+// Draws a point of a ring around the pick point. Where the ring leaves the level it follows the
+// border, as there is no ground beyond.
+void RingVertex(float radius, float angle) {
   const auto world = static_cast<float>(modConfig.WorldSize);
   const float x = std::clamp(terrain.pick.x + radius * std::cos(angle), 0.0f, world);
   const float z = std::clamp(terrain.pick.z + radius * std::sin(angle), 0.0f, world);
   glVertex3f(x, DrawnGroundHeight(x, z) + kOutlineRaise, z);
+}
+
+void DrawRing(float radius) {
+  constexpr int kPointsPerCell = 8;  // of the radius: more than one for each cell that it crosses
+  const int points = kPointsPerCell * std::max(terrain.brushSize, 2);
+  const float step = 2 * std::numbers::pi_v<float> / static_cast<float>(points);
+  glBegin(GL_LINE_LOOP);
+  for (int k = 0; k < points; ++k) RingVertex(radius, static_cast<float>(k) * step);
+  glEnd();
+}
+
+// From the core, where the brush is whole, outwards; each ring is as faint as the brush is there,
+// but for the last one, which must still be seen.
+void DrawFadingRings() {
+  constexpr std::array kStrengths{1.0f, 2.0f / 3, 1.0f / 3, 0.0f};
+  constexpr float kFaintest = 0.25f;
+  glEnable(GL_BLEND);
+  for (const float strength : kStrengths) {
+    glColor4f(1, 1, 0, std::max(strength, kFaintest));
+    DrawRing(RadiusOfStrength(terrain.brushEdge, strength, BrushRadius()));
+  }
+  glDisable(GL_BLEND);
 }
 
 Vector3 RoadPostFoot(const RoadPoint& point) {
@@ -159,16 +180,15 @@ void DrawBrushSphere() {
 // Like the sphere the outline leaves the depth of the ground as it is.
 void DrawBrushOutline() {
   if (!HasUsableTerrain()) return;
-  constexpr int kPointsPerCell = 8;  // of the radius: more than one for each cell that it crosses
-  const int points = kPointsPerCell * std::max(terrain.brushSize, 2);
-  const float step = 2 * std::numbers::pi_v<float> / static_cast<float>(points);
   glLineWidth(kOutlineWidth);
   glColor4f(1, 1, 0, 1);
   glDepthMask(GL_FALSE);
   glDepthRange(0, kOutlineDepth);
-  glBegin(GL_LINE_LOOP);
-  for (int k = 0; k < points; ++k) OutlineVertex(static_cast<float>(k) * step);
-  glEnd();
+  if (terrain.brushEdge == BrushEdge::Hard) {
+    DrawRing(BrushRadius());
+  } else {
+    DrawFadingRings();
+  }
   glDepthRange(0, 1);
   glDepthMask(GL_TRUE);
 }

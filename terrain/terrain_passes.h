@@ -28,7 +28,8 @@ void DrawTerrainCells();
 void DrawPointMarkers(const CellMap& cells);
 // The sphere around the pick point of the sculpting tools.
 void DrawBrushSphere();
-// The brush's edge on the ground around the pick point, of the same tools.
+// The brush's edge on the ground around the pick point, of the same tools and of Flatten where the
+// edge fades: then rings show how.
 void DrawBrushOutline();
 // A post at every pending road point, and the lines between their tops.
 void DrawRoadPosts();

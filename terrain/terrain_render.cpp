@@ -21,6 +21,12 @@ bool HasRoundBrush(TerrainTool tool) {
          tool == TerrainTool::Smoothing;
 }
 
+// The square of Flatten with a hard edge is coloured with the cells.
+bool HasOutline(TerrainTool tool) {
+  return HasRoundBrush(tool) ||
+         (tool == TerrainTool::Flatten && terrain.brushEdge != BrushEdge::Hard);
+}
+
 void DrawWaterPlane() {
   const auto world = static_cast<float>(modConfig.WorldSize);
   const float y = modConfig.WaterLevel, s = terrain.waterScroll, end = s + kWaterRepeats;
@@ -52,9 +58,9 @@ void RenderTerrainMode() {
   glLineWidth(kGridLineWidth);
   if (editor.drawObjectsInMappers) hooks.drawStaticObjects();
   RenderWaterOverGround();
-  if (HasRoundBrush(terrain.tool) && !terrain.pick.missed) {
-    DrawBrushSphere();
-    DrawBrushOutline();
+  if (!terrain.pick.missed) {
+    if (HasRoundBrush(terrain.tool)) DrawBrushSphere();
+    if (HasOutline(terrain.tool)) DrawBrushOutline();
   }
   if (terrain.tool == TerrainTool::Road) DrawRoadPosts();
   glLineWidth(1);

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "core/editor_state.h"
 #include "core/hooks.h"
 #include "data/mod_config.h"
+#include "terrain/brush_edge.h"
 #include "terrain/ground_history.h"
 #include "terrain/point_selection.h"
 #include "terrain/terrain_passes.h"
@@ -29,14 +31,15 @@ bool IsBrushInReach(Cell centre) {
 }
 
 // Calls act(i, j, share) for the vertices in the brush, with the share of the way that they are in
-// it. Distances count in whole units.
+// it; where the brush's edge fades, as much less as it is weaker there. To a hard edge distances
+// count in whole units.
 template <typename Act>
 void ForBrushedVertices(const BrushWay& way, Act act) {
-  const float radius = static_cast<float>(terrain.brushSize) * terrain.cellSize + 1;
+  const float radius = BrushRadius() + (terrain.brushEdge == BrushEdge::Hard ? 1.0f : 0.0f);
   KeepHeights(BlockAround(way, terrain.brushSize));
   ForVerticesAlong(way, terrain.brushSize, [&](int i, int j) {
     const TerrainVertex& vertex = terrain.grid[i][j];
-    const float share = ShareWithin(way, vertex.x, vertex.z, radius);
+    const float share = MeanStrength(terrain.brushEdge, way, vertex.x, vertex.z, radius);
     if (share > 0) act(i, j, share);
   });
 }
@@ -49,7 +52,20 @@ void RaiseAlong(const BrushWay& way, float change) {
 
 // Reads what it has just written, so the order shows in the heights.
 void SmoothAlong(const BrushWay& way) {
-  ForBrushedVertices(way, [](int i, int j, float) { SetHeight(i, j, AverageOfNeighbours(i, j)); });
+  if (terrain.brushEdge == BrushEdge::Hard) {
+    ForBrushedVertices(way,
+                       [](int i, int j, float) { SetHeight(i, j, AverageOfNeighbours(i, j)); });
+    return;
+  }
+  ForBrushedVertices(way, [&way, radius = BrushRadius()](int i, int j, float) {
+    const TerrainVertex& vertex = terrain.grid[i][j];
+    const float strength = GreatestStrength(terrain.brushEdge, way, vertex.x, vertex.z, radius);
+    SetHeight(i, j, std::lerp(vertex.h, AverageOfNeighbours(i, j), strength));
+  });
+}
+
+BrushEdge NextEdge(BrushEdge edge) {
+  return static_cast<BrushEdge>((static_cast<std::size_t>(edge) + 1) % kBrushEdgeNames.size());
 }
 
 }  // namespace
@@ -85,6 +101,7 @@ std::optional<TerrainTool> ToolOf(TerrainControl control) {
 void PressTerrainControl(TerrainControl control) {
   if (const auto tool = ToolOf(control)) SelectTool(*tool);
   if (control == TerrainControl::AutoSmoothing) ToggleAutoSmoothing();
+  if (control == TerrainControl::BrushEdge) SetBrushEdge(NextEdge(terrain.brushEdge));
 }
 
 void SetSmoothingRange(int cells) {
@@ -94,6 +111,16 @@ void SetSmoothingRange(int cells) {
 }
 
 void SetBrushSize(int cells) { terrain.brushSize = std::clamp(cells, 1, kMaxBrushSize); }
+
+void SetBrushEdge(BrushEdge edge) {
+  terrain.brushEdge = edge;
+  terrain.stroke.faded.clear();
+}
+
+float BrushRadius() {
+  const int cells = terrain.brushSize + (terrain.tool == TerrainTool::Flatten ? 1 : 0);
+  return static_cast<float>(cells) * terrain.cellSize;
+}
 
 void SetPower(int power) {
   terrain.power = static_cast<float>(std::clamp(power, 1, kMaxToolPower));

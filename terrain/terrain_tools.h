@@ -3,6 +3,7 @@
 // selected points are in point_selection.h.
 #pragma once
 
+#include <array>
 #include <optional>
 
 #include "terrain/brush_way.h"
@@ -15,18 +16,25 @@ inline constexpr int kMaxBrushSize = 9;       // cells; the smallest brush and r
 inline constexpr int kMaxSmoothingRange = 9;  // cells
 inline constexpr int kMaxToolPower = 10;      // height units per second; the weakest has 1
 
+inline constexpr std::array kBrushEdgeNames{"Hard", "Smooth", "Linear"};  // by BrushEdge
+
 // Every tool but Point Manipulation drops the point selection; the Road tool starts without points.
 void SelectTool(TerrainTool tool);
 void ToggleAutoSmoothing();
 // The tool that a button of the mapper's toolbar chooses, if it chooses one.
 std::optional<TerrainTool> ToolOf(TerrainControl control);
-// Buttons of the toolbar: chooses the button's tool, or switches auto-smoothing. Controls that are
-// no buttons do nothing here.
+// Buttons of the toolbar, and what has a key like one: chooses the button's tool, switches
+// auto-smoothing, or goes on to the next edge of the brush. Other controls do nothing here.
 void PressTerrainControl(TerrainControl control);
 // Settings outside their range become the nearest one in it.
 void SetSmoothingRange(int cells);
 void SetBrushSize(int cells);
 void SetPower(int power);
+void SetBrushEdge(BrushEdge edge);
+
+// World units from the middle of the chosen tool's brush to its edge; for Flatten, whose brush is a
+// square with a hard edge, half its side.
+float BrushRadius();
 
 // Which settings the chosen tool heeds; the others cannot be changed on the toolbar.
 bool UsesBrushSize(TerrainTool tool);

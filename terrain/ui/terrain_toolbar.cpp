@@ -14,7 +14,7 @@
 namespace mw {
 namespace {
 
-constexpr int kListWidth = 40;
+constexpr int kListWidth = 40, kEdgeListWidth = 80;
 constexpr QSize kSliderSize(140, 20);
 
 struct ButtonSpec {
@@ -41,14 +41,21 @@ void Describe(QWidget* widget, TerrainControl control, const char* objectName,
   widget->setToolTip(toolTip);
 }
 
-// Entries "1" ... "count". It takes no keyboard focus: its digit keys are the 3D view's.
-QComboBox* MakeNumberList(QWidget* parent, int count) {
+// It takes no keyboard focus: its keys are the 3D view's.
+QComboBox* MakeList(QWidget* parent, const QStringList& entries, int width) {
   auto* list = new QComboBox(parent);
-  for (int number = 1; number <= count; ++number) list->addItem(QString::number(number));
-  list->setMaxVisibleItems(count);
-  list->setFixedWidth(kListWidth);
+  list->addItems(entries);
+  list->setMaxVisibleItems(static_cast<int>(entries.size()));
+  list->setFixedWidth(width);
   list->setFocusPolicy(Qt::NoFocus);
   return list;
+}
+
+// Entries "1" ... "count".
+QComboBox* MakeNumberList(QWidget* parent, int count) {
+  QStringList numbers;
+  for (int number = 1; number <= count; ++number) numbers << QString::number(number);
+  return MakeList(parent, numbers, kListWidth);
 }
 
 QSlider* MakePowerSlider(QWidget* parent) {
@@ -68,10 +75,10 @@ void Show(Widget* widget, bool enabled, Set set) {
   widget->setEnabled(enabled);
 }
 
-// The closed list, too, has the shown number as its selected entry: screen readers tell that one.
-void ShowNumber(QComboBox* list, int number) {
-  list->setCurrentIndex(number - 1);
-  list->view()->setCurrentIndex(list->model()->index(number - 1, list->modelColumn()));
+// The closed list, too, has the shown entry as its selected one: screen readers tell that.
+void ShowEntry(QComboBox* list, int index) {
+  list->setCurrentIndex(index);
+  list->view()->setCurrentIndex(list->model()->index(index, list->modelColumn()));
 }
 
 }  // namespace
@@ -103,9 +110,11 @@ void TerrainToolbar::AddButtons() {
 void TerrainToolbar::AddSettings() {
   smoothingRange_ = MakeNumberList(this, kMaxSmoothingRange);
   brushSize_ = MakeNumberList(this, kMaxBrushSize);
+  brushEdge_ = MakeList(this, {kBrushEdgeNames.begin(), kBrushEdgeNames.end()}, kEdgeListWidth);
   power_ = MakePowerSlider(this);
   Describe(smoothingRange_, TerrainControl::SmoothingRange, "smoothingRange", "Smoothing Range");
   Describe(brushSize_, TerrainControl::BrushSize, "brushSize", "Brush Size");
+  Describe(brushEdge_, TerrainControl::BrushEdge, "brushEdge", "Brush Edge");
   Describe(power_, TerrainControl::Power, "power", "Tool Power Setting");
 
   QAction* firstSculptingTool = Button(TerrainControl::Carving);
@@ -113,6 +122,9 @@ void TerrainToolbar::AddSettings() {
   insertSeparator(firstSculptingTool);
   addSeparator();
   addWidget(brushSize_);
+  QAction* const edge = addWidget(brushEdge_);
+  edge->setToolTip(brushEdge_->toolTip());
+  edge->setProperty("controlId", static_cast<int>(TerrainControl::BrushEdge));
   addSeparator();
   addWidget(power_);
 
@@ -120,6 +132,8 @@ void TerrainToolbar::AddSettings() {
           [](int index) { SetSmoothingRange(index + 1); });
   connect(brushSize_, &QComboBox::currentIndexChanged, this,
           [](int index) { SetBrushSize(index + 1); });
+  connect(brushEdge_, &QComboBox::currentIndexChanged, this,
+          [](int index) { SetBrushEdge(static_cast<BrushEdge>(index)); });
   connect(power_, &QSlider::valueChanged, this, SetPower);
 }
 
@@ -141,9 +155,11 @@ void TerrainToolbar::Refresh() {
     Button(button.control)->setChecked(ToolOf(button.control) == terrain.tool);
   Button(TerrainControl::AutoSmoothing)->setChecked(terrain.autoSmoothing);
   Show(smoothingRange_, terrain.autoSmoothing,
-       [this] { ShowNumber(smoothingRange_, static_cast<int>(terrain.smoothingRange)); });
+       [this] { ShowEntry(smoothingRange_, static_cast<int>(terrain.smoothingRange) - 1); });
   Show(brushSize_, UsesBrushSize(terrain.tool),
-       [this] { ShowNumber(brushSize_, terrain.brushSize); });
+       [this] { ShowEntry(brushSize_, terrain.brushSize - 1); });
+  Show(brushEdge_, IsBrush(terrain.tool),
+       [this] { ShowEntry(brushEdge_, static_cast<int>(terrain.brushEdge)); });
   Show(power_, UsesPower(terrain.tool),
        [this] { power_->setValue(static_cast<int>(terrain.power)); });
 }

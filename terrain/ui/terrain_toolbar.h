@@ -27,6 +27,7 @@ class TerrainToolbar : public QToolBar {
 
   QComboBox* smoothingRange_ = nullptr;
   QComboBox* brushSize_ = nullptr;
+  QComboBox* brushEdge_ = nullptr;
   QSlider* power_ = nullptr;
 };
 

@@ -128,7 +128,11 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
     std::ostringstream tools, flags;
     tools << "tools  mode " << static_cast<int>(editor.editMode) << ", terrain "
           << static_cast<int>(terrain.tool) << " size " << terrain.brushSize << " power "
-          << terrain.power << (terrain.autoSmoothing ? " smoothing" : "") << ", objects "
+          << terrain.power << (terrain.brushEdge != BrushEdge::Hard ? " edge " : "")
+          << (terrain.brushEdge == BrushEdge::Smooth   ? "smooth"
+              : terrain.brushEdge == BrushEdge::Linear ? "linear"
+                                                       : "")
+          << (terrain.autoSmoothing ? " smoothing" : "") << ", objects "
           << static_cast<int>(objectStore.tool) << (objectStore.toolsEnabled ? "" : " grey")
           << (objectStore.snapToGround ? " snapping" : "") << ", materials size "
           << materialMapper->brushSize << ", road points " << terrain.roadPointCount;

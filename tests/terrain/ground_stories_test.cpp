@@ -173,6 +173,7 @@ TEST_P(GroundStory, GoesAsItIsTold) {
           // The tools, by the place on the ground.
           {"tool", [](const Words& w) { SelectTool(kTools.at(w.at(0))); }},
           {"brush", [](const Words& w) { SetBrushSize(Int(w, 0)); }},
+          {"edge", [](const Words& w) { SetBrushEdge(static_cast<BrushEdge>(Int(w, 0))); }},
           {"flattento",
            [](const Words& w) {
              terrain.flattenSampled = 1;

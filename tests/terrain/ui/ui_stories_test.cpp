@@ -174,9 +174,13 @@ class TerrainUiStory : public TerrainUiTest, public testing::WithParamInterface<
            (editor.levelModified ? ", modified" : "") + "\ntexture set " +
            editor.textureSetName.String() + " with " + textureSet.textures[2].name.String() +
            FormatText("\nview drawn %i times\n", viewDrawn) +
-           FormatText("tool %i, brush %i, power %g, range %g, smoothing %i\n",
-                      static_cast<int>(terrain.tool), terrain.brushSize, double{terrain.power},
-                      double(terrain.smoothingRange), terrain.autoSmoothing) +
+           FormatText("tool %i, brush %i%s, power %g, range %g, smoothing %i\n",
+                      static_cast<int>(terrain.tool), terrain.brushSize,
+                      terrain.brushEdge == BrushEdge::Smooth   ? " smooth"
+                      : terrain.brushEdge == BrushEdge::Linear ? " linear"
+                                                               : "",
+                      double{terrain.power}, double(terrain.smoothingRange),
+                      terrain.autoSmoothing) +
            FormatText("material brush %u, material %u, surface view %i, last cell %u\n",
                       materialMapper->brushSize, materialMapper->currentMaterial,
                       materialMapper->SurfaceView, materialMapper->grid[512][511]) +
@@ -258,6 +262,7 @@ class TerrainUiStory : public TerrainUiTest, public testing::WithParamInterface<
   void PressKey(const std::string& setting, int value) {
     if (setting == "brush") SetBrushSize(value);
     if (setting == "power") SetPower(value);
+    if (setting == "edge") PressTerrainControl(TerrainControl::BrushEdge);
     if (setting == "materialBrush") SetMaterialBrushSize(value);
     if (setting == "surfaceView") ToggleSurfaceView();
     terrainToolbar.Refresh();
