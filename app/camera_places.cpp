@@ -23,18 +23,15 @@ namespace {
 
 using Position = std::array<float, 3>;
 
-constexpr float kFarthest = 100'000;  // world units; what is beyond is damage in the settings
-
-// The names are those of files, whose case does not count; only slashes mean something in settings.
+// The names are those of files, whose case does not count; only slashes mean something in settings,
+// and control characters in a list of them.
 std::string SettingPart(std::string name) {
-  std::replace_if(
-      name.begin(), name.end(), [](char c) { return c == '/' || c == '\\'; }, '_');
+  const auto isSpecial = [](char c) { return c == '/' || c == '\\' || (c >= 0 && c < ' '); };
+  std::replace_if(name.begin(), name.end(), isSpecial, '_');
   return LowerCase(name);
 }
 
-std::string CameraSetting() {
-  return "Camera/" + SettingPart(LevelMod()) + "/" + SettingPart(modConfig.LevelName.String());
-}
+std::string CameraSetting() { return "Camera/" + CameraPlaceName(); }
 
 std::optional<Position> RememberedPosition() {
   const auto text = ReadEditorSetting(CameraSetting());
@@ -45,7 +42,7 @@ std::optional<Position> RememberedPosition() {
     const auto word = words.Next(" ");
     if (!word) return std::nullopt;
     coordinate = ParseFloat(word);
-    if (std::abs(coordinate) > kFarthest) return std::nullopt;
+    if (std::abs(coordinate) > kFarthestCamera) return std::nullopt;
   }
   return position;
 }
@@ -86,6 +83,10 @@ float DistanceToSeeAll() {
 }
 
 }  // namespace
+
+std::string CameraPlaceName() {
+  return SettingPart(LevelMod()) + "/" + SettingPart(modConfig.LevelName.String());
+}
 
 void RememberCameraPosition() {
   const Position& saved = editor.savedCameraPosition;

@@ -2,7 +2,15 @@
 // is first looked at from, and where most of it is in sight.
 #pragma once
 
+#include <string>
+
 namespace mw {
+
+inline constexpr float kFarthestCamera = 100'000;  // world units; what is beyond is damage
+
+// What places of the open level are kept under in the settings: "mod/level", in lower case and
+// without control characters.
+std::string CameraPlaceName();
 
 // Keeps `editor.savedCameraPosition` for the open level, also for later runs of the program.
 void RememberCameraPosition();

@@ -28,6 +28,16 @@ void View() {
   if (IsEditMode(EditMode::ObjectMapper)) PressObjectControl(kView);
 }
 
+template <int kNumber>
+void Keep() {
+  KeepBookmark(kNumber);
+}
+
+template <int kNumber>
+void GoTo() {
+  GoToBookmark(kNumber);
+}
+
 // The key texts in the captions are what the menus show, "Crtl-V" included.
 constexpr auto kCommands = std::to_array<CommandSpec>({
     {kCommandNewLevel, CreateLevelOnCommand, "File", "&New Level\tCtrl-N", "Ctrl+N",
@@ -60,6 +70,42 @@ constexpr auto kCommands = std::to_array<CommandSpec>({
      Group::Drawing},
     {kCommandTextured, ShowTextured, "View", "Te&xtured Mode", "", "Textured Surface Mode",
      "textured", Group::Drawing},
+    {kCommandKeepBookmark1, Keep<1>, "View/Keep Bookmark", "Keep Bookmark &1\tCtrl-Shift-1",
+     "Ctrl+Shift+1", "", ""},
+    {kCommandKeepBookmark2, Keep<2>, "View/Keep Bookmark", "Keep Bookmark &2\tCtrl-Shift-2",
+     "Ctrl+Shift+2", "", ""},
+    {kCommandKeepBookmark3, Keep<3>, "View/Keep Bookmark", "Keep Bookmark &3\tCtrl-Shift-3",
+     "Ctrl+Shift+3", "", ""},
+    {kCommandKeepBookmark4, Keep<4>, "View/Keep Bookmark", "Keep Bookmark &4\tCtrl-Shift-4",
+     "Ctrl+Shift+4", "", ""},
+    {kCommandKeepBookmark5, Keep<5>, "View/Keep Bookmark", "Keep Bookmark &5\tCtrl-Shift-5",
+     "Ctrl+Shift+5", "", ""},
+    {kCommandKeepBookmark6, Keep<6>, "View/Keep Bookmark", "Keep Bookmark &6\tCtrl-Shift-6",
+     "Ctrl+Shift+6", "", ""},
+    {kCommandKeepBookmark7, Keep<7>, "View/Keep Bookmark", "Keep Bookmark &7\tCtrl-Shift-7",
+     "Ctrl+Shift+7", "", ""},
+    {kCommandKeepBookmark8, Keep<8>, "View/Keep Bookmark", "Keep Bookmark &8\tCtrl-Shift-8",
+     "Ctrl+Shift+8", "", ""},
+    {kCommandKeepBookmark9, Keep<9>, "View/Keep Bookmark", "Keep Bookmark &9\tCtrl-Shift-9",
+     "Ctrl+Shift+9", "", ""},
+    {kCommandGoToBookmark1, GoTo<1>, "View/Go to Bookmark", "Go to Bookmark &1\tAlt-1", "Alt+1", "",
+     ""},
+    {kCommandGoToBookmark2, GoTo<2>, "View/Go to Bookmark", "Go to Bookmark &2\tAlt-2", "Alt+2", "",
+     ""},
+    {kCommandGoToBookmark3, GoTo<3>, "View/Go to Bookmark", "Go to Bookmark &3\tAlt-3", "Alt+3", "",
+     ""},
+    {kCommandGoToBookmark4, GoTo<4>, "View/Go to Bookmark", "Go to Bookmark &4\tAlt-4", "Alt+4", "",
+     ""},
+    {kCommandGoToBookmark5, GoTo<5>, "View/Go to Bookmark", "Go to Bookmark &5\tAlt-5", "Alt+5", "",
+     ""},
+    {kCommandGoToBookmark6, GoTo<6>, "View/Go to Bookmark", "Go to Bookmark &6\tAlt-6", "Alt+6", "",
+     ""},
+    {kCommandGoToBookmark7, GoTo<7>, "View/Go to Bookmark", "Go to Bookmark &7\tAlt-7", "Alt+7", "",
+     ""},
+    {kCommandGoToBookmark8, GoTo<8>, "View/Go to Bookmark", "Go to Bookmark &8\tAlt-8", "Alt+8", "",
+     ""},
+    {kCommandGoToBookmark9, GoTo<9>, "View/Go to Bookmark", "Go to Bookmark &9\tAlt-9", "Alt+9", "",
+     ""},
     {kCommandTexturedWireframe, ShowTexturedWireframe, "View", "T&extured Wireframe Mode", "",
      "Textured Wireframe Mode", "textured_wireframe", Group::Drawing},
     {kCommandReliefShading, SwitchReliefShading, "View", "&Relief Shading", "", "", "", Group::None,
@@ -195,6 +241,7 @@ std::span<const CommandId> GroupMembers(CommandGroup group) {
       break;
   }
   return {};
+  if (id >= kCommandKeepBookmark1 && id <= kCommandGoToBookmark9) return true;
 }
 
 }  // namespace mw

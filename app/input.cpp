@@ -229,11 +229,12 @@ void ForgetHeldInput() {
   ShowUndoSteps();
 }
 
-void SetModifiers(bool ctrl, bool shift) {
+void SetModifiers(bool ctrl, bool shift, bool alt) {
   editor.ctrlHeld = ctrl;
   editor.shiftHeld = shift;
   session.heldInput.keys.set(kKeyCtrl, ctrl);
   session.heldInput.keys.set(kKeyShift, shift);
+  session.heldInput.keys.set(kKeyAlt, alt);
 }
 
 void FollowCamera() {

@@ -22,8 +22,8 @@ bool ViewTakesInput();
 // asked of what was drawn.
 void ShowCurrentOutlook();
 
-// Which of the two are held, as each mouse event tells: their own events may have gone elsewhere.
-void SetModifiers(bool ctrl, bool shift);
+// Which of them are held, as each mouse event tells: their own events may have gone elsewhere.
+void SetModifiers(bool ctrl, bool shift, bool alt);
 
 // After a frame was drawn: when it shows another sight than the one before, there is another point
 // under the resting mouse. Tools and drags go on to it.
@@ -50,6 +50,7 @@ struct Shortcut {
   bool needsShift, needsCtrl;
   CommandId command;
   int mode;  // kAnyMode, or the value of an EditMode
+  bool needsAlt = false;
 };
 std::span<const Shortcut> ShortcutTable();
 

@@ -5,6 +5,7 @@
 #include "app/input.h"
 #include "app/keys.h"
 #include "app/modes.h"
+#include "app/session.h"
 #include "app/shell.h"
 #include "app/wheel.h"
 #include "core/history.h"
@@ -25,8 +26,27 @@ constexpr float kMinWaterLevel = 0, kMaxWaterLevel = 255;  // that the keys reac
 constexpr float kWaterStep = 1;
 constexpr float kKeyHeightStep = 0.1f;  // height units
 
-// The first matching row wins.
+// The first matching row wins. Those of bookmarks are for keyboards whose digits need Shift, where
+// the keys of the commands match none.
 constexpr auto kShortcuts = std::to_array<Shortcut>({
+    {'1', true, true, kCommandKeepBookmark1, kAnyMode},
+    {'2', true, true, kCommandKeepBookmark2, kAnyMode},
+    {'3', true, true, kCommandKeepBookmark3, kAnyMode},
+    {'4', true, true, kCommandKeepBookmark4, kAnyMode},
+    {'5', true, true, kCommandKeepBookmark5, kAnyMode},
+    {'6', true, true, kCommandKeepBookmark6, kAnyMode},
+    {'7', true, true, kCommandKeepBookmark7, kAnyMode},
+    {'8', true, true, kCommandKeepBookmark8, kAnyMode},
+    {'9', true, true, kCommandKeepBookmark9, kAnyMode},
+    {'1', false, false, kCommandGoToBookmark1, kAnyMode, true},
+    {'2', false, false, kCommandGoToBookmark2, kAnyMode, true},
+    {'3', false, false, kCommandGoToBookmark3, kAnyMode, true},
+    {'4', false, false, kCommandGoToBookmark4, kAnyMode, true},
+    {'5', false, false, kCommandGoToBookmark5, kAnyMode, true},
+    {'6', false, false, kCommandGoToBookmark6, kAnyMode, true},
+    {'7', false, false, kCommandGoToBookmark7, kAnyMode, true},
+    {'8', false, false, kCommandGoToBookmark8, kAnyMode, true},
+    {'9', false, false, kCommandGoToBookmark9, kAnyMode, true},
     {'A', false, true, kCommandSurfaceAssignments, kAnyMode},
     {'C', false, true, kCommandCopy, kAnyMode},
     {'V', false, true, kCommandPaste, kAnyMode},
@@ -57,6 +77,7 @@ constexpr auto kShortcuts = std::to_array<Shortcut>({
     {'B', false, false, kCommandRoad, kInTerrain},
     {'N', false, false, kCommandPointManipulation, kInTerrain},
     {'M', false, false, kCommandAutoSmoothing, kInTerrain},
+    {'E', false, false, kCommandBrushEdge, kInTerrain},
 });
 
 bool IsLetter(int key) { return key >= 'A' && key <= 'Z'; }
@@ -64,6 +85,7 @@ bool IsLetter(int key) { return key >= 'A' && key <= 'Z'; }
 // With Ctrl held a letter is a command of its own and never the tool that it is without.
 bool FitsModifiers(const Shortcut& row) {
   if (row.needsShift && !editor.shiftHeld) return false;
+  if (row.needsAlt && !session.heldInput.keys[kKeyAlt]) return false;
   return row.needsCtrl ? editor.ctrlHeld : !(editor.ctrlHeld && IsLetter(row.key));
 }
 
@@ -77,7 +99,6 @@ const Shortcut* FindShortcut(int key) {
   return nullptr;
 }
 
-    {'E', false, false, kCommandBrushEdge, kInTerrain},
 void RunShortcut(const Shortcut& shortcut) {
   if (shortcut.mode == kInTerrain) {
     PressTerrainControl(static_cast<TerrainControl>(shortcut.command));
@@ -141,6 +162,7 @@ void KeyDown(int key) {
   }
   if (key == kKeyCtrl) editor.ctrlHeld = true;
   if (key == kKeyShift) editor.shiftHeld = true;
+  if (key == kKeyAlt) session.heldInput.keys.set(kKeyAlt);
   if (IsEditMode(EditMode::TerrainMapper) && terrain.tool == TerrainTool::PointManipulation) {
     PointManipulationKey(key);
   }
@@ -178,6 +200,9 @@ void KeyUp(int key) {
       break;
     case kKeyShift:
       editor.shiftHeld = false;
+      break;
+    case kKeyAlt:
+      session.heldInput.keys.reset(kKeyAlt);
       break;
     case kKeyPageUp:
       RaiseWater();

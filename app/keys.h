@@ -12,6 +12,7 @@ enum Key : int {
   kKeyTab = 9,
   kKeyShift = 16,
   kKeyCtrl = 17,
+  kKeyAlt = 18,
   kKeyEscape = 27,
   kKeySpace = 32,
   kKeyPageUp = 33,

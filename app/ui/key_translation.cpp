@@ -58,6 +58,8 @@ int TranslateNamedKey(int key) {
       return kKeyShift;
     case Qt::Key_Control:
       return kKeyCtrl;
+    case Qt::Key_Alt:
+      return kKeyAlt;
     case Qt::Key_Escape:
       return kKeyEscape;
     case Qt::Key_Space:

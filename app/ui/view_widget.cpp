@@ -42,6 +42,10 @@ MouseButton DraggingButton(const QMouseEvent& event) {
   return MouseButton::None;
 }
 
+void TakeModifiers(Qt::KeyboardModifiers held) {
+  SetModifiers(held & Qt::ControlModifier, held & Qt::ShiftModifier, held & Qt::AltModifier);
+}
+
 // The arrow of the picture points to its upper left corner.
 const QCursor& PasteCursor() {
   constexpr int kSize = 24;
@@ -109,7 +113,7 @@ void ViewWidget::SendMouse(MouseButton button, MouseEvent kind, const QMouseEven
   const QPoint pixel = DevicePixel(event.position());
   session.heldInput.leftButton = event.buttons() & Qt::LeftButton;
   session.heldInput.rightButton = event.buttons() & Qt::RightButton;
-  SetModifiers(event.modifiers() & Qt::ControlModifier, event.modifiers() & Qt::ShiftModifier);
+  TakeModifiers(event.modifiers());
   RouteMouse(button, kind, pixel.x(), pixel.y());
   UpdateCursor();
 }
@@ -136,7 +140,7 @@ void ViewWidget::wheelEvent(QWheelEvent* event) {
   const int notches = wheelTurn_ / QWheelEvent::DefaultDeltasPerStep;
   wheelTurn_ %= QWheelEvent::DefaultDeltasPerStep;
   const QPoint pixel = DevicePixel(event->position());
-  SetModifiers(event->modifiers() & Qt::ControlModifier, event->modifiers() & Qt::ShiftModifier);
+  TakeModifiers(event->modifiers());
   if (notches != 0) RouteWheel(notches, pixel.x(), pixel.y());
   event->accept();
 }

@@ -33,7 +33,7 @@ const std::map<std::string, int> kNamedKeys = {
     {"Delete", kKeyDelete}, {"PageDown", kKeyPageDown}, {"Plus", kKeyNumpadPlus},
     {"Left", kKeyLeft},     {"Right", kKeyRight},       {"Up", kKeyUp},
     {"Down", kKeyDown},     {"Minus", kKeyNumpadMinus}, {"Home", kKeyHome},
-    {"[", kKeyBracketLeft}, {"]", kKeyBracketRight}};
+    {"[", kKeyBracketLeft}, {"]", kKeyBracketRight},    {"Alt", kKeyAlt}};
 const std::map<std::string, MouseButton> kButtons = {{"left", MouseButton::Left},
                                                      {"middle", MouseButton::Middle},
                                                      {"right", MouseButton::Right},
@@ -340,7 +340,8 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
       {"key-up", [](const Words& w) { RouteKey(KeyOf(w[0]), false); }},
       {"modifiers",
        [](const Words& w) {
-         SetModifiers(std::ranges::count(w, "Ctrl") > 0, std::ranges::count(w, "Shift") > 0);
+         const auto held = [&w](const char* key) { return std::ranges::count(w, key) > 0; };
+         SetModifiers(held("Ctrl"), held("Shift"), held("Alt"));
        }},
       {"run",
        [](const Words& w) {

@@ -4,6 +4,8 @@
 #include <fstream>
 #include <gtest/gtest.h>
 
+#include "app/camera_control.h"
+#include "app/camera_places.h"
 #include "app/commands.h"
 #include "app/input.h"
 #include "app/level.h"
@@ -148,6 +150,17 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
     };
     RouteKey(kKeyCtrl, true);
     RouteKey(kKeyCtrl, false);
+  }
+  // Digits by Ctrl+Shift or Alt; what is not kept then moves the camera on.
+  void UseBookmarks(const Words& w) {
+    const bool keeps = w[0] == "keep";
+    SetModifiers(keeps, keeps, !keeps);
+    for (std::size_t i = 1; i < w.size(); ++i) {
+      RouteKey(w[i][0], true), RouteKey(w[i][0], false);
+      if (keeps) camera.position += {10, 1, 20}, TurnCamera(45), TiltCamera(-5);
+    }
+    SetModifiers(false, false, false);
+    if (!keeps) Look();
   }
   void TellName(const std::string& typed) {
     Tell("       name " + AcceptLevelName(typed).value_or("refused"));
@@ -305,6 +318,25 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
          }
        }},
       {"camera", [](const Words&) { camera.position.Set(300, 80.125f, 400); }},
+      {"bookmarks", [this](const Words& w) { UseBookmarks(w); }},
+      {"bookmarks-are",
+       [](const Words& w) {
+         std::string text = WithBreaks(w[0]);
+         std::ranges::replace(text, '_', ' ');
+         scripted::script.editorSettings["Bookmarks"] =
+             std::regex_replace(text, std::regex("LEVEL"), CameraPlaceName());
+       }},
+      {"many-bookmarked-levels",
+       [](const Words&) {
+         std::string& text = scripted::script.editorSettings["Bookmarks"] = std::string(3000, 'x');
+         for (int i = 0; i < 60; ++i) text += FormatText("\nmod/%i\t1 0 0 0 0 0 1", i);
+       }},
+      {"bookmarked-levels",
+       [this](const Words&) {
+         const std::string text = scripted::script.editorSettings["Bookmarks"];
+         Tell(FormatText("       %td levels, the last of them ", std::ranges::count(text, '\n')) +
+              text.substr(text.rfind('/')));
+       }},
       {"save", [this](const Words&) { TellAnswer(SaveLevel()); }},
       {"close", [](const Words&) { CloseLevelArchive(); }},
       {"close-on-a-full-disk",

@@ -95,7 +95,7 @@ TEST_F(HelpPagesTest, GuideNamesEveryCommandWithItsKeys) {
 TEST_F(HelpPagesTest, GuideNamesEveryKeyOfTheViewWithWhatItDoes) {
   for (const Shortcut& shortcut : ShortcutTable()) {
     const QString key = QString(shortcut.needsCtrl ? "Ctrl+" : "") +
-                        (shortcut.needsShift ? "Shift+" : "") +
+                        (shortcut.needsAlt ? "Alt+" : "") + (shortcut.needsShift ? "Shift+" : "") +
                         (shortcut.key == kKeyHome ? QString("Home") : QString(QChar(shortcut.key)));
     const QString name = NameOf(shortcut.command);
     EXPECT_FALSE(name.isEmpty()) << shortcut.command;
