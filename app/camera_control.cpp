@@ -11,6 +11,7 @@
 #include "data/mod_config.h"
 #include "platform/clock.h"
 #include "terrain/brush_stroke.h"
+#include "terrain/ground_ray.h"
 #include "terrain/terrain.h"
 
 namespace mw {
@@ -28,6 +29,14 @@ bool Held(int key) { return session.heldInput.keys[static_cast<std::size_t>(key)
 // A movement key, by its letter (not while Ctrl makes it a command) or its arrow.
 bool Moves(char letter, int arrow) {
   return (Held(letter) && !editor.ctrlHeld && !Held(kKeyCtrl)) || Held(arrow);
+}
+
+// Flight that moves stays above the ground as it is drawn.
+void KeepClearance() {
+  constexpr float kClearance = 2;  // world units
+  if (editor.cameraMode != CameraMode::Fly || Held(kKeyAlt) || !HasUsableTerrain()) return;
+  const float ground = DrawnGroundHeight(camera.position.x, camera.position.z);
+  camera.position.y = std::max(camera.position.y, ground + kClearance);
 }
 
 void MoveFromKeys() {
@@ -93,6 +102,7 @@ void MoveCameraForward(float distance) {
     camera.position.z -= distance;
   } else {
     camera.position -= camera.direction * distance;
+    KeepClearance();
   }
   hooks.invalidateMiniMap();
 }
@@ -103,6 +113,7 @@ void StrafeCamera(float distance) {
   } else {
     camera.position.x -= distance * camera.direction.z;
     camera.position.z += distance * camera.direction.x;
+    KeepClearance();
   }
   hooks.invalidateMiniMap();
 }

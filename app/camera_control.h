@@ -9,6 +9,8 @@ inline constexpr float kTopDownMaxHeight = 512;  // world units that the mouse r
 
 void TurnCamera(float deltaYaw);    // degrees
 void TiltCamera(float deltaPitch);  // degrees
+// World units against the view, and to its right; from above down the picture and to the left. In
+// flight they keep a little above the ground unless Alt is held.
 void MoveCameraForward(float distance);
 void StrafeCamera(float distance);
 void SetCameraMode(CameraMode mode);

@@ -4,6 +4,7 @@
 #include "core/camera.h"
 #include "core/editor_state.h"
 #include "data/mod_config.h"
+#include "terrain/ground_ray.h"
 #include "terrain/terrain.h"
 #include "terrain/terrain_passes.h"
 #include "terrain/terrain_render.h"
@@ -40,7 +41,11 @@ void SetTerrainBaseColour(int r, int g, int b, int a) {
 void UpdateViewSquare() {
   const Range rows = CellsAround(camera.position.x), columns = CellsAround(camera.position.z);
   terrain.viewSquare = {rows.start, rows.end, columns.start, columns.end};
-  if (editor.cameraMode == CameraMode::OnTerrain) camera.position.y = HeightUnderCamera(kEyeHeight);
+  // On the slopes as they are drawn, not from step to step of the cells.
+  if (editor.cameraMode == CameraMode::OnTerrain) {
+    camera.position.y = DrawnGroundHeight(camera.position.x, camera.position.z) +
+                        kEyeHeight * modConfig.HeightScale;
+  }
 }
 
 }  // namespace mw

@@ -134,15 +134,27 @@ void ViewWidget::mouseDoubleClickEvent(QMouseEvent* event) {
   SendMouse(PressedButton(*event), MouseEvent::DoubleClick, *event);
 }
 
-// What is less than a notch is kept for the next event.
+// What is less than a notch is kept for the next event. With Alt the turn comes as a sideways one.
 void ViewWidget::wheelEvent(QWheelEvent* event) {
-  wheelTurn_ += event->angleDelta().y();
+  const QPoint turn = event->angleDelta();
+  wheelTurn_ += event->modifiers() & Qt::AltModifier ? turn.x() + turn.y() : turn.y();
   const int notches = wheelTurn_ / QWheelEvent::DefaultDeltasPerStep;
   wheelTurn_ %= QWheelEvent::DefaultDeltasPerStep;
   const QPoint pixel = DevicePixel(event->position());
   TakeModifiers(event->modifiers());
   if (notches != 0) RouteWheel(notches, pixel.x(), pixel.y());
   event->accept();
+}
+
+// Alt that is pressed while other keys move the camera belongs to them, and does not open the menu
+// bar when it is released.
+bool ViewWidget::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride &&
+      static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt && session.heldInput.keys.any()) {
+    event->accept();
+    return true;
+  }
+  return QOpenGLWidget::event(event);
 }
 
 bool ViewWidget::RouteKeyEvent(const QKeyEvent& event, bool down) {

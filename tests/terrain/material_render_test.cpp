@@ -1,6 +1,7 @@
 #include "bench/plain/plain_material.h"
 #include "core/hooks.h"
 #include "support/prompts.h"
+#include "terrain/ground_ray.h"
 #include "terrain/material_map.h"
 #include "terrain/material_mapper.h"
 #include "terrain/terrain.h"
@@ -122,8 +123,11 @@ TEST_F(MaterialRenderTest, ObjectsComeOnRequestAndTheCameraOnTerrainStandsOnTheG
   }
   BeginScene(kFly, kWidth, kHeight);
   editor.cameraMode = CameraMode::OnTerrain;
+  camera.position += {1.5f, 0, 0.5f};  // off the corner of a cell
   RenderMaterialMode();
-  EXPECT_FLOAT_EQ(camera.position.y, HeightUnderCamera(3));
+  const float ground = DrawnGroundHeight(camera.position.x, camera.position.z);
+  EXPECT_FLOAT_EQ(camera.position.y, ground + 3 * modConfig.HeightScale);
+  EXPECT_NE(camera.position.y, HeightUnderCamera(3)) << "on the slope, not on the cell's corner";
 }
 
 }  // namespace
