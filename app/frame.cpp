@@ -66,25 +66,6 @@ void RenderObjectMode() {
   RenderWater();
 }
 
-void RenderScene() {
-  UpdateCameraFromInput();
-  ClampCamera();
-  UpdateViewSquare();  // on the ground it sets the camera's height
-  ApplyCamera();
-  switch (editor.editMode) {
-    case EditMode::TerrainMapper:
-      RenderTerrainMode();
-      break;
-    case EditMode::MaterialMapper:
-      RenderMaterialMode();
-      break;
-    case EditMode::ObjectMapper:
-      RenderObjectMode();
-      break;
-  }
-  FollowCamera();
-}
-
 // Leaves the depth of the scene, which objects are picked from.
 void DrawRubberBand() {
   const auto& band = editor.rubberBand;
@@ -160,10 +141,29 @@ void RenderFrame(std::uint32_t now) {
   if (editor.browserPreviewActive) {
     DrawBrowserPreview();
   } else {
-    RenderScene();
+    UpdateCameraFromInput();
+    DrawScene();
+    FollowCamera();
   }
   DrawOverlay();
   SetStatusText(2, FormatText("FPS: %i", editor.shownFps));
+}
+
+void DrawScene() {
+  ClampCamera();
+  UpdateViewSquare();  // on the ground it sets the camera's height
+  ApplyCamera();
+  switch (editor.editMode) {
+    case EditMode::TerrainMapper:
+      RenderTerrainMode();
+      break;
+    case EditMode::MaterialMapper:
+      RenderMaterialMode();
+      break;
+    case EditMode::ObjectMapper:
+      RenderObjectMode();
+      break;
+  }
 }
 
 void DrawOverlay() {

@@ -12,6 +12,9 @@ void CreateViewObjects();
 void ResizeView(int width, int height);
 // Draws one frame into the current framebuffer; `now` in milliseconds. The caller swaps.
 void RenderFrame(std::uint32_t now);
+// Draws the level as the current mode shows it, with the current projection, into the current
+// framebuffer, which is clear; the model-view matrix is the identity.
+void DrawScene();
 // Rubber band and material swatch over the scene, and the Mini-Map.
 void DrawOverlay();
 // Frees the view's objects and textures; context current.

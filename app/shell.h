@@ -96,6 +96,7 @@ struct Shell {
   WindowFunction<void()> addFileDialog;
   WindowFunction<void()> levelStatisticsDialog;
   WindowFunction<void()> surfaceAssignmentsDialog;
+  WindowFunction<void()> savePictureDialog;
   WindowFunction<void()> lightSettingsDialog;
   WindowFunction<void()> fogSettingsDialog;
   WindowFunction<void()> shadowSettingsDialog;

@@ -14,6 +14,7 @@
 #include "app/ui/sample_game_window.h"
 #include "app/ui/view_widget.h"
 #include "app/ui/welcome_dialog.h"
+#include "app/ui/save_picture_dialog.h"
 #include "app/undo.h"
 #include "core/history.h"
 #include "core/hooks.h"
@@ -83,6 +84,7 @@ Shell ShellOf(MainWindow& window) {
       .levelStatisticsDialog = [owner] { LevelStatisticsDialog(owner); },
       .surfaceAssignmentsDialog =
           [owner] { SurfaceAssignmentsDialog(owner, shell.renderFrameNow); },
+      .savePictureDialog = [owner, view] { SavePictureDialog(owner, *view); },
       .lightSettingsDialog =
           [owner] { AsStep("Light Settings", [owner] { LightSettingsDialog(owner); }); },
       .fogSettingsDialog =

@@ -45,6 +45,7 @@ const std::map<std::string, MouseEvent> kEvents = {{"down", MouseEvent::Press},
 // Windows that only open here.
 const std::pair<const char*, WindowFunction<void()>*> kWindows[] = {
     {"the file adder", &shell.addFileDialog},
+    {"the picture", &shell.savePictureDialog},
     {"the statistics", &shell.levelStatisticsDialog},
     {"the surface assignments", &shell.surfaceAssignmentsDialog},
     {"the light settings", &shell.lightSettingsDialog},

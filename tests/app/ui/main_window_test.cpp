@@ -2,6 +2,9 @@
 
 #include <QAction>
 #include <QDropEvent>
+#include <QFileDialog>
+#include <QImage>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
@@ -16,6 +19,7 @@
 
 #include "app/ui/picture_dialog.h"
 #include "app/ui/sample_game_window.h"
+#include "app/ui/view_widget.h"
 #include "app/ui/window_fixture.h"
 #include "support/golden.h"
 #include "support/prompts.h"
@@ -73,6 +77,42 @@ TEST_F(WindowTest, WritingTheSampleGameIsCancelledOrTellsWhyItFailed) {
   const SampleGameWriting failed = WriteSampleGame(&window, (folder / "file").string(), work);
   EXPECT_FALSE(failed.complete);
   EXPECT_THAT(failed.failure, testing::HasSubstr((folder / "file").string()));
+}
+
+// Saves what is offered, there.
+void SavePictureAs(const std::string& path) {
+  QTimer clicks;
+  QObject::connect(&clicks, &QTimer::timeout, [&path] {
+    QWidget* const dialog = QApplication::activeModalWidget();
+    if (auto* const files = qobject_cast<QFileDialog*>(dialog)) {
+      files->findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(path));
+      QMetaObject::invokeMethod(files, "accept");
+    } else if (dialog) {
+      dialog->findChild<QPushButton*>("okButton")->click();
+    }
+  });
+  clicks.start(10);
+  shell.savePictureDialog();
+}
+
+TEST_F(WindowTest, APictureIsAPngOfTheSizeThatWasChosenOrWhyItIsNot) {
+  window.show();
+  QApplication::processEvents();
+  const std::string viewPath = (folder / "view").string();
+  SavePictureAs(viewPath);
+  const QImage view(QString::fromStdString(viewPath + ".png"));
+  EXPECT_EQ(view.size(), window.view()->size());
+  editor.cameraMode = CameraMode::TopDown;
+  const std::string levelPath = (folder / "level.png").string();
+  SavePictureAs(levelPath);
+  const QImage level(QString::fromStdString(levelPath));
+  EXPECT_EQ(level.size(), QSize(1024, 1024));
+  QImage empty(level.size(), level.format());
+  empty.fill(view.pixelColor(0, 0));  // of the sky
+  EXPECT_NE(level, empty);
+  Answer({PromptAnswer::Ok});
+  SavePictureAs((folder / "missing" / "picture.png").string());
+  ExpectPrompts({"The picture could not be saved"});
 }
 
 TEST_F(WindowTest, MenusToolbarsAndKeysAreAsTheGuideShowsThem) {

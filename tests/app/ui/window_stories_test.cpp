@@ -216,6 +216,7 @@ class WindowStory : public WindowTest, public testing::WithParamInterface<std::s
        }},
       {"statistics",
        [](const Words&) { FillStatistics() ? shell.levelStatisticsDialog() : void(); }},
+      {"save-picture", [](const Words&) { shell.savePictureDialog(); }},
       {"splash", [](const Words&) { shell.aboutDialog(); }},
       {"credits", [](const Words&) { shell.creditsDialog(); }}};
 
@@ -332,6 +333,7 @@ class WindowStory : public WindowTest, public testing::WithParamInterface<std::s
          QFocusEvent focusOut(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
          QApplication::sendEvent(window.view(), &focusOut);
        }},
+      {"from-above", [](const Words&) { editor.cameraMode = CameraMode::TopDown; }},
       {"camera",
        [](const Words&) {
          camera.position = {7, 7, 7};
