@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <array>
 
+#include "app/bookmarks.h"
 #include "app/camera_control.h"
 #include "app/camera_places.h"
 #include "app/command_deeds.h"
 #include "app/level.h"
+#include "app/mini_map_look.h"
 #include "app/modes.h"
 #include "app/shell.h"
 #include "app/test_level.h"
@@ -53,10 +55,10 @@ constexpr auto kCommands = std::to_array<CommandSpec>({
      "Heightmap", "", "", ""},
     {kCommandExportHeightmap, [] { ExportHeightmap(shell.sampleBitsDialog); }, "File/Export",
      "Heightmap", "", "", ""},
-    {kCommandExit, ExitOnCommand, "File", "E&xit", "", "", ""},
-    {kCommandUndo, UndoStep, "Edit", "&Undo\tCtrl-Z", "Ctrl+Z", "", ""},
     {kCommandSavePicture, [] { shell.savePictureDialog(); }, "File",
      "Save &Picture...\tCtrl-Shift-P", "Ctrl+Shift+P", "", ""},
+    {kCommandExit, ExitOnCommand, "File", "E&xit", "", "", ""},
+    {kCommandUndo, UndoStep, "Edit", "&Undo\tCtrl-Z", "Ctrl+Z", "", ""},
     {kCommandRedo, RedoStep, "Edit", "&Redo\tCtrl-Y", "Ctrl+Y Ctrl+Shift+Z", "", ""},
     {kCommandCut, CopyOnCommand, "Edit", "&Cut\tCtrl-X", "", "Cut Selected Entities", "cut"},
     {kCommandCopy, CopyOnCommand, "Edit", "C&opy\tCtrl-C", "", "Copy Selected Entities", "copy"},
@@ -68,10 +70,6 @@ constexpr auto kCommands = std::to_array<CommandSpec>({
     {kCommandCameraTopDown, [] { SetCameraMode(CameraMode::TopDown); }, "View",
      "Camera &Top-down Mode", "", "Camera Top-Down Mode", "camera_top_down", Group::Camera},
     {kCommandShowWholeLevel, ShowWholeLevel, "View", "&Show Whole Level\tHome", "", "", ""},
-    {kCommandWireframe, ShowWireframe, "View", "&Wireframe Mode", "", "Wireframe Mode", "wireframe",
-     Group::Drawing},
-    {kCommandTextured, ShowTextured, "View", "Te&xtured Mode", "", "Textured Surface Mode",
-     "textured", Group::Drawing},
     {kCommandKeepBookmark1, Keep<1>, "View/Keep Bookmark", "Keep Bookmark &1\tCtrl-Shift-1",
      "Ctrl+Shift+1", "", ""},
     {kCommandKeepBookmark2, Keep<2>, "View/Keep Bookmark", "Keep Bookmark &2\tCtrl-Shift-2",
@@ -108,10 +106,24 @@ constexpr auto kCommands = std::to_array<CommandSpec>({
      ""},
     {kCommandGoToBookmark9, GoTo<9>, "View/Go to Bookmark", "Go to Bookmark &9\tAlt-9", "Alt+9", "",
      ""},
+    {kCommandWireframe, ShowWireframe, "View", "&Wireframe Mode", "", "Wireframe Mode", "wireframe",
+     Group::Drawing},
+    {kCommandTextured, ShowTextured, "View", "Te&xtured Mode", "", "Textured Surface Mode",
+     "textured", Group::Drawing},
     {kCommandTexturedWireframe, ShowTexturedWireframe, "View", "T&extured Wireframe Mode", "",
      "Textured Wireframe Mode", "textured_wireframe", Group::Drawing},
     {kCommandReliefShading, SwitchReliefShading, "View", "&Relief Shading", "", "", "", Group::None,
      true},
+    {kCommandMiniMap, SwitchMiniMap, "View/Mini-Map", "Show &Mini-Map\tCtrl-M", "Ctrl+M", "", "",
+     Group::None, true},
+    {kCommandMiniMapSmall, [] { SetMiniMapSize(MiniMapSize::Small); }, "View/Mini-Map",
+     "&Small Mini-Map", "", "", "", Group::MiniMapSize},
+    {kCommandMiniMapMedium, [] { SetMiniMapSize(MiniMapSize::Medium); }, "View/Mini-Map",
+     "Me&dium Mini-Map", "", "", "", Group::MiniMapSize},
+    {kCommandMiniMapLarge, [] { SetMiniMapSize(MiniMapSize::Large); }, "View/Mini-Map",
+     "&Large Mini-Map", "", "", "", Group::MiniMapSize},
+    {kCommandMiniMapStretched, SwitchMiniMapStretching, "View/Mini-Map", "S&tretch Heights", "", "",
+     "", Group::None, true},
     {kCommandLevelStatistics, [] { shell.levelStatisticsDialog(); }, "View", "&Level Statistics",
      "", "", ""},
     {kCommandTerrainMapper, [] { SetEditMode(EditMode::TerrainMapper); }, "Tools",
@@ -185,6 +197,7 @@ constexpr auto kLevelCommands = std::to_array<CommandId>({
     kCommandSaveLevel,
     kCommandImportHeightmap,
     kCommandExportHeightmap,
+    kCommandSavePicture,
     kCommandUndo,
     kCommandRedo,
     kCommandCut,
@@ -197,7 +210,6 @@ constexpr auto kLevelCommands = std::to_array<CommandId>({
     kCommandGenerateSurfaceMaps,
     kCommandGenerateShadows,
     kCommandMergeLightmaps,
-    kCommandSavePicture,
     kCommandGenerateObjectLightmaps,
     kCommandGenerateInGameMap,
     kCommandAddFile,
@@ -213,6 +225,8 @@ constexpr auto kCameraGroup =
     std::to_array<CommandId>({kCommandCameraOnTerrain, kCommandCameraFly, kCommandCameraTopDown});
 constexpr auto kDrawingGroup =
     std::to_array<CommandId>({kCommandWireframe, kCommandTextured, kCommandTexturedWireframe});
+constexpr auto kMiniMapSizeGroup =
+    std::to_array<CommandId>({kCommandMiniMapSmall, kCommandMiniMapMedium, kCommandMiniMapLarge});
 constexpr auto kModeGroup =
     std::to_array<CommandId>({kCommandTerrainMapper, kCommandMaterialMapper, kCommandObjectMapper});
 
@@ -227,6 +241,7 @@ const CommandSpec* FindCommand(CommandId id) {
 }
 
 bool NeedsLevel(CommandId id) {
+  if (id >= kCommandKeepBookmark1 && id <= kCommandGoToBookmark9) return true;
   return std::find(kLevelCommands.begin(), kLevelCommands.end(), id) != kLevelCommands.end();
 }
 
@@ -240,11 +255,12 @@ std::span<const CommandId> GroupMembers(CommandGroup group) {
       return kDrawingGroup;
     case Group::Mode:
       return kModeGroup;
+    case Group::MiniMapSize:
+      return kMiniMapSizeGroup;
     case Group::None:
       break;
   }
   return {};
-  if (id >= kCommandKeepBookmark1 && id <= kCommandGoToBookmark9) return true;
 }
 
 }  // namespace mw

@@ -11,7 +11,7 @@
 namespace mw {
 
 // Commands of one radio group: exactly one is checked.
-enum class CommandGroup { None, Camera, Drawing, Mode };
+enum class CommandGroup { None, Camera, Drawing, Mode, MiniMapSize };
 
 // What a command does: a function, which each command must have.
 class Deed {

@@ -1,6 +1,7 @@
 #include "app/mini_map.h"
 
 #include <GL/gl.h>
+#include <GL/glext.h>
 #include <algorithm>
 #include <bit>
 
@@ -8,6 +9,7 @@
 #include "core/camera.h"
 #include "core/hooks.h"
 #include "data/mod_config.h"
+#include "terrain/stretched_mini_map.h"
 #include "terrain/terrain.h"
 
 namespace mw {
@@ -21,6 +23,8 @@ constexpr int kLineStart = 11, kLineLength = 10;  // marker pixels
 struct DrawnMiniMap {
   unsigned window = 0, heights = 0;       // textures; 0 before the first frame
   int windowWidth = 0, windowHeight = 0;  // of the window's texture: powers of two
+  bool isStretched = false;               // the heights' texture holds this picture
+  StretchedMiniMap stretched;
 };
 DrawnMiniMap drawn;  // a cache: what GL holds of both pictures
 
@@ -32,36 +36,48 @@ float WorldUnitsPerPixel() {
          static_cast<float>(samplesPerPixel);
 }
 
-void UseSharpTexture(unsigned& texture) {
+void UseTexture(unsigned& texture, GLint filter) {
   if (!texture) glGenTextures(1, &texture);
   glBindTexture(GL_TEXTURE_2D, texture);
-  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
+  glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
+}
+
+// Gives GL what changed of the picture that is shown, all when it is another one.
+void UploadHeights(bool isNew) {
+  const bool wantsStretched = session.miniMapLook.stretched;
+  auto changed = terrain.miniMap.changed;
+  if (isNew || wantsStretched != drawn.isStretched) changed = {};
+  terrain.miniMap.changed = {kMiniMapSize, -1};
+  if (changed.first > changed.last) return;
+  if (wantsStretched) changed = drawn.stretched.Update(changed);
+  drawn.isStretched = wantsStretched;
+  const auto& grey = wantsStretched ? drawn.stretched.Grey() : terrain.miniMap.grey;
+  glTexSubImage2D(GL_TEXTURE_2D, 0, 0, changed.first, kMiniMapSize,
+                  changed.last - changed.first + 1, GL_LUMINANCE, GL_UNSIGNED_BYTE,
+                  &grey[static_cast<std::size_t>(changed.first) * kMiniMapSize]);
 }
 
 // Leaves the height picture's texture bound.
 void BindHeights() {
   const bool isNew = !drawn.heights;
-  UseSharpTexture(drawn.heights);
-  auto& changed = terrain.miniMap.changed;
+  const bool isEnlarged = session.miniMapLook.size != MiniMapSize::Small;
+  UseTexture(drawn.heights, isEnlarged ? GL_LINEAR : GL_NEAREST);
   if (isNew) {
-    changed = {};
     glTexImage2D(GL_TEXTURE_2D, 0, GL_LUMINANCE8, kMiniMapSize, kMiniMapSize, 0, GL_LUMINANCE,
                  GL_UNSIGNED_BYTE, nullptr);
+    // Enlarged, the last pixels do not run into those of the other edge.
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
   }
-  if (changed.first <= changed.last) {
-    glTexSubImage2D(GL_TEXTURE_2D, 0, 0, changed.first, kMiniMapSize,
-                    changed.last - changed.first + 1, GL_LUMINANCE, GL_UNSIGNED_BYTE,
-                    &terrain.miniMap.grey[static_cast<std::size_t>(changed.first) * kMiniMapSize]);
-  }
-  changed = {kMiniMapSize, -1};
+  UploadHeights(isNew);
 }
 
 // Leaves the window's texture bound.
 void BindWindow() {
   MiniMapWindowPicture& window = session.miniMapWindow;
   const bool isNew = !drawn.window;
-  UseSharpTexture(drawn.window);
+  UseTexture(drawn.window, GL_NEAREST);
   if (!isNew && !window.changed) return;
   const auto powerOfTwo = [](int side) {
     return static_cast<int>(std::bit_ceil(static_cast<unsigned>(side)));

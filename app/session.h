@@ -8,6 +8,7 @@
 
 #include "app/keys.h"
 #include "app/mini_map.h"
+#include "app/mini_map_look.h"
 #include "app/recovery.h"
 #include "core/editor_state.h"
 #include "core/vector3.h"
@@ -42,6 +43,7 @@ struct Session {
   Outlook pictured;  // that of the frame drawn last
   TreeItemDrag treeItemDrag;
   MiniMapWindowPicture miniMapWindow;
+  MiniMapLook miniMapLook;
   Recovery recovery;
   NewBackup newBackup;
   int undoPauses = 0;             // how many UndoPause live

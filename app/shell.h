@@ -67,6 +67,8 @@ struct Shell {
   WindowFunction<void(bool)> setLevelOpen;
   // With the mode's tools and their settings as they are now.
   WindowFunction<void(EditMode)> showModeToolbar;
+  // As session.miniMapLook says.
+  WindowFunction<void()> showMiniMap;
   WindowFunction<bool()> mainWindowActive;
   WindowFunction<bool()> viewHasFocus;
   WindowFunction<void()> focusView;
@@ -94,9 +96,9 @@ struct Shell {
       writeSampleGame;
   // Dialogs that do by themselves what they are for.
   WindowFunction<void()> addFileDialog;
+  WindowFunction<void()> savePictureDialog;
   WindowFunction<void()> levelStatisticsDialog;
   WindowFunction<void()> surfaceAssignmentsDialog;
-  WindowFunction<void()> savePictureDialog;
   WindowFunction<void()> lightSettingsDialog;
   WindowFunction<void()> fogSettingsDialog;
   WindowFunction<void()> shadowSettingsDialog;

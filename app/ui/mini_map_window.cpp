@@ -7,22 +7,24 @@
 #include <algorithm>
 #include <cstring>
 
+#include "app/commands.h"
 #include "app/mini_map.h"
+#include "app/mini_map_look.h"
 #include "app/session.h"
 
 namespace mw {
 namespace {
 
 constexpr int kTitleHeight = 18, kBorder = 1;
-constexpr QPoint kFirstPlace(6, 6);  // in the view
 
-// The place of the picture, one pixel of the height field per pixel of the widget.
+int Enlargement() { return static_cast<int>(session.miniMapLook.size); }
+
+// The place of the picture.
 class MiniMapPictureWidget : public QWidget {
  public:
   explicit MiniMapPictureWidget(QWidget* parent) : QWidget(parent) {
     setObjectName("miniMapPicture");
     setAccessibleName("Mini-Map");
-    setFixedSize(kMiniMapSize, kMiniMapSize);
   }
 
  protected:
@@ -32,8 +34,24 @@ class MiniMapPictureWidget : public QWidget {
  private:
   static void MoveCamera(const QMouseEvent& event) {
     if (!(event.buttons() & Qt::LeftButton)) return;
-    const QPoint pixel = event.position().toPoint();
-    MoveCameraToMiniMapPixel(pixel.x(), pixel.y());
+    const QPointF pixel = event.position() / Enlargement();
+    MoveCameraToMiniMapPixel(static_cast<int>(pixel.x()), static_cast<int>(pixel.y()));
+  }
+};
+
+// At the end of the title bar.
+class MiniMapCross : public QWidget {
+ public:
+  explicit MiniMapCross(QWidget* parent) : QWidget(parent) {
+    setObjectName("miniMapCross");
+    setAccessibleName("Close Mini-Map");
+    setToolTip("Close Mini-Map (Ctrl-M)");
+    setFixedSize(kTitleHeight, kTitleHeight);
+  }
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::LeftButton) RunCommand(kCommandMiniMap);
   }
 };
 
@@ -49,11 +67,10 @@ std::vector<std::uint8_t> PackedPixels(const QImage& image) {
 }  // namespace
 
 MiniMapWindow::MiniMapWindow(QWidget* view)
-    : QWidget(view), picture_(new MiniMapPictureWidget(this)) {
+    : QWidget(view), picture_(new MiniMapPictureWidget(this)), cross_(new MiniMapCross(this)) {
   setObjectName("miniMap");
   setWindowTitle("Mini-Map");
   setProperty("controlId", 159);
-  setFixedSize(kMiniMapSize + 2 * kBorder, kMiniMapSize + kTitleHeight + 2 * kBorder);
   picture_->move(kBorder, kBorder + kTitleHeight);
   // Nothing that happens here reaches the view, which keeps the keyboard.
   setAttribute(Qt::WA_NoMousePropagation);
@@ -61,11 +78,25 @@ MiniMapWindow::MiniMapWindow(QWidget* view)
   setContextMenuPolicy(Qt::PreventContextMenu);
   setCursor(Qt::ArrowCursor);
   view->installEventFilter(this);
-  move(kFirstPlace);
-  ShowLook();
+  ShowAsWanted();
 }
 
 MiniMapWindow::~MiniMapWindow() { session.miniMapWindow = {}; }
+
+void MiniMapWindow::ShowAsWanted() {
+  const MiniMapLook& look = session.miniMapLook;
+  const int side = kMiniMapSize * Enlargement();
+  picture_->setFixedSize(side, side);
+  setFixedSize(side + 2 * kBorder, side + kTitleHeight + 2 * kBorder);
+  cross_->move(TitleBar().right() + 1 - cross_->width(), TitleBar().top());
+  if (parentWidget()->isVisible()) {
+    MoveInView({look.left, look.top});
+  } else {  // which has its size only when it is shown
+    move(look.left, look.top);
+  }
+  setVisible(look.shown);
+  ShowLook();
+}
 
 QRect MiniMapWindow::TitleBar() const {
   return QRect(kBorder, kBorder, width() - 2 * kBorder, kTitleHeight);
@@ -79,6 +110,11 @@ void MiniMapWindow::ShowPlace() {
 }
 
 void MiniMapWindow::ShowLook() {
+  if (!session.miniMapLook.shown) {
+    session.miniMapWindow = {};
+    parentWidget()->update();
+    return;
+  }
   const qreal ratio = devicePixelRatioF();
   QImage image((QSizeF(size()) * ratio).toSize(), QImage::Format_RGB888);
   image.setDevicePixelRatio(ratio);
@@ -90,13 +126,20 @@ void MiniMapWindow::ShowLook() {
   painter.setFont(font);
   painter.setPen(palette().color(QPalette::Active, QPalette::HighlightedText));
   painter.drawText(TitleBar().adjusted(5, 0, 0, 0), Qt::AlignVCenter, windowTitle());
+  painter.setRenderHint(QPainter::Antialiasing);
+  constexpr int kCrossMargin = 6;
+  const QRectF cross =
+      QRectF(cross_->geometry()).adjusted(kCrossMargin, kCrossMargin, -kCrossMargin, -kCrossMargin);
+  painter.setPen(QPen(palette().color(QPalette::Active, QPalette::HighlightedText), 1.5));
+  painter.drawLine(cross.topLeft(), cross.bottomRight());
+  painter.drawLine(cross.topRight(), cross.bottomLeft());
   painter.end();
   session.miniMapWindow.width = image.width();
   session.miniMapWindow.height = image.height();
   const QPoint picture = (QPointF(picture_->pos()) * ratio).toPoint();
   session.miniMapWindow.pictureLeft = picture.x();
   session.miniMapWindow.pictureTop = picture.y();
-  session.miniMapWindow.pictureSize = qRound(kMiniMapSize * ratio);
+  session.miniMapWindow.pictureSize = qRound(picture_->width() * ratio);
   session.miniMapWindow.pixels = PackedPixels(image);
   session.miniMapWindow.changed = true;
   ShowPlace();
@@ -113,6 +156,11 @@ void MiniMapWindow::mouseMoveEvent(QMouseEvent* event) {
   }
 }
 
+void MiniMapWindow::mouseReleaseEvent(QMouseEvent*) {
+  if (draggedByTitle_) PlaceMiniMap(x(), y());
+  draggedByTitle_ = false;
+}
+
 void MiniMapWindow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) ShowLook();
   QWidget::changeEvent(event);
@@ -120,8 +168,8 @@ void MiniMapWindow::changeEvent(QEvent* event) {
 
 bool MiniMapWindow::eventFilter(QObject*, QEvent* event) {
   switch (event->type()) {
-    case QEvent::Resize:
-      MoveInView(pos());
+    case QEvent::Resize:  // where there is room again it goes back to its place
+      MoveInView({session.miniMapLook.left, session.miniMapLook.top});
       break;
     case QEvent::ScreenChangeInternal:  // to one of another scale, perhaps
       ShowLook();

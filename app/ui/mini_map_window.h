@@ -1,6 +1,7 @@
 // The Mini-Map's window inside the 3D view, with the height field's picture below its title bar.
-// Clicking and dragging in the picture moves the camera; the title bar moves the window. Both
-// widgets take the mouse only and paint nothing: the view draws them with its frames.
+// Clicking and dragging in the picture moves the camera; the title bar moves the window, and the
+// cross at its end closes it. The widgets take the mouse only and paint nothing: the view draws
+// them with its frames.
 #pragma once
 
 #include <QWidget>
@@ -12,9 +13,13 @@ class MiniMapWindow : public QWidget {
   explicit MiniMapWindow(QWidget* view);
   ~MiniMapWindow() override;
 
+  // Size, place and whether it is there at all, from session.miniMapLook.
+  void ShowAsWanted();
+
  protected:
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
   void changeEvent(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -27,6 +32,7 @@ class MiniMapWindow : public QWidget {
   void ShowLook();
 
   QWidget* picture_;
+  QWidget* cross_;
   bool draggedByTitle_ = false;
   QPoint grabbedAt_;  // within the window
 };

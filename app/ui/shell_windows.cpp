@@ -1,5 +1,6 @@
 #include "app/ui/shell_windows.h"
 
+#include "app/mini_map_look.h"
 #include "app/shell.h"
 #include "app/ui/frame_loop.h"
 #include "app/ui/level_statistics_dialog.h"
@@ -7,14 +8,15 @@
 #include "app/ui/level_tree_widget.h"
 #include "app/ui/load_level_dialog.h"
 #include "app/ui/main_window.h"
+#include "app/ui/mini_map_window.h"
 #include "app/ui/mode_toolbars.h"
 #include "app/ui/new_level_dialog.h"
 #include "app/ui/object_connections.h"
 #include "app/ui/picture_dialog.h"
 #include "app/ui/sample_game_window.h"
+#include "app/ui/save_picture_dialog.h"
 #include "app/ui/view_widget.h"
 #include "app/ui/welcome_dialog.h"
-#include "app/ui/save_picture_dialog.h"
 #include "app/undo.h"
 #include "core/history.h"
 #include "core/hooks.h"
@@ -51,6 +53,7 @@ Shell ShellOf(MainWindow& window) {
                            bool usable) { window.ShowUndoSteps(undo, redo, usable); },
       .setLevelOpen = [&](bool open) { window.SetLevelOpen(open); },
       .showModeToolbar = [&](EditMode mode) { window.modeToolbars()->ShowMode(mode); },
+      .showMiniMap = [&] { window.miniMap()->ShowAsWanted(); },
       .mainWindowActive = [owner] { return IsWindowInUse(owner); },
       .viewHasFocus = [view] { return view->hasFocus(); },
       .focusView =
@@ -81,10 +84,10 @@ Shell ShellOf(MainWindow& window) {
             return WriteSampleGame(owner, game, work);
           },
       .addFileDialog = [owner] { AddFileDialog(owner); },
+      .savePictureDialog = [owner, view] { SavePictureDialog(owner, *view); },
       .levelStatisticsDialog = [owner] { LevelStatisticsDialog(owner); },
       .surfaceAssignmentsDialog =
           [owner] { SurfaceAssignmentsDialog(owner, shell.renderFrameNow); },
-      .savePictureDialog = [owner, view] { SavePictureDialog(owner, *view); },
       .lightSettingsDialog =
           [owner] { AsStep("Light Settings", [owner] { LightSettingsDialog(owner); }); },
       .fogSettingsDialog =
@@ -109,6 +112,7 @@ void ConnectShell(MainWindow& window) {
   // Part of the next frame, which this costs nothing more while one follows another.
   hooks.invalidateMiniMap = [view = window.view()] { view->update(); };
   ConnectObjectWindows(window);
+  RecallMiniMap();
 }
 
 void DisconnectShell() {

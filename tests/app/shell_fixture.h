@@ -36,6 +36,7 @@ class ShellTest : public StoryTest {
     shell.setLevelOpen = [](bool) {};
     shell.showUndoSteps = [](const auto&, const auto&, bool) {};
     shell.showModeToolbar = [](EditMode) {};
+    shell.showMiniMap = [] {};
     shell.mainWindowActive = shell.viewHasFocus = [] { return true; };
     shell.focusView = [] {};
     shell.renderFrameNow = [this] { ++frames; };

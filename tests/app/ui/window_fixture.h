@@ -106,7 +106,8 @@ class WindowTest : public ShellTest {
     const auto& [x, y, z] = camera.position;
     places << "places camera " << x << ' ' << y << ' ' << z << ", Mini-Map "
            << window.miniMap()->x() << ' ' << window.miniMap()->y() << " drawn at "
-           << session.miniMapWindow.left << ' ' << session.miniMapWindow.top << ", tree "
+           << session.miniMapWindow.left << ' ' << session.miniMapWindow.top
+           << (window.miniMap()->isHidden() ? ", closed" : "") << ", tree "
            << window.treePanel()->width() << " wide";
     lines.push_back(places.str());
   }

@@ -8,12 +8,14 @@
 #include <algorithm>
 
 #include "app/level_tree_actions.h"
+#include "app/mini_map_look.h"
 #include "app/modes.h"
 #include "app/ui/new_level_dialog.h"
 #include "app/ui/view_widget.h"
 #include "app/ui/welcome_dialog.h"
 #include "app/ui/window_fixture.h"
 #include "core/history.h"
+#include "core/text.h"
 #include "objects/entities.h"
 #include "objects/entity_editing.h"
 #include "objects/object_mapper.h"
@@ -334,6 +336,18 @@ class WindowStory : public WindowTest, public testing::WithParamInterface<std::s
          QApplication::sendEvent(window.view(), &focusOut);
        }},
       {"from-above", [](const Words&) { editor.cameraMode = CameraMode::TopDown; }},
+      {"kept",
+       [this](const Words& w) {
+         std::string& text = scripted::script.editorSettings["MiniMap"];
+         if (!w.empty()) {
+           text = Joined(w);
+           RecallMiniMap();
+         }
+         const MiniMapWindowPicture& drawn = session.miniMapWindow;
+         Tell(FormatText("       kept \"%s\", drawn %i x %i, its picture %i%s", text.c_str(),
+                         drawn.width, drawn.height, drawn.pictureSize,
+                         session.miniMapLook.stretched ? ", stretched" : ""));
+       }},
       {"camera",
        [](const Words&) {
          camera.position = {7, 7, 7};
