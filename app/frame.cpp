@@ -142,6 +142,7 @@ void RenderFrame(std::uint32_t now) {
     DrawBrowserPreview();
   } else {
     UpdateCameraFromInput();
+    PlaceCamera();
     DrawScene();
     FollowCamera();
   }
@@ -149,10 +150,13 @@ void RenderFrame(std::uint32_t now) {
   SetStatusText(2, FormatText("FPS: %i", editor.shownFps));
 }
 
-void DrawScene() {
+void PlaceCamera() {
   ClampCamera();
   UpdateViewSquare();  // on the ground it sets the camera's height
   ApplyCamera();
+}
+
+void DrawScene() {
   switch (editor.editMode) {
     case EditMode::TerrainMapper:
       RenderTerrainMode();

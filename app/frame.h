@@ -12,8 +12,10 @@ void CreateViewObjects();
 void ResizeView(int width, int height);
 // Draws one frame into the current framebuffer; `now` in milliseconds. The caller swaps.
 void RenderFrame(std::uint32_t now);
-// Draws the level as the current mode shows it, with the current projection, into the current
-// framebuffer, which is clear; the model-view matrix is the identity.
+// Limits the camera and multiplies it onto the model-view matrix; what is drawn then is what the
+// current projection shows.
+void PlaceCamera();
+// Draws the level as the current mode shows it into the current framebuffer, which is clear.
 void DrawScene();
 // Rubber band and material swatch over the scene, and the Mini-Map.
 void DrawOverlay();

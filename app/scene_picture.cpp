@@ -45,29 +45,39 @@ class UndisturbedView {
   float waterScroll_ = terrain.waterScroll;
 };
 
-// The part of the view's perspective that the tile shows.
-void ProjectView(PictureSize picture, const PictureTile& tile) {
-  const auto share = [](int part, int whole) { return static_cast<double>(part) / whole; };
-  glScaled(share(picture.width, tile.width), share(picture.height, tile.height), 1);
-  glTranslated(1 - share(2 * tile.left + tile.width, picture.width),
-               share(2 * tile.top + tile.height, picture.height) - 1, 0);
-  gluPerspective(kFieldOfView, share(picture.width, picture.height), kNearPlane, kFarPlane);
+// Shares of pixels are computed as such.
+double AsDouble(int pixels) { return static_cast<double>(pixels); }
+
+// Over the middle of the tile; the picture's right is where x is small, its top where z is large.
+void PutCameraOver(PictureSize picture, const PictureTile& tile) {
+  const auto world = static_cast<float>(modConfig.WorldSize);
+  const auto along = [world](int first, int length, int whole) {
+    return world * (1 - (static_cast<float>(first) + static_cast<float>(length) / 2) /
+                            static_cast<float>(whole));
+  };
+  editor.cameraMode = CameraMode::TopDown;
+  camera.position.Set(
+      along(tile.left, tile.width, picture.width),
+      std::max(kMaxHeight * modConfig.HeightScale, modConfig.WaterLevel) + kAboveGround,
+      along(tile.top, tile.height, picture.height));
 }
 
-// From above the middle of the tile; the picture's right is where x is small, its top where z is
-// large.
-void ProjectLevel(PictureSize picture, const PictureTile& tile) {
-  const auto world = static_cast<float>(modConfig.WorldSize);
-  const float perPixel = world / static_cast<float>(picture.width);
-  const float halfWidth = static_cast<float>(tile.width) * perPixel / 2;
-  const float halfHeight = static_cast<float>(tile.height) * perPixel / 2;
-  const float above =
-      std::max(kMaxHeight * modConfig.HeightScale, modConfig.WaterLevel) + kAboveGround;
-  camera.position.Set(world - static_cast<float>(tile.left) * perPixel - halfWidth, above,
-                      world - static_cast<float>(tile.top) * perPixel - halfHeight);
-  editor.cameraMode = CameraMode::TopDown;
-  glOrtho(-halfWidth, halfWidth, -halfHeight, halfHeight, kNearPlane,
-          static_cast<double>(above) + 1);
+// The part of the picture that the tile shows; the current matrix is the projection's.
+void Project(PictureOf what, PictureSize picture, const PictureTile& tile) {
+  glLoadIdentity();
+  const double width = AsDouble(tile.width) / picture.width;
+  const double height = AsDouble(tile.height) / picture.height;
+  if (what == PictureOf::WholeLevel) {
+    const double halfWidth = width * modConfig.WorldSize / 2;
+    const double halfHeight = height * modConfig.WorldSize / 2;
+    glOrtho(-halfWidth, halfWidth, -halfHeight, halfHeight, kNearPlane,
+            static_cast<double>(camera.position.y) + 1);
+    return;
+  }
+  glScaled(1 / width, 1 / height, 1);
+  glTranslated(1 - AsDouble(2 * tile.left + tile.width) / picture.width,
+               AsDouble(2 * tile.top + tile.height) / picture.height - 1, 0);
+  gluPerspective(kFieldOfView, AsDouble(picture.width) / picture.height, kNearPlane, kFarPlane);
 }
 
 }  // namespace
@@ -100,15 +110,19 @@ std::vector<PictureTile> TilesOfPicture(PictureOf what, PictureSize picture) {
 void DrawPictureTile(PictureOf what, PictureSize picture, const PictureTile& tile) {
   const UndisturbedView undisturbed;
   glViewport(0, 0, tile.width, tile.height);
+  if (what == PictureOf::WholeLevel) PutCameraOver(picture, tile);
+  // The camera sees as much as for twice the picture: what stands in another tile may reach into
+  // this one.
+  const PictureTile wide{-picture.width / 2, -picture.height / 2, 2 * picture.width,
+                         2 * picture.height};
   glMatrixMode(GL_PROJECTION);
-  glLoadIdentity();
-  if (what == PictureOf::View) {
-    ProjectView(picture, tile);
-  } else {
-    ProjectLevel(picture, tile);
-  }
+  Project(what, picture, wide);
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
+  PlaceCamera();
+  glMatrixMode(GL_PROJECTION);
+  Project(what, picture, tile);
+  glMatrixMode(GL_MODELVIEW);
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
   DrawScene();
 }

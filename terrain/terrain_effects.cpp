@@ -33,7 +33,8 @@ void ShowFlattenBrush(int i, int j) {
   const TerrainVertex& vertex = terrain.grid[i][j];
   if (HasFadingEdge()) {
     const BrushWay here = BrushWay::At(terrain.pick.x, terrain.pick.z);
-    if (ShareWithin(here, vertex.x, vertex.z, BrushRadius()) > 0)
+    const float half = terrain.cellSize / 2;  // from the vertex to the middle of its cell
+    if (ShareWithin(here, vertex.x - half, vertex.z + half, BrushRadius()) > 0)
       terrain.flattenCells.push_back({i, j});
     return;
   }

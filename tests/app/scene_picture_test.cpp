@@ -68,6 +68,8 @@ TEST_F(ScenePictureTest, TheViewIsFinerAndHasNoSeams) {
   SetUpGl(kWidth * 2, kHeight * 2);
   terrain.waterScroll = 0;
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+  glLoadIdentity();
+  PlaceCamera();
   DrawScene();
   const DrawnPicture atOnce = ReadPicture();
   EXPECT_LT(DifferentPixels(picture, atOnce, 8), atOnce.rgb.size() / 3 / 200);
