@@ -119,7 +119,10 @@ TEST_F(ArchiveCommandTest, VerifyReadsEachPartOfALevel) {
   WriteBytes(level + "materialmap.raw", Bytes(256 * 256));
   EXPECT_EQ(Run("add Isle.vra in/varnhold --create"), 0);
   EXPECT_EQ(Run("verify Isle.vra"), 0);
-  EXPECT_EQ(printed, "6 members, 0 damaged\n1 levels, 0 damaged\n");
+  EXPECT_THAT(printed, HasSubstr("6 members, 0 damaged\n1 levels, 0 damaged, "));
+  fs::create_directories("mod");
+  WriteBytes("mod/a.cfg", TextBytes("ObjectsList=a.lst\nSky=Day\nSkyMesh=day_m1\n"));
+  WriteBytes("mod/a.lst", TextBytes("hut=StandardMesh(hut_m1)\n"));
   WriteBytes(level + "materialmap.raw", Bytes(256 * 255));
   WriteBytes(level + "init/terrain.con", TextBytes("GeometryTemplate.materialSize 300\n"));
   WriteBytes(level + "textures/Tx00x00.dds", TextBytes("no picture"));
@@ -128,7 +131,8 @@ TEST_F(ArchiveCommandTest, VerifyReadsEachPartOfALevel) {
   EXPECT_EQ(Run("remove Isle.vra */init.con */staticobjects.con"), 0);
   std::string told;
   for (const std::string words :
-       {"verify Isle.vra", "verify Isle.vra --json", "verify Isle.vra *.raw"}) {
+       {"verify Isle.vra", "verify Isle.vra --json", "verify Isle.vra *.raw",
+        "verify Isle.vra --mod missing.cfg", "verify Isle.vra --mod mod/a.cfg"}) {
     const int code = Run(words);
     told += "$ mapwright-archive " + words + "\n" + printed + "= " + std::to_string(code) + "\n";
   }

@@ -36,9 +36,12 @@ void DescribeLooking(CommandLine& line) {
   auto* const list = line.Add("list", "List members with their sizes", ListMembers);
   line.AddPatterns(list, "Only members that match");
   line.AddJson(list);
-  auto* const verify = line.Add("verify", "Check that members and levels are whole", VerifyMembers);
+  auto* const verify = line.Add(
+      "verify", "Check that members and levels are whole, and what levels lack", VerifyMembers);
   line.AddPatterns(verify, "Only members that match");
   line.AddJson(verify);
+  verify->add_option("--mod", line.arguments.mod,
+                     "The mod's .cfg, to check levels by its objects, teams and skies");
   auto* const diff = line.Add("diff", "Compare two archives", DiffArchives);
   diff->add_option("other", line.arguments.otherArchive, "The other archive")->required();
   line.AddJson(diff);

@@ -20,6 +20,7 @@ struct Arguments {
   std::vector<std::string> files;     // to add, on disk
   std::string folder = ".";           // to extract into
   std::string under;                  // the archive's folder that files are added to
+  std::string mod;                    // configuration file, to check levels by
   bool create = false;
   bool force = false;
   bool json = false;
@@ -27,7 +28,8 @@ struct Arguments {
 
 int ListMembers(const Arguments& arguments);
 // Checks that every member can be read whole and, without patterns, that the editor finds every
-// part of the levels whole.
+// part of the levels whole. Prints what Check Level finds in them, which is no damage: the exit
+// code does not depend on it.
 int VerifyMembers(const Arguments& arguments);
 // Writes members into a folder, never outside of it, and over existing files only by force.
 int ExtractMembers(const Arguments& arguments);

@@ -7,15 +7,21 @@
 
 #include "data/game_path.h"
 #include "data/load_report.h"
-#include "data/mod_config.h"
+#include "data/mod_config_parser.h"
 #include "data/open_level.h"
 #include "objects/level_files.h"
+#include "objects/level_tree.h"
+#include "objects/object_catalogue.h"
+#include "platform/disk.h"
 #include "terrain/material_map.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
 
-constexpr int kUnitsPerSample = 4;  // of a level that says nothing else
+// Of a level that says nothing else.
+constexpr int kUnitsPerSample = 4;
+constexpr float kHeightScale = 0.6f;  // world units per height unit
 
 // The level's folder when the member is one of those that make a folder below "levels" a level,
 // else empty.
@@ -46,6 +52,7 @@ std::vector<std::string> FindLevels(const Archive& archive) {
 // What no script says, the mod does, which is not at hand: a size that the height map fits.
 ModConfig SizedByHeightMap(const Archive& archive, const std::string& folder) {
   ModConfig config;
+  config.HeightScale = kHeightScale;
   if (const ArchiveEntry* const map = archive.Find(folder + "/heightmap.raw")) {
     config.MaterialSize = static_cast<int>(std::sqrt(map->size / 2));
     config.WorldSize = config.MaterialSize * kUnitsPerSample;
@@ -53,12 +60,15 @@ ModConfig SizedByHeightMap(const Archive& archive, const std::string& folder) {
   return config;
 }
 
-CheckedLevel CheckLevel(const Archive& archive, const std::string& folder, LevelCheck& check) {
-  modConfig = SizedByHeightMap(archive, folder);
+CheckedLevel CheckLevel(const Archive& archive, const std::string& folder,
+                        const std::optional<ModConfig>& mod, LevelCheck& check) {
+  modConfig = mod ? *mod : SizedByHeightMap(archive, folder);
   openLevel.folder = folder;
+  BuildTree();
   BeginLoadReport();
   const bool isRead = ReadLevelFiles();
-  CheckedLevel level{folder, openLevel.loadReport.damage};
+  CheckedLevel level{folder, openLevel.loadReport.damage, {}};
+  if (isRead) level.finds = CheckRules();
   if (!isRead) {
     level.damage.push_back(
         FormatText("The terrain size, %i samples over %i units, is not supported: the level cannot "
@@ -74,12 +84,31 @@ CheckedLevel CheckLevel(const Archive& archive, const std::string& folder, Level
 
 }  // namespace
 
-LevelCheck CheckLevels(const Archive& archive) {
+std::optional<ModConfig> ReadModForCheck(const std::string& file) {
+  const auto bytes = ReadWholeFile(file);
+  if (!bytes) return std::nullopt;
+  const std::filesystem::path path(file);
+  ModConfig mod;
+  mod.configurationName = path.stem().string();
+  ApplyModConfigText({reinterpret_cast<const char*>(bytes->data()), bytes->size()}, file, mod);
+  // Its object list lies beside it.
+  if (!mod.ObjectsList.empty()) {
+    mod.ObjectsList = (path.parent_path() / NativePath(mod.ObjectsList.View())).string();
+  }
+  return mod;
+}
+
+LevelCheck CheckLevels(const Archive& archive, const std::optional<ModConfig>& mod) {
   LevelCheck check;
   if (IsNumberedArchive(std::filesystem::path(archive.Path()).stem().string())) return check;
+  CreateTerrain();
   CreateMaterialMapper();
+  if (mod) {
+    modConfig = *mod;
+    LoadObjectCatalogue();
+  }
   for (const std::string& folder : FindLevels(archive)) {
-    check.levels.push_back(CheckLevel(archive, folder, check));
+    check.levels.push_back(CheckLevel(archive, folder, mod, check));
   }
   return check;
 }

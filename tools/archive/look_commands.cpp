@@ -38,12 +38,31 @@ nlohmann::json DamagedMembers(Archive& archive, const std::vector<std::string>& 
 nlohmann::json DamageOf(const LevelCheck& check) {
   auto levels = nlohmann::json::array();
   for (const CheckedLevel& level : check.levels) {
-    levels.push_back({{"folder", level.folder}, {"damage", level.damage}});
+    auto finds = nlohmann::json::array();
+    for (const LevelFind& find : level.finds) {
+      finds.push_back({{"rule", find.rule->name},
+                       {"gravity", NameOf(find.rule->gravity)},
+                       {"text", find.text}});
+    }
+    levels.push_back({{"folder", level.folder}, {"damage", level.damage}, {"finds", finds}});
   }
   return levels;
 }
 
-void PrintDamage(std::size_t members, const nlohmann::json& damaged, const LevelCheck& check) {
+// How many there were.
+std::size_t PrintFinds(const LevelCheck& check) {
+  std::size_t count = 0;
+  for (const CheckedLevel& level : check.levels) {
+    for (const LevelFind& find : level.finds) {
+      std::printf("%s: %s: %s.\n", NameOf(find.rule->gravity), level.folder.c_str(),
+                  find.text.c_str());
+    }
+    count += level.finds.size();
+  }
+  return count;
+}
+
+void PrintReport(std::size_t members, const nlohmann::json& damaged, const LevelCheck& check) {
   for (const auto& member : damaged) {
     const auto name = member["name"].get<std::string>();
     std::printf("damaged: %s: %u of %u bytes can be read\n",
@@ -57,9 +76,10 @@ void PrintDamage(std::size_t members, const nlohmann::json& damaged, const Level
       std::printf("damaged: %s: %s\n", level.folder.c_str(), line.c_str());
     }
   }
+  const std::size_t finds = PrintFinds(check);
   std::printf("%zu members, %zu damaged\n", members, damaged.size());
   if (check.levels.empty()) return;
-  std::printf("%zu levels, %zu damaged\n", check.levels.size(), damagedLevels);
+  std::printf("%zu levels, %zu damaged, %zu finds\n", check.levels.size(), damagedLevels, finds);
 }
 
 }  // namespace
@@ -95,13 +115,16 @@ int VerifyMembers(const Arguments& arguments) {
   Archive* const archive = archives.OpenArchive(arguments.archive, false, &error);
   if (!archive) return Refuse(arguments.archive + ": " + error);
   const auto names = MatchingMembers(*archive, arguments.patterns);
+  std::optional<ModConfig> mod;
+  if (!arguments.mod.empty()) mod = ReadModForCheck(arguments.mod);
+  if (!arguments.mod.empty() && !mod) return Refuse(arguments.mod + ": cannot be read");
   LevelCheck levels;
-  if (arguments.patterns.empty()) levels = CheckLevels(*archive);
+  if (arguments.patterns.empty()) levels = CheckLevels(*archive, mod);
   const nlohmann::json damaged = DamagedMembers(*archive, names, levels);
   if (arguments.json) {
     PrintJson({{"members", names.size()}, {"damaged", damaged}, {"levels", DamageOf(levels)}});
   } else {
-    PrintDamage(names.size(), damaged, levels);
+    PrintReport(names.size(), damaged, levels);
   }
   const bool levelsAreWhole =
       std::ranges::all_of(levels.levels, [](const auto& level) { return level.damage.empty(); });
