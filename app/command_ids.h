@@ -109,6 +109,7 @@ enum CommandId : int {
   kCommandGoToBookmark7 = 32857,
   kCommandGoToBookmark8 = 32858,
   kCommandGoToBookmark9 = 32859,
+  kCommandCheckLevel = 32861,
 };
 
 }  // namespace mw

@@ -98,6 +98,7 @@ struct Shell {
   WindowFunction<void()> addFileDialog;
   WindowFunction<void()> savePictureDialog;
   WindowFunction<void()> levelStatisticsDialog;
+  WindowFunction<void()> checkLevelDialog;
   WindowFunction<void()> surfaceAssignmentsDialog;
   WindowFunction<void()> lightSettingsDialog;
   WindowFunction<void()> fogSettingsDialog;

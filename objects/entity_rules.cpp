@@ -16,8 +16,6 @@
 namespace mw {
 namespace {
 
-constexpr std::array kFileModes{kModeConquest, kModeCaptureTheFlag, kModeTeamDeathMatch};
-
 using Instances = std::vector<std::unique_ptr<SpawnInstance>>;
 const Instances& Soldiers() { return entities.Of(EntityKind::SoldierSpawn).instances; }
 const Instances& Points() { return entities.Of(EntityKind::ControlPoint).instances; }
@@ -70,7 +68,7 @@ RuleFinds WrongObjectTemplates(const TemplateFault& faultOf) {
   }
   return finds;
 }
-std::optional<std::string> When(bool isWrong, std::string detail = {}) {
+std::optional<std::string> FaultWhen(bool isWrong, std::string detail = {}) {
   return isWrong ? std::optional(std::move(detail)) : std::nullopt;
 }
 
@@ -177,7 +175,7 @@ RuleFinds ObjectSpawnsWithoutPoint() {
 
 RuleFinds TemplatesWithoutObject() {
   return WrongObjectTemplates([](const ObjectSpawnTemplate& from) {
-    return When(from.team1Object.empty() && from.team2Object.empty());
+    return FaultWhen(from.team1Object.empty() && from.team2Object.empty());
   });
 }
 
@@ -185,23 +183,23 @@ RuleFinds TemplatesOfUnknownObject() {
   if (objectStore.catalogue.entryCount == 0) return {};
   return WrongObjectTemplates([](const ObjectSpawnTemplate& from) {
     for (const EntityName* const object : {&from.team1Object, &from.team2Object}) {
-      if (IsUnknown(*object)) return When(true, object->String());
+      if (IsUnknown(*object)) return FaultWhen(true, object->String());
     }
-    return When(false);
+    return FaultWhen(false);
   });
 }
 
 RuleFinds TemplatesWithTurnedDelays() {
   return WrongObjectTemplates([](const ObjectSpawnTemplate& from) {
-    return When(from.maxSpawnDelay < from.minSpawnDelay,
-                FormatText("%i and %i seconds", from.maxSpawnDelay, from.minSpawnDelay));
+    return FaultWhen(from.maxSpawnDelay < from.minSpawnDelay,
+                     FormatText("%i and %i seconds", from.maxSpawnDelay, from.minSpawnDelay));
   });
 }
 
 RuleFinds UnusedTemplates() {
   return WrongObjectTemplates([](const ObjectSpawnTemplate& from) {
     const auto& spawns = entities.Of(EntityKind::ObjectSpawn).instances;
-    return When(std::ranges::none_of(
+    return FaultWhen(std::ranges::none_of(
         spawns, [&from](const auto& spawn) { return TemplateOf(*spawn) == &from; }));
   });
 }

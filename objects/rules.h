@@ -2,6 +2,11 @@
 // The ones about a game mode look at those that can be played only.
 #pragma once
 
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
 #include "objects/entities.h"
 #include "objects/level_rules.h"
 #include "objects/static_object.h"
@@ -64,6 +69,8 @@ RuleFinds NearlyFullTables();
 
 RuleFind FindOf(const SpawnInstance& instance, std::string detail = {});
 RuleFind FindOf(const StaticObject& object, std::string detail = {});
+// Those that have files, one by one.
+inline constexpr std::array kFileModes{kModeConquest, kModeCaptureTheFlag, kModeTeamDeathMatch};
 // The modes that have a script of their own in the level, which is what makes the game offer them.
 GameModeMask PlayedModes();
 // The path of that script.

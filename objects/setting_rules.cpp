@@ -20,10 +20,9 @@
 namespace mw {
 namespace {
 
-constexpr std::array kFileModes{kModeConquest, kModeCaptureTheFlag, kModeTeamDeathMatch};
 constexpr double kNearlyFull = 0.95;
 
-RuleFinds When(bool isWrong, const char* what, std::string detail = {}, TreeItem item = 0) {
+RuleFinds FindWhen(bool isWrong, const char* what, std::string detail = {}, TreeItem item = 0) {
   if (!isWrong) return {};
   return {{what, std::move(detail), item, {}}};
 }
@@ -84,16 +83,16 @@ void AddWhenNearlyFull(RuleFinds& finds, const char* what, std::size_t used, std
 }  // namespace
 
 RuleFinds FogOfNoDepth() {
-  return When(modConfig.VertexFogEnable != 0 && modConfig.fogEnd <= modConfig.fogStart, "The fog",
-              FormatText("from %i to %i", modConfig.fogStart, modConfig.fogEnd),
-              levelTree.fixed.fog);
+  return FindWhen(modConfig.VertexFogEnable != 0 && modConfig.fogEnd <= modConfig.fogStart,
+                  "The fog", FormatText("from %i to %i", modConfig.fogStart, modConfig.fogEnd),
+                  levelTree.fixed.fog);
 }
 
 // Where no script gives a direction, the game has one.
 RuleFinds SunsBelowHorizon() {
   const Floats3& direction = modConfig.currentSky.sunDirection;
-  return When(direction != Floats3{} && !(direction[1] > 0), "The sun", {},
-              levelTree.fixed.lighting);
+  return FindWhen(direction != Floats3{} && !(direction[1] > 0), "The sun", {},
+                  levelTree.fixed.lighting);
 }
 
 RuleFinds UnknownSkies() {
@@ -102,15 +101,15 @@ RuleFinds UnknownSkies() {
   const bool isKnown = std::ranges::any_of(skies, [](const Sky& sky) {
     return EqualNoCase(sky.settings.mesh, modConfig.currentSky.mesh);
   });
-  return When(count > 0 && !isKnown, "The sky", modConfig.currentSky.mesh.String(),
-              levelTree.fixed.lighting);
+  return FindWhen(count > 0 && !isKnown, "The sky", modConfig.currentSky.mesh.String(),
+                  levelTree.fixed.lighting);
 }
 
 RuleFinds TeamsOfBothSides() {
   const std::int32_t team = modConfig.chosenTeam[0];
   if (team != modConfig.chosenTeam[1] || team < 0 || team >= modConfig.teamCount) return {};
   const std::string name = modConfig.teams[static_cast<std::size_t>(team)].name.String();
-  return When(true, "One team", name, levelTree.fixed.teams);
+  return FindWhen(true, "One team", name, levelTree.fixed.teams);
 }
 
 // Without a line for it the game takes the whole level.
@@ -119,8 +118,8 @@ RuleFinds CombatAreasWithoutRoom() {
   const bool isGiven = std::ranges::any_of(area, [](std::int32_t part) { return part != 0; });
   const bool isWrong = area[0] >= modConfig.WorldSize || area[1] >= modConfig.WorldSize ||
                        area[2] <= 0 || area[3] <= 0;
-  return When(isGiven && isWrong, "The active combat area",
-              FormatText("%i %i %i %i", area[0], area[1], area[2], area[3]));
+  return FindWhen(isGiven && isWrong, "The active combat area",
+                  FormatText("%i %i %i %i", area[0], area[1], area[2], area[3]));
 }
 
 RuleFinds SpawnCamerasOffGround() {

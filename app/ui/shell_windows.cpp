@@ -2,6 +2,7 @@
 
 #include "app/mini_map_look.h"
 #include "app/shell.h"
+#include "app/ui/check_level_dialog.h"
 #include "app/ui/frame_loop.h"
 #include "app/ui/level_statistics_dialog.h"
 #include "app/ui/level_tree_panel.h"
@@ -86,6 +87,7 @@ Shell ShellOf(MainWindow& window) {
       .addFileDialog = [owner] { AddFileDialog(owner); },
       .savePictureDialog = [owner, view] { SavePictureDialog(owner, *view); },
       .levelStatisticsDialog = [owner] { LevelStatisticsDialog(owner); },
+      .checkLevelDialog = [owner] { CheckLevelDialog(owner); },
       .surfaceAssignmentsDialog =
           [owner] { SurfaceAssignmentsDialog(owner, shell.renderFrameNow); },
       .lightSettingsDialog =

@@ -47,6 +47,7 @@ const std::pair<const char*, WindowFunction<void()>*> kWindows[] = {
     {"the file adder", &shell.addFileDialog},
     {"the picture", &shell.savePictureDialog},
     {"the statistics", &shell.levelStatisticsDialog},
+    {"the check", &shell.checkLevelDialog},
     {"the surface assignments", &shell.surfaceAssignmentsDialog},
     {"the light settings", &shell.lightSettingsDialog},
     {"the fog settings", &shell.fogSettingsDialog},

@@ -34,6 +34,7 @@
 #include "ui_210_add_file.h"
 #include "ui_211_process.h"
 #include "ui_212_sample_game.h"
+#include "ui_214_check_level.h"
 #include "ui_217_save_picture.h"
 
 namespace mw {
@@ -54,7 +55,7 @@ const Form kForms[] = {
     SetUp<Ui::SplashDialog>,      SetUp<Ui::LevelStatisticsForm>, SetUp<Ui::EditProperties>,
     SetUp<Ui::TeamSelection>,     SetUp<Ui::CreditsDialog>,       SetUp<Ui::WelcomeDialog>,
     SetUp<Ui::AddFileToArchive>,  SetUp<Ui::ProcessWindow>,       SetUp<Ui::SampleGameForm>,
-    SetUp<Ui::SavePictureForm>};
+    SetUp<Ui::CheckLevelForm>,    SetUp<Ui::SavePictureForm>};
 
 // What Tab can reach, in the order in which the form names it: that in which it is read.
 std::vector<QWidget*> Controls(const QDialog& dialog) {

@@ -219,6 +219,7 @@ class WindowStory : public WindowTest, public testing::WithParamInterface<std::s
       {"statistics",
        [](const Words&) { FillStatistics() ? shell.levelStatisticsDialog() : void(); }},
       {"save-picture", [](const Words&) { shell.savePictureDialog(); }},
+      {"check", [](const Words&) { shell.checkLevelDialog(); }},
       {"splash", [](const Words&) { shell.aboutDialog(); }},
       {"credits", [](const Words&) { shell.creditsDialog(); }}};
 
