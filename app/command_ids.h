@@ -40,6 +40,7 @@ enum CommandId : int {
   kCommandSnapToGround = 4014,
   kCommandScaleWidth = 4015,
   kCommandScaleHeight = 4016,
+  kCommandScatter = 4017,
   // Main window.
   kCommandOpenLevel = 32770,
   kCommandSaveLevel = 32771,
@@ -110,6 +111,7 @@ enum CommandId : int {
   kCommandGoToBookmark8 = 32858,
   kCommandGoToBookmark9 = 32859,
   kCommandCheckLevel = 32861,
+  kCommandScatterSettings = 32862,
 };
 
 }  // namespace mw

@@ -14,6 +14,7 @@
 #include "app/test_level.h"
 #include "app/undo.h"
 #include "objects/object_mapper.h"
+#include "objects/scatter.h"
 #include "objects/static_objects.h"
 #include "terrain/height_exchange.h"
 #include "terrain/in_game_map.h"
@@ -151,6 +152,8 @@ constexpr auto kCommands = std::to_array<CommandSpec>({
      ""},
     {kCommandAddFile, [] { shell.addFileDialog(); }, "Tools", "&Add File To Archive", "", "", ""},
     {kCommandSnapAllToGround, SnapAllToGround, "Tools", "&Snap All Objects to Ground", "", "", ""},
+    {kCommandScatterSettings, [] { EditScatter(); }, "Tools", "Scatter Settings...\tCtrl-H",
+     "Ctrl+H", "", ""},
     {kCommandAbout, [] { shell.aboutDialog(); }, "Help", "&About ...", "Alt+/ Alt+?", "", ""},
     {kCommandCredits, [] { shell.creditsDialog(); }, "Help", "Credits", "", "", ""},
     {kCommandUsersGuide, OpenUsersGuide, "Help", "Users Guide", "", "", ""},
@@ -217,6 +220,7 @@ constexpr auto kLevelCommands = std::to_array<CommandId>({
     kCommandGenerateInGameMap,
     kCommandAddFile,
     kCommandSnapAllToGround,
+    kCommandScatterSettings,
     kCommandLightSettings,
     kCommandFogSettings,
     kCommandShadowSettings,

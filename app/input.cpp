@@ -12,6 +12,7 @@
 #include "objects/object_clipboard.h"
 #include "objects/object_mapper.h"
 #include "objects/object_store.h"
+#include "objects/scatter.h"
 #include "platform/clock.h"
 #include "terrain/brush_stroke.h"
 #include "terrain/material_mapper.h"
@@ -41,12 +42,15 @@ bool HasPointTool() { return terrain.tool == TerrainTool::PointManipulation; }
 
 bool HasTranslateTool() { return objectStore.tool == ObjectTool::Translate; }
 
+bool HasScatterTool() { return objectStore.tool == ObjectTool::Scatter; }
+
 bool HasSelectTool() { return objectStore.tool == ObjectTool::Select; }
 
-// The ways of both brushes: none leads to the next pick.
+// The ways of the brushes: none leads to the next pick.
 void LiftBrushes() {
   LiftBrush();
   LiftMaterialBrush();
+  LiftScatter();
 }
 
 void PressLeftInTerrain(int x, int y) {
@@ -65,6 +69,8 @@ void PressLeftInObjects(int x, int y) {
     ToggleSelectAtCursor(x, y);
   } else if (HasTranslateTool()) {
     PressTranslate(x, y);
+  } else if (HasScatterTool()) {
+    PressScatter(x, y);
   }
 }
 
@@ -110,6 +116,7 @@ void PickInTerrain(int x, int y) {
 
 void PickInObjects(int x, int y) {
   if (HasSelectTool() || HasTranslateTool()) PickCursorPoint(x, y);
+  if (HasScatterTool()) PickScatter(x, y);
 }
 
 void Hover(int x, int y) {
@@ -252,7 +259,7 @@ void FollowCamera() {
       break;
     case EditMode::ObjectMapper:
       PickInObjects(x, y);
-      if (editor.leftHeld && HasTranslateTool()) DragObjects(x, y, x, y);
+      if (editor.leftHeld && (HasTranslateTool() || HasScatterTool())) DragObjects(x, y, x, y);
       break;
   }
 }

@@ -11,6 +11,7 @@
 #include "core/history.h"
 #include "data/mod_config.h"
 #include "objects/object_mapper.h"
+#include "objects/object_store.h"
 #include "terrain/material_mapper.h"
 #include "terrain/point_selection.h"
 #include "terrain/roads.h"
@@ -70,6 +71,7 @@ constexpr auto kShortcuts = std::to_array<Shortcut>({
     {'B', false, false, kCommandRotateY, kObjects},
     {'N', false, false, kCommandRotateZ, kObjects},
     {'M', false, false, kCommandSnapToGround, kObjects},
+    {'H', false, false, kCommandScatter, kObjects},
     {'Z', false, false, kCommandCarving, kInTerrain},
     {'X', false, false, kCommandRaising, kInTerrain},
     {'C', false, false, kCommandSmoothing, kInTerrain},
@@ -122,6 +124,8 @@ void DigitKey(int key) {
     }
   } else if (IsEditMode(EditMode::MaterialMapper)) {
     SetMaterialBrushSize(size);
+  } else if (objectStore.tool == ObjectTool::Scatter) {
+    SetScatterBrush(size);
   }
   shell.showModeToolbar(editor.editMode);
 }

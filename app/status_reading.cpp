@@ -8,6 +8,7 @@
 #include "core/editor_state.h"
 #include "core/text.h"
 #include "data/mod_config.h"
+#include "objects/object_store.h"
 #include "platform/prompts.h"
 #include "terrain/material_map.h"
 #include "terrain/terrain.h"
@@ -70,6 +71,9 @@ std::string StatusReading() {
   if (IsEditMode(EditMode::TerrainMapper) && terrain.grid) AddTerrainTool(text);
   if (IsEditMode(EditMode::MaterialMapper) && materialMapper) {
     Add(text, FormatText("Size %u", materialMapper->brushSize));
+  }
+  if (IsEditMode(EditMode::ObjectMapper) && objectStore.tool == ObjectTool::Scatter) {
+    Add(text, FormatText("Size %i", objectStore.scatter.brush.size));
   }
   return text;
 }

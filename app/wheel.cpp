@@ -9,6 +9,7 @@
 #include "app/shell.h"
 #include "core/editor_state.h"
 #include "core/hooks.h"
+#include "objects/object_store.h"
 #include "terrain/material_map.h"
 #include "terrain/material_mapper.h"
 #include "terrain/terrain.h"
@@ -49,6 +50,8 @@ void StepBrushSize(int steps) {
     SetBrushSize(terrain.brushSize + steps);
   } else if (IsEditMode(EditMode::MaterialMapper) && materialMapper) {
     SetMaterialBrushSize(static_cast<int>(materialMapper->brushSize) + steps);
+  } else if (IsEditMode(EditMode::ObjectMapper) && objectStore.tool == ObjectTool::Scatter) {
+    SetScatterBrush(objectStore.scatter.brush.size + steps);
   } else {
     return;
   }

@@ -22,6 +22,7 @@ enum class ObjectControl : int {
   RotateZ = 4013,
   ScaleWidth = 4015,
   ScaleHeight = 4016,
+  Scatter = 4017,
   SnapToGround = 4014
 };
 

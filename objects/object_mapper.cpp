@@ -66,9 +66,16 @@ std::optional<ViewMode> ViewModeOf(ObjectControl control) {
   }
 }
 
+// It needs to know what to scatter, and asks.
+std::optional<ObjectTool> ScatterTool() {
+  if (!HasScatterKinds()) EditScatter();
+  return HasScatterKinds() ? std::optional(ObjectTool::Scatter) : std::nullopt;
+}
+
 // The tool that can be chosen with the control now. The scale tools never can.
 std::optional<ObjectTool> ChoosableTool(ObjectControl control) {
   if (control == ObjectControl::Select) return ObjectTool::Select;
+  if (control == ObjectControl::Scatter) return ScatterTool();
   if (!objectStore.toolsEnabled) return std::nullopt;
   switch (control) {
     case ObjectControl::Translate:
@@ -153,6 +160,7 @@ void DragByTool(int x, int y, int previousY) {
   const int pixelsUp = previousY - y;
   switch (objectStore.tool) {
     case ObjectTool::Select:
+    case ObjectTool::Scatter:
       break;
     case ObjectTool::Translate:
       if (!IsStillAClick(x, y)) DragTranslate(x, y);
@@ -217,6 +225,7 @@ const char* NameOf(ObjectTool tool) {
     case ObjectTool::ScaleHeight:
       return "Scale";
     case ObjectTool::Select:
+    case ObjectTool::Scatter:
     case ObjectTool::Translate:
       break;
   }
@@ -295,12 +304,14 @@ void PressTranslate(int x, int y) {
 
 void ReleaseObjects() {
   objectStore.dragStep.End();
+  ReleaseScatter();
   ForgetDragged();
   if (std::exchange(objectStore.pressChangedSelection, false)) UpdateToolButtons(AnySelected());
 }
 
 void DragObjects(int x, int y, int, int previousY) {
   if (objectStore.tool == ObjectTool::Select) return;
+  if (objectStore.tool == ObjectTool::Scatter) return DragScatter(x, y);
   BeginDrag();
   DragByTool(x, y, previousY);
   if (AnySelected()) ShowDragged();

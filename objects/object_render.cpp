@@ -141,6 +141,7 @@ void DrawObjectModeScene() {
   FindHovered();
   if (objectStore.showStandardMeshes || objectStore.showTreeMeshes) DrawStaticObjects();
   DrawEntities();
+  DrawScatterBrush();
   NameHovered();
 }
 

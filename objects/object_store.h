@@ -16,6 +16,7 @@
 #include "objects/object_browser.h"
 #include "objects/object_catalogue.h"
 #include "objects/object_textures.h"
+#include "objects/scatter.h"
 #include "objects/static_object.h"
 
 namespace mw {
@@ -30,7 +31,8 @@ enum class ObjectTool : std::int32_t {
   RotateY = 4,
   RotateZ = 5,
   ScaleWidth = 6,
-  ScaleHeight = 7
+  ScaleHeight = 7,
+  Scatter = 8
 };
 
 // The mesh that the Object Browser shows.
@@ -63,6 +65,7 @@ struct ObjectStore {
   std::string draggedText;  // what it says of what is being dragged
 
   ObjectTool tool = ObjectTool::Select;
+  Scatter scatter;
   bool toolsEnabled = false;           // Translate to RotateZ can be chosen
   bool pressChangedSelection = false;  // by the Translate tool, until the button goes up
   bool pressedOnItem = false;          // the same, until the mouse is moved away

@@ -50,6 +50,17 @@ std::vector<std::string> VehicleNames() {
   return names;
 }
 
+std::vector<std::string> ObjectOrNoneNames() {
+  const ObjectCatalogue& catalogue = objectStore.catalogue;
+  std::vector<std::string> names;
+  for (int i = 0; i < catalogue.entryCount; ++i) {
+    names.push_back(catalogue.entries[static_cast<std::size_t>(i)].name.String());
+  }
+  std::sort(names.begin(), names.end(), LessNoCase());
+  names.insert(names.begin(), std::string());
+  return names;
+}
+
 std::vector<PropertyChoice> ControlPointChoices(GameModeMask modes) {
   std::vector<PropertyChoice> choices;
   AddControlPoints(modes, choices);

@@ -19,6 +19,8 @@ struct PropertyChoice {
 
 // The catalogue's vehicles and stationary weapons, sorted whatever the case.
 std::vector<std::string> VehicleNames();
+// The same of all objects, behind an empty one for none.
+std::vector<std::string> ObjectOrNoneNames();
 // The control point templates that share a mode with `modes`, each with its spawn group; the second
 // with "(none)", which is 0, before them.
 std::vector<PropertyChoice> ControlPointChoices(GameModeMask modes);

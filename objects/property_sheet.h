@@ -25,7 +25,8 @@ enum class FieldType : std::int32_t {
   ControlPointOrNone = 5,  // the same, 0 for "(none)"
   Team = 6,                // an integer: 0 neutral, 1, 2
   GameModes = 7,           // `count` check boxes
-  Heading = 8              // no value
+  Heading = 8,             // no value
+  CatalogueObject = 9      // a text, chosen among all objects of the catalogue, or empty
 };
 
 // A bounded text of any size.
@@ -47,7 +48,7 @@ struct PropertyField {
   FieldType type = FieldType::Heading;
   GameModeMask filterModes = 0;  // types 4 and 5 offer the templates that share one of these modes
   FieldVariable value;
-  std::int32_t count = 0;  // longest text (types 0 and 3), or number of values (types 1, 2, 7)
+  std::int32_t count = 0;  // longest text (types 0, 3 and 9), or number of values (types 1, 2, 7)
   bool editable = false;
 };
 

@@ -39,6 +39,7 @@ constexpr ButtonSpec kButtons[] = {
     {ObjectControl::RotateZ, Group::Tools, "Rotate Objects on Z Axis", "rotate_z"},
     {ObjectControl::ScaleWidth, Group::Tools, "Scale Objects Width", "scale_width"},
     {ObjectControl::ScaleHeight, Group::Tools, "Scale Objects Height", "scale_height"},
+    {ObjectControl::Scatter, Group::Tools, "Scatter Objects", "scatter"},
     {ObjectControl::SnapToGround, Group::Snap, "Snap Objects to Ground", "snap_to_ground"},
 };
 
@@ -81,6 +82,8 @@ bool IsOn(ObjectControl control) {
       return objectStore.tool == ObjectTool::ScaleWidth;
     case ObjectControl::ScaleHeight:
       return objectStore.tool == ObjectTool::ScaleHeight;
+    case ObjectControl::Scatter:
+      return objectStore.tool == ObjectTool::Scatter;
     case ObjectControl::SnapToGround:
       return objectStore.snapToGround;
   }
@@ -91,8 +94,9 @@ bool IsOn(ObjectControl control) {
 bool IsUsable(const ButtonSpec& button) {
   if (button.control == ObjectControl::ScaleWidth || button.control == ObjectControl::ScaleHeight)
     return false;
-  const bool changesObjects =
-      button.group == Group::Tools && button.control != ObjectControl::Select;
+  const bool changesObjects = button.group == Group::Tools &&
+                              button.control != ObjectControl::Select &&
+                              button.control != ObjectControl::Scatter;
   return !changesObjects || objectStore.toolsEnabled;
 }
 

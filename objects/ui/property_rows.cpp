@@ -191,14 +191,15 @@ int ChooseCurrent(QComboBox& list, int index, const std::string& value) {
   return index;
 }
 
-PropertyControls AddVehicleRow(const RowPlace& place, const PropertyField& field) {
+PropertyControls AddNameRow(const RowPlace& place, const PropertyField& field,
+                            const std::vector<std::string>& names) {
   const auto* const variable = std::get_if<TextVariable>(&field.value);
   if (!variable) return {};
   QComboBox* const list = AddList(place, field);
   const std::string current = variable->read();
   int index = -1;
-  for (const std::string& name : VehicleNames()) {
-    list->addItem(Shown(name), QByteArray::fromStdString(name));
+  for (const std::string& name : names) {
+    list->addItem(Shown(name.empty() ? NotInList(name) : name), QByteArray::fromStdString(name));
     if (EqualNoCase(name, current)) index = list->count() - 1;
   }
   index = ChooseCurrent(*list, index, current);
@@ -259,7 +260,7 @@ PropertyControls AddControls(const RowPlace& place, const PropertyField& field) 
     case FieldType::Floats:
       return AddNumbersRow<float>(place, field);
     case FieldType::Vehicle:
-      return AddVehicleRow(place, field);
+      return AddNameRow(place, field, VehicleNames());
     case FieldType::ControlPoint:
       return AddChoiceRow(place, field, ControlPointChoices(field.filterModes));
     case FieldType::ControlPointOrNone:
@@ -268,6 +269,8 @@ PropertyControls AddControls(const RowPlace& place, const PropertyField& field) 
       return AddChoiceRow(place, field, TeamChoices());
     case FieldType::GameModes:
       return AddGameModesRow(place, field);
+    case FieldType::CatalogueObject:
+      return AddNameRow(place, field, ObjectOrNoneNames());
     case FieldType::Heading:
       return AddHeading(place, field);
   }

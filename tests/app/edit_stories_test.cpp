@@ -138,6 +138,8 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
           << static_cast<int>(objectStore.tool) << (objectStore.toolsEnabled ? "" : " grey")
           << (objectStore.snapToGround ? " snapping" : "") << ", materials size "
           << materialMapper->brushSize << ", road points " << terrain.roadPointCount;
+    const ScatterBrush& scatter = objectStore.scatter.brush;
+    if (objectStore.tool == ObjectTool::Scatter) tools << ", scatter size " << scatter.size;
     lines.push_back(tools.str());
     const auto isOn = [this](CommandId id) { return enabled.contains(id) && enabled.at(id); };
     const std::pair<const char*, bool> kFlags[] = {{", edited", editor.levelModified},
@@ -179,6 +181,7 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
           line += ' ' + std::to_string(std::lround(part));
         }
       }
+      if (object.scaleGiven) line += " x" + FormatText("%g", double{Rounded(object.scale.x)});
       lines.push_back(line);
     }
     lines.push_back("object count " + std::to_string(objectStore.objects.size()));
@@ -305,6 +308,31 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
          if (!w.empty()) scripted::script.gameSettings["INSTALLEDVERSION"] = w[0];
          ReadInstalledVersion();
          Happens("version " + std::to_string(editor.installedGameVersion));
+       }},
+      // Density, distance, steepest slope, scales, then objects with their shares.
+      {"scatter",
+       [](const Words& w) {
+         ScatterSettings& settings = objectStore.scatter.settings;
+         settings = {{}, std::stof(w[0]), std::stof(w[1]), std::stof(w[2])};
+         settings.scale = {std::stof(w[3]), std::stof(w[4])};
+         for (std::size_t i = 0; 6 + 2 * i < w.size(); ++i)
+           settings.kinds[i] = {w[5 + 2 * i], std::stof(w[6 + 2 * i])};
+       }},
+      {"seed", [](const Words& w) { SeedGameRandom(static_cast<std::uint32_t>(std::stoi(w[0]))); }},
+      // Height units for each cell, to the right of the middle.
+      {"ramp",
+       [](const Words& w) {
+         for (int i = 0; i < 128; ++i) {
+           for (int j = 0; j < 256; ++j)
+             SetHeight(i, j, kFlatHeight + static_cast<float>(128 - i) * std::stof(w[0]));
+         }
+       }},
+      // Objects that stand far away, up to so many.
+      {"crowd",
+       [](const Words& w) {
+         StaticObject far = objectStore.objects[0];
+         far.treeItem = 0;
+         objectStore.objects.resize(static_cast<std::size_t>(std::stoi(w[0])), far);
        }},
       {"history-of",
        [](const Words& w) { editor.history.limit = static_cast<std::size_t>(std::stoi(w[0])); }},

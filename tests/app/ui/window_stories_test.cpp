@@ -20,6 +20,7 @@
 #include "objects/entity_editing.h"
 #include "objects/object_mapper.h"
 #include "objects/object_store.h"
+#include "objects/scatter.h"
 #include "support/archive_bytes.h"
 #include "terrain/point_selection.h"
 
@@ -220,6 +221,7 @@ class WindowStory : public WindowTest, public testing::WithParamInterface<std::s
        [](const Words&) { FillStatistics() ? shell.levelStatisticsDialog() : void(); }},
       {"save-picture", [](const Words&) { shell.savePictureDialog(); }},
       {"check", [](const Words&) { shell.checkLevelDialog(); }},
+      {"scatter", [this](const Words&) { TellAnswer(EditScatter()); }},
       {"splash", [](const Words&) { shell.aboutDialog(); }},
       {"credits", [](const Words&) { shell.creditsDialog(); }}};
 
@@ -232,6 +234,11 @@ class WindowStory : public WindowTest, public testing::WithParamInterface<std::s
          const auto levels = folder / "Mods/varnhold/Archives/varnhold/levels";
          std::filesystem::create_directories(levels);
          WriteBytes(levels / w[0], {});
+       }},
+      {"catalogue",
+       [](const Words&) {
+         objectStore.catalogue =
+             ParseObjectList("oak=TreeMesh(oak_m1)\nhut=StandardMesh(hut_m1)\n");
        }},
       {"no-levels", [this](const Words&) { std::filesystem::remove_all(folder / "Mods"); }},
       {"no-theatres", [](const Words&) { modConfig.theatreCount = 0; }},
