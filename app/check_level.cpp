@@ -22,13 +22,16 @@ void GoToFind(const LevelFind& find) {
 
 std::string CountFinds(const std::vector<LevelFind>& finds) {
   if (finds.empty()) return "Nothing was found.";
-  const auto count = [&finds](Gravity gravity) {
-    const auto number = std::ranges::count_if(
+  std::string counted;
+  for (const Gravity gravity : {Gravity::Error, Gravity::Warning, Gravity::Note}) {
+    const auto count = std::ranges::count_if(
         finds, [gravity](const LevelFind& find) { return find.rule->gravity == gravity; });
-    return FormatText("%i %s%s", static_cast<int>(number), NameOf(gravity), number == 1 ? "" : "s");
-  };
-  return FormatText("%s, %s and %s.", count(Gravity::Error).c_str(),
-                    count(Gravity::Warning).c_str(), count(Gravity::Note).c_str());
+    if (count == 0) continue;
+    if (!counted.empty()) counted += ", ";
+    counted +=
+        FormatText("%i %s%s", static_cast<int>(count), NameOf(gravity), count == 1 ? "" : "s");
+  }
+  return counted;
 }
 
 }  // namespace mw

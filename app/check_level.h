@@ -9,7 +9,7 @@ namespace mw {
 // nowhere is only shown in the tree. Draws a frame.
 void GoToFind(const LevelFind& find);
 
-// "2 errors, 1 warning and 3 notes."
+// "2 errors, 1 warning": those that there are.
 std::string CountFinds(const std::vector<LevelFind>& finds);
 
 }  // namespace mw

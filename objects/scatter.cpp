@@ -105,8 +105,10 @@ bool CarriesObject(const Vector3& place) {
   const ScatterSettings& settings = Settings();
   if (!IsOnLevel(place) || SlopeAt(place) > settings.steepest) return false;
   if (settings.aboveWater && place.y <= modConfig.WaterLevel) return false;
+  const float levelX = MirrorX(place.x);
   return std::ranges::none_of(objectStore.objects, [&](const StaticObject& object) {
-    return Apart(object.ViewPosition(), place) < settings.distance;
+    const float x = object.position.x - levelX, z = object.position.z - place.z;
+    return x * x + z * z < settings.distance * settings.distance;
   });
 }
 
