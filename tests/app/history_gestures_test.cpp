@@ -22,6 +22,7 @@
 #include "objects/object_selection.h"
 #include "objects/object_store.h"
 #include "objects/property_sheet.h"
+#include "objects/scatter.h"
 #include "objects/static_objects.h"
 #include "terrain/brush_stroke.h"
 #include "terrain/height_exchange.h"
@@ -173,6 +174,22 @@ class HistoryGesturesTest : public LevelTest, public testing::WithParamInterface
     ReleaseObjects();
   }
 
+  void ScatterSome() {
+    editor.viewWidth = editor.viewHeight = 101;
+    camera.position = {Somewhere(), 250, Somewhere()};
+    camera.pitch = -90;
+    camera.UpdateDirection();
+    UpdateViewSquare();
+    objectStore.scatter.settings = {
+        {{{"oak", 2}, {"hut", 1}}}, static_cast<float>(5 + Roll(40)), 4, 60, {1, 2}};
+    objectStore.tool = ObjectTool::Scatter;
+    editor.ctrlHeld = Roll(3) == 0;
+    PressScatter(Roll(100), Roll(100));
+    for (int k = Roll(3); k-- > 0;) DragObjects(Roll(100), Roll(100), 0, 0);
+    ReleaseObjects();
+    editor.ctrlHeld = false;
+  }
+
   // Every item of the level's records.
   std::vector<TreeItem> Items() {
     std::vector<TreeItem> items;
@@ -231,9 +248,10 @@ class HistoryGesturesTest : public LevelTest, public testing::WithParamInterface
   void Gesture() {
     using Self = HistoryGesturesTest;
     static constexpr void (Self::*kGestures[])() = {
-        &Self::Stroke,    &Self::Stroke,     &Self::Paint,          &Self::MovePoints,
-        &Self::BuildRoad, &Self::GroundAnew, &Self::ChangeSettings, &Self::Drop,
-        &Self::Drop,      &Self::Filter,     &Self::ChangeObjects,  &Self::ChangeObjects};
+        &Self::Stroke,       &Self::Stroke,      &Self::Paint,          &Self::MovePoints,
+        &Self::BuildRoad,    &Self::GroundAnew,  &Self::ChangeSettings, &Self::Drop,
+        &Self::Drop,         &Self::ScatterSome, &Self::Filter,         &Self::ChangeObjects,
+        &Self::ChangeObjects};
     (this->*kGestures[Roll(static_cast<int>(std::size(kGestures)))])();
   }
 
@@ -317,6 +335,7 @@ TEST_P(HistoryGesturesTest, EveryStateComesBackExactly) {
   expectState();
   while (!NextRedo().empty() && expectState()) RedoStep();
   EXPECT_TRUE(Now() == states.back());
+  EXPECT_GT(std::ranges::count(names, "Scatter"), 0);
 }
 
 }  // namespace
