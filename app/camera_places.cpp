@@ -75,14 +75,16 @@ Heights FindHeights() {
 }
 
 // World units above the ground from which all of the level fits into the view.
-float DistanceToSeeAll() {
+float DistanceToSeeAll() { return DistanceToSee(static_cast<float>(modConfig.WorldSize) / 2); }
+
+}  // namespace
+
+float DistanceToSee(float radius) {
   constexpr double kToRadians = std::numbers::pi / 180;
   const float narrowSide = std::min(1.0f, editor.viewWidth / editor.viewHeight);
   const auto slope = static_cast<float>(std::tan(kFieldOfView / 2 * kToRadians)) * narrowSide;
-  return static_cast<float>(modConfig.WorldSize) / 2 / slope;
+  return radius / slope;
 }
-
-}  // namespace
 
 std::string CameraPlaceName() {
   return SettingPart(LevelMod()) + "/" + SettingPart(modConfig.LevelName.String());

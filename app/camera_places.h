@@ -23,4 +23,7 @@ void RecallCameraPosition();
 // higher than it takes to see the whole level.
 void ShowWholeLevel();
 
+// How far from its middle what reaches so far around it fits into the view; world units.
+float DistanceToSee(float radius);
+
 }  // namespace mw

@@ -41,6 +41,8 @@ enum CommandId : int {
   kCommandScaleWidth = 4015,
   kCommandScaleHeight = 4016,
   kCommandScatter = 4017,
+  kCommandGridStep = 4020,
+  kCommandTurnStep = 4021,
   // Main window.
   kCommandOpenLevel = 32770,
   kCommandSaveLevel = 32771,
@@ -110,8 +112,15 @@ enum CommandId : int {
   kCommandGoToBookmark7 = 32857,
   kCommandGoToBookmark8 = 32858,
   kCommandGoToBookmark9 = 32859,
-  kCommandCheckLevel = 32861,
-  kCommandScatterSettings = 32862,
+  kCommandCheckLevel = 32871,
+  kCommandScatterSettings = 32872,
+  kCommandDuplicate = 32860,
+  kCommandReplaceWith = 32861,
+  kCommandEditSelected = 32862,
+  kCommandSelectKind = 32863,
+  kCommandInvertSelection = 32864,
+  kCommandFind = 32865,
+  kCommandShowSelection = 32866,
 };
 
 }  // namespace mw

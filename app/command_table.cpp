@@ -10,6 +10,7 @@
 #include "app/level.h"
 #include "app/mini_map_look.h"
 #include "app/modes.h"
+#include "app/selection_commands.h"
 #include "app/shell.h"
 #include "app/test_level.h"
 #include "app/undo.h"
@@ -64,6 +65,16 @@ constexpr auto kCommands = std::to_array<CommandSpec>({
     {kCommandCut, CopyOnCommand, "Edit", "&Cut\tCtrl-X", "", "Cut Selected Entities", "cut"},
     {kCommandCopy, CopyOnCommand, "Edit", "C&opy\tCtrl-C", "", "Copy Selected Entities", "copy"},
     {kCommandPaste, PasteOnCommand, "Edit", "&Paste\tCrtl-V", "", "Paste Copied Entities", "paste"},
+    {kCommandDuplicate, DuplicateOnCommand, "Edit", "&Duplicate\tCtrl-D", "Ctrl+D", "", ""},
+    {kCommandReplaceWith, ReplaceOnCommand, "Edit", "Replace &With...\tCtrl-R", "Ctrl+R", "", ""},
+    {kCommandEditSelected, EditSelectedOnCommand, "Edit", "&Edit Selected...\tCtrl-E", "Ctrl+E", "",
+     ""},
+    {kCommandSelectKind, SelectKindOnCommand, "Edit", "Select All of This &Kind\tCtrl-K", "Ctrl+K",
+     "", ""},
+    {kCommandInvertSelection, InvertOnCommand, "Edit", "&Invert Selection\tCtrl-I", "Ctrl+I", "",
+     ""},
+    {kCommandFind, [] { shell.focusFindField(); }, "Edit", "&Find in Level Tree\tCtrl-F", "Ctrl+F",
+     "", ""},
     {kCommandCameraOnTerrain, [] { SetCameraMode(CameraMode::OnTerrain); }, "View",
      "Camera On &Terrain", "", "Camera On Terrain Mode", "camera_on_terrain", Group::Camera},
     {kCommandCameraFly, [] { SetCameraMode(CameraMode::Fly); }, "View", "Camera &Fly Mode", "",
@@ -107,6 +118,7 @@ constexpr auto kCommands = std::to_array<CommandSpec>({
      ""},
     {kCommandGoToBookmark9, GoTo<9>, "View/Go to Bookmark", "Go to Bookmark &9\tAlt-9", "Alt+9", "",
      ""},
+    {kCommandShowSelection, ShowSelection, "View", "Show Sele&ction\tF", "", "", ""},
     {kCommandWireframe, ShowWireframe, "View", "&Wireframe Mode", "", "Wireframe Mode", "wireframe",
      Group::Drawing},
     {kCommandTextured, ShowTextured, "View", "Te&xtured Mode", "", "Textured Surface Mode",
@@ -208,6 +220,13 @@ constexpr auto kLevelCommands = std::to_array<CommandId>({
     kCommandCut,
     kCommandCopy,
     kCommandPaste,
+    kCommandDuplicate,
+    kCommandReplaceWith,
+    kCommandEditSelected,
+    kCommandSelectKind,
+    kCommandInvertSelection,
+    kCommandFind,
+    kCommandShowSelection,
     kCommandLevelStatistics,
     kCommandRandomTerrain,
     kCommandGenerateMaterialMap,

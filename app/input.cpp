@@ -1,6 +1,7 @@
 #include "app/input.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 #include "app/keys.h"
@@ -13,6 +14,7 @@
 #include "objects/object_mapper.h"
 #include "objects/object_store.h"
 #include "objects/scatter.h"
+#include "objects/select_many.h"
 #include "platform/clock.h"
 #include "terrain/brush_stroke.h"
 #include "terrain/material_mapper.h"
@@ -146,6 +148,17 @@ void DragPoints(int x, int y) {
   }
 }
 
+// A rectangle of things, from above. A hand is never quite still: a click is not yet one.
+void DragBand(int x, int y) {
+  constexpr int kStill = 4;  // pixels
+  if (!editor.rubberBandActive) {
+    const int way = std::abs(x - editor.pressX) + std::abs(y - editor.pressY);
+    if (!editor.ctrlHeld || !IsFromAbove() || way < kStill) return;
+    StartRubberBand(editor.pressX, editor.pressY);
+  }
+  UpdateRubberBand(x, y);
+}
+
 void DragLeft(int x, int y) {
   switch (editor.editMode) {
     case EditMode::TerrainMapper:
@@ -158,7 +171,11 @@ void DragLeft(int x, int y) {
       break;
     case EditMode::ObjectMapper:
       PickInObjects(x, y);
-      DragObjects(x, y, editor.lastMouseX, editor.lastMouseY);
+      if (HasSelectTool()) {
+        DragBand(x, y);
+      } else {
+        DragObjects(x, y, editor.lastMouseX, editor.lastMouseY);
+      }
       break;
   }
 }
@@ -280,7 +297,11 @@ void FinishRubberBand(int x, int y) {
   if (band.x0 > band.x1) std::swap(band.x0, band.x1);
   if (band.y0 > band.y1) std::swap(band.y0, band.y1);
   editor.rubberBandActive = false;
-  SelectRectangle(band.x0, band.y0, band.x1, band.y1);
+  if (IsEditMode(EditMode::ObjectMapper)) {
+    SelectInRectangle(band.x0, band.y0, band.x1, band.y1);
+  } else {
+    SelectRectangle(band.x0, band.y0, band.x1, band.y1);
+  }
 }
 
 }  // namespace mw

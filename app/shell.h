@@ -73,6 +73,8 @@ struct Shell {
   WindowFunction<bool()> viewHasFocus;
   WindowFunction<void()> focusView;
   WindowFunction<void()> focusTreePanel;
+  // The field that filters the level tree.
+  WindowFunction<void()> focusFindField;
   WindowFunction<void()> closeMainWindow;
   // Draws one frame at once.
   WindowFunction<void()> renderFrameNow;
@@ -89,6 +91,8 @@ struct Shell {
   WindowFunction<std::optional<NewLevelChoices>()> newLevelDialog;
   WindowFunction<std::optional<RandomTerrainParameters>()> randomTerrainDialog;
   WindowFunction<std::optional<SampleBits>(const char* title)> sampleBitsDialog;
+  // A catalogue entry.
+  WindowFunction<std::optional<int>()> replaceDialog;
   WindowFunction<WelcomeChoice(const std::vector<RecentLevel>& recent)> welcomeDialog;
   // Writes the sample game into two new folders, one for the game and one for what the editor needs
   // of it, and shows how far that is.

@@ -9,6 +9,7 @@
 #include "core/text.h"
 #include "data/mod_config.h"
 #include "objects/object_store.h"
+#include "objects/select_many.h"
 #include "platform/prompts.h"
 #include "terrain/material_map.h"
 #include "terrain/terrain.h"
@@ -63,10 +64,17 @@ void AddTerrainTool(std::string& text) {
   }
 }
 
+// First, where the ground's reading cannot push it out of the status bar.
+void AddSelection(std::string& text) {
+  const int count = SelectedCount();
+  if (count > 0) Add(text, FormatText("%i selected", count));
+}
+
 }  // namespace
 
 std::string StatusReading() {
   std::string text;
+  if (IsEditMode(EditMode::ObjectMapper)) AddSelection(text);
   AddGround(text);
   if (IsEditMode(EditMode::TerrainMapper) && terrain.grid) AddTerrainTool(text);
   if (IsEditMode(EditMode::MaterialMapper) && materialMapper) {

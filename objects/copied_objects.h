@@ -1,4 +1,4 @@
-// What Copy of the Object Mapper remembers, as it is then.
+// What Copy of the Object Mapper remembers, as it is then; Duplicate uses it for a moment.
 #pragma once
 
 #include <cstdint>
@@ -20,8 +20,9 @@ struct ObjectCopy {
 template <class Template>
 struct EntityCopy {
   Template from;
-  GameModeMask modes = 0;  // of the entity itself
-  Vector3 rotation, offset;
+  GameModeMask modes = 0;      // of the entity itself
+  Vector3 position, rotation;  // level coordinates
+  Vector3 offset;              // from the middle of what was copied; view coordinates
 };
 
 struct ControlPointCopy : EntityCopy<ControlPointTemplate> {
@@ -29,7 +30,7 @@ struct ControlPointCopy : EntityCopy<ControlPointTemplate> {
 };
 
 struct ObjectSpawnCopy : EntityCopy<ObjectSpawnTemplate> {
-  std::int32_t osId = 0;
+  std::int32_t osId = 0, team = 0;
 };
 
 using SoldierSpawnCopy = EntityCopy<SoldierSpawnTemplate>;

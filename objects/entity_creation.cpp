@@ -139,22 +139,22 @@ EntityName UniqueTemplateName(EntityKind kind, std::string_view base) {
   }
 }
 
-bool HasRoomForInstance(EntityKind kind) {
-  if (entities.Of(kind).instances.size() < kMaxInstances) return true;
+bool HasRoomForInstance(EntityKind kind, std::size_t count) {
+  if (entities.Of(kind).instances.size() + count <= kMaxInstances) return true;
   ShowFull(kind);
   return false;
 }
 
-bool HasRoomForTemplate(EntityKind kind) {
+bool HasRoomForTemplate(EntityKind kind, std::size_t count) {
   const std::size_t capacity =
       kind == EntityKind::ControlPoint ? kMaxControlPointTemplates : kMaxTemplates;
-  if (entities.Of(kind).templates.size() < capacity) return true;
+  if (entities.Of(kind).templates.size() + count <= capacity) return true;
   ShowFull(kind);
   return false;
 }
 
-bool HasRoomForEntity(EntityKind kind) {
-  return HasRoomForInstance(kind) && HasRoomForTemplate(kind);
+bool HasRoomForEntity(EntityKind kind, std::size_t count) {
+  return HasRoomForInstance(kind, count) && HasRoomForTemplate(kind, count);
 }
 
 SpawnInstance& PlaceEntity(EntityKind kind, int templateIndex, const Vector3& position) {
@@ -205,6 +205,16 @@ void GiveToControlPoint(SoldierSpawnTemplate& made, const ControlPointTemplate* 
 void GiveToControlPoint(ObjectSpawn& spawn, const ControlPointTemplate* owner) {
   spawn.osId = owner ? owner->group : kFirstGroup;
   spawn.team = owner ? owner->team : 1;
+}
+
+std::string WithoutNumber(const EntityName& name) {
+  const std::string text = name.String();
+  return text.substr(0, text.find_last_not_of("0123456789") + 1);
+}
+
+void GiveOwnName(SoldierSpawnTemplate& made) {
+  made.name = UniqueTemplateName(EntityKind::SoldierSpawn, WithoutNumber(made.name));
+  made.spawnId = TakeSpawnId();
 }
 
 void DropNewEntity(EntityKind kind) {

@@ -1,19 +1,20 @@
 // How entities come into the level's tables, whatever brings them: a drop from the tree or a paste.
 #pragma once
 
+#include <cstddef>
 #include <memory>
-#include <string_view>
+#include <string>
 
 #include "core/vector3.h"
 #include "objects/entities.h"
 
 namespace mw {
 
-// Whether the user may add one more; the kind's message says so when not.
-bool HasRoomForInstance(EntityKind kind);
-bool HasRoomForTemplate(EntityKind kind);
-// For an instance with a template of its own.
-bool HasRoomForEntity(EntityKind kind);
+// Whether the user may add so many more; the kind's message says so when not.
+bool HasRoomForInstance(EntityKind kind, std::size_t count = 1);
+bool HasRoomForTemplate(EntityKind kind, std::size_t count = 1);
+// For instances with a template of their own each.
+bool HasRoomForEntity(EntityKind kind, std::size_t count = 1);
 
 // A new instance of the template at a place of the level. The tables must have room.
 SpawnInstance& PlaceEntity(EntityKind kind, int templateIndex, const Vector3& position);
@@ -30,5 +31,9 @@ const ControlPointTemplate* NearestControlPoint(const Vector3& position, GameMod
 // A soldier spawn's template gets name and spawn id with it.
 void GiveToControlPoint(SoldierSpawnTemplate& made, const ControlPointTemplate* owner);
 void GiveToControlPoint(ObjectSpawn& spawn, const ControlPointTemplate* owner);
+// A copy that stays with its control point gets a name like the one that it has, and a spawn id.
+void GiveOwnName(SoldierSpawnTemplate& made);
+// The name that a copy's number comes after.
+std::string WithoutNumber(const EntityName& name);
 
 }  // namespace mw

@@ -51,6 +51,9 @@ void CleanName(EntityName& name);
 void MakeNameUnique(SpawnTemplate& renamed, EntityKind kind);
 // The modes of all instances that its template has.
 GameModeMask ModesWithSiblings(const SpawnInstance& instance);
+// After a change of the instance's modes or its template's name: the template has all of them, a
+// name that is its alone there, and the tree shows that.
+void FinishEntityEdit(SpawnInstance& instance);
 // The instance's template takes the modes of all its instances too.
 void WidenTemplateModes(const SpawnInstance& instance);
 

@@ -91,12 +91,7 @@ void FinishEdit(SpawnInstance& instance, const InstanceCopy& edited) {
   instance.rotation = VectorOf(edited.rotation);
   const GameModeMask chosen = ModesOf(edited.modes);
   if (chosen != 0) instance.modes = chosen;
-  WidenTemplateModes(instance);
-  if (SpawnTemplate* own = TemplateOf(instance)) {
-    FinishName(*own, instance.Kind());
-  } else {
-    instance.UpdateTreeItem();
-  }
+  FinishEntityEdit(instance);
   DeselectHidden();
   editor.levelModified = true;
   if (chosen == 0) {
@@ -152,6 +147,15 @@ void LowerIfChanged(EntityName& object, const EntityName& before) {
 }
 
 }  // namespace
+
+void FinishEntityEdit(SpawnInstance& instance) {
+  WidenTemplateModes(instance);
+  if (SpawnTemplate* own = TemplateOf(instance)) {
+    FinishName(*own, instance.Kind());
+  } else {
+    instance.UpdateTreeItem();
+  }
+}
 
 bool SpawnTemplate::Edit(EntityKind) { return false; }
 

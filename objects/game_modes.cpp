@@ -10,7 +10,8 @@ constexpr GameModeMask Bit(std::size_t row) { return GameModeMask{1} << row; }
 GameModeChoices ChoicesOf(GameModeMask modes) {
   GameModeChoices choices;
   for (std::size_t row = 0; row < choices.size(); ++row) {
-    choices[row] = {(modes & Bit(row)) != 0, Bit(row) != kModeSinglePlayer, kGameModeLabels[row]};
+    choices[row] = {(modes & Bit(row)) != 0, Bit(row) != kModeSinglePlayer, kGameModeLabels[row],
+                    false};
   }
   return choices;
 }

@@ -25,6 +25,7 @@ inline constexpr std::array<std::string_view, kGameModeCount> kGameModeLabels{"C
 struct GameModeChoice {
   bool checked = false, enabled = true;
   std::string_view label;
+  bool mixed = false;  // neither: several things differ, and stay as they are
 
   bool operator==(const GameModeChoice&) const = default;
 };

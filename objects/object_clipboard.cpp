@@ -1,9 +1,11 @@
 #include "objects/object_clipboard.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <memory>
-#include <string>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -16,6 +18,7 @@
 #include "objects/spawn_groups.h"
 #include "objects/static_object_records.h"
 #include "objects/static_objects.h"
+#include "objects/visibility.h"
 #include "platform/prompts.h"
 
 namespace mw {
@@ -25,48 +28,75 @@ namespace {
 
 template <class Template>
 EntityCopy<Template> CopyOf(const SpawnInstance& instance, const SpawnTemplate& from) {
-  return {static_cast<const Template&>(from), instance.modes, instance.rotation,
+  return {static_cast<const Template&>(from), instance.modes, instance.position, instance.rotation,
           PivotOffset(instance)};
 }
 
-void CopyEntity(const SpawnInstance& instance, const SpawnTemplate& from) {
+void CopyEntity(const SpawnInstance& instance, const SpawnTemplate& from, CopiedObjects& copied) {
   switch (instance.Kind()) {
     case EntityKind::SoldierSpawn:
-      objectStore.copied.soldierSpawns.push_back(CopyOf<SoldierSpawnTemplate>(instance, from));
+      copied.soldierSpawns.push_back(CopyOf<SoldierSpawnTemplate>(instance, from));
       break;
-    case EntityKind::ObjectSpawn:
-      objectStore.copied.objectSpawns.push_back({CopyOf<ObjectSpawnTemplate>(instance, from),
-                                                 static_cast<const ObjectSpawn&>(instance).osId});
+    case EntityKind::ObjectSpawn: {
+      const auto& spawn = static_cast<const ObjectSpawn&>(instance);
+      copied.objectSpawns.push_back(
+          {CopyOf<ObjectSpawnTemplate>(instance, from), spawn.osId, spawn.team});
       break;
+    }
     case EntityKind::ControlPoint:
-      objectStore.copied.controlPoints.push_back({CopyOf<ControlPointTemplate>(instance, from),
-                                                  SpawnGroupsOf(from.group, instance.modes)});
+      copied.controlPoints.push_back({CopyOf<ControlPointTemplate>(instance, from),
+                                      SpawnGroupsOf(from.group, instance.modes)});
       break;
   }
 }
 
-// Pasting
-
-// Where the middle of the copies goes; view coordinates.
-Vector3 PlaceOf(const Vector3& offset, const Vector3& point) {
-  return {MirrorX(point.x + offset.x), point.y, point.z + offset.z};
+CopiedObjects CopiesOfSelected() {
+  ComputePivot();  // something may have moved since it was selected
+  CopiedObjects copied;
+  for (const StaticObject& object : objectStore.objects) {
+    if (object.selected) copied.objects.push_back({object, PivotOffset(object)});
+  }
+  for (const EntityTables& table : entities.tables) {
+    for (const auto& instance : table.instances) {
+      const SpawnTemplate* const from = TemplateOf(*instance);
+      if (instance->selected && from) CopyEntity(*instance, *from, copied);
+    }
+  }
+  return copied;
 }
 
-// The control points that this paste made, with the group of what each is a copy of.
-struct PastedPoint {
+// Placing
+
+// What is placed, and around which point of the view; without one, where it was copied.
+struct Placing {
+  const CopiedObjects& copied;
+  std::optional<Vector3> point;
+
+  bool IsInPlace() const { return !point; }
+  // Level coordinates.
+  template <class Template>
+  Vector3 PlaceOf(const EntityCopy<Template>& copy) const {
+    if (!point) return copy.position;
+    return {MirrorX(point->x + copy.offset.x), point->y, point->z + copy.offset.z};
+  }
+};
+
+// The control points that were placed, with the group of what each is a copy of.
+struct PlacedPoint {
   std::int32_t formerGroup;
   GameModeMask modes;
   const ControlPointTemplate* made;
 };
-using PastedPoints = std::vector<PastedPoint>;
+using PlacedPoints = std::vector<PlacedPoint>;
 
-const ControlPointTemplate* OwnerOf(std::int32_t formerGroup, GameModeMask modes,
-                                    const Vector3& position, const PastedPoints& points) {
-  const auto isOwner = [&](const PastedPoint& point) {
+// The copy of the control point that had the group; null when it was not copied.
+const ControlPointTemplate* CopyOfOwner(std::int32_t formerGroup, GameModeMask modes,
+                                        const PlacedPoints& points) {
+  const auto isOwner = [&](const PlacedPoint& point) {
     return point.formerGroup == formerGroup && (point.modes & modes) != 0;
   };
   const auto found = std::ranges::find_if(points, isOwner);
-  return found != points.end() ? found->made : NearestControlPoint(position, modes);
+  return found != points.end() ? found->made : nullptr;
 }
 
 void PasteObjects(const Vector3& point) {
@@ -85,11 +115,21 @@ void PasteObjects(const Vector3& point) {
   }
 }
 
+// With all that they have. An object that the catalogue does not have is copied like any other.
+void DuplicateObjects(const CopiedObjects& copied) {
+  for (const ObjectCopy& copy : copied.objects) {
+    StaticObject object = copy.object;
+    object.treeItem = 0;
+    AppendStaticObject(object);
+    editor.levelModified = true;
+  }
+}
+
 template <class Template>
-void FinishPaste(SpawnInstance& pasted, const EntityCopy<Template>& copy) {
-  pasted.rotation = copy.rotation;
-  pasted.modes = copy.modes;
-  pasted.UpdateTreeItem();
+void FinishCopy(SpawnInstance& placed, const EntityCopy<Template>& copy) {
+  placed.rotation = copy.rotation;
+  placed.modes = copy.modes;
+  placed.UpdateTreeItem();
 }
 
 // A copy of the template for one entity alone.
@@ -101,54 +141,55 @@ std::unique_ptr<Template> OwnTemplate(const EntityCopy<Template>& copy) {
   return made;
 }
 
-// The name that a copy's number comes after.
-std::string WithoutNumber(const EntityName& name) {
-  const std::string text = name.String();
-  return text.substr(0, text.find_last_not_of("0123456789") + 1);
+// The groups of a copied control point, which has one of its own even if it had none.
+std::vector<SpawnGroup> GroupsFor(const ControlPointCopy& copy) {
+  if (!copy.groups.empty()) return copy.groups;
+  SpawnGroup group = NewSpawnGroup(copy.modes);
+  group.team = copy.from.team;
+  return {group};
 }
 
-// The groups of a copied control point under a new number; false, after a message, without room.
-bool AddGroups(const ControlPointCopy& copy, std::int32_t id) {
-  std::vector<SpawnGroup> groups = copy.groups;
-  if (groups.empty()) {
-    groups = {NewSpawnGroup(copy.modes)};
-    groups.front().team = copy.from.team;
-  }
-  if (!HasRoomForSpawnGroups(groups.size())) return false;
-  for (SpawnGroup& group : groups) {
-    group.id = id;
-    entities.spawnGroups.push_back(group);
-  }
-  return true;
+bool HasRoomForGroups(std::size_t count) {
+  if (HasRoomForSpawnGroups(count)) return true;
+  ShowPrompt("Too many spawn groups.", "Error", PromptButtons::Ok, PromptIcon::Stop);
+  return false;
 }
 
-PastedPoints PasteControlPoints(const Vector3& point) {
+PlacedPoints PlaceControlPoints(const Placing& placing) {
   constexpr EntityKind kKind = EntityKind::ControlPoint;
-  PastedPoints points;
-  for (const ControlPointCopy& copy : objectStore.copied.controlPoints) {
+  PlacedPoints points;
+  for (const ControlPointCopy& copy : placing.copied.controlPoints) {
     if (!HasRoomForEntity(kKind)) break;
     const std::int32_t id = UnusedSpawnGroupId();
-    if (!AddGroups(copy, id)) {
-      ShowPrompt("Too many spawn groups.", "Error", PromptButtons::Ok, PromptIcon::Stop);
-      break;
+    const std::vector<SpawnGroup> groups = GroupsFor(copy);
+    if (!HasRoomForGroups(groups.size())) break;
+    for (SpawnGroup group : groups) {
+      group.id = id;
+      entities.spawnGroups.push_back(group);
     }
     auto made = OwnTemplate(copy);
     made->name = UniqueTemplateName(kKind, WithoutNumber(copy.from.name));
     made->controlPointName = made->name;
     made->group = made->spawnGroupId = made->objectSpawnerId = id;
     points.push_back({copy.from.group, copy.modes, made.get()});
-    FinishPaste(PlaceEntity(kKind, std::move(made), PlaceOf(copy.offset, point)), copy);
+    FinishCopy(PlaceEntity(kKind, std::move(made), placing.PlaceOf(copy)), copy);
   }
   return points;
 }
 
-void PasteSoldierSpawns(const Vector3& point, const PastedPoints& points) {
-  for (const SoldierSpawnCopy& copy : objectStore.copied.soldierSpawns) {
+void PlaceSoldierSpawns(const Placing& placing, const PlacedPoints& points) {
+  for (const SoldierSpawnCopy& copy : placing.copied.soldierSpawns) {
     if (!HasRoomForEntity(EntityKind::SoldierSpawn)) return;
-    const Vector3 position = PlaceOf(copy.offset, point);
+    const Vector3 position = placing.PlaceOf(copy);
     auto made = OwnTemplate(copy);
-    GiveToControlPoint(*made, OwnerOf(copy.from.group, copy.modes, position, points));
-    FinishPaste(PlaceEntity(EntityKind::SoldierSpawn, std::move(made), position), copy);
+    if (const auto* const owner = CopyOfOwner(copy.from.group, copy.modes, points)) {
+      GiveToControlPoint(*made, owner);
+    } else if (placing.IsInPlace()) {
+      GiveOwnName(*made);
+    } else {
+      GiveToControlPoint(*made, NearestControlPoint(position, copy.modes));
+    }
+    FinishCopy(PlaceEntity(EntityKind::SoldierSpawn, std::move(made), position), copy);
   }
 }
 
@@ -169,33 +210,74 @@ int TemplateFor(const ObjectSpawnCopy& copy) {
   return static_cast<int>(templates.size()) - 1;
 }
 
-void PasteObjectSpawns(const Vector3& point, const PastedPoints& points) {
-  for (const ObjectSpawnCopy& copy : objectStore.copied.objectSpawns) {
+void PlaceObjectSpawns(const Placing& placing, const PlacedPoints& points) {
+  for (const ObjectSpawnCopy& copy : placing.copied.objectSpawns) {
     if (!HasRoomForInstance(EntityKind::ObjectSpawn)) return;
     const int templateIndex = TemplateFor(copy);
     if (templateIndex < 0) return;
-    const Vector3 position = PlaceOf(copy.offset, point);
+    const Vector3 position = placing.PlaceOf(copy);
     auto& spawn =
         static_cast<ObjectSpawn&>(PlaceEntity(EntityKind::ObjectSpawn, templateIndex, position));
-    GiveToControlPoint(spawn, OwnerOf(copy.osId, copy.modes, position, points));
-    FinishPaste(spawn, copy);
+    if (const auto* const owner = CopyOfOwner(copy.osId, copy.modes, points)) {
+      GiveToControlPoint(spawn, owner);
+    } else if (placing.IsInPlace()) {
+      spawn.osId = copy.osId;
+    } else {
+      GiveToControlPoint(spawn, NearestControlPoint(position, copy.modes));
+    }
+    if (placing.IsInPlace()) spawn.team = copy.team;
+    FinishCopy(spawn, copy);
   }
+}
+
+void PlaceEntities(const Placing& placing) {
+  const PlacedPoints points = PlaceControlPoints(placing);
+  PlaceSoldierSpawns(placing, points);
+  PlaceObjectSpawns(placing, points);
+}
+
+// Whether all of it fits into the level; after a message when not.
+bool HasRoomFor(const CopiedObjects& copied) {
+  std::size_t groups = 0;
+  for (const ControlPointCopy& copy : copied.controlPoints)
+    groups += std::max<std::size_t>(copy.groups.size(), 1);
+  return HasRoomForObjects(copied.objects.size()) &&
+         (copied.controlPoints.empty() ||
+          (HasRoomForEntity(EntityKind::ControlPoint, copied.controlPoints.size()) &&
+           HasRoomForGroups(groups))) &&
+         (copied.soldierSpawns.empty() ||
+          HasRoomForEntity(EntityKind::SoldierSpawn, copied.soldierSpawns.size())) &&
+         HasRoomForInstance(EntityKind::ObjectSpawn, copied.objectSpawns.size());
+}
+
+// The last ones of the tables, from the counts on.
+struct TableSizes {
+  std::size_t objects = objectStore.objects.size();
+  std::array<std::size_t, kEntityKinds.size()> instances{};
+
+  TableSizes() {
+    for (std::size_t kind = 0; kind < instances.size(); ++kind)
+      instances[kind] = entities.tables[kind].instances.size();
+  }
+};
+
+void SelectAllBehind(const TableSizes& before) {
+  DeselectAll();
+  auto& objects = objectStore.objects;
+  for (std::size_t i = before.objects; i < objects.size(); ++i) objects[i].selected = true;
+  for (std::size_t kind = 0; kind < before.instances.size(); ++kind) {
+    const auto& instances = entities.tables[kind].instances;
+    for (std::size_t i = before.instances[kind]; i < instances.size(); ++i)
+      instances[i]->selected = true;
+  }
+  DeselectHidden();
+  ComputePivot();
 }
 
 }  // namespace
 
 void CopySelected() {
-  ComputePivot();  // something may have moved since it was selected
-  objectStore.copied = {};
-  for (const StaticObject& object : objectStore.objects) {
-    if (object.selected) objectStore.copied.objects.push_back({object, PivotOffset(object)});
-  }
-  for (const EntityTables& table : entities.tables) {
-    for (const auto& instance : table.instances) {
-      const SpawnTemplate* const from = TemplateOf(*instance);
-      if (instance->selected && from) CopyEntity(*instance, *from);
-    }
-  }
+  objectStore.copied = CopiesOfSelected();
   editor.somethingCopied = AnySelected();
 }
 
@@ -204,9 +286,19 @@ void PasteCopied(int x, int y) {
   PickCursorPoint(x, y);
   const Vector3 point = objectStore.CursorPoint;
   PasteObjects(point);
-  const PastedPoints points = PasteControlPoints(point);
-  PasteSoldierSpawns(point, points);
-  PasteObjectSpawns(point, points);
+  PlaceEntities({objectStore.copied, point});
+}
+
+bool DuplicateSelected() {
+  const CopiedObjects copied = CopiesOfSelected();
+  if (!HasRoomFor(copied)) return false;
+  const ObjectStep step("Duplicate");
+  const TableSizes before;
+  DuplicateObjects(copied);
+  PlaceEntities({copied, std::nullopt});
+  SelectAllBehind(before);
+  KeepToolFor(AnySelected());
+  return true;
 }
 
 void ForgetCopied() {

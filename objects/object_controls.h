@@ -23,7 +23,9 @@ enum class ObjectControl : int {
   ScaleWidth = 4015,
   ScaleHeight = 4016,
   Scatter = 4017,
-  SnapToGround = 4014
+  SnapToGround = 4014,
+  GridStep = 4020,
+  TurnStep = 4021
 };
 
 }  // namespace mw

@@ -39,26 +39,38 @@ std::string NameOfHovered() {
 
 bool IsInSight(const StaticObject& object) { return EntryInSight(object, object.ViewPosition()); }
 
-// The first one of several.
-std::int32_t ObjectOfMarker() {
-  const auto& objects = objectStore.objects;
-  const auto found = std::ranges::find_if(objects, [](const StaticObject& object) {
-    const CatalogueEntry* const entry = EntryOf(object);
-    return entry && TouchesMarker(object.ViewPosition(), *entry) && IsInSight(object);
-  });
-  return found == objects.end() ? -1 : static_cast<std::int32_t>(found - objects.begin());
+bool IsMarkerHovered(const StaticObject& object) {
+  const CatalogueEntry* const entry = EntryOf(object);
+  return entry && TouchesMarker(object.ViewPosition(), *entry) && IsInSight(object);
 }
 
+// The first one of several, but a selected one before others: a copy may stand on its original.
+std::int32_t ObjectOfMarker() {
+  std::int32_t found = -1, index = -1;
+  for (const StaticObject& object : objectStore.objects) {
+    ++index;
+    if ((found >= 0 && !object.selected) || !IsMarkerHovered(object)) continue;
+    if (object.selected) return index;
+    found = index;
+  }
+  return found;
+}
+
+// The nearest one, and of those equally near the first, but a selected one before others.
 std::int32_t ObjectOfBody() {
   std::int32_t nearest = -1, index = -1;
   float reach = kBodyReach;
+  bool isSelected = false;
   for (const StaticObject& object : objectStore.objects) {
     ++index;
     const CatalogueEntry* const entry = EntryOf(object);
     if (!entry) continue;
     const auto distance = DistanceToBody(object, *entry, objectStore.CursorPoint, reach);
-    if (!distance || (nearest >= 0 && *distance >= reach) || !IsInSight(object)) continue;
+    if (!distance) continue;
+    const bool isNext = nearest < 0 || *distance < reach || (object.selected && !isSelected);
+    if (!isNext || !IsInSight(object)) continue;
     nearest = index;
+    isSelected = object.selected;
     reach = *distance;
   }
   return nearest;

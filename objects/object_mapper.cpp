@@ -15,6 +15,7 @@
 #include "objects/object_history.h"
 #include "objects/object_hover.h"
 #include "objects/object_selection.h"
+#include "objects/object_snapping.h"
 #include "objects/static_object_records.h"
 #include "objects/static_objects.h"
 #include "objects/visibility.h"
@@ -109,8 +110,9 @@ float GroundUnder(const Placement& item) { return HeightAt(item.position.x, item
 void DragTranslate(int x, int y) {
   const auto ground = GroundUnderCursor(x, y);
   if (!ground) return;
-  const Vector3 pivot = *ground;
-  objectStore.CursorPoint = objectStore.SelectionPivot = pivot;
+  const Vector3 pivot = PivotOnGrid(*ground);
+  objectStore.CursorPoint = *ground;
+  objectStore.SelectionPivot = pivot;
   ForEachSelected([&pivot](Placement& item) {
     const Vector3 offset = PivotOffset(item);
     item.position.x = MirrorX(pivot.x + offset.x);
@@ -140,7 +142,7 @@ void DragRaise(int pixelsUp) {
 
 // `axis` is a component of the rotation.
 void DragRotate(float Vector3::*axis, int pixelsUp) {
-  const float change = static_cast<float>(pixelsUp) * kTurnPerPixel;
+  const float change = TurnInSteps(axis, static_cast<float>(pixelsUp) * kTurnPerPixel);
   ForEachSelected([axis, change](Placement& item) { item.rotation.*axis += change; });
   editor.levelModified = true;
 }
@@ -265,6 +267,10 @@ void PressObjectControl(ObjectControl control) {
     objectStore.viewMode = *viewMode;
   } else if (const auto tool = ChoosableTool(control)) {
     objectStore.tool = *tool;
+  } else if (control == ObjectControl::GridStep) {
+    NextGridStep();
+  } else if (control == ObjectControl::TurnStep) {
+    NextTurnStep();
   }
   hooks.refreshObjectToolbar();
 }
@@ -274,6 +280,14 @@ void UpdateToolButtons(bool anySelected) {
   objectStore.tool = ObjectTool::Select;
   ShowSelectionInTree();
   if (!anySelected && !objectStore.namedIsHovered) ForgetNamed();
+  hooks.refreshObjectToolbar();
+}
+
+void KeepToolFor(bool anySelected) {
+  const ObjectTool tool = objectStore.tool;
+  UpdateToolButtons(anySelected);
+  if (!anySelected) return;
+  objectStore.tool = tool;
   hooks.refreshObjectToolbar();
 }
 
@@ -305,6 +319,7 @@ void PressTranslate(int x, int y) {
 void ReleaseObjects() {
   objectStore.dragStep.End();
   ReleaseScatter();
+  objectStore.turnRest = 0;
   ForgetDragged();
   if (std::exchange(objectStore.pressChangedSelection, false)) UpdateToolButtons(AnySelected());
 }

@@ -16,6 +16,9 @@ void PressObjectControl(ObjectControl control);
 // enables or disables the others; the tree shows the selection.
 void UpdateToolButtons(bool anySelected);
 
+// The same after a change that the chosen tool may go on with.
+void KeepToolFor(bool anySelected);
+
 // CursorPoint becomes the point of the scene drawn under the pixel, if there is one.
 void PickCursorPoint(int x, int y);
 // The same, and what is hovered there: the last frame may be from before the mouse came.

@@ -73,6 +73,9 @@ struct ObjectStore {
   bool showStandardMeshes = true, showTreeMeshes = true;
   bool showObjectSpawns = true, showSoldierSpawns = true, showControlPoints = true;
   bool snapToGround = true;
+  int gridStep = 0;    // world units between the places that things are moved to; 0 = anywhere
+  int turnStep = 15;   // degrees, of turning with Shift
+  float turnRest = 0;  // degrees that the mouse turned, but no whole step yet
 };
 
 extern ObjectStore objectStore;

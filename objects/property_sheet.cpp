@@ -7,7 +7,8 @@ namespace mw {
 bool SetField(PropertySheet& sheet, int index, FieldVariable value, std::int32_t count,
               FieldType type, std::string_view label) {
   if (index < 0 || index >= kMaxPropertyFields) return false;
-  sheet.fields[static_cast<std::size_t>(index)] = {label, type, 0, std::move(value), count, true};
+  sheet.fields[static_cast<std::size_t>(index)] = {label, type, 0,    std::move(value),
+                                                   count, true, false};
   return true;
 }
 

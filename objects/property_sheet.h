@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -40,6 +41,10 @@ TextVariable TextOf(FixedString<N>& text) {
   return {[&text] { return text.String(); }, [&text](std::string_view value) { text = value; }};
 }
 
+// Numbers of a field that may be empty which show as such.
+inline constexpr float kNoFloat = std::numeric_limits<float>::quiet_NaN();
+inline constexpr std::int32_t kNoInteger = std::numeric_limits<std::int32_t>::min();
+
 using FieldVariable =
     std::variant<std::monostate, TextVariable, std::int32_t*, float*, GameModeChoice*>;
 
@@ -50,6 +55,8 @@ struct PropertyField {
   FieldVariable value;
   std::int32_t count = 0;  // longest text (types 0, 3 and 9), or number of values (types 1, 2, 7)
   bool editable = false;
+  // Numbers may be left empty, and stay what they are then. kNoFloat and kNoInteger are shown so.
+  bool mayBeEmpty = false;
 };
 
 struct PropertySheet {

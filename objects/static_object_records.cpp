@@ -62,7 +62,10 @@ TreeItem TreeParentOf(const StaticObject& object) {
 
 void ShowInTree(StaticObject& object, TreeItem before) {
   const TreeItem parent = TreeParentOf(object);
-  if (ParentOf(object.treeItem) == parent) return;
+  if (ParentOf(object.treeItem) == parent) {
+    SetItemText(object.treeItem, object.name);
+    return;
+  }
   DeleteItem(object.treeItem);
   object.treeItem = InsertItem(parent, object.name, before);
 }

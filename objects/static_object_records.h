@@ -23,7 +23,7 @@ bool ObjectTableIsFull();
 // Where objects of this one's kind belong in the level tree.
 TreeItem TreeParentOf(const StaticObject& object);
 // Puts the object into the level tree, or where its kind belongs there: before another item, or
-// behind all.
+// behind all. An item that stands there already gets the object's name.
 void ShowInTree(StaticObject& object, TreeItem before = 0);
 // Puts the record at the end of the table, which has room, and into the level tree.
 void AppendStaticObject(StaticObject object);

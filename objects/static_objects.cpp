@@ -25,14 +25,14 @@ StaticObject* ObjectAt(int index) {
   return &objects[static_cast<std::size_t>(index)];
 }
 
-bool HasRoom() {
-  if (!ObjectTableIsFull()) return true;
+}  // namespace
+
+bool HasRoomForObjects(std::size_t count) {
+  if (objectStore.objects.size() + count <= kMaxStaticObjects) return true;
   ShowPrompt("Could not add the object - Maximum number of objects exceeded!", "ERROR",
              PromptButtons::Ok, PromptIcon::Stop);
   return false;
 }
-
-}  // namespace
 
 void ClearAllObjects() {
   RemoveStaticObjects([](const StaticObject&) { return true; });
@@ -45,7 +45,7 @@ void ClearAllObjects() {
 }
 
 bool AddStaticObjectFromCache(int mesh) {
-  if (!HasRoom()) return false;
+  if (!HasRoomForObjects(1)) return false;
   if (mesh < 0 || mesh >= static_cast<int>(objectStore.meshes.size())) return false;
   const NameText name = objectStore.meshes[static_cast<std::size_t>(mesh)].name;
   if (FindCatalogueEntry(name) < 0) return false;
@@ -63,7 +63,7 @@ bool AddStaticObjectFromCache(int mesh) {
 }
 
 bool PlaceStaticObject(std::string_view name, float x, float z, const Vector3& rotation) {
-  if (!HasRoom()) return false;
+  if (!HasRoomForObjects(1)) return false;
   if (FindCatalogueEntry(name) < 0) return false;
   StaticObject object = NewStaticObject(name);
   object.position = {MirrorX(x), objectStore.CursorPoint.y, z};

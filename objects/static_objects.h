@@ -2,6 +2,7 @@
 // deleting and setting them on the ground.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,8 @@ void LoadStaticObjects();
 // Deletes all objects, meshes, textures and entities.
 void ClearAllObjects();
 
+// Whether the user may add so many more; a message says so when not.
+bool HasRoomForObjects(std::size_t count);
 // A new, selected object of a cached mesh at the CursorPoint. False, after a message, when the
 // table is full; false when the mesh's name is not in the catalogue.
 bool AddStaticObjectFromCache(int mesh);

@@ -21,10 +21,11 @@ namespace {
 
 // Entries with a line above them in their menu.
 constexpr std::array kSectionStarts{
-    kCommandNewMod,        kCommandImportHeightmap, kCommandExit,
-    kCommandCut,           kCommandWireframe,       kCommandLevelStatistics,
-    kCommandRandomTerrain, kCommandTestLevel,       kCommandGenerateSurfaceMaps,
-    kCommandAddFile,       kCommandUsersGuide};
+    kCommandNewMod,    kCommandImportHeightmap,     kCommandExit,
+    kCommandCut,       kCommandSelectKind,          kCommandFind,
+    kCommandWireframe, kCommandLevelStatistics,     kCommandRandomTerrain,
+    kCommandTestLevel, kCommandGenerateSurfaceMaps, kCommandAddFile,
+    kCommandUsersGuide};
 
 bool StartsSection(CommandId id) {
   return std::find(kSectionStarts.begin(), kSectionStarts.end(), id) != kSectionStarts.end();

@@ -1,4 +1,4 @@
-// The panel at the left: the game-mode filter and, below it, the level tree.
+// The panel at the left: the game-mode filter, the field to find things with, and the level tree.
 #pragma once
 
 #include <QWidget>
@@ -6,6 +6,8 @@
 #include "objects/level_tree.h"
 
 class QComboBox;
+class QKeyEvent;
+class QLineEdit;
 
 namespace mw {
 
@@ -18,13 +20,21 @@ class LevelTreePanel : public QWidget {
   explicit LevelTreePanel(QWidget* parent);
 
   LevelTreeWidget* tree() const { return tree_; }
+  // Gives it the keyboard, with its text to be typed over.
+  void FocusFindField();
   // Shows the items of the level tree here. The panel must outlive the view.
   LevelTreeView View();
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void ShowFixedItems();
+  void BuildFindField();
+  bool FindByKey(const QKeyEvent& event);
 
   QComboBox* modeFilter_;
+  QLineEdit* findField_;
   LevelTreeWidget* tree_;
 };
 

@@ -95,10 +95,14 @@ void LevelTreeWidget::Insert(TreeItem item, TreeItem parent, TreeItem before,
   QTreeWidgetItem* const next = Find(before);
   above->insertChild(next ? above->indexOfChild(next) : above->childCount(), entry);
   entries_[item] = entry;
+  filter_.Follow(*entry);
 }
 
 void LevelTreeWidget::SetText(TreeItem item, const std::string& text) {
-  if (QTreeWidgetItem* entry = Find(item)) entry->setText(0, FromText(text));
+  QTreeWidgetItem* const entry = Find(item);
+  if (!entry) return;
+  entry->setText(0, FromText(text));
+  filter_.Follow(*entry);
 }
 
 // The selection does not move on to another item, as if the user had chosen that.
@@ -135,6 +139,17 @@ bool LevelTreeWidget::IsUnfolded(TreeItem item) const {
 
 void LevelTreeWidget::Unfold(TreeItem item) {
   if (QTreeWidgetItem* entry = Find(item)) entry->setExpanded(true);
+}
+
+void LevelTreeWidget::ChooseNext(bool backwards) {
+  QTreeWidgetItem* const entry = filter_.Next(backwards);
+  if (!entry) return;
+  if (selectedItems() == QList{entry} && entry == currentItem()) {
+    LevelTreeItemSelected(ItemOf(entry));
+  } else {
+    setCurrentItem(entry);
+  }
+  scrollToItem(entry);
 }
 
 void LevelTreeWidget::TellChosen() {

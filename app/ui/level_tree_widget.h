@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "app/ui/level_tree_filter.h"
 #include "objects/level_tree.h"
 
 namespace mw {
@@ -27,6 +28,10 @@ class LevelTreeWidget : public QTreeWidget {
   void SelectAll(const std::vector<TreeItem>& items);
   bool IsUnfolded(TreeItem item) const;
   void Unfold(TreeItem item);
+  // Only rows with this text are shown, and those above them; all without a text.
+  void Filter(const QString& text) { filter_.SetText(text); }
+  // As if the user clicked on the next row with the text, or the one before.
+  void ChooseNext(bool backwards);
   // Gives the fixed items their icons.
   void DecorateFixedItems();
 
@@ -49,7 +54,8 @@ class LevelTreeWidget : public QTreeWidget {
 
   std::unordered_map<TreeItem, QTreeWidgetItem*> entries_;
   QHash<QString, QIcon> icons_;  // by name; each is drawn once, and not anew for every level
-  TreeItem pressedItem_ = 0;     // that the left button was pressed on, until it is dragged
+  LevelTreeFilter filter_{*this};
+  TreeItem pressedItem_ = 0;  // that the left button was pressed on, until it is dragged
   QPoint pressedAt_;
   bool extends_ = false;  // the key or button that is handled changes what is chosen by some items
 };

@@ -62,6 +62,7 @@ Shell ShellOf(MainWindow& window) {
             if (!view->hasFocus()) view->setFocus(Qt::MouseFocusReason);
           },
       .focusTreePanel = [&] { window.treePanel()->tree()->setFocus(Qt::ShortcutFocusReason); },
+      .focusFindField = [&] { window.treePanel()->FocusFindField(); },
       .closeMainWindow = [&] { window.CloseForGood(); },
       .renderFrameNow = [view] { view->repaint(); },
 
@@ -75,6 +76,7 @@ Shell ShellOf(MainWindow& window) {
       .newLevelDialog = [owner] { return RunNewLevelDialog(owner); },
       .randomTerrainDialog = [owner] { return RandomTerrainDialog(owner); },
       .sampleBitsDialog = [owner](const char* title) { return SampleBitsDialog(owner, title); },
+      .replaceDialog = [owner] { return ReplaceDialog(owner, shell.renderFrameNow); },
       .welcomeDialog =
           [owner](const std::vector<RecentLevel>& recent) {
             const bool sampleGame = modList.names.empty() && HasSampleGameWriter();

@@ -25,8 +25,11 @@ std::string NameOf(int entry) {
 
 class BrowserDialog : public QDialog {
  public:
-  BrowserDialog(QWidget* owner, const std::function<void()>& renderView) : QDialog(owner) {
+  // Without a title it has that of its form.
+  BrowserDialog(QWidget* owner, const std::function<void()>& renderView, const QString& title)
+      : QDialog(owner) {
     form_.setupUi(this);
+    if (!title.isEmpty()) setWindowTitle(title);
     if (owner) move(owner->mapToGlobal(kPlaceInOwner));
     SetUpCategories();
     form_.filterEdit->setText(QString::fromStdString(objectStore.browserFilter.text.String()));
@@ -83,17 +86,28 @@ class BrowserDialog : public QDialog {
   QTimer frames_;
 };
 
-}  // namespace
-
-bool ObjectBrowserDialog(QWidget* owner, const std::function<void()>& renderView) {
+// The chosen catalogue entry, or -1.
+int ChooseEntry(QWidget* owner, const std::function<void()>& renderView, const QString& title) {
   BeginPreview();
   int entry = -1;
   {
-    BrowserDialog dialog(owner, renderView);
+    BrowserDialog dialog(owner, renderView, title);
     if (dialog.exec() == QDialog::Accepted) entry = dialog.SelectedEntry();
   }
   EndPreview();
   renderView();
+  return entry;
+}
+
+}  // namespace
+
+std::optional<int> ReplaceDialog(QWidget* owner, const std::function<void()>& renderView) {
+  const int entry = ChooseEntry(owner, renderView, "Object Browser - Replace Selected Objects");
+  return entry < 0 ? std::nullopt : std::optional(entry);
+}
+
+bool ObjectBrowserDialog(QWidget* owner, const std::function<void()>& renderView) {
+  const int entry = ChooseEntry(owner, renderView, {});
   if (entry < 0) return false;
   const bool offered = OfferEntry(entry);
   if (!offered) SetStatusText(1, FormatText("Could not load %s.", NameOf(entry).c_str()));

@@ -2,8 +2,10 @@
 
 #include <QAction>
 #include <QActionGroup>
+#include <QComboBox>
 
 #include "objects/object_mapper.h"
+#include "objects/object_snapping.h"
 #include "objects/object_store.h"
 #include "resources/pictures.h"
 
@@ -86,6 +88,9 @@ bool IsOn(ObjectControl control) {
       return objectStore.tool == ObjectTool::Scatter;
     case ObjectControl::SnapToGround:
       return objectStore.snapToGround;
+    case ObjectControl::GridStep:
+    case ObjectControl::TurnStep:
+      break;
   }
   return false;
 }
@@ -106,6 +111,7 @@ ObjectToolbar::ObjectToolbar(QWidget* parent) : QToolBar("Object Mapper Tools", 
   setObjectName("Object Mapper Tools");
   setIconSize(kIconSize);
   AddButtons();
+  AddSteps();
   Refresh();
 }
 
@@ -129,6 +135,32 @@ void ObjectToolbar::AddButtons() {
   }
 }
 
+void ObjectToolbar::AddSteps() {
+  addSeparator();
+  gridSteps_ =
+      AddList(ObjectControl::GridStep, "Move on a Grid", kGridSteps, "Grid %1", SetGridStep);
+  gridSteps_->setItemText(0, "No grid");
+  turnSteps_ = AddList(ObjectControl::TurnStep, "Step of Turning with Shift", kTurnSteps,
+                       QString("%1") + QChar(0xB0), SetTurnStep);
+}
+
+// It takes no keyboard focus: keys are the 3D view's.
+QComboBox* ObjectToolbar::AddList(ObjectControl control, const char* toolTip,
+                                  std::span<const int> steps, const QString& format,
+                                  void (*choose)(int)) {
+  auto* const list = new QComboBox(this);
+  list->setAccessibleName(toolTip);
+  list->setToolTip(toolTip);
+  list->setFocusPolicy(Qt::NoFocus);
+  for (const int step : steps) list->addItem(format.arg(step), step);
+  connect(list, &QComboBox::activated, this,
+          [list, choose](int row) { choose(list->itemData(row).toInt()); });
+  QAction* const action = addWidget(list);
+  action->setToolTip(toolTip);
+  action->setProperty("controlId", static_cast<int>(control));
+  return list;
+}
+
 void ObjectToolbar::Press(ObjectControl control) {
   PressObjectControl(control);
   Refresh();
@@ -143,6 +175,8 @@ void ObjectToolbar::Refresh() {
     (*action)->setEnabled(IsUsable(button));
     ++action;
   }
+  gridSteps_->setCurrentIndex(gridSteps_->findData(objectStore.gridStep));
+  turnSteps_->setCurrentIndex(turnSteps_->findData(objectStore.turnStep));
 }
 
 }  // namespace mw

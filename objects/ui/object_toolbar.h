@@ -3,8 +3,11 @@
 #pragma once
 
 #include <QToolBar>
+#include <span>
 
 #include "objects/object_controls.h"
+
+class QComboBox;
 
 namespace mw {
 
@@ -19,6 +22,12 @@ class ObjectToolbar : public QToolBar {
 
  private:
   void AddButtons();
+  void AddSteps();
+  // A list of texts for these steps.
+  QComboBox* AddList(ObjectControl control, const char* toolTip, std::span<const int> steps,
+                     const QString& format, void (*choose)(int));
+
+  QComboBox *gridSteps_ = nullptr, *turnSteps_ = nullptr;
 };
 
 }  // namespace mw

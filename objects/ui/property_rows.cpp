@@ -114,6 +114,9 @@ QString ShownNumber(float value) {
   return QString::fromStdString(FormatText("%.4f", double{value}));
 }
 
+bool IsNone(std::int32_t value) { return value == kNoInteger; }
+bool IsNone(float value) { return std::isnan(value); }
+
 template <typename Number>
 std::optional<Number> TypedNumber(const QString& text) {
   if constexpr (std::is_same_v<Number, float>) {
@@ -150,11 +153,13 @@ PropertyControls AddNumbersRow(const RowPlace& place, const PropertyField& field
   if (!values) return {};
   std::vector<NumberBox> boxes;
   for (int i = 0; i < ValueCount(field); ++i) {
-    const QString shown = ShownNumber((*values)[i]);
+    const Number value = (*values)[i];
+    const QString shown = field.mayBeEmpty && IsNone(value) ? QString() : ShownNumber(value);
     boxes.push_back({AddNumberBox(place, field, i, shown), shown});
   }
-  const auto lacking = [boxes]() -> QWidget* {
-    const auto isLacking = [](const NumberBox& number) {
+  const auto lacking = [boxes, mayBeEmpty = field.mayBeEmpty]() -> QWidget* {
+    const auto isLacking = [mayBeEmpty](const NumberBox& number) {
+      if (mayBeEmpty && number.box->text().trimmed().isEmpty()) return false;
       return number.IsEdited() && !TypedNumber<Number>(number.box->text());
     };
     const auto found = std::ranges::find_if(boxes, isLacking);
@@ -180,11 +185,11 @@ QComboBox* AddList(const RowPlace& place, const PropertyField& field) {
   return list;
 }
 
-// Chooses the entry of the current value. One that the list does not offer becomes the first. Gives
-// the index of the entry.
-int ChooseCurrent(QComboBox& list, int index, const std::string& value) {
+// Chooses the entry of the current value. One that the list does not offer becomes the first, with
+// this text. Gives the index of the entry.
+int ChooseCurrent(QComboBox& list, int index, const std::string& notOffered) {
   if (index < 0) {
-    list.insertItem(0, Shown(NotInList(value)));
+    list.insertItem(0, Shown(notOffered));
     index = 0;
   }
   list.setCurrentIndex(index);
@@ -202,7 +207,7 @@ PropertyControls AddNameRow(const RowPlace& place, const PropertyField& field,
     list->addItem(Shown(name.empty() ? NotInList(name) : name), QByteArray::fromStdString(name));
     if (EqualNoCase(name, current)) index = list->count() - 1;
   }
-  index = ChooseCurrent(*list, index, current);
+  index = ChooseCurrent(*list, index, NotInList(current));
   return {.store = [variable, list, index] {
     if (list->currentIndex() == index) return;
     variable->write(list->currentData().toByteArray().toStdString());
@@ -217,7 +222,9 @@ PropertyControls AddChoiceRow(const RowPlace& place, const PropertyField& field,
   for (const PropertyChoice& choice : choices) {
     list->addItem(Shown(choice.text), choice.value);
   }
-  const int index = ChooseCurrent(*list, list->findData(**value), std::to_string(**value));
+  const bool isEmpty = field.mayBeEmpty && IsNone(**value);
+  const int index = ChooseCurrent(*list, list->findData(**value),
+                                  isEmpty ? std::string() : NotInList(std::to_string(**value)));
   return {.store = [list, index, variable = *value] {
     if (list->currentIndex() != index) *variable = list->currentData().toInt();
   }};
@@ -236,12 +243,18 @@ PropertyControls AddGameModesRow(const RowPlace& place, const PropertyField& fie
     const int besideText =
         box->sizeHint().width() - box->fontMetrics().horizontalAdvance(box->text());
     NarrowToFit(*box, box->text(), box->width() - besideText);
-    box->setChecked(choice.checked);
+    box->setTristate(choice.mixed);
+    box->setCheckState(choice.mixed     ? Qt::PartiallyChecked
+                       : choice.checked ? Qt::Checked
+                                        : Qt::Unchecked);
     box->setEnabled(choice.enabled);
     boxes.push_back(box);
   }
   return {.store = [boxes, rows = *choices] {
-    for (std::size_t i = 0; i < boxes.size(); ++i) rows[i].checked = boxes[i]->isChecked();
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+      rows[i].checked = boxes[i]->checkState() == Qt::Checked;
+      rows[i].mixed = boxes[i]->checkState() == Qt::PartiallyChecked;
+    }
   }};
 }
 

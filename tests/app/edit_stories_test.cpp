@@ -16,6 +16,7 @@
 #include "objects/entity_editing.h"
 #include "objects/object_mapper.h"
 #include "objects/placement.h"
+#include "objects/sheet_text.h"
 #include "terrain/material_mapper.h"
 #include "terrain/roads.h"
 
@@ -58,6 +59,7 @@ const std::pair<const char*, WindowFunction<void()>*> kWindows[] = {
     {"the splash", &shell.aboutDialog},
     {"the credits", &shell.creditsDialog},
     {"the tree has the keyboard", &shell.focusTreePanel},
+    {"the find field has the keyboard", &shell.focusFindField},
     {"the window closes", &shell.closeMainWindow}};
 
 int KeyOf(const std::string& word) {
@@ -98,7 +100,7 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
       FollowCamera();
     };
     shell.randomTerrainDialog = [] { return RandomTerrainParameters{}; };
-    hooks.runPropertySheet = [this](PropertySheet&) { return Happens("a sheet"), true; };
+    hooks.runPropertySheet = [this](PropertySheet& sheet) { return FillIn(sheet), true; };
     hooks.invalidateMiniMap = [this] { Happens("the Mini-Map is drawn anew"); };
     levelTree.view.selectAll = [this](const std::vector<TreeItem>& items) {
       Happens("the tree selects" + TextsOf(items));
@@ -181,7 +183,11 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
           line += ' ' + std::to_string(std::lround(part));
         }
       }
-      if (object.scaleGiven) line += " x" + FormatText("%g", double{Rounded(object.scale.x)});
+      const Vector3 scale = object.scale;
+      if (scale.x != 1 || scale.y != 1 || scale.z != 1) {
+        for (const float part : {scale.x, scale.y, scale.z})
+          line += " x" + FormatText("%g", static_cast<double>(part));
+      }
       lines.push_back(line);
     }
     lines.push_back("object count " + std::to_string(objectStore.objects.size()));
@@ -218,6 +224,24 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
     std::ostringstream middle;
     middle << "middle " << Rounded(VertexUnder(kSide / 2, kSide / 2).h);
     lines.push_back(middle.str());
+  }
+
+  // A sheet with what the story typed into it: label, which of its numbers, and the number.
+  void FillIn(PropertySheet& sheet) {
+    Happens(typed.empty() ? "a sheet" : Described(sheet));
+    for (const Words& w : typed) {
+      for (const PropertyField& field : sheet.fields) {
+        if (!field.label.View().starts_with(w[0])) continue;
+        const int index = std::stoi(w[1]);
+        if (auto* const* reals = std::get_if<float*>(&field.value))
+          (*reals)[index] = std::stof(w[2]);
+        if (auto* const* numbers = std::get_if<std::int32_t*>(&field.value))
+          (*numbers)[index] = std::stoi(w[2]);
+        if (auto* const* modes = std::get_if<GameModeChoice*>(&field.value))
+          (*modes)[index] = {w[2] == "1", true, (*modes)[index].label, false};
+      }
+    }
+    typed.clear();
   }
 
   void Mouse(const Words& w) {
@@ -285,6 +309,9 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
        }},
       {"select-oak",
        [](const Words&) { objectStore.toolsEnabled = objectStore.objects[1].selected = true; }},
+      {"type", [this](const Words& w) { typed.push_back(w); }},
+      {"replacement",
+       [](const Words& w) { shell.replaceDialog = [entry = std::stoi(w[0])] { return entry; }; }},
       {"heights", [](const Words& w) { Heights(std::stof(w[0]), std::stof(w[1])); }},
       {"world",
        [](const Words& w) {
@@ -421,6 +448,7 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
       {"drop", [this](const Words& w) { DropLevelTreeItem(Item(w[0]), 30, 20); }}};
 
   std::string steps;
+  std::vector<Words> typed;  // into the next sheet
 };
 
 TEST_P(EditStory, IsAsItStands) { ActOut(GetParam(), verbs); }

@@ -20,7 +20,8 @@ inline std::string Described(const PropertyField& field) {
     if (auto* const* number = std::get_if<std::int32_t*>(&field.value)) line << ' ' << (*number)[i];
     if (auto* const* real = std::get_if<float*>(&field.value)) line << ' ' << (*real)[i];
     if (auto* const* mode = std::get_if<GameModeChoice*>(&field.value))
-      line << ' ' << (*mode)[i].label << (*mode)[i].checked << ((*mode)[i].enabled ? "" : "(grey)");
+      line << ' ' << (*mode)[i].label << (*mode)[i].checked << ((*mode)[i].enabled ? "" : "(grey)")
+           << ((*mode)[i].mixed ? "(mixed)" : "");
   }
   return line.str() + '\n';
 }

@@ -117,7 +117,7 @@ class WindowTest : public ShellTest {
         "tree   " + window.findChild<QComboBox*>("modeFilter")->currentText().toStdString();
     for (QTreeWidgetItemIterator row(&tree()); *row; ++row) {
       std::string indent = "\n       ";
-      bool isFolded = false;
+      bool isFolded = (*row)->isHidden();
       for (const QTreeWidgetItem* up = (*row)->parent(); up; up = up->parent()) {
         isFolded |= !up->isExpanded();
         indent += "  ";

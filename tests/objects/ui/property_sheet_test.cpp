@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QTest>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <memory>
 #include <sstream>
@@ -14,8 +15,8 @@
 #include "objects/object_store.h"
 #include "objects/sheet_text.h"
 #include "objects/ui/property_sheet_dialog.h"
-#include "support/open_dialog.h"
 #include "support/golden.h"
+#include "support/open_dialog.h"
 #include "support/prompts.h"
 #include "support/sandbox.h"
 
@@ -217,6 +218,31 @@ TEST_F(PropertySheetTest, AWrongOrMissingValueKeepsTheDialogOpenAndStoresNothing
   }));
   EXPECT_EQ(Described(sheet), before);
   EXPECT_TRUE(RunAndPressOk([](const OpenDialog&) {})) << "a text that was empty may be so";
+}
+
+TEST_F(PropertySheetTest, WhatIsLeftEmptyStays) {
+  float position[] = {1, kNoFloat, kNoFloat};
+  std::int32_t radius = kNoInteger, side = kNoInteger;
+  GameModeChoices modes = ChoicesOf(kModeConquest);
+  modes[0].mixed = modes[1].mixed = true;
+  AddField(sheet, position, 3, FieldType::Floats, "Pos")->mayBeEmpty = true;
+  AddField(sheet, &radius, 1, FieldType::Integers, "radius")->mayBeEmpty = true;
+  AddField(sheet, &side, 1, FieldType::Team, "team")->mayBeEmpty = true;
+  AddField(sheet, modes.data(), kGameModeCount, FieldType::GameModes, "Game Modes");
+  EXPECT_TRUE(RunAndPressOk([](const OpenDialog& dialog) {
+    EXPECT_EQ(Box(dialog, "Pos 2").text() + Box(dialog, "radius").text(), "");
+    Box(dialog, "Pos 1").setText("");
+    Box(dialog, "Pos 3").setText("7");
+    for (QCheckBox* const box : dialog.window.findChildren<QCheckBox*>()) {
+      if (box->objectName().endsWith("CTF")) box->click();
+    }
+  }));
+  EXPECT_EQ(position[0], 1);
+  EXPECT_TRUE(std::isnan(position[1]));
+  EXPECT_EQ(position[2], 7);
+  EXPECT_EQ(radius, kNoInteger);
+  EXPECT_EQ(side, kNoInteger);
+  EXPECT_TRUE(modes[0].mixed && !modes[1].mixed && modes[1].checked);
 }
 
 TEST_F(PropertySheetTest, KeysGoFromTheFieldsToTheButtons) {
