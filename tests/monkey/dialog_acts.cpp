@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QKeySequence>
 #include <QLineEdit>
@@ -95,6 +96,11 @@ Act BoxAct(QMessageBox* box, Dice& dice) {
 
 // Nothing that renames, deletes or makes files: those keys and menus are Qt's own.
 Act FileDialogAct(QFileDialog* dialog, Dice& dice) {
+  // What is saved goes where it is offered, into the folder that the editor may spoil.
+  if (dialog->acceptMode() == QFileDialog::AcceptSave) {
+    const bool isHere = dialog->directory() == QDir::current();
+    return KeyIn(dialog, isHere && dice.Below(2) == 0 ? Qt::Key_Return : Qt::Key_Escape);
+  }
   const auto fields = Usable<QLineEdit>(dialog);
   const auto lists = Usable<QListView>(dialog);
   const int kind = dice.Below(5);
