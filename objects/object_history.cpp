@@ -126,21 +126,6 @@ void TakeItemOver(TakenItems& taken, TreeItem& item, bool* selected) {
   if (selected) *selected = found->second.selected;
 }
 
-// Items of objects come before that of the next object of their kind.
-void ShowObjects(const std::vector<std::size_t>& places) {
-  std::unordered_map<TreeItem, TreeItem> next;  // by parent
-  auto& objects = objectStore.objects;
-  auto place = places.rbegin();
-  for (std::size_t i = objects.size(); i-- > 0 && place != places.rend();) {
-    StaticObject& object = objects[i];
-    if (*place == i) {
-      ++place;
-      ShowInTree(object, next[TreeParentOf(object)]);
-    }
-    next[ParentOf(object.treeItem)] = object.treeItem;
-  }
-}
-
 class ObjectsPart final : public HistoryPart {
  public:
   void Keep() {
@@ -230,7 +215,7 @@ class ObjectsPart final : public HistoryPart {
       FindMesh(object);
     }
     DeleteItemsOf(taken);
-    ShowObjects(places);
+    ShowInTree(places);
   }
 
   template <typename Records, typename Table>

@@ -1,7 +1,10 @@
 #include "objects/object_replace.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "core/editor_state.h"
 #include "core/text.h"
@@ -20,15 +23,26 @@ namespace {
 constexpr int kProgressPart = 1;  // of the status bar
 
 void Replace(StaticObject& object, std::string_view name) {
-  if (object.name == name) return;
   object.name = name;
   FindEntry(object);
   object.lists = {};
   object.meshIndex = -1;
   FindMesh(object);
-  ShowInTree(object);
   ShowKindOf(object);
   editor.levelModified = true;
+}
+
+void ReplaceSelectedBy(std::string_view name) {
+  std::vector<std::size_t> replaced;
+  std::size_t index = 0;
+  for (StaticObject& object : objectStore.objects) {
+    if (object.selected && object.name != name) {
+      Replace(object, name);
+      replaced.push_back(index);
+    }
+    ++index;
+  }
+  ShowInTree(replaced);
 }
 
 }  // namespace
@@ -45,9 +59,7 @@ bool ReplaceSelected(int entry) {
   const bool isLoaded = OfferEntry(entry);
   if (isLoaded) {
     ForgetNamed();
-    for (StaticObject& object : objectStore.objects) {
-      if (object.selected) Replace(object, name);
-    }
+    ReplaceSelectedBy(name);
     SetStatusText(kProgressPart, FormatText("%i replaced by %s.", SelectedObjects(), name.c_str()));
   } else {
     SetStatusText(kProgressPart, FormatText("Could not load %s.", name.c_str()));

@@ -1,5 +1,6 @@
 #include "objects/static_object_records.h"
 
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -68,6 +69,20 @@ void ShowInTree(StaticObject& object, TreeItem before) {
   }
   DeleteItem(object.treeItem);
   object.treeItem = InsertItem(parent, object.name, before);
+}
+
+void ShowInTree(const std::vector<std::size_t>& indices) {
+  std::unordered_map<TreeItem, TreeItem> next;  // by parent
+  auto& objects = objectStore.objects;
+  auto index = indices.rbegin();
+  for (std::size_t i = objects.size(); i-- > 0 && index != indices.rend();) {
+    StaticObject& object = objects[i];
+    if (*index == i) {
+      ++index;
+      ShowInTree(object, next[TreeParentOf(object)]);
+    }
+    next[ParentOf(object.treeItem)] = object.treeItem;
+  }
 }
 
 void AppendStaticObject(StaticObject object) {

@@ -2,8 +2,10 @@
 // level's objects and those who place new ones.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string_view>
+#include <vector>
 
 #include "objects/object_store.h"
 
@@ -25,6 +27,9 @@ TreeItem TreeParentOf(const StaticObject& object);
 // Puts the object into the level tree, or where its kind belongs there: before another item, or
 // behind all. An item that stands there already gets the object's name.
 void ShowInTree(StaticObject& object, TreeItem before = 0);
+// The same for the objects with these indices, in rising order, each before the next object of its
+// kind.
+void ShowInTree(const std::vector<std::size_t>& indices);
 // Puts the record at the end of the table, which has room, and into the level tree.
 void AppendStaticObject(StaticObject object);
 // Takes every object that `isMeant` accepts out of the table, then out of the level tree, which may

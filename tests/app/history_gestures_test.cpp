@@ -15,10 +15,12 @@
 #include "core/history.h"
 #include "core/hooks.h"
 #include "data/game_file.h"
+#include "objects/edit_selected.h"
 #include "objects/entities.h"
 #include "objects/entity_editing.h"
 #include "objects/object_clipboard.h"
 #include "objects/object_mapper.h"
+#include "objects/object_replace.h"
 #include "objects/object_selection.h"
 #include "objects/object_store.h"
 #include "objects/property_sheet.h"
@@ -79,8 +81,10 @@ class HistoryGesturesTest : public LevelTest, public testing::WithParamInterface
     if (auto* const number = std::get_if<std::int32_t*>(&field.value)) **number = Roll(3);
     if (auto* const text = std::get_if<TextVariable>(&field.value); text && field.editable)
       text->write("name" + std::to_string(Roll(3)));
-    if (auto* const modes = std::get_if<GameModeChoice*>(&field.value))
-      (*modes)[Roll(3)].checked = true;
+    if (auto* const modes = std::get_if<GameModeChoice*>(&field.value)) {
+      GameModeChoice& mode = (*modes)[Roll(3)];
+      mode = {true, mode.enabled, mode.label, false};
+    }
     return true;
   }
 
@@ -206,7 +210,7 @@ class HistoryGesturesTest : public LevelTest, public testing::WithParamInterface
   }
 
   void ChangeObjects() {
-    switch (Roll(9)) {
+    switch (Roll(12)) {
       case 0:
         return ActivateLevelTreeItem(levelTree.fixed.addTemplate), void();
       case 1:
@@ -224,6 +228,15 @@ class HistoryGesturesTest : public LevelTest, public testing::WithParamInterface
         return PasteCopied(5, 5);
       case 6:
         return SnapAllToGround();
+      case 7:
+        SelectSome();
+        return DuplicateSelected(), void();
+      case 8:
+        SelectSome();
+        return ReplaceSelected(Roll(2)), void();
+      case 9:
+        SelectSome();
+        return EditSelected(), void();
       default:
         return DragSome();
     }
