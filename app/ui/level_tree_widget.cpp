@@ -22,6 +22,8 @@ namespace mw {
 namespace {
 
 constexpr int kIndentation = 12;  // pixels
+// For the width of the tree's column.
+constexpr int kMeasuredRows = 1000, kMeasuredWhileFiltering = 100;
 
 // 0 for no entry.
 TreeItem ItemOf(const QTreeWidgetItem* entry) {
@@ -139,6 +141,13 @@ bool LevelTreeWidget::IsUnfolded(TreeItem item) const {
 
 void LevelTreeWidget::Unfold(TreeItem item) {
   if (QTreeWidgetItem* entry = Find(item)) entry->setExpanded(true);
+}
+
+// Measuring all texts takes longer than a frame. While the user types, those of as many rows as two
+// screens hold do; a longer one far below shows as a tool tip.
+void LevelTreeWidget::Filter(const QString& text) {
+  header()->setResizeContentsPrecision(text.isEmpty() ? kMeasuredRows : kMeasuredWhileFiltering);
+  filter_.SetText(text);
 }
 
 void LevelTreeWidget::ChooseNext(bool backwards) {

@@ -29,7 +29,7 @@ class LevelTreeWidget : public QTreeWidget {
   bool IsUnfolded(TreeItem item) const;
   void Unfold(TreeItem item);
   // Only rows with this text are shown, and those above them; all without a text.
-  void Filter(const QString& text) { filter_.SetText(text); }
+  void Filter(const QString& text);
   // As if the user clicked on the next row with the text, or the one before.
   void ChooseNext(bool backwards);
   // Gives the fixed items their icons.
