@@ -7,6 +7,9 @@
 #include <QImage>
 #include <QOpenGLFramebufferObject>
 #include <QOpenGLWidget>
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <optional>
