@@ -200,6 +200,13 @@ void ActAt(const Vector3& place) {
   Brush().last = place;
 }
 
+// Another mod may have come since they were chosen.
+void ForgetUnknownKinds() {
+  for (ScatterKind& kind : objectStore.scatter.settings.kinds) {
+    if (FindCatalogueEntry(kind.name) < 0) kind.name.clear();
+  }
+}
+
 // A click is to show something, however thin it scatters.
 void PlaceOneAt(const Vector3& place) {
   ScatterChance chance = DrawChance(SquareAt(place));
@@ -234,8 +241,13 @@ void PickScatter(int x, int y) { Brush().place = GroundUnderCursor(x, y); }
 
 void PressScatter(int x, int y) {
   PickScatter(x, y);
+  ForgetUnknownKinds();
+  if (!HasScatterKinds()) {
+    SetStatusText(1, "Choose what to scatter: Tools > Scatter Settings (Ctrl+H).");
+    return;
+  }
   ScatterBrush& brush = Brush();
-  if (!HasScatterKinds() || !brush.place) return;
+  if (!brush.place) return;
   objectStore.dragStep.Begin(editor.ctrlHeld ? "Remove Scattered" : "Scatter");
   KeepObjects();
   brush.held = true;
