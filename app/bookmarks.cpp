@@ -22,7 +22,7 @@ namespace {
 
 // Of one text, so that it is written whole: a line for each level, newest first, which is the
 // level's name and its bookmarks, each after a tab.
-constexpr const char* kSetting = "Bookmarks";
+constexpr const char* kBookmarksSetting = "Bookmarks";
 constexpr std::size_t kLongestLine = 2'000;  // what is longer is damage
 
 struct Sight {
@@ -63,7 +63,7 @@ void AddBookmark(Bookmarks& bookmarks, std::string_view text) {
 // The lines of all levels, newest first.
 std::vector<std::string> ReadLines() {
   std::vector<std::string> lines;
-  const std::string text = ReadEditorSetting(kSetting).value_or("");
+  const std::string text = ReadEditorSetting(kBookmarksSetting).value_or("");
   Tokenizer rest(text);
   while (const auto line = rest.Next("\n")) {
     if (line->size() <= kLongestLine && lines.size() < kMostBookmarkedLevels) {
@@ -97,7 +97,7 @@ Bookmarks ReadBookmarks() {
   std::erase_if(others, IsOfOpenLevel);
   others.resize(std::min(others.size(), kMostBookmarkedLevels - 1));
   for (const std::string& line : others) text += line + '\n';
-  return WriteEditorSetting(kSetting, text);
+  return WriteEditorSetting(kBookmarksSetting, text);
 }
 
 CommandId CommandOf(CameraMode mode) {

@@ -14,11 +14,12 @@
 namespace mw {
 namespace {
 
-constexpr const char* kSetting = "MiniMap";  // shown, size, stretched, left and top, with blanks
-constexpr int kFarthest = 100'000;           // window units; what is beyond is damage
+constexpr const char* kLookSetting =
+    "MiniMap";                      // shown, size, stretched, left and top, with blanks
+constexpr int kFarthest = 100'000;  // window units; what is beyond is damage
 
 std::optional<MiniMapLook> KeptLook() {
-  const auto text = ReadEditorSetting(kSetting);
+  const auto text = ReadEditorSetting(kLookSetting);
   if (!text) return std::nullopt;
   Tokenizer words(*text);
   std::array<int, 5> values{};
@@ -41,8 +42,8 @@ std::optional<MiniMapLook> KeptLook() {
 void Keep() {
   const MiniMapLook& look = session.miniMapLook;
   static_cast<void>(WriteEditorSetting(
-      kSetting, FormatText("%i %i %i %i %i", look.shown, static_cast<int>(look.size),
-                           look.stretched, look.left, look.top)));
+      kLookSetting, FormatText("%i %i %i %i %i", look.shown, static_cast<int>(look.size),
+                               look.stretched, look.left, look.top)));
 }
 
 void Show() {

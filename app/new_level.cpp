@@ -162,7 +162,7 @@ void AssignCentralTiles() {
   }
 }
 
-void PlaceCamera() {
+void PlaceFirstCamera() {
   constexpr float kClearance = 4;  // height units
   constexpr float kAbove = 20;     // world units
   auto& saved = editor.savedCameraPosition;
@@ -190,7 +190,7 @@ std::string CreateLevel(const NewLevelChoices& choices) {
   ClearHistory();
   shell.setLevelOpen(true);
   SendStartCommands();
-  PlaceCamera();
+  PlaceFirstCamera();
   return TrySaveLevel();
 }
 

@@ -16,7 +16,7 @@ namespace mw {
 namespace {
 
 // Of one text, so that the list is written whole: a line for each level, path and mod.
-constexpr const char* kSetting = "RecentLevels";
+constexpr const char* kRecentSetting = "RecentLevels";
 constexpr char kBetween = '\t';
 constexpr std::string_view kNotInPaths = "\t\r\n";
 
@@ -24,7 +24,7 @@ void Write(const std::vector<RecentLevel>& levels) {
   std::string text;
   for (const RecentLevel& level : levels) text += level.archive + kBetween + level.mod + '\n';
   // Where it cannot be kept there is no list: nothing to tell of.
-  static_cast<void>(WriteEditorSetting(kSetting, text));
+  static_cast<void>(WriteEditorSetting(kRecentSetting, text));
 }
 
 // Paths are as the disk spells them: two that differ in case alone are two files.
@@ -43,7 +43,7 @@ bool IsUsable(std::string_view line, std::size_t pathEnd) {
 
 std::vector<RecentLevel> RecentLevels() {
   std::vector<RecentLevel> levels;
-  const std::string text = ReadEditorSetting(kSetting).value_or("");
+  const std::string text = ReadEditorSetting(kRecentSetting).value_or("");
   Tokenizer lines(text);
   while (const auto line = lines.Next("\n")) {
     const std::size_t end = line->find(kBetween);

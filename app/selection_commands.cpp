@@ -19,8 +19,6 @@
 namespace mw {
 namespace {
 
-constexpr int kProgressPart = 1;  // of the status bar
-
 bool HasSelection() {
   if (AnySelected()) return true;
   SetStatusText(kProgressPart, "Nothing is selected.");

@@ -16,8 +16,6 @@
 namespace mw {
 namespace {
 
-constexpr int kProgressPart = 1;  // of the status bar
-
 constexpr float kMarkerRadius = 0.75f, kMarkerHeight = 1.75f;  // world units
 // From a body, in world units: depths are read to a few hundredths of one far away.
 constexpr float kBodyReach = 0.25f;

@@ -20,8 +20,6 @@
 namespace mw {
 namespace {
 
-constexpr int kProgressPart = 1;  // of the status bar
-
 void Replace(StaticObject& object, std::string_view name) {
   object.name = name;
   FindEntry(object);

@@ -29,9 +29,9 @@ void ForEachShown(Action act) {
 // What is alike in all of a kind: what it is, and the name that matters.
 using Kind = std::pair<int, std::string>;
 
-Kind KindOf(const StaticObject& object) { return {-1, LowerCase(object.name)}; }
+Kind SelectedKindOf(const StaticObject& object) { return {-1, LowerCase(object.name)}; }
 
-Kind KindOf(const SpawnInstance& instance) {
+Kind SelectedKindOf(const SpawnInstance& instance) {
   const bool hasTemplates = instance.Kind() == EntityKind::ObjectSpawn;
   return {static_cast<int>(instance.Kind()),
           hasTemplates ? std::to_string(instance.templateIndex) : std::string()};
@@ -53,9 +53,9 @@ int SelectedCount() {
 void SelectAllOfThisKind() {
   std::set<Kind> kinds;
   ForEachShown([&kinds](const auto& item) {
-    if (item.selected) kinds.insert(KindOf(item));
+    if (item.selected) kinds.insert(SelectedKindOf(item));
   });
-  ForEachShown([&kinds](auto& item) { item.selected |= kinds.contains(KindOf(item)); });
+  ForEachShown([&kinds](auto& item) { item.selected |= kinds.contains(SelectedKindOf(item)); });
   FinishSelecting();
 }
 

@@ -27,6 +27,7 @@ inline bool ConfirmReplacing(std::string_view text) {
 void ShowWaitCursor();
 void ShowArrowCursor();
 
+inline constexpr int kProgressPart = 1;
 // Two spaces and the text into part 1 (progress and results), part 2 (frame rate) or part 3 (what
 // is under the cursor or being dragged) of the status bar; nothing is done where it stands already.
 // Part 1 is repainted at once, so that it can be read while long work goes on; the others, which

@@ -13,7 +13,7 @@
 namespace mw {
 namespace {
 
-QStyle::StandardPixmap PictureOf(Gravity gravity) {
+QStyle::StandardPixmap SignOf(Gravity gravity) {
   switch (gravity) {
     case Gravity::Error:
       return QStyle::SP_MessageBoxCritical;
@@ -46,7 +46,7 @@ class FindsDialog : public QDialog {
     form_.findList->clear();
     for (const LevelFind& find : finds_) {
       auto* const row =
-          new QListWidgetItem(style()->standardIcon(PictureOf(find.rule->gravity), nullptr, this),
+          new QListWidgetItem(style()->standardIcon(SignOf(find.rule->gravity), nullptr, this),
                               FromText(find.text) + '.', form_.findList);
       // Which of the pictures it is, for who does not see it.
       const QString gravity(NameOf(find.rule->gravity));

@@ -71,8 +71,8 @@ class LevelRulesTest : public StoryTest {
     change(bytes);
     EXPECT_TRUE(archive_->WriteMember(folder_ + file, bytes));
     Check();
-    if (before) EXPECT_TRUE(archive_->WriteMember(folder_ + file, *before));
-    if (!before) EXPECT_TRUE(archive_->RemoveMember(folder_ + file));
+    EXPECT_TRUE(before ? archive_->WriteMember(folder_ + file, *before)
+                       : archive_->RemoveMember(folder_ + file));
   }
   // "&" stands for a blank and "$" for a line's end.
   static std::string Text(std::string word) {

@@ -16,7 +16,7 @@ namespace {
 using namespace std::string_view_literals;
 
 // A line for each entry that a list gives.
-std::string Told(std::string_view list) {
+std::string ToldList(std::string_view list) {
   const ObjectCatalogue catalogue = ParseObjectList(list);
   std::string told = std::to_string(catalogue.categoryCount) + " categories\n";
   for (int k = 0; k < catalogue.entryCount; ++k) {
@@ -32,10 +32,11 @@ std::string Told(std::string_view list) {
 TEST(ObjectList, NamesObjectsUnderCategories) {
   ExpectGolden(
       "objects/object_lists.txt",
-      Told("early=StandardMesh(early_m1)\r\n[STRUCTURES]\r\nBunker01=StandardMesh(Bunker01_M1)\n"
-           "Big Oak=TreeMesh(oak_m1)\n[PROPS]\ncrate=treemesh(crate_m1)") +
-          Told("/ a=StandardMesh(a)\n\nab\n\0abc=StandardMesh(a)\n]](=\nabc\n"sv) +
-          Told(std::string(40, 'n') + "=TreeMesh(" + std::string(40, 'm') + ")\n"));
+      ToldList(
+          "early=StandardMesh(early_m1)\r\n[STRUCTURES]\r\nBunker01=StandardMesh(Bunker01_M1)\n"
+          "Big Oak=TreeMesh(oak_m1)\n[PROPS]\ncrate=treemesh(crate_m1)") +
+          ToldList("/ a=StandardMesh(a)\n\nab\n\0abc=StandardMesh(a)\n]](=\nabc\n"sv) +
+          ToldList(std::string(40, 'n') + "=TreeMesh(" + std::string(40, 'm') + ")\n"));
 }
 
 TEST(ObjectList, ReadingStopsWhenATableIsFull) {
@@ -46,7 +47,7 @@ TEST(ObjectList, ReadingStopsWhenATableIsFull) {
   EXPECT_EQ(full.entryCount, 512);
   EXPECT_EQ(full.entries[511].name, "o511");
   EXPECT_EQ(full.categoryCount, 0);
-  EXPECT_EQ(Told(categories + "late=StandardMesh(m)\n"), "32 categories\n");
+  EXPECT_EQ(ToldList(categories + "late=StandardMesh(m)\n"), "32 categories\n");
 }
 
 using ObjectCatalogueTest = SandboxTest;

@@ -6,7 +6,7 @@ namespace mw {
 namespace {
 
 // What a file gives: each material with its textures and flags, and at the end "malformed".
-std::string Told(const std::string& text) {
+std::string ToldShaders(const std::string& text) {
   std::string told;
   const bool sound = ParseShaderFile(text, [&told](const ShaderMaterial& material) {
     told += material.name;
@@ -20,14 +20,14 @@ std::string Told(const std::string& text) {
 }
 
 TEST(ShaderFile, EachBlockIsAMaterial) {
-  EXPECT_EQ(
-      Told("subshader \"brick\" \"StandardMesh/Default\"\r\n{\r\n\tlighting true;\r\n"
-           "\ttexture \"texture/brick\";\r\n}\r\n\r\nsubshader \"Old glass\" \"x\"\n{\n"
-           "\ttransparent true;\n\ttwosided TRUE;\n\ttextureFade true;\n\ttexture \"glass\";\n"
-           "\ttexture \"dirt\";\n}"),
-      "brick shows texture/brick\n"
-      "Old glass shows glass shows dirt transparent twosided fading\n");
-  EXPECT_EQ(Told("  subshader \"a\" \"x\"\nSubshader \"a\" \"x\"\n }\n"), "")
+  EXPECT_EQ(ToldShaders(
+                "subshader \"brick\" \"StandardMesh/Default\"\r\n{\r\n\tlighting true;\r\n"
+                "\ttexture \"texture/brick\";\r\n}\r\n\r\nsubshader \"Old glass\" \"x\"\n{\n"
+                "\ttransparent true;\n\ttwosided TRUE;\n\ttextureFade true;\n\ttexture \"glass\";\n"
+                "\ttexture \"dirt\";\n}"),
+            "brick shows texture/brick\n"
+            "Old glass shows glass shows dirt transparent twosided fading\n");
+  EXPECT_EQ(ToldShaders("  subshader \"a\" \"x\"\nSubshader \"a\" \"x\"\n }\n"), "")
       << "only at the beginning of a line";
 }
 
@@ -50,7 +50,7 @@ TEST(ShaderFile, ALineIsReadOrEndsTheReading) {
       {"twosided;", "malformed\n"},
       {"textureFade true", "malformed\n"}};
   for (const auto& [line, told] : rows)
-    EXPECT_EQ(Told("subshader \"a\" \"x\"\n}\nsubshader \"b\" \"x\"\n{\n" + line + "\n}\n"),
+    EXPECT_EQ(ToldShaders("subshader \"a\" \"x\"\n}\nsubshader \"b\" \"x\"\n{\n" + line + "\n}\n"),
               std::string("a\n") + told)
         << line;
 }
