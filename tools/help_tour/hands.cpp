@@ -15,6 +15,8 @@ enum class Pointer { Move, Press, Release, Click, DoubleClick };
 constexpr int kFrameTime = 40, kFramePatience = 1000;  // milliseconds
 constexpr int kStepsOfDrag = 12;
 
+std::atomic<int> presses = 0;
+
 // Of the keys that are down; the desktop tells them with each event of the mouse.
 Qt::KeyboardModifiers heldModifiers;
 
@@ -55,6 +57,7 @@ QWindow* KeyWindow() {
 }
 
 void Point(Pointer kind, const Target& target) {
+  presses += kind == Pointer::DoubleClick ? 2 : kind == Pointer::Press || kind == Pointer::Click;
   Send([=, modifiers = heldModifiers] { SendPointer(kind, target, modifiers); });
 }
 
@@ -101,6 +104,7 @@ void Drag(const QList<Target>& places, int milliseconds) {
 }
 
 void PressKey(int key) {
+  ++presses;
   heldModifiers |= ModifierOf(key);
   Send([key] { QTest::keyPress(KeyWindow(), static_cast<Qt::Key>(key)); });
 }
@@ -112,12 +116,14 @@ void ReleaseKey(int key) {
 
 void ClickKeys(const QKeySequence& keys) {
   for (int i = 0; i < keys.count(); ++i) {
+    ++presses;
     const QKeyCombination key = keys[static_cast<unsigned>(i)];
     Send([key] { QTest::keyClick(KeyWindow(), key.key(), key.keyboardModifiers()); });
   }
 }
 
 void ClickKeyInList(Qt::Key key) {
+  ++presses;
   Send([key] {
     if (QApplication::activePopupWidget()) QTest::keyClick(KeyWindow(), key);
   });
@@ -125,9 +131,12 @@ void ClickKeyInList(Qt::Key key) {
 
 void Type(const QString& text) {
   for (const QChar letter : text) {
+    ++presses;
     Send([letter] { QTest::keyClick(KeyWindow(), letter.toLatin1()); });
   }
 }
+
+int CountPresses() { return presses; }
 
 void WaitForFrames(int count) {
   std::atomic<int> drawn = 0;

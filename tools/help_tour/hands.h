@@ -25,6 +25,9 @@ void ClickKeys(const QKeySequence& keys);
 void ClickKeyInList(Qt::Key key);
 void Type(const QString& text);
 
+// How often a button of the mouse or a key was pressed; a modifier held with a key counts with it.
+int CountPresses();
+
 // Until the view has drawn what the input before has changed; at once when it is at rest.
 void WaitForFrames(int count = 2);
 void Wait(int milliseconds);

@@ -93,20 +93,34 @@ bool IsListOpen() {
   return OnGui([] { return QApplication::activePopupWidget() != nullptr; });
 }
 
-// With the keyboard, so that long lists need no scrolling. False when the list did not stay open: a
-// window manager that moves the focus closes it.
+bool ShowsRow(const Target& field, int row) {
+  return OnGui([&] {
+    const auto* list = static_cast<QComboBox*>(field.widget.data());
+    return list && list->currentIndex() == row;
+  });
+}
+
+// With the keyboard, so that long lists need no scrolling. A list that takes no focus is opened
+// first; false when it did not stay open: a window manager that moves the focus closes it.
 bool ChooseRow(const Target& field, int row) {
   constexpr int kAttempts = 100, kPause = 20;  // milliseconds
+  const auto takeFocus = [&] {
+    if (!field.widget || field.widget->focusPolicy() == Qt::NoFocus) return false;
+    field.widget->setFocus(Qt::MouseFocusReason);
+    return true;
+  };
+  if (OnGui(takeFocus)) {
+    ClickKeys(QKeySequence(Qt::Key_Home));
+    for (int i = 0; i < row; ++i) ClickKeys(QKeySequence(Qt::Key_Down));
+    return ShowsRow(field, row);
+  }
   Click(field);
   for (int attempt = 0; attempt < kAttempts && !IsListOpen(); ++attempt) Wait(kPause);
   ClickKeyInList(Qt::Key_Home);
   for (int i = 0; i < row; ++i) ClickKeyInList(Qt::Key_Down);
   ClickKeyInList(Qt::Key_Return);
   Await("the closed list", [] { return QApplication::activePopupWidget() == nullptr; });
-  return OnGui([&] {
-    const auto* list = static_cast<QComboBox*>(field.widget.data());
-    return list && list->currentIndex() == row;
-  });
+  return ShowsRow(field, row);
 }
 
 void ChooseFromList(const Step& step) {
@@ -119,9 +133,11 @@ void ChooseFromList(const Step& step) {
     if (ChooseRow(field, row)) return;
     Wait(kPause);
   }
-  const QString shown =
-      OnGui([&] { return static_cast<QComboBox*>(field.widget.data())->currentText(); });
-  throw TourError("the list does not take the entry but shows " + InQuotes(shown));
+  const QString shown = OnGui([&] {
+    const auto* list = static_cast<QComboBox*>(field.widget.data());
+    return list ? InQuotes(list->currentText()) : QString("nothing: it is gone");
+  });
+  throw TourError("the list does not take the entry but shows " + shown);
 }
 
 // To the value `data-to`, or the number that the page names.
@@ -164,17 +180,13 @@ void DragOverPlaces(const Step& step) {
   Drag(PlacesOf(step), std::max(kClickTime, qRound(seconds * 1000)));
 }
 
-// A modifier stays down during the clicks.
-void ClickWithKey(const Step& step) {
+// A modifier stays down during the act, which begins at the first place.
+void WithKey(const Step& step, void (*act)(const Step&)) {
   const int key = Needed(step, "key") == "Shift" ? Qt::Key_Shift : Qt::Key_Control;
-  const QList<Target> places = PlacesOf(step);
-  Move(places.first());
+  Move(PlacesOf(step).first());
   WaitForFrames();
   PressKey(key);
-  for (const Target& place : places) {
-    Click(place);
-    WaitForFrames();
-  }
+  act(step);
   ReleaseKey(key);
 }
 
@@ -239,7 +251,8 @@ const QHash<QString, Act>& Acts() {
       {"click", ClickPlaces},
       {"double-click", [](const Step& step) { DoubleClick(PlacesOf(step).first()); }},
       {"drag", DragOverPlaces},
-      {"click-with-key", ClickWithKey},
+      {"click-with-key", [](const Step& step) { WithKey(step, ClickPlaces); }},
+      {"drag-with-key", [](const Step& step) { WithKey(step, DragOverPlaces); }},
       {"point", [](const Step& step) { Move(PlacesOf(step).first()); }},
       {"row",
        [](const Step& step) { Click(*Await("the row", [&] { return FindListRow(step.text); })); }},
