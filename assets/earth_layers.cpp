@@ -64,6 +64,7 @@ void PlantTurf(Picture& picture) {
 
 Picture PaintEarthLayers(int width, int height) {
   std::vector<Picture> grounds;
+  grounds.reserve(kLayers.size());
   for (const Layer& layer : kLayers) grounds.push_back(Halved(layer.paint()));
   Picture picture(width, height);
   for (int y = 0; y < height; ++y) {

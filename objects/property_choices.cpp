@@ -53,6 +53,7 @@ std::vector<std::string> VehicleNames() {
 std::vector<std::string> ObjectOrNoneNames() {
   const ObjectCatalogue& catalogue = objectStore.catalogue;
   std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(catalogue.entryCount) + 1);
   for (int i = 0; i < catalogue.entryCount; ++i) {
     names.push_back(catalogue.entries[static_cast<std::size_t>(i)].name.String());
   }

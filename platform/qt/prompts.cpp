@@ -18,7 +18,6 @@ namespace mw {
 namespace {
 
 constexpr qsizetype kMaxStatusBytes = 287;
-constexpr int kProgressPart = 1;
 
 QString Shown(std::string_view text) { return QString::fromStdString(ReadableText(text)); }
 
