@@ -1,8 +1,9 @@
 // What the sheet of the scatter brush takes. How it scatters is told by a story of the shell.
+#include "objects/scatter.h"
+
 #include <gtest/gtest.h>
 
 #include "objects/object_level_test.h"
-#include "objects/scatter.h"
 
 namespace mw {
 namespace {

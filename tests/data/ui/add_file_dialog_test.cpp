@@ -6,8 +6,8 @@
 #include <filesystem>
 
 #include "data/level_archive_test.h"
-#include "support/open_dialog.h"
 #include "platform/disk.h"
+#include "support/open_dialog.h"
 #include "support/prompts.h"
 
 namespace mw {
