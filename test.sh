@@ -14,7 +14,7 @@ source tools/packages.sh
 run_fuzzers() {
   local seconds=$1 runs=$2 failed=0
   local folder=$PWD/build/fuzz
-  need "${build_packages[@]}" "${fuzz_packages[@]}"
+  need "${build_packages[@]}" "${sanitizer_packages[@]}"
   build fuzz fuzzers
   export TMPDIR
   TMPDIR=$(mktemp -d -p /dev/shm 2>/dev/null || mktemp -d)
@@ -65,7 +65,7 @@ if [ "${1:-}" = --package ]; then
   exec tools/package.sh --check
 fi
 
-need "${build_packages[@]}" "${display_packages[@]}" "${test_packages[@]}"
+need "${build_packages[@]}" "${display_packages[@]}" "${test_packages[@]}" "${sanitizer_packages[@]}"
 check_format
 tools/tidy.sh
 build dev

@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source tools/packages.sh
-need "${build_packages[@]}" "${test_packages[@]}" "${fuzz_packages[@]}" llvm
+need "${build_packages[@]}" "${test_packages[@]}" "${sanitizer_packages[@]}"
 folder=$PWD/build/coverage
 
 # Reader | fuzz targets | source files, or FILE:WORDS where only the functions with one of these words in

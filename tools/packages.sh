@@ -6,7 +6,7 @@ build_packages=(g++ cmake ninja-build ccache qt6-base-dev libqt6opengl6-dev qt6-
 display_packages=(xvfb xauth openbox xdotool imagemagick x11-utils libgl1-mesa-dri)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev libegl-dev clang-format-14 locales lld)
 tidy_packages=(clang clang-tidy)
-fuzz_packages=(clang libclang-rt-14-dev)
+sanitizer_packages=(clang libclang-rt-14-dev llvm)  # llvm names what they find; for the fuzz targets too
 package_packages=(dpkg-dev file lintian desktop-file-utils appstream libxml2-utils)
 bench_packages=(libbenchmark-dev libegl-dev)
 
