@@ -7,6 +7,7 @@
 #include "app/camera_control.h"
 #include "app/command_table.h"
 #include "app/commands.h"
+#include "app/edit_story_state.h"
 #include "app/editing_fixture.h"
 #include "app/level_tree_actions.h"
 #include "app/start_up.h"
@@ -22,8 +23,6 @@
 
 namespace mw {
 namespace {
-
-constexpr int kStep = 5;  // pixels between the points of the view that a story shows
 
 const std::map<std::string, EditMode> kModes = {{"terrain", EditMode::TerrainMapper},
                                                 {"objects", EditMode::ObjectMapper},
@@ -78,7 +77,6 @@ CommandId CommandOf(const std::string& name) {
   const auto found = std::ranges::find(CommandTable(), name, NameOf);
   return found == CommandTable().end() ? throw std::logic_error(name) : found->id;
 }
-float Rounded(float value) { return std::round(value * 100) / 100 + 0.0f; }
 
 class EditStory : public EditingTest, public testing::WithParamInterface<std::string> {
  protected:
@@ -113,117 +111,12 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
   }
 
   void Happens(const std::string& what) { Tell("       " + what); }
-  static std::string TextsOf(const std::vector<TreeItem>& items) {
-    std::string texts;
-    for (const TreeItem item : items) texts += ' ' + NumberedText(item);
-    return texts;
-  }
 
   // The lines that are not as after the step before.
   std::string StateAfterStep() override {
-    std::vector<std::string> lines{steps};
-    AddTools(lines);
-    AddView(lines);
-    AddPlacements(lines);
-    AddGround(lines);
+    std::vector<std::string> lines = DescribeEditor(enabled);
+    lines.insert(lines.begin(), steps);
     return News(lines);
-  }
-  void AddTools(std::vector<std::string>& lines) const {
-    std::ostringstream tools, flags;
-    tools << "tools  mode " << static_cast<int>(editor.editMode) << ", terrain "
-          << static_cast<int>(terrain.tool) << " size " << terrain.brushSize << " power "
-          << terrain.power << (terrain.brushEdge != BrushEdge::Hard ? " edge " : "")
-          << (terrain.brushEdge == BrushEdge::Smooth   ? "smooth"
-              : terrain.brushEdge == BrushEdge::Linear ? "linear"
-                                                       : "")
-          << (terrain.autoSmoothing ? " smoothing" : "") << ", objects "
-          << static_cast<int>(objectStore.tool) << (objectStore.toolsEnabled ? "" : " grey")
-          << (objectStore.snapToGround ? " snapping" : "") << ", materials size "
-          << materialMapper->brushSize << ", road points " << terrain.roadPointCount;
-    const ScatterBrush& scatter = objectStore.scatter.brush;
-    if (objectStore.tool == ObjectTool::Scatter) tools << ", scatter size " << scatter.size;
-    lines.push_back(tools.str());
-    const auto isOn = [this](CommandId id) { return enabled.contains(id) && enabled.at(id); };
-    const std::pair<const char*, bool> kFlags[] = {{", edited", editor.levelModified},
-                                                   {", left held", editor.leftHeld},
-                                                   {", right held", editor.rightHeld},
-                                                   {", Ctrl", editor.ctrlHeld},
-                                                   {", Ctrl key", session.heldInput.keys[kKeyCtrl]},
-                                                   {", Shift", editor.shiftHeld},
-                                                   {", rubber band", editor.rubberBandActive},
-                                                   {", objects shown", editor.drawObjectsInMappers},
-                                                   {", paste pending", editor.pastePending},
-                                                   {", copied", editor.somethingCopied},
-                                                   {", can cut", isOn(kCommandCut)},
-                                                   {", can paste", isOn(kCommandPaste)}};
-    flags << "state  water " << Rounded(modConfig.WaterLevel);
-    for (const auto& [text, isSet] : kFlags) flags << (isSet ? text : "");
-    lines.push_back(flags.str());
-  }
-  void AddView(std::vector<std::string>& lines) const {
-    std::ostringstream place, view;
-    place << "camera";
-    for (const Vector3& triple : {camera.position, camera.direction}) {
-      place << "  " << Rounded(triple.x) << ' ' << Rounded(triple.y) << ' ' << Rounded(triple.z);
-    }
-    place << "  pitch " << Rounded(camera.pitch) << " yaw " << Rounded(camera.yaw);
-    lines.push_back(place.str());
-    view << "view   camera mode " << static_cast<int>(editor.cameraMode) << " speed "
-         << Rounded(editor.moveSpeed) << (editor.ShowGrid ? ", grid" : "")
-         << (editor.ShowTextures ? ", textures" : "") << (editor.ReliefShading ? ", relief" : "")
-         << ", meshes " << static_cast<int>(objectStore.viewMode) << ", filter "
-         << static_cast<int>(entities.ModeFilter);
-    lines.push_back(view.str());
-  }
-  void AddPlacements(std::vector<std::string>& lines) const {
-    for (const StaticObject& object : objectStore.objects) {
-      std::string line = "object " + object.name.String() + (object.selected ? "*" : "");
-      for (const Vector3& triple : {object.position, object.rotation}) {
-        for (const float part : {triple.x, triple.y, triple.z}) {
-          line += ' ' + std::to_string(std::lround(part));
-        }
-      }
-      const Vector3 scale = object.scale;
-      if (scale.x != 1 || scale.y != 1 || scale.z != 1) {
-        for (const float part : {scale.x, scale.y, scale.z})
-          line += " x" + FormatText("%g", static_cast<double>(part));
-      }
-      lines.push_back(line);
-    }
-    lines.push_back("object count " + std::to_string(objectStore.objects.size()));
-    for (const EntityKind kind : {EntityKind::ControlPoint, EntityKind::SoldierSpawn}) {
-      for (const auto& entity : entities.Of(kind).instances) {
-        lines.push_back("entity " + StatusTextOf(*entity) + (entity->selected ? "*" : ""));
-      }
-    }
-    const LevelTree::FixedItems& fixed = levelTree.fixed;
-    for (const TreeItem parent : {fixed.standardMeshes, fixed.treeMeshes, fixed.cachedObjects,
-                                  fixed.controlPoints, fixed.soldierSpawns, fixed.objectSpawns}) {
-      lines.push_back("rows   " + NumberedText(parent) + ':' + TextsOf(ChildrenOf(parent)));
-    }
-  }
-  // Rows of the view: what is painted, selected, raised or lowered; the middle's height.
-  void AddGround(std::vector<std::string>& lines) const {
-    if (!GroundUnderCursor(kSide / 2, kSide / 2)) return;
-    for (int y = 0; y < kSide; y += kStep) {
-      std::string row = "ground " + std::to_string(y) + (y < 10 ? "   " : y < 100 ? "  " : " ");
-      for (int x = 0; x < kSide; x += kStep) {
-        const auto ground = GroundUnderCursor(x, y);
-        if (!ground) return;
-        const TerrainVertex& vertex = VertexUnder(x, y);
-        const auto i = static_cast<std::size_t>(std::ceil(ground->x / terrain.cellSize));
-        const auto j = static_cast<std::size_t>(ground->z / terrain.cellSize);
-        row += materialMapper->grid[i][j] == 5  ? 'm'
-               : vertex.selected                ? 's'
-               : vertex.h > kFlatHeight + 0.01f ? '+'
-               : vertex.h < kFlatHeight - 0.01f ? '-'
-                                                : '.';
-      }
-      lines.push_back(row);
-    }
-    std::ostringstream middle;
-    middle << "middle " << Rounded(VertexUnder(kSide / 2, kSide / 2).h);
-    lines.push_back(middle.str());
   }
 
   // A sheet with what the story typed into it: label, which of its numbers, and the number.

@@ -15,6 +15,15 @@
 
 namespace mw {
 
+inline constexpr int kViewSide = 101;  // of the view, pixels
+
+// The vertex that is nearest to what the view shows at the pixel.
+inline TerrainVertex& VertexUnder(int x, int y) {
+  const Vector3 ground = GroundUnderCursor(x, y).value();
+  return terrain.grid[static_cast<std::size_t>(std::lround(ground.x / terrain.cellSize))]
+                     [static_cast<std::size_t>(std::lround(ground.z / terrain.cellSize))];
+}
+
 class EditingTest : public ShellTest {
  protected:
   EditingTest() {
@@ -35,14 +44,14 @@ class EditingTest : public ShellTest {
   }
   // The depth of the picture, which objects are picked from, is that of the ground.
   void SetUp() override {
-    if (!OpenTestGl(kSide, kSide)) GTEST_SKIP() << TestGlError();
+    if (!OpenTestGl(kViewSide, kViewSide)) GTEST_SKIP() << TestGlError();
     glClearDepth(1);
     glClear(GL_DEPTH_BUFFER_BIT);
   }
 
   // The middle of the view shows the ground there, in world units; a pixel is about 2 wide.
   static void LookDownOn(float x, float z) {
-    editor.viewWidth = editor.viewHeight = kSide;
+    editor.viewWidth = editor.viewHeight = kViewSide;
     camera.position = {x, 300, z};
     camera.pitch = -90;
     camera.UpdateDirection();
@@ -67,12 +76,6 @@ class EditingTest : public ShellTest {
     RouteKey(modifier, true), Tap(key), RouteKey(modifier, false);
   }
 
-  // The one that is nearest to what the view shows at the pixel.
-  static TerrainVertex& VertexUnder(int x, int y) {
-    const Vector3 ground = GroundUnderCursor(x, y).value();
-    return terrain.grid[static_cast<std::size_t>(std::lround(ground.x / terrain.cellSize))]
-                       [static_cast<std::size_t>(std::lround(ground.z / terrain.cellSize))];
-  }
   static TreeItem Place(const char* name, int entry, Vector3 position) {
     ObjectCatalogue& catalogue = objectStore.catalogue;
     catalogue.entryCount = 2;
@@ -91,7 +94,6 @@ class EditingTest : public ShellTest {
     return object.treeItem;
   }
 
-  static constexpr int kSide = 101;  // of the view, pixels
   TreeItem firstBunker = 0, oak = 0, secondBunker = 0, cachedBunker = 0;
 };
 

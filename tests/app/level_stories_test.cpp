@@ -11,6 +11,7 @@
 #include "app/level.h"
 #include "app/level_file.h"
 #include "app/level_fixture.h"
+#include "app/level_story_acts.h"
 #include "app/light_map_commands.h"
 #include "app/modes.h"
 #include "app/new_level.h"
@@ -69,57 +70,6 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
     WriteBytes(island, ReadBytes(copy));
     knownFiles["as another program left it"] = ReadBytes(island);
   }
-  // Of the level that the editor shows.
-  void Look() {
-    std::ostringstream out;
-    out << "       " << (isOpen && editor.levelLoaded ? "level " : "no level ")
-        << modConfig.LevelName.View() << " in " << openLevel.folder.View() << ", "
-        << modConfig.MaterialSize << " samples over " << modConfig.WorldSize << " units x "
-        << modConfig.HeightScale << ", water " << modConfig.WaterLevel << ", fog "
-        << modConfig.fogStart << " to " << modConfig.fogEnd << "\n       camera at "
-        << camera.position.x << ' ' << camera.position.y << ' ' << camera.position.z << ", pitch "
-        << camera.pitch << ", yaw " << camera.yaw << (editor.ShowGrid ? ", grid" : "")
-        << (editor.ShowTextures ? ", textures" : "")
-        << (IsEditMode(EditMode::ObjectMapper) ? ", Object Mapper" : "") << "\n       heights "
-        << terrain.grid[20][20].h << ' ' << terrain.grid[20][100].h << ' '
-        << terrain.grid[20][200].h << ", material " << materialMapper->grid[10][10] << ", mark "
-        << Shown() << ", Mini-Map "
-        << (terrain.miniMap.grey == MiniMapPicture{}.grey ? "flat" : "with hills") << ", tiles";
-    for (std::size_t row = 0; row < kMaxTiles; ++row) {
-      for (std::size_t column = 0; column < kMaxTiles; ++column) {
-        if (levelTextures.SurfaceAssigned[row][column]) out << ' ' << row << 'x' << column;
-      }
-    }
-    out << ", control points " << entities.Of(EntityKind::ControlPoint).instances.size()
-        << ", soldier spawns " << entities.Of(EntityKind::SoldierSpawn).instances.size()
-        << ", its archive is open ";
-    int open = 0;  // two would write over each other
-    for (std::size_t i = 0; i < archives.Count(); ++i) {
-      open += archives.At(i)->Path() == LevelArchivePath();
-    }
-    out << open << "x";
-    Tell(out.str());
-  }
-  // "new NAME small|medium|large" and what else is chosen.
-  static NewLevelChoices Choices(const Words& words) {
-    const auto has = [&words](const char* word) { return std::ranges::count(words, word) > 0; };
-    NewLevelChoices choices;
-    choices.name = words.at(0);
-    choices.size = has("small")   ? LevelSize::Small
-                   : has("large") ? LevelSize::Large
-                                  : LevelSize::Medium;
-    choices.heightScaleTenths = has("high") ? 13 : 6;
-    choices.rules = {has("SP"), has("CQ"), has("TDM"), has("CTF")};
-    choices.water = has("water");
-    choices.theatre = has("Desert") ? "Desert" : "";
-    choices.randomTerrain = has("random");
-    return choices;
-  }
-  // Tab and line break as two signs each.
-  static std::string WithBreaks(const std::string& word) {
-    return std::regex_replace(std::regex_replace(word, std::regex("/t"), "\t"), std::regex("/n"),
-                              "\n");
-  }
   // The welcome dialog is answered with these words, and the one for a new level that it opens.
   void Welcome(const Words& w) {
     auto next = w.begin();
@@ -130,27 +80,13 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
                                : WelcomeChoice::NewLevel;
     };
     shell.newLevelDialog = [&] {
-      return next[-1] == "new" ? std::optional(Choices({"Atoll", "small", "CQ"})) : std::nullopt;
+      return next[-1] == "new" ? std::optional(ChoicesOf({"Atoll", "small", "CQ"})) : std::nullopt;
     };
     AnswerDialogs("");
     TellAnswer(RunWelcomeLoop());
     EXPECT_TRUE(next == w.end());
   }
-  static void BuildRoad() {
-    SetEditMode(EditMode::TerrainMapper);
-    terrain.tool = TerrainTool::Road;
-    SetHeight(10, 20, 90);
-    SetHeight(12, 20, 90);
-    AddRoadPointAt(40, 80);
-    AddRoadPointAt(48, 80);
-    shell.createRoadDialog = [] {
-      terrain.roadAutoMaterial = 1;
-      terrain.roadMaterial = 14;
-      return true;
-    };
-    RouteKey(kKeyCtrl, true);
-    RouteKey(kKeyCtrl, false);
-  }
+  void Look() { Tell(DescribeLevel(isOpen, Shown())); }
   // Digits by Ctrl+Shift or Alt; what is not kept then moves the camera on.
   void UseBookmarks(const Words& w) {
     const bool keeps = w[0] == "keep";
@@ -197,40 +133,9 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
     for (const std::string& name : names) Tell("       " + name);
   }
 
-  static std::string Scratch(const std::string& file) {
-    return modConfig.GamePath.String() + "ShadowWork\\varnhold\\levels\\Valley\\" + file;
-  }
-  // What the game leaves of its tracing. The merged tile is white above, blue below.
-  static bool LeaveResults() {
-    Bytes rgb(std::size_t{1024} * 1024 * 3, 255);
-    for (std::size_t i = rgb.size() / 2; i < rgb.size(); ++i) rgb[i] = i % 3 == 2 ? 255 : 0;
-    return WriteTga(Scratch("textures\\merged\\Tx01x00.tga"), 1024, 1024, rgb) &&
-           WriteWholeFile(Scratch("textures\\LightmapShadowBits.lsb"), "bits") &&
-           WriteWholeFile(Scratch("ObjectLightMaps\\new.dds"), "new");
-  }
-  // Valley has two tiles to trace, one that is not chosen and one that has no surface.
-  static void PrepareTracing() {
-    CreateFolder("scripts");
-    for (const char* script : {"terrain", "objects"}) {
-      EXPECT_TRUE(WriteWholeFile(std::string("scripts\\") + script + "Lightmap.con",
-                                 "rem light\r\ngeometrytemplate.ShadowPrecision 9\r\n"
-                                 "Raytracer.Light.Direction 0/1/0\r\n"
-                                 "raytracer.light.direction 1/2/3\r\n"
-                                 "raytracer.light.direction 4/5/6\r\n  kept  as it is\r\n"));
-    }
-    modConfig.currentSky.sunDirection = {0.5f, 0.25f, -1};
-    terrain.shadowSettings.ShadowPrecision = 2.5f;
-    auto& surfaces = levelTextures.SurfaceAssigned;
-    auto& chosen = terrain.shadowSettings.ShadowSelected;
-    surfaces[1][0] = surfaces[0][1] = surfaces[2][2] = true;
-    chosen[1][0] = chosen[0][1] = chosen[3][3] = true;
-    EXPECT_TRUE(MakeScratchFolder(ScratchMergedFolder()));
-    EXPECT_TRUE(MakeScratchFolder(ScratchObjectLightMapsFolder()));
-    scripted::script.program = [](std::string_view) { return LeaveResults(); };
-  }
   void TellTraced() {
     std::string tiles;
-    for (const int tile : ReadWholeFile(Scratch("textures\\lmList.dat")).value_or(Bytes{})) {
+    for (const int tile : ReadWholeFile(ValleyScratch("textures\\lmList.dat")).value_or(Bytes{})) {
       tiles += ' ' + std::to_string(tile);
     }
     Tell("       tiles" + tiles);
@@ -357,7 +262,7 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
       {"wait", [](const Words& w) { NameNewBackup(static_cast<std::uint32_t>(std::stoi(w[0]))); }},
       {"new",
        [this](const Words& w) {
-         TellAnswer(NewLevel([&] { return Choices(w); }));
+         TellAnswer(NewLevel([&] { return ChoicesOf(w); }));
        }},
       {"new-but-cancel",
        [this](const Words&) {
@@ -380,7 +285,7 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
          while (!AcceptLevelName(name)) name.pop_back();
          scripted::script.answers.clear();
          TakePrompts();
-         TellAnswer(NewLevel([&] { return Choices({name, "small", "SP", "CQ", "TDM", "CTF"}); }));
+         TellAnswer(NewLevel([&] { return ChoicesOf({name, "small", "SP", "CQ", "TDM", "CTF"}); }));
          // It is as long as the sandbox's path allows.
          CloseLevelArchive();
          fs::remove(levels / (name + ".vra"));
@@ -413,7 +318,11 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
        }},
       {"offer", [this](const Words&) { TellAnswer(OfferRecovery()); }},
       // Light maps.
-      {"tracing", [](const Words&) { PrepareTracing(); }},
+      {"tracing",
+       [](const Words&) {
+         PrepareTracing();
+         scripted::script.program = [](std::string_view) { return LeaveTraced(); };
+       }},
       {"no-tiles", [](const Words&) { SelectAllShadows(false); }},
       {"tile", [](const Words&) { terrain.shadowSettings.ShadowSelected[3][3] = true; }},
       {"palette", [](const Words&) { textureSet.objectPalette.loaded = true; }},
@@ -427,7 +336,7 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
        [](const Words&) {
          scripted::script.program = [](std::string_view) {
            for (const auto& [name, command] : kCommands) RunCommand(command);
-           return LeaveResults();
+           return LeaveTraced();
          };
        }},
       {"shadows", [](const Words&) { GenerateTerrainShadows(); }},

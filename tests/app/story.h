@@ -83,6 +83,7 @@ class StoryTest : public SandboxTest {
     for (const std::string& text : scripted::script.status[1]) Tell("status " + text);
     for (const std::string& command : scripted::script.startedProcesses) Tell("start  " + command);
     for (const std::string& file : scripted::script.openedDocuments) Tell("show   " + file);
+    if (scripted::script.waitCursorCount > 0) Tell("the wait cursor");
     if (std::string state = StateAfterStep(); state != state_) story_ += state_ = std::move(state);
     Forget();
   }
@@ -125,6 +126,7 @@ class StoryTest : public SandboxTest {
     for (auto& texts : scripted::script.status) texts.clear();
     scripted::script.startedProcesses.clear();
     scripted::script.openedDocuments.clear();
+    scripted::script.waitCursorCount = 0;
   }
   inline static const std::map<std::string, PromptAnswer> kAnswers = {
       {"Yes", PromptAnswer::Yes},

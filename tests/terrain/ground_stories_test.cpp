@@ -263,13 +263,9 @@ TEST_P(GroundStory, GoesAsItIsTold) {
              for (const auto& file : fs::directory_iterator(folder))
                Tell("  " + file.path().filename().string());
            }},
-          {"resize",
-           [](const Words& w) {
+          {"resize", [](const Words& w) {
              if (!fs::exists(w.at(0))) WriteBytes(w.at(0), {});
              fs::resize_file(w.at(0), std::stoull(w.at(1)));
-           }},
-          {"waited", [&](const Words&) {
-             Tell(FormatText("  %i times", std::exchange(scripted::script.waitCursorCount, 0)));
            }}});
 }
 
