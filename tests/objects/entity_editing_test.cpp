@@ -163,6 +163,9 @@ TEST_F(EntityEditingTest, ACopiedBaseGetsAPointWithANameAndAGroupOfItsOwn) {
   for (int i = 4; i <= 8; ++i) DropControlPoint(100, 50);
   story.Do("paste without room for the control point and without the template",
            [] { PasteCopied(0, 0); });
+  DeleteByTreeItem(Point(0).treeItem);
+  entities.spawnGroups.resize(kMaxSpawnGroups);
+  story.Do("paste without room for its group", [] { PasteCopied(0, 0); });
   story.Expect("pasted_base");
 }
 

@@ -10,6 +10,7 @@
 #include "data/mod_config.h"
 #include "objects/level_tree.h"
 #include "objects/mesh_bytes.h"
+#include "objects/object_browser.h"
 #include "objects/object_catalogue.h"
 #include "objects/object_store.h"
 #include "objects/object_textures.h"
@@ -193,6 +194,16 @@ TEST_F(MeshCacheTest, ATreeShowsTheTexturesOfItsItems) {
   EXPECT_EQ(References(), 2) << "the textures that are not drawn are held, too";
   FreeMesh(mesh);
   EXPECT_EQ(objectStore.textures.count, 0);
+}
+
+TEST_F(MeshCacheTest, APreviewIsFreedWhenTheNextIsChosen) {
+  PutTexture("texture/red.dds");
+  PutHouse("brick", "brick");
+  PutShader(Shows("brick", "red"));
+  EXPECT_TRUE(PreviewEntry(kHouse));
+  EXPECT_GT(References(), 0);
+  EXPECT_FALSE(PreviewEntry(kLost));
+  EXPECT_EQ(References(), 0);
 }
 
 TEST_F(MeshCacheTest, AnObjectGetsTheMeshThatIsCachedForIt) {

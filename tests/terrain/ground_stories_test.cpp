@@ -164,6 +164,7 @@ TEST_P(GroundStory, GoesAsItIsTold) {
              for (int i = 90; i < 150; ++i) Height(i, i / 2) = 150;
            }},
           {"rows", [](const Words& w) { terrain.viewSquare.ViewRowEnd = Int(w, 0); }},
+          {"columns", [](const Words& w) { terrain.viewSquare.ViewColEnd = Int(w, 0); }},
           {"sight",
            [](const Words& w) {
              camera.frustum[0] = {0, 0, 1, -Float(w, 0)};

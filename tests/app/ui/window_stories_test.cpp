@@ -355,6 +355,9 @@ class WindowStory : public WindowTest, public testing::WithParamInterface<std::s
          Tell(FormatText("       kept \"%s\", drawn %i x %i, its picture %i%s", text.c_str(),
                          drawn.width, drawn.height, drawn.pictureSize,
                          session.miniMapLook.stretched ? ", stretched" : ""));
+         if (const auto& pixels = drawn.pixels; !pixels.empty()) {
+           Tell(FormatText("       drawn from %i to %i", pixels.front(), pixels.back()));
+         }
        }},
       {"camera",
        [](const Words&) {

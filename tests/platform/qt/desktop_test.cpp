@@ -1,3 +1,5 @@
+#include "platform/qt/desktop.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QFile>
@@ -19,6 +21,7 @@
 #include "platform/qt/process_wait.h"
 #include "platform/qt/process_window.h"
 #include "platform/settings_store.h"
+#include "platform/single_instance.h"
 
 namespace mw {
 namespace {
@@ -211,6 +214,17 @@ TEST(ModuleTest, FindsFunctionsOfAModuleBesideTheProgram) {
   module.Unload();
   EXPECT_FALSE(module.IsLoaded());
   EXPECT_FALSE(module.Load("missing.mwp"));
+}
+
+TEST(SingleInstance, IsClaimedForAsLongAsItIsHeld) {
+  EXPECT_TRUE(ClaimSingleInstance("mapwright-test"));
+  std::unique_ptr<QLockFile> first = std::move(desktop.instanceLock);
+  QTest::qSleep(20);  // milliseconds; it does not get old
+  EXPECT_FALSE(ClaimSingleInstance("mapwright-test"));
+  EXPECT_TRUE(ClaimSingleInstance("mapwright-other"));
+  first.reset();
+  EXPECT_TRUE(ClaimSingleInstance("mapwright-test"));
+  desktop.instanceLock.reset();
 }
 
 }  // namespace
