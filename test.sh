@@ -68,8 +68,8 @@ fi
 need "${build_packages[@]}" "${display_packages[@]}" "${test_packages[@]}" "${sanitizer_packages[@]}"
 check_format
 tools/tidy.sh
-build dev
-run_tests dev
+build tests
+run_tests tests
 build asan
 run_tests asan
 print_share

@@ -9,7 +9,7 @@ namespace {
 
 // Later layers stand higher and catch more light.
 constexpr float kLayerLight[] = {0.62f, 0.82f, 1.0f, 1.14f};
-constexpr int kLayers = 4;
+constexpr int kTurfLayers = 4;
 
 struct Turf {
   Ramp soil;
@@ -31,8 +31,8 @@ Picture PaintTurf(const Turf& turf) {
 void GrowGrass(Picture& picture, const Sward& sward) {
   Dice dice(sward.seed);
   const float side = static_cast<float>(picture.width);
-  for (int layer = 0; layer < kLayers; ++layer) {
-    for (const Spot& spot : StrewnSpots(picture.width, sward.blades / kLayers, dice)) {
+  for (int layer = 0; layer < kTurfLayers; ++layer) {
+    for (const Spot& spot : StrewnSpots(picture.width, sward.blades / kTurfLayers, dice)) {
       const float u = spot.x / side, v = spot.y / side;
       const float chance = dice.Between(0, 1);
       if (sward.density && chance >= sward.density(u, v)) continue;

@@ -82,8 +82,6 @@ Direction3 NormalAt(const Field& field, float x, float z) {
   return {-dx * scale, 2 * kStep * scale, -dz * scale};
 }
 
-float Dot(Direction3 a, Direction3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-
 bool IsBelowGround(const Field& heights, const Eye& eye, Direction3 ray, float distance) {
   const float ground = HeightAt(heights, eye.x + ray.x * distance, eye.z + ray.z * distance);
   return eye.y + ray.y * distance <= std::max(ground, kWaterLevel);

@@ -16,8 +16,6 @@ Direction3 Normalised(Direction3 d) {
   return {d.x * scale, d.y * scale, d.z * scale};
 }
 
-float Dot(Direction3 a, Direction3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-
 // s and t run from -1 to 1, to the right and down; the faces lie as those of OpenGL's cube maps.
 Direction3 FaceDirection(CubeFace face, float s, float t) {
   switch (face) {

@@ -23,6 +23,7 @@ Picture PaintEnvironment(CubeFace face);
 struct Direction3 {
   float x = 0, y = 0, z = 0;  // y points up; length 1
 };
+inline float Dot(Direction3 a, Direction3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 // Colour of the sky in a direction at or above the horizon.
 Colour SkyColour(Direction3 direction);
 

@@ -8,11 +8,11 @@ target_compile_options(mw_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -W
 if(MAPWRIGHT_SANITIZE)
   target_compile_options(mw_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                                               -fno-omit-frame-pointer)
-  if(CMAKE_UNITY_BUILD)
-    # Sources that are read together see each other's names.
-    target_compile_options(mw_options INTERFACE -Wno-shadow)
-  endif()
   target_link_options(mw_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(CMAKE_UNITY_BUILD)
+  # Sources that are read together see each other's names.
+  target_compile_options(mw_options INTERFACE -Wno-shadow)
 endif()
 if(MAPWRIGHT_FUZZ)
   # Without a call for every comparison, which makes the text readers several times slower; the corpora

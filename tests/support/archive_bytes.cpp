@@ -84,8 +84,11 @@ RawArchive ReadRawArchive(const std::filesystem::path& path) {
 }
 
 Bytes ReadBytes(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+  std::ifstream file(path, std::ios::binary | std::ios::ate);
+  Bytes bytes(file ? static_cast<std::size_t>(file.tellg()) : 0);
+  file.seekg(0).read(reinterpret_cast<char*>(bytes.data()),
+                     static_cast<std::streamsize>(bytes.size()));
+  return bytes;
 }
 
 void WriteBytes(const std::filesystem::path& path, const Bytes& bytes) {
