@@ -12,6 +12,7 @@
 #include "objects/object_hover.h"
 #include "objects/object_mapper.h"
 #include "objects/object_selection.h"
+#include "objects/object_snapping.h"
 #include "objects/object_store.h"
 #include "objects/static_objects.h"
 #include "objects/visibility.h"
@@ -161,6 +162,7 @@ void DropLevelTreeItem(TreeItem item, int x, int y) {
   if (!CanDragLevelTreeItem(item)) return;
   const ObjectStep step("Drop");
   PickCursorPoint(x, y);
+  objectStore.CursorPoint = PointOnGrid(objectStore.CursorPoint);
   if (item == levelTree.fixed.newControlPoint) {
     DropNewEntity(EntityKind::ControlPoint);
   } else if (item == levelTree.fixed.newSoldierSpawn) {

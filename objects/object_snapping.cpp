@@ -7,6 +7,7 @@
 #include "core/editor_state.h"
 #include "core/hooks.h"
 #include "objects/object_selection.h"
+#include "terrain/terrain.h"
 
 namespace mw {
 namespace {
@@ -51,6 +52,14 @@ Vector3 PivotOnGrid(const Vector3& place) {
   const float x = MirrorX(place.x + offset.x), z = place.z + offset.z;
   return {MirrorX(Snapped(x, objectStore.gridStep)) - offset.x, place.y,
           Snapped(z, objectStore.gridStep) - offset.z};
+}
+
+Vector3 PointOnGrid(const Vector3& point) {
+  if (objectStore.gridStep == 0) return point;
+  const float x = MirrorX(point.x);
+  const float gridX = Snapped(x, objectStore.gridStep),
+              gridZ = Snapped(point.z, objectStore.gridStep);
+  return {MirrorX(gridX), point.y + HeightAt(gridX, gridZ) - HeightAt(x, point.z), gridZ};
 }
 
 float TurnInSteps(float Vector3::*axis, float degrees) {

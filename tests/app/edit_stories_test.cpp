@@ -338,7 +338,11 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
       {"delete", [this](const Words& w) { TellAnswer(DeleteLevelTreeItem(Item(w[0]))); }},
       {"delete-all", [this](const Words& w) { DeleteLevelTreeItems(Items(w)); }},
       {"drag", [](const Words&) { BeginLevelTreeDrag(); }},
-      {"drop", [this](const Words& w) { DropLevelTreeItem(Item(w[0]), 30, 20); }}};
+      {"drop", [this](const Words& w) {
+         const bool isPlaced = w.size() > 2;
+         DropLevelTreeItem(Item(w[0]), isPlaced ? std::stoi(w[1]) : 30,
+                           isPlaced ? std::stoi(w[2]) : 20);
+       }}};
 
   std::string steps;
   std::vector<Words> typed;  // into the next sheet
