@@ -1,5 +1,6 @@
 #include "assets/noise.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <numbers>
@@ -74,6 +75,46 @@ float GradientNoise(float u, float v, Lattice lattice, std::uint32_t seed) {
   const float top = Blend(corner(x0, y0, dx, dy), corner(x1, y0, dx - 1, dy), s);
   const float bottom = Blend(corner(x0, y1, dx, dy - 1), corner(x1, y1, dx - 1, dy - 1), s);
   return Blend(top, bottom, t) * 1.5f;
+}
+
+NoiseLines::NoiseLines(std::span<const float> v, Lattice lattice) : lattice_(lattice) {
+  fromCell_.reserve(v.size());
+  fade_.reserve(v.size());
+  for (const float place : v) {
+    const float y = place * static_cast<float>(lattice.down);
+    const float floorY = std::floor(y);
+    const int cell = Wrap(static_cast<int>(floorY), lattice.down);
+    if (runs_.empty() || runs_.back().cell != cell) runs_.push_back({cell, 0});
+    fromCell_.push_back(y - floorY);
+    fade_.push_back(Fade(fromCell_.back()));
+    runs_.back().end = fromCell_.size();
+  }
+}
+
+void NoiseLines::Along(float u, std::uint32_t seed, std::size_t first,
+                       std::span<float> noise) const {
+  const float x = u * static_cast<float>(lattice_.across);
+  const float floorX = std::floor(x), dx = x - floorX, s = Fade(dx);
+  const int x0 = Wrap(static_cast<int>(floorX), lattice_.across);
+  const int x1 = x0 + 1 == lattice_.across ? 0 : x0 + 1;
+  const auto& directions = Directions();
+  const auto at = [&](int column, int row) {
+    return directions[Hash(column, row, seed) % kDirections];
+  };
+  const std::size_t end = first + noise.size();
+  auto run = std::ranges::upper_bound(runs_, first, {}, &Run::end);
+  for (std::size_t place = first; place < end; ++run) {
+    const int y0 = run->cell, y1 = y0 + 1 == lattice_.down ? 0 : y0 + 1;
+    const Direction a = at(x0, y0), b = at(x1, y0), c = at(x0, y1), d = at(x1, y1);
+    const float ax = a.x * dx, bx = b.x * (dx - 1), cx = c.x * dx, ex = d.x * (dx - 1);
+    const std::size_t runEnd = std::min(run->end, end);
+    for (; place < runEnd; ++place) {
+      const float dy = fromCell_[place];
+      const float top = Blend(ax + a.y * dy, bx + b.y * dy, s);
+      const float bottom = Blend(cx + c.y * (dy - 1), ex + d.y * (dy - 1), s);
+      noise[place - first] = Blend(top, bottom, fade_[place]) * 1.5f;
+    }
+  }
 }
 
 float Fbm(float u, float v, const Octaves& octaves) {

@@ -3,7 +3,10 @@
 // painters.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
+#include <vector>
 
 namespace mw {
 
@@ -19,6 +22,26 @@ struct Lattice {
 
 // Gradient noise (Perlin, "Improving Noise", 2002), about -1 to 1.
 float GradientNoise(float u, float v, Lattice lattice, std::uint32_t seed);
+
+// The same for lines of equal u at the same places v: what depends on v alone is worked out once,
+// and several places at a time.
+class NoiseLines {
+ public:
+  NoiseLines(std::span<const float> v, Lattice lattice);
+  // GradientNoise at as many places of the line as `noise` has room for, from number `first` on.
+  // Always the same bits as there.
+  void Along(float u, std::uint32_t seed, std::size_t first, std::span<float> noise) const;
+
+ private:
+  struct Run {
+    int cell = 0;         // of the lattice, down
+    std::size_t end = 0;  // number of the place after its last
+  };
+  Lattice lattice_;
+  std::vector<Run> runs_;
+  std::vector<float> fromCell_;  // how far below its cell's edge each place lies, 0 ... 1
+  std::vector<float> fade_;
+};
 
 struct Octaves {
   Lattice lattice;  // of the first octave; each further one doubles it

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace mw::plugin {
 namespace {
@@ -135,6 +136,15 @@ std::vector<float> Prominence(const std::vector<Rgb8>& pixels) {
   return prominence;
 }
 
+GroundTexture GroundOf(std::vector<Rgb8> pixels, std::vector<float> prominence) {
+  GroundTexture ground{std::move(pixels), {}, std::move(prominence)};
+  for (std::size_t c = 0; c < ground.channels.size(); ++c) {
+    ground.channels[c].reserve(ground.pixels.size());
+    for (const Rgb8& pixel : ground.pixels) ground.channels[c].push_back(pixel[c]);
+  }
+  return ground;
+}
+
 bool HasPicture(const MapwrightTextureSlot& slot) {
   return slot.loaded && slot.pixels && slot.width > 0 && slot.height > 0 &&
          slot.width <= kMaxPictureSide && slot.height <= kMaxPictureSide;
@@ -143,16 +153,16 @@ bool HasPicture(const MapwrightTextureSlot& slot) {
 }  // namespace
 
 GroundTexture PlainGround(Material material) {
-  return {std::vector<Rgb8>(kPatternPixels, kPlainColours[static_cast<std::size_t>(material)]),
-          std::vector<float>(kPatternPixels)};
+  return GroundOf(
+      std::vector<Rgb8>(kPatternPixels, kPlainColours[static_cast<std::size_t>(material)]),
+      std::vector<float>(kPatternPixels));
 }
 
 GroundTexture MakeGround(const MapwrightTextureSlot& slot, Material material) {
   if (!HasPicture(slot)) return PlainGround(material);
-  GroundTexture ground;
-  ground.pixels = ScaledPicture(slot);
-  ground.prominence = Prominence(ground.pixels);
-  return ground;
+  std::vector<Rgb8> pixels = ScaledPicture(slot);
+  std::vector<float> prominence = Prominence(pixels);
+  return GroundOf(std::move(pixels), std::move(prominence));
 }
 
 }  // namespace mw::plugin

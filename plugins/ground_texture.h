@@ -20,6 +20,8 @@ using Rgb8 = std::array<std::uint8_t, 3>;
 struct GroundTexture {
   // Rows and columns as those of a tile.
   std::vector<Rgb8> pixels;
+  // The same, each colour by itself.
+  std::array<std::vector<std::uint8_t>, 3> channels;
   // How much a pixel stands out of its texture, about -1 ... 1: bright grains and blades lie above
   // dark gaps where two grounds meet.
   std::vector<float> prominence;

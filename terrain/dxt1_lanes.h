@@ -2,9 +2,10 @@
 // includes this gets its own. It calls nothing that is compiled elsewhere for another processor.
 //
 // Pixels are integers of 16 bits, so that all sums over them are exact; what is computed once per
-// block is in floats. A block's end points lie on the principal axis of its colours at first; then
-// twice the best ones for the chosen indices are found by least squares, and the best of the three
-// are kept.
+// block is in floats. A block's end points lie on the principal axis of its colours at first: once
+// where the colours end, once further out, so that more pixels choose the mixtures between them.
+// From both the best ones for the chosen indices are found by least squares, and the best of the
+// four are kept.
 #pragma once
 
 #include "terrain/dxt1_colour_pair.h"
@@ -16,7 +17,8 @@ namespace {
 
 constexpr int kPixels = 16;
 constexpr int kPairs = kPixels / 2;
-constexpr float kSteps = 3;  // between the end points of a block
+constexpr float kWidened = 1.5f;  // of the distances from the mean
+constexpr float kSteps = 3;       // between the end points of a block
 
 struct Colours {
   Floats r, g, b;
@@ -245,13 +247,69 @@ inline Candidate ChooseSteps(const QuantisedEnds& ends, const Blocks& blocks) {
   return found;
 }
 
+// Sums over the pixels of products of their steps: from the second end point, and to the first.
+struct StepProducts {
+  explicit StepProducts(const Candidate& chosen)
+      : squares(chosen.squares),
+        mixed(kSteps * chosen.sum - chosen.squares),
+        restSquares(kSteps * kSteps * kPixels - 2 * kSteps * chosen.sum + chosen.squares) {}
+  Floats squares, mixed, restSquares;
+};
+
 // The end points that fit the chosen steps best; where all pixels chose the same, none is better.
-inline EndPoints LeastSquares(const Candidate& chosen) {
-  const Floats a = chosen.squares, b = kSteps * chosen.sum - chosen.squares;
-  const Floats c = kSteps * kSteps * kPixels - 2 * kSteps * chosen.sum + chosen.squares;
-  const Floats determinant = a * c - b * b;
+inline EndPoints LeastSquares(const Candidate& chosen, const StepProducts& p) {
+  const Floats determinant = p.squares * p.restSquares - p.mixed * p.mixed;
   const Floats scale = determinant > 0 ? kSteps / determinant : Floats{};
-  return {chosen.weighted * ((b + c) * scale), chosen.weighted * (-(a + b) * scale)};
+  return {chosen.weighted * ((p.mixed + p.restSquares) * scale),
+          chosen.weighted * (-(p.squares + p.mixed) * scale)};
+}
+
+// The two levels of a channel of so many bits that a value lies between.
+struct Between {
+  Between(Floats centred, Floats mean, int bits) {
+    const std::int32_t most = (1 << bits) - 1;
+    lower = Clamp(ToInts((centred + mean) * (static_cast<float>(most) / 255)), 0, most - 1);
+    for (std::int32_t i = 0; i < 2; ++i) {
+      const Ints level = lower + i;
+      values[i] = ToFloats(level << (8 - bits) | level >> (2 * bits - 8)) - mean;
+    }
+  }
+  Ints lower;
+  Floats values[2];  // as differences from the mean
+};
+
+// For a channel of both end points. Of the levels around them those that together leave the least
+// error with the chosen steps: rounded each by itself, they may leave more.
+inline void RoundTogether(const Between& first, const Between& second, const StepProducts& p,
+                          Floats weighted, Ints& firstLevel, Ints& secondLevel) {
+  const auto error = [&](int i, int j) {
+    const Floats f = first.values[i], s = second.values[j];
+    return f * (p.squares * f + 2 * p.mixed * s - 2 * kSteps * weighted) +
+           s * (p.restSquares * s + 2 * kSteps * weighted);
+  };
+  Floats least = error(0, 0);
+  firstLevel = first.lower;
+  secondLevel = second.lower;
+  for (int i = 1; i < 4; ++i) {
+    const Floats other = error(i & 1, i >> 1);
+    const Ints better = other < least;
+    least = better ? other : least;
+    firstLevel = better ? first.lower + (i & 1) : firstLevel;
+    secondLevel = better ? second.lower + (i >> 1) : secondLevel;
+  }
+}
+
+inline QuantisedEnds BestForSteps(const Candidate& chosen, const Colours& mean) {
+  const StepProducts products(chosen);
+  const EndPoints ends = LeastSquares(chosen, products);
+  IntColours first, second;
+  RoundTogether({ends.first.r, mean.r, 5}, {ends.second.r, mean.r, 5}, products, chosen.weighted.r,
+                first.r, second.r);
+  RoundTogether({ends.first.g, mean.g, 6}, {ends.second.g, mean.g, 6}, products, chosen.weighted.g,
+                first.g, second.g);
+  RoundTogether({ends.first.b, mean.b, 5}, {ends.second.b, mean.b, 5}, products, chosen.weighted.b,
+                first.b, second.b);
+  return {Expand(first, mean), Expand(second, mean)};
 }
 
 inline void KeepBetter(Candidate& best, const Candidate& other) {
@@ -290,17 +348,19 @@ inline void Store(const Candidate& blocks, std::uint8_t* out) {
   }
 }
 
+// The end points as they are, or those that suit the steps better which the pixels choose then.
+inline Candidate BestFrom(const EndPoints& ends, const Blocks& blocks) {
+  Candidate best = ChooseSteps(Quantise(ends, blocks.mean), blocks);
+  KeepBetter(best, ChooseSteps(BestForSteps(best, blocks.mean), blocks));
+  return best;
+}
+
 // Writes the blocks one after the other.
 inline void EncodeLanes(const Packed& pixels, std::uint8_t* out) {
   const Blocks blocks = Analyse(pixels);
-  const auto choose = [&blocks](const EndPoints& ends) {
-    return ChooseSteps(Quantise(ends, blocks.mean), blocks);
-  };
-  Candidate best = choose(ExtentAlong(PrincipalAxis(blocks.covariance), blocks));
-  const Candidate second = choose(LeastSquares(best));
-  const Candidate third = choose(LeastSquares(second));
-  KeepBetter(best, second);
-  KeepBetter(best, third);
+  const EndPoints extent = ExtentAlong(PrincipalAxis(blocks.covariance), blocks);
+  Candidate best = BestFrom(extent, blocks);
+  KeepBetter(best, BestFrom({extent.first * kWidened, extent.second * kWidened}, blocks));
   // Above 0 the mean colour alone would be better. Other blocks stay as they are, whatever stands
   // in the lanes beside them.
   const Ints poor = best.error > 0;
