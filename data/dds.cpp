@@ -4,7 +4,7 @@
 #include <GL/glext.h>
 #include <algorithm>
 #include <cstddef>
-#include <new>
+#include <utility>
 
 #include "core/little_endian.h"
 #include "data/game_file.h"
@@ -93,11 +93,11 @@ void DecodeBlock(std::span<const std::uint8_t> block, std::uint8_t* out, std::si
 
 }  // namespace
 
-std::optional<CompressedImage> DecodeDds(std::span<const std::uint8_t> file) try {
+std::optional<CompressedImage> DecodeDds(Bytes file) {
   constexpr std::array<std::uint8_t, kMagicSize> kDdsMagic = {'D', 'D', 'S', ' '};
   if (file.size() < kMagicSize + kHeaderSize) return std::nullopt;
   if (!std::equal(kDdsMagic.begin(), kDdsMagic.end(), file.begin())) return std::nullopt;
-  const auto header = file.subspan(kMagicSize, kHeaderSize);
+  const auto header = ByteView(file).subspan(kMagicSize, kHeaderSize);
   const std::uint32_t width = LoadU32(header, kWidth), height = LoadU32(header, kHeight);
   if (width < 1 || width > kMaxImageSide || height < 1 || height > kMaxImageSide) {
     return std::nullopt;
@@ -110,17 +110,16 @@ std::optional<CompressedImage> DecodeDds(std::span<const std::uint8_t> file) try
   image.components = IsDxt1(image) ? 3 : 4;
   image.topLevelSize = LoadU32(header, kLinearSize);
   image.mipCount = LoadU32(header, kMipCount);
-  const auto data = file.subspan(kMagicSize + kHeaderSize);
-  const auto size = std::min<std::uint64_t>(StatedDataSize(image), data.size());
-  image.data.assign(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(size));
+  image.file = std::move(file);
+  image.data = ByteView(image.file).subspan(kMagicSize + kHeaderSize);
+  image.data = image.data.first(
+      static_cast<std::size_t>(std::min<std::uint64_t>(StatedDataSize(image), image.data.size())));
   return image;
-} catch (const std::bad_alloc&) {
-  return std::nullopt;
 }
 
 std::optional<CompressedImage> LoadDds(std::string_view gamePath) {
   const auto file = GameFileOpen(gamePath, "rb");
-  return file ? DecodeDds(file->data) : std::nullopt;
+  return file ? DecodeDds(std::move(file->data)) : std::nullopt;
 }
 
 int UploadCompressed(const CompressedImage& image) {

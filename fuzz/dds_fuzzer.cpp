@@ -14,7 +14,7 @@ constexpr std::size_t kPixelsPerByte = 64;
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const auto image = mw::DecodeDds({data, size});
+  const auto image = mw::DecodeDds({data, data + size});
   if (!image) return 0;
   const int x = image->width - 1, y = image->height - 1;
   const auto corner = mw::DecodeDxt1Pixel(image->data, image->width, x, y);

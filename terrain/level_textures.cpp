@@ -41,7 +41,7 @@ void DeleteTexture(unsigned& texture) {
 std::optional<CompressedImage> LoadPicture(const std::string& path) {
   const auto file = GameFileOpen(path, "rb");
   if (!file) return std::nullopt;
-  auto image = DecodeDds(file->data);
+  auto image = DecodeDds(std::move(file->data));
   const std::string name = path.substr(path.find_last_of("\\/") + 1);
   if (!image) {
     NoteDamagedFile(FormatText("The texture %s is damaged: it cannot be shown.", name.c_str()));

@@ -8,7 +8,7 @@ test_packages=(libgtest-dev libgmock-dev libbenchmark-dev libegl-dev clang-forma
 tidy_packages=(clang clang-tidy)
 sanitizer_packages=(clang libclang-rt-14-dev llvm)  # llvm names what they find; for the fuzz targets too
 package_packages=(dpkg-dev file lintian desktop-file-utils appstream libxml2-utils)
-bench_packages=(libbenchmark-dev libegl-dev)
+bench_packages=(libbenchmark-dev libegl-dev libsquish-dev)
 
 # need PACKAGE...: installs those that are missing; ends the script with advice when that is impossible.
 need() {

@@ -70,7 +70,8 @@ void Print() {
 void Require(bool good, const char* what) {
   if (good) return;
   std::fprintf(stderr, "Benchmark failed: %s\n", what);
-  std::exit(1);
+  std::fflush(stdout);
+  std::_Exit(EXIT_FAILURE);  // other threads may be at work
 }
 
 }  // namespace mw::bench

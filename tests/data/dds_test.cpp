@@ -46,14 +46,15 @@ TEST(Dds, HeaderGivesTheImageAndDataIsWhatTheHeaderSaysAndTheFileHas) {
     EXPECT_EQ(image->height, static_cast<int>(row.height));
     EXPECT_EQ(image->components, row.components);
     EXPECT_EQ(image->format, row.format);
-    EXPECT_EQ(image->data, ByteVector(row.dataSize, 7)) << row.kind;
+    EXPECT_EQ(ByteVector(image->data.begin(), image->data.end()), ByteVector(row.dataSize, 7))
+        << row.kind;
   }
 }
 
 TEST(Dds, DamagedHeadersAndOtherKindsAreRefused) {
   const ByteVector whole = DdsFile{}.Bytes();
   EXPECT_TRUE(DecodeDds(whole));
-  EXPECT_FALSE(DecodeDds(std::span(whole).first(127)));
+  EXPECT_FALSE(DecodeDds({whole.begin(), whole.begin() + 127}));
   for (const char* kind : {"DXT2", "DXT4", "dxt1", "DX10"}) {
     EXPECT_FALSE(DecodeDds(DdsFile{4, 4, 8, 1, kind}.Bytes())) << kind;
   }
