@@ -124,7 +124,7 @@ void AddEncoding(Picture picture, const std::string& name) {
 }
 
 // Each pixel from its block, as the format is described.
-Bytes DecodePlainly(const Bytes& blocks, int width, int height) {
+Bytes DecodePlainly(ByteView blocks, int width, int height) {
   Bytes rgba(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
   const auto expand = [](unsigned c) {
     return std::array<unsigned, 3>{c >> 8 & 0xF8, c >> 3 & 0xFC, c << 3 & 0xF8};
