@@ -4,10 +4,12 @@
 #include <QFile>
 #include <QImage>
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <gtest/gtest.h>
 
 #include "assets/ground.h"
+#include "assets/landscape.h"
 #include "resources/pictures.h"
 #include "support/golden.h"
 
@@ -53,22 +55,38 @@ TEST(Media, EveryGroundTiles) {
   ExpectTiles("TextureSets/Default/detail.bmp", 512);
 }
 
-// They are the same on every machine: names, sizes and checksums, and what the sets name.
+std::uint32_t Checksum(const QByteArray& bytes) {
+  std::uint32_t sum = 0;
+  for (const char byte : bytes) sum = (sum ^ static_cast<unsigned char>(byte)) * 16777619;
+  return sum;
+}
+
+QByteArray BytesOf(const Picture& picture) {
+  QByteArray bytes;
+  for (const Colour& colour : picture.pixels) {
+    for (const float part : {colour.r, colour.g, colour.b})
+      bytes += static_cast<char>(std::lround(255 * Clamp01(part)));
+  }
+  return bytes;
+}
+
+// They are the same on every machine: names, sizes and checksums, and what the sets name; and the
+// scenes of the program's own pictures.
 TEST(Media, EveryFileHasItsBytes) {
   QByteArray told;
   for (const char* folder : {"media", "TextureSets/Default", "TextureSets/Winter"}) {
     for (const QFileInfo& info : QDir(Work(folder)).entryInfoList(QDir::Files, QDir::Name)) {
       QFile file(info.filePath());
       ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-      std::uint32_t sum = 0;
-      for (const char byte : file.readAll())
-        sum = (sum ^ static_cast<unsigned char>(byte)) * 16777619;
       told += QByteArray(folder) + "/" + info.fileName().toUtf8() + " " +
-              QByteArray::number(info.size()) + " " + QByteArray::number(sum, 16) + "\n";
+              QByteArray::number(info.size()) + " " +
+              QByteArray::number(Checksum(file.readAll()), 16) + "\n";
     }
     QFile index(Work(folder) + "/index.dat");
     if (index.open(QIODevice::ReadOnly)) told += index.readAll();
   }
+  for (const Picture& scene : {PaintSplashLandscape(160, 100), PaintEarthLayers(90, 160)})
+    told += "scene " + QByteArray::number(Checksum(BytesOf(scene)), 16) + "\n";
   ExpectGolden("assets/media.txt", std::string_view(told.data(), std::size_t(told.size())));
 }
 
