@@ -30,8 +30,8 @@ void ShowArrowCursor();
 inline constexpr int kProgressPart = 1;
 // Two spaces and the text into part 1 (progress and results), part 2 (frame rate) or part 3 (what
 // is under the cursor or being dragged) of the status bar; nothing is done where it stands already.
-// Part 1 is repainted at once, so that it can be read while long work goes on; the others, which
-// change from frame to frame, come with the next one.
+// Part 1 is repainted at once, to be read while long work goes on, unless the text before was just
+// painted; then it comes with the next frame, as the others do, which change with each.
 void SetStatusText(int part, std::string_view text);
 // Empties the part, if this text still stands there.
 void ClearStatusText(int part, std::string_view text);

@@ -18,7 +18,7 @@
 namespace mw::bench {
 namespace {
 
-constexpr int kRounds = 5, kLeastFrames = 6;
+constexpr int kRounds = 3, kLeastFrames = 6;
 constexpr double kRoundTime = 0.25, kPatience = 10;  // seconds
 constexpr unsigned long kPause = 5;                  // milliseconds
 

@@ -29,8 +29,9 @@ class FrameMeter {
   FrameMeter(const FrameMeter&) = delete;
   FrameMeter& operator=(const FrameMeter&) = delete;
 
-  // Of one frame: the median of some short times, during which `meanwhile` is called again and
-  // again.
+  // Of one frame, in a short time during which `meanwhile` is called again and again.
+  Cost MeanFrame(const std::function<void()>& meanwhile = [] {}) const;
+  // The median of some of these.
   Cost Frame(const std::function<void()>& meanwhile = [] {}) const;
   // Two kinds of frames in turns, so that whatever else the machine does meets both: `begin` leads
   // from the first kind to the second, `end` back.
@@ -46,8 +47,6 @@ class FrameMeter {
   double PressToPicture(const help::Target& at) const;
 
  private:
-  Cost MeanFrame(const std::function<void()>& meanwhile) const;
-
   QMetaObject::Connection connection_;
   std::atomic<int> frames_ = 0;
 };

@@ -90,7 +90,7 @@ void LevelRows::AddFrames() const {
 void LevelRows::AddOffScreen(const char* mode) const {
   std::vector<Cost> shown, off;
   for (int round = 0; round < kRounds; ++round) {
-    shown.push_back(meter_.Frame());
+    shown.push_back(meter_.MeanFrame());
     off.push_back(OnGui([&] { return FrameOffScreen(*static_cast<QOpenGLWidget*>(view_)); }));
   }
   Add(FormatText("the same, %s, off the screen", mode), MedianOf(off), kLocal);
@@ -159,7 +159,7 @@ void LevelRows::AddTree() const {
 
 // Against the frame with what was scattered.
 void LevelRows::AddScattering() const {
-  constexpr int kSteps = 200, kEnough = 1000;
+  constexpr int kSteps = 60, kEnough = 1000;
   const auto onTheWay = [&](int step) { return InView(0.2 + 0.6 * step / kSteps, 0.75); };
   const auto count = [] {
     return OnGui([] { return static_cast<int>(objectStore.objects.size()); });
@@ -173,7 +173,6 @@ void LevelRows::AddScattering() const {
     help::Press(onTheWay(0));
     for (int step = 1; step <= kSteps && count() < before + kEnough; ++step) {
       help::Move(onTheWay(step));
-      help::WaitForFrames(1);
     }
     help::Release(onTheWay(kSteps));
   });

@@ -145,7 +145,7 @@ void LevelRows::AddWholeMap() const {
   shell.randomTerrainDialog = [] { return RandomTerrainParameters{}; };
   AddCommand("Random Terrain", kCommandRandomTerrain, kWholeMapRounds, true);
   AddCommand("Generate Material Map", kCommandGenerateMaterialMap, kWholeMapRounds, true);
-  OnGui([] { RunCommand(kCommandGenerateMaterialMap); });
+  CostOnGui([] { RunCommand(kCommandGenerateMaterialMap); });  // for the tiles
   AddCommand("Generate Surface Maps", kCommandGenerateSurfaceMaps, 1, false);
   AddCommand("In-Game Map", kCommandGenerateInGameMap, kWholeMapRounds, false);
   std::vector<Cost> saves;

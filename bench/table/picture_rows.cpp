@@ -249,11 +249,12 @@ void AddPainting() {
   for (std::int32_t k = 0; k < MAPWRIGHT_MATERIALS; ++k) initSurfaceBmp(k, &slot);
   Bytes copy(ground.size());
   const std::uint8_t* painted = nullptr;
+  const OnOneCore one;
   const Times times = Compare(
       9, [&] { return Time([&] { painted = generateSurfaceMap(MAPWRIGHT_TILE_PIXELS, 2, 3); }); },
       [&] { return Time([&] { std::memcpy(copy.data(), ground.data(), copy.size()); }); });
   Require(painted != nullptr, "a painted tile");
-  AddTimes("paint a tile of 1024 x 1024 with mw_smg", "copying its pixels once", times,
+  AddTimes("paint a tile of 1024 x 1024 with mw_smg, one core", "copying its pixels once", times,
            std::nullopt);
 }
 

@@ -23,7 +23,7 @@ void Add(Row row, bool hasGoal, bool met) {
   goals += hasGoal;
   goalsMet += hasGoal && met;
   row.back() = !hasGoal ? "-" : met ? "met" : "NOT MET";
-  std::fprintf(stderr, "  %s: %s\n", row.front().c_str(), row.back().c_str());
+  std::fprintf(stderr, "  %s: %s, %s\n", row.front().c_str(), row[4].c_str(), row.back().c_str());
   rows.push_back(std::move(row));
 }
 

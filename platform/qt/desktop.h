@@ -2,6 +2,7 @@
 // desktop. Start-up tells the windows; the rest is made when it is first needed.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLockFile>
 #include <QOpenGLWidget>
@@ -17,6 +18,7 @@ namespace mw {
 struct Desktop {
   QPointer<QOpenGLWidget> view;
   std::array<QPointer<QLabel>, 4> statusLabels;  // by part; part 0 has no width and no label
+  QElapsedTimer progressShown;  // since part 1 was last painted at once; invalid before the first
   std::unique_ptr<WaitCursor> waitCursor;
   ProcessWaitObserver processWaitObserver = [](bool) {};
   int heldInputLocks = 0;

@@ -148,8 +148,13 @@ void SetStatusText(int part, std::string_view text) {
   label->setText(shown);
   // While the view paints, the label follows with the next turn of the event loop.
   if (part != kProgressPart || IsViewPainting() || !label->isVisible()) return;
+  // A painted label costs a picture of the whole window, and texts that follow each other faster
+  // cannot be read.
+  constexpr int kReadable = 100;  // milliseconds
+  if (desktop.progressShown.isValid() && !desktop.progressShown.hasExpired(kReadable)) return;
   const ViewContextKeeper keeper;
   label->repaint();
+  desktop.progressShown.start();
 }
 
 void ClearStatusText(int part, std::string_view text) {
