@@ -64,6 +64,9 @@ endfunction()
 
 # mw_ui(name DEPENDS...): the sources of the folder's ui/ as a library of Qt widgets.
 function(mw_ui name)
+  if(NOT MAPWRIGHT_QT)
+    return()
+  endif()
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/ui/*.cpp
                                       ${CMAKE_CURRENT_SOURCE_DIR}/ui/*.h)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
