@@ -33,9 +33,18 @@ function(mw_precompile name)
   endif()
 endfunction()
 
-# mw_logic(name DEPENDS...): the sources of this folder (not of its subfolders) as a library without Qt.
+# What needs the operating system itself stands in folders of this name.
+if(WIN32)
+  set(MAPWRIGHT_SYSTEM windows)
+else()
+  set(MAPWRIGHT_SYSTEM posix)
+endif()
+
+# mw_logic(name DEPENDS...): the sources of this folder and of its folder for this system (not of other
+# subfolders) as a library without Qt.
 function(mw_logic name)
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp
+                                      ${CMAKE_CURRENT_SOURCE_DIR}/${MAPWRIGHT_SYSTEM}/*.cpp)
   if(sources)
     add_library(${name} STATIC ${sources})
     target_link_libraries(${name} PUBLIC mw_options ${ARGN})
@@ -55,6 +64,9 @@ endfunction()
 
 # mw_ui(name DEPENDS...): the sources of the folder's ui/ as a library of Qt widgets.
 function(mw_ui name)
+  if(NOT MAPWRIGHT_QT)
+    return()
+  endif()
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/ui/*.cpp
                                       ${CMAKE_CURRENT_SOURCE_DIR}/ui/*.h)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")

@@ -4,7 +4,6 @@
 #include <atomic>
 #include <exception>
 #include <mutex>
-#include <sched.h>
 #include <thread>
 #include <vector>
 
@@ -40,14 +39,6 @@ class TaskQueue {
 };
 
 }  // namespace
-
-std::size_t UsableCores() {
-  cpu_set_t cores;
-  if (sched_getaffinity(0, sizeof cores, &cores) == 0) {
-    return static_cast<std::size_t>(std::max(1, CPU_COUNT(&cores)));
-  }
-  return std::max(1u, std::thread::hardware_concurrency());  // more than the set has room for
-}
 
 void SpreadOverCores(std::size_t count, const std::function<void(std::size_t)>& work) {
   SpreadOverWorkers(count, UsableCores(), [&work](std::size_t task, std::size_t) { work(task); });

@@ -5,28 +5,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
-#include <locale.h>
+
+#include "core/plain_numbers.h"
 
 namespace mw {
-namespace {
-
-// The C locale for the calls of this thread while it lives, so that numbers have a decimal point.
-class PlainNumbers {
- public:
-  PlainNumbers() : before_(uselocale(CLocale())) {}
-  ~PlainNumbers() { uselocale(before_); }
-  PlainNumbers(const PlainNumbers&) = delete;
-  PlainNumbers& operator=(const PlainNumbers&) = delete;
-
- private:
-  static locale_t CLocale() {
-    static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
-    return plain;
-  }
-  locale_t before_;
-};
-
-}  // namespace
 
 std::string LowerCase(std::string_view text) {
   std::string lower(text);

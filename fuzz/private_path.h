@@ -3,26 +3,27 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
+#include <fstream>
+#include <random>
 #include <span>
 #include <string>
-#include <unistd.h>
 
 #include "fuzz/require.h"
 
 // The path of `name` in a new folder that no other process uses.
 inline std::string PrivatePath(const char* name) {
-  std::string folder = (std::filesystem::temp_directory_path() / "fuzzer-XXXXXX").string();
-  Require(mkdtemp(folder.data()) != nullptr);
-  return folder + "/" + name;
+  std::random_device random;
+  std::filesystem::path folder = std::filesystem::temp_directory_path();
+  folder /= "fuzzer-" + std::to_string(random());
+  Require(std::filesystem::create_directory(folder));
+  return (folder / name).string();
 }
 
 // Writes it in place: nothing needs the old file should this one fail.
 inline void WriteFile(const std::string& path, std::span<const std::uint8_t> bytes) {
-  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-  Require(file >= 0);
-  Require(write(file, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()));
-  close(file);
+  std::ofstream file(std::filesystem::path(path), std::ios::binary);
+  file.write(reinterpret_cast<const char*>(bytes.data()),
+             static_cast<std::streamsize>(bytes.size()));
+  Require(file.flush().good());
 }

@@ -2,15 +2,13 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 #include <utility>
 
 #include "core/editor_state.h"
 #include "core/text.h"
+#include "platform/native_name.h"
+#include "platform/system_file.h"
 
 namespace mw {
 
@@ -18,48 +16,23 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// `name` in `folder` as it is spelled on disk: exactly, else in another case, else as given.
-fs::path ExistingSpelling(const fs::path& folder, const std::string& name) {
-  std::error_code error;
-  if (fs::exists(fs::symlink_status(folder / name, error))) return folder / name;
-  fs::path found;
-  const fs::path& listed = folder.empty() ? fs::path(".") : folder;
-  for (fs::directory_iterator it(listed, error), end; !error && it != end; it.increment(error)) {
-    const std::string candidate = it->path().filename().string();
-    // The first in byte order, so that the choice does not depend on the folder's own order.
-    if (EqualNoCase(candidate, name) && (found.empty() || candidate < found.filename().string())) {
-      found = folder / candidate;
-    }
-  }
-  return found.empty() ? folder / name : found;
-}
-
 void TellReason(std::string* error, int code) {
-  if (error) *error = std::generic_category().message(code);
+  if (error) *error = os::ReasonText(code);
 }
 
-// A file descriptor that closes itself.
-struct Descriptor {
-  int value = -1;
-  ~Descriptor() {
-    if (value >= 0) close(value);
+// An open file that closes itself.
+struct OpenFile {
+  os::Handle handle = os::kNoFile;
+  ~OpenFile() { Close(); }
+  void Close() {
+    if (handle != os::kNoFile) os::Close(std::exchange(handle, os::kNoFile));
   }
 };
-
-bool WriteAll(int descriptor, std::span<const std::uint8_t> bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = write(descriptor, bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    bytes = bytes.subspan(static_cast<std::size_t>(written));
-  }
-  return true;
-}
 
 // Where the shared folder would have a relative path.
 std::optional<fs::path> SharedPath(const fs::path& native) {
   if (editor.sharedFolder.empty() || native.is_absolute()) return std::nullopt;
-  return NativePath((fs::path(editor.sharedFolder) / native).string());
+  return NativePath(TextOfPath(PathOfText(editor.sharedFolder) / native));
 }
 
 // Names of the entries of a folder that are wanted, sorted without regard to case.
@@ -69,7 +42,7 @@ std::vector<std::string> ListEntries(std::string_view folder, Wanted wanted) {
   const auto list = [&](const fs::path& listed) {
     std::error_code error;
     for (fs::directory_iterator it(listed, error), end; !error && it != end; it.increment(error)) {
-      std::string name = it->path().filename().string();
+      std::string name = TextOfPath(it->path().filename());
       if (wanted(*it, name)) names.push_back(std::move(name));
     }
   };
@@ -90,13 +63,12 @@ fs::path NativePath(std::string_view path) {
   std::string turned(path);
   std::replace(turned.begin(), turned.end(), '\\', '/');
   fs::path result;
-  for (const fs::path& part : fs::path(turned)) {
-    const std::string name = part.string();
-    if (name.empty()) continue;
-    if (part.has_root_directory() || name == "." || name == "..") {
+  for (const fs::path& part : PathOfText(turned)) {
+    if (part.empty()) continue;
+    if (part.has_root_path() || part == "." || part == "..") {
       result /= part;
     } else {
-      result = ExistingSpelling(result, name);
+      result = ExistingSpelling(result, part);
     }
   }
   return result;
@@ -118,10 +90,10 @@ std::string BackslashPath(std::string_view path) {
 
 std::string WorkingFolder() {
   std::error_code ignored;
-  return fs::current_path(ignored).string();
+  return TextOfPath(fs::current_path(ignored));
 }
 
-std::string SystemPath(std::string_view path) { return NativePath(path).string(); }
+std::string SystemPath(std::string_view path) { return TextOfPath(NativePath(path)); }
 
 bool FileExists(std::string_view path) {
   std::error_code error;
@@ -156,31 +128,17 @@ FolderResult CreateFolder(std::string_view path) {
 }
 
 std::optional<std::vector<std::uint8_t>> ReadWholeFile(std::string_view path, std::string* error) {
-  const Descriptor file{open(ReadablePath(path).c_str(), O_RDONLY | O_CLOEXEC)};
-  struct stat status {};
-  if (file.value < 0 || fstat(file.value, &status) != 0) {
-    TellReason(error, errno);
-    return std::nullopt;
-  }
-  if (!S_ISREG(status.st_mode)) {
-    TellReason(error, S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
-    return std::nullopt;
-  }
-  if (static_cast<std::uintmax_t>(status.st_size) > kMaxWholeFile) {
-    TellReason(error, EFBIG);
-    return std::nullopt;
-  }
-  std::vector<std::uint8_t> bytes(static_cast<std::size_t>(status.st_size));
+  OpenFile file;
+  std::uint64_t size = 0;
+  int code = os::Open(ReadablePath(path), FileAccess::Read, file.handle);
+  if (code == 0) code = os::Size(file.handle, size);
+  if (code == 0 && size > kMaxWholeFile) code = EFBIG;
+  std::vector<std::uint8_t> bytes(code == 0 ? static_cast<std::size_t>(size) : 0);
   std::size_t filled = 0;
-  while (filled < bytes.size()) {
-    const ssize_t got = read(file.value, bytes.data() + filled, bytes.size() - filled);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) {
-      TellReason(error, errno);
-      return std::nullopt;
-    }
-    if (got == 0) break;
-    filled += static_cast<std::size_t>(got);
+  if (code == 0) code = os::Read(file.handle, 0, bytes, filled);
+  if (code != 0) {
+    TellReason(error, code);
+    return std::nullopt;
   }
   bytes.resize(filled);
   return bytes;
@@ -188,27 +146,21 @@ std::optional<std::vector<std::uint8_t>> ReadWholeFile(std::string_view path, st
 
 bool WriteWholeFile(std::string_view path, std::span<const std::uint8_t> bytes,
                     std::string* error) {
-  fs::path target = NativePath(path);
+  fs::path target = NativePath(path), aside;
   std::error_code ignored;
   // A link is kept: what it points to is replaced.
   if (fs::is_symlink(target, ignored)) target = fs::weakly_canonical(target, ignored);
-  std::string aside = target.string() + ".XXXXXX";
-  Descriptor file{mkostemp(aside.data(), O_CLOEXEC)};
-  if (file.value < 0) {
-    TellReason(error, errno);
-    return false;
+  OpenFile file;
+  int code = os::OpenAside(target, aside, file.handle);
+  if (code == 0) {
+    code = os::Write(file.handle, 0, bytes);
+    if (code == 0) code = os::Sync(file.handle);
+    file.Close();
+    if (code == 0) code = os::Rename(aside, target);
+    if (code != 0) os::Remove(aside);
   }
-  struct stat old {};
-  const mode_t mask = umask(0);
-  umask(mask);
-  const mode_t mode = stat(target.c_str(), &old) == 0 ? old.st_mode & 07777 : 0666 & ~mask;
-  if (fchmod(file.value, mode) != 0 || !WriteAll(file.value, bytes) || fsync(file.value) != 0 ||
-      rename(aside.c_str(), target.c_str()) != 0) {
-    TellReason(error, errno);
-    unlink(aside.c_str());
-    return false;
-  }
-  return true;
+  if (code != 0) TellReason(error, code);
+  return code == 0;
 }
 
 bool WriteWholeFile(std::string_view path, std::string_view text, std::string* error) {

@@ -56,7 +56,7 @@ class File {
   File& operator=(File&& other) noexcept;
 
   bool Open(const std::filesystem::path& path, FileAccess access);
-  bool IsOpen() const { return descriptor_ >= 0; }
+  bool IsOpen() const { return handle_ != -1; }
   void Close();
 
   // Claims the file until it is closed or the program ends, however it ends. Nobody else can have
@@ -100,12 +100,12 @@ class File {
   const std::string& Error() const { return error_; }
 
  private:
-  bool Fail(int code);
+  bool Check(int code);
   bool Fail(const char* reason);
   bool FailDiffering();
   bool CopyByBlocks(File& source, std::uint64_t from, std::uint64_t end);
 
-  int descriptor_ = -1;
+  std::intptr_t handle_ = -1;  // the system's, -1 for none
   bool straight_ = false;
   DiskBlock compared_;  // what Holds has read
   std::filesystem::path path_;
@@ -134,7 +134,7 @@ struct DiskChange {
 };
 
 struct DiskFault {
-  int code = EIO;           // the system error that the change ends with; 0: it claims to be done
+  int code = EIO;  // the error of <cerrno> that the change ends with; 0: it claims to be done
   std::size_t written = 0;  // bytes of a Write that still reach the disk
 };
 

@@ -2,13 +2,15 @@
 // "Quorrin", application "Varnhold"), and the editor's own of its user ("Mapwright").
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace mw {
 
-// A value of the game's record, or nothing when it is missing or unreadable.
+inline constexpr std::size_t kMaxGameValueBytes = 31;
+// A value of the game's record, or nothing when it is missing, too long or unreadable.
 std::optional<std::string> ReadGameSetting(std::string_view name);
 
 // Registers the game for this user, for one that came with the editor. False when it could not be

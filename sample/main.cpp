@@ -2,9 +2,11 @@
 // files that the editor needs for it into its working folder WORK. With --progress it prints lines
 // of a percentage and the file that it is at, for a program that shows them.
 #include <cstdio>
+#include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/console.h"
 #include "sample/installation.h"
 
 namespace {
@@ -18,10 +20,11 @@ void PrintProgress(int percent, std::string_view file) {
 
 int main(int argc, char** argv) {
   using namespace mw::sample;
+  const std::vector<std::string> words = mw::ConsoleWords(argc, argv);
   std::vector<std::string_view> folders;
   bool force = false, progress = false, wrong = false;
-  for (int i = 1; i < argc; ++i) {
-    const std::string_view word = argv[i];
+  for (std::size_t i = 1; i < words.size(); ++i) {
+    const std::string_view word = words[i];
     if (word == "--force") {
       force = true;
     } else if (word == "--progress") {

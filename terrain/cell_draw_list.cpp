@@ -205,11 +205,11 @@ bool CellMap::HasGaps() const {
   const int count = square_.ViewColEnd - square_.ViewColStart;
   int gaps = 0;
   for (int i = square_.ViewRowStart + 1; i <= square_.ViewRowEnd; ++i) {
-    const std::uint8_t* const near = &sides_[Place(i, square_.ViewColStart)];
-    const std::uint8_t* const far = &sides_[Place(i - 1, square_.ViewColStart)];
+    const std::uint8_t* const nearCells = &sides_[Place(i, square_.ViewColStart)];
+    const std::uint8_t* const farCells = &sides_[Place(i - 1, square_.ViewColStart)];
     for (int k = 0; k < count; ++k) {
-      const int common = near[k] & near[k + 1] & far[k] & far[k + 1];
-      gaps |= (near[k] & kVisible) == 0 && (common & kBehind) == 0 ? 1 : 0;
+      const int common = nearCells[k] & nearCells[k + 1] & farCells[k] & farCells[k + 1];
+      gaps |= (nearCells[k] & kVisible) == 0 && (common & kBehind) == 0 ? 1 : 0;
     }
   }
   return gaps != 0;
@@ -217,9 +217,9 @@ bool CellMap::HasGaps() const {
 
 bool CellMap::IsTurnedAway(int i, int j, CellSplit split) const {
   if (i <= square_.ViewRowStart || j >= square_.ViewColEnd) return false;
-  const std::size_t near = Place(i, j), far = Place(i - 1, j);
-  const float nearLeft = heights_[near], nearRight = heights_[near + 1], farLeft = heights_[far],
-              farRight = heights_[far + 1];
+  const std::size_t nearCells = Place(i, j), farCells = Place(i - 1, j);
+  const float nearLeft = heights_[nearCells], nearRight = heights_[nearCells + 1],
+              farLeft = heights_[farCells], farRight = heights_[farCells + 1];
   // The camera is compared with the triangles' planes at its own place, which lies so many cells
   // behind the near row and to the right of the left column.
   const float behind = camera.position.x / terrain.cellSize - static_cast<float>(i);

@@ -1,6 +1,7 @@
 #include "terrain/level_textures.h"
 
 #include <GL/gl.h>
+#include <GL/glext.h>
 #include <algorithm>
 #include <string>
 #include <utility>

@@ -6,12 +6,14 @@
 #include "app/ui/command_line.h"
 #include "app/ui/start_up_sequence.h"
 #include "app/ui/view_widget.h"
+#include "platform/console.h"
 #include "platform/qt/process_wait.h"
 #include "platform/qt/status_labels.h"
 #include "platform/qt/view_context.h"
 #include "resources/pictures.h"
 
 int main(int argc, char** argv) {
+  mw::PrintIntoConsole();
   mw::CommandLine words;
   if (const auto exitCode = mw::ReadCommandLine(argc, argv, words)) return *exitCode;
   QSurfaceFormat::setDefaultFormat(mw::ViewWidget::ContextFormat());

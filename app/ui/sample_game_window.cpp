@@ -2,15 +2,18 @@
 
 #include <QCoreApplication>
 #include <QDialog>
-#include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
 
 #include "ui_212_sample_game.h"
 
 namespace mw {
 namespace {
 
-QString WriterPath() { return QCoreApplication::applicationDirPath() + "/make_sample"; }
+// Empty when it is not beside the program.
+QString WriterPath() {
+  return QStandardPaths::findExecutable("make_sample", {QCoreApplication::applicationDirPath()});
+}
 
 class SampleGameWindow : public QDialog {
  public:
@@ -73,7 +76,7 @@ class SampleGameWindow : public QDialog {
 
 }  // namespace
 
-bool HasSampleGameWriter() { return QFileInfo(WriterPath()).isExecutable(); }
+bool HasSampleGameWriter() { return !WriterPath().isEmpty(); }
 
 SampleGameWriting WriteSampleGame(QWidget* owner, const std::string& game,
                                   const std::string& work) {

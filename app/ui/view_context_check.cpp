@@ -31,6 +31,8 @@ bool CheckViewContext() {
                     "Can't Find A Suitable PixelFormat.");
   usable &= Require(!created || got.depthBufferSize() >= wanted.depthBufferSize(),
                     "Can't Set The PixelFormat.");
+  usable &= Require(!created || got.version() >= qMakePair(1, 5),
+                    "Mapwright needs OpenGL 1.5, and this computer's graphics driver has less.");
   usable &= Require(created, "Can't Create A GL Rendering Context.");
   usable &=
       Require(created && context.makeCurrent(&surface), "Can't Activate The GL Rendering Context.");

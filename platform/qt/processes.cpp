@@ -4,18 +4,13 @@
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QProcess>
-#include <QStandardPaths>
-#include <QTimer>
 #include <QUrl>
-#include <array>
-#include <csignal>
 #include <memory>
-#include <unistd.h>
 #include <utility>
 
 #include "platform/disk.h"
-#include "platform/file.h"
 #include "platform/qt/box_owner.h"
+#include "platform/qt/child_process.h"
 #include "platform/qt/desktop.h"
 #include "platform/qt/input_lock.h"
 #include "platform/qt/process_wait.h"
@@ -33,42 +28,15 @@ QString FromUtf8(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-enum class ProgramKind { Native, Windows, None };
-
-// By the first bytes of the file: an ELF program, a script that names its interpreter, or a program
-// for Windows.
-ProgramKind KindOf(const std::filesystem::path& path) {
-  File file;
-  std::array<std::uint8_t, 4> start{};
-  if (!file.Open(path, FileAccess::Read)) return ProgramKind::None;
-  file.ReadAt(0, start);  // a shorter file leaves zeros
-  if (start[0] == 0x7F && start[1] == 'E' && start[2] == 'L' && start[3] == 'F') {
-    return ProgramKind::Native;
-  }
-  if (start[0] == '#' && start[1] == '!') return ProgramKind::Native;
-  if (start[0] == 'M' && start[1] == 'Z') return ProgramKind::Windows;
-  return ProgramKind::None;
-}
-
-// Gives the process its program, the first of the words, and the others as its arguments. A program
-// for Windows is run by Wine. False when there is nothing that could be started.
+// Gives the process its program, the first of the words, and the others as its arguments. False
+// when there is nothing that could be started.
 bool SetProgram(QProcess& process, QStringList words) {
   if (words.isEmpty()) return false;
-  const std::filesystem::path path = NativePath(words.takeFirst().toStdString());
-  switch (KindOf(path)) {
-    case ProgramKind::Native:
-      process.setProgram(FromPath(path));
-      break;
-    case ProgramKind::Windows: {
-      const QString wine = QStandardPaths::findExecutable("wine");
-      if (wine.isEmpty()) return false;
-      process.setProgram(wine);
-      words.prepend(FromPath(path));
-      break;
-    }
-    case ProgramKind::None:
-      return false;
-  }
+  const QString path = FromPath(NativePath(words.takeFirst().toStdString()));
+  const QString runner = RunnerOf(path);
+  if (runner.isEmpty()) return false;
+  if (runner != path) words.prepend(path);
+  process.setProgram(runner);
   process.setArguments(words);
   return true;
 }
@@ -81,8 +49,7 @@ ProcessPointer Start(std::string_view commandLine, std::string_view folder) {
   if (!SetProgram(*process, QProcess::splitCommand(FromUtf8(commandLine)))) return nullptr;
   process->setWorkingDirectory(FromPath(NativePath(folder)));
   process->setProcessChannelMode(QProcess::ForwardedChannels);
-  // It leads a group of its own, so that what it starts can be ended with it.
-  process->setChildProcessModifier([] { setpgid(0, 0); });
+  LeadGroup(*process);
   process->start(QIODevice::ReadOnly);
   return process;
 }
@@ -106,36 +73,6 @@ bool WaitForEnd(ProcessPointer process) {
   if (process->state() != QProcess::NotRunning) (void)process.release();
   return true;
 }
-
-// Ends all processes of a group: asks them to, and does not wait long for an answer.
-class GroupEnd {
- public:
-  explicit GroupEnd(qint64 group) : group_(static_cast<pid_t>(group)) {
-    insist_.setSingleShot(true);
-    QObject::connect(&insist_, &QTimer::timeout, [this] { Send(SIGKILL); });
-  }
-  // When the first of them has ended, nothing is left for the others to do.
-  ~GroupEnd() {
-    if (asked_) Send(SIGKILL);
-  }
-  void Ask() {
-    asked_ = true;
-    Send(SIGTERM);
-    insist_.start(kPatience);
-  }
-  bool IsAsked() const { return asked_; }
-
- private:
-  static constexpr int kPatience = 2000;  // milliseconds
-
-  void Send(int signal) const {
-    if (group_ > 0) kill(-group_, signal);  // 0 would be this program's own group
-  }
-
-  pid_t group_;
-  QTimer insist_;
-  bool asked_ = false;
-};
 
 }  // namespace
 

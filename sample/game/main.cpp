@@ -5,8 +5,10 @@
 #include <cstdio>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "core/text.h"
+#include "platform/console.h"
 #include "platform/disk.h"
 #include "sample/game/game_commands.h"
 
@@ -14,9 +16,9 @@ namespace {
 
 using Switches = std::map<std::string, std::string>;
 
-Switches ReadSwitches(int argc, char** argv) {
+Switches ReadSwitches(const std::vector<std::string>& words) {
   Switches switches;
-  for (int i = 1; i + 1 < argc; i += 2) switches[argv[i]] = argv[i + 1];
+  for (std::size_t i = 1; i + 1 < words.size(); i += 2) switches[words[i]] = words[i + 1];
   return switches;
 }
 
@@ -38,7 +40,7 @@ LevelArgument ReadLevelArgument(const std::string& text) {
 
 int main(int argc, char** argv) {
   using namespace mw::sample;
-  const Switches switches = ReadSwitches(argc, argv);
+  const Switches switches = ReadSwitches(mw::ConsoleWords(argc, argv));
   const auto value = [&](const char* name) {
     const auto found = switches.find(name);
     return found == switches.end() ? std::string() : found->second;

@@ -250,9 +250,9 @@ class EditStory : public EditingTest, public testing::WithParamInterface<std::st
       // Objects that stand far away, up to so many.
       {"crowd",
        [](const Words& w) {
-         StaticObject far = objectStore.objects[0];
-         far.treeItem = 0;
-         objectStore.objects.resize(static_cast<std::size_t>(std::stoi(w[0])), far);
+         StaticObject distant = objectStore.objects[0];
+         distant.treeItem = 0;
+         objectStore.objects.resize(static_cast<std::size_t>(std::stoi(w[0])), distant);
        }},
       {"history-of",
        [](const Words& w) { editor.history.limit = static_cast<std::size_t>(std::stoi(w[0])); }},

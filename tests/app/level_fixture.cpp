@@ -222,7 +222,7 @@ std::string LevelTest::FileState(const fs::path& file) const {
   }
   if (bytes.size() < 100) return "\"" + std::string(bytes.begin(), bytes.end()) + "\"";
   if (file.extension() != ".vra") return "an archive";
-  const std::string level = file.stem();
+  const std::string level = file.stem().string();
   std::string state = HeightOnDisk(level, 20, 20) == 77 ? "edited" : "not edited";
   for (const char* member : {"notes.txt", "theirs.txt"}) {
     if (!MemberOnDisk(level, member).empty()) state += std::string(", with ") + member;

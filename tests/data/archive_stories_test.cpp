@@ -3,16 +3,15 @@
 // what came of that.
 #include <functional>
 #include <gtest/gtest.h>
-#include <linux/capability.h>
 #include <map>
 #include <sstream>
-#include <sys/syscall.h>
-#include <unistd.h>
 
 #include "core/text.h"
 #include "data/archive.h"
+#include "platform/file.h"
 #include "support/archive_bytes.h"
 #include "support/golden.h"
+#include "support/permissions_count.h"
 #include "support/sandbox.h"
 
 namespace mw {
@@ -44,22 +43,6 @@ Bytes ForeignArchive() {
   PutU32(file, 0xFFFFFFFF);  // an end mark that readers do not look at
   return file;
 }
-
-// Takes from this thread the right to write what a file's permissions forbid, which root has.
-class PermissionsCount {
- public:
-  PermissionsCount() {
-    syscall(SYS_capget, &header_, before_);
-    __user_cap_data_struct without[2] = {before_[0], before_[1]};
-    without[0].effective &= ~(1u << CAP_DAC_OVERRIDE);
-    syscall(SYS_capset, &header_, without);
-  }
-  ~PermissionsCount() { syscall(SYS_capset, &header_, before_); }
-
- private:
-  __user_cap_header_struct header_{_LINUX_CAPABILITY_VERSION_3, 0};
-  __user_cap_data_struct before_[2] = {};
-};
 
 // "~30" stands for 30 bytes of noise.
 Bytes Content(const std::string& text) {
@@ -206,9 +189,9 @@ class ArchiveStories : public SandboxTest {
         {"put", [&] { return WriteBytes(file, Content(text)), true; }},
         {"copy", [&] { return fs::copy_file(file, to); }},
         {"overwrite", [&] { return WriteBytes(to, ReadBytes(file)), true; }},
-        {"move", [&] { return fs::rename(file, to), true; }},
+        {"move", [&] { return RenameFile(file, to); }},
         {"link", [&] { return fs::create_symlink(name, to), true; }},
-        {"delete", [&] { return fs::remove(file); }},
+        {"delete", [&] { return fs::is_directory(file) ? fs::remove(file) : RemoveFile(file); }},
         {"folder", [&] { return fs::create_directory(file); }},
         {"protect", [&] { return fs::permissions(file, fs::perms::owner_read), true; }},
         {"unprotect", [&] { return fs::permissions(file, fs::perms::owner_all), true; }},
@@ -218,26 +201,31 @@ class ArchiveStories : public SandboxTest {
     return "  refused" + (reason.empty() ? "" : ": " + reason) + "\n";
   }
 
+  // Goes through the stories of a file.
+  void ExpectStories(const std::string& golden) {
+    std::string told;
+    std::istringstream stories(GoldenText(golden));
+    for (std::string line; std::getline(stories, line);) {
+      if (line.starts_with("  ")) continue;  // what came of it last time
+      told += line + "\n";
+      if (line.starts_with("> ")) {
+        told += Do(line.substr(2));
+      } else if (!line.empty()) {
+        StartAnew();
+      }
+    }
+    ExpectGolden(golden, told);
+  }
+
   const PermissionsCount guard;
   std::map<std::string, Archive> editors;
   ArchiveList list;
   std::map<std::string, Bytes> filesBefore;
 };
 
-TEST_F(ArchiveStories, EndAsTheyAreTold) {
-  std::string told;
-  std::istringstream stories(GoldenText("data/archive_stories.txt"));
-  for (std::string line; std::getline(stories, line);) {
-    if (line.starts_with("  ")) continue;  // what came of it last time
-    told += line + "\n";
-    if (line.starts_with("> ")) {
-      told += Do(line.substr(2));
-    } else if (!line.empty()) {
-      StartAnew();
-    }
-  }
-  ExpectGolden("data/archive_stories.txt", told);
-}
+TEST_F(ArchiveStories, EndAsTheyAreTold) { ExpectStories("data/archive_stories.txt"); }
+
+TEST_F(ArchiveStories, KeepLinksAndPermissions) { ExpectStories("data/archive_link_stories.txt"); }
 
 }  // namespace
 }  // namespace mw

@@ -75,7 +75,8 @@ class LevelArchive : public Base {
   }
   // A compressed file of the level that can no longer be read on disk.
   void Damage(std::string_view file) {
-    std::fstream disk(level->Path(), std::ios::in | std::ios::out | std::ios::binary);
+    std::fstream disk(std::filesystem::path(level->Path()),
+                      std::ios::in | std::ios::out | std::ios::binary);
     disk.seekp(level->Find(Member(file))->dataOffset + 4);
     disk.write("\xFF\xFF\xFF\xFF", 4);  // the compressed size of its first segment
   }

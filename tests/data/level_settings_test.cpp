@@ -4,12 +4,12 @@
 #include <gmock/gmock.h>
 #include <limits>
 #include <sstream>
-#include <stdlib.h>
 
 #include "data/level_archive_test.h"
 #include "data/level_settings_lines.h"
 #include "data/load_report.h"
 #include "data/open_level.h"
+#include "support/comma_locale.h"
 #include "support/golden.h"
 
 namespace mw {
@@ -222,13 +222,7 @@ TEST_F(LevelSettingsTest, TheSizeIsTakenFromTheHeightMapWhereTheScriptsGiveNone)
 
 // A comma locale for the life of the test, made on the spot where the system has none.
 TEST_F(LevelSettingsTest, NumbersDoNotFollowTheUsersLocale) {
-  const std::string name = (folder / "de_DE.UTF-8").string();
-  if (std::system(("localedef -i de_DE -f UTF-8 '" + name + "' >/dev/null 2>&1").c_str()) != 0) {
-    GTEST_SKIP() << "localedef or its definition of de_DE is not installed";
-  }
-  setenv("LOCPATH", folder.c_str(), 1);
-  ASSERT_TRUE(std::setlocale(LC_ALL, "de_DE.UTF-8"));
-  unsetenv("LOCPATH");
+  if (!UseCommaLocale(folder)) GTEST_SKIP() << "the system has no German locale to give";
   EXPECT_STREQ(std::localeconv()->decimal_point, ",");
   EXPECT_EQ(OpenAndSave("GeometryTemplate.waterLevel 32.25\r\n"),
             "GeometryTemplate.waterLevel 32.250000\r\n");

@@ -135,7 +135,9 @@ void PowerCut::Restart() {
       at = end;
     }
   }
-  for (const auto& file : fs::directory_iterator(folder_)) fs::remove(file.path());
+  std::vector<fs::path> files;
+  for (const auto& file : fs::directory_iterator(folder_)) files.push_back(file.path());
+  for (const fs::path& file : files) RemoveFile(file);  // open as they are
   for (const auto& [name, file] : lastingNames_) WriteBytes(folder_ / name, lasting_[file]);
 }
 

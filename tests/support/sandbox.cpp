@@ -1,7 +1,8 @@
 #include "support/sandbox.h"
 
 #include <cstdlib>
-#include <unistd.h>
+#include <random>
+#include <vector>
 
 #include "core/editor_state.h"
 
@@ -12,14 +13,31 @@ void FailOnUnexpectedPrompt(const scripted::Prompt& prompt) {
   ADD_FAILURE() << "unexpected message box \"" << prompt.caption << "\": " << prompt.text;
 }
 
+// With all that is in it. What is still open stays where the system wants that: remove_all would
+// try for ever.
+void RemoveOnce(const std::filesystem::path& folder) {
+  std::error_code ignored;
+  std::vector<std::filesystem::path> all{folder};
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, ignored)) {
+    all.push_back(entry.path());
+  }
+  for (auto path = all.rbegin(); path != all.rend(); ++path) {
+    std::filesystem::remove(*path, ignored);
+  }
+}
+
 }  // namespace
 
 SandboxTest::SandboxTest() : before_(std::filesystem::current_path()) {
-  const std::string pattern =
-      (std::filesystem::temp_directory_path() / "mäp wright-XXXXXX").string();
-  std::string name = pattern;
-  if (!mkdtemp(name.data())) std::abort();
-  folder = name;
+  constexpr int kMostTries = 16;
+  std::random_device random;
+  const std::filesystem::path all = std::filesystem::temp_directory_path();
+  bool made = false;
+  for (int tries = 0; tries < kMostTries && !made; ++tries) {
+    folder = all / ("mäp wright-" + std::to_string(random()));
+    made = std::filesystem::create_directory(folder);
+  }
+  if (!made) std::abort();
   std::filesystem::current_path(folder);
   ResetCoreState();
   scripted::ResetScript();
@@ -28,8 +46,7 @@ SandboxTest::SandboxTest() : before_(std::filesystem::current_path()) {
 
 SandboxTest::~SandboxTest() {
   std::filesystem::current_path(before_);
-  std::error_code ignored;
-  std::filesystem::remove_all(folder, ignored);
+  RemoveOnce(folder);
 }
 
 std::string SandboxTest::GameFolder() const {

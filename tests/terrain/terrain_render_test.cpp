@@ -1,6 +1,7 @@
 #include "terrain/terrain_render.h"
 
 #include <GL/gl.h>
+#include <GL/glext.h>
 #include <climits>
 #include <cmath>
 

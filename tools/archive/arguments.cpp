@@ -1,6 +1,8 @@
 #include "tools/archive/arguments.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <utility>
 
 #include "tools/archive/commands.h"
 
@@ -63,14 +65,16 @@ void DescribeChanging(CommandLine& line) {
 
 }  // namespace
 
-int RunArchiveCommand(int count, char** words) {
+int RunArchiveCommand(std::vector<std::string> words) {
   CommandLine line;
   line.app.require_subcommand(1);
   line.app.set_version_flag("--version", "mapwright-archive " MAPWRIGHT_VERSION);
   DescribeLooking(line);
   DescribeChanging(line);
   try {
-    line.app.parse(count, words);
+    std::ranges::reverse(words);  // as the library wants them, and without the program's name
+    if (!words.empty()) words.pop_back();
+    line.app.parse(std::move(words));
   } catch (const CLI::ParseError& error) {
     return line.app.exit(error) == 0 ? kFine : kUnreadable;
   }

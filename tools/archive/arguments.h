@@ -1,9 +1,12 @@
 // The command line of mapwright-archive.
 #pragma once
 
+#include <string>
+#include <vector>
+
 namespace mw {
 
-// Parses it and runs the command that it names. The exit code.
-int RunArchiveCommand(int count, char** words);
+// Parses it, the program's own name first, and runs the command that it names. The exit code.
+int RunArchiveCommand(std::vector<std::string> words);
 
 }  // namespace mw
