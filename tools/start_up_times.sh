@@ -46,6 +46,12 @@ report() {
   printf '%-40s %6d ms waited, %6d ms of processor time, %5s MB at most\n' "$title" "$@"
 }
 
+# Nothing is open that could be lost.
+stop() {
+  kill "$editor_pid"
+  wait "$editor_pid" || true
+}
+
 # start PROGRAM
 start() {
   waited=0
@@ -83,10 +89,10 @@ cd "$build/work"
 for round in 1 2 3 4 5; do
   start_empty_window
   note "$empty"
-  end_editor
+  stop
   start_editor
   note "$ours"
-  [ "$round" = 5 ] || end_editor
+  [ "$round" = 5 ] || stop
 done
 read -r our_wait our_work our_memory < <(medians "$ours")
 read -r empty_wait empty_work empty_memory < <(medians "$empty")
