@@ -161,11 +161,16 @@ bool Move(const fs::path& from, const fs::path& to, DWORD flags) {
   return MoveFileExW(WidePath(from).c_str(), WidePath(to).c_str(), flags | MOVEFILE_WRITE_THROUGH);
 }
 
-// Takes the name from a file that is open; the file is gone when the last has closed it.
+// Takes the name from a file that is open; the file is gone when the last has closed it. Until then
+// it lies among the temporary files, or where it was if those are on another disk.
 int RemoveOpenFile(const fs::path& path) {
-  const fs::path aside = FreeName(path);
-  if (!Move(path, aside, 0)) return LastCode();
-  return Code(DeleteFileW(WidePath(aside).c_str()));
+  std::error_code ignored;
+  const fs::path temporary = fs::temp_directory_path(ignored) / path.filename();
+  for (const fs::path& place : {temporary, path}) {
+    const fs::path aside = FreeName(place);
+    if (Move(path, aside, 0)) return Code(DeleteFileW(WidePath(aside).c_str()));
+  }
+  return LastCode();
 }
 
 FileIdentity IdentityFrom(const BY_HANDLE_FILE_INFORMATION& info) {
