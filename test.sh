@@ -4,6 +4,7 @@
 #   ./test.sh                 all tests
 #   ./test.sh --fuzz [S [N]]  every fuzz target, starting from fuzz/corpus, until it has had S seconds of
 #                             processor time (60) and has made N executions (0)
+#   ./test.sh --windows       cross-compiles for Windows what needs no Qt, and runs its tests under Wine
 #   ./test.sh --package       makes the packages and looks at them (tools/package.sh)
 set -euo pipefail
 cd "$(dirname "$0")"
@@ -59,6 +60,14 @@ print_share() {
 if [ "${1:-}" = --fuzz ]; then
   run_fuzzers "${2:-60}" "${3:-0}"
   exit
+fi
+
+if [ "${1:-}" = --windows ]; then
+  source tools/windows/libraries.sh
+  need "${windows_test_packages[@]}"
+  build_lzo
+  build windows-tests
+  exec tools/windows/run_tests.sh
 fi
 
 if [ "${1:-}" = --package ]; then

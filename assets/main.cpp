@@ -20,9 +20,14 @@ int main(int argc, char** argv) {
     const QGuiApplication application(argc, argv);
     return mw::WriteDesktopIcons(argument(2), argument(3)) ? 0 : 1;
   }
+  if (argc == 4 && std::strcmp(argv[1], "windows") == 0) {
+    const QGuiApplication application(argc, argv);
+    return mw::WriteWindowsIcons(argument(2), argument(3)) ? 0 : 1;
+  }
   std::fprintf(stderr,
                "usage: make_media media <working folder>\n"
                "       make_media pictures <icon folder> <output folder>\n"
-               "       make_media icons <icon folder> <output folder>\n");
+               "       make_media icons <icon folder> <output folder>\n"
+               "       make_media windows <icon folder> <output folder>\n");
   return 2;
 }

@@ -18,4 +18,8 @@ bool WriteProgramPictures(const QString& icons, const QString& folder);
 // in a folder, in the sizes of a desktop's icon theme. Fails like the above.
 bool WriteDesktopIcons(const QString& icons, const QString& folder);
 
+// What the program for Windows is built with, in a folder: icons/<name>-<size>.png of all icons in
+// the sizes of resources/drawn_icons.h, and mapwright.ico. Fails like the above.
+bool WriteWindowsIcons(const QString& icons, const QString& folder);
+
 }  // namespace mw

@@ -71,7 +71,7 @@ fs::path NativePath(std::string_view path) {
       result = ExistingSpelling(result, part);
     }
   }
-  return result;
+  return result.make_preferred();
 }
 
 fs::path ReadablePath(std::string_view path) {

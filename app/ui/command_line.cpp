@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QTemporaryFile>
 #include <cstdio>
 #include <cstdlib>
 
@@ -89,13 +90,17 @@ std::optional<int> ReadCommandLine(int argc, char** argv, CommandLine& line) {
 }
 
 bool EnterWorkingFolder(const CommandLine& line) {
-  const QDir shared(QCoreApplication::applicationDirPath() + u'/' + QLatin1String(kSharedFolder));
+  const QDir own = QCoreApplication::applicationDirPath();
+  const QString holds = QString::fromUtf8(kModTemplateFile.data(), kModTemplateFile.size());
+  const bool isPortable = own.exists(holds);
+  const QDir shared = isPortable ? own : QDir(own.filePath(QLatin1String(kSharedFolder)));
   if (shared.exists()) editor.sharedFolder = shared.canonicalPath().toStdString();
   std::optional<QString> folder = line.folder;
   if (line.folder.isEmpty()) {
-    const QString holds = QString::fromUtf8(kModTemplateFile.data(), kModTemplateFile.size());
     if (QFileInfo::exists(holds)) return true;
-    folder = UsersFolder();
+    folder = isPortable && QTemporaryFile(own.filePath(QStringLiteral("XXXXXX.new"))).open()
+                 ? own.path()
+                 : UsersFolder();
   }
   if (folder && QDir::setCurrent(*folder)) return true;
   if (folder) Complain(QStringLiteral("The folder %1 cannot be entered.").arg(*folder));

@@ -17,7 +17,8 @@ struct CommandLine {
 std::optional<int> ReadCommandLine(int argc, char** argv, CommandLine& line);
 
 // Goes to the working folder: the one that was asked for, else the current one when it holds the
-// template of mod configurations, else the user's own, which is made. What the program brings along
+// template of mod configurations, else the program's own when that does and can be written to, as
+// somebody unpacked it, else the user's own, which is made. What the program brings along
 // and the working folder lacks is then read from the folder that it was installed with. False,
 // after a line on stderr, when there is no such folder.
 bool EnterWorkingFolder(const CommandLine& line);

@@ -55,9 +55,12 @@ std::vector<std::string> GoldenFiles(const std::string& folder) {
   return names;
 }
 
-void ExpectGolden(const std::string& name, std::string_view text) {
-  const auto expected = ReadOrRenew(name, text);
-  if (!expected || *expected == text) return;
+void ExpectGolden(const std::string& name, std::string_view actual) {
+  auto expected = ReadOrRenew(name, actual);
+  if (!expected || *expected == actual) return;
+  expected = ComparableText(*expected);
+  const std::string text = ComparableText(actual);
+  if (*expected == text) return;
   const std::size_t at = FirstDifference(*expected, text);
   ADD_FAILURE() << "tests/golden/" << name << ":"
                 << 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at),

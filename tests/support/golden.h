@@ -21,4 +21,8 @@ void ExpectGolden(const std::string& name, std::string_view text);
 // The same for bytes, naming the first offset that differs.
 void ExpectGolden(const std::string& name, std::span<const std::uint8_t> bytes);
 
+// A text in which paths of this system look like those in the files, which Linux has written; the
+// two systems each have their own way.
+std::string ComparableText(std::string_view text);
+
 }  // namespace mw

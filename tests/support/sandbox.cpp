@@ -18,8 +18,9 @@ void FailOnUnexpectedPrompt(const scripted::Prompt& prompt) {
 void RemoveOnce(const std::filesystem::path& folder) {
   std::error_code ignored;
   std::vector<std::filesystem::path> all{folder};
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, ignored)) {
-    all.push_back(entry.path());
+  using Walk = std::filesystem::recursive_directory_iterator;
+  for (Walk at(folder, ignored), end; !ignored && at != end; at.increment(ignored)) {
+    all.push_back(at->path());
   }
   for (auto path = all.rbegin(); path != all.rend(); ++path) {
     std::filesystem::remove(*path, ignored);

@@ -1,0 +1,7 @@
+#include "support/golden.h"
+
+namespace mw {
+
+std::string ComparableText(std::string_view text) { return std::string(text); }
+
+}  // namespace mw

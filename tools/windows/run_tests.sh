@@ -1,0 +1,46 @@
+#!/usr/bin/env bash
+# Runs the test programs that were built for Windows under Wine, two at a time, and says what was not run and why.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+source tools/windows/libraries.sh
+start_wine
+list=tests/windows/skipped.txt
+bin=build/windows/tests/bin
+results=$(mktemp -d)
+trap 'rm -rf "$results"; /usr/lib/wine/wineserver64 -k || true' EXIT
+
+# Tests by name that the list leaves out, for --gtest_filter.
+left_out=$(grep -vE '^#|^$|^[^ ]*\.cpp ' "$list" | cut -d' ' -f1 | paste -sd: || true)
+
+run_one() {
+  local name=$1
+  mkdir -p "$results/$name.tmp"
+  TMP=$(winepath_of "$results/$name.tmp") TEMP=$TMP timeout 900 /usr/lib/wine/wine64 "$bin/$name.exe" \
+    --gtest_filter="*${left_out:+-$left_out}" >"$results/$name.log" 2>&1 </dev/null ||
+    echo "$name ended with $?" >"$results/$name.failed"
+}
+winepath_of() { echo "Z:${1//\//\\}"; }
+export -f run_one winepath_of
+export results bin left_out
+
+ls "$bin"/test_*.exe | xargs -n 1 basename -s .exe | xargs -P 2 -I{} bash -c 'run_one {}'
+
+count() { cat "$results"/*.log | { grep -oE "$1" || true; } | grep -oE '[0-9]+' | awk '{n += $1} END {print n + 0}'; }
+for failed in "$results"/*.failed; do
+  [ -e "$failed" ] || continue
+  name=$(basename "$failed" .failed)
+  cat "$failed"
+  grep -vE '^\[ +(OK|RUN) ' "$results/$name.log" | tail -n "${FAILED_LINES:-60}"
+done
+echo "Not run on Windows:"
+grep -vE '^#|^$' "$list" | sed 's/^/  /'
+# What a test says that skips itself stands in front of its name.
+cat "$results"/*.log | tr -d '\r' | awk '/Skipped$/ {getline; reason = $0} /^\[  SKIPPED \].* ms\)$/ {
+  sub(/ \(.*/, "", $0); print "  " $4 " " reason}' | sort -u
+passed=$(count '\[  PASSED  \] [0-9]+ test') skipped=$(count '\[  SKIPPED \] [0-9]+ test')
+failures=$(count '\[  FAILED  \] [0-9]+ test')
+skipped=$((skipped + $(grep -cvE '^#|^$' "$list")))
+broken=$(ls "$results"/*.failed 2>/dev/null | wc -l)
+[ "$failures" -gt 0 ] || failures=$broken  # a program that ended early has no last line
+echo "$passed passed, $failures failed, $skipped skipped"
+[ "$broken" -eq 0 ]
