@@ -20,8 +20,8 @@ void NextTurnStep();
 
 // The SelectionPivot next to a place of the view with which the selection is on the grid.
 Vector3 PivotOnGrid(const Vector3& place);
-// The place on the grid that is next to a point of the scene, as high above the ground as that; view
-// coordinates.
+// The place on the grid that is next to a point of the scene, as high above the ground as that;
+// view coordinates.
 Vector3 PointOnGrid(const Vector3& point);
 // How far the selection turns about an axis, by degrees that the mouse turned: with Shift only in
 // whole steps, and what is left counts the next time.
