@@ -15,7 +15,7 @@ log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 # What the sources include and the build would make: it alone, nothing else need be compiled.
 if ! { cmake --preset tidy &&
-  ls build/tidy/*/CMakeFiles/*_autogen.dir/AutogenInfo.json |
+  find build/tidy -name AutogenInfo.json |
   xargs -I {} cmake -E cmake_autogen {} Debug; } >"$log" 2>&1; then
   cat "$log" >&2
   exit 1

@@ -160,7 +160,10 @@ void LevelRows::AddTree() const {
 // Against the frame with what was scattered.
 void LevelRows::AddScattering() const {
   constexpr int kSteps = 60, kEnough = 1000;
-  const auto onTheWay = [&](int step) { return InView(0.2 + 0.6 * step / kSteps, 0.75); };
+  const auto onTheWay = [&](int step) {
+    const double part = static_cast<double>(step) / kSteps;
+    return InView(0.1 + 0.8 * part, 0.9 - 0.4 * part);
+  };
   const auto count = [] {
     return OnGui([] { return static_cast<int>(objectStore.objects.size()); });
   };
