@@ -61,7 +61,7 @@ void ChooseDenseScattering() {
   constexpr std::size_t kKind = 3;
   objectStore.scatter.settings = {};
   objectStore.scatter.settings.kinds[0].name = objectStore.catalogue.entries[kKind].name;
-  objectStore.scatter.settings.density = 150;
+  objectStore.scatter.settings.density = 400;
   objectStore.scatter.settings.distance = 1;
   SetScatterBrush(kLargestScatterBrush);
   PressObjectControl(ObjectControl::Scatter);
