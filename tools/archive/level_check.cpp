@@ -101,13 +101,15 @@ std::optional<ModConfig> ReadModForCheck(const std::string& file) {
 LevelCheck CheckLevels(const Archive& archive, const std::optional<ModConfig>& mod) {
   LevelCheck check;
   if (IsNumberedArchive(std::filesystem::path(archive.Path()).stem().string())) return check;
+  const std::vector<std::string> folders = FindLevels(archive);
+  if (folders.empty()) return check;  // without the room that a level needs
   CreateTerrain();
   CreateMaterialMapper();
   if (mod) {
     modConfig = *mod;
     LoadObjectCatalogue();
   }
-  for (const std::string& folder : FindLevels(archive)) {
+  for (const std::string& folder : folders) {
     check.levels.push_back(CheckLevel(archive, folder, mod, check));
   }
   return check;
