@@ -23,7 +23,7 @@ void ApplyConfiguration() {
   mw::modConfig.teams[1] = {"b", "soldierB", "skinB", {"kitB0", "kitB1"}};
 }
 
-std::string OpenAndSave(LevelSandbox& level) {
+std::string SavedSettings(LevelSandbox& level) {
   ApplyConfiguration();
   mw::scripted::ResetScript();
   mw::ReadLevelSettings();
@@ -36,7 +36,7 @@ std::string OpenAndSave(LevelSandbox& level) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   LevelSandbox level;
   level.Put(kScripts[size % 3], std::span(data, size));
-  const std::string saved = OpenAndSave(level);
-  Require(OpenAndSave(level) == saved);
+  const std::string saved = SavedSettings(level);
+  Require(SavedSettings(level) == saved);
   return 0;
 }
