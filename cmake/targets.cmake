@@ -6,7 +6,9 @@ target_include_directories(mw_options INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(mw_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Werror
                                             -Wnon-virtual-dtor -Woverloaded-virtual)
 if(MAPWRIGHT_SANITIZE)
-  target_compile_options(mw_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+  # The sizes of objects are left to the address sanitizer, which knows them at run time.
+  target_compile_options(mw_options INTERFACE -fsanitize=address,undefined -fno-sanitize=object-size
+                                              -fno-sanitize-recover=all
                                               -fno-omit-frame-pointer)
   target_link_options(mw_options INTERFACE -fsanitize=address,undefined)
 endif()
@@ -23,14 +25,22 @@ if(MAPWRIGHT_FUZZ)
   target_link_options(mw_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# mw_precompile(name HEADERS...): the headers of the standard library that most files include, and these.
-function(mw_precompile name)
-  if(MAPWRIGHT_PRECOMPILE)
-    target_compile_options(${name} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
-    target_precompile_headers(${name} PRIVATE <algorithm> <array> <cstdint> <filesystem> <fstream> <functional>
-                                              <map> <memory> <optional> <span> <string> <string_view>
-                                              <vector> ${ARGN})
+# mw_precompile(name kind HEADERS...): the headers of the standard library that most files include, and
+# these, precompiled once for all targets of the kind.
+function(mw_precompile name kind)
+  if(NOT MAPWRIGHT_PRECOMPILE)
+    return()
   endif()
+  target_compile_options(${name} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
+  get_property(first GLOBAL PROPERTY mw_precompiled_${kind})
+  if(first)
+    target_precompile_headers(${name} REUSE_FROM ${first})
+    return()
+  endif()
+  set_property(GLOBAL PROPERTY mw_precompiled_${kind} ${name})
+  target_precompile_headers(${name} PRIVATE <algorithm> <array> <cstdint> <filesystem> <fstream> <functional>
+                                            <map> <memory> <optional> <span> <string> <string_view>
+                                            <vector> ${ARGN})
 endfunction()
 
 # What needs the operating system itself stands in folders of this name.
@@ -78,7 +88,7 @@ function(mw_ui name)
     # The logic's names may be words that Qt would otherwise make its own, such as "slots".
     target_compile_definitions(${name} PUBLIC QT_NO_KEYWORDS)
     target_link_libraries(${name} PUBLIC mw_options ${ARGN} Qt6::Widgets)
-    mw_precompile(${name} <QtWidgets/QtWidgets>)
+    mw_precompile(${name} widgets <QtWidgets/QtWidgets>)
   else()
     add_library(${name} INTERFACE)
     target_link_libraries(${name} INTERFACE mw_options ${ARGN} Qt6::Widgets)
