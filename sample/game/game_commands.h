@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace mw::sample {
 
@@ -20,5 +21,10 @@ int MergeTerrainShadows(const std::filesystem::path& workFolder, const std::stri
 // A light map for every placed object: how the sun reaches the ground around it.
 int TraceObjectShadows(const std::filesystem::path& gameFolder,
                        const std::filesystem::path& workFolder, const std::string& level);
+
+// Does what the words of a command line, the program's own first, ask for:
+//   +game MOD +restart 1 +hostServer 1                     tells what it would host
+//   +workingFolder FOLDER +traceTerrainShadows LEVEL       and the two other tracing switches
+int RunGame(const std::vector<std::string>& words, const std::filesystem::path& gameFolder);
 
 }  // namespace mw::sample

@@ -1,65 +1,10 @@
 // varnhold.exe: a stand-in for the game that the sample installation belongs to. It does, in small,
 // what the editor asks the game for.
-//   +game MOD +restart 1 +hostServer 1                     tells what it would host
-//   +workingFolder FOLDER +traceTerrainShadows LEVEL       and the two other tracing switches
-#include <cstdio>
-#include <map>
-#include <string>
-#include <vector>
+#include <filesystem>
 
-#include "core/text.h"
 #include "platform/console.h"
-#include "platform/disk.h"
 #include "sample/game/game_commands.h"
 
-namespace {
-
-using Switches = std::map<std::string, std::string>;
-
-Switches ReadSwitches(const std::vector<std::string>& words) {
-  Switches switches;
-  for (std::size_t i = 1; i + 1 < words.size(); i += 2) switches[words[i]] = words[i + 1];
-  return switches;
-}
-
-// "varnhold\levels\NAME\ 1.5 0.6": a level's folder, and what follows its name.
-struct LevelArgument {
-  std::string name, rest;
-};
-LevelArgument ReadLevelArgument(const std::string& text) {
-  mw::Tokenizer parts(text);
-  parts.Next("\\");
-  parts.Next("\\");
-  LevelArgument level;
-  level.name = std::string(parts.Next("\\").value_or(""));
-  level.rest = std::string(parts.Next("\\").value_or(""));
-  return level;
-}
-
-}  // namespace
-
 int main(int argc, char** argv) {
-  using namespace mw::sample;
-  const Switches switches = ReadSwitches(mw::ConsoleWords(argc, argv));
-  const auto value = [&](const char* name) {
-    const auto found = switches.find(name);
-    return found == switches.end() ? std::string() : found->second;
-  };
-  const std::filesystem::path game = std::filesystem::current_path();
-  const std::filesystem::path work = mw::NativePath(value("+workingFolder"));
-  if (switches.contains("+hostServer")) return HostGame(game, value("+game"));
-  if (switches.contains("+traceTerrainShadows")) {
-    return TraceTerrainShadows(game, work, ReadLevelArgument(value("+traceTerrainShadows")).name);
-  }
-  if (switches.contains("+mergeTerrainShadows")) {
-    const LevelArgument level = ReadLevelArgument(value("+mergeTerrainShadows"));
-    mw::Tokenizer numbers(level.rest);
-    const float contrast = mw::ParseFloat(numbers.Next(" "));
-    return MergeTerrainShadows(work, level.name, contrast, mw::ParseFloat(numbers.Next(" ")));
-  }
-  if (switches.contains("+traceObjectShadows")) {
-    return TraceObjectShadows(game, work, ReadLevelArgument(value("+traceObjectShadows")).name);
-  }
-  std::fprintf(stderr, "varnhold: nothing to do. It is started by the level editor.\n");
-  return 1;
+  return mw::sample::RunGame(mw::ConsoleWords(argc, argv), std::filesystem::current_path());
 }

@@ -107,6 +107,18 @@ TEST_F(ObjectRenderTest, MeshesFinerThanThePixelsLookAsDrawnWhole) {
   }
 }
 
+TEST_F(ObjectRenderTest, TheLastMeshIsDrawnTooWhenItIsFinerThanThePixels) {
+  const MeshListId ball = MakeSceneMesh(std::array{Ball(300, 2, texture_)});
+  const int entry = AddSceneEntry(MeshKind::StandardMesh, {-2, -2, -2}, {2, 2, 2});
+  AddSceneObject(entry, ball, Place(0, 0, -280)).boxColour = {200, 90, 150};
+  for (const ViewMode mode : {ViewMode::DetailMesh, ViewMode::TexturedMesh}) {
+    objectStore.viewMode = mode;
+    const DrawnPicture frame = Draw();
+    EXPECT_LT(Count(frame, kSky), kWidth * kHeight - 5u);
+    EXPECT_LE(DifferentPixels(frame, DrawPlainly(kFront)), 1u);
+  }
+}
+
 TEST_F(ObjectRenderTest, TheViewModeChoosesThePicture) {
   StaticObject& letter = AddLetter(Place(0, 0, 0));
   letter.lists[1] = MakeMesh(Line({-5, 1, 0}, {5, 1, 0}));

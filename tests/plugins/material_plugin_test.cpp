@@ -4,6 +4,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "plugins/mapwright_plugin.h"
@@ -17,21 +18,23 @@ constexpr std::uint32_t kUntouched = 0xDEADBEEF;
 constexpr float kCell = 4, kWaterLevel = 40;
 constexpr std::size_t kRecords = std::size_t{MAPWRIGHT_GRID_ROW} * MAPWRIGHT_GRID_ROW;
 
+constexpr float kSteep = 3.6f;  // a cone's rise in a cell
+
 // Falls gently to the sea in the low columns; a cone stands on the plain.
-float CoastHeight(int i, int j, int size) {
+float CoastHeight(int i, int j, int size, float rise) {
   const float scale = static_cast<float>(size) / 256;
   const float inland = (static_cast<float>(j) / scale - 60) * 0.3f;
   const float bumps =
       1.5f * std::sin(0.21f * static_cast<float>(i)) * std::sin(0.17f * static_cast<float>(j));
   const float fromPeak =
       std::hypot(static_cast<float>(i) - 128 * scale, static_cast<float>(j) - 180 * scale) / scale;
-  const float cone = std::max(0.0f, 140 - 3.6f * fromPeak);
+  const float cone = std::max(0.0f, 140 - rise * fromPeak);
   return std::clamp(kWaterLevel + std::min(inland, 18.0f) + bumps + cone, 0.0f, 256.0f);
 }
 
 class MaterialPluginTest : public ::testing::Test {
  protected:
-  void MakeCoast(int size) {
+  void MakeCoast(int size, float rise = kSteep) {
     side = size;
     vertices.assign(kRecords, MapwrightVertex{});
     for (int i = 0; i < MAPWRIGHT_GRID_ROW; ++i) {
@@ -39,7 +42,7 @@ class MaterialPluginTest : public ::testing::Test {
         const float x = static_cast<float>(i) * kCell, z = static_cast<float>(j) * kCell;
         Vertex(i, j).x = x;
         Vertex(i, j).z = z;
-        Vertex(i, j).h = CoastHeight(i, j, size);
+        Vertex(i, j).h = CoastHeight(i, j, size, rise);
       }
     }
   }
@@ -60,9 +63,11 @@ class MaterialPluginTest : public ::testing::Test {
 
 // A letter a material, of every fourth cell; the sea lies to the left. Then how many cells have it.
 TEST_F(MaterialPluginTest, ACoastHasSandAPlainGrassAndAMountainRockAndFrost) {
-  MakeCoast(256);
   std::string told;
-  for (const float top : {256.0f, kWaterLevel + 120}) {  // a peak, and one that is cut level
+  // A peak, one that is cut level, and one that is all scree.
+  for (const auto& [top, rise] :
+       {std::pair{256.0f, kSteep}, {kWaterLevel + 120, kSteep}, {256, 2.4f}}) {
+    MakeCoast(256, rise);
     for (MapwrightVertex& vertex : vertices) vertex.h = std::min(vertex.h, top);
     const std::vector<std::uint32_t> materials = Generate();
     std::size_t counts[MAPWRIGHT_MATERIALS] = {}, beyond = 0;

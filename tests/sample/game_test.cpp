@@ -51,6 +51,13 @@ class StandInGameTest : public SandboxTest {
          {base + "heightmap.raw", HeightMap()}}));
   }
 
+  // As the editor starts it for a level.
+  int Trace(const std::string& what, const std::string& level, const std::string& more = "") const {
+    return RunGame({"varnhold", "+workingFolder", (folder / "ShadowWork").string(), "+" + what,
+                    "varnhold\\levels\\" + level + "\\" + more},
+                   folder);
+  }
+
   // The brightness of a pixel of a traced or merged tile; rows from the south.
   int Brightness(const std::string& file, int x, int y) const {
     const auto bytes = ReadWholeFile((folder / kTextures / file).string());
@@ -80,7 +87,7 @@ TEST_F(StandInGameTest, ShadowsAreTracedAndMergedIntoTheTiles) {
   EXPECT_TRUE(WriteWholeFile((folder / kTextures / "lmList.dat").string(), Bytes{0, 0}));
   const Bytes grey(std::size_t{kTileSide} * kTileSide * 3, 200);
   EXPECT_TRUE(WriteTga((folder / kTextures / "Tx00x00.tga").string(), kTileSide, kTileSide, grey));
-  ASSERT_EQ(TraceTerrainShadows(folder, folder / "ShadowWork", "Wall"), 0);
+  ASSERT_EQ(Trace("traceTerrainShadows", "Wall"), 0);
   EXPECT_EQ(Brightness("Tx00x00_shadow.tga", 140, 100), 0);
   EXPECT_EQ(Brightness("Tx00x00_shadow.tga", 110, 100), 255);
   const auto bits = ReadWholeFile((folder / kTextures / "LightmapShadowBits.lsb").string());
@@ -89,13 +96,13 @@ TEST_F(StandInGameTest, ShadowsAreTracedAndMergedIntoTheTiles) {
   EXPECT_EQ((*bits)[36 / 8] >> (36 % 8) & 1, 0) << "just west of the wall";
   EXPECT_EQ((*bits)[44 / 8] >> (44 % 8) & 1, 1);
 
-  ASSERT_EQ(MergeTerrainShadows(folder / "ShadowWork", "Wall", 1.5f, 0.6f), 0);
+  ASSERT_EQ(Trace("mergeTerrainShadows", "Wall", " 1.5 0.6"), 0);
   EXPECT_EQ(Brightness("merged/Tx00x00.tga", 4 * 140, 4 * 100), 120);
   EXPECT_EQ(Brightness("merged/Tx00x00.tga", 4 * 200, 4 * 100), 200);
 }
 
 TEST_F(StandInGameTest, EveryObjectGetsALightMap) {
-  ASSERT_EQ(TraceObjectShadows(folder, folder / "ShadowWork", "Wall"), 0);
+  ASSERT_EQ(Trace("traceObjectShadows", "Wall"), 0);
   ExpectGolden("sample/barn_shadow.tga",
                ReadWholeFile("ShadowWork/varnhold/levels/Wall/ObjectLightMaps/barn_0000.tga")
                    .value_or(Bytes{}));
@@ -105,7 +112,8 @@ TEST_F(StandInGameTest, AHostSaysWhatItLoads) {
   EXPECT_TRUE(WriteWholeFile("Mods/mymod/Settings/maplist.con",
                              "game.addLevel WALL\ngame.setCurrentLevel WALL\n"));
   ::testing::internal::CaptureStdout();
-  EXPECT_EQ(HostGame(folder, "mymod"), 0);
+  EXPECT_EQ(RunGame({"varnhold", "+game", "mymod", "+restart", "1", "+hostServer", "1"}, folder),
+            0);
   EXPECT_EQ(::testing::internal::GetCapturedStdout(),
             "Varnhold hosts WALL of mymod: 6 files, 1 objects, ground complete.\n"
             "  game mode Conquest\n");
@@ -113,9 +121,10 @@ TEST_F(StandInGameTest, AHostSaysWhatItLoads) {
 
 TEST_F(StandInGameTest, WhatIsMissingIsSaid) {
   ::testing::internal::CaptureStderr();
-  EXPECT_EQ(HostGame(folder, "mymod"), 1);
-  EXPECT_EQ(TraceTerrainShadows(folder, folder / "ShadowWork", "Nowhere"), 1);
-  EXPECT_EQ(MergeTerrainShadows(folder / "ShadowWork", "Wall", 1.5f, 0.6f), 1);
+  EXPECT_EQ(RunGame({"varnhold", "+game", "mymod", "+restart", "1", "+hostServer", "1"}, folder),
+            1);
+  EXPECT_EQ(Trace("traceTerrainShadows", "Nowhere"), 1);
+  EXPECT_EQ(Trace("mergeTerrainShadows", "Wall", " 1.5 0.6"), 1);
   EXPECT_THAT(::testing::internal::GetCapturedStderr(),
               ::testing::AllOf(::testing::HasSubstr("map list"), ::testing::HasSubstr("Nowhere"),
                                ::testing::HasSubstr("no list of tiles")));
