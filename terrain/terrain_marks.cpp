@@ -82,7 +82,6 @@ void DrawMarkVertices() {
   if (NeedDots()) {
     glPointSize(kMarkerDot);
     glDrawArrays(GL_POINTS, 0, static_cast<GLsizei>(store.vertices.size()));
-    glPointSize(1);
   }
   glDisableClientState(GL_COLOR_ARRAY);
   glDisableClientState(GL_VERTEX_ARRAY);

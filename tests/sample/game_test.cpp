@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -81,6 +82,9 @@ TEST_F(StandInGameTest, AWallShadesTheGroundBehindIt) {
   EXPECT_EQ(LightAt(height, {170, 100}, 10, sun), 1) << "on the sunny side";
   EXPECT_EQ(LightAt(height, {140, 100}, 45, sun), 1) << "above the wall";
   EXPECT_EQ(LightAt(height, {140, 100}, 10, {0, -1, 0}), 0);
+  const Lighting lighting{1, {{sun, 1}}};
+  EXPECT_LT(std::ranges::min(TraceTile(height, lighting, 0, 0, 64)), 0.1f);
+  EXPECT_GT(std::ranges::min(TraceTile(height, lighting, 1, 0, 64)), 0.5f) << "no wall there";
 }
 
 TEST_F(StandInGameTest, ShadowsAreTracedAndMergedIntoTheTiles) {
