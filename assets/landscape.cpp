@@ -8,6 +8,7 @@
 #include "assets/ground.h"
 #include "assets/noise.h"
 #include "assets/sky.h"
+#include "core/steady_math.h"
 
 namespace mw {
 namespace {
@@ -31,7 +32,7 @@ class MipTexture {
   }
   // `footprint` is the size in units of what one pixel of the scene sees.
   Colour At(float x, float z, float footprint) const {
-    const float wanted = std::log2(std::max(1.0f, footprint * kTexelsPerUnit));
+    const float wanted = steady::Log2(std::max(1.0f, footprint * kTexelsPerUnit));
     const auto level = std::min(levels_.size() - 1, static_cast<std::size_t>(wanted + 0.5f));
     const Picture& picture = levels_[level];
     const float scale = kTexelsPerUnit / static_cast<float>(1 << level);
@@ -149,7 +150,7 @@ Colour WaterColour(const Scene& scene, const Eye& eye, Direction3 ray, float x, 
   const Colour bed = Mix(Rgb(112, 158, 150), Rgb(30, 78, 104), depth);
   Direction3 up = ray;
   up.y = std::fabs(ray.y) + 0.05f + 0.05f * ripple;
-  const float mirror = std::pow(1 - std::min(1.0f, std::fabs(ray.y)), 4.0f);
+  const float mirror = steady::Pow(1 - std::min(1.0f, std::fabs(ray.y)), 4.0f);
   const Eye surface{x, kWaterLevel + 0.3f, z, eye.pitch, eye.halfWidthAngle};
   const bool hills = MeetGround(scene.heights, surface, up).has_value();
   const Colour mirrored = hills ? Rgb(74, 98, 88) : SkyColour(up);

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "core/steady_math.h"
+
 namespace mw {
 namespace {
 
@@ -69,7 +71,7 @@ Field Gloss(const Field& height, float sharpness) {
   for (int y = 0; y < height.side; ++y) {
     for (int x = 0; x < height.side; ++x) {
       const float facing = std::max(0.0f, Dot(NormalAt(height, x, y), kHalfway));
-      gloss.At(x, y) = std::pow(facing, sharpness);
+      gloss.At(x, y) = steady::Pow(facing, sharpness);
     }
   }
   return gloss;

@@ -8,6 +8,7 @@
 #include "assets/noise.h"
 #include "assets/sand.h"
 #include "assets/scatter.h"
+#include "core/steady_math.h"
 
 namespace mw {
 namespace {
@@ -33,7 +34,7 @@ float TreadMarks(float u, float v, const Tracks& tracks) {
   const float offset = std::fabs(std::fabs(u - middle) - tracks.gauge / 2);
   constexpr int kMarks = 40;
   const float phase = static_cast<float>(kMarks) * v + offset * 26;
-  return std::sin(phase * 6.2831853f);
+  return steady::Sin(phase * 6.2831853f);
 }
 
 // Soil thrown up beside the ruts.

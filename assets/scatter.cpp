@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "core/steady_math.h"
+
 namespace mw {
 namespace {
 
@@ -36,8 +38,8 @@ void WalkBlade(const Blade& blade, Function place) {
     const float t = static_cast<float>(i) / static_cast<float>(steps);
     place(spot, t);
     const float angle = blade.angle + blade.bend * t;
-    spot.x += stride * std::cos(angle);
-    spot.y += stride * std::sin(angle);
+    spot.x += stride * steady::Cos(angle);
+    spot.y += stride * steady::Sin(angle);
   }
 }
 
@@ -51,12 +53,12 @@ struct Stone {
 
 // Distance from the centre in units of the stone's own, slightly lumpy outline.
 float OutlineDistance(const Stone& stone, float dx, float dy) {
-  const float c = std::cos(stone.angle), s = std::sin(stone.angle);
+  const float c = steady::Cos(stone.angle), s = steady::Sin(stone.angle);
   const float along = (dx * c + dy * s) / (stone.radius * stone.stretch);
   const float across = (dy * c - dx * s) * stone.stretch / stone.radius;
-  const float turn = std::atan2(across, along);
-  const float lump = 1 + stone.lumpiness * (std::sin(2 * turn + stone.phase) +
-                                            0.6f * std::sin(3 * turn + 2.3f * stone.phase));
+  const float turn = steady::Atan2(across, along);
+  const float lump = 1 + stone.lumpiness * (steady::Sin(2 * turn + stone.phase) +
+                                            0.6f * steady::Sin(3 * turn + 2.3f * stone.phase));
   return std::sqrt(along * along + across * across) / lump;
 }
 

@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "assets/noise.h"
+#include "core/steady_math.h"
 
 namespace mw {
 namespace {
@@ -44,7 +45,7 @@ float CloudCover(Direction3 d) {
 }
 
 float HillHeight(Direction3 d, int hills, unsigned seed) {
-  const float turn = std::atan2(d.z, d.x) / (2 * std::numbers::pi_v<float>);
+  const float turn = steady::Atan2(d.z, d.x) / (2 * std::numbers::pi_v<float>);
   return 0.5f + 0.5f * Fbm(turn, 0.31f, {{hills, 1}, 5, 0.5f, seed});
 }
 
@@ -64,7 +65,7 @@ Colour SkyColour(Direction3 d) {
                             {1.0f, Rgb(52, 104, 172)}};
   const float towardsSun = std::max(0.0f, Dot(d, Normalised(kSun)));
   Colour sky = heights.At(d.y);
-  sky = Mix(sky, Rgb(255, 240, 208), 0.55f * std::pow(towardsSun, 14.0f));
+  sky = Mix(sky, Rgb(255, 240, 208), 0.55f * steady::Pow(towardsSun, 14.0f));
   const float cover = CloudCover(d);
   const Colour cloud =
       Mix(Rgb(196, 204, 214), Rgb(252, 250, 246), Clamp01(0.3f + 0.7f * towardsSun));

@@ -1,10 +1,10 @@
 // Gravel and bare rock.
-#include <cmath>
 #include <numbers>
 
 #include "assets/ground.h"
 #include "assets/noise.h"
 #include "assets/scatter.h"
+#include "core/steady_math.h"
 
 namespace mw {
 namespace {
@@ -13,7 +13,7 @@ namespace {
 float Facets(const CellPoint& cell, float tilt) {
   const float angle = static_cast<float>(cell.id & 0xFFFF) / 65536 * 2 * std::numbers::pi_v<float>;
   const float level = static_cast<float>(cell.id >> 16) / 65536;
-  return level + tilt * (cell.dx * std::cos(angle) + cell.dy * std::sin(angle));
+  return level + tilt * (cell.dx * steady::Cos(angle) + cell.dy * steady::Sin(angle));
 }
 
 Field RockRelief() {

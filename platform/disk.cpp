@@ -168,9 +168,6 @@ bool WriteWholeFile(std::string_view path, std::string_view text, std::string* e
       path, std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()), error);
 }
 
-bool DeleteDiskFile(std::string_view path) {
-  std::error_code error;
-  return fs::remove(NativePath(path), error);
-}
+bool DeleteDiskFile(std::string_view path) { return os::Remove(NativePath(path)) == 0; }
 
 }  // namespace mw

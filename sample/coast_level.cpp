@@ -1,7 +1,7 @@
-#include <cmath>
 #include <numbers>
 
 #include "assets/picture.h"
+#include "core/steady_math.h"
 #include "sample/erosion.h"
 #include "sample/ground_noise.h"
 #include "sample/levels.h"
@@ -14,18 +14,20 @@ constexpr float kWorldSize = kSide * kCellSize;
 constexpr float kWaterLevel = 30.0f;
 constexpr float kSeaDepth = 24.0f;
 
-float Bump(float distance, float width) { return std::exp(-distance * distance / (width * width)); }
+float Bump(float distance, float width) {
+  return steady::Exp(-distance * distance / (width * width));
+}
 
 // The z of the southern shore: a harbour bay in the west, the point in the east.
 float SouthShore(float x) {
   const float turn = 2 * std::numbers::pi_v<float> * x / kWorldSize;
-  return 352 + 26 * std::sin(turn + 0.6f) + 14 * std::sin(3 * turn) + 118 * Bump(x - 420, 105) -
-         120 * Bump(x - 730, 120);
+  return 352 + 26 * steady::Sin(turn + 0.6f) + 14 * steady::Sin(3 * turn) +
+         118 * Bump(x - 420, 105) - 120 * Bump(x - 730, 120);
 }
 
 float NorthShore(float x) {
   const float turn = 2 * std::numbers::pi_v<float> * x / kWorldSize;
-  return 968 + 18 * std::sin(2 * turn + 1.0f) + 10 * std::sin(5 * turn);
+  return 968 + 18 * steady::Sin(2 * turn + 1.0f) + 10 * steady::Sin(5 * turn);
 }
 
 float RawHeight(Point at) {
@@ -33,7 +35,7 @@ float RawHeight(Point at) {
   const float fromSouth = at.z - SouthShore(at.x + bend) + bend;
   const float fromNorth = NorthShore(at.x) - at.z + 0.6f * bend;
   const float inland = std::min(fromSouth, fromNorth);
-  if (inland < 0) return kWaterLevel - kSeaDepth * (1 - std::exp(inland / 150));
+  if (inland < 0) return kWaterLevel - kSeaDepth * (1 - steady::Exp(inland / 150));
 
   const float beach = 3.4f * SmoothStep(-4, 60, inland) + 0.012f * std::min(inland, 200.0f);
   const float plain =

@@ -5,6 +5,8 @@
 #include <random>
 #include <vector>
 
+#include "core/steady_math.h"
+
 namespace mw::sample {
 namespace {
 
@@ -29,7 +31,7 @@ std::vector<BrushCell> MakeBrush() {
   for (int z = -kBrushRadius; z <= kBrushRadius; ++z) {
     for (int x = -kBrushRadius; x <= kBrushRadius; ++x) {
       const float weight = static_cast<float>(kBrushRadius) -
-                           std::hypot(static_cast<float>(x), static_cast<float>(z));
+                           steady::Hypot(static_cast<float>(x), static_cast<float>(z));
       if (weight <= 0) continue;
       brush.push_back({x, z, weight});
       sum += weight;
@@ -76,7 +78,7 @@ void FollowDrop(Grid& height, Point at, const std::vector<BrushCell>& brush) {
     const HeightAndSlope here = Look(height, spot);
     directionX = directionX * kInertia - here.slopeX * (1 - kInertia);
     directionZ = directionZ * kInertia - here.slopeZ * (1 - kInertia);
-    const float length = std::hypot(directionX, directionZ);
+    const float length = steady::Hypot(directionX, directionZ);
     if (length < 1e-6f) return;
     directionX /= length;
     directionZ /= length;

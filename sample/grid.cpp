@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/steady_math.h"
+
 namespace mw::sample {
 
-float Distance(Point a, Point b) { return std::hypot(a.x - b.x, a.z - b.z); }
+float Distance(Point a, Point b) { return steady::Hypot(a.x - b.x, a.z - b.z); }
 
 Grid::Grid(int side, float value)
     : side_(side),
@@ -23,7 +25,7 @@ float Grid::Sample(Point at) const {
 float Grid::Slope(int column, int row) const {
   const float dx = At(column + 1, row) - At(column - 1, row);
   const float dz = At(column, row + 1) - At(column, row - 1);
-  return std::hypot(dx, dz) / (2.0f * kCellSize);
+  return steady::Hypot(dx, dz) / (2.0f * kCellSize);
 }
 
 void Smooth(Grid& field, int rounds) {

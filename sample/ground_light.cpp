@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "assets/picture.h"
+#include "core/steady_math.h"
 
 namespace mw::sample {
 namespace {
@@ -16,7 +17,7 @@ constexpr float kHollowDepth = 14.0f;  // world units below its surroundings tha
 // 1 in the sun, 0 where the ground towards the sun hides it.
 float Sunlit(const Landscape& land, int column, int row) {
   const auto [sunX, sunY, sunZ] = land.sunDirection;
-  const float flat = std::hypot(sunX, sunZ);
+  const float flat = steady::Hypot(sunX, sunZ);
   const float rise = sunY / flat * kCellSize;
   const float startX = static_cast<float>(column) * kCellSize;
   const float startZ = static_cast<float>(row) * kCellSize;

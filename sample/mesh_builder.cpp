@@ -6,6 +6,8 @@
 #include <numbers>
 #include <random>
 
+#include "core/steady_math.h"
+
 namespace mw::sample {
 namespace {
 
@@ -31,7 +33,7 @@ std::string ShadedMaterial(std::string_view material, const Vector3& normal) {
 
 Vector3 OnRing(const Vector3& centre, float radius, int k, int sides) {
   const float angle = kFullTurn * static_cast<float>(k) / static_cast<float>(sides);
-  return {centre.x + radius * std::sin(angle), centre.y, centre.z + radius * std::cos(angle)};
+  return {centre.x + radius * steady::Sin(angle), centre.y, centre.z + radius * steady::Cos(angle)};
 }
 
 }  // namespace
@@ -148,7 +150,8 @@ void MeshBuilder::AddRoller(const Skin& skin, const Skin& ends, Vector3 centre, 
   const float x0 = centre.x - length / 2, x1 = centre.x + length / 2;
   const auto rim = [&](float x, int k) {
     const float angle = kFullTurn * static_cast<float>(k) / static_cast<float>(sides);
-    return Vector3{x, centre.y + radius * std::cos(angle), centre.z + radius * std::sin(angle)};
+    return Vector3{x, centre.y + radius * steady::Cos(angle),
+                   centre.z + radius * steady::Sin(angle)};
   };
   for (int k = 0; k < sides; ++k) {
     Quad(skin, rim(x0, k + 1), rim(x1, k + 1), rim(x1, k), rim(x0, k));
@@ -162,7 +165,7 @@ void MeshBuilder::AddVault(const Skin& skin, float radius, float z0, float z1, f
   const auto rib = [&](int k, float z) {
     const float angle =
         std::numbers::pi_v<float> * static_cast<float>(k) / static_cast<float>(segments);
-    return Vector3{-radius * std::cos(angle), ground + radius * std::sin(angle), z};
+    return Vector3{-radius * steady::Cos(angle), ground + radius * steady::Sin(angle), z};
   };
   for (int k = 0; k < segments; ++k) {
     Quad(skin, rib(k + 1, z1), rib(k + 1, z0), rib(k, z0), rib(k, z1));  // outside
@@ -184,8 +187,8 @@ void MeshBuilder::AddCrown(std::string_view material, Vector3 centre, Vector3 ra
       if (k == 0) firstBulge = bulge;
       if (k == sides) bulge = firstBulge;  // the seam closes
       const float angle = kFullTurn * static_cast<float>(k % sides) / static_cast<float>(sides);
-      Vector3 normal{std::sin(down) * std::sin(angle), std::cos(down),
-                     std::sin(down) * std::cos(angle)};
+      Vector3 normal{steady::Sin(down) * steady::Sin(angle), steady::Cos(down),
+                     steady::Sin(down) * steady::Cos(angle)};
       const Vector3 position =
           centre + Vector3{radii.x * normal.x, radii.y * normal.y, radii.z * normal.z} * bulge;
       part.vertices.push_back(

@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "assets/noise.h"
+#include "core/steady_math.h"
 #include "sample/ground_noise.h"
 
 namespace mw::sample {
@@ -68,21 +69,21 @@ Colour Plaster(int x, int y) {
 Colour Planks(int x, int y) {
   const int plank = x / 32, inPlank = x % 32;
   if (inPlank < 2) return Rgb(52, 40, 28);
-  const float rings = std::sin(kTurn * 8 * static_cast<float>(x) + 6 * Cloud(4 * x, y, 2, 5));
+  const float rings = steady::Sin(kTurn * 8 * static_cast<float>(x) + 6 * Cloud(4 * x, y, 2, 5));
   const Colour wood = Mix(Rgb(116, 88, 58), Rgb(150, 116, 78), ValueOf(plank, 1));
   return Worn(wood, x, y, 0.12f, 0.05f) * (1 + 0.08f * rings);
 }
 
 Colour RoofTiles(int x, int y) {
   const Course c = CourseAt(x, y, 32, 32);
-  const float round = std::sin(std::numbers::pi_v<float> * static_cast<float>(c.inX) / 32);
+  const float round = steady::Sin(std::numbers::pi_v<float> * static_cast<float>(c.inX) / 32);
   const float lip = c.inY > 27 ? 0.55f : 1.0f;
   const Colour tile = Mix(Rgb(140, 72, 48), Rgb(178, 98, 66), ValueOf(c.column, c.row));
   return Worn(tile, x, y, 0.16f, 0.06f) * (0.66f + 0.4f * round) * lip;
 }
 
 Colour Corrugated(int x, int y) {
-  const float wave = std::sin(kTurn * 16 * static_cast<float>(x));
+  const float wave = steady::Sin(kTurn * 16 * static_cast<float>(x));
   const float rust = SmoothStep(0.15f, 0.6f, Cloud(x, y, 4, 22) + 0.1f * wave);
   const Colour sheet = Mix(Rgb(134, 140, 138), Rgb(134, 84, 54), 0.8f * rust);
   return Worn(sheet, x, y, 0.08f, 0.04f) * (0.86f + 0.2f * wave) * (y % 128 < 2 ? 0.7f : 1.0f);
@@ -98,7 +99,8 @@ Colour Camouflage(int x, int y) {
 
 Colour Canvas(int x, int y) {
   const float weave = 0.05f * static_cast<float>((x / 2 + y / 2) % 2);
-  const float fold = 0.08f * std::sin(kTurn * 3 * static_cast<float>(x) + 3 * Cloud(x, y, 2, 41));
+  const float fold =
+      0.08f * steady::Sin(kTurn * 3 * static_cast<float>(x) + 3 * Cloud(x, y, 2, 41));
   return Worn(Rgb(118, 116, 82), x, y, 0.1f, 0.05f) * (0.97f + weave + fold);
 }
 
@@ -137,7 +139,7 @@ Colour Tread(int x, int y) {
 }
 
 Colour Bark(int x, int y) {
-  const float ridges = std::sin(kTurn * 12 * static_cast<float>(x) + 5 * Cloud(2 * x, y, 2, 61));
+  const float ridges = steady::Sin(kTurn * 12 * static_cast<float>(x) + 5 * Cloud(2 * x, y, 2, 61));
   return Worn(Rgb(96, 78, 58), x, y, 0.2f, 0.08f) * (0.84f + 0.22f * ridges);
 }
 
@@ -168,12 +170,12 @@ Colour Window(int x, int y) {
 Colour Door(int x, int y) {
   const bool frame = x < 14 || x >= 242 || y < 12;
   if (frame) return Worn(Rgb(92, 72, 50), x, y, 0.1f, 0.04f);
-  const bool knob = std::hypot(static_cast<float>(x - 212), static_cast<float>(y - 140)) < 8;
+  const bool knob = steady::Hypot(static_cast<float>(x - 212), static_cast<float>(y - 140)) < 8;
   return knob ? Rgb(190, 168, 96) : Planks(x, y) * 0.85f;
 }
 
 Colour Cloth(int x, int y, const Colour& field, const Colour& stripe) {
-  const float fold = 1 + 0.14f * std::sin(kTurn * 3 * static_cast<float>(x));
+  const float fold = 1 + 0.14f * steady::Sin(kTurn * 3 * static_cast<float>(x));
   return Worn(y / 86 == 1 ? stripe : field, x, y, 0.05f, 0.03f) * fold;
 }
 Colour RedCloth(int x, int y) { return Cloth(x, y, Rgb(168, 38, 34), Rgb(226, 216, 196)); }

@@ -6,6 +6,7 @@
 #include <random>
 
 #include "assets/picture.h"
+#include "core/steady_math.h"
 #include "sample/ground_noise.h"
 
 namespace mw::sample {
@@ -45,7 +46,7 @@ void Placer::PutAt(std::string_view name, Point at, float heading, float height)
 }
 
 void Placer::PutBetween(std::string_view name, Point from, Point to) {
-  const float heading = std::atan2(from.z - to.z, to.x - from.x) * kDegrees;
+  const float heading = steady::Atan2(from.z - to.z, to.x - from.x) * kDegrees;
   Put(name, {(from.x + to.x) / 2, (from.z + to.z) / 2}, heading);
 }
 

@@ -3,6 +3,7 @@
 #include <numbers>
 
 #include "assets/picture.h"
+#include "core/steady_math.h"
 #include "sample/erosion.h"
 #include "sample/ground_noise.h"
 #include "sample/levels.h"
@@ -20,11 +21,13 @@ float Turn(float z) { return 2 * std::numbers::pi_v<float> * z / kWorldSize; }
 
 // The x of the river's middle: it winds from the south edge to the north edge.
 float RiverMiddle(float z) {
-  return 800 + 120 * std::sin(Turn(z)) + 46 * std::sin(3 * Turn(z) + 1.1f) +
-         16 * std::sin(7 * Turn(z) + 0.4f);
+  return 800 + 120 * steady::Sin(Turn(z)) + 46 * steady::Sin(3 * Turn(z) + 1.1f) +
+         16 * steady::Sin(7 * Turn(z) + 0.4f);
 }
 
-float RiverHalfWidth(float z) { return 21 + 5 * std::sin(4 * Turn(z)) + 3 * std::sin(9 * Turn(z)); }
+float RiverHalfWidth(float z) {
+  return 21 + 5 * steady::Sin(4 * Turn(z)) + 3 * steady::Sin(9 * Turn(z));
+}
 
 // Signed distance in x, the short way around the level's edge.
 float WrappedOffset(float from, float to) { return std::remainder(to - from, kWorldSize); }
@@ -45,9 +48,9 @@ float RawHeight(Point at) {
   const float hills = 52 * valley * (0.25f + 0.75f * RidgedNoise(at, kWorldSize, {8, 5, 81}));
   // The stone ridge: one long crest east of the river, with two passes.
   const float crest =
-      WrappedOffset(RiverMiddle(at.z) + 590 + 0.7f * bend + 60 * std::sin(2 * Turn(at.z)), at.x);
-  const float passes = 0.74f + 0.26f * std::sin(2 * Turn(at.z) + 2.2f);
-  const float ridge = 128 * passes * std::exp(-std::abs(crest) / 170) *
+      WrappedOffset(RiverMiddle(at.z) + 590 + 0.7f * bend + 60 * steady::Sin(2 * Turn(at.z)), at.x);
+  const float passes = 0.74f + 0.26f * steady::Sin(2 * Turn(at.z) + 2.2f);
+  const float ridge = 128 * passes * steady::Exp(-std::abs(crest) / 170) *
                       (0.7f + 0.3f * RidgedNoise(at, kWorldSize, {16, 4, 91}));
   return kWaterLevel + meadow + hills + ridge * SmoothStep(60, 260, fromWater);
 }
@@ -57,7 +60,7 @@ void CutRiver(Grid& height) {
   for (int row = 0; row < height.Side(); ++row) {
     for (int column = 0; column < height.Side(); ++column) {
       const float fromWater = FromWater(PositionOf(column, row));
-      const float bed = fromWater < 0 ? kWaterLevel - 7 * (1 - std::exp(fromWater / 8))
+      const float bed = fromWater < 0 ? kWaterLevel - 7 * (1 - steady::Exp(fromWater / 8))
                                       : kWaterLevel + 0.14f * fromWater;
       float& h = height.At(column, row);
       h = std::lerp(bed, h, SmoothStep(2, 34, fromWater));

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "assets/noise.h"
+#include "core/steady_math.h"
 #include "sample/ground_light.h"
 #include "sample/ground_noise.h"
 
@@ -116,7 +117,7 @@ Colour GroundPainter::MaterialColour(Material material, Point at) const {
   if (material == Material::Rock) {
     // Layers of stone show as bands along the height lines.
     light =
-        0.5f + 0.5f * std::sin(0.45f * land_.height.Sample(at) + 1.1f * clumps + 2.0f * patches);
+        0.5f + 0.5f * steady::Sin(0.45f * land_.height.Sample(at) + 1.1f * clumps + 2.0f * patches);
   }
   const GroundLook look = LookOf(material);
   return Mix(look.dark, look.light, Clamp01(light)) * (1 + look.grain * (fine + 0.6f * clumps));
@@ -163,7 +164,7 @@ Colour GroundPainter::GroundColour(Point at) const {
   if (aboveWater < 0) {
     const float depth = -aboveWater;
     colour = Mix(colour, kShallowWater, 0.6f * SmoothStep(0, 2.0f, depth));
-    colour = Mix(kDeepWater, colour, std::exp(-depth / kClearDepth));
+    colour = Mix(kDeepWater, colour, steady::Exp(-depth / kClearDepth));
   }
   const float surf = std::abs(aboveWater - 0.12f * Grain(at, 1.0f));
   colour = Mix(colour, kFoam, 0.35f * (1 - SmoothStep(0.02f, 0.1f, surf)));

@@ -10,7 +10,7 @@ sanitizer_packages=(clang libclang-rt-14-dev llvm)  # llvm names what they find;
 package_packages=(dpkg-dev file lintian desktop-file-utils appstream libxml2-utils)
 windows_test_packages=(cmake ninja-build ccache g++-mingw-w64-x86-64-posix wine64 googletest dpkg-dev
   libstb-dev libcli11-dev nlohmann-json3-dev)
-windows_packages=("${windows_test_packages[@]}" zip)
+windows_packages=("${windows_test_packages[@]}" zip unzip python3)
 bench_packages=(libbenchmark-dev libegl-dev libsquish-dev)
 
 # need PACKAGE...: installs those that are missing; ends the script with advice when that is impossible.

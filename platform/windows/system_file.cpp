@@ -338,7 +338,7 @@ int Rename(const fs::path& from, const fs::path& to) {
     Move(aside, to, 0);
     return reason;
   }
-  DeleteFileW(WidePath(aside).c_str());
+  RemoveOpenFile(aside);
   return 0;
 }
 

@@ -302,7 +302,10 @@ class LevelStory : public LevelTest, public testing::WithParamInterface<std::str
          openLevel.archivePath.clear();
        }},
       {"recent-are",
-       [](const Words& w) { scripted::script.editorSettings["RecentLevels"] = WithBreaks(w[0]); }},
+       [](const Words& w) {
+         scripted::script.editorSettings["RecentLevels"] = std::regex_replace(
+             WithBreaks(w[0]), std::regex("ROOT"), fs::absolute("/").string());
+       }},
       // Recovery.
       {"work", [this](const Words& w) { Work(std::stoi(w[0])); }},
       {"restart", [](const Words&) { Restart(); }},

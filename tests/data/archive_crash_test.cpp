@@ -2,12 +2,15 @@
 // the program stops, the change fails, the disk is full, loses what it was given or the power is
 // cut. Afterwards the archive is the old or the new one, byte for byte.
 #include <gtest/gtest.h>
+#include <lzo/lzoconf.h>
 #include <map>
 
 #include "core/hooks.h"
+#include "core/text.h"
 #include "data/archive.h"
 #include "support/archive_bytes.h"
 #include "support/each_change.h"
+#include "support/golden.h"
 #include "support/sandbox.h"
 
 namespace mw {
@@ -213,6 +216,28 @@ TEST_F(ArchiveCrash, AnotherEditorsSaveIsNotUndone) {
     hooks.diskFault = nullptr;
     EXPECT_TRUE(looked);
   }
+}
+
+// One golden file for all systems: what a program leaves on one of them, one on another takes up.
+TEST_F(ArchiveCrash, WhatIsLeftHasTheSameBytesOnEverySystem) {
+  std::string told, last;
+  EachChange(kFewest, [&](std::size_t change) {
+    CopyFolder("old", "now");
+    Archive archive;
+    EXPECT_TRUE(archive.Open(kLevel, true));
+    const bool hit = HitWhile(FaultKind::Stop, change, [&] { SaveLevelChanges(archive); });
+    std::string left = "left:\n";
+    for (const char* path : {kLevel, kJournal}) {
+      const Bytes bytes = fs::exists(path) ? ReadBytes(path) : Bytes{};
+      left +=
+          FormatText("  %s, %u bytes, checksum %08x\n", path, static_cast<unsigned>(bytes.size()),
+                     lzo_crc32(0, bytes.data(), static_cast<lzo_uint>(bytes.size())));
+    }
+    if (left != last) told += left;
+    last = left;
+    return hit;
+  });
+  ExpectGolden("data/left_by_a_crash.txt", told);
 }
 
 TEST_F(ArchiveCrash, PuttingTheOldLevelBackIsInterrupted) {

@@ -25,7 +25,7 @@ done
 echo "Building the program for Windows ..."
 quietly program.configure.log cmake -S . -B "$windows/program" -G Ninja \
   -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/windows.cmake" -DMAPWRIGHT_WINDOWS_LIBRARIES="$libraries" \
-  -DMAPWRIGHT_PAINTED="$painted" -DMAPWRIGHT_TESTS=OFF -DCMAKE_BUILD_TYPE=Release \
+  -DMAPWRIGHT_PAINTED="$painted" -DMAPWRIGHT_TESTS=OFF -DCMAKE_BUILD_TYPE=Release -DCMAKE_UNITY_BUILD=ON \
   -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake
 quietly program.build.log cmake --build "$windows/program" --target mapwright mapwright-archive make_sample \
   sample_game mw_amm mw_smg
@@ -53,4 +53,6 @@ cp LICENSE CHANGELOG.md "$folder"
 # A zip is the same for the same content: entries by name, without times of this build.
 find "$folder" -exec touch -d 2000-01-01 {} +
 (cd "$windows" && find "$name" -type f | LC_ALL=C sort | zip -q -X -9 "$name.zip" -@)
-du -h "$folder.zip"
+tools/windows/check_folder.py "$folder" /usr/lib/x86_64-linux-gnu/wine/x86_64-windows
+unzip -l "$folder.zip" >"$folder.list"
+echo "$folder.zip: $(stat -c %s "$folder.zip") bytes, $(unzip -Z1 "$folder.zip" | wc -l) files (listed in $name.list)"

@@ -18,16 +18,17 @@ quietly() {
 
 # apt with sources of programs, from wherever this machine has its packages; its own lists are left alone.
 apt_with_sources() {
-  local apt=$windows/apt
-  if [ ! -e "$apt/list.sources" ] && [ ! -e "$apt/list.list" ]; then
-    mkdir -p "$apt/lists/partial" "$apt/cache/archives/partial"
-    local lists
-    lists=$(ls /etc/apt/sources.list.d/*.sources 2>/dev/null || true)
-    [ -z "$lists" ] || awk 'FNR == 1 && NR > 1 {print ""} {print}' $lists |
-      sed 's/^Types:.*/Types: deb-src/' >"$apt/list.sources"
-    [ -n "$lists" ] || sed -n 's/^deb /deb-src /p' /etc/apt/sources.list >"$apt/list.list"
+  local apt=$windows/apt file
+  if [ ! -d "$apt/sources" ]; then
+    mkdir -p "$apt"/{sources,lists/partial,cache/archives/partial}
+    for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
+      [ ! -e "$file" ] || sed -n 's/^deb /deb-src /p' "$file" >"$apt/sources/$(basename "$file")"
+    done
+    for file in /etc/apt/sources.list.d/*.sources; do
+      [ ! -e "$file" ] || sed 's/^Types:.*/Types: deb-src/' "$file" >"$apt/sources/$(basename "$file")"
+    done
   fi
-  apt-get -o Dir::Etc::sourcelist="$(ls "$apt"/list.*)" -o Dir::Etc::sourceparts=/dev/null \
+  apt-get -o Dir::Etc::sourcelist=/dev/null -o Dir::Etc::sourceparts="$apt/sources" \
     -o Dir::State::lists="$apt/lists" -o Dir::Cache="$apt/cache" -o APT::Sandbox::User=root "$@"
 }
 
@@ -37,9 +38,17 @@ fetch_source() {
   mkdir -p "$windows/downloads"
   (
     cd "$windows/downloads"
-    [ -e "$windows/apt/updated" ] || quietly apt.log apt_with_sources update
-    touch "$windows/apt/updated"
-    quietly "$1.fetch.log" apt_with_sources source --download-only "$1"
+    if ! ls "$1"_*.dsc >/dev/null 2>&1; then
+      [ -e "$windows/apt/updated" ] || apt_with_sources update >"$windows/apt.log" 2>&1 || true
+      apt_with_sources source --download-only "$1" >"$windows/$1.fetch.log" 2>&1 || {
+        tail -n 20 "$windows/apt.log" "$windows/$1.fetch.log" >&2
+        echo "The source of $1 cannot be fetched: where this machine has its packages from, there are no" >&2
+        echo "source packages (deb-src), or not this one. Either name a mirror that has them, or put" >&2
+        echo "$1_*.dsc and the files that it names into $windows/downloads." >&2
+        exit 1
+      }
+      touch "$windows/apt/updated"
+    fi
     rm -rf "$windows/$1.new"
     quietly "$1.unpack.log" dpkg-source --no-check -x "$1"_*.dsc "$windows/$1.new"
   )
@@ -78,12 +87,15 @@ build_qt() {
     -DINPUT_opengl=desktop -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF "${off[@]}"
 }
 
-# What test programs and wine need of this machine.
-start_wine() {
-  export WINEPREFIX=$windows/wine WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml=
+# make_prefix FOLDER: what Wine makes of nothing, as Windows 10; used from then on.
+make_prefix() {
+  export WINEPREFIX=$1 WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml=
   [ -e "$WINEPREFIX/made" ] && return
   mkdir -p "$windows"
   quietly wine.log /usr/lib/wine/wine64 wineboot --init
   quietly wine.log /usr/lib/wine/wine64 reg add 'HKCU\Software\Wine' /v Version /d win10 /f
   touch "$WINEPREFIX/made"
 }
+
+# The one that the tests use.
+start_wine() { make_prefix "$windows/wine"; }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <regex>
 
 #include "support/golden.h"
 
@@ -7,7 +8,7 @@ namespace mw {
 std::string ComparableText(std::string_view text) {
   std::string comparable(text);
   std::ranges::replace(comparable, '\\', '/');
-  return comparable;
+  return std::regex_replace(comparable, std::regex("\\b[A-Z]:/"), "/");
 }
 
 }  // namespace mw
