@@ -3,19 +3,19 @@
 #include <QApplication>
 #include <QEvent>
 #include <QWidget>
+#include <utility>
 
 #include "app/status_reading.h"
 #include "platform/clock.h"
 
 namespace mw {
 
-FrameLoop::FrameLoop(QWidget* mainWindow, QWidget* view) : mainWindow_(mainWindow) {
+FrameLoop::FrameLoop(QWidget* mainWindow, std::function<void()> showFrame)
+    : mainWindow_(mainWindow) {
   turns_.setInterval(0);
-  // Marked for painting, the view and all else in the window that has changed are painted and put
-  // on the screen together, once; painting it at once would do that twice.
-  connect(&turns_, &QTimer::timeout, view, [view] {
+  connect(&turns_, &QTimer::timeout, this, [showFrame = std::move(showFrame)] {
     UpdateStatusReading(MillisecondsNow());
-    view->update();
+    showFrame();
   });
   mainWindow->installEventFilter(this);
 }

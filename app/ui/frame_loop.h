@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QTimer>
+#include <functional>
 
 class QWidget;
 
@@ -12,8 +13,8 @@ namespace mw {
 
 class FrameLoop : public QObject {
  public:
-  // Both must outlive the loop. It is at rest until Start.
-  FrameLoop(QWidget* mainWindow, QWidget* view);
+  // The window must outlive the loop. It is at rest until Start.
+  FrameLoop(QWidget* mainWindow, std::function<void()> showFrame);
 
   void Start();
   // Rests until as many calls with false have come as with true.

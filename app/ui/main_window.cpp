@@ -84,7 +84,7 @@ void MainWindow::BuildCentre() {
   view_->setMinimumWidth(kLeastViewWidth);
   miniMap_ = new MiniMapWindow(view_);
   // Whatever opens, changes or saves a level is followed by a frame.
-  connect(view_, &QOpenGLWidget::frameSwapped, this, &MainWindow::ShowLevelInTitle);
+  connect(view_, &GlWidget::frameShown, this, &MainWindow::ShowLevelInTitle);
 
   auto* layout = new QVBoxLayout(right);
   layout->setContentsMargins(0, 0, 0, 0);

@@ -11,6 +11,7 @@
 #include "app/mini_map.h"
 #include "app/mini_map_look.h"
 #include "app/session.h"
+#include "app/ui/gl_widget.h"
 
 namespace mw {
 namespace {
@@ -66,8 +67,11 @@ std::vector<std::uint8_t> PackedPixels(const QImage& image) {
 
 }  // namespace
 
-MiniMapWindow::MiniMapWindow(QWidget* view)
-    : QWidget(view), picture_(new MiniMapPictureWidget(this)), cross_(new MiniMapCross(this)) {
+MiniMapWindow::MiniMapWindow(GlWidget* view)
+    : QWidget(view),
+      view_(view),
+      picture_(new MiniMapPictureWidget(this)),
+      cross_(new MiniMapCross(this)) {
   setObjectName("miniMap");
   setWindowTitle("Mini-Map");
   setProperty("controlId", 159);
@@ -89,7 +93,7 @@ void MiniMapWindow::ShowAsWanted() {
   picture_->setFixedSize(side, side);
   setFixedSize(side + 2 * kBorder, side + kTitleHeight + 2 * kBorder);
   cross_->move(TitleBar().right() + 1 - cross_->width(), TitleBar().top());
-  if (parentWidget()->isVisible()) {
+  if (view_->isVisible()) {
     MoveInView({look.left, look.top});
   } else {  // which has its size only when it is shown
     move(look.left, look.top);
@@ -106,13 +110,13 @@ void MiniMapWindow::ShowPlace() {
   const QPoint place = (QPointF(pos()) * devicePixelRatioF()).toPoint();
   session.miniMapWindow.left = place.x();
   session.miniMapWindow.top = place.y();
-  parentWidget()->update();
+  view_->RequestFrame();
 }
 
 void MiniMapWindow::ShowLook() {
   if (!session.miniMapLook.shown) {
     session.miniMapWindow = {};
-    parentWidget()->update();
+    view_->RequestFrame();
     return;
   }
   const qreal ratio = devicePixelRatioF();
@@ -181,7 +185,7 @@ bool MiniMapWindow::eventFilter(QObject*, QEvent* event) {
 }
 
 void MiniMapWindow::MoveInView(const QPoint& topLeft) {
-  const QSize room = parentWidget()->size() - size();
+  const QSize room = view_->size() - size();
   move(std::clamp(topLeft.x(), 0, std::max(room.width(), 0)),
        std::clamp(topLeft.y(), 0, std::max(room.height(), 0)));
   ShowPlace();

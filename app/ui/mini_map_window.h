@@ -8,9 +8,11 @@
 
 namespace mw {
 
+class GlWidget;
+
 class MiniMapWindow : public QWidget {
  public:
-  explicit MiniMapWindow(QWidget* view);
+  explicit MiniMapWindow(GlWidget* view);
   ~MiniMapWindow() override;
 
   // Size, place and whether it is there at all, from session.miniMapLook.
@@ -31,6 +33,7 @@ class MiniMapWindow : public QWidget {
   void ShowPlace();
   void ShowLook();
 
+  GlWidget* const view_;
   QWidget* picture_;
   QWidget* cross_;
   bool draggedByTitle_ = false;

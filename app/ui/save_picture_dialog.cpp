@@ -6,7 +6,6 @@
 #include <QFileDialog>
 #include <QImage>
 #include <QOpenGLFramebufferObject>
-#include <QOpenGLWidget>
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -18,6 +17,7 @@
 
 #include "app/frame.h"
 #include "app/scene_picture.h"
+#include "app/ui/gl_widget.h"
 #include "core/editor_state.h"
 #include "core/text.h"
 #include "data/mod_config.h"
@@ -98,10 +98,10 @@ QImage DrawTiles(const PictureChoice& choice) {
   return picture;
 }
 
-QImage DrawPicture(const PictureChoice& choice, QOpenGLWidget& view) {
-  view.makeCurrent();
+QImage DrawPicture(const PictureChoice& choice, GlWidget& view) {
+  view.MakeCurrent();
   QImage picture = DrawTiles(choice);
-  view.makeCurrent();  // with its own framebuffer
+  view.MakeCurrent();  // with its own framebuffer
   ResizeView(static_cast<int>(editor.viewWidth), static_cast<int>(editor.viewHeight));
   return picture;
 }
@@ -123,7 +123,7 @@ std::string WritePicture(const QImage& picture, const std::string& path) {
   return written ? std::string() : reason;
 }
 
-std::string MakePicture(const PictureChoice& choice, QOpenGLWidget& view, const std::string& path) {
+std::string MakePicture(const PictureChoice& choice, GlWidget& view, const std::string& path) {
   try {
     return WritePicture(DrawPicture(choice, view), path);
   } catch (const std::bad_alloc&) {
@@ -133,7 +133,7 @@ std::string MakePicture(const PictureChoice& choice, QOpenGLWidget& view, const 
 
 }  // namespace
 
-void SavePictureDialog(QWidget* owner, QOpenGLWidget& view) {
+void SavePictureDialog(QWidget* owner, GlWidget& view) {
   const auto choice = AskWhat(owner);
   if (!choice) return;
   const std::string path = AskWhere(owner).toStdString();

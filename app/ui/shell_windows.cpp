@@ -64,7 +64,7 @@ Shell ShellOf(MainWindow& window) {
       .focusTreePanel = [&] { window.treePanel()->tree()->setFocus(Qt::ShortcutFocusReason); },
       .focusFindField = [&] { window.treePanel()->FocusFindField(); },
       .closeMainWindow = [&] { window.CloseForGood(); },
-      .renderFrameNow = [view] { view->repaint(); },
+      .renderFrameNow = [view] { view->ShowFrame(); },
 
       .selectMod = [owner](bool cancelAllowed) { return SelectModDialog(owner, cancelAllowed); },
       .newModConfig = [owner](bool cancelAllowed) { return NewModConfig(owner, cancelAllowed); },
@@ -114,7 +114,7 @@ void ConnectShell(MainWindow& window) {
   shell = ShellOf(window);
   ConnectUndo();
   // Part of the next frame, which this costs nothing more while one follows another.
-  hooks.invalidateMiniMap = [view = window.view()] { view->update(); };
+  hooks.invalidateMiniMap = [view = window.view()] { view->RequestFrame(); };
   ConnectObjectWindows(window);
   RecallMiniMap();
 }

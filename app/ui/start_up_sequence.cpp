@@ -116,8 +116,9 @@ int RunEditor(const PlatformConnections& platform, const std::string& level) {
 
   MainWindow window;
   platform.useStatusLabels(window.progressLabel(), window.frameRateLabel(), window.readingLabel());
-  platform.useViewContext(window.view());
-  FrameLoop frames(&window, window.view());
+  ViewWidget* const view = window.view();
+  platform.useViewContext(view, [view] { return view->MakeCurrent(); });
+  FrameLoop frames(&window, [view] { view->ShowFrame(); });
   platform.observeProcessWaits([&frames](bool waiting) { frames.Rest(waiting); });
   ConnectShell(window);
   ConnectHooks();

@@ -5,7 +5,7 @@
 #include <string>
 
 class QLabel;
-class QOpenGLWidget;
+class QWidget;
 
 namespace mw {
 
@@ -13,7 +13,7 @@ namespace mw {
 // waits for.
 struct PlatformConnections {
   std::function<void(QLabel* progress, QLabel* frameRate, QLabel* reading)> useStatusLabels;
-  std::function<void(QOpenGLWidget*)> useViewContext;
+  std::function<void(QWidget* view, std::function<bool()> makeCurrent)> useViewContext;
   std::function<void(std::function<void(bool waiting)>)> observeProcessWaits;
 };
 

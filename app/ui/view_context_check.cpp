@@ -2,6 +2,7 @@
 
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
+#include <QOpenGLFramebufferObject>
 
 #include "app/ui/view_widget.h"
 #include "platform/prompts.h"
@@ -34,8 +35,11 @@ bool CheckViewContext() {
   usable &= Require(!created || got.version() >= qMakePair(1, 5),
                     "Mapwright needs OpenGL 1.5, and this computer's graphics driver has less.");
   usable &= Require(created, "Can't Create A GL Rendering Context.");
-  usable &=
-      Require(created && context.makeCurrent(&surface), "Can't Activate The GL Rendering Context.");
+  const bool active = created && context.makeCurrent(&surface);
+  usable &= Require(active, "Can't Activate The GL Rendering Context.");
+  usable &= Require(!active || QOpenGLFramebufferObject::hasOpenGLFramebufferBlit(),
+                    "Mapwright needs OpenGL 3.0 or the extension GL_EXT_framebuffer_blit, and this "
+                    "computer's graphics driver has neither.");
   context.doneCurrent();
   return usable;
 }

@@ -1,9 +1,8 @@
 #include "app/ui/view_widget.h"
 
+#include <GL/gl.h>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QOpenGLContext>
-#include <QOpenGLFunctions>
 #include <QWheelEvent>
 #include <cmath>
 
@@ -58,14 +57,9 @@ const QCursor& PasteCursor() {
 
 }  // namespace
 
-ViewWidget::ViewWidget(QWidget* parent) : QOpenGLWidget(parent) {
+ViewWidget::ViewWidget(QWidget* parent) : GlWidget(parent) {
   setObjectName("view");
   setAccessibleName("3D View");
-  setFormat(ContextFormat());
-  // An alpha that the level draws must not let the window's background through.
-  setTextureFormat(GL_RGB8);
-  // The depth of the last frame is read for picking.
-  setUpdateBehavior(QOpenGLWidget::PartialUpdate);
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   setContextMenuPolicy(Qt::PreventContextMenu);
@@ -84,16 +78,14 @@ QSurfaceFormat ViewWidget::ContextFormat() {
   return format;
 }
 
-QSize ViewWidget::DeviceSize() const { return size() * devicePixelRatioF(); }
-
 QPoint ViewWidget::DevicePixel(QPointF position) const {
   position *= devicePixelRatioF();
   return {static_cast<int>(std::floor(position.x())), static_cast<int>(std::floor(position.y()))};
 }
 
-void ViewWidget::paintGL() {
+void ViewWidget::DrawFrame() {
   if (!editor.viewReady) {
-    context()->functions()->glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     return;
   }
   if (projectedSize_ != DeviceSize()) {
@@ -154,7 +146,7 @@ bool ViewWidget::event(QEvent* event) {
     event->accept();
     return true;
   }
-  return QOpenGLWidget::event(event);
+  return GlWidget::event(event);
 }
 
 bool ViewWidget::RouteKeyEvent(const QKeyEvent& event, bool down) {
@@ -180,7 +172,7 @@ void ViewWidget::keyReleaseEvent(QKeyEvent* event) {
 
 void ViewWidget::focusOutEvent(QFocusEvent* event) {
   ForgetHeldInput();
-  QOpenGLWidget::focusOutEvent(event);
+  GlWidget::focusOutEvent(event);
 }
 
 // Wherever the mouse comes in: no move would follow an entry that is not accepted.

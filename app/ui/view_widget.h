@@ -2,16 +2,16 @@
 // input routing and keeps the record of what is held down.
 #pragma once
 
-#include <QOpenGLWidget>
 #include <QSurfaceFormat>
 
 #include "app/input.h"
+#include "app/ui/gl_widget.h"
 
 class QKeyEvent;
 
 namespace mw {
 
-class ViewWidget : public QOpenGLWidget {
+class ViewWidget : public GlWidget {
  public:
   explicit ViewWidget(QWidget* parent);
 
@@ -22,7 +22,7 @@ class ViewWidget : public QOpenGLWidget {
   static bool RouteKeyEvent(const QKeyEvent& event, bool down);
 
  protected:
-  void paintGL() override;
+  void DrawFrame() override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
@@ -40,7 +40,6 @@ class ViewWidget : public QOpenGLWidget {
   bool focusNextPrevChild(bool) override { return false; }
 
  private:
-  QSize DeviceSize() const;
   // The pixel of the picture under a position in the widget.
   QPoint DevicePixel(QPointF position) const;
   // Shows the paste cursor while a paste is pending.

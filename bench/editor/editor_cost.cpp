@@ -3,13 +3,13 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
-#include <QOpenGLWidget>
 #include <QThread>
 #include <algorithm>
 #include <ctime>
 #include <fstream>
 #include <string>
 
+#include "app/ui/gl_widget.h"
 #include "bench/table/table.h"
 #include "tests/monkey/inputs.h"
 #include "tools/help_tour/gui.h"
@@ -98,8 +98,8 @@ Cost MedianOf(const std::vector<Cost>& costs) {
 
 FrameMeter::FrameMeter() {
   connection_ = help::OnGui([this] {
-    auto* const view = qobject_cast<QOpenGLWidget*>(help::FindView());
-    return QObject::connect(view, &QOpenGLWidget::frameSwapped, view, [this] { ++frames_; });
+    auto* const view = qobject_cast<GlWidget*>(help::FindView());
+    return QObject::connect(view, &GlWidget::frameShown, view, [this] { ++frames_; });
   });
 }
 

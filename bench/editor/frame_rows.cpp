@@ -1,13 +1,13 @@
 // What the running editor draws and does from frame to frame.
 #include <QMainWindow>
 #include <QOpenGLFramebufferObject>
-#include <QOpenGLWidget>
 #include <QTreeWidget>
 #include <utility>
 #include <vector>
 
 #include "app/commands.h"
 #include "app/frame.h"
+#include "app/ui/gl_widget.h"
 #include "bench/editor/level_rows.h"
 #include "bench/table/table.h"
 #include "core/editor_state.h"
@@ -29,12 +29,11 @@ using help::Target;
 constexpr int kRounds = 5, kDragged = 50;
 
 // The mean of some frames, each finished before the next one begins.
-Cost FrameOffScreen(QOpenGLWidget& view) {
+Cost FrameOffScreen(GlWidget& view) {
   constexpr int kFrames = 10;
-  view.makeCurrent();
-  QOpenGLFramebufferObject target(view.size() * view.devicePixelRatioF(),
-                                  QOpenGLFramebufferObject::CombinedDepthStencil, GL_TEXTURE_2D,
-                                  GL_RGB8);
+  view.MakeCurrent();
+  QOpenGLFramebufferObject target(view.DeviceSize(), QOpenGLFramebufferObject::CombinedDepthStencil,
+                                  GL_TEXTURE_2D, GL_RGB8);
   target.bind();
   const auto draw = [] {
     RenderFrame(MillisecondsNow());
@@ -44,7 +43,7 @@ Cost FrameOffScreen(QOpenGLWidget& view) {
   const Cost cost = CostOf([&] {
     for (int k = 0; k < kFrames; ++k) draw();
   });
-  view.makeCurrent();
+  view.MakeCurrent();
   return {cost.wall / kFrames, cost.processor / kFrames};
 }
 
@@ -91,7 +90,7 @@ void LevelRows::AddOffScreen(const char* mode) const {
   std::vector<Cost> shown, off;
   for (int round = 0; round < kRounds; ++round) {
     shown.push_back(meter_.MeanFrame());
-    off.push_back(OnGui([&] { return FrameOffScreen(*static_cast<QOpenGLWidget*>(view_)); }));
+    off.push_back(OnGui([&] { return FrameOffScreen(*static_cast<GlWidget*>(view_)); }));
   }
   Add(FormatText("the same, %s, off the screen", mode), MedianOf(off), kLocal);
   AddRatio(FormatText("frame, %s", mode), "off the screen", MedianOf(shown).wall,

@@ -2,12 +2,12 @@
 // desktop. Start-up tells the windows; the rest is made when it is first needed.
 #pragma once
 
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QLockFile>
-#include <QOpenGLWidget>
 #include <QPointer>
+#include <QWidget>
 #include <array>
+#include <functional>
 #include <memory>
 
 #include "platform/qt/process_wait.h"
@@ -16,9 +16,9 @@
 namespace mw {
 
 struct Desktop {
-  QPointer<QOpenGLWidget> view;
+  QPointer<QWidget> view;
+  std::function<bool()> makeViewContextCurrent;  // asked while there is a view
   std::array<QPointer<QLabel>, 4> statusLabels;  // by part; part 0 has no width and no label
-  QElapsedTimer progressShown;  // since part 1 was last painted at once; invalid before the first
   std::unique_ptr<WaitCursor> waitCursor;
   ProcessWaitObserver processWaitObserver = [](bool) {};
   int heldInputLocks = 0;

@@ -4,6 +4,7 @@
 #include <QOpenGLContext>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "platform/qt/desktop.h"
 #include "platform/qt/view_context.h"
@@ -17,10 +18,10 @@ constexpr std::array kSwapIntervalFunctions{"wglSwapIntervalEXT", "glXSwapInterv
                                             "glXSwapIntervalMESA", "glXSwapIntervalSGI",
                                             "eglSwapInterval"};
 
-QOpenGLContext* ViewContext() { return desktop.view ? desktop.view->context() : nullptr; }
-
-bool IsViewContextCurrent() {
-  return ViewContext() && QOpenGLContext::currentContext() == ViewContext();
+// Current, or null. There is no other context that could be current, and what is drawn into stays.
+QOpenGLContext* ViewContext() {
+  if (!QOpenGLContext::currentContext()) MakeViewContextCurrent();
+  return QOpenGLContext::currentContext();
 }
 
 bool CanSetSwapInterval() {
@@ -29,32 +30,23 @@ bool CanSetSwapInterval() {
 
 }  // namespace
 
-void UseViewContext(QOpenGLWidget* view) { desktop.view = view; }
-
-ViewContextKeeper::ViewContextKeeper() : wasCurrent_(IsViewContextCurrent()) {}
-
-ViewContextKeeper::~ViewContextKeeper() {
-  if (wasCurrent_) MakeViewContextCurrent();
+void UseViewContext(QWidget* view, std::function<bool()> makeCurrent) {
+  desktop.view = view;
+  desktop.makeViewContextCurrent = std::move(makeCurrent);
 }
 
-bool IsViewPainting() {
-  return desktop.view && desktop.view->testAttribute(Qt::WA_WState_InPaintEvent);
-}
-
-bool MakeViewContextCurrent() {
-  if (!ViewContext()) return false;
-  desktop.view->makeCurrent();
-  return IsViewContextCurrent();
-}
+bool MakeViewContextCurrent() { return desktop.view && desktop.makeViewContextCurrent(); }
 
 bool HasGlExtension(std::string_view name) {
-  if (!ViewContext()) return false;
+  QOpenGLContext* const context = ViewContext();
+  if (!context) return false;
   if (name == kSwapControl) return CanSetSwapInterval();
-  return ViewContext()->hasExtension(QByteArray(name.data(), static_cast<qsizetype>(name.size())));
+  return context->hasExtension(QByteArray(name.data(), static_cast<qsizetype>(name.size())));
 }
 
 void* GlFunction(const char* name) {
-  return ViewContext() ? reinterpret_cast<void*>(ViewContext()->getProcAddress(name)) : nullptr;
+  QOpenGLContext* const context = ViewContext();
+  return context ? reinterpret_cast<void*>(context->getProcAddress(name)) : nullptr;
 }
 
 }  // namespace mw

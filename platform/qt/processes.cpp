@@ -15,7 +15,6 @@
 #include "platform/qt/input_lock.h"
 #include "platform/qt/process_wait.h"
 #include "platform/qt/process_window.h"
-#include "platform/qt/view_context.h"
 
 namespace mw {
 namespace {
@@ -81,14 +80,12 @@ void ObserveProcessWaits(ProcessWaitObserver observer) {
 }
 
 bool RunProcessAndWait(std::string_view commandLine, std::string_view folder) {
-  const ViewContextKeeper keeper;
   ProcessPointer process = Start(commandLine, folder);
   return process && WaitForEnd(std::move(process));
 }
 
 ProcessEnd RunCancellableProcess(std::string_view commandLine, std::string_view folder,
                                  std::string_view title, std::string_view activity) {
-  const ViewContextKeeper keeper;
   ProcessPointer process = Start(commandLine, folder);
   if (!process || process->error() == QProcess::FailedToStart) return ProcessEnd::NotStarted;
   GroupEnd end(process->processId());

@@ -12,7 +12,6 @@
 #include "platform/qt/box_owner.h"
 #include "platform/qt/desktop.h"
 #include "platform/qt/status_labels.h"
-#include "platform/qt/view_context.h"
 
 namespace mw {
 namespace {
@@ -124,7 +123,6 @@ QWidget* BoxOwner() {
 
 PromptAnswer ShowPrompt(std::string_view text, std::string_view caption, PromptButtons buttons,
                         PromptIcon icon) {
-  const ViewContextKeeper keeper;
   QWidget* const owner = BoxOwner();
   if (buttons == PromptButtons::YesNo) {
     DecisionBox box(owner);
@@ -146,15 +144,7 @@ void SetStatusText(int part, std::string_view text) {
   const QString shown = StatusBarText(text);
   if (label->text() == shown) return;
   label->setText(shown);
-  // While the view paints, the label follows with the next turn of the event loop.
-  if (part != kProgressPart || IsViewPainting() || !label->isVisible()) return;
-  // A painted label costs a picture of the whole window, and texts that follow each other faster
-  // cannot be read.
-  constexpr int kReadable = 100;  // milliseconds
-  if (desktop.progressShown.isValid() && !desktop.progressShown.hasExpired(kReadable)) return;
-  const ViewContextKeeper keeper;
-  label->repaint();
-  desktop.progressShown.start();
+  if (part == kProgressPart && label->isVisible()) label->repaint();
 }
 
 void ClearStatusText(int part, std::string_view text) {

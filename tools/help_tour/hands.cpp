@@ -1,10 +1,10 @@
 #include "tools/help_tour/hands.h"
 
 #include <QElapsedTimer>
-#include <QOpenGLWidget>
 #include <QTest>
 #include <atomic>
 
+#include "app/ui/gl_widget.h"
 #include "tools/help_tour/gui.h"
 
 namespace mw::help {
@@ -141,8 +141,8 @@ int CountPresses() { return presses; }
 void WaitForFrames(int count) {
   std::atomic<int> drawn = 0;
   const auto connection = OnGui([&] {
-    auto* view = qobject_cast<QOpenGLWidget*>(FindView());
-    return view ? QObject::connect(view, &QOpenGLWidget::frameSwapped, view, [&] { ++drawn; })
+    auto* view = qobject_cast<GlWidget*>(FindView());
+    return view ? QObject::connect(view, &GlWidget::frameShown, view, [&] { ++drawn; })
                 : QMetaObject::Connection();
   });
   QElapsedTimer time;
