@@ -78,9 +78,7 @@ void SwitchReliefShading() {
 void GenerateMaterialMapOnCommand() { GenerateMaterialMap(LoadedMaterialPlugin()); }
 
 void GenerateSurfaceMapsOnCommand() {
-  if (!GenerateSurfaceMaps(LoadedSurfacePlugin())) return;
-  DeleteLevelTextures();
-  LoadLevelTextures(LevelTextureLoad::Reloading);
+  if (GenerateSurfaceMaps(LoadedSurfacePlugin())) LoadLevelTextures(LevelTextureLoad::Reloading);
 }
 
 void GenerateTerrainShadowsOnCommand() {

@@ -80,11 +80,6 @@ std::string CountOfTiles() {
   return FormatText("%i %s", count, count == 1 ? "tile" : "tiles");
 }
 
-void ReloadLevelTextures() {
-  DeleteLevelTextures();
-  LoadLevelTextures(LevelTextureLoad::Reloading);
-}
-
 // Takes the lighting scripts back that were written for the game; nothing else of the level has
 // been touched then.
 void ShowCancelled(const char* text, const LightingScripts& scriptsBefore) {
@@ -192,7 +187,7 @@ void MergeTracedTiles() {
     }
     ShowCompleted("Completed Merging Terrain Lightmaps.", addition);
   }
-  ReloadLevelTextures();
+  LoadLevelTextures(LevelTextureLoad::Reloading);
 }
 
 }  // namespace
@@ -222,7 +217,7 @@ void GenerateTerrainShadows() {
     MergeTracedTiles();
   }
   WriteOrReport(TakeShadowBits);
-  ReloadLevelTextures();
+  LoadLevelTextures(LevelTextureLoad::Reloading);
 }
 
 void MergeTerrainLightmaps() {
@@ -260,7 +255,7 @@ void GenerateObjectLightmaps() {
   if (WriteOrReport(TakeNewObjectLightMaps)) {
     ShowCompleted("Completed Generating Object Light Maps.", WhatWentWrong(end));
   }
-  ReloadLevelTextures();
+  LoadLevelTextures(LevelTextureLoad::Reloading);
 }
 
 }  // namespace mw

@@ -83,7 +83,8 @@ std::optional<ArchiveHeader> ReadHeader(File& file, std::uint64_t fileSize, std:
   return header;
 }
 
-bool ReadEntry(DirectoryReader& reader, std::uint64_t fileSize, ArchiveEntries& entries) {
+bool ReadEntry(DirectoryReader& reader, std::uint64_t fileSize, std::uint32_t revision,
+               ArchiveEntries& entries) {
   const auto nameLength = reader.TakeU32();
   if (!nameLength || *nameLength > kMaxMemberName) return false;
   const auto bytes = reader.Take(*nameLength + kEntryTail);
@@ -97,6 +98,7 @@ bool ReadEntry(DirectoryReader& reader, std::uint64_t fileSize, ArchiveEntries& 
   for (std::size_t i = 0; i < entry.reserved.size(); ++i) {
     entry.reserved[i] = LoadU32(tail, 12 + 4 * i);
   }
+  entry.revision = revision;
   if (std::uint64_t{entry.dataOffset} + entry.storedSize > fileSize) return false;
   if (entry.dataOffset < kArchiveHeaderSize && entry.storedSize > 0) return false;
   // A later entry of the same name replaces the record; the first spelling stays.
@@ -112,10 +114,11 @@ std::optional<ArchiveEntries> ReadDirectory(File& file, std::uint32_t offset,
   const auto count = reader.TakeU32();
   if (!count || std::uint64_t{*count} * kSmallestEntry > reader.Remaining()) return std::nullopt;
   constexpr std::uint32_t kMostReserved = 1 << 16;
+  const std::uint32_t revision = NextRevision();  // another program may have written the file
   ArchiveEntries entries;
   entries.Reserve(std::min(*count, kMostReserved));
   for (std::uint32_t i = 0; i < *count; ++i) {
-    if (!ReadEntry(reader, fileSize, entries)) return std::nullopt;
+    if (!ReadEntry(reader, fileSize, revision, entries)) return std::nullopt;
   }
   error.clear();
   return entries;

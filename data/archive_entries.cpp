@@ -42,6 +42,11 @@ std::uint64_t HashSeed() {
 
 }  // namespace
 
+std::uint32_t NextRevision() {
+  static std::uint32_t last = 0;
+  return ++last;
+}
+
 // A name in the form in which names are compared, and its hash.
 struct ArchiveEntries::FoldedName {
   explicit FoldedName(std::string_view name) : size(std::min(name.size(), kMaxMemberName)) {

@@ -20,7 +20,13 @@ struct ArchiveEntry {
   std::uint32_t size = 0;        // bytes after decompression
   std::uint32_t dataOffset = 0;  // from the start of the file
   std::array<std::uint32_t, 3> reserved{};
+  // Of the member's bytes: whenever these may have become others, it is another one. Not in the
+  // file.
+  std::uint32_t revision = 0;
 };
+
+// Of all revisions in this run of the program the next one; never 0.
+std::uint32_t NextRevision();
 
 // `\` counts as `/`, and ASCII letters as lower case. The first spelling of a name stays, with `/`.
 // Names are at most kMaxMemberName long; longer ones are never found and must not be added. Views

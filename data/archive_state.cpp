@@ -304,6 +304,7 @@ bool Archive::State::PlaceMember(std::string_view name, Bytes stored, std::uint3
   entry.dataOffset = static_cast<std::uint32_t>(offset);
   entry.storedSize = static_cast<std::uint32_t>(stored.size());
   entry.size = size;
+  entry.revision = NextRevision();
   staged.Write(offset, std::move(stored));
   contents.entries.Set(name, entry);
   MarkChanged();

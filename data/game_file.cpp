@@ -255,6 +255,12 @@ bool SaveGameFileBytes(std::string_view gamePath, ByteView bytes) {
   return SaveBytes(gamePath, {bytes.begin(), bytes.end()});
 }
 
+std::uint32_t GameFileRevision(std::string_view path) {
+  const std::optional<std::string> name = NormalGamePath(path);
+  const Archive* const archive = name ? archives.FindHolding(*name, false) : nullptr;
+  return archive ? archive->Find(*name)->revision : 0;
+}
+
 bool IsInWritableArchive(std::string_view path) {
   const std::optional<std::string> name = NormalGamePath(path);
   return name && archives.FindHolding(*name, true);

@@ -85,6 +85,9 @@ std::uint32_t GameFileTell(const GameFile& file);
 [[nodiscard]] bool ImportDiskFile(std::string_view diskPath, std::string_view gamePath);
 // False when it cannot be written.
 [[nodiscard]] bool SaveGameFileBytes(std::string_view gamePath, ByteView bytes);
+// A number that is another one whenever what reading the file gives may have become another, in
+// this run of the program; 0 when no archive holds it.
+std::uint32_t GameFileRevision(std::string_view path);
 // Whether an archive open for writing holds the file: writing it replaces it there.
 bool IsInWritableArchive(std::string_view path);
 // Whether the newest of them holds files under the path, which ends with a separator.

@@ -70,11 +70,19 @@ void EndTextureAtItsEdges() {
   glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
 }
 
+// Keeps the revision of the file that is read next.
+bool IsToBeRead(const std::string& path, LevelTextureLoad occasion, std::uint32_t& revision) {
+  const std::uint32_t before = std::exchange(revision, GameFileRevision(path));
+  return occasion == LevelTextureLoad::Opening || revision != before;
+}
+
 void LoadTile(int tileRow, int tileColumn, LevelTextureLoad occasion) {
   const auto row = static_cast<std::size_t>(tileRow), column = static_cast<std::size_t>(tileColumn);
   SurfaceTile& tile = levelTextures.tiles[row][column];
+  const std::string path = TilePath("textures", tileRow, tileColumn);
+  if (!IsToBeRead(path, occasion, tile.revision)) return;
   DeleteTexture(tile.texture);
-  const auto image = LoadPicture(TilePath("textures", tileRow, tileColumn));
+  const auto image = LoadPicture(path);
   tile.hasTexture = image && MakeTexture(*image, tile.texture);
   if (tile.hasTexture) EndTextureAtItsEdges();
   if (occasion == LevelTextureLoad::Opening) {
@@ -82,9 +90,10 @@ void LoadTile(int tileRow, int tileColumn, LevelTextureLoad occasion) {
   }
 }
 
-void LoadDetail() {
-  DeleteTexture(levelTextures.detailTexture);
+void LoadDetail(LevelTextureLoad occasion) {
   const std::string path = FormatText("%s\\textures\\detail.dds", openLevel.folder.c_str());
+  if (!IsToBeRead(path, occasion, levelTextures.detailRevision)) return;
+  DeleteTexture(levelTextures.detailTexture);
   const auto image = LoadPicture(path);
   if (!image) NoteAtLoad("The level has no detail texture (textures/detail.dds).");
   levelTextures.hasDetail = image && MakeTexture(*image, levelTextures.detailTexture);
@@ -160,19 +169,20 @@ void LoadLevelTextures(LevelTextureLoad occasion) {
   for (int row = 0; row < kMaxTiles; ++row) {
     for (int column = 0; column < kMaxTiles; ++column) LoadTile(row, column, occasion);
   }
-  LoadHeightBuffer();
-  LoadDetail();
+  if (occasion == LevelTextureLoad::Opening) LoadHeightBuffer();
+  LoadDetail(occasion);
 }
 
 void DeleteLevelTextures() {
   for (auto& row : levelTextures.tiles) {
     for (SurfaceTile& tile : row) {
       DeleteTexture(tile.texture);
-      tile.hasTexture = false;
+      tile = {};
     }
   }
   DeleteTexture(levelTextures.detailTexture);
   levelTextures.hasDetail = false;
+  levelTextures.detailRevision = 0;
 }
 
 bool WriteTextureSetToLevel() {

@@ -12,6 +12,7 @@ inline constexpr int kMaxTiles = 8;  // per side
 struct SurfaceTile {
   unsigned texture = 0;  // GL name
   bool hasTexture = false;
+  std::uint32_t revision = 0;  // of the file that it was read from (GameFileRevision)
 };
 
 // For the game's shadow tracer: the tiles that it is to trace, and how fine.
@@ -26,6 +27,7 @@ struct LevelTextures {
   std::array<std::array<bool, kMaxTiles>, kMaxTiles> SurfaceAssigned{};
   unsigned detailTexture = 0;
   bool hasDetail = false;
+  std::uint32_t detailRevision = 0;
   // The user chose the texture set for this level since it was opened or created; else the level
   // keeps the detail and environment textures that it has.
   bool textureSetChosen = false;
@@ -33,9 +35,10 @@ struct LevelTextures {
 extern LevelTextures levelTextures;
 
 // Loads the tiles, the height buffer and the detail texture of the level folder, in this order. On
-// opening a level SurfaceAssigned becomes exactly what the files say; on reloading it stays what
-// the user made of it. Without a context the flags are set and no texture is made. A texture that
-// is damaged is noted in the load report.
+// opening a level SurfaceAssigned becomes exactly what the files say. Reloading reads only textures
+// whose files may have changed since they were read; SurfaceAssigned stays what the user made of
+// it, and the heights stay what they are. Without a context the flags are set and no texture is
+// made. A texture that is damaged is noted in the load report.
 enum class LevelTextureLoad { Opening, Reloading };
 void LoadLevelTextures(LevelTextureLoad occasion);
 // SurfaceAssigned stays as it is.

@@ -105,15 +105,58 @@ TEST_F(LevelTexturesTest, ReloadingLeavesTheAssignmentsToTheUser) {
   Put("heightmap.raw", "");
   Put("textures/Tx03x04.dds", Tile());
   levelTextures.SurfaceAssigned[5][5] = true;
-  BeginLoadReport();
   LoadLevelTextures(LevelTextureLoad::Reloading);
-  ASSERT_FALSE(openLevel.loadReport.lines.empty());
-  EXPECT_EQ(openLevel.loadReport.lines.back(),
-            "The level has no detail texture (textures/detail.dds).");
-  ClearLoadReport();
   EXPECT_FALSE(levelTextures.SurfaceAssigned[3][4]) << "un-assigned, its file is still there";
   EXPECT_TRUE(levelTextures.SurfaceAssigned[5][5]) << "still to be generated";
   EXPECT_TRUE(levelTextures.textureSetChosen);
+}
+
+// What stays as it was keeps a mark that nothing but reading it anew takes away.
+TEST_F(LevelTexturesTest, ReloadingReadsWhatMayHaveChanged) {
+  if (!OpenTestGl(16, 16)) GTEST_SKIP() << TestGlError();
+  for (const char* file : {"Tx00x00", "Tx00x01", "Tx00x02", "Tx00x03", "detail"}) {
+    Put("textures/" + std::string(file) + ".dds", Tile());
+  }
+  LoadLevelTextures(LevelTextureLoad::Opening);
+  const auto& tiles = levelTextures.tiles[0];
+  const auto mark = [] { glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST); };
+  const auto isMarked = [](unsigned texture) {
+    GLint filter = 0;
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, &filter);
+    return filter == GL_NEAREST;
+  };
+  const auto reload = [&] {
+    for (const auto& tile : tiles) glBindTexture(GL_TEXTURE_2D, tile.texture), mark();
+    glBindTexture(GL_TEXTURE_2D, levelTextures.detailTexture);
+    mark();
+    LoadLevelTextures(LevelTextureLoad::Reloading);
+  };
+  const std::string other = Text(DdsFile{4, 4, 8, 1, "DXT1", UniformBlocks(1, 0x001F)}.Bytes());
+  Put("textures/Tx00x00.dds", Tile());  // the same
+  Put("textures/Tx00x01.dds", other);
+  EXPECT_TRUE(RemoveGameFile(LevelPath("textures/Tx00x02.dds")));
+  Put("textures/Tx00x04.dds", other);
+  reload();
+  EXPECT_TRUE(isMarked(tiles[0].texture) && isMarked(tiles[3].texture));
+  EXPECT_TRUE(tiles[1].hasTexture && !isMarked(tiles[1].texture));
+  EXPECT_FALSE(tiles[2].hasTexture);
+  EXPECT_TRUE(tiles[4].hasTexture);
+  EXPECT_TRUE(isMarked(levelTextures.detailTexture));
+
+  Put("textures/detail.dds", other);
+  reload();
+  EXPECT_FALSE(isMarked(levelTextures.detailTexture));
+  EXPECT_TRUE(isMarked(tiles[1].texture));
+
+  // A change that is taken back has been read meanwhile.
+  ASSERT_TRUE(level->BeginSave());
+  Put("textures/Tx00x03.dds", other);
+  reload();
+  EXPECT_FALSE(isMarked(tiles[3].texture));
+  level->RollbackSave();
+  reload();
+  EXPECT_FALSE(isMarked(tiles[3].texture)) << "what the archive holds is shown again";
 }
 
 TEST_F(LevelTexturesTest, TheTextureSetGoesIntoTheLevelUprightAndInTheGamesSizes) {
