@@ -5,6 +5,8 @@
 #include <QOpenGLFramebufferObject>
 #include <QWindow>
 
+#include "platform/native_window.h"
+
 namespace mw {
 
 GlWidget::GlWidget(QWidget* parent) : QWidget(parent) {
@@ -27,6 +29,8 @@ void GlWidget::PlaceWindow() {
     window_->setSurfaceType(QSurface::OpenGLSurface);
     window_->setFlags(Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus);
     window_->installEventFilter(this);
+    window_->create();
+    LetOpenGlDrawInto(window_->winId());
   }
   const QRect place(mapTo(window(), QPoint()), size());
   if (window_->geometry() != place) window_->setGeometry(place);

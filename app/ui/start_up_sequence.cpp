@@ -1,7 +1,7 @@
 #include "app/ui/start_up_sequence.h"
 
 #include <QApplication>
-#include <QDeadlineTimer>
+#include <QTimer>
 #include <QWindow>
 #include <cstdio>
 
@@ -32,17 +32,18 @@ namespace mw {
 namespace {
 
 constexpr int kExitCodeWithoutGl = 1, kExitCodeNotOpened = 1;
-constexpr int kEventTurn = 20;  // milliseconds
 
 // Dialogs are centred over the window, so it must have its final place before the first of them
 // opens.
 void WaitUntilMaximized(const MainWindow& window) {
   constexpr int kPatience = 1000;  // milliseconds; some desktops do not maximise
-  const QDeadlineTimer patience(kPatience);
+  QTimer patience;
+  patience.setSingleShot(true);
+  patience.start(kPatience);
   const QSize firstSize = window.size();
-  while (!patience.hasExpired() &&
+  while (patience.isActive() &&
          (!window.windowHandle()->isExposed() || window.size() == firstSize)) {
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents, kEventTurn);
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
   }
 }
 

@@ -148,13 +148,15 @@ FrameMeter::Pair FrameMeter::Frames(const std::function<void()>& begin,
   return {MedianOf(first), MedianOf(second)};
 }
 
-// The press is handled between two frames, and the next one shows it.
+// The press is handled between two frames, and the next one shows it; it may be drawn before the
+// press has returned.
 double FrameMeter::PressToPicture(const help::Target& at) const {
   help::WaitForFrames();
   const Start start;
   const int before = help::OnGui([&] {
+    const int framesBefore = frames_;
     monkey::PressMouse(at);
-    return frames_.load();
+    return framesBefore;
   });
   while (frames_ == before) QThread::usleep(100);
   const double seconds = start.Since().wall;

@@ -13,7 +13,8 @@ namespace mw::bench {
 
 class GrowthTable {
  public:
-  // `limit`: the most that the processor's time may grow by from one size to the next; 0 for none.
+  // `limit`: the most that the processor's time may grow by from one size to the next,
+  // with four times the samples; 0 for none.
   void Add(const std::string& row, int side, const Cost& cost, double limit = 0);
   void AddMemory(const std::string& row, int side, double megabytes);
   void Print() const;

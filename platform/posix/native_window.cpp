@@ -1,0 +1,7 @@
+#include "platform/native_window.h"
+
+namespace mw {
+
+void LetOpenGlDrawInto(std::uintptr_t) {}
+
+}  // namespace mw
