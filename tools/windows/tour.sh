@@ -47,7 +47,7 @@ make_folder() {
 adopt() {
   local game=$scratch/$2/game/
   [ "$1" = Linux ] || game=Z:$game
-  sed -i "s#^GamePath=.*#GamePath=${game//\//\\\\}\r#" "$scratch/$2/varnhold.cfg"
+  sed -i "s#^GamePath=.*#GamePath=${game//\//\\\\}#" "$scratch/$2/varnhold.cfg"
 }
 
 # start SYSTEM FOLDER [LEVEL]: from a folder that is not the one it works in.
