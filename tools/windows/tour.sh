@@ -116,7 +116,9 @@ killed_and_taken_up() {
   make_folder "$2" "taken-up-on-$2"
   cp -r "$scratch/$folder"/{game,mapwright.recovery} "$scratch/taken-up-on-$2"
   start "$2" "taken-up-on-$2"
-  go_to "Recover?" "About Mapwright" space
+  go_to "Select a Mod" "About Mapwright" space
+  answer "Select a Mod" Return
+  wait_for 60 active_is "Recover?"
   picture recovery
   answer "Recover?" Return
   wait_for 120 active_title_is_of_level
