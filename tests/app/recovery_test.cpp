@@ -65,8 +65,8 @@ TEST_F(RecoveryTest, TheFileHasTheSameBytesOnEverySystem) {
   for (const auto& [name, entry] : archive.Entries()) {
     const std::string member(name);
     Bytes bytes = archive.ReadMember(name).value_or(Bytes{});
-    told += FormatText("%s, %u bytes", member.c_str(), static_cast<unsigned>(bytes.size()));
     if (member.ends_with(".con")) bytes = WithoutComments(bytes);
+    told += FormatText("%s, %u bytes", member.c_str(), static_cast<unsigned>(bytes.size()));
     if (member != "recovery.txt") {  // that has the time, and a checksum over it
       told += FormatText(", checksum %08x",
                          lzo_crc32(0, bytes.data(), static_cast<lzo_uint>(bytes.size())));

@@ -20,10 +20,13 @@ void TellInput(int) {
   }
 }
 
+// Whole, also of its drive: inputs may lead to another folder.
+const std::filesystem::path kCorpora = std::filesystem::absolute(MAPWRIGHT_CORPUS);
+
 class CorpusTest : public ::testing::TestWithParam<FuzzTarget> {};
 
 TEST_P(CorpusTest, HoldsForEveryInput) {
-  const std::filesystem::path corpus = std::filesystem::path(MAPWRIGHT_CORPUS) / GetParam().name;
+  const std::filesystem::path corpus = kCorpora / GetParam().name;
   std::signal(SIGABRT, TellInput);
   std::error_code none;
   for (const auto& input : std::filesystem::directory_iterator(corpus, none)) {

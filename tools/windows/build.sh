@@ -12,9 +12,9 @@ mkdir -p "$windows"
 build_lzo
 build_qt
 
-# Pictures are the same on every machine and are painted by this one's own program.
+# Pictures and the template of mods are the same on every machine and are made by this one's own programs.
 echo "Painting the pictures ..."
-build release make_media media help_pages
+build release make_media media help_pages sample
 painted=$windows/painted
 for what in pictures windows; do
   into=$painted
@@ -38,7 +38,7 @@ rm -rf "$folder" "$folder.zip"
 mkdir -p "$folder/platforms" "$folder/styles" "$folder/include"
 bin=$windows/program/bin
 cp "$bin"/{mapwright,mapwright-archive,make_sample,varnhold}.exe "$bin"/mw_{amm,smg}.mwp "$folder"
-cp "$libraries"/bin/Qt6{Core,Gui,Widgets,OpenGL,OpenGLWidgets}.dll "$folder"
+cp "$libraries"/bin/Qt6{Core,Gui,Widgets,OpenGL}.dll "$folder"
 cp "$libraries/plugins/platforms/qwindows.dll" "$folder/platforms"
 cp "$libraries/plugins/styles/"*.dll "$folder/styles"
 for library in libstdc++-6 libgcc_s_seh-1 libwinpthread-1; do
@@ -46,6 +46,7 @@ for library in libstdc++-6 libgcc_s_seh-1 libwinpthread-1; do
 done
 x86_64-w64-mingw32-strip "$folder"/*.{exe,dll,mwp} "$folder"/*/*.dll
 cp -r build/release/work/{media,TextureSets,scripts,mpwr.cfg,guide.htm,tutorial.htm,help.css,pictures} "$folder"
+sed -i 's/^GamePath=.*/GamePath=/' "$folder/mpwr.cfg"  # here it leads to this machine's sample game
 cp plugins/mapwright_plugin.h "$folder/include"
 cp packaging/copyright "$folder/LICENSES.txt"
 cp LICENSE CHANGELOG.md "$folder"

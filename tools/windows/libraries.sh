@@ -79,7 +79,7 @@ build_qt() {
   [ ! -e "$libraries/plugins/platforms/qwindows.dll" ] || return 0
   fetch_source qt6-base
   local off=() feature
-  for feature in tabletevent sql network dbus printsupport xml concurrent vulkan testlib direct2d; do
+  for feature in tabletevent sql network dbus printsupport xml concurrent vulkan testlib direct2d directwrite3; do
     off+=("-DFEATURE_$feature=OFF")
   done
   cross_build "$windows/qt6-base" -DQT_HOST_PATH=/usr \

@@ -40,14 +40,8 @@ make_folder() {
     cp -r "$linux/work/"{media,TextureSets,scripts,mpwr.cfg} "$scratch/$2"
   fi
   cp -r "$scratch/sample/." "$scratch/$2"
-  adopt "$@"
-}
-
-# adopt SYSTEM NAME: the game's folder as that system calls it.
-adopt() {
-  local game=$scratch/$2/game/
-  [ "$1" = Linux ] || game=Z:$game
-  sed -i "s#^GamePath=.*#GamePath=${game//\//\\\\}\r#" "$scratch/$2/varnhold.cfg"
+  # The scripts of a level name the game's folder in a comment: it is called the same on both systems.
+  sed -i 's#^GamePath=.*#GamePath=game\\#' "$scratch/$2/varnhold.cfg"
 }
 
 # start SYSTEM FOLDER [LEVEL]: from a folder that is not the one it works in.
@@ -102,7 +96,9 @@ is_newer() { [ "$1" -nt "$2" ]; }
 # Fails if two folders' files differ.
 expect_same() {
   system="one of them"
-  diff -r "$scratch/$1" "$scratch/$2" >"$log" || fail "what they have written differs"
+  diff -r "$scratch/$1" "$scratch/$2" >"$log" && return
+  "$linux/bin/mapwright-archive" diff "$scratch/$1/$level" "$scratch/$2/$level" >>"$log" || true
+  fail "what they have written differs"
 }
 
 # killed_and_taken_up ONE OTHER: unsaved work of the killed program goes on in the other one.
@@ -117,11 +113,12 @@ killed_and_taken_up() {
   wait "$editor_pid" 2>/dev/null || true
   cmp "$scratch/$folder/game/$level" "$scratch/sample/game/$level" || fail "the level was touched"
 
-  mkdir "$scratch/taken-up-on-$2"
   make_folder "$2" "taken-up-on-$2"
   cp -r "$scratch/$folder"/{game,mapwright.recovery} "$scratch/taken-up-on-$2"
   start "$2" "taken-up-on-$2"
-  go_to "Recover?" "About Mapwright" space
+  go_to "Select a Mod" "About Mapwright" space
+  answer "Select a Mod" Return
+  wait_for 60 active_is "Recover?"
   picture recovery
   answer "Recover?" Return
   wait_for 120 active_title_is_of_level
@@ -146,7 +143,7 @@ start_display
 make_prefix "$scratch/wine"
 give_fonts
 
-for system in Linux Windows; do
+for system in Windows Linux; do
   make_folder $system $system
   start $system $system "$level"
   edit

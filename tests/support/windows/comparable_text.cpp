@@ -8,7 +8,8 @@ namespace mw {
 std::string ComparableText(std::string_view text) {
   std::string comparable(text);
   std::ranges::replace(comparable, '\\', '/');
-  return std::regex_replace(comparable, std::regex("\\b[A-Z]:/"), "/");
+  // A drive in front of whole paths, and no permission to execute.
+  return std::regex_replace(comparable, std::regex("\\b[A-Z]:(?=/)|, executable(?=\\n)"), "");
 }
 
 }  // namespace mw
