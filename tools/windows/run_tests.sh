@@ -42,7 +42,7 @@ cat "$results"/*.log | tr -d '\r' | awk '/Skipped$/ {getline; reason = $0} /^\[ 
 passed=$(count '\[  PASSED  \] [0-9]+ test') skipped=$(count '\[  SKIPPED \] [0-9]+ test')
 failures=$(count '\[  FAILED  \] [0-9]+ test')
 skipped=$((skipped + $(grep -cvE '^#|^$' "$list")))
-broken=$(ls "$results"/*.failed 2>/dev/null | wc -l)
+broken=$(find "$results" -name '*.failed' | wc -l)
 [ "$failures" -gt 0 ] || failures=$broken  # a program that ended early has no last line
 echo "$passed passed, $failures failed, $skipped skipped"
 [ "$broken" -eq 0 ]
