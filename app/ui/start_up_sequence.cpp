@@ -119,7 +119,7 @@ int RunEditor(const PlatformConnections& platform, const std::string& level) {
   platform.useStatusLabels(window.progressLabel(), window.frameRateLabel(), window.readingLabel());
   ViewWidget* const view = window.view();
   platform.useViewContext(view, [view] { return view->MakeCurrent(); });
-  FrameLoop frames(&window, [view] { view->ShowFrame(); });
+  FrameLoop frames(&window, [view] { view->RequestFrame(); });
   platform.observeProcessWaits([&frames](bool waiting) { frames.Rest(waiting); });
   ConnectShell(window);
   ConnectHooks();
