@@ -17,7 +17,12 @@ install(CODE "
   file(CREATE_LINK \"../${programs}/mapwright\" \"\${bin}/mapwright\" SYMBOLIC)")
 
 install(DIRECTORY ${work}/media ${work}/TextureSets DESTINATION ${shared})
-install(FILES ${work}/mpwr.cfg ${CMAKE_SOURCE_DIR}/help/guide.htm ${CMAKE_SOURCE_DIR}/help/tutorial.htm
+# The template of new mods, which leads to this machine's sample game.
+install(CODE "
+  file(READ \"${work}/mpwr.cfg\" template)
+  string(REGEX REPLACE \"\nGamePath=[^\n]*\" \"\nGamePath=\" template \"\${template}\")
+  file(WRITE \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${shared}/mpwr.cfg\" \"\${template}\")")
+install(FILES ${CMAKE_SOURCE_DIR}/help/guide.htm ${CMAKE_SOURCE_DIR}/help/tutorial.htm
               ${CMAKE_SOURCE_DIR}/help/help.css
         DESTINATION ${shared})
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/help/pictures ${CMAKE_SOURCE_DIR}/scripts DESTINATION ${shared})
