@@ -10,12 +10,12 @@
 
 namespace mw {
 
-FrameLoop::FrameLoop(QWidget* mainWindow, std::function<void()> showFrame)
+FrameLoop::FrameLoop(QWidget* mainWindow, std::function<void()> requestFrame)
     : mainWindow_(mainWindow) {
   turns_.setInterval(0);
-  connect(&turns_, &QTimer::timeout, this, [showFrame = std::move(showFrame)] {
+  connect(&turns_, &QTimer::timeout, this, [requestFrame = std::move(requestFrame)] {
     UpdateStatusReading(MillisecondsNow());
-    showFrame();
+    requestFrame();
   });
   mainWindow->installEventFilter(this);
 }

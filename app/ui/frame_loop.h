@@ -13,8 +13,9 @@ namespace mw {
 
 class FrameLoop : public QObject {
  public:
-  // The window must outlive the loop. It is at rest until Start.
-  FrameLoop(QWidget* mainWindow, std::function<void()> showFrame);
+  // The window must outlive the loop. It is at rest until Start. `requestFrame` asks for a frame
+  // and draws none itself: what waits for events within an event would wait for the drawing, too.
+  FrameLoop(QWidget* mainWindow, std::function<void()> requestFrame);
 
   void Start();
   // Rests until as many calls with false have come as with true.
