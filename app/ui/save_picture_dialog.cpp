@@ -99,7 +99,7 @@ QImage DrawTiles(const PictureChoice& choice) {
 }
 
 QImage DrawPicture(const PictureChoice& choice, GlWidget& view) {
-  view.MakeCurrent();
+  if (!view.MakeCurrent()) return {};
   QImage picture = DrawTiles(choice);
   view.MakeCurrent();  // with its own framebuffer
   ResizeView(static_cast<int>(editor.viewWidth), static_cast<int>(editor.viewHeight));
