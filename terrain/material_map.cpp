@@ -1,5 +1,6 @@
 #include "terrain/material_map.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -28,13 +29,19 @@ std::string MaterialMapPath() {
   return FormatText("%s\\materialmap.raw", openLevel.folder.c_str());
 }
 
-// Calls visit(cell, offset) with every cell that carries data and its place in the file.
+// Calls visit(cell, offset) with every cell that carries data and its place in the file. Rows of
+// the grid are columns of the file, so some are gone through together: then what lies side by side
+// in either of them is met while it is at hand.
 template <typename Visit>
 void ForEachDataCell(Visit visit) {
+  constexpr int kTogether = 64;
   const int side = modConfig.MaterialSize;
-  for (int i = 1; i <= side; ++i) {
+  for (int first = 1; first <= side; first += kTogether) {
+    const int end = std::min(first + kTogether, side + 1);
     for (int j = 0; j < side; ++j) {
-      visit(materialMapper->grid[i][j], static_cast<std::size_t>(j * side + side - i));
+      for (int i = first; i < end; ++i) {
+        visit(materialMapper->grid[i][j], static_cast<std::size_t>(j * side + side - i));
+      }
     }
   }
 }

@@ -5,12 +5,12 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <unordered_map>
 #include <vector>
 
 #include "core/history.h"
+#include "core/large_memory.h"
 #include "core/vector3.h"
 #include "data/mod_config.h"
 #include "terrain/level_textures.h"
@@ -64,7 +64,7 @@ class VertexGrid {
 
   static VertexGrid Zeroed() {
     VertexGrid made;
-    made.rows_ = std::make_unique<Row[]>(kGridCapacity);
+    made.rows_ = MakeZeroedArray<Row>(kGridCapacity);
     return made;
   }
   explicit operator bool() const { return rows_ != nullptr; }
@@ -72,7 +72,7 @@ class VertexGrid {
   const Row& operator[](std::size_t row) const { return rows_[row]; }
 
  private:
-  std::unique_ptr<Row[]> rows_;
+  LargeArray<Row> rows_;
 };
 
 struct Cell {

@@ -150,8 +150,9 @@ FrameMeter::Pair FrameMeter::Frames(const std::function<void()>& begin,
 
 // The press is handled between two frames, and the next one shows it; it may be drawn before the
 // press has returned.
-double FrameMeter::PressToPicture(const help::Target& at) const {
+double FrameMeter::PressToPicture(const help::Target& at, double secondsAfterFrame) const {
   help::WaitForFrames();
+  QThread::usleep(static_cast<unsigned long>(secondsAfterFrame * 1e6));
   const Start start;
   const int before = help::OnGui([&] {
     const int framesBefore = frames_;

@@ -42,9 +42,9 @@ class FrameMeter {
               const std::function<void()>& end) const;
   // Of one frame, the mean of those that are drawn during the work.
   Cost FrameDuring(const std::function<void()>& work) const;
-  // Seconds from a press of the left button to the frame that shows what it did. The button is
-  // released again.
-  double PressToPicture(const help::Target& at) const;
+  // Seconds from a press of the left button, so long after a frame was shown, to the frame that
+  // shows what it did. The button is released again.
+  double PressToPicture(const help::Target& at, double secondsAfterFrame) const;
 
  private:
   QMetaObject::Connection connection_;

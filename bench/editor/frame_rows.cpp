@@ -110,7 +110,8 @@ void LevelRows::AddStrokes() const {
   AddRatio("frame, brush of size 9 held", "at rest", held.processor, idle.processor, 1.05);
   std::vector<Cost> presses, undos;
   for (int round = 0; round < kRounds; ++round) {
-    const double seconds = meter_.PressToPicture(ground);
+    // Spread over the time of a frame, as a user's are.
+    const double seconds = meter_.PressToPicture(ground, idle.wall * (round + 0.5) / kRounds);
     presses.push_back({seconds, seconds});
     help::WaitForFrames();
     undos.push_back(CostOnGui(UndoLast));
