@@ -158,7 +158,7 @@ void AddReplacing(const ScratchFolder& folder, const fs::path& path) {
       });
   AddTimes("replace a 4 KB member of 200 MB, without waiting for the disk (" +
                Decimal(waits * 1e3, 1) + " ms)",
-           "rewriting the archive", times, 1.0 / 500);
+           "rewriting the archive", times, 1.0 / 220);
 }
 
 void AddCompaction(const ScratchFolder& folder, const fs::path& path) {
@@ -183,7 +183,7 @@ void AddCompaction(const ScratchFolder& folder, const fs::path& path) {
       });
   AddTimes("compact 200 MB with a hole at the front, without waiting for the disk (" +
                Decimal(waits * 1e3, 0) + " ms)",
-           "cp of the file", times, 0.5);
+           "cp of the file", times, 0.8);
 }
 
 void AddExtracting(const ScratchFolder& folder, const fs::path& path) {
