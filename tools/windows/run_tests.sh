@@ -27,7 +27,8 @@ export results bin left_out
 
 ls "$bin"/test_*.exe | xargs -n 1 basename -s .exe | xargs -P 2 -I{} bash -c 'run_one {}'
 
-count() { cat "$results"/*.log | { grep -oE "$1" || true; } | grep -oE '[0-9]+' | awk '{n += $1} END {print n + 0}'; }
+# The sum of the numbers in what matches.
+count() { cat "$results"/*.log | { grep -oE "$1" | grep -oE '[0-9]+' || true; } | awk '{n += $1} END {print n + 0}'; }
 for failed in "$results"/*.failed; do
   [ -e "$failed" ] || continue
   name=$(basename "$failed" .failed)
