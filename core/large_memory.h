@@ -12,7 +12,7 @@ struct FreeLargeMemory {
   void operator()(void* memory) const;
 };
 
-// Zeroed, and aligned for every type; throws std::bad_alloc.
+// Zeroed, and aligned for every type, to be given back by FreeLargeMemory; throws std::bad_alloc.
 void* ZeroedLargeMemory(std::size_t bytes);
 
 // For types that need no constructor and whose zeroes are meant.

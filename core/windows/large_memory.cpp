@@ -7,7 +7,7 @@ namespace mw {
 
 void FreeLargeMemory::operator()(void* memory) const { std::free(memory); }
 
-// Large pages need a right there that users do not have.
+// On Windows large pages need a right that users do not have.
 void* ZeroedLargeMemory(std::size_t bytes) {
   void* const memory = std::calloc(bytes, 1);
   if (!memory) throw std::bad_alloc();
