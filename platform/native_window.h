@@ -11,4 +11,8 @@ namespace mw {
 // blending's.
 void LetOpenGlDrawInto(std::uintptr_t window);
 
+// Whether OpenGL is seen in a window inside of another one. Under Wine it is not: up to its version
+// 8.0 at least, nothing of what is drawn into such a window is copied into the one around it.
+bool ShowsOpenGlInChildWindows();
+
 }  // namespace mw

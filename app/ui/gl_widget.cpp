@@ -1,21 +1,26 @@
 #include "app/ui/gl_widget.h"
 
 #include <QEvent>
+#include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QOpenGLFramebufferObject>
+#include <QPainter>
 #include <QWindow>
 
 #include "platform/native_window.h"
 
 namespace mw {
 
-GlWidget::GlWidget(QWidget* parent) : QWidget(parent) {
+GlWidget::GlWidget(QWidget* parent)
+    : GlWidget(parent, ShowsOpenGlInChildWindows() ? Frames::kInOwnWindow : Frames::kPainted) {}
+
+GlWidget::GlWidget(QWidget* parent, Frames frames) : QWidget(parent), frames_(frames) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   setAttribute(Qt::WA_NoSystemBackground);
 }
 
 GlWidget::~GlWidget() {
-  if (window_ && context_) context_->makeCurrent(window_);
+  if (Surface() && context_) context_->makeCurrent(Surface());
   picture_.reset();
   context_.reset();
   delete window_;
@@ -23,7 +28,18 @@ GlWidget::~GlWidget() {
 
 QSize GlWidget::DeviceSize() const { return size() * devicePixelRatioF(); }
 
-void GlWidget::PlaceWindow() {
+QSurface* GlWidget::Surface() const {
+  if (offscreen_) return offscreen_.get();
+  return window_.data();
+}
+
+void GlWidget::PlaceSurface() {
+  if (frames_ == Frames::kPainted) {
+    if (offscreen_) return;
+    offscreen_ = std::make_unique<QOffscreenSurface>();
+    offscreen_->create();
+    return;
+  }
   if (!window_) {
     window_ = new QWindow(window()->windowHandle());
     window_->setSurfaceType(QSurface::OpenGLSurface);
@@ -37,23 +53,28 @@ void GlWidget::PlaceWindow() {
 }
 
 void GlWidget::showEvent(QShowEvent*) {
-  PlaceWindow();
-  window_->show();
+  PlaceSurface();
+  if (window_) window_->show();
 }
 
 void GlWidget::hideEvent(QHideEvent*) {
   if (window_) window_->hide();
+  painted_ = {};
 }
 
 void GlWidget::moveEvent(QMoveEvent*) {
-  if (isVisible()) PlaceWindow();
+  if (isVisible()) PlaceSurface();
 }
 
 void GlWidget::resizeEvent(QResizeEvent*) {
-  if (isVisible()) PlaceWindow();
+  if (isVisible()) PlaceSurface();
 }
 
-void GlWidget::paintEvent(QPaintEvent*) {}
+void GlWidget::paintEvent(QPaintEvent*) {
+  if (frames_ == Frames::kInOwnWindow) return;
+  if (painted_.size() != DeviceSize()) RequestFrame();
+  QPainter(this).drawImage(rect(), painted_);
+}
 
 bool GlWidget::eventFilter(QObject* watched, QEvent* event) {
   if (watched == window_ && event->type() == QEvent::Expose) ShowFrame();
@@ -61,13 +82,13 @@ bool GlWidget::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool GlWidget::MakeCurrent() {
-  if (!window_) return false;
+  if (!Surface()) return false;
   if (!context_) {
     auto context = std::make_unique<QOpenGLContext>();
     if (!context->create()) return false;
     context_ = std::move(context);
   }
-  if (!context_->makeCurrent(window_)) return false;
+  if (!context_->makeCurrent(Surface())) return false;
   if (!picture_) MakePicture();
   return picture_->bind();
 }
@@ -80,21 +101,27 @@ void GlWidget::MakePicture() {
 }
 
 bool GlWidget::CanBeSeen() const {
-  return isVisible() && window_ && window_->isExposed() && window()->windowHandle()->isExposed();
+  return isVisible() && Surface() && (offscreen_ || window_->isExposed()) &&
+         window()->windowHandle()->isExposed();
 }
 
 void GlWidget::ShowFrame() {
   isFrameRequested_ = false;
   if (!CanBeSeen()) return;
-  PlaceWindow();  // what is around the widget may have moved along with it
+  PlaceSurface();  // what is around the widget may have moved along with it
   if (!MakeCurrent()) return;
   if (picture_->size() != DeviceSize()) {
     MakePicture();
     if (!picture_->bind()) return;
   }
   DrawFrame();
-  QOpenGLFramebufferObject::blitFramebuffer(nullptr, picture_.get());
-  context_->swapBuffers(window_);
+  if (frames_ == Frames::kPainted) {
+    painted_ = picture_->toImage();
+    repaint();
+  } else {
+    QOpenGLFramebufferObject::blitFramebuffer(nullptr, picture_.get());
+    context_->swapBuffers(window_);
+  }
   Q_EMIT frameShown();
 }
 

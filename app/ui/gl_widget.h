@@ -1,14 +1,17 @@
 // A widget that OpenGL draws into. Its frames are shown in a window of their own that lies on the
 // widget and lets all input through: they go to the display without a picture of the window around
-// it, and that is painted without a frame. The widget itself paints nothing.
+// it, and that is painted without a frame. Where such a window is not seen the widget paints them.
 #pragma once
 
+#include <QImage>
 #include <QPointer>
 #include <QWidget>
 #include <memory>
 
 class QOpenGLContext;
 class QOpenGLFramebufferObject;
+class QOffscreenSurface;
+class QSurface;
 
 namespace mw {
 
@@ -16,7 +19,11 @@ class GlWidget : public QWidget {
   Q_OBJECT
 
  public:
+  enum class Frames { kInOwnWindow, kPainted };
+
+  // Chooses what is seen on this system.
   explicit GlWidget(QWidget* parent);
+  GlWidget(QWidget* parent, Frames frames);
   ~GlWidget() override;
 
   // Makes the context current; it has the default format and is created by the first call, for
@@ -47,13 +54,17 @@ class GlWidget : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  // Where the widget is; makes the window, if it is not there.
-  void PlaceWindow();
+  // Where the widget is; makes what the context draws on, if it is not there.
+  void PlaceSurface();
+  QSurface* Surface() const;
   bool CanBeSeen() const;
   // As large as the widget is now.
   void MakePicture();
 
-  QPointer<QWindow> window_;  // belongs to the one around it
+  const Frames frames_;
+  QPointer<QWindow> window_;                      // of kInOwnWindow; belongs to the one around it
+  std::unique_ptr<QOffscreenSurface> offscreen_;  // of kPainted
+  QImage painted_;                                // of kPainted: the last frame
   std::unique_ptr<QOpenGLContext> context_;
   // What frames are drawn into: of the window both colours and depth are lost once it is shown.
   std::unique_ptr<QOpenGLFramebufferObject> picture_;

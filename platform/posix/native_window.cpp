@@ -4,4 +4,6 @@ namespace mw {
 
 void LetOpenGlDrawInto(std::uintptr_t) {}
 
+bool ShowsOpenGlInChildWindows() { return true; }
+
 }  // namespace mw

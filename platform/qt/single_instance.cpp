@@ -1,5 +1,6 @@
 #include "platform/single_instance.h"
 
+#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QStandardPaths>
@@ -28,7 +29,15 @@ bool ClaimSingleInstance(std::string_view name) {
   lock = std::make_unique<QLockFile>(folder.filePath(file));
   lock->setStaleLockTime(0);
   // Where no lock can be written nobody can hold one.
-  return lock->tryLock(0) || lock->error() != QLockFile::LockFailedError;
+  if (lock->tryLock(0) || lock->error() != QLockFile::LockFailedError) return true;
+  // A killed program has left its lock, and the number that stands there is this one's now. Were
+  // the lock held, the system would not let it go.
+  qint64 holder = 0;
+  QString host;
+  QString program;
+  return lock->getLockInfo(&holder, &host, &program) &&
+         holder == QCoreApplication::applicationPid() && lock->removeStaleLockFile() &&
+         lock->tryLock(0);
 }
 
 }  // namespace mw

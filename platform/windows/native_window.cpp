@@ -11,4 +11,9 @@ void LetOpenGlDrawInto(std::uintptr_t window) {
   SetWindowLongPtrW(handle, GWL_EXSTYLE, style & ~LONG_PTR{WS_EX_LAYERED | WS_EX_TRANSPARENT});
 }
 
+bool ShowsOpenGlInChildWindows() {
+  const HMODULE system = GetModuleHandleW(L"ntdll.dll");
+  return !system || !GetProcAddress(system, "wine_get_version");
+}
+
 }  // namespace mw

@@ -28,7 +28,7 @@ class ColouredWidget : public GlWidget {
   }
 };
 
-class GlWidgetTest : public ::testing::Test {
+class GlWidgetTest : public ::testing::TestWithParam<GlWidget::Frames> {
  protected:
   void SetUp() override {
     around.resize(200, 150);
@@ -49,10 +49,10 @@ class GlWidgetTest : public ::testing::Test {
   }
 
   QWidget around;
-  ColouredWidget* const view = new ColouredWidget(&around);
+  ColouredWidget* const view = new ColouredWidget(&around, GetParam());
 };
 
-TEST_F(GlWidgetTest, ShowsItsFramesWhereItIs) {
+TEST_P(GlWidgetTest, ShowsItsFramesWhereItIs) {
   view->green = 1;
   view->ShowFrame();
   EXPECT_EQ(Shown(100, 45), QColor(Qt::yellow));
@@ -66,7 +66,7 @@ TEST_F(GlWidgetTest, ShowsItsFramesWhereItIs) {
   EXPECT_EQ(Shown(5, 5), QColor(Qt::red));
 }
 
-TEST_F(GlWidgetTest, KeepsThePictureAndItsDepthAndLeavesInputToTheWidgets) {
+TEST_P(GlWidgetTest, KeepsThePictureAndItsDepthAndLeavesInputToTheWidgets) {
   view->ShowFrame();
   ASSERT_TRUE(view->MakeCurrent());
   float depth = 0;
@@ -81,7 +81,7 @@ TEST_F(GlWidgetTest, KeepsThePictureAndItsDepthAndLeavesInputToTheWidgets) {
   }
 }
 
-TEST_F(GlWidgetTest, DrawsOnceForManyRequestsAndNotWhileItCannotBeSeen) {
+TEST_P(GlWidgetTest, DrawsOnceForManyRequestsAndNotWhileItCannotBeSeen) {
   int shown = 0;
   QObject::connect(view, &GlWidget::frameShown, [&] { ++shown; });
   QTest::qWait(50);
@@ -104,6 +104,14 @@ TEST_F(GlWidgetTest, DrawsOnceForManyRequestsAndNotWhileItCannotBeSeen) {
   around.hide();
   EXPECT_EQ(drawnAfter(request), 0);
 }
+
+INSTANTIATE_TEST_SUITE_P(Frames, GlWidgetTest,
+                         ::testing::Values(GlWidget::Frames::kInOwnWindow,
+                                           GlWidget::Frames::kPainted),
+                         [](const auto& frames) {
+                           return frames.param == GlWidget::Frames::kPainted ? "Painted"
+                                                                             : "InOwnWindow";
+                         });
 
 }  // namespace
 }  // namespace mw

@@ -224,6 +224,14 @@ TEST(SingleInstance, IsClaimedForAsLongAsItIsHeld) {
   EXPECT_TRUE(ClaimSingleInstance("mapwright-other"));
   first.reset();
   EXPECT_TRUE(ClaimSingleInstance("mapwright-test"));
+  QFile lock(desktop.instanceLock->fileName());
+  ASSERT_TRUE(lock.open(QIODevice::ReadOnly));
+  const QByteArray left = lock.readAll();
+  lock.close();
+  desktop.instanceLock.reset();
+  ASSERT_TRUE(lock.open(QIODevice::WriteOnly) && lock.write(left) == left.size());
+  lock.close();
+  EXPECT_TRUE(ClaimSingleInstance("mapwright-test")) << "a killed program had this one's number";
   desktop.instanceLock.reset();
 }
 
