@@ -31,6 +31,11 @@ picture() {
   import -window root "$pictures/$system-$1.png"
 }
 
+# How many there are in the middle of the view.
+colours_of_view() {
+  convert "$pictures/$system-$1.png" -gravity center -crop 600x400+90+50 -format %k info:
+}
+
 # make_folder SYSTEM NAME: a working folder with the sample game, its level untouched.
 make_folder() {
   mkdir -p "$scratch/$2"
@@ -62,6 +67,7 @@ start() {
 edit() {
   go_to "$title" "About Mapwright" space
   picture opened
+  [ "$(colours_of_view opened)" -gt 200 ] || fail "the view shows nothing"
   xdotool key F3
   xdotool key ctrl+f
   xdotool type --delay 100 pine
