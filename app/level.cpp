@@ -26,7 +26,6 @@
 #include "data/mod_config.h"
 #include "data/mods.h"
 #include "data/open_level.h"
-#include "objects/level_tree.h"
 #include "objects/static_objects.h"
 #include "platform/disk.h"
 #include "platform/prompts.h"
@@ -66,8 +65,7 @@ void LeaveNoSecondArchive(const std::string& path) {
 }
 
 void ClearLevel() {
-  ClearAllObjects();
-  BuildTree();
+  ClearObjectsAndTree();
   shell.renderFrameNow();
 }
 
@@ -269,8 +267,7 @@ void EmptyEditor(const ModSnapshot& before) {
   if (!CurrentModName().empty()) ReloadModConfig();
   modConfig.LevelName = "";
   openLevel.folder = "";
-  ClearAllObjects();
-  BuildTree();
+  ClearObjectsAndTree();
   InitGrid();
   PlaceCameraAtSavedPosition();  // above the flat ground
   LookAlongLevel();

@@ -22,7 +22,6 @@
 #include "data/mods.h"
 #include "data/open_level.h"
 #include "objects/entity_scripts.h"
-#include "objects/level_tree.h"
 #include "objects/static_objects.h"
 #include "platform/disk.h"
 #include "platform/file.h"
@@ -77,8 +76,7 @@ bool IsOpenInAnotherEditor(const std::string& name) {
 
 void ForgetOpenLevel() {
   CloseLevelArchive();
-  ClearAllObjects();
-  BuildTree();
+  ClearObjectsAndTree();
 }
 
 void SetSizes(LevelSize size) {

@@ -66,8 +66,9 @@ std::int32_t ParseIndex(Tokenizer& arguments) {
   return ParseInt(arguments.Next(kBlankSlashOrLineFeed));
 }
 
-void WriteCommand(GameFile& file, const char* command, std::int32_t index) {
-  GameFilePrintf(file, "%s ", command);
+void WriteCommand(GameFile& file, std::string_view command, std::int32_t index) {
+  GameFilePuts(command, file);
+  GameFilePuts(" ", file);
   if (index != 0) GameFilePrintf(file, "%d ", index);
 }
 

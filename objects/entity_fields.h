@@ -23,7 +23,7 @@ enum class Written { Always, WhenSet, WhenPositive, WhenNotNegative };
 
 template <class Record>
 struct CommandField {
-  const char* command;
+  std::string_view command;
   std::variant<std::int32_t Record::*, EntityName Record::*, Vector3 Record::*> field;
   Written written = Written::Always;
   std::int32_t index = 0;  // the number that stands between command and value; 0 = none
@@ -59,7 +59,7 @@ bool IsSameValue(const Vector3& a, const Vector3& b);
 // The number that a command with an index has before its value; one that is missing is 0.
 std::int32_t ParseIndex(Tokenizer& arguments);
 // "<command> " or "<command> <index> ".
-void WriteCommand(GameFile& file, const char* command, std::int32_t index);
+void WriteCommand(GameFile& file, std::string_view command, std::int32_t index);
 
 // False when the table does not have the command. An index that the table does not have is ignored.
 template <class Record, std::size_t N>

@@ -34,7 +34,7 @@ constexpr std::array kModeFolders{
 // A script that every mode's folder has: what it is called and what its records are.
 struct EntityFile {
   const char* name;
-  const char* createCommand;
+  std::string_view createCommand;
   const char* records;  // in messages
   std::size_t capacity;
   const char* preamble = "";

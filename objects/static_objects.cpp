@@ -6,6 +6,7 @@
 #include "core/editor_state.h"
 #include "core/hooks.h"
 #include "objects/entity_editing.h"
+#include "objects/level_tree.h"
 #include "objects/object_clipboard.h"
 #include "objects/object_history.h"
 #include "objects/object_mapper.h"
@@ -42,6 +43,11 @@ void ClearAllObjects() {
   UpdateToolButtons(false);
   entities.hovered = {};
   ForgetCopied();
+}
+
+void ClearObjectsAndTree() {
+  BuildTree();  // first: it drops all rows together
+  ClearAllObjects();
 }
 
 bool AddStaticObjectFromCache(int mesh) {

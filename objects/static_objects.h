@@ -19,6 +19,8 @@ void LoadStaticObjects();
 [[nodiscard]] bool SaveStaticObjects();
 // Deletes all objects, meshes, textures and entities.
 void ClearAllObjects();
+// The same, with a tree that shows nothing but its fixed items.
+void ClearObjectsAndTree();
 
 // Whether the user may add so many more; a message says so when not.
 bool HasRoomForObjects(std::size_t count);

@@ -29,7 +29,7 @@ void GenerateMaterialMap(const MaterialPlugin& plugin) {
   KeepSetting(openLevel.loadReport.parts);
   ShowWaitCursor();
   SetStatusText(1, "Generating Material Map...");
-  plugin.GenerateMatMap(modConfig.MaterialSize, materialMapper->grid.front().data(),
+  plugin.GenerateMatMap(modConfig.MaterialSize, materialMapper->grid[0].data(),
                         reinterpret_cast<const MapwrightVertex*>(terrain.grid[0].data()),
                         modConfig.WaterLevel, modConfig.HeightScale);
   SetReplaced(LevelPart::MaterialMap);

@@ -16,11 +16,12 @@ namespace mw {
 // As the lists show them, in material order.
 extern const std::array<const char*, kMaterialCount> kMaterialNames;
 
-// The grid's layout is a binary interface: plug-in modules get it whole. Cell (i, j) is the one
-// whose corner is vertex (i, j); data rows are 1 ... MaterialSize, data columns 0 ... MaterialSize
-// - 1.
+// A binary interface: plug-in modules get it whole. Cell (i, j) is the one whose corner is vertex
+// (i, j); data rows are 1 ... MaterialSize, data columns 0 ... MaterialSize - 1.
+using MaterialGrid = LargeGrid<std::uint32_t>;
+
 struct MaterialMapper {
-  std::array<std::array<std::uint32_t, kGridCapacity>, kGridCapacity> grid{};
+  MaterialGrid grid = MaterialGrid::Zeroed();
   std::uint8_t painting = 0;          // the left button is held over the view
   HeldStep step;                      // of the history: what is being painted
   std::uint32_t currentMaterial = 0;  // 0 ... kMaterialCount - 1

@@ -124,7 +124,7 @@ bool GenerateSurfaceMaps(const SurfacePlugin& plugin) {
   if (!plugin.InitSurfaceMap || !plugin.InitSurfaceBmp || !plugin.GenerateSurfaceMap) return false;
   if (!materialMapper || !HasUsableSize() || !MayReplace(tiles)) return false;
   ShowWaitCursor();
-  if (!plugin.InitSurfaceMap(materialMapper->grid.front().data(), modConfig.MaterialSize,
+  if (!plugin.InitSurfaceMap(materialMapper->grid[0].data(), modConfig.MaterialSize,
                              modConfig.TexOffsetX, modConfig.TexOffsetY)) {
     return false;
   }

@@ -55,25 +55,31 @@ struct RoadPoint {
   float x = 0, h = 0, z = 0;  // x and z in world units, h in height units
 };
 
-// The vertices of the height field; none before the view is created. Data rows are 1 ...
-// MaterialSize, data columns 0 ... MaterialSize - 1. Row 0 and column MaterialSize are drawn with
-// the heights of row MaterialSize and column 0 (the field wraps at its seams).
-class VertexGrid {
+// A value for each vertex or cell of the largest level. One that was not made Zeroed has no rows.
+template <typename T>
+class LargeGrid {
  public:
-  using Row = std::array<TerrainVertex, kGridCapacity>;
+  using Row = std::array<T, kGridCapacity>;
 
-  static VertexGrid Zeroed() {
-    VertexGrid made;
+  static LargeGrid Zeroed() {
+    LargeGrid made;
     made.rows_ = MakeZeroedArray<Row>(kGridCapacity);
     return made;
   }
   explicit operator bool() const { return rows_ != nullptr; }
   Row& operator[](std::size_t row) { return rows_[row]; }
   const Row& operator[](std::size_t row) const { return rows_[row]; }
+  Row* begin() { return rows_.get(); }
+  Row* end() { return begin() + (rows_ ? kGridCapacity : 0); }
 
  private:
   LargeArray<Row> rows_;
 };
+
+// The vertices of the height field; none before the view is created. Data rows are 1 ...
+// MaterialSize, data columns 0 ... MaterialSize - 1. Row 0 and column MaterialSize are drawn with
+// the heights of row MaterialSize and column 0 (the field wraps at its seams).
+using VertexGrid = LargeGrid<TerrainVertex>;
 
 struct Cell {
   int i = 0, j = 0;

@@ -68,7 +68,7 @@ class FlatGround : public Base {
   // As at the beginning, with the tools as they are.
   void StartFlat() {
     InitGrid();
-    materialMapper->grid = {};
+    materialMapper->grid = MaterialGrid::Zeroed();
     materialMapper->paintedCells.clear();
     terrain.miniMap = {};
     terrain.viewSquare = {0, kSide, 0, kSide};
