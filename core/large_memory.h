@@ -9,10 +9,12 @@
 namespace mw {
 
 struct FreeLargeMemory {
+  std::size_t bytes = 0;
   void operator()(void* memory) const;
 };
 
-// Zeroed, and aligned for every type, to be given back by FreeLargeMemory; throws std::bad_alloc.
+// Zeroed, and aligned for every type, to be given back by FreeLargeMemory with the same number of
+// bytes, more than none; throws std::bad_alloc.
 void* ZeroedLargeMemory(std::size_t bytes);
 
 // For types that need no constructor and whose zeroes are meant.
@@ -21,7 +23,8 @@ using LargeArray = std::unique_ptr<T[], FreeLargeMemory>;
 
 template <typename T>
 LargeArray<T> MakeZeroedArray(std::size_t count) {
-  return LargeArray<T>(static_cast<T*>(ZeroedLargeMemory(count * sizeof(T))));
+  const std::size_t bytes = count * sizeof(T);
+  return LargeArray<T>(static_cast<T*>(ZeroedLargeMemory(bytes)), FreeLargeMemory{bytes});
 }
 
 }  // namespace mw

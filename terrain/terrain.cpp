@@ -8,6 +8,7 @@
 #include "core/editor_state.h"
 #include "core/hooks.h"
 #include "core/little_endian.h"
+#include "core/parallel.h"
 #include "core/text.h"
 #include "data/game_file.h"
 #include "data/level_map.h"
@@ -80,8 +81,8 @@ void InitGrid() {
   const int cellSize = modConfig.WorldSize / modConfig.MaterialSize;
   terrain.cellSize = static_cast<float>(cellSize);
   terrain.tilesPerSide = modConfig.MaterialSize / kTileCells;
-  for (int i = 0; i <= kMaxMaterialSize; ++i) {
-    for (int j = 0; j <= kMaxMaterialSize; ++j) {
+  SpreadOverCores(kMaxMaterialSize + 1, [](std::size_t i) {
+    for (std::size_t j = 0; j <= kMaxMaterialSize; ++j) {
       TerrainVertex& vertex = terrain.grid[i][j];
       vertex.x = static_cast<float>(i) * terrain.cellSize;
       vertex.h = kFlatHeight;
@@ -89,7 +90,7 @@ void InitGrid() {
       vertex.selected = 0;
       vertex.weight = 0;
     }
-  }
+  });
   terrain.selectionBox = SelectionBox{};
   terrain.roadPointCount = 0;
   MarkAllTerrainChanged();
