@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "core/parallel.h"
 #include "core/text.h"
 #include "data/game_file.h"
 #include "data/level_map.h"
@@ -29,21 +30,20 @@ std::string MaterialMapPath() {
   return FormatText("%s\\materialmap.raw", openLevel.folder.c_str());
 }
 
-// Calls visit(cell, offset) with every cell that carries data and its place in the file. Rows of
-// the grid are columns of the file, so some are gone through together: then what lies side by side
-// in either of them is met while it is at hand.
+// Calls visit(cell, offset) with every cell that carries data and its place in the file, on several
+// cores. Rows of the grid are columns of the file, so some are gone through together: then what
+// lies side by side in either of them is met while it is at hand.
 template <typename Visit>
 void ForEachDataCell(Visit visit) {
-  constexpr int kTogether = 64;
-  const int side = modConfig.MaterialSize;
-  for (int first = 1; first <= side; first += kTogether) {
-    const int end = std::min(first + kTogether, side + 1);
-    for (int j = 0; j < side; ++j) {
-      for (int i = first; i < end; ++i) {
-        visit(materialMapper->grid[i][j], static_cast<std::size_t>(j * side + side - i));
-      }
+  constexpr std::size_t kTogether = 64;
+  const auto side = static_cast<std::size_t>(modConfig.MaterialSize);
+  MaterialGrid::Row* const rows = materialMapper->grid.begin();
+  SpreadOverCores((side + kTogether - 1) / kTogether, [=](std::size_t task) {
+    const std::size_t first = task * kTogether + 1, end = std::min(first + kTogether, side + 1);
+    for (std::size_t j = 0; j < side; ++j) {
+      for (std::size_t i = first; i < end; ++i) visit(rows[i][j], j * side + side - i);
     }
-  }
+  });
 }
 
 // A plug-in may leave negative numbers: of those the absolute value counts.
@@ -62,16 +62,18 @@ void LoadMaterialMap() {
   if (!materialMapper || !HasUsableSize()) return;
   const auto side = static_cast<std::size_t>(modConfig.MaterialSize);
   const auto map = LoadLevelMap(LevelPart::MaterialMap, MaterialMapPath(), side, side);
+  const std::uint8_t* const stored = map ? map->data.data() : nullptr;
   ForEachDataCell(
-      [&](std::uint32_t& cell, std::size_t offset) { cell = map ? map->data[offset] : 0u; });
+      [stored](std::uint32_t& cell, std::size_t offset) { cell = stored ? stored[offset] : 0u; });
   MarkMaterialsChanged();
 }
 
 bool SaveMaterialMap() {
   if (!materialMapper || !HasUsableSize()) return false;
   std::vector<std::uint8_t> bytes(MaterialMapBytes());
-  ForEachDataCell(
-      [&](const std::uint32_t& cell, std::size_t offset) { bytes[offset] = StoredMaterial(cell); });
+  ForEachDataCell([to = bytes.data()](const std::uint32_t& cell, std::size_t offset) {
+    to[offset] = StoredMaterial(cell);
+  });
   return SaveGameFileBytes(MaterialMapPath(), bytes);
 }
 
