@@ -8,6 +8,7 @@
 #include "objects/entity_editing.h"
 #include "objects/entity_render.h"
 #include "objects/object_body.h"
+#include "objects/object_marker.h"
 #include "objects/object_selection.h"
 #include "objects/object_sight.h"
 #include "objects/static_objects.h"
@@ -16,16 +17,16 @@
 namespace mw {
 namespace {
 
-constexpr float kMarkerRadius = 0.75f, kMarkerHeight = 1.75f;  // world units
+constexpr float kMarkRadius = 0.75f, kMarkHeight = 1.75f;  // world units
 // From a body, in world units: depths are read to a few hundredths of one far away.
 constexpr float kBodyReach = 0.25f;
 
-bool TouchesMarker(const Vector3& place, const CatalogueEntry& entry) {
+bool TouchesMark(const Vector3& place, const CatalogueEntry& entry) {
   const Vector3& cursor = objectStore.CursorPoint;
   const float foot = place.y + entry.boxB.y;
-  return std::abs(cursor.x - place.x) <= kMarkerRadius &&
-         std::abs(cursor.z - place.z) <= kMarkerRadius && cursor.y >= foot &&
-         cursor.y <= foot + kMarkerHeight;
+  return std::abs(cursor.x - place.x) <= kMarkRadius &&
+         std::abs(cursor.z - place.z) <= kMarkRadius && cursor.y >= foot &&
+         cursor.y <= foot + kMarkHeight;
 }
 
 // An entity's marker is drawn over an object's.
@@ -37,17 +38,20 @@ std::string NameOfHovered() {
 
 bool IsInSight(const StaticObject& object) { return EntryInSight(object, object.ViewPosition()); }
 
-bool IsMarkerHovered(const StaticObject& object) {
-  const CatalogueEntry* const entry = EntryOf(object);
-  return entry && TouchesMarker(object.ViewPosition(), *entry) && IsInSight(object);
+bool TouchesDrawnMarker(const Vector3& place, const CatalogueEntry& entry) {
+  return IsOnMarker(objectStore.CursorPoint, MarkerAt(place, entry));
 }
 
-// The first one of several, but a selected one before others: a copy may stand on its original.
-std::int32_t ObjectOfMarker() {
+// The first object in sight that is touched, but a selected one before others: a copy may stand on
+// its original.
+template <typename Touches>
+std::int32_t FirstObject(Touches touches) {
   std::int32_t found = -1, index = -1;
   for (const StaticObject& object : objectStore.objects) {
     ++index;
-    if ((found >= 0 && !object.selected) || !IsMarkerHovered(object)) continue;
+    if (found >= 0 && !object.selected) continue;
+    const CatalogueEntry* const entry = EntryOf(object);
+    if (!entry || !touches(object.ViewPosition(), *entry) || !IsInSight(object)) continue;
     if (object.selected) return index;
     found = index;
   }
@@ -77,10 +81,11 @@ std::int32_t ObjectOfBody() {
 }  // namespace
 
 void FindHovered() {
-  objectStore.hoveredObject = ObjectOfMarker();
+  std::int32_t& hovered = objectStore.hoveredObject;
+  hovered = FirstObject(TouchesMark);
   FindHoveredEntity();
-  if (objectStore.hoveredObject < 0 && !HoveredInstance())
-    objectStore.hoveredObject = ObjectOfBody();
+  if (hovered < 0 && !HoveredInstance()) hovered = ObjectOfBody();
+  if (hovered < 0 && !HoveredInstance()) hovered = FirstObject(TouchesDrawnMarker);
   objectStore.lastHoveredObject = objectStore.hoveredObject;
 }
 

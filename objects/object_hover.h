@@ -5,8 +5,9 @@
 
 namespace mw {
 
-// Finds the object whose marker the CursorPoint touches and the entity that it touches; if there is
-// neither, the object whose body it touches, the nearest one of several.
+// Finds the object whose mark the CursorPoint touches, a box over its place, and the entity that it
+// touches; if there is neither, the object whose body it touches, the nearest one of several, and
+// at last the one whose drawn marker it touches.
 void FindHovered();
 // Nothing is under the mouse any more, and the status bar names it no longer: the other modes are
 // about the ground.

@@ -12,14 +12,12 @@
 #include "core/editor_state.h"
 #include "objects/entity_render.h"
 #include "objects/object_hover.h"
+#include "objects/object_marker.h"
 #include "objects/object_sight.h"
 #include "objects/object_transform.h"
 
 namespace mw {
 namespace {
-
-constexpr float kSelectionMarkerHeight = 4.75f;  // world units
-constexpr float kMarkerWidth = 8;  // pixels; as wide as every graphics card draws lines
 
 constexpr MeshColour kRed{255, 0, 0}, kGreen{0, 255, 0}, kYellow{255, 255, 0},
     kWhite{255, 255, 255};
@@ -43,11 +41,8 @@ ObjectsInSight objectsInSight;  // a cache: its room is kept from frame to frame
 
 bool IsHovered(std::int32_t index) { return index == objectStore.hoveredObject; }
 
-// From the top of the mesh up, leaning against the view so that it can also be seen from above.
 void AddMarker(const Vector3& place, const CatalogueEntry& entry, bool marked) {
-  const Vector3& view = camera.direction;
-  const Vector3 foot = place + Vector3{0, entry.boxB.y, 0};
-  const Vector3 top = foot + Vector3{-view.x * view.y, kSelectionMarkerHeight, -view.z * view.y};
+  const auto [foot, top] = MarkerAt(place, entry);
   const MeshColour colour = marked ? kRed : kWhite;
   objectsInSight.markers.push_back({foot, colour});
   objectsInSight.markers.push_back({top, colour});

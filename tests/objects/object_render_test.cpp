@@ -164,10 +164,14 @@ TEST_F(ObjectRenderTest, MarkersAreTouchedFirstThenTheNearestBodyOfWhatIsShown) 
   AddBoxObject(Place(0.5f, 0, 0));
   const std::pair<Vector3, int> feet[] = {{{0, 3, 0}, 0},  // the first of two
                                           {{1.25f, 4.75f, 0.75f}, 1},
-                                          {{0, 4.8f, 0}, kNone},
                                           {{-0.8f, 4, 0}, kNone},
                                           {{0, 4, -0.8f}, kNone}};
   for (const auto& [point, hovered] : feet) EXPECT_EQ(HoveredAt(point), hovered);
+  const std::pair<Vector3, int> drawn[] = {{{0, 7.7f, 0}, 0},      {{0, 8.4f, 0}, kNone},
+                                           {{0.6f, 6, 0}, 1},      {{-0.35f, 6, 0}, 0},
+                                           {{-0.5f, 6, 0}, kNone}, {{0, 6, -2}, kNone}};
+  for (const auto& [point, hovered] : drawn) EXPECT_EQ(HoveredAt(point), hovered);
+  EXPECT_EQ(HoveredAt({0, 7.7f, 0}, kAbove), 0);
   objectStore.objects[1].position = Place(3, 0, 0);
   constexpr Vector3 kBesideTheFirst{2.05f, 1.5f, 2}, kOnItsSide{-2, 1.5f, 0};
   EXPECT_EQ(HoveredAt(kBesideTheFirst), 1);
