@@ -84,9 +84,11 @@ void FindHovered() {
   std::int32_t& hovered = objectStore.hoveredObject;
   hovered = FirstObject(TouchesMark);
   FindHoveredEntity();
-  if (hovered < 0 && !HoveredInstance()) hovered = ObjectOfBody();
-  if (hovered < 0 && !HoveredInstance()) hovered = FirstObject(TouchesDrawnMarker);
-  objectStore.lastHoveredObject = objectStore.hoveredObject;
+  if (hovered < 0 && !HoveredInstance()) {
+    hovered = ObjectOfBody();
+    if (hovered < 0) hovered = FirstObject(TouchesDrawnMarker);
+  }
+  objectStore.lastHoveredObject = hovered;
 }
 
 void ForgetHovered() {

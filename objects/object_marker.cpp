@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/camera.h"
+#include "core/editor_state.h"
 #include "terrain/world_point.h"
 
 namespace mw {
@@ -13,7 +14,12 @@ constexpr float kMarkerHeight = 4.75f;  // world units
 // How much nearer or farther than the line's ends a point of it may seem, in world units.
 constexpr float kDepthReach = 0.25f;
 
-float DistanceOf(const Vector3& point) { return -camera.ToEye(point).z; }
+// Before the camera, in world units along its direction.
+float DistanceOf(const Vector3& point) {
+  const Vector3 along = point - camera.position;
+  const Vector3& direction = camera.direction;
+  return along.x * direction.x + along.y * direction.y + along.z * direction.z;
+}
 
 // In pixels, to the nearest point between the two ends.
 float DistanceToLine(const ViewPoint& point, const ViewPoint& from, const ViewPoint& to) {
@@ -32,8 +38,11 @@ MarkerLine MarkerAt(const Vector3& place, const CatalogueEntry& entry) {
   return {foot, foot + Vector3{-view.x * view.y, kMarkerHeight, -view.z * view.y}};
 }
 
+// Most objects are farther from the point than their markers are long and wide.
 bool IsOnMarker(const Vector3& point, const MarkerLine& marker) {
   const float distance = DistanceOf(point);
+  const float reach = kMarkerHeight + 1 + distance * kMarkerWidth / editor.viewHeight;
+  if (point.DistanceTo(marker.foot) > reach) return false;
   const auto [nearest, farthest] = std::minmax({DistanceOf(marker.foot), DistanceOf(marker.top)});
   if (distance < nearest - kDepthReach || distance > farthest + kDepthReach) return false;
   const auto seen = ViewPointOf(point);

@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <vector>
 
-#include "core/camera.h"
 #include "core/editor_state.h"
 #include "objects/entity_render.h"
 #include "objects/object_hover.h"
