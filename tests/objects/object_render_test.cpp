@@ -164,6 +164,8 @@ TEST_F(ObjectRenderTest, MarkersAreTouchedFirstThenTheNearestBodyOfWhatIsShown) 
   AddBoxObject(Place(0.5f, 0, 0));
   const std::pair<Vector3, int> feet[] = {{{0, 3, 0}, 0},  // the first of two
                                           {{1.25f, 4.75f, 0.75f}, 1},
+                                          {{-0.7f, 4.7f, 0}, 0},
+                                          {{-0.7f, 4.8f, 0}, kNone},
                                           {{-0.8f, 4, 0}, kNone},
                                           {{0, 4, -0.8f}, kNone}};
   for (const auto& [point, hovered] : feet) EXPECT_EQ(HoveredAt(point), hovered);
