@@ -4,6 +4,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QStandardPaths>
+#include <QSysInfo>
 #include <memory>
 
 #include "platform/qt/desktop.h"
@@ -34,8 +35,7 @@ bool ClaimSingleInstance(std::string_view name) {
   // the lock held, the system would not let it go.
   qint64 holder = 0;
   QString host;
-  QString program;
-  return lock->getLockInfo(&holder, &host, &program) &&
+  return lock->getLockInfo(&holder, &host, nullptr) && host == QSysInfo::machineHostName() &&
          holder == QCoreApplication::applicationPid() && lock->removeStaleLockFile() &&
          lock->tryLock(0);
 }
