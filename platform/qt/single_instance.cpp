@@ -35,9 +35,11 @@ bool ClaimSingleInstance(std::string_view name) {
   // the lock held, the system would not let it go.
   qint64 holder = 0;
   QString host;
-  return lock->getLockInfo(&holder, &host, nullptr) && host == QSysInfo::machineHostName() &&
-         holder == QCoreApplication::applicationPid() && lock->removeStaleLockFile() &&
-         lock->tryLock(0);
+  if (!lock->getLockInfo(&holder, &host, nullptr)) return false;
+  // Windows writes it with capital letters at times.
+  const bool isOwnMachine = host.compare(QSysInfo::machineHostName(), Qt::CaseInsensitive) == 0;
+  return isOwnMachine && holder == QCoreApplication::applicationPid() &&
+         lock->removeStaleLockFile() && lock->tryLock(0);
 }
 
 }  // namespace mw
